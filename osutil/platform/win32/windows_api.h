@@ -1,0 +1,9 @@
+// The one door to the Windows headers: API level, macros and the headers themselves.
+#pragma once
+
+#define WIN32_LEAN_AND_MEAN
+#define NOMINMAX
+#ifndef _WIN32_WINNT
+#define _WIN32_WINNT 0x0601
+#endif
+#include <windows.h>
