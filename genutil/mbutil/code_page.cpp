@@ -1,10 +1,10 @@
 #include "genutil/mbutil/code_page.h"
 
-#include <algorithm>
 #include <atomic>
 #include <new>
 
 #include "genutil/mbutil/code_page_fill.h"
+#include "genutil/mbutil/code_set_info.h"
 #include "mbutil.h"
 
 namespace genutil {
@@ -15,10 +15,10 @@ constexpr int kCodeSets = 66;
 
 // The Windows code page of a code set that has one; 0 for the rest.
 constexpr std::uint16_t kCodePages[kCodeSets] = {
-    1252,  28591, 28605, 0,     0,     932,   1252,  936,   0,    950,  0,    949,   // 0 to 11
-    1361,  0,     28592, 28593, 28594, 28595, 28596, 28597, 28598, 28599, 0,          // 12 to 22
-    1250,  1251,  1253,  1254,  1255,  1256,  1257,  1258,                            // 23 to 30
-    0,     0,     0,     0,     0,     0,     0,     0,     0,    874,                // to 40
+    1252, 28591, 28605, 0,     0,     932,   1252,  936,   0,     950,   0, 949,  // 0 to 11
+    1361, 0,     28592, 28593, 28594, 28595, 28596, 28597, 28598, 28599, 0,       // 12 to 22
+    1250, 1251,  1253,  1254,  1255,  1256,  1257,  1258,                         // 23 to 30
+    0,    0,     0,     0,     0,     0,     0,     0,     0,     874,            // to 40
 };
 
 bool Fill(CodePage& page, int codeSet) {
@@ -58,22 +58,17 @@ std::atomic<const CodePage*> g_pages[kCodeSets];
 
 }  // namespace
 
-bool IsListedCodeSet(int codeSet) {
-    return codeSet == mbUtf16 || codeSet == mbUtf8 || codeSet == mbWindows874 ||
-           codeSet == mbIso2022Cn || codeSet == mbIso2022Kr ||
-           (codeSet >= mbWestern && codeSet <= mbWindows1258);
-}
-
 // Two threads may fill the same tables at a time; the first to finish publishes its own. They are
 // never released: whoever holds a pointer keeps it.
 const CodePage* FindCodePage(int codeSet) {
-    if (!IsListedCodeSet(codeSet) || codeSet == mbReserved6) codeSet = mbWestern;
+    if (!FindCodeSet(codeSet) || codeSet == mbReserved6) codeSet = mbWestern;
     std::atomic<const CodePage*>& slot = g_pages[codeSet];
     if (const CodePage* page = slot.load(std::memory_order_acquire)) return page;
     std::unique_ptr<CodePage> made(new (std::nothrow) CodePage);
     if (!made || !Fill(*made, codeSet)) return nullptr;
     const CodePage* expected = nullptr;
-    if (!slot.compare_exchange_strong(expected, made.get(), std::memory_order_acq_rel)) return expected;
+    if (!slot.compare_exchange_strong(expected, made.get(), std::memory_order_acq_rel))
+        return expected;
     return made.release();
 }
 

@@ -56,7 +56,8 @@ struct CodePage {
         return (static_cast<std::size_t>(lead) << 8 | trail) - 0x8000;
     }
     // 0: no code; below 0x100: a one-byte code; from 0x8000: a two-byte code, lead byte high;
-    // between: the code behind the prefix, as its table has it but with the lead's high bit cleared.
+    // between: the code behind the prefix, as its table has it but with the lead's high bit
+    // cleared.
     unsigned Back(unsigned character) const {
         return back[backRow[character >> 8] + (character & 0xFF)];
     }
@@ -69,9 +70,5 @@ constexpr unsigned kLowestPairCell = 0x8000;
 // memory runs out or the system lacks the code page. The first call for a code set fills them, on
 // any thread.
 const CodePage* FindCodePage(int codeSet);
-
-// Whether conversion knows a code set; an unlisted number counts as code set 0 only where text
-// must be read one way or another.
-bool IsListedCodeSet(int codeSet);
 
 }  // namespace genutil

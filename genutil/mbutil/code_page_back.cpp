@@ -80,7 +80,8 @@ bool FillBack(CodePage& page, int codeSet) {
     for (unsigned lead = 0x80; page.prefixed && lead < 256; ++lead)
         back.OfferPairs(page.prefixed.get(), lead, 0x8000);
     if (japanese)
-        for (const Variant& variant : kJisVariants) back.Offer(variant.other, back.Cell(variant.ours));
+        for (const Variant& variant : kJisVariants)
+            back.Offer(variant.other, back.Cell(variant.ours));
     return true;
 }
 

@@ -14,9 +14,9 @@ struct ByteRange {
     std::uint8_t first, last;
 };
 constexpr ByteRange kTrailBytes[] = {
-    {932, 0x40, 0x7E},  {932, 0x80, 0xFC},  {936, 0x40, 0x7E}, {936, 0x80, 0xFE}, {949, 0x41, 0x5A},
-    {949, 0x61, 0x7A},  {949, 0x81, 0xFE},  {950, 0x40, 0x7E}, {950, 0xA1, 0xFE}, {1361, 0x31, 0x7E},
-    {1361, 0x81, 0xFE},
+    {932, 0x40, 0x7E}, {932, 0x80, 0xFC},  {936, 0x40, 0x7E},  {936, 0x80, 0xFE},
+    {949, 0x41, 0x5A}, {949, 0x61, 0x7A},  {949, 0x81, 0xFE},  {950, 0x40, 0x7E},
+    {950, 0xA1, 0xFE}, {1361, 0x31, 0x7E}, {1361, 0x81, 0xFE},
 };
 
 bool IsDoubleByte(unsigned codePage) {
@@ -39,18 +39,8 @@ std::unique_ptr<std::uint16_t[]> ReadPairs(unsigned codePage, std::uint16_t* byt
     return upper;
 }
 
-bool IsEucByte(unsigned byte) { return byte >= 0xA1 && byte <= 0xFE; }
-
-// An EUC form: ASCII, and two-byte codes of two bytes from 0xA1 to 0xFE.
-bool BeginEuc(CodePage& page) {
-    page.form = CodeForm::kPairs;
-    page.longest = 2;
-    page.pairs = NewTable(kPairTableSize, kNoCharacter);
-    for (unsigned byte = 0; byte < 256; ++byte) {
-        page.bytes[byte] = byte < 0x80 ? static_cast<std::uint16_t>(byte) : kNoCharacter;
-        page.isLead[byte] = page.isTrail[byte] = IsEucByte(byte);
-    }
-    return page.pairs != nullptr;
+bool IsEucByte(unsigned byte) {
+    return byte >= 0xA1 && byte <= 0xFE;
 }
 
 template <typename Visitor>
@@ -67,7 +57,9 @@ constexpr ChartRow kJisX0212[] = {
 #include "genutil/mbutil/jisx0212.inc"
 };
 
-unsigned HexDigit(char c) { return static_cast<unsigned>(c <= '9' ? c - '0' : c - 'A' + 10); }
+unsigned HexDigit(char c) {
+    return static_cast<unsigned>(c <= '9' ? c - '0' : c - 'A' + 10);
+}
 
 unsigned Distance(char mark) {
     if (mark <= '9') return static_cast<unsigned>(mark - '0' + 1);
@@ -87,7 +79,8 @@ void UnpackJisX0212(std::uint16_t* table) {
             } else {
                 character += Distance(*mark);
             }
-            table[CodePage::PairIndex(row.row + 0xA0u, trail)] = static_cast<std::uint16_t>(character);
+            table[CodePage::PairIndex(row.row + 0xA0u, trail)] =
+                static_cast<std::uint16_t>(character);
         }
     }
 }
@@ -100,11 +93,23 @@ bool FillWindows(CodePage& page, unsigned codePage) {
     page.longest = 2;
     page.pairs = ReadPairs(codePage, page.bytes);
     if (!page.pairs) return false;
-    for (unsigned byte = 0; byte < 256; ++byte) page.isLead[byte] = page.bytes[byte] == kNoCharacter;
+    for (unsigned byte = 0; byte < 256; ++byte)
+        page.isLead[byte] = page.bytes[byte] == kNoCharacter;
     for (const ByteRange& range : kTrailBytes)
         if (range.codePage == codePage)
             std::fill(page.isTrail + range.first, page.isTrail + range.last + 1, true);
     return true;
+}
+
+bool BeginEuc(CodePage& page) {
+    page.form = CodeForm::kPairs;
+    page.longest = 2;
+    page.pairs = NewTable(kPairTableSize, kNoCharacter);
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        page.bytes[byte] = byte < 0x80 ? static_cast<std::uint16_t>(byte) : kNoCharacter;
+        page.isLead[byte] = page.isTrail[byte] = IsEucByte(byte);
+    }
+    return page.pairs != nullptr;
 }
 
 bool FillCutToEuc(CodePage& page, unsigned codePage) {

@@ -35,7 +35,8 @@ Stop DecodeRest(const CodePage& page, Source& src, unsigned char*& out, unsigned
     return Stop::kDone;
 }
 
-Stop DecodeSingleByte(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd) {
+Stop DecodeSingleByte(const CodePage& page, Source& src, unsigned char*& out,
+                      unsigned char* outEnd) {
     const unsigned char* p = src.at;
     unsigned char* o = out;
     for (const unsigned char* safe = SafeEnd(p, src.end, o, outEnd); p < safe;) {

@@ -9,7 +9,8 @@ namespace {
 // Where to stop looking neither for the end of the units nor for that of the room, when a unit
 // takes at most `longest` bytes; a block short, which the fast path reads and writes ahead.
 const unsigned char* SafeEnd(const unsigned char* units, const unsigned char* unitsEnd,
-                             const unsigned char* dst, const unsigned char* dstEnd, unsigned longest) {
+                             const unsigned char* dst, const unsigned char* dstEnd,
+                             unsigned longest) {
     const std::ptrdiff_t left = (unitsEnd - units) / 2, room = (dstEnd - dst) / longest;
     const std::ptrdiff_t n = left < room ? left : room;
     return n < static_cast<std::ptrdiff_t>(kAsciiBlock) ? units : units + 2 * (n - kAsciiBlock);

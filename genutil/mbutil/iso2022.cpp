@@ -43,10 +43,13 @@ void Apply(const Escape& escape, ShiftState& state) {
     if (escape.form == CodeForm::kIso2022Jp)
         state.set = escape.value;
     else
-        state.designated = static_cast<std::uint8_t>((state.designated & escape.keep) | escape.value);
+        state.designated =
+            static_cast<std::uint8_t>((state.designated & escape.keep) | escape.value);
 }
 
-bool HasShifts(CodeForm form) { return form != CodeForm::kIso2022Jp; }
+bool HasShifts(CodeForm form) {
+    return form != CodeForm::kIso2022Jp;
+}
 
 // -- Reading ---------------------------------------------------------------------------------
 
@@ -54,7 +57,8 @@ bool HasShifts(CodeForm form) { return form != CodeForm::kIso2022Jp; }
 bool SkipControl(CodeForm form, Source& src) {
     if (src.at == src.end || *src.at > kEscape) return false;
     const std::size_t left = static_cast<std::size_t>(src.end - src.at);
-    if (HasShifts(form) && (*src.at == kShiftIn || (*src.at == kShiftOut && (src.state.designated & 3)))) {
+    if (HasShifts(form) &&
+        (*src.at == kShiftIn || (*src.at == kShiftOut && (src.state.designated & 3)))) {
         src.state.set = *src.at == kShiftOut;
         ++src.at;
         return true;
@@ -70,7 +74,9 @@ bool SkipControl(CodeForm form, Source& src) {
     return false;
 }
 
-bool IsSevenBit(unsigned byte) { return byte >= 0x21 && byte <= 0x7E; }
+bool IsSevenBit(unsigned byte) {
+    return byte >= 0x21 && byte <= 0x7E;
+}
 
 bool IsSevenBitPair(const unsigned char* p, const unsigned char* end) {
     return end - p >= 2 && IsSevenBit(p[0]) && IsSevenBit(p[1]);
@@ -92,7 +98,8 @@ unsigned PairCharacter(const std::uint16_t* table, const unsigned char* p) {
 }
 
 const std::uint16_t* CurrentTable(const CodePage& page, const ShiftState& state) {
-    if (page.form == CodeForm::kIso2022Jp && state.set == kJisX0212) return page.base->prefixed.get();
+    if (page.form == CodeForm::kIso2022Jp && state.set == kJisX0212)
+        return page.base->prefixed.get();
     if (page.form == CodeForm::kIso2022Cn && (state.designated & kCnsPlane1))
         return page.secondBase->pairs.get();
     return page.base->pairs.get();

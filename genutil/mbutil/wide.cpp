@@ -30,7 +30,9 @@ Source SourceOf(const char* text, std::size_t bytes) {
 const unsigned char* Bytes(const unsigned short* units) {
     return reinterpret_cast<const unsigned char*>(units);
 }
-unsigned char* Bytes(unsigned short* units) { return reinterpret_cast<unsigned char*>(units); }
+unsigned char* Bytes(unsigned short* units) {
+    return reinterpret_cast<unsigned char*>(units);
+}
 
 const unsigned char* EndOf(const unsigned short* text) {
     while (*text) ++text;
@@ -46,8 +48,8 @@ bool IsRawByte(const unsigned char* unit, const unsigned char* end) {
 enum class Unknown { kRefuse, kReplace };
 
 // Encodes units into dst; at a bad one puts the raw byte, or what `unknown` says.
-Stop EncodeText(const CodePage& page, const unsigned char*& units, const unsigned char* end, Sink& dst,
-                Unknown unknown) {
+Stop EncodeText(const CodePage& page, const unsigned char*& units, const unsigned char* end,
+                Sink& dst, Unknown unknown) {
     static const unsigned short question = '?';
     for (;;) {
         const Stop stop = Encode(page, units, end, dst);
@@ -112,9 +114,11 @@ void ToWideBytewise(unsigned short* out, const char* text, std::size_t bytes) {
     const CodePage* page = CurrentPage();
     const auto p = reinterpret_cast<const unsigned char*>(text);
     for (std::size_t i = 0; i < bytes; ++i) {
-        const bool tables = page && (page->form == CodeForm::kSingleByte || page->form == CodeForm::kPairs);
+        const bool tables =
+            page && (page->form == CodeForm::kSingleByte || page->form == CodeForm::kPairs);
         const unsigned character = tables ? page->bytes[p[i]] : p[i] < 0x80 ? p[i] : kNoCharacter;
-        out[i] = static_cast<unsigned short>(character != kNoCharacter ? character : kRawByte + p[i]);
+        out[i] =
+            static_cast<unsigned short>(character != kNoCharacter ? character : kRawByte + p[i]);
     }
 }
 
@@ -179,8 +183,12 @@ int ToNarrowCharacter(char* out, unsigned short character) {
     return static_cast<int>(length);
 }
 
-unsigned short ToUpperWide(unsigned short character) { return platform::ToUpper(character); }
-unsigned short ToLowerWide(unsigned short character) { return platform::ToLower(character); }
+unsigned short ToUpperWide(unsigned short character) {
+    return platform::ToUpper(character);
+}
+unsigned short ToLowerWide(unsigned short character) {
+    return platform::ToLower(character);
+}
 
 int CollateWide(const unsigned short* a, const unsigned short* b) {
     return platform::Collate(a, static_cast<std::size_t>(EndOf(a) - Bytes(a)) / 2, b,

@@ -62,16 +62,17 @@ constexpr unsigned kUserLead = 0xD8, kFirstSymbolLead = 0xD9, kFirstHanjaLead = 
 std::uint16_t SymbolOrHanja(const std::uint16_t* koreanPairs, unsigned lead, unsigned index) {
     if (lead == kUserLead) return static_cast<std::uint16_t>(0xE000 + index);
     const unsigned cell = index % 94;
-    const unsigned row = index / 94 + (lead < kFirstHanjaLead
-                                           ? (lead - kFirstSymbolLead) * 2
-                                           : (lead - kFirstHanjaLead) * 2 + kFirstHanjaRow);
+    const unsigned row =
+        index / 94 + (lead < kFirstHanjaLead ? (lead - kFirstSymbolLead) * 2
+                                             : (lead - kFirstHanjaLead) * 2 + kFirstHanjaRow);
     if (row == kJamoRow) return cell < kOldJamoCell ? kNoCharacter : kOldJamo[cell - kOldJamoCell];
     return koreanPairs[(row + 0xA1) << 8 | (cell + 0xA1)];
 }
 
 std::uint16_t Pair(const std::uint16_t* koreanPairs, unsigned lead, unsigned trail) {
     if (lead >= 0x84 && lead <= 0xD3) return Syllable(lead << 8 | trail);
-    const bool hasRows = (lead >= kUserLead && lead <= 0xDE) || (lead >= kFirstHanjaLead && lead <= 0xF9);
+    const bool hasRows =
+        (lead >= kUserLead && lead <= 0xDE) || (lead >= kFirstHanjaLead && lead <= 0xF9);
     if (!hasRows) return kNoCharacter;
     if (trail >= 0x31 && trail <= 0x7E) return SymbolOrHanja(koreanPairs, lead, trail - 0x31);
     if (trail >= 0x91 && trail <= 0xFE) return SymbolOrHanja(koreanPairs, lead, trail - 0x43);

@@ -23,8 +23,8 @@ const char* LocaleFromEnvironment(const char* category) {
 // Copies "language_COUNTRY" of "language_COUNTRY.charset@modifier"; nothing for the C locale.
 void CopyPlainName(char* out, std::size_t size, const char* locale) {
     const std::size_t length = std::strcspn(locale, ".@");
-    const bool isC = (length == 1 && locale[0] == 'C') ||
-                     (length == 5 && std::memcmp(locale, "POSIX", 5) == 0);
+    const bool isC =
+        (length == 1 && locale[0] == 'C') || (length == 5 && std::memcmp(locale, "POSIX", 5) == 0);
     out[0] = 0;
     if (isC || length >= size) return;
     std::memcpy(out, locale, length);
@@ -44,7 +44,9 @@ const UCollator* UserCollator() {
 }
 
 static_assert(sizeof(UChar) == sizeof(std::uint16_t));
-const UChar* AsUnits(const std::uint16_t* text) { return reinterpret_cast<const UChar*>(text); }
+const UChar* AsUnits(const std::uint16_t* text) {
+    return reinterpret_cast<const UChar*>(text);
+}
 
 // A capital outside the first 65536 characters cannot be told by one 16-bit character.
 std::uint16_t Narrowed(UChar32 mapped, std::uint16_t character) {
@@ -59,14 +61,23 @@ UserLocale GetUserLocale() {
     return locale;
 }
 
-unsigned AnsiCodePageOfLanguage(std::uint16_t) { return 0; }
+unsigned AnsiCodePageOfLanguage(std::uint16_t) {
+    return 0;
+}
 
-bool HasTimeZoneRegistry() { return false; }
+bool HasTimeZoneRegistry() {
+    return false;
+}
 
-std::uint16_t ToUpper(std::uint16_t character) { return Narrowed(u_toupper(character), character); }
-std::uint16_t ToLower(std::uint16_t character) { return Narrowed(u_tolower(character), character); }
+std::uint16_t ToUpper(std::uint16_t character) {
+    return Narrowed(u_toupper(character), character);
+}
+std::uint16_t ToLower(std::uint16_t character) {
+    return Narrowed(u_tolower(character), character);
+}
 
-int Collate(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b, std::size_t bLength) {
+int Collate(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b,
+            std::size_t bLength) {
     if (const UCollator* collator = UserCollator())
         return ucol_strcoll(collator, AsUnits(a), static_cast<int32_t>(aLength), AsUnits(b),
                             static_cast<int32_t>(bLength));

@@ -16,7 +16,9 @@ std::uint16_t MapCase(std::uint16_t character, DWORD flag) {
 }
 
 static_assert(sizeof(WCHAR) == sizeof(std::uint16_t));
-const WCHAR* AsWide(const std::uint16_t* text) { return reinterpret_cast<const WCHAR*>(text); }
+const WCHAR* AsWide(const std::uint16_t* text) {
+    return reinterpret_cast<const WCHAR*>(text);
+}
 
 }  // namespace
 
@@ -41,17 +43,23 @@ unsigned AnsiCodePageOfLanguage(std::uint16_t language) {
 
 bool HasTimeZoneRegistry() {
     HKEY key;
-    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Time Zones",
-                      0, KEY_QUERY_VALUE, &key) != ERROR_SUCCESS)
+    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE,
+                      "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Time Zones", 0,
+                      KEY_QUERY_VALUE, &key) != ERROR_SUCCESS)
         return false;
     RegCloseKey(key);
     return true;
 }
 
-std::uint16_t ToUpper(std::uint16_t character) { return MapCase(character, LCMAP_UPPERCASE); }
-std::uint16_t ToLower(std::uint16_t character) { return MapCase(character, LCMAP_LOWERCASE); }
+std::uint16_t ToUpper(std::uint16_t character) {
+    return MapCase(character, LCMAP_UPPERCASE);
+}
+std::uint16_t ToLower(std::uint16_t character) {
+    return MapCase(character, LCMAP_LOWERCASE);
+}
 
-int Collate(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b, std::size_t bLength) {
+int Collate(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b,
+            std::size_t bLength) {
     const int result = CompareStringW(LOCALE_USER_DEFAULT, 0, AsWide(a), static_cast<int>(aLength),
                                       AsWide(b), static_cast<int>(bLength));
     return result == 0 ? 0 : result - CSTR_EQUAL;
