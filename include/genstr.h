@@ -126,8 +126,8 @@ class GENUTIL_API CGNString {
 
     /** Makes room for n bytes without changing the text. Never shrinks. */
     CGNString& AllocateBuffer(unsigned int n);
-    /** AllocateBuffer that also chooses how the string grows: by doubling from now on when grow is
-        not 0 (until Empty()), else to just what is needed, as every string begins. */
+    /** AllocateBuffer that, when grow is not 0, makes the string grow by doubling from now on (until
+        Empty()). A string that was never told so grows to just what is needed each time. */
     CGNString& AllocateBuffer(unsigned int n, unsigned char grow);
 
     /** Back to the state of a new string: releases the buffers and ends growth by doubling. */
