@@ -29,14 +29,6 @@ class Memory {
             m_p += 16;
         }
     }
-    // Likewise over pairs of bytes that may be two katakana or one kanji.
-    void SkipAmbiguous() {
-        while (m_end - m_p >= 16) {
-            const unsigned count = jis::LeadingPairs(jis::InRange(jis::LoadBlock(m_p), 0xA1, 0xDF));
-            m_p += 2 * count;
-            if (count < 8) return;
-        }
-    }
 
   private:
     const unsigned char *m_start, *m_p, *m_end;
@@ -47,7 +39,6 @@ class Stream {
     explicit Stream(std::FILE* stream) : m_stream(stream) {}
     int Next() { return std::getc(m_stream); }
     void SkipPlain() {}
-    void SkipAmbiguous() {}
 
   private:
     std::FILE* m_stream;
@@ -100,10 +91,7 @@ int AfterKanaOrPair(Bytes& bytes, int c) {
 template <class Bytes>
 int AfterKana(Bytes& bytes, int result) {
     const int c = bytes.Next();
-    if (In(c, 0xA1, 0xDF)) {
-        bytes.SkipAmbiguous();
-        return kUndecided;
-    }
+    if (In(c, 0xA1, 0xDF)) return kUndecided;
     if (In(c, 0xF0, 0xFE)) return mbEucJp;
     if (In(c, 0xE0, 0xEF)) return AfterKanaOrPair(bytes, c);
     return c <= 0x9F ? mbShiftJis : result;

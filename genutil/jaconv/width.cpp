@@ -76,12 +76,11 @@ unsigned ByteAt(const char* p, int index) {
     return static_cast<unsigned char>(p[index]);
 }
 
-// The half-width katakana that is the character at p, `length` bytes long; 0 when it is none.
-unsigned KanaAt(const char* p, int length) {
-    const unsigned byte = ByteAt(p, length - 1);
-    if (!jis::IsKana(byte)) return 0;
-    if (g_codeSetState.codeSet == mbShiftJis) return length == 1 ? byte : 0;
-    return length == 2 && ByteAt(p, 0) == 0x8E ? byte : 0;
+// The half-width katakana at the head of p; 0 when there is none.
+unsigned KanaAt(const char* p) {
+    const unsigned first = ByteAt(p, 0);
+    if (g_codeSetState.codeSet == mbShiftJis) return jis::IsKana(first) ? first : 0;
+    return first == 0x8E && jis::IsKana(ByteAt(p, 1)) ? ByteAt(p, 1) : 0;
 }
 
 }  // namespace
@@ -95,8 +94,8 @@ char* mbHanToZenStr(const char* src, char* dst) {
     for (const char* p = src; *p != '\0';) {
         const int length = mbbytesinchar(reinterpret_cast<const unsigned char*>(p));
         const char* const next = p + length;
-        if (const unsigned kana = KanaAt(p, length)) {
-            const unsigned mark = KanaAt(next, length);
+        if (const unsigned kana = KanaAt(p)) {
+            const unsigned mark = KanaAt(next);
             const unsigned joined = mark == 0 ? 0 : jis::JoinedKana(kana, mark);
             out = PutJis(out, joined != 0 ? joined : jis::FullWidthKana(kana));
             p = joined != 0 ? next + length : next;
