@@ -1,0 +1,20 @@
+#include "genutil/allocate.h"
+
+#include <cstdlib>
+
+namespace genutil {
+
+bool (*g_allocationGate)(std::size_t bytes) = nullptr;
+
+void* Allocate(std::uint64_t bytes) {
+    const auto size = static_cast<std::size_t>(bytes);
+    if (size != bytes) return nullptr;
+    if (g_allocationGate && !g_allocationGate(size)) return nullptr;
+    return std::malloc(size);
+}
+
+void Release(void* memory) {
+    std::free(memory);
+}
+
+}  // namespace genutil

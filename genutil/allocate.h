@@ -1,0 +1,34 @@
+// Memory that the library owns. Failure is a null result; nothing throws.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace genutil {
+
+// A size that does not fit in the address space fails as a full memory does.
+void* Allocate(std::uint64_t bytes);
+void Release(void* memory);  // null is allowed
+
+// For tests: asked before each allocation while not null; false makes that one fail.
+extern bool (*g_allocationGate)(std::size_t bytes);
+
+// Releases what it holds when it goes out of scope.
+template <class T>
+class Owned {
+  public:
+    explicit Owned(T* memory = nullptr) : m_memory(memory) {}
+    Owned(const Owned&) = delete;
+    Owned& operator=(const Owned&) = delete;
+    ~Owned() { Release(m_memory); }
+    T* Get() const { return m_memory; }
+    void Reset(T* memory) {
+        Release(m_memory);
+        m_memory = memory;
+    }
+
+  private:
+    T* m_memory;
+};
+
+}  // namespace genutil

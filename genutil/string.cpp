@@ -1,0 +1,276 @@
+// CGNString's bytes: storage, assignment, appending, comparison.
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <utility>
+
+#include "genstr.h"
+#include "genutil/string_storage.h"
+#include "mbutil.h"
+
+using genutil::CopyUnits;
+using genutil::Grow;
+using genutil::NewText;
+using genutil::Owned;
+
+namespace {
+
+// The text of every string without a buffer. Nothing writes to it: a plain store of 0 from two
+// threads at once would already be a race.
+char g_noText[1];
+
+}  // namespace
+
+// The layout is part of the product: programs derive from the class and look into it.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+void CGNString::CheckLayout() {
+    constexpr std::size_t p = sizeof(void*);
+    static_assert(p != 4 || sizeof(CGNString) == 32);
+    static_assert(offsetof(CGNString, m_wide) == p);
+    static_assert(offsetof(CGNString, m_wideLength) == 2 * p);
+    static_assert(offsetof(CGNString, m_wideCapacity) == 2 * p + 4);
+    static_assert(offsetof(CGNString, m_data) == 2 * p + 8);
+    static_assert(offsetof(CGNString, m_length) == 3 * p + 8);
+    static_assert(offsetof(CGNString, m_capacity) == 3 * p + 12);
+    static_assert(offsetof(CGNString, m_flags) == 3 * p + 16);
+}
+#pragma GCC diagnostic pop
+
+// -- Buffers -------------------------------------------------------------------------------------
+
+void CGNString::InitValue() {
+    m_wide = nullptr;
+    m_wideLength = 0;
+    m_wideCapacity = 0;
+    m_data = g_noText;
+    m_length = 0;
+    m_capacity = 0;
+    m_flags = 0;
+}
+
+bool CGNString::OwnsData() const {
+    return m_data && m_data != g_noText;
+}
+
+void CGNString::FreeBuffers() {
+    if (OwnsData()) genutil::Release(m_data);
+    m_data = nullptr;
+    m_length = 0;
+    m_capacity = 0;
+    DropWide();
+}
+
+void CGNString::Swap(CGNString& other) {
+    std::swap(m_wide, other.m_wide);
+    std::swap(m_wideLength, other.m_wideLength);
+    std::swap(m_wideCapacity, other.m_wideCapacity);
+    std::swap(m_data, other.m_data);
+    std::swap(m_length, other.m_length);
+    std::swap(m_capacity, other.m_capacity);
+    std::swap(m_flags, other.m_flags);
+}
+
+unsigned int CGNString::ReallocateToNumBytes(unsigned int n) {
+    Owned<char> old;
+    Grow(m_data, m_length, m_capacity, OwnsData(), m_flags & genutil::kGrowByDoubling, n, old);
+    return m_capacity;
+}
+
+// The text becomes its first `offset` bytes and n bytes of s, which may lie in the old text.
+void CGNString::StoreBytes(const char* s, std::uint64_t offset, std::uint64_t n) {
+    Owned<char> old;
+    const bool doubling = m_flags & genutil::kGrowByDoubling;
+    if (!Grow(m_data, m_length, m_capacity, OwnsData(), doubling, offset + n, old)) return;
+    CopyUnits(m_data + offset, s, n);
+    m_length = static_cast<std::uint32_t>(offset + n);
+    m_data[m_length] = 0;
+    DropWide();
+}
+
+// The text becomes n bytes of s and 0 bytes up to `length`, in a buffer of just that size.
+void CGNString::TakeBytes(const char* s, std::uint64_t n, std::uint64_t length) {
+    char* text = NewText<char>(length);
+    if (!text) return;
+    CopyUnits(text, s, n);
+    std::memset(text + n, 0, static_cast<std::size_t>(length - n) + 1);
+    FreeBuffers();
+    m_data = text;
+    m_length = m_capacity = static_cast<std::uint32_t>(length);
+}
+
+void CGNString::ExpandBufferToDataBuffer(char* s) {
+    Owned<char> old;
+    const std::size_t n = std::strlen(s);
+    const bool doubling = m_flags & genutil::kGrowByDoubling;
+    if (!Grow(m_data, m_length, m_capacity, OwnsData(), doubling, n, old)) return;
+    CopyUnits(m_data, s, n);
+    m_length = static_cast<std::uint32_t>(n);
+    m_data[n] = 0;
+}
+
+// -- Construction --------------------------------------------------------------------------------
+
+CGNString::CGNString() {
+    InitValue();
+}
+
+CGNString::CGNString(const char* s, int capacity) {
+    InitValue();
+    if (!s) return;
+    const std::size_t length = std::strlen(s);
+    const std::uint64_t room = capacity > 0 ? static_cast<unsigned>(capacity) : 0;
+    const std::uint64_t taken = std::max<std::uint64_t>(room, length);
+    char* text = NewText<char>(taken);
+    if (!text) return;
+    std::memcpy(text, s, length + 1);
+    m_data = text;
+    m_length = static_cast<std::uint32_t>(length);
+    m_capacity = static_cast<std::uint32_t>(taken);
+}
+
+CGNString::CGNString(const CGNString& other) {
+    InitValue();
+    if (other.IsEmpty()) return;
+    char* text = NewText<char>(other.m_capacity);
+    if (!text) return;
+    CopyUnits(text, other.m_data, other.m_length);
+    text[other.m_length] = 0;
+    m_data = text;
+    m_length = other.m_length;
+    m_capacity = other.m_capacity;
+    m_flags = other.m_flags;
+    if (!other.m_wide) return;
+    m_wide = NewText<unsigned short>(other.m_wideCapacity);
+    if (!m_wide) return;
+    CopyUnits(m_wide, other.m_wide, other.m_wideLength);
+    m_wide[other.m_wideLength] = 0;
+    m_wideLength = other.m_wideLength;
+    m_wideCapacity = other.m_wideCapacity;
+}
+
+CGNString::~CGNString() {
+    FreeBuffers();
+}
+
+// -- Assignment ----------------------------------------------------------------------------------
+
+CGNString& CGNString::operator=(const CGNString& other) {
+    if (this == &other) return *this;
+    if (other.IsEmpty()) return Empty();
+    StoreBytes(other.m_data, 0, std::strlen(other.m_data));
+    return *this;
+}
+
+CGNString& CGNString::operator=(const char* s) {
+    if (!s) return Empty();
+    StoreBytes(s, 0, std::strlen(s));
+    return *this;
+}
+
+CGNString& CGNString::Set(const CGNString& other) {
+    return *this = other;
+}
+
+CGNString& CGNString::CopyNBytes(const char* s, unsigned int n) {
+    if (!s) return Empty();
+    const void* end = std::memchr(s, 0, n);
+    TakeBytes(s, end ? static_cast<std::size_t>(static_cast<const char*>(end) - s) : n, n);
+    return *this;
+}
+
+CGNString& CGNString::CopyUntil(const char* s, const char* delimiter) {
+    if (!s) return *this = "";
+    const char* end = mbstrstr(s, delimiter ? delimiter : "");
+    const std::size_t n = end ? static_cast<std::size_t>(end - s) : std::strlen(s);
+    TakeBytes(s, n, n);
+    return *this;
+}
+
+CGNString& CGNString::CopyUntil(const char* s, char delimiter) {
+    const char text[2] = {delimiter, 0};
+    return CopyUntil(s, text);
+}
+
+// -- Appending -----------------------------------------------------------------------------------
+
+CGNString& CGNString::operator+=(const CGNString& other) {
+    if (!other.IsEmpty()) StoreBytes(other.m_data, m_length, other.m_length);
+    return *this;
+}
+
+CGNString& CGNString::operator+=(const char* s) {
+    if (s) StoreBytes(s, m_length, std::strlen(s));
+    return *this;
+}
+
+CGNString& CGNString::operator+=(char c) {
+    StoreBytes(&c, m_length, 1);
+    return *this;
+}
+
+CGNString& CGNString::AppendNChars(const char* s, unsigned int n) {
+    CGNString taken;
+    taken.CopyNChars(s, n);
+    return *this += taken;
+}
+
+CGNString& CGNString::AppendUntil(const char* s, const char* delimiter) {
+    CGNString taken;
+    taken.CopyUntil(s, delimiter);
+    return *this += taken;
+}
+
+CGNString& CGNString::AppendUntil(const char* s, char delimiter) {
+    const char text[2] = {delimiter, 0};
+    return AppendUntil(s, text);
+}
+
+// -- Room ----------------------------------------------------------------------------------------
+
+CGNString& CGNString::AllocateBuffer(unsigned int n) {
+    return AllocateBuffer(n, 0);
+}
+
+CGNString& CGNString::AllocateBuffer(unsigned int n, unsigned char grow) {
+    if (grow) m_flags |= genutil::kGrowByDoubling;
+    ReallocateToNumBytes(n);
+    return *this;
+}
+
+CGNString& CGNString::Empty() {
+    FreeBuffers();
+    InitValue();
+    return *this;
+}
+
+CGNString& CGNString::Clear() {
+    if (m_capacity != 0) m_data[0] = 0;
+    m_length = 0;
+    if (m_wide) {
+        m_wide[0] = 0;
+        m_wideLength = 0;
+        // The buffer stays, but what grows next must not rely on its size.
+        m_wideCapacity = 0;
+    }
+    return *this;
+}
+
+// -- Bytes ---------------------------------------------------------------------------------------
+
+unsigned int CGNString::GetString(char* out, unsigned int size) const {
+    if (size == 0 || !out) return 0;
+    out[0] = 0;
+    if (IsEmpty()) return 0;
+    mbstrncpy(out, m_data, size);
+    out[size - 1] = 0;
+    return static_cast<unsigned int>(std::strlen(out));
+}
+
+unsigned char CGNString::operator==(const CGNString& other) const {
+    return m_length == other.m_length && std::strcmp(m_data, other.m_data) == 0;
+}
+
+unsigned char CGNString::operator==(const char* s) const {
+    return s ? std::strcmp(m_data, s) == 0 : IsEmpty();
+}

@@ -1,0 +1,58 @@
+// Buffers of text: what CGNString's two buffers have in common.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+
+#include "genutil/allocate.h"
+#include "genutil/assert_allocation.h"
+
+namespace genutil {
+
+constexpr std::uint32_t kGrowByDoubling = 1;
+
+// With its terminator a text of this many units still has a 32-bit count.
+constexpr std::uint64_t kMaxTextLength = 0xFFFFFFFE;
+
+// Room for `capacity` units and a terminator; null, after the report, when there is none.
+template <class Unit>
+Unit* NewText(std::uint64_t capacity, long line = __builtin_LINE()) {
+    void* text = capacity <= kMaxTextLength ? Allocate((capacity + 1) * sizeof(Unit)) : nullptr;
+    AssertAllocation(text != nullptr, "genutil/genstr", line);
+    return static_cast<Unit*>(text);
+}
+
+// The capacity to grow to for n units: exactly n, or `capacity` doubled until it holds them (which
+// keeps it when n is the capacity). A doubling beyond 32 bits falls back to n.
+inline std::uint64_t GrownCapacity(std::uint64_t capacity, std::uint64_t n, bool doubling) {
+    if (!doubling || capacity == 0) return n;
+    while (capacity < n) capacity *= 2;
+    return capacity <= kMaxTextLength ? capacity : n;
+}
+
+template <class Unit>
+void CopyUnits(Unit* to, const Unit* from, std::uint64_t count) {
+    if (count != 0) std::memmove(to, from, static_cast<std::size_t>(count) * sizeof(Unit));
+}
+
+// Makes room for n units in a buffer that ends up larger than, or else newly allocated for, n; the
+// text moves along. What it was in stays alive in `old`, because the caller's argument may lie
+// there. `owned` tells a buffer of the string from the shared byte. False when there is no such
+// room.
+template <class Unit>
+bool Grow(Unit*& text, std::uint32_t length, std::uint32_t& capacity, bool owned, bool doubling,
+          std::uint64_t n, Owned<Unit>& old) {
+    if (n < capacity) return true;
+    const std::uint64_t grownCapacity = GrownCapacity(capacity, n, doubling);
+    Unit* grown = NewText<Unit>(grownCapacity);
+    if (!grown) return owned && n <= capacity;
+    if (!owned) length = 0;
+    CopyUnits(grown, text, length);
+    grown[length] = 0;
+    if (owned) old.Reset(text);
+    text = grown;
+    capacity = static_cast<std::uint32_t>(grownCapacity);
+    return true;
+}
+
+}  // namespace genutil

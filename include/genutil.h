@@ -1,0 +1,8 @@
+/* Every exported family of the library. */
+#ifndef GENUTIL_GENUTIL_H
+#define GENUTIL_GENUTIL_H
+
+#include "genstr.h"
+#include "mbutil.h"
+
+#endif

@@ -1,0 +1,410 @@
+// CGNString's two buffers: how they grow, that they stay in step, and what is left when memory
+// runs out.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "genstr.h"
+#include "genutil/allocate.h"
+#include "genutil/mbutil/wide.h"
+#include "genutil/string_storage.h"
+#include "tests/support/with_code_set.h"
+
+namespace {
+
+using Wide = unsigned short;
+
+// Opens the protected part.
+class Probe : public CGNString {
+  public:
+    using CGNString::CGNString;
+    using CGNString::operator=;
+    using CGNString::DuplicateDataFromWzBuffer;
+    using CGNString::DuplicateWzBufferFromData;
+    using CGNString::ExpandBufferToDataBuffer;
+    using CGNString::ExpandBufferToWzBuffer;
+    using CGNString::FreeBuffers;
+    using CGNString::FreeWzBuffer;
+    using CGNString::InitValue;
+    using CGNString::m_capacity;
+    using CGNString::m_data;
+    using CGNString::m_flags;
+    using CGNString::m_length;
+    using CGNString::m_wide;
+    using CGNString::m_wideCapacity;
+    using CGNString::m_wideLength;
+    using CGNString::ReallocateToNumBytes;
+    using CGNString::ReallocateToNumChars;
+
+    std::string Bytes() const { return {m_data, m_length}; }
+};
+
+std::vector<Wide> Characters(const Probe& s) {
+    const Wide* end = s.m_wide;
+    while (*end) ++end;
+    return {static_cast<const Wide*>(s.m_wide), end};
+}
+
+// What holds between operations, whatever they were.
+void ExpectSound(const Probe& s) {
+    ASSERT_NE(s.m_data, nullptr);
+    EXPECT_EQ(s.m_data[s.m_length], 0);
+    EXPECT_LE(s.m_length, s.m_capacity);
+    if (!s.m_wide) {
+        EXPECT_EQ(s.m_wideLength, 0u);
+        EXPECT_EQ(s.m_wideCapacity, 0u);
+        return;
+    }
+    EXPECT_EQ(s.m_wide[s.m_wideLength], 0);
+    EXPECT_LE(s.m_wideLength, s.m_wideCapacity);
+    Probe fresh;
+    fresh.CopyNBytes(s, s.m_length);
+    fresh.DuplicateWzBufferFromData();
+    EXPECT_EQ(Characters(fresh), Characters(s));
+}
+
+TEST(StringStorage, ConstructorsTakeTheCapacityAskedFor) {
+    const struct {
+        int line;
+        Probe s;
+        unsigned length, capacity;
+    } rows[] = {
+        {__LINE__, Probe(), 0, 0},          {__LINE__, Probe(nullptr, 100), 0, 0},
+        {__LINE__, Probe("abc", 1), 3, 3},  {__LINE__, Probe("abc", 10), 3, 10},
+        {__LINE__, Probe("abc", -1), 3, 3}, {__LINE__, Probe("", 10), 0, 10},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        EXPECT_EQ(row.s.m_length, row.length);
+        EXPECT_EQ(row.s.m_flags, 0u);
+        EXPECT_EQ(row.s.m_wide, nullptr);
+        ExpectSound(row.s);
+    }
+    const Probe wide(std::vector<Wide>{'a', 'b', 0}.data(), 50);
+    EXPECT_EQ(wide.m_wideCapacity, 2u);
+    EXPECT_EQ(wide.m_capacity, 2u);
+    EXPECT_EQ(Probe().m_data, Probe(nullptr, 100).m_data);
+}
+
+TEST(StringStorage, CopyTakesCapacityGrowthAndCharacters) {
+    Probe s("abc", 10);
+    s.AllocateBuffer(12, 1);
+    s.GetAt(0);
+    const Probe copy(s);
+    EXPECT_EQ(copy.m_capacity, s.m_capacity);
+    EXPECT_EQ(copy.m_flags, 1u);
+    EXPECT_EQ(copy.m_wideLength, 3u);
+    EXPECT_EQ(copy.m_wideCapacity, 3u);
+    ExpectSound(copy);
+    s.Clear();
+    EXPECT_EQ(s.m_wideCapacity, 0u);
+    const Probe ofEmpty(s);
+    EXPECT_EQ(ofEmpty.m_capacity, 0u);
+    EXPECT_EQ(ofEmpty.m_flags, 0u);
+    EXPECT_EQ(ofEmpty.m_wide, nullptr);
+}
+
+TEST(StringStorage, GrowsAsAsked) {
+    const struct {
+        int line;
+        unsigned first;
+        bool doubling;
+        unsigned second, capacity;
+    } rows[] = {
+        {__LINE__, 4, false, 9, 9}, {__LINE__, 4, true, 9, 16}, {__LINE__, 4, true, 8, 8},
+        {__LINE__, 4, true, 4, 4},  {__LINE__, 4, true, 3, 4},  {__LINE__, 9, false, 4, 9},
+        {__LINE__, 0, true, 5, 5},  {__LINE__, 1, true, 5, 8},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        Probe s;
+        EXPECT_EQ(s.ReallocateToNumBytes(row.first), row.first);
+        s.AllocateBuffer(row.first, row.doubling);
+        EXPECT_EQ(s.ReallocateToNumBytes(row.second), row.capacity);
+        Probe w;
+        w.AllocateBuffer(1, row.doubling);
+        EXPECT_EQ(w.ReallocateToNumChars(row.first), row.first);
+        EXPECT_EQ(w.ReallocateToNumChars(row.second), row.capacity);
+        EXPECT_EQ(w.m_wide[0], 0);
+    }
+    EXPECT_EQ(genutil::GrownCapacity(3000000000u, 4000000000u, true), 4000000000u);
+
+    Probe s("abcd");
+    const Probe keep(s);
+    const char* const before = s.m_data;
+    s.ReallocateToNumBytes(4);  // a size equal to the capacity is given a new buffer
+    EXPECT_NE(s.m_data, before);
+    EXPECT_TRUE(s == keep);
+    s.Empty();
+    s.AllocateBuffer(4, 1).Empty();
+    EXPECT_EQ(s.m_flags, 0u);
+}
+
+TEST(StringStorage, WideGrowthAfterClearTrustsNothing) {
+    Probe s("abcdef");
+    s.AllocateBuffer(6, 1);
+    s.GetAt(0);
+    s.Clear();
+    Wide text[] = {'1', '2', '3', '4', '5', '6', '7', '8', 0};
+    s.ExpandBufferToWzBuffer(text);
+    EXPECT_EQ(s.m_wideCapacity, 8u);
+    s.DuplicateDataFromWzBuffer();
+    EXPECT_STREQ(s, "12345678");
+    ExpectSound(s);
+    s.ExpandBufferToWzBuffer(s.m_wide + 5);
+    char bytes[] = "678";
+    s.ExpandBufferToDataBuffer(bytes);
+    EXPECT_EQ(s.m_capacity, 8u);
+    ExpectSound(s);
+    s.FreeBuffers();
+    EXPECT_EQ(s.m_data, nullptr);
+    s.InitValue();
+    ExpectSound(s);
+}
+
+// Where a character does not convert, the two forms give the bytes different room.
+TEST(StringStorage, LossyBytesAreCutAtWholeCharacters) {
+    WithCodeSet codeSet(mbUtf8);
+    const Wide text[] = {0xD800, 0x3042, 0x3044, 0x3046, 0};
+    EXPECT_EQ(Probe(text).Bytes(), "?\xE3\x81\x82\xE3\x81\x84");
+    const Probe roomy(text);
+    roomy.DuplicateDataFromWzBuffer();
+    EXPECT_EQ(roomy.Bytes(), "?\xE3\x81\x82\xE3\x81\x84\xE3\x81\x86");
+}
+
+// -- Memory that runs out ------------------------------------------------------------------------
+
+int g_allocations = 0;
+int g_failing = -1;
+
+struct Gate {
+    explicit Gate(int failing) {
+        g_allocations = 0;
+        g_failing = failing;
+        genutil::g_allocationGate = [](std::size_t) { return g_allocations++ != g_failing; };
+    }
+    ~Gate() { genutil::g_allocationGate = nullptr; }
+};
+
+TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
+    WithCodeSet codeSet(mbShiftJis);
+    static const Wide kWide[] = {'w', 0x3042, 0x0E01, 0};  // the last is not in the code set
+    static const CGNString kOther("Other\x82\xA0");
+    const struct {
+        int line;
+        std::function<void(Probe&)> operation;
+    } rows[] = {
+        {__LINE__, [](Probe& s) { s = kOther; }},
+        {__LINE__, [](Probe& s) { s = "a longer text than before"; }},
+        {__LINE__, [](Probe& s) { s += kOther; }},
+        {__LINE__, [](Probe& s) { s += "more"; }},
+        {__LINE__, [](Probe& s) { s += 'c'; }},
+        {__LINE__, [](Probe& s) { s += kWide; }},
+        {__LINE__, [](Probe& s) { s += s; }},
+        {__LINE__, [](Probe& s) { s.CopyNBytes("abcdefghijklmnop", 12); }},
+        {__LINE__, [](Probe& s) { s.CopyNChars("a\x82\xA0\x82\xA0", 2); }},
+        {__LINE__, [](Probe& s) { s.CopyNChars("a\xFF", 2); }},
+        {__LINE__, [](Probe& s) { s.CopyNChars(kWide, 3); }},
+        {__LINE__, [](Probe& s) { s.AppendNChars("a\x82\xA0", 2); }},
+        {__LINE__, [](Probe& s) { s.CopyUntil("key=value", "="); }},
+        {__LINE__, [](Probe& s) { s.AppendUntil("key=value", '='); }},
+        {__LINE__, [](Probe& s) { s.AllocateBuffer(200, 1); }},
+        {__LINE__, [](Probe& s) { s.SetAt(1, 'x'); }},
+        {__LINE__, [](Probe& s) { s.SetCodePageCharAt(0, "\x82\xA0"); }},
+        {__LINE__, [](Probe& s) { s.GetAt(1); }},
+        {__LINE__, [](Probe& s) { s.IsEqualNoCase(kOther); }},
+        {__LINE__, [](Probe& s) { s.Collate(kOther); }},
+        {__LINE__, [](Probe& s) { s = CGNString(kOther); }},
+        {__LINE__, [](Probe& s) { s = CGNString("text", 30); }},
+        {__LINE__, [](Probe& s) { s = Probe(kWide); }},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        const Probe start("old\x82\xA0");
+        Probe done(start);
+        int needed = 0;
+        {
+            Gate count(-1);
+            row.operation(done);
+            needed = g_allocations;
+        }
+        ASSERT_GT(needed, 0);
+        for (int failing = 0; failing < needed; ++failing) {
+            SCOPED_TRACE(failing);
+            Probe s(start);
+            testing::internal::CaptureStderr();
+            {
+                Gate gate(failing);
+                row.operation(s);
+            }
+            EXPECT_EQ(testing::internal::GetCapturedStderr().compare(0, 15, "genutil/genstr("), 0);
+            EXPECT_TRUE(s.Bytes() == start.Bytes() || s.Bytes() == done.Bytes() || s.IsEmpty())
+                << s.Bytes();
+            ExpectSound(s);
+            s = start;
+            row.operation(s);
+            EXPECT_EQ(s.Bytes(), done.Bytes());
+            ExpectSound(s);
+        }
+    }
+}
+
+TEST(StringStorage, ImpossibleSizesFailLikeMemory) {
+    Probe s("abc");
+    s.AllocateBuffer(0xFFFFFFFFu);
+    s.CopyNBytes("x", 0xFFFFFFFFu);
+    s.CopyNChars("x", 0xFFFFFFFFu);
+    s.CopyNChars("x", 0x60000000u);
+    s.AppendNChars("x", 0xFFFFFFFFu);
+    s.ReallocateToNumChars(0xFFFFFFFFu);
+    EXPECT_STREQ(s, "abc");
+    ExpectSound(s);
+}
+
+// -- Any operations in any order -----------------------------------------------------------------
+
+struct Alphabet {
+    int codeSet;
+    std::vector<std::string> characters;
+};
+
+const Alphabet kAlphabets[] = {
+    {0, {"a", "=", "\xE9", "\x80"}},
+    {4, {"a", "=", "\xA4\xA2", "\x8E\xB1", "\x8F\xB0\xA1"}},
+    {5, {"a", "=", "\xB1", "\x82\xA0", "\x95\x5C"}},
+    {9, {"a", "=", "\xA4\xA4", "\xA5\x5C"}},
+    {11, {"a", "=", "\xC7\xD1", "\x81\x41"}},
+    {65, {"a", "=", "\xC3\xA9", "\xE3\x81\x82"}},
+};
+
+// What CGNString should be, as a plain list of characters.
+using Model = std::vector<std::string>;
+
+std::string Join(const Model& model) {
+    std::string text;
+    for (const std::string& character : model) text += character;
+    return text;
+}
+
+Model RandomText(std::mt19937& random, const Alphabet& alphabet, unsigned longest) {
+    Model text(random() % (longest + 1));
+    for (std::string& c : text) c = alphabet.characters[random() % alphabet.characters.size()];
+    return text;
+}
+
+void Append(Model& model, const Model& more) {
+    const Model copy(more);
+    model.insert(model.end(), copy.begin(), copy.end());
+}
+
+Model Until(const Model& model, const std::string& delimiter) {
+    return {model.begin(), std::find(model.begin(), model.end(), delimiter)};
+}
+
+void RandomStep(std::mt19937& random, const Alphabet& alphabet, Probe& s, Model& model) {
+    const Model other = RandomText(random, alphabet, 12);
+    const std::string text = Join(other);
+    const unsigned position = random() % 16;
+    const std::string& character = alphabet.characters[random() % alphabet.characters.size()];
+    const unsigned first = model.empty() ? 0 : random() % model.size();
+    const Model tail(model.begin() + first, model.end());
+    const char* const inside = s.m_data + (Join(model).size() - Join(tail).size());
+    const Model start(other.begin(), other.begin() + std::min<std::size_t>(position, other.size()));
+    switch (random() % 15) {
+        case 0:
+            s = text.c_str();
+            model = other;
+            break;
+        case 1:
+            s = CGNString(text.c_str());
+            model = other;
+            break;
+        case 2:
+            s += text.c_str();
+            Append(model, other);
+            break;
+        case 3:
+            s += CGNString(text.c_str());
+            Append(model, other);
+            break;
+        case 4:
+            s = inside;
+            model = tail;
+            break;
+        case 5:
+            s += inside;
+            Append(model, tail);
+            break;
+        case 6:
+            s.CopyNBytes(inside, static_cast<unsigned>(std::strlen(inside)));
+            model = tail;
+            break;
+        case 7:
+            s.CopyNChars(text.c_str(), position);
+            model = start;
+            break;
+        case 8:
+            s.AppendNChars(text.c_str(), position);
+            Append(model, start);
+            break;
+        case 9:
+            s.CopyUntil(text.c_str(), '=');
+            model = Until(other, "=");
+            break;
+        case 10:
+            s.AppendUntil(inside, character.c_str());
+            Append(model, Until(tail, character));
+            break;
+        case 11:
+            s.AllocateBuffer(random() % 100, random() % 4 == 0);
+            break;
+        case 12:
+            s += '=';
+            model.push_back("=");
+            break;
+        case 13:
+            random() % 2 ? s.Clear() : s.Empty();
+            model.clear();
+            break;
+        default: {
+            // Behind a text that CopyNChars took short there are positions without a character.
+            const bool there = position < model.size();
+            const bool stored = s.SetCodePageCharAt(static_cast<int>(position), character.c_str());
+            if (there) model[position] = character;
+            EXPECT_EQ(stored, position < s.m_wideLength);
+        }
+    }
+    if (model.size() > 200) {
+        s.Clear();
+        model.clear();
+    }
+}
+
+TEST(StringStorage, BothBuffersFollowAnyOperations) {
+    for (const Alphabet& alphabet : kAlphabets) {
+        SCOPED_TRACE(alphabet.codeSet);
+        WithCodeSet codeSet(alphabet.codeSet);
+        std::mt19937 random(2024);
+        Probe s;
+        Model model;
+        for (int step = 0; step < 5000 && !testing::Test::HasFailure(); ++step) {
+            SCOPED_TRACE(step);
+            RandomStep(random, alphabet, s, model);
+            ASSERT_EQ(s.Bytes(), Join(model));
+            ASSERT_EQ(s.GetNumChars(), model.size());
+            if (random() % 3 == 0 && !model.empty()) {
+                const unsigned index = random() % model.size();
+                char out[8];
+                EXPECT_EQ(s.GetCodePageCharAt(static_cast<int>(index), out), model[index]);
+            }
+            ExpectSound(s);
+        }
+    }
+}
+
+}  // namespace
