@@ -11,7 +11,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 // A copy of exactly the right size lets a sanitizer see a read behind the end.
 static void RunOn(const std::vector<std::uint8_t>& bytes, std::size_t size) {
-    const std::vector<std::uint8_t> exact(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size));
+    const std::vector<std::uint8_t> exact(bytes.begin(),
+                                          bytes.begin() + static_cast<std::ptrdiff_t>(size));
     LLVMFuzzerTestOneInput(exact.data(), exact.size());
 }
 

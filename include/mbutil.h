@@ -95,31 +95,31 @@ GENUTIL_API unsigned char mbIsJapanese(void);
     @param ignored has no effect: programs pass a number and expect the current name.
     @param dst receives at most 11 characters and a terminator.
     @return dst. Never initialises. */
-GENUTIL_API char *SetCodePage(int ignored, char *dst);
+GENUTIL_API char* SetCodePage(int ignored, char* dst);
 
 /** @return the code set that a free-form name denotes ("Shift-JIS", "cp1250", "ISO-8859-15"); the
     first known keyword in it decides, in any letter case, with "-" as "_". 0 for null, empty and
     unknown names. */
-GENUTIL_API int mbGetCodeSet(const char *name);
+GENUTIL_API int mbGetCodeSet(const char* name);
 
 /** @return the code set of a MIME character-set name ("shift_jis", "euc-kr"), in any letter case;
     for any other name what mbGetCodeSet gives. 0 for null and empty. */
-GENUTIL_API int mbGetCodeSetFromCharset(const char *name);
+GENUTIL_API int mbGetCodeSetFromCharset(const char* name);
 
 /** Writes the MIME character-set name of a code set (empty when it has none, as 6 and 12).
     @param dst receives at most 21 characters and a terminator.
     @param codeSet the code set to name. */
-GENUTIL_API void SetCharset(char *dst, int codeSet);
+GENUTIL_API void SetCharset(char* dst, int codeSet);
 
 /** Rewrites an ISO 8859 MIME name into that of the Windows code page used for the same text.
     @param name at least 13 bytes; changed only for ISO 8859-1, -2, -4 to -9 and -15.
     @return null when name has no "8859" in it; name otherwise, changed or not. */
-GENUTIL_API char *MapToWindowsCharsetName(char *name);
+GENUTIL_API char* MapToWindowsCharsetName(char* name);
 
 /** @return the Windows locale identifier of a locale name such as "ja_JP" ("en_US.UTF-8" and the
     like are cut at the first "." or "@"); for null or empty that of the user's locale; 0 when the
     name is not known. */
-GENUTIL_API unsigned long mbGetLCID(const char *localeName);
+GENUTIL_API unsigned long mbGetLCID(const char* localeName);
 
 /* -- Stepping -------------------------------------------------------------------------------- */
 
@@ -127,9 +127,9 @@ GENUTIL_API unsigned long mbGetLCID(const char *localeName);
     terminator, for null and for n = 0; 1 to 4; -1 for an invalid sequence. When n cuts the
     character, the length that its lead byte promises. In a code set without characters of several
     bytes, and in 3, always 1, without looking at p. */
-GENUTIL_API int mblenExt(const unsigned char *p, unsigned n, int codeSet);
+GENUTIL_API int mblenExt(const unsigned char* p, unsigned n, int codeSet);
 /** mblenExt in the current code set. */
-GENUTIL_API int mb_mblen(const unsigned char *p, unsigned n);
+GENUTIL_API int mb_mblen(const unsigned char* p, unsigned n);
 
 /** @return 1 when byte value c (0 to 255) begins a character of several bytes, else 0. */
 GENUTIL_API int isleadbyteExt(int c, int codeSet);
@@ -143,33 +143,33 @@ GENUTIL_API int mbmaxcharlen(void);
 
 /** @return the number of bytes to step over the character at p: 1 to 4, and 1 at a terminator and
     at an invalid sequence. */
-GENUTIL_API int mbbytesinchartype(const unsigned char *p, int codeSet);
+GENUTIL_API int mbbytesinchartype(const unsigned char* p, int codeSet);
 /** mbbytesinchartype in the current code set. */
-GENUTIL_API int mbbytesinchar(const unsigned char *p);
+GENUTIL_API int mbbytesinchar(const unsigned char* p);
 
 /** @return byte index idx moved back to the start of the character that contains it; strlen(s), or
     the start of a last character that is cut short, for an idx at or past the end. While the
     *current* code set is single-byte, idx unchanged, whatever codeSet is. */
-GENUTIL_API unsigned mbidxtype(const char *s, unsigned idx, int codeSet);
+GENUTIL_API unsigned mbidxtype(const char* s, unsigned idx, int codeSet);
 /** mbidxtype in the current code set. */
-GENUTIL_API unsigned mbidx(const char *s, unsigned idx);
+GENUTIL_API unsigned mbidx(const char* s, unsigned idx);
 
 /** @return byte index of the character behind the one that contains byte idx; 0 when there is none.
     @param s the text. @param idx at most strlen(s). Takes constant time but inside a run of
     double-byte characters, which it looks back over. */
-GENUTIL_API unsigned mbnextidx(const char *s, unsigned idx);
+GENUTIL_API unsigned mbnextidx(const char* s, unsigned idx);
 
 /** @return pointer form of mbnextidx: null when there is no further character. */
-GENUTIL_API char *mbnextchar(const char *s, unsigned idx);
+GENUTIL_API char* mbnextchar(const char* s, unsigned idx);
 
-/** @return the number of characters in the first n bytes of s, or up to its terminator. A character
-    that n cuts counts as one; so does every byte of an invalid sequence. */
-GENUTIL_API unsigned mbcharcount(const char *s, unsigned n);
+/** @return the number of characters in the first n bytes of s, or up to its terminator. Of an
+    invalid sequence, and of a character that n cuts, every byte counts as one. */
+GENUTIL_API unsigned mbcharcount(const char* s, unsigned n);
 
 /** Compares character by character over at most n bytes. In a single-byte code set only the first
     byte is compared, as a signed char, and n is not looked at: programs depend on it.
     @return negative, 0 or positive. */
-GENUTIL_API int mbcharcmp(const unsigned char *a, const unsigned char *b, unsigned n);
+GENUTIL_API int mbcharcmp(const unsigned char* a, const unsigned char* b, unsigned n);
 
 /** @return 1 when byte value c is a whole character by itself in the current code set: 0 to 0x7F,
     and the half-width katakana 0xA1 to 0xDF in Shift-JIS. Control characters count. */
@@ -179,67 +179,70 @@ GENUTIL_API int ismbcprint(int c);
 
 /** strncpy that never splits a character: when byte n lies inside one, the copy ends before it and
     is terminated. Otherwise no terminator is added to n or more bytes, and less is padded with 0.
-    @return dst; nothing is copied when either is null (in a single-byte code set neither may be). */
-GENUTIL_API char *mbstrncpy(char *dst, const char *src, unsigned n);
+    @return dst; nothing is copied when either is null (in a single-byte code set neither may be).
+ */
+GENUTIL_API char* mbstrncpy(char* dst, const char* src, unsigned n);
 
 /** mbstrncpy that counts. @return the number of bytes copied; 0 when either is null. */
-GENUTIL_API unsigned mbstrncpyi(char *dst, const char *src, unsigned n);
+GENUTIL_API unsigned mbstrncpyi(char* dst, const char* src, unsigned n);
 
 /** Compares without regard to the case of single-byte characters. A character of more bytes sorts
     behind one of fewer. @return -1, 0 or 1; 0 when either is null. */
-GENUTIL_API int mbstricmp(const char *a, const char *b);
+GENUTIL_API int mbstricmp(const char* a, const char* b);
 
-/** mbstricmp over at most n bytes of a. @return negative, 0 or positive. When a ends first, -1;
-    when n bytes are equal, 0. */
-GENUTIL_API int mbstrnicmp(const char *a, const char *b, unsigned n);
+/** Compares as mbstricmp over at most n bytes of a; a character that n cuts is compared whole.
+    @return negative, 0 or positive; -1 when a ends, at n too, where b goes on. */
+GENUTIL_API int mbstrnicmp(const char* a, const char* b, unsigned n);
 
 /** Maps single-byte characters to upper case in place, by the rules of the current code set (0xE9
     becomes 0xC9 in Windows-1252); a capital that the code set lacks leaves the character.
     @return the length in bytes; 0 for null and when the last character is cut short. */
-GENUTIL_API unsigned mbstrtoupper(char *s);
+GENUTIL_API unsigned mbstrtoupper(char* s);
 /** mbstrtoupper to lower case. */
-GENUTIL_API unsigned mbstrtolower(char *s);
+GENUTIL_API unsigned mbstrtolower(char* s);
 
 /** Finds the first character whose first byte is c; never a trail byte. In a multi-byte code set a
     byte of 0x80 or more is found only when c is negative, as a plain char promotes. The terminator
     is found for c = 0. @return pointer into s, or null. */
-GENUTIL_API char *mbstrchr(const char *s, int c);
+GENUTIL_API char* mbstrchr(const char* s, int c);
 
 /** mbstrchr for text whose bytes are not ordinary characters: in a multi-byte code set the
     terminator is never found. */
-GENUTIL_API char *mbstrchrEncr(const char *s, int c);
+GENUTIL_API char* mbstrchrEncr(const char* s, int c);
 
 /** Finds the last character whose first byte, as a signed char, is c. @return pointer or null. */
-GENUTIL_API char *mbstrrchr(const char *s, int c);
+GENUTIL_API char* mbstrrchr(const char* s, int c);
 
 /** Finds the first occurrence of needle that consists of whole characters of hay.
     @return pointer into hay; hay for a null or empty needle; null for a null hay or no match. */
-GENUTIL_API char *mbstrstr(const char *hay, const char *needle);
+GENUTIL_API char* mbstrstr(const char* hay, const char* needle);
 
 /** Finds the last occurrence. @return as mbstrstr; for an empty needle the terminator of hay. */
-GENUTIL_API char *mbstrrstr(const char *hay, const char *needle);
+GENUTIL_API char* mbstrrstr(const char* hay, const char* needle);
 
-/** Finds the first character of s that is one of the characters of accept. @return pointer, null. */
-GENUTIL_API char *mbstrpbrk(const char *s, const char *accept);
+/** Finds the first character of s that is one of the characters of accept. @return pointer, null.
+ */
+GENUTIL_API char* mbstrpbrk(const char* s, const char* accept);
 
 /** @return the byte offset of mbstrpbrk(s, reject), or strlen(s) when there is none. */
-GENUTIL_API unsigned mbstrcspn(const char *s, const char *reject);
+GENUTIL_API unsigned mbstrcspn(const char* s, const char* reject);
 
 /** Compares by the collation of the user's locale. @return negative, 0 or positive. */
-GENUTIL_API int mbstrcoll(const char *a, const char *b);
+GENUTIL_API int mbstrcoll(const char* a, const char* b);
 
 /** Splits at any of the characters of delim, as strtok does, and writes into s.
     One continuation serves the whole process: neither two threads nor two texts may interleave.
     @param s the text, or null to go on. @param delim the delimiters.
     @return the next token, or null when there is none. */
-GENUTIL_API char *mbstrtok(char *s, const char *delim);
+GENUTIL_API char* mbstrtok(char* s, const char* delim);
 
 /** Checks that s holds valid characters of codeSet only.
-    @param s the text. @param badIndex receives the index of the first invalid byte; kept when valid.
+    @param s the text. @param badIndex receives the index of the first invalid byte; kept when
+   valid.
     @param codeSet the code set to check against.
     @return 1 when valid, and always while the current code set is single-byte; 0 when invalid and
     when either pointer is null. */
-GENUTIL_API int mbvalidatestring(const char *s, unsigned *badIndex, int codeSet);
+GENUTIL_API int mbvalidatestring(const char* s, unsigned* badIndex, int codeSet);
 
 /* -- Streams --------------------------------------------------------------------------------- */
 
@@ -248,29 +251,29 @@ GENUTIL_API int mbvalidatestring(const char *s, unsigned *badIndex, int codeSet)
     Allocates while it runs. @return buf; null at the end of the stream and when memory runs out.
     @param buf receives at most n - 1 bytes and a terminator. @param n size of buf.
     @param stream an open stream that can seek. @param fileCodeSet the stream's code set. */
-GENUTIL_API char *mbfgets(char *buf, int n, FILE *stream, int fileCodeSet);
+GENUTIL_API char* mbfgets(char* buf, int n, FILE* stream, int fileCodeSet);
 
 /** fputs that converts from the current code set to fileCodeSet (0: no conversion). In a
     single-byte code set it is plain fputs. Allocates while it runs.
     @return what fputs returns; 0 for a null s; -1 when memory runs out. */
-GENUTIL_API int mbfputs(const char *s, FILE *stream, int fileCodeSet);
+GENUTIL_API int mbfputs(const char* s, FILE* stream, int fileCodeSet);
 
 /** Reads up to n bytes that end on a character boundary; the stream is moved back over a part of a
     character. @param buf n + 1 bytes; terminated in a multi-byte code set. @param n bytes wanted.
     @param stream an open stream that can seek.
     @return the number of bytes kept; 0 only at the end of the stream. */
-GENUTIL_API unsigned mbfreadstring(char *buf, unsigned n, FILE *stream);
+GENUTIL_API unsigned mbfreadstring(char* buf, unsigned n, FILE* stream);
 
 /* -- Conversion ------------------------------------------------------------------------------ */
 
 /** What a conversion did. Counts are bytes but lost, which is characters. Set lostAt and
     lostAtSize (or zero both) before the call; the rest is filled in. */
 typedef struct mbConversion {
-    size_t *lostAt;    /**< the caller's array for source indexes of lost characters, or null */
+    size_t* lostAt;    /**< the caller's array for source indexes of lost characters, or null */
     size_t lostAtSize; /**< its number of elements; later losses are counted only */
     size_t consumed;   /**< source bytes that were converted */
     size_t produced;   /**< bytes written, without the terminator */
-    size_t lost;       /**< characters that became a substitute: invalid, or unknown to the target */
+    size_t lost; /**< characters that became a substitute: invalid, or unknown to the target */
 } mbConversion;
 
 /** Converts between any two code sets, without a limit on length and with a report of what did not
@@ -285,16 +288,16 @@ typedef struct mbConversion {
     @param conversion receives what was done; may be null.
     @return 1 when all of src was converted; 0 when dst was too small (it then holds the whole
     characters that fitted) or a code set is not known (nothing consumed). */
-GENUTIL_API int mbConvert(const char *src, size_t srcLength, int fromCodeSet, char *dst,
-                          size_t dstSize, int toCodeSet, mbConversion *conversion);
+GENUTIL_API int mbConvert(const char* src, size_t srcLength, int fromCodeSet, char* dst,
+                          size_t dstSize, int toCodeSet, mbConversion* conversion);
 
 /** @return a dstSize with which mbConvert of srcLength bytes cannot run out of room. */
 GENUTIL_API size_t mbConvertBound(size_t srcLength, int fromCodeSet, int toCodeSet);
 
 /** mbConvert into a new buffer. @param out receives it, to be released with free; untouched on
     failure. @return 1, or 0 when memory runs out or a code set is not known. Others as above. */
-GENUTIL_API int mbConvertAlloc(const char *src, size_t srcLength, int fromCodeSet, char **out,
-                               int toCodeSet, mbConversion *conversion);
+GENUTIL_API int mbConvertAlloc(const char* src, size_t srcLength, int fromCodeSet, char** out,
+                               int toCodeSet, mbConversion* conversion);
 
 /** Converts src between the code sets of one language: 3, 4 and 5 among each other, 9 and 10, 14
     and 23, 17 and 24. Any other pair is a plain copy, but 9 and 10 to 24, which map bytes as 17 to
@@ -304,88 +307,89 @@ GENUTIL_API int mbConvertAlloc(const char *src, size_t srcLength, int fromCodeSe
     there the closing escape is left out and half-width katakana stay 8-bit; mbConvert has room.
     @param toCodeSet the code set of dst.
     @return dst. */
-GENUTIL_API char *convertStrExt(const char *src, int fromCodeSet, char *dst, int toCodeSet);
+GENUTIL_API char* convertStrExt(const char* src, int fromCodeSet, char* dst, int toCodeSet);
 
 /** In code set 4 or 5 converts EUC-JP to Shift-JIS, else copies. @return dst, null if either is. */
-GENUTIL_API char *UnixCodingToWindowsCodingExt(const char *src, char *dst);
+GENUTIL_API char* UnixCodingToWindowsCodingExt(const char* src, char* dst);
 /** In code set 4 or 5 converts Shift-JIS to EUC-JP, else copies. @return dst, null if either is. */
-GENUTIL_API char *WindowsCodingToUnixCodingExt(const char *src, char *dst);
+GENUTIL_API char* WindowsCodingToUnixCodingExt(const char* src, char* dst);
 
 /** In a multi-byte code set convertStrExt from it to toCodeSet, else a copy.
     @param dst must hold 3 times the length of src plus 1. @param src the text.
     @param toCodeSet the code set of dst. @return 1; 0 when either is null. */
-GENUTIL_API int mbconvertnativestring(char *dst, const char *src, int toCodeSet);
+GENUTIL_API int mbconvertnativestring(char* dst, const char* src, int toCodeSet);
 
 /** Converts a text file from the current code set to toCodeSet, line by line, up to a line that
     begins with NUL. In a single-byte code set the lines are copied.
     @param inPath the file to read. @param outPath the file to write.
     @param append non-zero to add to outPath, zero to replace it. @param toCodeSet its code set.
     @return 1; 0 when a file cannot be opened or memory runs out. */
-GENUTIL_API int mbconvertnativefile(const char *inPath, const char *outPath, int append,
+GENUTIL_API int mbconvertnativefile(const char* inPath, const char* outPath, int append,
                                     int toCodeSet);
 
 /** The reverse of mbconvertnativefile: from fromCodeSet to the current code set. */
-GENUTIL_API int mbconvertfile2native(const char *inPath, const char *outPath, int append,
+GENUTIL_API int mbconvertfile2native(const char* inPath, const char* outPath, int append,
                                      int fromCodeSet);
 
 /** mbconvertfile2native for any pair of code sets, in any current one, that also says what did not
     survive and fails when a write fails. @param conversion receives the report; may be null.
     @return 1; 0 when a file cannot be opened, read or written or memory runs out. */
-GENUTIL_API int mbconvertfile2native_ex(const char *inPath, const char *outPath, int append,
-                                        int fromCodeSet, int toCodeSet, mbConversion *conversion);
+GENUTIL_API int mbconvertfile2native_ex(const char* inPath, const char* outPath, int append,
+                                        int fromCodeSet, int toCodeSet, mbConversion* conversion);
 
 /** Converts from the ANSI code page of a locale to UTF-8. @param src the text.
     @param out receives a new buffer, to be released with free; untouched on failure.
     @param localeName a name that mbGetLCID knows; null or empty for the user's.
     @return 1; 0 on any failure. */
-GENUTIL_API int mbConvertToUTF8(const char *src, char **out, const char *localeName);
+GENUTIL_API int mbConvertToUTF8(const char* src, char** out, const char* localeName);
 
 /** Converts from UTF-8 to the user's ANSI code page. @param src the text.
     @param out receives a new buffer, to be released with free; untouched on failure.
     @return 1; 0 on any failure. */
-GENUTIL_API int mbConvertFromUTF8(const char *src, char **out);
+GENUTIL_API int mbConvertFromUTF8(const char* src, char** out);
 
 /** @return the largest byte count not above maxBytes that ends on a UTF-8 character boundary; 0 for
     null. A byte that begins no sequence counts as a character. */
-GENUTIL_API unsigned UTF8Limit(const char *s, unsigned maxBytes);
+GENUTIL_API unsigned UTF8Limit(const char* s, unsigned maxBytes);
 
 /** Decodes "%" and two hexadecimal digits, upper case only; anything else stays, "+" too.
     @param src the text. @param out receives a new buffer, to be released with free.
     @return the decoded length; 0 when memory runs out, with out untouched. */
-GENUTIL_API unsigned mbUrlDecode(const char *src, char **out);
+GENUTIL_API unsigned mbUrlDecode(const char* src, char** out);
 
 /** @return the number of bytes that s, in the current code set, needs in the larger of its Windows
     and its Unix encoding. Allocates in code sets 9 and 10; 0 when memory runs out. */
-GENUTIL_API unsigned MaxStringLengthOnWinAndUnix(const char *s);
+GENUTIL_API unsigned MaxStringLengthOnWinAndUnix(const char* s);
 
 /** @return the sum of the byte values of s, modulo 2 to the power of 32; 0 for null. */
-GENUTIL_API unsigned AccumulateAsciiForStr(const char *s);
+GENUTIL_API unsigned AccumulateAsciiForStr(const char* s);
 
 /* -- Japanese -------------------------------------------------------------------------------- */
 
 /** Decides which Japanese encoding a text file uses, reading from the stream's position as far as
     it must. The stream is neither rewound nor closed.
     @return 0 nothing decisive (ASCII), 3 JIS, 4 EUC-JP, 5 Shift-JIS, 6 EUC-JP or Shift-JIS. */
-GENUTIL_API int DetectJPCodeType(FILE *stream);
+GENUTIL_API int DetectJPCodeType(FILE* stream);
 
-/** DetectJPCodeType of n bytes in memory. @param consumed receives how many decided; may be null. */
-GENUTIL_API int mbDetectJapanese(const char *bytes, size_t n, size_t *consumed);
+/** DetectJPCodeType of n bytes in memory. @param consumed receives how many decided; may be null.
+ */
+GENUTIL_API int mbDetectJapanese(const char* bytes, size_t n, size_t* consumed);
 
 /** Writes half-width characters in full width (ASCII, and katakana with their sound marks joined),
     in code sets 4 and 5; copies in any other.
     @param src the text. @param dst must hold twice the length of src plus 1.
     @return dst; null when either is null. */
-GENUTIL_API char *mbHanToZenStr(const char *src, char *dst);
+GENUTIL_API char* mbHanToZenStr(const char* src, char* dst);
 
 /** Writes full-width digits, signs, points and commas in half width, in code sets 4, 5 and 7 to 11
     and 13; copies in any other. @param src the text. @param dst must hold strlen(src) + 1; may be
     src. @return dst; null when either is null. */
-GENUTIL_API char *ConvertMBNumberToSBNumber(const char *src, char *dst);
+GENUTIL_API char* ConvertMBNumberToSBNumber(const char* src, char* dst);
 
 /** The reverse of ConvertMBNumberToSBNumber. @param src the text.
     @param dst must hold twice the length of src plus 1.
     @return dst; null when either is null. */
-GENUTIL_API char *ConvertSBNumberToMBNumber(const char *src, char *dst);
+GENUTIL_API char* ConvertSBNumberToMBNumber(const char* src, char* dst);
 
 #if defined(__cplusplus)
 }

@@ -37,6 +37,10 @@ struct Transfer {
 // loss. An invalid byte is one lost character; a valid sequence without counterpart is one.
 using Converter = bool (*)(Transfer&);
 
+// The converter that convertStrExt applies to a pair; for a pair that it does not convert, one that
+// copies.
+Converter RelatedConverter(int fromCodeSet, int toCodeSet);
+
 // The Japanese trio by JIS arithmetic (genutil/jaconv).
 bool JisToShiftJis(Transfer&);
 bool JisToEucJp(Transfer&);

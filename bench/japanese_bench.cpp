@@ -1,0 +1,213 @@
+// Japanese and Traditional Chinese: conversion beside iconv of the C library, detection beside
+// uchardet. The text is that of the Japanese manual pages of this machine.
+#include <benchmark/benchmark.h>
+#include <iconv.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#ifdef HAVE_UCHARDET
+#include <uchardet.h>
+#endif
+
+#include "mbutil.h"
+
+namespace {
+
+// Converts all of it, leaving out what does not convert.
+std::string Iconv(const char* to, const char* from, std::string text) {
+    const iconv_t handle = iconv_open(to, from);
+    std::string out(text.size() * 4 + 64, '\0');
+    char *in = text.data(), *dst = out.data();
+    std::size_t left = text.size(), room = out.size();
+    while (left != 0 && iconv(handle, &in, &left, &dst, &room) == static_cast<std::size_t>(-1)) {
+        ++in;
+        --left;
+    }
+    iconv(handle, nullptr, nullptr, &dst, &room);
+    iconv_close(handle);
+    out.resize(out.size() - room);
+    return out;
+}
+
+std::string ReadCommand(const char* command) {
+    std::string text;
+    std::FILE* pipe = popen(command, "r");
+    if (pipe == nullptr) return text;
+    char block[65536];
+    while (const std::size_t n = std::fread(block, 1, sizeof block, pipe)) text.append(block, n);
+    pclose(pipe);
+    return text;
+}
+
+// The manual pages without what one of the encodings lacks, so that all hold the same text.
+const std::string& Pages() {
+    static const std::string text = [] {
+        const std::string utf8 =
+            ReadCommand("find /usr/share/man/ja -name '*.gz' | sort | xargs zcat 2>/dev/null");
+        if (utf8.size() < 1000000) {
+            std::fprintf(stderr, "no Japanese manual pages: apt-get install manpages-ja\n");
+            std::exit(1);
+        }
+        return Iconv("UTF-8", "ISO-2022-JP", Iconv("ISO-2022-JP", "UTF-8", utf8));
+    }();
+    return text;
+}
+
+// The Chinese of the Japanese pages: kanji that Big5 has too.
+const std::string& Big5Text() {
+    static const std::string text = Iconv("BIG5", "EUC-TW", Iconv("EUC-TW", "UTF-8", Pages()));
+    return text;
+}
+
+struct Encoding {
+    const char* name;
+    const char* iconvName;
+    int codeSet;
+};
+constexpr Encoding kJis{"jis", "ISO-2022-JP", mbJis};
+constexpr Encoding kEuc{"euc-jp", "EUC-JP", mbEucJp};
+constexpr Encoding kShiftJis{"shift-jis", "SHIFT_JIS", mbShiftJis};
+constexpr Encoding kBig5{"big5", "BIG5", mbBig5};
+constexpr Encoding kEucTw{"euc-tw", "EUC-TW", mbEucTw};
+
+std::string TextIn(const Encoding& encoding) {
+    if (encoding.codeSet == mbBig5) return Big5Text();
+    if (encoding.codeSet == mbEucTw) return Iconv("EUC-TW", "BIG5", Big5Text());
+    return Iconv(encoding.iconvName, "UTF-8", Pages());
+}
+
+void ConvertByGenutil(benchmark::State& state, Encoding from, Encoding to) {
+    const std::string text = TextIn(from);
+    std::vector<char> out(mbConvertBound(text.size(), from.codeSet, to.codeSet));
+    mbConversion done{};
+    for (auto _ : state) {
+        mbConvert(text.data(), text.size(), from.codeSet, out.data(), out.size(), to.codeSet, &done);
+        benchmark::ClobberMemory();
+    }
+    if (done.consumed != text.size()) state.SkipWithError("not all was converted");
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+}
+
+void ConvertByIconv(benchmark::State& state, Encoding from, Encoding to) {
+    std::string text = TextIn(from);
+    std::vector<char> out(text.size() * 5);
+    const iconv_t handle = iconv_open(to.iconvName, from.iconvName);
+    std::size_t left = 1;
+    for (auto _ : state) {
+        char *in = text.data(), *dst = out.data();
+        std::size_t room = out.size();
+        left = text.size();
+        iconv(handle, nullptr, nullptr, nullptr, nullptr);
+        iconv(handle, &in, &left, &dst, &room);
+        benchmark::ClobberMemory();
+    }
+    iconv_close(handle);
+    if (left != 0) state.SkipWithError("iconv stopped");
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+}
+
+void RegisterConversion(const Encoding& from, const Encoding& to) {
+    const std::string name = std::string(from.name) + " to " + to.name;
+    benchmark::RegisterBenchmark((name + "/genutil").c_str(), ConvertByGenutil, from, to);
+    benchmark::RegisterBenchmark((name + "/iconv").c_str(), ConvertByIconv, from, to);
+}
+
+#ifdef HAVE_UCHARDET
+// 0 nothing, else a code set of Japanese text as mbDetectJapanese names it; -1 for any other.
+int DetectByUchardet(const char* text, std::size_t n) {
+    const uchardet_t handle = uchardet_new();
+    uchardet_handle_data(handle, text, n);
+    uchardet_data_end(handle);
+    const std::string name = uchardet_get_charset(handle);
+    uchardet_delete(handle);
+    if (name == "ISO-2022-JP") return mbJis;
+    if (name == "EUC-JP") return mbEucJp;
+    if (name == "SHIFT_JIS") return mbShiftJis;
+    return name.empty() || name == "ASCII" ? 0 : -1;
+}
+#endif
+
+int DetectByGenutil(const char* text, std::size_t n) { return mbDetectJapanese(text, n, nullptr); }
+
+// From the first kanji on: what comes before is ASCII, which nobody has to guess.
+std::string Beginning(const Encoding& encoding, std::size_t n) {
+    const std::string text = TextIn(encoding);
+    const auto first = std::find_if(text.begin(), text.end(), [](char c) {
+        return static_cast<unsigned char>(c) >= 0x80 || c == 0x1B;
+    });
+    return text.substr(static_cast<std::size_t>(first - text.begin()), n);
+}
+
+void Detect(benchmark::State& state, Encoding encoding, std::size_t n,
+            int (*detect)(const char*, std::size_t)) {
+    const std::string text = Beginning(encoding, n);
+    for (auto _ : state) benchmark::DoNotOptimize(detect(text.data(), text.size()));
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+}
+
+// Nothing but hiragana decides neither way, so that all of it has to be read.
+void DetectUndecided(benchmark::State& state, int (*detect)(const char*, std::size_t)) {
+    std::string text;
+    while (text.size() < 1000000) text += "\xA4\xAB\xA4\xCA\xA4\xAB\xA4\xCA, kana\n";
+    for (auto _ : state) benchmark::DoNotOptimize(detect(text.data(), text.size()));
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+}
+
+void RegisterDetection(const std::string& who, int (*detect)(const char*, std::size_t)) {
+    for (const Encoding& encoding : {kJis, kEuc, kShiftJis})
+        for (const std::size_t n : {200, 1000000}) {
+            const std::string name = "detect " + std::string(encoding.name) + " " + std::to_string(n);
+            benchmark::RegisterBenchmark((name + "/" + who).c_str(), Detect, encoding, n, detect);
+        }
+    benchmark::RegisterBenchmark(("detect undecided 1000000/" + who).c_str(), DetectUndecided, detect);
+}
+
+// Right answers on slices of 20 bytes that hold a character of several bytes.
+void CountRightAnswers(const char* who, int (*detect)(const char*, std::size_t)) {
+    constexpr std::size_t kSlice = 20;
+    for (const Encoding& encoding : {kEuc, kShiftJis}) {
+        const std::string text = TextIn(encoding);
+        int right = 0, undecided = 0, all = 0;
+        for (std::size_t i = 0; i + kSlice <= text.size();) {
+            // Slices begin at a character.
+            const std::string slice = text.substr(i, kSlice);
+            i += kSlice;
+            while (i < text.size() && text[i - 1] != '\n') ++i;
+            if (std::none_of(slice.begin(), slice.end(),
+                             [](char c) { return static_cast<unsigned char>(c) >= 0x80; }))
+                continue;
+            const int answer = detect(slice.data(), slice.size());
+            ++all;
+            right += answer == encoding.codeSet;
+            undecided += answer == 6;
+        }
+        std::printf("%-10s %-10s %6d slices: %5.1f %% right, %5.1f %% undecided\n", who,
+                    encoding.name, all, 100.0 * right / all, 100.0 * undecided / all);
+    }
+}
+
+const int g_registered = [] {
+    RegisterConversion(kEuc, kShiftJis);
+    RegisterConversion(kShiftJis, kEuc);
+    RegisterConversion(kJis, kShiftJis);
+    RegisterConversion(kShiftJis, kJis);
+    RegisterConversion(kJis, kEuc);
+    RegisterConversion(kEuc, kJis);
+    RegisterConversion(kBig5, kEucTw);
+    RegisterConversion(kEucTw, kBig5);
+    RegisterDetection("genutil", DetectByGenutil);
+#ifdef HAVE_UCHARDET
+    RegisterDetection("uchardet", DetectByUchardet);
+#endif
+    CountRightAnswers("genutil", DetectByGenutil);
+#ifdef HAVE_UCHARDET
+    CountRightAnswers("uchardet", DetectByUchardet);
+#endif
+    return 0;
+}();
+
+}  // namespace

@@ -1,0 +1,249 @@
+// Stepping, searching, comparing and validating beside what a programmer writes by hand, and beside
+// ICU. The text is that of the Japanese manual pages, in four double-byte code sets.
+#include <benchmark/benchmark.h>
+#include <unicode/ucnv.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "bench/support/pages.h"
+#include "mbutil.h"
+
+namespace {
+
+// One code set, its name in iconv and ICU, and its lead bytes as a hand-written loop tests them.
+struct CodeSet {
+    const char* name;
+    const char* iconvName;
+    const char* icuName;
+    int number;
+    bool (*isLead)(unsigned char);
+};
+
+bool SjisLead(unsigned char c) {
+    return (c >= 0x81 && c <= 0x9F) || (c >= 0xE0 && c <= 0xEF);
+}
+bool HighLead(unsigned char c) {
+    return c >= 0xA1 && c <= 0xFE;
+}
+bool EucLead(unsigned char c) {
+    return HighLead(c) || c == 0x8E;
+}
+bool KoreanLead(unsigned char c) {
+    return c >= 0x81 && c <= 0xFE;
+}
+
+const CodeSet kCodeSets[] = {
+    {"euc-jp", "EUC-JP", "EUC-JP", mbEucJp, EucLead},
+    {"shift-jis", "SHIFT_JIS", "ibm-943_P15A-2003", mbShiftJis, SjisLead},
+    {"big5", "BIG5", "windows-950-2000", mbBig5, HighLead},
+    {"korean", "CP949", "windows-949-2000", mbKorean, KoreanLead},
+};
+
+struct Text {
+    explicit Text(const CodeSet& codeSet) : set(codeSet), bytes(PagesIn(codeSet.iconvName)) {
+        mbIsMultiByte();
+    }
+    const char* begin() const { return bytes.c_str(); }
+    const CodeSet& set;
+    std::string bytes;
+};
+
+template <bool (*IsLead)(unsigned char)>
+std::size_t HandCount(const char* s) {
+    std::size_t count = 0;
+    for (; *s; ++count) s += IsLead(static_cast<unsigned char>(*s)) && s[1] ? 2 : 1;
+    return count;
+}
+
+std::size_t HandCount(const Text& text) {
+    switch (text.set.number) {
+        case mbEucJp:
+            return HandCount<EucLead>(text.begin());
+        case mbShiftJis:
+            return HandCount<SjisLead>(text.begin());
+        case mbBig5:
+            return HandCount<HighLead>(text.begin());
+        default:
+            return HandCount<KoreanLead>(text.begin());
+    }
+}
+
+// Back from a match of bytes to the start of its line, and forward by characters again.
+bool StartsCharacter(const Text& text, const char* at) {
+    const char* s = at;
+    while (s > text.begin() && s[-1] != '\n') --s;
+    while (s < at) s += text.set.isLead(static_cast<unsigned char>(*s)) && s[1] ? 2 : 1;
+    return s == at;
+}
+
+template <class Find>
+std::size_t CountMatches(const char* s, std::size_t step, Find find) {
+    std::size_t count = 0;
+    for (const char* at = s; (at = find(at)) != nullptr; at += step) ++count;
+    return count;
+}
+
+void Measure(benchmark::State& state, const Text& text, std::size_t (*count)(const Text&)) {
+    InitMbutilExt(text.set.number);
+    std::size_t seen = 0;
+    for (auto _ : state) benchmark::DoNotOptimize(seen = count(text));
+    state.counters["seen"] = static_cast<double>(seen);
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.bytes.size()));
+}
+
+const std::string& Word(const Text& text) {
+    static std::string words[4];
+    std::string& word = words[&text.set - kCodeSets];
+    if (word.empty()) word = Iconv(text.set.iconvName, "UTF-8", "の");
+    return word;
+}
+const std::string& LongWord(const Text& text) {
+    static std::string words[4];
+    std::string& word = words[&text.set - kCodeSets];
+    if (word.empty()) word = Iconv(text.set.iconvName, "UTF-8", "する");
+    return word;
+}
+
+std::size_t GenutilCount(const Text& t) {
+    return mbcharcount(t.begin(), static_cast<unsigned>(t.bytes.size()));
+}
+
+std::size_t GenutilStep(const Text& t) {
+    std::size_t count = 0;
+    for (const char* s = t.begin(); *s; ++count)
+        s += mbbytesinchar(reinterpret_cast<const unsigned char*>(s));
+    return count;
+}
+
+std::size_t GenutilNext(const Text& t) {
+    std::size_t count = 1;
+    for (unsigned at = 0; (at = mbnextidx(t.begin(), at)) != 0;) ++count;
+    return count;
+}
+
+std::size_t IcuCount(const Text& t) {
+    UErrorCode error = U_ZERO_ERROR;
+    UConverter* converter = ucnv_open(t.set.icuName, &error);
+    const char* end = t.begin() + t.bytes.size();
+    std::size_t count = 0;
+    for (const char* s = t.begin(); s < end; ++count) {
+        ucnv_getNextUChar(converter, &s, end, &error);
+        error = U_ZERO_ERROR;
+    }
+    ucnv_close(converter);
+    return count;
+}
+
+std::size_t GenutilBracket(const Text& t) {
+    return CountMatches(t.begin(), 1, [](const char* s) { return mbstrchr(s, '['); });
+}
+std::size_t MemchrBracket(const Text& t) {
+    const char* end = t.begin() + t.bytes.size();
+    std::size_t count = 0;
+    for (const char* s = t.begin();
+         (s = static_cast<const char*>(std::memchr(s, '[', static_cast<std::size_t>(end - s))));
+         ++s)
+        count += StartsCharacter(t, s);
+    return count;
+}
+
+template <const std::string& (*Wanted)(const Text&)>
+std::size_t GenutilWord(const Text& t) {
+    const std::string& word = Wanted(t);
+    return CountMatches(t.begin(), word.size(),
+                        [&](const char* s) { return mbstrstr(s, word.c_str()); });
+}
+template <const std::string& (*Wanted)(const Text&)>
+std::size_t MemmemWord(const Text& t) {
+    const std::string& word = Wanted(t);
+    const char* end = t.begin() + t.bytes.size();
+    std::size_t count = 0;
+    for (const char* s = t.begin();
+         (s = static_cast<const char*>(
+              memmem(s, static_cast<std::size_t>(end - s), word.data(), word.size())));) {
+        const bool whole = StartsCharacter(t, s);
+        count += whole;
+        s += whole ? word.size() : 1;
+    }
+    return count;
+}
+
+std::size_t GenutilValidate(const Text& t) {
+    unsigned bad = 0;
+    return mbvalidatestring(t.begin(), &bad, t.set.number) ? 1 : 0;
+}
+std::size_t HandValidate(const Text& t) {
+    for (const char* s = t.begin(); *s;) {
+        const int length = mblenExt(reinterpret_cast<const unsigned char*>(s), 4, t.set.number);
+        if (length < 0) return 0;
+        s += length;
+    }
+    return 1;
+}
+
+const std::string& Lowered(const Text& text) {
+    static std::string lowered[4];
+    std::string& copy = lowered[&text.set - kCodeSets];
+    if (copy.empty()) {
+        copy = text.bytes;
+        mbstrtolower(copy.data());
+    }
+    return copy;
+}
+std::size_t GenutilCompare(const Text& t) {
+    return mbstricmp(t.begin(), Lowered(t).c_str()) == 0;
+}
+std::size_t HandCompare(const Text& t) {
+    const auto lower = [](unsigned char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; };
+    const auto* a = reinterpret_cast<const unsigned char*>(t.begin());
+    const auto* b = reinterpret_cast<const unsigned char*>(Lowered(t).c_str());
+    while (*a) {
+        if (t.set.isLead(*a) && a[1]) {
+            if (a[0] != b[0] || a[1] != b[1]) return 0;
+            a += 2;
+            b += 2;
+        } else if (lower(*a++) != lower(*b++)) {
+            return 0;
+        }
+    }
+    return 1;
+}
+
+void Register() {
+    static const struct {
+        const char *name, *who;
+        std::size_t (*count)(const Text&);
+    } kCases[] = {
+        {"count", "genutil", GenutilCount},
+        {"count", "hand-loop", HandCount},
+        {"count", "icu", IcuCount},
+        {"step-by-call", "genutil", GenutilStep},
+        {"step-by-call", "hand-loop", HandCount},
+        {"next-by-call", "genutil", GenutilNext},
+        {"next-by-call", "hand-loop", HandCount},
+        {"find-bracket", "genutil", GenutilBracket},
+        {"find-bracket", "memchr+back", MemchrBracket},
+        {"find-word", "genutil", GenutilWord<LongWord>},
+        {"find-word", "memmem+back", MemmemWord<LongWord>},
+        {"find-frequent-char", "genutil", GenutilWord<Word>},
+        {"find-frequent-char", "memmem+back", MemmemWord<Word>},
+        {"compare-no-case", "genutil", GenutilCompare},
+        {"compare-no-case", "hand-loop", HandCompare},
+        {"validate", "genutil", GenutilValidate},
+        {"validate", "hand-loop", HandValidate},
+    };
+    static std::vector<Text> texts(std::begin(kCodeSets), std::end(kCodeSets));
+    for (const auto& row : kCases)
+        for (const Text& text : texts) {
+            const std::string name = std::string(row.name) + "-" + text.set.name + "/" + row.who;
+            benchmark::RegisterBenchmark(name.c_str(), [&text, &row](benchmark::State& state) {
+                Measure(state, text, row.count);
+            })->MinTime(0.1);
+        }
+}
+
+const bool g_registered = (Register(), true);
+
+}  // namespace

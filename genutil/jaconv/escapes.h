@@ -1,0 +1,35 @@
+// The escape sequences of Japanese 7-bit text (JIS).
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace genutil::jis {
+
+enum class Set { kAscii, kKana, kKanji, kSupplement };
+
+constexpr unsigned char kEscape = 0x1B, kShiftOut = 0x0E, kShiftIn = 0x0F;
+
+struct Escape {
+    std::string_view text;  // behind the escape byte
+    bool designates;
+    Set set;
+};
+// JIS X 0201's Latin half counts as ASCII. "&@" announces the revision of the set that is
+// designated next and says nothing by itself.
+constexpr Escape kEscapes[] = {
+    {"$B", true, Set::kKanji},  {"(B", true, Set::kAscii},  {"$@", true, Set::kKanji},
+    {"(J", true, Set::kAscii},  {"(I", true, Set::kKana},   {"$(D", true, Set::kSupplement},
+    {"(H", true, Set::kAscii},  {"&@", false, Set::kAscii}, {"$(B", true, Set::kKanji},
+    {"$(@", true, Set::kKanji},
+};
+
+// The escape sequence at p, which is an escape byte; null when it is not one of these.
+inline const Escape* FindEscape(const unsigned char* p, std::size_t n) {
+    const std::string_view rest(reinterpret_cast<const char*>(p) + 1, n - 1);
+    for (const Escape& escape : kEscapes)
+        if (rest.substr(0, escape.text.size()) == escape.text) return &escape;
+    return nullptr;
+}
+
+}  // namespace genutil::jis

@@ -1,0 +1,126 @@
+// Shift-JIS, EUC-JP and JIS among each other: one loop over a reader and a writer.
+#include <algorithm>
+
+#include "genutil/jaconv/reader.h"
+#include "genutil/jaconv/writer.h"
+#include "genutil/mbutil/ascii_run.h"
+#include "genutil/mbutil/transcode.h"
+
+namespace genutil {
+
+namespace {
+
+using namespace jis;
+
+// Copies a run of ASCII and returns its length. In JIS the bytes that shift between sets are not
+// part of it.
+template <bool kShifts>
+std::size_t CopyPlainRun(unsigned char* dst, const unsigned char* src, std::size_t n) {
+    if constexpr (!kShifts) {
+        return CopyAsciiRun(dst, src, n);
+    } else {
+        std::size_t i = 0;
+        for (; i + 16 <= n; i += 16) {
+            const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(src + i));
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + i), block);
+            const __m128i shift = _mm_or_si128(
+                _mm_cmpeq_epi8(block, _mm_set1_epi8(kEscape)),
+                _mm_cmpeq_epi8(_mm_or_si128(block, _mm_set1_epi8(1)), _mm_set1_epi8(kShiftIn)));
+            if (const int stop = _mm_movemask_epi8(_mm_or_si128(block, shift)))
+                return i + static_cast<unsigned>(std::countr_zero(static_cast<unsigned>(stop)));
+        }
+        for (; i < n && JisReader::IsPlain(src[i]); ++i) dst[i] = src[i];
+        return i;
+    }
+}
+
+template <class Out>
+bool WriteAscii(Out& out, unsigned byte) {
+    if (!out.EnterAscii() || out.Room() < 1) return false;
+    out.PutByte(byte);
+    return true;
+}
+
+template <class In, class Out>
+bool Write(const In& in, Out& out, const Unit& unit, Losses& losses) {
+    const std::size_t left = in.Left() - unit.length;
+    switch (unit.kind) {
+        case Kind::kAscii:
+            // JIS cannot say a byte that would be read as a shift.
+            if (Out::kShifts && !JisReader::IsPlain(unit.code) &&
+                (unit.code != kEscape || FindEscape(in.p, in.Left()) != nullptr))
+                break;
+            return WriteAscii(out, unit.code);
+        case Kind::kPair:
+            return out.Pair(unit.code, left);
+        case Kind::kSupplement:
+            if (!Out::kHasSupplement) break;
+            return out.Supplement(unit.code, left);
+        case Kind::kKana:
+            return out.Kana(unit.code, left);
+        case Kind::kNothing:
+            return true;
+        case Kind::kLost:
+            break;
+    }
+    if (!out.Lost(left)) return false;
+    losses.Add(in.p);
+    return true;
+}
+
+template <class In, class Out>
+bool Run(In& in, Out& out, Losses& losses) {
+    for (;;) {
+        while (const unsigned pair = in.Pair()) {
+            if (!out.Pair(pair, in.Left() - 2)) return false;
+            in.p += 2;
+        }
+        if (in.p == in.end) return true;
+        if (in.PlainNext() && out.EnterAscii()) {
+            const std::size_t n = std::min(in.Left(), out.Room());
+            const std::size_t run = CopyPlainRun<In::kShifts || Out::kShifts>(out.p, in.p, n);
+            in.p += run;
+            out.p += run;
+            if (run != 0) continue;
+        }
+        const Unit unit = in.Other();
+        if (!Write(in, out, unit, losses)) return false;
+        in.p += unit.length;
+    }
+}
+
+template <class In, class Out>
+bool Convert(Transfer& t) {
+    In in;
+    in.p = t.src;
+    in.end = t.srcEnd;
+    Out out(t.dst, t.dstEnd, in.Left());
+    const bool all = Run(in, out, t.losses);
+    out.Close();
+    t.src = in.p;
+    t.dst = out.p;
+    return all;
+}
+
+}  // namespace
+
+bool JisToShiftJis(Transfer& t) {
+    return Convert<JisReader, ShiftJisWriter>(t);
+}
+bool JisToEucJp(Transfer& t) {
+    return Convert<JisReader, EucJpWriter>(t);
+}
+bool EucJpToShiftJis(Transfer& t) {
+    return Convert<EucJpReader, ShiftJisWriter>(t);
+}
+bool EucJpToJis(Transfer& t) {
+    return Convert<EucJpReader, JisWriter>(t);
+}
+bool ShiftJisToEucJp(Transfer& t) {
+    return Convert<ShiftJisReader, EucJpWriter>(t);
+}
+bool ShiftJisToJis(Transfer& t) {
+    return Convert<ShiftJisReader, JisWriter>(t);
+}
+
+}  // namespace genutil

@@ -1,0 +1,135 @@
+// Characters out of text in EUC-JP, Shift-JIS and JIS. Each reader has
+//
+//     PlainNext()  whether the next byte is ASCII that means itself, and so may be copied in a run
+//     Pair()       the kanji at the head as two EUC bytes, without stepping over it; 0 for anything
+//                  else. The hot path.
+//     Other()      whatever else is at the head
+//
+// What is one character follows the stepping rules of the code set; a byte that begins none is lost
+// by itself. The text must not be empty but in Pair().
+#pragma once
+
+#include <cstddef>
+
+#include "genutil/jaconv/escapes.h"
+#include "genutil/jaconv/jis.h"
+
+namespace genutil::jis {
+
+enum class Kind {
+    kAscii,
+    kPair,
+    kSupplement,  // of JIS X 0212, as two EUC bytes
+    kKana,        // half-width, 0xA1 to 0xDF
+    kLost,
+    kNothing  // a shift between sets, which is no character
+};
+
+struct Unit {
+    Kind kind;
+    unsigned length;  // in the source
+    unsigned code = 0;
+};
+
+struct Reader {
+    const unsigned char* p;
+    const unsigned char* end;
+    std::size_t Left() const { return static_cast<std::size_t>(end - p); }
+};
+
+class EucJpReader : public Reader {
+  public:
+    static constexpr bool kShifts = false;
+
+    bool PlainNext() const { return *p < 0x80; }
+
+    unsigned Pair() const {
+        if (Left() < 2) return 0;
+        const unsigned row = p[0], cell = p[1];
+        return IsGraphic(row) && IsGraphic(cell) ? row << 8 | cell : 0;
+    }
+
+    Unit Other() const {
+        constexpr unsigned kKanaShift = 0x8E, kSupplementShift = 0x8F;
+        const unsigned c = p[0];
+        if (c < 0x80) return {Kind::kAscii, 1, c};
+        if (c == kKanaShift && Left() >= 2 && IsKana(p[1])) return {Kind::kKana, 2, p[1]};
+        if (c == kSupplementShift && Left() >= 3 && IsGraphic(p[1]) && IsGraphic(p[2]))
+            return {Kind::kSupplement, 3, static_cast<unsigned>(p[1] << 8 | p[2])};
+        return {Kind::kLost, 1};
+    }
+};
+
+class ShiftJisReader : public Reader {
+  public:
+    static constexpr bool kShifts = false;
+
+    bool PlainNext() const { return *p < 0x80; }
+
+    unsigned Pair() const {
+        if (Left() < 2) return 0;
+        const unsigned lead = kShiftJisLead[p[0]], trail = kShiftJisTrail[p[1]];
+        return lead != 0 && trail != 0 ? lead + trail : 0;
+    }
+
+    // Pairs with a lead byte from 0xF0 on are a maker's or the user's own; few have a place in JIS.
+    Unit Other() const {
+        const unsigned c = p[0];
+        if (c < 0x80) return {Kind::kAscii, 1, c};
+        if (IsKana(c)) return {Kind::kKana, 1, c};
+        if (Left() >= 2 && c >= 0xF0 && c <= 0xFC && kShiftJisTrail[p[1]] != 0) {
+            if (const unsigned pair = FromExtension(c << 8 | p[1])) return {Kind::kPair, 2, pair};
+            return {Kind::kLost, 2};
+        }
+        // Stepping takes this pair for a character, although no row has it.
+        if (Left() >= 2 && IsLead(c) && p[1] == 0x7F) return {Kind::kLost, 2};
+        return {Kind::kLost, 1};
+    }
+};
+
+// Besides its escape sequences JIS text may switch to half-width katakana with shift-out, or have
+// them as bytes of 8 bits. A line ends in ASCII, whether it says so or not.
+class JisReader : public Reader {
+  public:
+    static constexpr bool kShifts = true;
+
+    bool PlainNext() const { return m_set == Set::kAscii && IsPlain(*p); }
+
+    unsigned Pair() const {
+        if (m_set != Set::kKanji || Left() < 2) return 0;
+        const unsigned row = p[0], cell = p[1];
+        return IsGraphic7(row) && IsGraphic7(cell) ? row << 8 | cell | 0x8080 : 0;
+    }
+
+    Unit Other() {
+        const unsigned c = p[0];
+        if (c == kEscape) return ReadEscape();
+        if (c == kShiftOut || c == kShiftIn) {
+            m_set = c == kShiftOut ? Set::kKana : m_designated;
+            return {Kind::kNothing, 1};
+        }
+        if (c >= 0x80) return IsKana(c) ? Unit{Kind::kKana, 1, c} : Unit{Kind::kLost, 1};
+        if (c == '\n' || c == '\r') m_set = m_designated = Set::kAscii;
+        if (m_set == Set::kAscii || !IsGraphic7(c)) return {Kind::kAscii, 1, c};
+        if (m_set == Set::kKana && IsKana(c | 0x80)) return {Kind::kKana, 1, c | 0x80};
+        if (m_set == Set::kSupplement && Left() >= 2 && IsGraphic7(p[1]))
+            return {Kind::kSupplement, 2, c << 8 | p[1] | 0x8080};
+        return {Kind::kLost, 1};
+    }
+
+    static bool IsPlain(unsigned c) {
+        return c < 0x80 && c != kEscape && c != kShiftOut && c != kShiftIn;
+    }
+
+  private:
+    Unit ReadEscape() {
+        const Escape* escape = FindEscape(p, Left());
+        if (escape == nullptr) return {Kind::kAscii, 1, kEscape};
+        if (escape->designates) m_set = m_designated = escape->set;
+        return {Kind::kNothing, static_cast<unsigned>(1 + escape->text.size())};
+    }
+
+    Set m_set = Set::kAscii, m_designated = Set::kAscii;
+};
+
+}  // namespace genutil::jis

@@ -1,0 +1,175 @@
+// Characters into text in EUC-JP, Shift-JIS and JIS. Each writer has
+//
+//     EnterAscii()  makes ready for ASCII, which the caller then writes at p
+//     Pair()        writes a kanji given as two EUC bytes
+//     Supplement()  a character of JIS X 0212; Kana() half-width katakana, one byte
+//     Lost()        the substitute
+//     Close()       ends the text
+//
+// They return false, with nothing of the character written, when there is no room. `left` is what
+// remains of the source behind the character, in bytes.
+#pragma once
+
+#include <cstddef>
+
+#include "genutil/jaconv/escapes.h"
+#include "genutil/jaconv/jis.h"
+
+namespace genutil::jis {
+
+struct Writer {
+    unsigned char* p;
+    unsigned char* end;
+    std::size_t Room() const { return static_cast<std::size_t>(end - p); }
+
+    void Put(unsigned pair) {
+        p[0] = static_cast<unsigned char>(pair >> 8);
+        p[1] = static_cast<unsigned char>(pair);
+        p += 2;
+    }
+    void PutByte(unsigned byte) { *p++ = static_cast<unsigned char>(byte); }
+};
+
+class EucJpWriter : public Writer {
+  public:
+    static constexpr bool kShifts = false;
+    static constexpr bool kHasSupplement = true;
+
+    EucJpWriter(unsigned char* dst, unsigned char* dstEnd, std::size_t) : Writer{dst, dstEnd} {}
+
+    bool EnterAscii() { return true; }
+    bool Pair(unsigned pair, std::size_t) {
+        if (Room() < 2) return false;
+        Put(pair);
+        return true;
+    }
+    bool Supplement(unsigned pair, std::size_t) {
+        if (Room() < 3) return false;
+        PutByte(0x8F);
+        Put(pair);
+        return true;
+    }
+    bool Kana(unsigned kana, std::size_t left) { return Pair(0x8E00 | kana, left); }
+    bool Lost(std::size_t left) { return Pair(kGeta, left); }
+    void Close() {}
+};
+
+class ShiftJisWriter : public Writer {
+  public:
+    static constexpr bool kShifts = false;
+    static constexpr bool kHasSupplement = false;
+
+    ShiftJisWriter(unsigned char* dst, unsigned char* dstEnd, std::size_t) : Writer{dst, dstEnd} {}
+
+    bool EnterAscii() { return true; }
+    bool Pair(unsigned pair, std::size_t) {
+        if (Room() < 2) return false;
+        Put(ToShiftJis(pair));
+        return true;
+    }
+    bool Supplement(unsigned, std::size_t left) { return Lost(left); }
+    bool Kana(unsigned kana, std::size_t) {
+        if (Room() < 1) return false;
+        PutByte(kana);
+        return true;
+    }
+    bool Lost(std::size_t left) { return Pair(kGeta, left); }
+    void Close() {}
+};
+
+// JIS takes up to 5 bytes for a byte of the source, and callers may give no more than 3. These
+// always suffice, because a text that begins with 3 bytes of room for each byte of its source keeps
+// them, and one more while it is in a set other than ASCII ("assured"):
+//
+//     ASCII            1 byte from ASCII, 4 from another set; its own 3 and the one more
+//     kanji            2 bytes, 5 with an escape, of 6; the one more is left over
+//     JIS X 0212       2 bytes, 6 with an escape, of 9
+//     katakana         1 byte, 4 with an escape: too much for a katakana of one byte. It is written
+//                      with an escape only where room to spare has come together, and as a byte of
+//                      8 bits, which every reader of JIS takes, elsewhere. So is the substitute for
+//                      a single byte, whose stand-in is "?".
+//
+// A text with less room can break off before any character, so it keeps 3 bytes for the closing
+// escape at all times.
+class JisWriter : public Writer {
+  public:
+    static constexpr bool kShifts = true;
+    static constexpr bool kHasSupplement = true;
+
+    JisWriter(unsigned char* dst, unsigned char* dstEnd, std::size_t sourceLength)
+        : Writer{dst, dstEnd}, m_assured(IsAssured(0, Set::kAscii, sourceLength)) {}
+
+    bool EnterAscii() {
+        if (m_set == Set::kAscii) return true;
+        if (Room() < kEscapeLength) return false;
+        Switch(Set::kAscii);
+        return true;
+    }
+
+    bool Pair(unsigned pair, std::size_t left) {
+        const std::size_t cost = m_set == Set::kKanji ? 2 : kEscapeLength + 2;
+        if (!m_assured && !Fits(cost, Set::kKanji, left)) return false;
+        if (m_set != Set::kKanji) Switch(Set::kKanji);
+        Put(pair & 0x7F7F);
+        return true;
+    }
+
+    bool Supplement(unsigned pair, std::size_t left) {
+        const std::size_t cost = m_set == Set::kSupplement ? 2 : kEscapeLength + 1 + 2;
+        if (!m_assured && !Fits(cost, Set::kSupplement, left)) return false;
+        if (m_set != Set::kSupplement) Switch(Set::kSupplement);
+        Put(pair & 0x7F7F);
+        return true;
+    }
+
+    bool Kana(unsigned kana, std::size_t left) {
+        const std::size_t cost = m_set == Set::kKana ? 1 : kEscapeLength + 1;
+        if (!m_assured && !Fits(cost, Set::kKana, left)) return false;
+        if (m_assured && !IsAssured(cost, Set::kKana, left)) return Byte(kana);
+        if (m_set != Set::kKana) Switch(Set::kKana);
+        PutByte(kana & 0x7F);
+        return true;
+    }
+
+    bool Lost(std::size_t left) {
+        const std::size_t cost = m_set == Set::kKanji ? 2 : kEscapeLength + 2;
+        if (m_assured && !IsAssured(cost, Set::kKanji, left)) return Byte('?');
+        return Pair(kGeta, left);
+    }
+
+    void Close() { EnterAscii(); }
+
+  private:
+    static constexpr std::size_t kEscapeLength = 3;
+
+    bool IsAssured(std::size_t cost, Set set, std::size_t left) const {
+        const std::size_t one = left != 0 && set != Set::kAscii;
+        return Room() >= cost && Room() - cost >= 3 * left + one;
+    }
+
+    bool Fits(std::size_t cost, Set set, std::size_t left) const {
+        if (Room() < cost) return false;
+        if (left == 0) return true;  // at the end the closing escape may be left out
+        return Room() - cost >= (set == Set::kAscii ? 0 : kEscapeLength);
+    }
+
+    // A single byte, from ASCII.
+    bool Byte(unsigned byte) {
+        if (!EnterAscii() || Room() < 1) return false;
+        PutByte(byte);
+        return true;
+    }
+
+    void Switch(Set set) {
+        PutByte(kEscape);
+        if (set == Set::kSupplement) PutByte('$');
+        PutByte(set == Set::kKanji ? '$' : '(');
+        PutByte(set == Set::kKanji || set == Set::kAscii ? 'B' : set == Set::kKana ? 'I' : 'D');
+        m_set = set;
+    }
+
+    Set m_set = Set::kAscii;
+    bool m_assured;
+};
+
+}  // namespace genutil::jis

@@ -1,0 +1,75 @@
+#include "genutil/mbutil/code_page.h"
+
+#include <atomic>
+#include <new>
+
+#include "genutil/mbutil/code_page_fill.h"
+#include "genutil/mbutil/code_set_info.h"
+#include "mbutil.h"
+
+namespace genutil {
+
+namespace {
+
+constexpr int kCodeSets = 66;
+
+// The Windows code page of a code set that has one; 0 for the rest.
+constexpr std::uint16_t kCodePages[kCodeSets] = {
+    1252, 28591, 28605, 0,     0,     932,   1252,  936,   0,     950,   0, 949,  // 0 to 11
+    1361, 0,     28592, 28593, 28594, 28595, 28596, 28597, 28598, 28599, 0,       // 12 to 22
+    1250, 1251,  1253,  1254,  1255,  1256,  1257,  1258,                         // 23 to 30
+    0,    0,     0,     0,     0,     0,     0,     0,     0,     874,            // to 40
+};
+
+bool Fill(CodePage& page, int codeSet) {
+    switch (codeSet) {
+        case mbJis:
+            page.form = CodeForm::kIso2022Jp;
+            return (page.base = FindCodePage(mbEucJp)) != nullptr;
+        case mbIso2022Cn:
+            page.form = CodeForm::kIso2022Cn;
+            page.base = FindCodePage(mbEucCn);
+            return page.base && (page.secondBase = FindCodePage(mbEucTw));
+        case mbIso2022Kr:
+            page.form = CodeForm::kIso2022Kr;
+            return (page.base = FindCodePage(mbEucKr)) != nullptr;
+        case mbUtf16:
+            page.form = CodeForm::kUtf16;
+            return true;
+        case mbUtf8:
+            page.form = CodeForm::kUtf8;
+            return true;
+        case mbEucJp:
+            return FillEucJp(page) && FillBack(page, codeSet);
+        case mbEucCn:
+            return FillCutToEuc(page, kCodePages[mbGb2312]) && FillBack(page, codeSet);
+        case mbEucKr:
+            return FillCutToEuc(page, kCodePages[mbKorean]) && FillBack(page, codeSet);
+        case mbEucTw:
+            return FillEucTw(page) && FillBack(page, codeSet);
+        case mb8859_10:
+            return Fill8859_10(page) && FillBack(page, codeSet);
+        default:
+            return FillWindows(page, kCodePages[codeSet]) && FillBack(page, codeSet);
+    }
+}
+
+std::atomic<const CodePage*> g_pages[kCodeSets];
+
+}  // namespace
+
+// Two threads may fill the same tables at a time; the first to finish publishes its own. They are
+// never released: whoever holds a pointer keeps it.
+const CodePage* FindCodePage(int codeSet) {
+    if (!FindCodeSet(codeSet) || codeSet == mbReserved6) codeSet = mbWestern;
+    std::atomic<const CodePage*>& slot = g_pages[codeSet];
+    if (const CodePage* page = slot.load(std::memory_order_acquire)) return page;
+    std::unique_ptr<CodePage> made(new (std::nothrow) CodePage);
+    if (!made || !Fill(*made, codeSet)) return nullptr;
+    const CodePage* expected = nullptr;
+    if (!slot.compare_exchange_strong(expected, made.get(), std::memory_order_acq_rel))
+        return expected;
+    return made.release();
+}
+
+}  // namespace genutil

@@ -1,0 +1,88 @@
+// From characters back to codes: which code of several a character gets.
+#include <new>
+
+#include "genutil/mbutil/code_page_fill.h"
+#include "mbutil.h"
+
+namespace genutil {
+
+namespace {
+
+// Of the codes that share a character the lowest wins, but for these, as Windows chooses:
+// in Shift-JIS the rows that one maker selected come behind the extension rows that hold the same
+// characters, and ten Big5 codes are doubles of which the lower is not always the one.
+bool ComesLast(int codeSet, unsigned lead) {
+    return codeSet == mbShiftJis && (lead == 0xED || lead == 0xEE);
+}
+constexpr std::uint16_t kBig5Choices[] = {0xA451, 0xA4CA, 0xF9E9, 0xF9EA, 0xF9EB, 0xF9F9};
+
+// Characters that other published charts of JIS X 0208 give to the same code. They name the same
+// character, so text from such a system converts.
+struct Variant {
+    std::uint16_t other, ours;
+};
+constexpr Variant kJisVariants[] = {{0x301C, 0xFF5E}, {0x2016, 0x2225}, {0x2212, 0xFF0D},
+                                    {0x2014, 0x2015}, {0x00A2, 0xFFE0}, {0x00A3, 0xFFE1},
+                                    {0x00AC, 0xFFE2}};
+
+class BackTable {
+  public:
+    explicit BackTable(CodePage& page) : m_page(page) {}
+
+    // Lays out one row of 256 cells for each high byte that occurs, behind an empty first row.
+    bool Lay(bool withJisVariants) {
+        bool used[256] = {};
+        const auto note = [&](unsigned character) {
+            if (character != kNoCharacter) used[character >> 8] = true;
+        };
+        for (const std::uint16_t character : m_page.bytes) note(character);
+        for (const auto* table : {m_page.pairs.get(), m_page.prefixed.get()})
+            for (std::size_t i = 0; table && i < kPairTableSize; ++i) note(table[i]);
+        if (withJisVariants)
+            for (const Variant& variant : kJisVariants) note(variant.other);
+        std::size_t rows = 1;
+        for (unsigned high = 0; high < 256; ++high)
+            if (used[high]) m_page.backRow[high] = static_cast<std::uint16_t>(rows++ * 256);
+        m_page.back.reset(new (std::nothrow) std::uint16_t[rows * 256]());
+        return m_page.back != nullptr;
+    }
+
+    std::uint16_t& Cell(unsigned character) {
+        return m_page.back[m_page.backRow[character >> 8] + (character & 0xFF)];
+    }
+    void Offer(unsigned character, unsigned cell) {
+        if (character != kNoCharacter && Cell(character) == 0)
+            Cell(character) = static_cast<std::uint16_t>(cell);
+    }
+    void OfferPairs(const std::uint16_t* table, unsigned lead, unsigned clear) {
+        for (unsigned trail = 0; trail < 256; ++trail)
+            Offer(table[CodePage::PairIndex(lead, trail)], (lead << 8 | trail) & ~clear);
+    }
+
+  private:
+    CodePage& m_page;
+};
+
+}  // namespace
+
+bool FillBack(CodePage& page, int codeSet) {
+    const bool japanese = codeSet == mbShiftJis || codeSet == mbEucJp;
+    BackTable back(page);
+    if (!back.Lay(japanese)) return false;
+    for (unsigned byte = 1; byte < 256; ++byte) back.Offer(page.bytes[byte], byte);
+    if (!page.pairs) return true;
+    if (codeSet == mbBig5)
+        for (const unsigned code : kBig5Choices)
+            back.Offer(page.pairs[CodePage::PairIndex(code >> 8, code & 0xFF)], code);
+    for (const bool last : {false, true})
+        for (unsigned lead = 0x80; lead < 256; ++lead)
+            if (ComesLast(codeSet, lead) == last) back.OfferPairs(page.pairs.get(), lead, 0);
+    for (unsigned lead = 0x80; page.prefixed && lead < 256; ++lead)
+        back.OfferPairs(page.prefixed.get(), lead, 0x8000);
+    if (japanese)
+        for (const Variant& variant : kJisVariants)
+            back.Offer(variant.other, back.Cell(variant.ours));
+    return true;
+}
+
+}  // namespace genutil

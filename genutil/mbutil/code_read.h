@@ -1,0 +1,108 @@
+// One character of a code set with tables, and one of UTF-8: what every loop falls back to.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "genutil/mbutil/code_page.h"
+
+namespace genutil {
+
+constexpr bool IsHighSurrogate(unsigned unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+constexpr bool IsLowSurrogate(unsigned unit) {
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+// length 0: no character begins here.
+struct CodeRead {
+    unsigned character;
+    unsigned length;
+};
+
+// The character of a code longer than two bytes at p.
+inline CodeRead ReadPrefixed(const CodePage& page, const unsigned char* p, const unsigned char* end) {
+    const std::size_t n = page.prefixLength;
+    if (n == 0 || static_cast<std::size_t>(end - p) < n + 2 || p[0] != page.prefix[0]) return {0, 0};
+    // The second of two prefixes follows the first in number; its cells have a trail without the
+    // high bit in the table.
+    unsigned trail = p[n + 1];
+    if (n == 2 && p[1] != page.prefix[1]) {
+        if (p[1] != page.prefix[1] + 1) return {0, 0};
+        trail &= 0x7F;
+    }
+    if (!page.isLead[p[n]] || !page.isTrail[p[n + 1]]) return {0, 0};
+    const unsigned character = page.prefixed[CodePage::PairIndex(p[n], trail)];
+    return {character, character == kNoCharacter ? 0 : static_cast<unsigned>(n) + 2};
+}
+
+// The character at p, below end, in a code set with tables.
+inline CodeRead ReadCode(const CodePage& page, const unsigned char* p, const unsigned char* end) {
+    unsigned character = page.bytes[*p];
+    if (character != kNoCharacter) return {character, 1};
+    if (!page.pairs || *p < 0x80) return {0, 0};
+    if (end - p >= 2) {
+        character = page.pairs[CodePage::PairIndex(p[0], p[1])];
+        if (character != kNoCharacter) return {character, 2};
+    }
+    return ReadPrefixed(page, p, end);
+}
+
+// The bytes of a cell of CodePage::Back other than 0; returns their number, at most 4.
+inline unsigned WriteCode(const CodePage& page, unsigned cell, unsigned char* out) {
+    if (cell < 0x100) {
+        out[0] = static_cast<unsigned char>(cell);
+        return 1;
+    }
+    unsigned n = 0;
+    if (cell < kLowestPairCell) {
+        for (; n < page.prefixLength; ++n) out[n] = page.prefix[n];
+        if (!(cell & 0x80)) ++out[n - 1];
+        cell |= 0x8080;
+    }
+    out[n] = static_cast<unsigned char>(cell >> 8);
+    out[n + 1] = static_cast<unsigned char>(cell & 0xFF);
+    return n + 2;
+}
+
+constexpr bool IsContinuation(unsigned byte) {
+    return (byte & 0xC0) == 0x80;
+}
+
+// The code point of a well-formed UTF-8 sequence at p, below end.
+inline CodeRead ReadUtf8(const unsigned char* p, const unsigned char* end) {
+    const std::ptrdiff_t n = end - p;
+    const unsigned b = p[0];
+    if (b < 0x80) return {b, 1};
+    if (b < 0xC2 || b > 0xF4 || n < 2 || !IsContinuation(p[1])) return {0, 0};
+    if (b < 0xE0) return {(b & 0x1F) << 6 | (p[1] & 0x3Fu), 2};
+    if (n < 3 || !IsContinuation(p[2])) return {0, 0};
+    unsigned c = (b & 0x0F) << 12 | (p[1] & 0x3Fu) << 6 | (p[2] & 0x3Fu);
+    if (b < 0xF0) {
+        const bool valid = c >= 0x800 && !(c >= 0xD800 && c <= 0xDFFF);
+        return {c, valid ? 3u : 0u};
+    }
+    if (n < 4 || !IsContinuation(p[3])) return {0, 0};
+    c = ((b & 0x07u) << 18 | (p[1] & 0x3Fu) << 12 | (p[2] & 0x3Fu) << 6 | (p[3] & 0x3Fu));
+    return {c, c >= 0x10000 && c <= 0x10FFFF ? 4u : 0u};
+}
+
+// The UTF-8 of a character of the first 65536, at most 3 bytes.
+inline unsigned WriteUtf8(unsigned c, unsigned char* out) {
+    if (c < 0x80) {
+        out[0] = static_cast<unsigned char>(c);
+        return 1;
+    }
+    if (c < 0x800) {
+        out[0] = static_cast<unsigned char>(0xC0 | c >> 6);
+        out[1] = static_cast<unsigned char>(0x80 | (c & 0x3F));
+        return 2;
+    }
+    out[0] = static_cast<unsigned char>(0xE0 | c >> 12);
+    out[1] = static_cast<unsigned char>(0x80 | (c >> 6 & 0x3F));
+    out[2] = static_cast<unsigned char>(0x80 | (c & 0x3F));
+    return 3;
+}
+
+}  // namespace genutil

@@ -1,0 +1,214 @@
+// The current code set: its choice from the user's locale, and the names of code sets.
+#include "genutil/mbutil/code_set.h"
+
+#include <cstddef>
+#include <cstring>
+
+#include "genutil/mbutil/ascii.h"
+#include "genutil/mbutil/code_set_info.h"
+#include "genutil/mbutil/step.h"
+#include "osutil/platform/locales.h"
+
+namespace genutil {
+
+CodeSetState g_codeSetState;
+
+const LocaleRow kLocaleTable[] = {
+#include "genutil/mbutil/locales.inc"
+};
+
+const LocaleRow* FindLocaleByLanguage(unsigned language) {
+    for (const LocaleRow* row = kLocaleTable; row->language; ++row)
+        if (row->language == language) return row;
+    return nullptr;
+}
+
+const LocaleRow* FindLocaleByName(const char* name) {
+    const std::size_t length = std::strcspn(name, ".@");
+    const LocaleRow* reserved = nullptr;
+    for (const LocaleRow* row = kLocaleTable; row->language; ++row) {
+        if (std::strlen(row->name) != length || std::memcmp(row->name, name, length)) continue;
+        // 0x0400 and 0x0800 are no locale's own identifier: "en_US" means the row of 0x0409.
+        if (row->language & 0x3FF) return row;
+        if (!reserved) reserved = row;
+    }
+    return reserved;
+}
+
+unsigned UserLanguage() {
+    const platform::UserLocale user = platform::GetUserLocale();
+    if (user.language) return user.language;
+    const LocaleRow* row = FindLocaleByName(user.name);
+    return row ? row->language : 0;
+}
+
+int CodeSetOfCodePage(unsigned codePage) {
+    for (const CodeSetInfo& info : kCodeSets)
+        if (info.ansiCodePage && info.ansiCodePage == codePage) return info.codeSet;
+    return -1;
+}
+
+// The first row of a language in the table gives its code set; 0 when it has none.
+static int CodeSetOfLanguage(unsigned language) {
+    constexpr unsigned kPrimary = 0x3FF, kDefaultSublanguage = 0x400;
+    if (language >> 10 == 0) language = (language & kPrimary) | kDefaultSublanguage;
+    const LocaleRow* row = FindLocaleByLanguage(language);
+    return row ? row->codeSet : 0;
+}
+
+int UserAnsiCodeSet() {
+    const unsigned codePage = platform::GetUserLocale().ansiCodePage;
+    return codePage ? CodeSetOfCodePage(codePage) : CodeSetOfLanguage(UserLanguage());
+}
+
+const CodeSetInfo* FindCodeSet(int codeSet) {
+    for (const CodeSetInfo& info : kCodeSets)
+        if (info.codeSet == codeSet) return &info;
+    return nullptr;
+}
+
+}  // namespace genutil
+
+using namespace genutil;
+
+int InitMbutil() {
+    const int previous = g_codeSetState.codeSet;
+    if (!g_codeSetState.initialised && platform::HasTimeZoneRegistry())
+        g_codeSetState.timeZoneRegistry = 1;
+    InitMbutilExt(CodeSetOfLanguage(UserLanguage()));
+    g_codeSetState.initialised = 1;
+    return previous;
+}
+
+int InitMbutilExt(int codeSet) {
+    const int previous = g_codeSetState.codeSet;
+    const CodeSetInfo* info = FindCodeSet(codeSet);
+    g_codeSetState.codeSet = codeSet;
+    g_codeSetState.multiByte = info && info->multiByte;
+    g_codeSetState.japanese = info && info->japanese;
+    g_currentStep = StepTableOf(codeSet);
+    return previous;
+}
+
+int mbGetLocaleCodeSet() {
+    return g_codeSetState.codeSet;
+}
+
+bool mbIsMultiByte() {
+    EnsureInitialised();
+    return g_codeSetState.multiByte != 0;
+}
+
+unsigned char mbIsJapanese() {
+    EnsureInitialised();
+    return g_codeSetState.japanese;
+}
+
+// The number is ignored on purpose: programs pass one and rely on getting the current name.
+char* SetCodePage(int, char* dst) {
+    const CodeSetInfo* info = FindCodeSet(g_codeSetState.codeSet);
+    return std::strcpy(dst, info ? info->name : "");
+}
+
+namespace {
+
+// Keywords of code-set names. The first row whose keyword occurs anywhere in a name decides, so a
+// Johab name ("KSC_5601_92") means 11 and any name with "GB" means 7: stored names depend on it.
+struct Keyword {
+    const char* text;
+    int codeSet;
+};
+constexpr Keyword kKeywords[] = {
+    {"WESTERN", mbWestern},   {"EUC_H", mbEucTw},       {"EUC_TW", mbEucTw},
+    {"EUC_C", mbEucCn},       {"EUC_ZH", mbEucCn},      {"EUC_K", mbEucKr},
+    {"EUC", mbEucJp},         {"SJIS", mbShiftJis},     {"SHIFT", mbShiftJis},
+    {"932", mbShiftJis},      {"943", mbShiftJis},      {"JIS", mbJis},
+    {"GB", mbGb2312},         {"936", mbGb2312},        {"BIG5", mbBig5},
+    {"950", mbBig5},          {"C_5601", mbKorean},     {"949", mbKorean},
+    {"874", mbWindows874},    {"1250", mbWindows1250},  {"1251", mbWindows1251},
+    {"1252", mbWestern},      {"1253", mbWindows1253},  {"1254", mbWindows1254},
+    {"1255", mbWindows1255},  {"1256", mbWindows1256},  {"1257", mbWindows1257},
+    {"1258", mbWindows1258},  {"8859_10", mb8859_10},   {"8859_15", mb8859_15},
+    {"8859_1", mb8859_1},     {"8859_2", mb8859_2},     {"8859_3", mb8859_3},
+    {"8859_4", mb8859_4},     {"8859_5", mb8859_5},     {"8859_6", mb8859_6},
+    {"8859_7", mb8859_7},     {"8859_8", mb8859_8},     {"8859_9", mb8859_9},
+    {"2022_CN", mbIso2022Cn}, {"2022_KR", mbIso2022Kr}, {"2022", mbJis},
+    {"UTF_8", mbUtf8},        {"UTF8", mbUtf8},         {"UTF_16", mbUtf16},
+    {"UTF16", mbUtf16},       {"UCS_2", mbUtf16},       {"UCS2", mbUtf16},
+};
+
+char KeywordForm(char c) {
+    return c == '-' ? '_' : AsciiUpper(c);
+}
+
+// Whether keyword occurs in name, which is compared in upper case with "-" as "_".
+bool HasKeyword(const char* name, const char* keyword) {
+    for (; *name; ++name) {
+        std::size_t i = 0;
+        while (keyword[i] && KeywordForm(name[i]) == keyword[i]) ++i;
+        if (!keyword[i]) return true;
+    }
+    return false;
+}
+
+// Converter name, MIME character-set name, code set.
+struct Charset {
+    const char* converter;
+    const char* mime;
+    int codeSet;
+};
+constexpr Charset kCharsets[] = {
+#include "genutil/mbutil/charsets.inc"
+};
+
+bool EqualsIgnoringCase(const char* a, const char* b) {
+    while (*a && AsciiLower(*a) == AsciiLower(*b)) ++a, ++b;
+    return AsciiLower(*a) == AsciiLower(*b);
+}
+
+}  // namespace
+
+int mbGetCodeSet(const char* name) {
+    if (!name) return mbWestern;
+    for (const Keyword& keyword : kKeywords)
+        if (HasKeyword(name, keyword.text)) return keyword.codeSet;
+    return mbWestern;
+}
+
+int mbGetCodeSetFromCharset(const char* name) {
+    if (!name || !*name) return mbWestern;
+    for (const Charset& row : kCharsets)
+        if (EqualsIgnoringCase(name, row.mime)) return row.codeSet;
+    return mbGetCodeSet(name);
+}
+
+void SetCharset(char* dst, int codeSet) {
+    *dst = 0;
+    for (const Charset& row : kCharsets)
+        if (row.codeSet == codeSet) {
+            std::strcpy(dst, row.mime);
+            return;
+        }
+}
+
+char* MapToWindowsCharsetName(char* name) {
+    static constexpr struct {
+        const char *iso, *windows;
+    } kNames[] = {
+        {"iso-8859-1", "windows-1252"}, {"iso-8859-15", "windows-1252"},
+        {"iso-8859-2", "windows-1250"}, {"iso-8859-4", "windows-1257"},
+        {"iso-8859-5", "windows-1251"}, {"iso-8859-6", "windows-1256"},
+        {"iso-8859-7", "windows-1253"}, {"iso-8859-8", "windows-1255"},
+        {"iso-8859-9", "windows-1254"},
+    };
+    if (!std::strstr(name, "8859")) return nullptr;
+    for (const auto& row : kNames)
+        if (!std::strcmp(name, row.iso)) return std::strcpy(name, row.windows);
+    return name;
+}
+
+unsigned long mbGetLCID(const char* localeName) {
+    if (!localeName || !*localeName) return UserLanguage();
+    const LocaleRow* row = FindLocaleByName(localeName);
+    return row ? row->language : 0;
+}

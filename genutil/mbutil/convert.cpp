@@ -1,0 +1,176 @@
+// Conversion of text between code sets: who converts what, buffers and reports.
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+
+#include "genutil/mbutil/code_set.h"
+#include "genutil/mbutil/code_set_info.h"
+#include "genutil/mbutil/transcode.h"
+#include "osutil/platform/locales.h"
+
+using namespace genutil;
+
+namespace {
+
+// Pairs with a converter of their own; the way through Unicode serves all others.
+struct Direct {
+    int from, to;
+    Converter convert;
+};
+constexpr Direct kDirect[] = {
+    {mbJis, mbShiftJis, JisToShiftJis},
+    {mbJis, mbEucJp, JisToEucJp},
+    {mbEucJp, mbShiftJis, EucJpToShiftJis},
+    {mbEucJp, mbJis, EucJpToJis},
+    {mbShiftJis, mbEucJp, ShiftJisToEucJp},
+    {mbShiftJis, mbJis, ShiftJisToJis},
+    {mbBig5, mbEucTw, Big5ToEucTw},
+    {mbEucTw, mbBig5, EucTwToBig5},
+    {mb8859_2, mbWindows1250, Latin2ToWindows1250},
+    {mbWindows1250, mb8859_2, Windows1250ToLatin2},
+    {mb8859_5, mbWindows1251, Cyrillic8859ToWindows1251},
+    {mbWindows1251, mb8859_5, Windows1251ToCyrillic8859},
+};
+
+Converter FindDirect(int from, int to) {
+    for (const Direct& row : kDirect)
+        if (row.from == from && row.to == to) return row.convert;
+    return nullptr;
+}
+
+// As much as there is room for; false when something is left.
+bool Copy(Transfer& t) {
+    const std::size_t left = static_cast<std::size_t>(t.srcEnd - t.src);
+    const std::size_t room = static_cast<std::size_t>(t.dstEnd - t.dst);
+    const std::size_t n = left < room ? left : room;
+    std::memmove(t.dst, t.src, n);
+    t.src += n;
+    t.dst += n;
+    return n == left;
+}
+
+bool Run(Transfer& t, int from, int to, bool* known) {
+    *known = true;
+    if (from == to) return Copy(t);
+    if (const Converter convert = FindDirect(from, to)) return convert(t);
+    return ConvertThroughUnicode(t, from, to, known);
+}
+
+std::size_t TerminatorSize(int codeSet) {
+    return codeSet == mbUtf16 ? 2 : 1;
+}
+
+const unsigned char* Start(const char* s) {
+    return reinterpret_cast<const unsigned char*>(s);
+}
+
+// The code set of the ANSI code page of a locale; -1 when there is none.
+int AnsiCodeSetOf(const char* localeName) {
+    if (!localeName || !*localeName) return UserAnsiCodeSet();
+    const LocaleRow* row = FindLocaleByName(localeName);
+    if (!row) return -1;
+    const unsigned codePage = platform::AnsiCodePageOfLanguage(row->language);
+    return codePage ? CodeSetOfCodePage(codePage) : row->codeSet;
+}
+
+}  // namespace
+
+Converter genutil::RelatedConverter(int from, int to) {
+    // Traditional Chinese shares the tail of the Cyrillic case: programs depend on it.
+    if (to == mbWindows1251 && (from == mbBig5 || from == mbEucTw)) from = mb8859_5;
+    const Converter convert = FindDirect(from, to);
+    return convert ? convert : Copy;
+}
+
+int mbConvert(const char* src, size_t srcLength, int fromCodeSet, char* dst, size_t dstSize,
+              int toCodeSet, mbConversion* conversion) {
+    if (conversion) conversion->consumed = conversion->produced = conversion->lost = 0;
+    const std::size_t terminator = TerminatorSize(toCodeSet);
+    const bool named = FindCodeSet(fromCodeSet) && FindCodeSet(toCodeSet);
+    if (!src || !dst || dstSize < terminator || !named) return 0;
+    const auto out = reinterpret_cast<unsigned char*>(dst);
+    Transfer t{Start(src), Start(src) + srcLength, out, out + dstSize - terminator,
+               Losses(Start(src), conversion ? conversion->lostAt : nullptr,
+                      conversion && conversion->lostAt ? conversion->lostAtSize : 0)};
+    bool known;
+    const bool all = Run(t, fromCodeSet, toCodeSet, &known);
+    std::memset(t.dst, 0, terminator);
+    if (conversion && known) {
+        conversion->consumed = static_cast<std::size_t>(t.src - Start(src));
+        conversion->produced = static_cast<std::size_t>(t.dst - out);
+        conversion->lost = t.losses.Count();
+    }
+    return known && all;
+}
+
+size_t mbConvertBound(size_t srcLength, int fromCodeSet, int toCodeSet) {
+    const std::size_t terminator = TerminatorSize(toCodeSet);
+    if (fromCodeSet == toCodeSet) return srcLength + terminator;
+    // The most that one byte can become: a half-width katakana between escapes in the ISO 2022
+    // encodings; a four-byte character or a pair of units elsewhere.
+    const bool escapes = toCodeSet == mbJis || toCodeSet == mbIso2022Cn || toCodeSet == mbIso2022Kr;
+    const std::size_t factor = escapes ? 10 : 4, extra = 16;
+    const std::size_t most = static_cast<std::size_t>(-1);
+    return srcLength > (most - extra) / factor ? most : srcLength * factor + extra;
+}
+
+int mbConvertAlloc(const char* src, size_t srcLength, int fromCodeSet, char** out, int toCodeSet,
+                   mbConversion* conversion) {
+    if (!out) return 0;
+    const std::size_t size = mbConvertBound(srcLength, fromCodeSet, toCodeSet);
+    char* dst = static_cast<char*>(std::malloc(size));
+    if (!dst) return 0;
+    mbConversion done = {nullptr, 0, 0, 0, 0};
+    if (!conversion) conversion = &done;
+    if (!mbConvert(src, srcLength, fromCodeSet, dst, size, toCodeSet, conversion)) {
+        std::free(dst);
+        return 0;
+    }
+    char* fitted =
+        static_cast<char*>(std::realloc(dst, conversion->produced + TerminatorSize(toCodeSet)));
+    *out = fitted ? fitted : dst;
+    return 1;
+}
+
+char* convertStrExt(const char* src, int fromCodeSet, char* dst, int toCodeSet) {
+    const std::size_t length = std::strlen(src);
+    const auto out = reinterpret_cast<unsigned char*>(dst);
+    Transfer t{Start(src), Start(src) + length, out, out + 3 * length, {}};
+    RelatedConverter(fromCodeSet, toCodeSet)(t);
+    *t.dst = 0;
+    return dst;
+}
+
+static char* ConvertJapanese(const char* src, int from, char* dst, int to) {
+    if (!src || !dst) return nullptr;
+    EnsureInitialised();
+    const int current = g_codeSetState.codeSet;
+    const bool japanese = current == mbEucJp || current == mbShiftJis;
+    return convertStrExt(src, from, dst, japanese ? to : from);
+}
+
+char* UnixCodingToWindowsCodingExt(const char* src, char* dst) {
+    return ConvertJapanese(src, mbEucJp, dst, mbShiftJis);
+}
+
+char* WindowsCodingToUnixCodingExt(const char* src, char* dst) {
+    return ConvertJapanese(src, mbShiftJis, dst, mbEucJp);
+}
+
+int mbconvertnativestring(char* dst, const char* src, int toCodeSet) {
+    if (!dst || !src) return 0;
+    EnsureInitialised();
+    const int from = g_codeSetState.codeSet;
+    convertStrExt(src, from, dst, g_codeSetState.multiByte ? toCodeSet : from);
+    return 1;
+}
+
+int mbConvertToUTF8(const char* src, char** out, const char* localeName) {
+    const int codeSet = src ? AnsiCodeSetOf(localeName) : -1;
+    return codeSet >= 0 && mbConvertAlloc(src, std::strlen(src), codeSet, out, mbUtf8, nullptr);
+}
+
+int mbConvertFromUTF8(const char* src, char** out) {
+    const int codeSet = src ? UserAnsiCodeSet() : -1;
+    return codeSet >= 0 && mbConvertAlloc(src, std::strlen(src), mbUtf8, out, codeSet, nullptr);
+}

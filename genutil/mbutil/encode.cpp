@@ -1,0 +1,145 @@
+#include "genutil/mbutil/ascii_units.h"
+#include "genutil/mbutil/code_read.h"
+#include "genutil/mbutil/pivot.h"
+
+namespace genutil {
+
+namespace {
+
+// Where to stop looking neither for the end of the units nor for that of the room, when a unit
+// takes at most `longest` bytes; a block short, which the fast path reads and writes ahead.
+const unsigned char* SafeEnd(const unsigned char* units, const unsigned char* unitsEnd,
+                             const unsigned char* dst, const unsigned char* dstEnd,
+                             unsigned longest) {
+    const std::ptrdiff_t left = (unitsEnd - units) / 2, room = (dstEnd - dst) / longest;
+    const std::ptrdiff_t n = left < room ? left : room;
+    return n < static_cast<std::ptrdiff_t>(kAsciiBlock) ? units : units + 2 * (n - kAsciiBlock);
+}
+
+// The bytes of the character at units; 0 when it has none.
+unsigned WriteOne(const CodePage& page, const unsigned char* units, const unsigned char* unitsEnd,
+                  unsigned char* out, unsigned* unitBytes) {
+    const unsigned unit = LoadUnit(units);
+    *unitBytes = 2;
+    const bool surrogate = IsHighSurrogate(unit) || IsLowSurrogate(unit);
+    if (page.form == CodeForm::kSingleByte || page.form == CodeForm::kPairs) {
+        const unsigned cell = page.Back(unit);
+        if (cell == 0 && unit != 0) return 0;  // NUL alone has the cell 0 and a code
+        return WriteCode(page, cell, out);
+    }
+    if (!surrogate) {
+        if (page.form == CodeForm::kUtf8) return WriteUtf8(unit, out);
+        StoreUnit(out, unit);
+        return 2;
+    }
+    const unsigned second = unitsEnd - units >= 4 ? LoadUnit(units + 2) : 0;
+    if (!IsHighSurrogate(unit) || !IsLowSurrogate(second)) return 0;
+    *unitBytes = 4;
+    if (page.form == CodeForm::kUtf16) {
+        StoreUnit(out, unit);
+        StoreUnit(out + 2, second);
+        return 4;
+    }
+    const unsigned c = 0x10000 + ((unit & 0x3FF) << 10 | (second & 0x3FF));
+    out[0] = static_cast<unsigned char>(0xF0 | c >> 18);
+    out[1] = static_cast<unsigned char>(0x80 | (c >> 12 & 0x3F));
+    out[2] = static_cast<unsigned char>(0x80 | (c >> 6 & 0x3F));
+    out[3] = static_cast<unsigned char>(0x80 | (c & 0x3F));
+    return 4;
+}
+
+Stop EncodeRest(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
+                Sink& dst) {
+    while (units < unitsEnd) {
+        unsigned char bytes[4];
+        unsigned unitBytes;
+        const unsigned n = WriteOne(page, units, unitsEnd, bytes, &unitBytes);
+        if (n == 0) return Stop::kBad;
+        if (static_cast<std::size_t>(dst.end - dst.at) < n) return Stop::kFull;
+        std::memcpy(dst.at, bytes, n);
+        dst.at += n;
+        units += unitBytes;
+    }
+    return Stop::kDone;
+}
+
+template <bool kSingleByte>
+Stop EncodeTable(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
+                 Sink& dst) {
+    const unsigned char* u = units;
+    unsigned char* o = dst.at;
+    for (const unsigned char* safe = SafeEnd(u, unitsEnd, o, dst.end, page.longest); u < safe;) {
+        const unsigned unit = LoadUnit(u);
+        if (unit < 0x80) {
+            const unsigned n = NarrowAscii(u, o);
+            u += 2 * n;
+            o += n;
+            continue;
+        }
+        const unsigned cell = page.Back(unit);
+        if (cell == 0) break;
+        if (kSingleByte) {
+            *o++ = static_cast<unsigned char>(cell);
+        } else if (cell >= kLowestPairCell) {
+            StoreUnit(o, (cell >> 8 | cell << 8) & 0xFFFF);
+            o += 2;
+        } else {
+            o += WriteCode(page, cell, o);
+        }
+        u += 2;
+    }
+    units = u;
+    dst.at = o;
+    return EncodeRest(page, units, unitsEnd, dst);
+}
+
+Stop EncodeUtf8(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
+                Sink& dst) {
+    const unsigned char* u = units;
+    unsigned char* o = dst.at;
+    for (const unsigned char* safe = SafeEnd(u, unitsEnd, o, dst.end, 3); u < safe;) {
+        const unsigned unit = LoadUnit(u);
+        if (unit < 0x80) {
+            const unsigned n = NarrowAscii(u, o);
+            u += 2 * n;
+            o += n;
+            continue;
+        }
+        if (IsHighSurrogate(unit) || IsLowSurrogate(unit)) {
+            if (!IsHighSurrogate(unit) || !IsLowSurrogate(LoadUnit(u + 2))) break;
+            unsigned unitBytes;
+            o += WriteOne(page, u, unitsEnd, o, &unitBytes);
+            u += unitBytes;
+            continue;
+        }
+        o += WriteUtf8(unit, o);
+        u += 2;
+    }
+    units = u;
+    dst.at = o;
+    return EncodeRest(page, units, unitsEnd, dst);
+}
+
+}  // namespace
+
+Stop Encode(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
+            Sink& dst) {
+    switch (page.form) {
+        case CodeForm::kSingleByte:
+            return EncodeTable<true>(page, units, unitsEnd, dst);
+        case CodeForm::kPairs:
+            return EncodeTable<false>(page, units, unitsEnd, dst);
+        case CodeForm::kUtf8:
+            return EncodeUtf8(page, units, unitsEnd, dst);
+        case CodeForm::kUtf16:
+            return EncodeRest(page, units, unitsEnd, dst);
+        default:
+            return EncodeIso2022(page, units, unitsEnd, dst);
+    }
+}
+
+void CloseText(const CodePage& page, Sink& dst) {
+    if (page.base) CloseIso2022(page, dst);
+}
+
+}  // namespace genutil

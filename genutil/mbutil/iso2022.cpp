@@ -1,0 +1,278 @@
+// Text that switches character sets by escape sequences and shifts: ISO-2022-JP, -CN and -KR. The
+// characters are those of the EUC forms of the same sets, with the high bits cleared.
+#include <cstring>
+
+#include "genutil/mbutil/ascii_units.h"
+#include "genutil/mbutil/code_read.h"
+#include "genutil/mbutil/pivot.h"
+
+namespace genutil {
+
+namespace {
+
+constexpr unsigned kEscape = 0x1B, kShiftOut = 0x0E, kShiftIn = 0x0F;
+constexpr unsigned kHalfWidthKatakana = 0xFF61;  // of byte 0xA1, or 0x21 in its own set
+
+// ShiftState::set. ISO-2022-JP has one set at a time; the others shift out of ASCII and back into
+// it (0 or 1) to what was designated before.
+enum JapaneseSet : std::uint8_t { kAscii, kKatakana, kJisX0208, kJisX0212 };
+// ShiftState::designated, one bit each.
+enum Designated : std::uint8_t { kGb2312 = 1, kCnsPlane1 = 2, kCnsPlane2 = 4, kKsX1001 = 1 };
+
+struct Escape {
+    CodeForm form;
+    char text[5];
+    std::uint8_t value;  // of set (JP) or designated
+    std::uint8_t keep;   // what else stays designated
+};
+constexpr Escape kEscapes[] = {
+    // The first for a set is the one that is written; JIS Roman counts as ASCII, as Windows has it.
+    {CodeForm::kIso2022Jp, "\x1B(B", kAscii, 0},
+    {CodeForm::kIso2022Jp, "\x1B$B", kJisX0208, 0},
+    {CodeForm::kIso2022Jp, "\x1B(I", kKatakana, 0},
+    {CodeForm::kIso2022Jp, "\x1B$(D", kJisX0212, 0},
+    {CodeForm::kIso2022Jp, "\x1B(J", kAscii, 0},
+    {CodeForm::kIso2022Jp, "\x1B$@", kJisX0208, 0},
+    {CodeForm::kIso2022Cn, "\x1B$)A", kGb2312, kCnsPlane2},
+    {CodeForm::kIso2022Cn, "\x1B$)G", kCnsPlane1, kCnsPlane2},
+    {CodeForm::kIso2022Cn, "\x1B$*H", kCnsPlane2, kGb2312 | kCnsPlane1},
+    {CodeForm::kIso2022Kr, "\x1B$)C", kKsX1001, 0},
+};
+
+void Apply(const Escape& escape, ShiftState& state) {
+    if (escape.form == CodeForm::kIso2022Jp)
+        state.set = escape.value;
+    else
+        state.designated =
+            static_cast<std::uint8_t>((state.designated & escape.keep) | escape.value);
+}
+
+bool HasShifts(CodeForm form) {
+    return form != CodeForm::kIso2022Jp;
+}
+
+// -- Reading ---------------------------------------------------------------------------------
+
+// Steps over one escape or shift, if one is at hand.
+bool SkipControl(CodeForm form, Source& src) {
+    if (src.at == src.end || *src.at > kEscape) return false;
+    const std::size_t left = static_cast<std::size_t>(src.end - src.at);
+    if (HasShifts(form) &&
+        (*src.at == kShiftIn || (*src.at == kShiftOut && (src.state.designated & 3)))) {
+        src.state.set = *src.at == kShiftOut;
+        ++src.at;
+        return true;
+    }
+    for (const Escape& escape : kEscapes) {
+        const std::size_t length = std::strlen(escape.text);
+        if (escape.form != form || left < length || std::memcmp(src.at, escape.text, length) != 0)
+            continue;
+        Apply(escape, src.state);
+        src.at += length;
+        return true;
+    }
+    return false;
+}
+
+bool IsSevenBit(unsigned byte) {
+    return byte >= 0x21 && byte <= 0x7E;
+}
+
+bool IsSevenBitPair(const unsigned char* p, const unsigned char* end) {
+    return end - p >= 2 && IsSevenBit(p[0]) && IsSevenBit(p[1]);
+}
+
+bool InDoubleByteSet(CodeForm form, const ShiftState& state) {
+    return form == CodeForm::kIso2022Jp ? state.set >= kJisX0208 : state.set != 0;
+}
+
+// Plane 2 of CNS is reached by a single shift before each character.
+bool IsSingleShift(CodeForm form, const Source& src) {
+    return form == CodeForm::kIso2022Cn && (src.state.designated & kCnsPlane2) &&
+           src.end - src.at >= 4 && src.at[0] == kEscape && src.at[1] == 'N' &&
+           IsSevenBitPair(src.at + 2, src.end);
+}
+
+unsigned PairCharacter(const std::uint16_t* table, const unsigned char* p) {
+    return table[CodePage::PairIndex(p[0] | 0x80u, p[1] | 0x80u)];
+}
+
+const std::uint16_t* CurrentTable(const CodePage& page, const ShiftState& state) {
+    if (page.form == CodeForm::kIso2022Jp && state.set == kJisX0212)
+        return page.base->prefixed.get();
+    if (page.form == CodeForm::kIso2022Cn && (state.designated & kCnsPlane1))
+        return page.secondBase->pairs.get();
+    return page.base->pairs.get();
+}
+
+CodeRead ReadOne(const CodePage& page, const Source& src) {
+    const unsigned byte = *src.at;
+    if (IsSingleShift(page.form, src))
+        return {PairCharacter(page.secondBase->prefixed.get(), src.at + 2), 4};
+    if (page.form == CodeForm::kIso2022Jp && byte >= 0xA1 && byte <= 0xDF)
+        return {kHalfWidthKatakana + (byte - 0xA1), 1};
+    if (byte >= 0x80 || byte == kEscape || byte == kShiftOut || byte == kShiftIn) return {0, 0};
+    if (IsSevenBit(byte) && InDoubleByteSet(page.form, src.state)) {
+        if (!IsSevenBitPair(src.at, src.end)) return {0, 0};
+        return {PairCharacter(CurrentTable(page, src.state), src.at), 2};
+    }
+    if (page.form == CodeForm::kIso2022Jp && src.state.set == kKatakana && IsSevenBit(byte)) {
+        if (byte > 0x5F) return {0, 0};
+        return {kHalfWidthKatakana + (byte - 0x21), 1};
+    }
+    return {byte, 1};
+}
+
+// In ISO-2022-CN every line designates anew.
+void EndLine(CodeForm form, ShiftState& state) {
+    if (form == CodeForm::kIso2022Cn) state = {};
+}
+
+// -- Writing ---------------------------------------------------------------------------------
+
+struct Emission {
+    unsigned char bytes[16];
+    std::size_t length;
+    ShiftState state;
+
+    void Put(unsigned byte) { bytes[length++] = static_cast<unsigned char>(byte); }
+    void PutSevenBit(unsigned cell) {
+        Put(cell >> 8 & 0x7F);
+        Put(cell & 0x7F);
+    }
+    void PutEscape(CodeForm form, unsigned value) {
+        for (const Escape& escape : kEscapes) {
+            if (escape.form != form || escape.value != value) continue;
+            for (const char* p = escape.text; *p; ++p) Put(static_cast<unsigned char>(*p));
+            return Apply(escape, state);
+        }
+    }
+    void Shift(bool out) {
+        if ((state.set != 0) == out) return;
+        Put(out ? kShiftOut : kShiftIn);
+        state.set = out;
+    }
+};
+
+void EnterJapaneseSet(Emission& emission, unsigned set) {
+    if (emission.state.set != set) emission.PutEscape(CodeForm::kIso2022Jp, set);
+}
+
+bool EmitJapanese(const CodePage& page, unsigned unit, Emission& emission) {
+    const unsigned cell = page.base->Back(unit);
+    if (cell == 0) return false;
+    if (cell < kLowestPairCell) {
+        EnterJapaneseSet(emission, kJisX0212);
+        emission.PutSevenBit(cell);
+    } else if (cell >> 8 == 0x8E) {
+        EnterJapaneseSet(emission, kKatakana);
+        emission.Put(cell & 0x7F);
+    } else {
+        EnterJapaneseSet(emission, kJisX0208);
+        emission.PutSevenBit(cell);
+    }
+    return true;
+}
+
+bool EmitChinese(const CodePage& page, unsigned unit, Emission& emission) {
+    unsigned cell = page.base->Back(unit), set = kGb2312;
+    if (cell == 0) {
+        cell = page.secondBase->Back(unit);
+        set = cell < kLowestPairCell ? kCnsPlane2 : kCnsPlane1;
+        if (cell == 0 || !(cell & 0x80)) return false;  // plane 3 cannot be designated here
+    }
+    if (!(emission.state.designated & set)) emission.PutEscape(CodeForm::kIso2022Cn, set);
+    if (set == kCnsPlane2) {
+        emission.Put(kEscape);
+        emission.Put('N');
+    } else {
+        emission.Shift(true);
+    }
+    emission.PutSevenBit(cell);
+    return true;
+}
+
+bool EmitKorean(const CodePage& page, unsigned unit, Emission& emission) {
+    const unsigned cell = page.base->Back(unit);
+    if (cell == 0) return false;
+    emission.Shift(true);
+    emission.PutSevenBit(cell);
+    return true;
+}
+
+// Controls that would be read as escapes or shifts have no code here.
+bool EmitAscii(CodeForm form, unsigned unit, Emission& emission) {
+    if (unit == kEscape || unit == kShiftOut || unit == kShiftIn) return false;
+    if (form == CodeForm::kIso2022Jp)
+        EnterJapaneseSet(emission, kAscii);
+    else
+        emission.Shift(false);
+    emission.Put(unit);
+    if (unit == '\n') EndLine(form, emission.state);
+    return true;
+}
+
+bool Emit(const CodePage& page, unsigned unit, Emission& emission) {
+    if (page.form == CodeForm::kIso2022Kr && !emission.state.begun) {
+        emission.PutEscape(page.form, kKsX1001);  // announced once, at the start of the text
+        emission.state.begun = 1;
+    }
+    if (unit < 0x80) return EmitAscii(page.form, unit, emission);
+    if (page.form == CodeForm::kIso2022Jp) return EmitJapanese(page, unit, emission);
+    if (page.form == CodeForm::kIso2022Cn) return EmitChinese(page, unit, emission);
+    return EmitKorean(page, unit, emission);
+}
+
+std::size_t ClosingLength(CodeForm form, const ShiftState& state) {
+    if (state.set == 0) return 0;
+    return form == CodeForm::kIso2022Jp ? 3 : 1;
+}
+
+}  // namespace
+
+Stop DecodeIso2022(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd) {
+    for (;;) {
+        while (SkipControl(page.form, src)) {
+        }
+        if (src.at == src.end) return Stop::kDone;
+        const CodeRead read = ReadOne(page, src);
+        if (read.length == 0 || read.character == kNoCharacter) return Stop::kBad;
+        if (outEnd - out < 2) return Stop::kFull;
+        StoreUnit(out, read.character);
+        out += 2;
+        src.at += read.length;
+        if (read.character == '\n') EndLine(page.form, src.state);
+    }
+}
+
+std::size_t BadLengthIso2022(const CodePage& page, const Source& src) {
+    const CodeRead read = ReadOne(page, src);
+    return read.length == 0 ? 1 : read.length;
+}
+
+Stop EncodeIso2022(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
+                   Sink& dst) {
+    for (; units < unitsEnd; units += 2) {
+        Emission emission{{}, 0, dst.state};
+        if (!Emit(page, LoadUnit(units), emission)) return Stop::kBad;
+        const std::size_t need = emission.length + ClosingLength(page.form, emission.state);
+        if (static_cast<std::size_t>(dst.end - dst.at) < need) return Stop::kFull;
+        std::memcpy(dst.at, emission.bytes, emission.length);
+        dst.at += emission.length;
+        dst.state = emission.state;
+    }
+    return Stop::kDone;
+}
+
+void CloseIso2022(const CodePage& page, Sink& dst) {
+    Emission emission{{}, 0, dst.state};
+    if (page.form == CodeForm::kIso2022Jp)
+        EnterJapaneseSet(emission, kAscii);
+    else
+        emission.Shift(false);
+    std::memcpy(dst.at, emission.bytes, emission.length);
+    dst.at += emission.length;
+    dst.state = emission.state;
+}
+
+}  // namespace genutil

@@ -1,0 +1,122 @@
+// Comparison without case, collation, and case mapping of whole texts.
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+
+#include "genutil/mbutil/ascii.h"
+#include "genutil/mbutil/block.h"
+#include "genutil/mbutil/mb_case.h"
+#include "genutil/mbutil/same_prefix.h"
+#include "genutil/mbutil/wide.h"
+
+using namespace genutil;
+
+namespace {
+
+unsigned StepHere(const unsigned char* p) {
+    return g_currentStep ? StepLength(*g_currentStep, p) : 1;
+}
+
+// Where two texts must be compared character by character: the start of the character in which they
+// first differ by more than the case of ASCII letters, or where either ends.
+std::size_t SkipSame(const unsigned char* a, const unsigned char* b, std::size_t limit) {
+    const std::size_t same = SamePrefixNoCase(a, b, limit, g_currentStep);
+    return g_currentStep ? AlignToCharacter(*g_currentStep, a, same) : same;
+}
+
+unsigned MapCase(char* s, const unsigned char* map) {
+    if (!s) return 0;
+    const auto text = reinterpret_cast<unsigned char*>(s);
+    std::size_t i = 0;
+    while (text[i]) {
+        const unsigned step = text[i] < 0x80 ? 1 : StepHere(text + i);
+        if (step == 1) text[i] = map[text[i]];
+        i += step;
+    }
+    return static_cast<unsigned>(i);
+}
+
+// The current code set's text as 16-bit characters, on the stack when it is short.
+class WideCopy {
+  public:
+    explicit WideCopy(const char* text) {
+        const std::size_t bytes = std::strlen(text);
+        if (bytes >= kOnStack)
+            m_buffer = m_heap =
+                static_cast<unsigned short*>(std::malloc((bytes + 1) * sizeof *m_heap));
+        if (!m_buffer || ToWide(m_buffer, bytes + 1, text, bytes) < 0) m_buffer = nullptr;
+    }
+    ~WideCopy() { std::free(m_heap); }
+    WideCopy(const WideCopy&) = delete;
+    WideCopy& operator=(const WideCopy&) = delete;
+    const unsigned short* Text() const { return m_buffer; }  // null when it does not convert
+
+  private:
+    static constexpr std::size_t kOnStack = 256;
+    unsigned short m_stack[kOnStack];
+    unsigned short* m_heap = nullptr;
+    unsigned short* m_buffer = m_stack;
+};
+
+}  // namespace
+
+int mbstricmp(const char* a, const char* b) {
+    if (!a || !b) return 0;
+    EnsureInitialised();
+    const unsigned char *x = Bytes(a), *y = Bytes(b);
+    const std::size_t same = SkipSame(x, y, static_cast<std::size_t>(-1));
+    const unsigned char* lower = CurrentCaseTable().lower;
+    for (x += same, y += same; *x && *y;) {
+        const unsigned length = StepHere(x), other = StepHere(y);
+        if (length != other) return length > other ? 1 : -1;
+        for (unsigned i = 0; i < length; ++i) {
+            // Case is that of single-byte characters; bytes order as signed chars.
+            const auto p = static_cast<signed char>(length == 1 ? lower[x[i]] : x[i]);
+            const auto q = static_cast<signed char>(length == 1 ? lower[y[i]] : y[i]);
+            if (p != q) return p > q ? 1 : -1;
+        }
+        x += length;
+        y += length;
+    }
+    return *x ? 1 : *y ? -1 : 0;
+}
+
+int mbstrnicmp(const char* a, const char* b, unsigned n) {
+    if (!a || !b) return 0;
+    EnsureInitialised();
+    const unsigned char *x = Bytes(a), *y = Bytes(b);
+    const unsigned char* lower = CurrentCaseTable().lower;
+    std::size_t i = SkipSame(x, y, n);
+    while (i < n && x[i]) {
+        const int promised = g_currentStep ? CharacterLength(*g_currentStep, x + i, 1) : 1;
+        if (promised <= 1) {
+            if (lower[x[i]] != lower[y[i]]) return lower[x[i]] - lower[y[i]];
+            ++i;
+            continue;
+        }
+        // The lead byte alone decides how many bytes are compared; none behind a terminator.
+        for (int k = promised; k > 0; --k, ++i) {
+            if (x[i] != y[i]) return x[i] - y[i];
+            if (!x[i]) return 0;
+        }
+    }
+    // A text that ends exactly at n still sorts before a longer one: programs depend on it.
+    return x[i] || !y[i] ? 0 : -1;
+}
+
+unsigned mbstrtoupper(char* s) {
+    EnsureInitialised();
+    return MapCase(s, CurrentCaseTable().upper);
+}
+
+unsigned mbstrtolower(char* s) {
+    EnsureInitialised();
+    return MapCase(s, CurrentCaseTable().lower);
+}
+
+int mbstrcoll(const char* a, const char* b) {
+    EnsureInitialised();
+    const WideCopy wideA(a), wideB(b);
+    if (!wideA.Text() || !wideB.Text()) return std::strcmp(a, b);
+    return CollateWide(wideA.Text(), wideB.Text());
+}

@@ -1,0 +1,204 @@
+// Searching: characters, words and sets of characters, never a trail byte.
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstring>
+
+#include "genutil/mbutil/block.h"
+
+using namespace genutil;
+
+namespace {
+
+char* Pointer(const char* s, std::size_t at) {
+    return const_cast<char*>(s) + at;
+}
+
+// c as a first byte of a character in multi-byte text, where bytes above ASCII are searched as the
+// negative values of a plain char; -1 for values that no character begins with.
+int FirstByte(int c) {
+    return c >= -0x80 && c < 0x80 ? static_cast<unsigned char>(c) : -1;
+}
+
+// The first, or the last, character that begins with byte; null when there is none.
+char* FindByStep(const StepTable& table, const char* s, unsigned char byte, bool last) {
+    char* found = nullptr;
+    BlockWalker walker(table, Bytes(s));
+    while (walker.Next()) {
+        const std::uint64_t hits = MaskOfByte(walker.Data(), byte) & walker.Starts();
+        if (!hits) continue;
+        const int bit = last ? 63 - std::countl_zero(hits) : std::countr_zero(hits);
+        found = Pointer(s, walker.Position() + static_cast<unsigned>(bit));
+        if (!last) break;
+    }
+    return found;
+}
+
+// Whether a byte can be no part of a longer character: then a search by bytes finds characters.
+bool StandsAlone(unsigned char byte) {
+    return !g_currentStep || (byte < 0x80 && !g_currentStep->later[byte]);
+}
+
+// The first occurrence of a needle that consists of whole characters of the text.
+class Needle {
+  public:
+    Needle(const StepTable& table, const char* needle)
+        : m_table(table),
+          m_text(needle),
+          m_length(std::strlen(needle)),
+          m_lastStart(AlignToCharacter(table, Bytes(needle), m_length - 1)) {}
+
+    char* FindIn(const char* hay) const {
+        const auto first = static_cast<unsigned char>(m_text[0]);
+        const auto second = static_cast<unsigned char>(m_text[1]);
+        constexpr std::uint64_t kLast = std::uint64_t{1} << (kBlock - 1);
+        BlockWalker walker(m_table, Bytes(hay));
+        while (walker.Next()) {
+            std::uint64_t hits = MaskOfByte(walker.Data(), first) & walker.Starts();
+            if (second && hits) hits &= MaskOfByte(walker.Data(), second) >> 1 | kLast | kLast >> 1;
+            for (; hits; hits &= hits - 1) {
+                const char* at = hay + walker.Position() + std::countr_zero(hits);
+                if (IsAt(at)) return const_cast<char*>(at);
+            }
+        }
+        return nullptr;
+    }
+
+  private:
+    // The last character must be whole in the text too: a lone lead byte is no half of a pair.
+    bool IsAt(const char* at) const {
+        return std::strncmp(at, m_text, m_length) == 0 &&
+               StepLength(m_table, Bytes(at) + m_lastStart) == m_length - m_lastStart;
+    }
+
+    const StepTable& m_table;
+    const char* m_text;
+    std::size_t m_length, m_lastStart;
+};
+
+// A set of characters: the single-byte ones as a table, the others where they stand.
+class CharacterSet {
+  public:
+    CharacterSet(const StepTable* table, const char* accept) : m_accept(Bytes(accept)) {
+        for (const unsigned char* p = m_accept; *p;) {
+            const unsigned length = table ? StepLength(*table, p) : 1;
+            (length == 1 ? m_single : m_longer)[*p] = true;
+            m_stepTable = table;
+            p += length;
+        }
+    }
+    bool Has(const unsigned char* p) const {
+        return m_single[*p] || (m_longer[*p] && HasLonger(p));
+    }
+
+  private:
+    bool HasLonger(const unsigned char* p) const {
+        for (const unsigned char* q = m_accept; *q;) {
+            const unsigned length = StepLength(*m_stepTable, q);
+            if (length > 1 && !std::strncmp(reinterpret_cast<const char*>(p),
+                                            reinterpret_cast<const char*>(q), length))
+                return true;
+            q += length;
+        }
+        return false;
+    }
+
+    const unsigned char* m_accept;
+    const StepTable* m_stepTable = nullptr;
+    std::array<bool, 256> m_single{}, m_longer{};
+};
+
+// Bytes before the first character of s that is in the set; strlen(s) when none is.
+std::size_t LengthOutside(const CharacterSet& set, const char* s) {
+    const unsigned char* p = Bytes(s);
+    while (*p && !set.Has(p)) p += g_currentStep ? StepLength(*g_currentStep, p) : 1;
+    return static_cast<std::size_t>(p - Bytes(s));
+}
+
+// Where the next search for a token begins; one for the whole process.
+char* g_continuation = nullptr;
+
+}  // namespace
+
+char* mbstrchr(const char* s, int c) {
+    EnsureInitialised();
+    if (!s) return nullptr;
+    if (!g_codeSetState.multiByte) return const_cast<char*>(std::strchr(s, c));
+    const int byte = FirstByte(c);
+    if (byte < 0) return nullptr;
+    if (StandsAlone(static_cast<unsigned char>(byte)))
+        return const_cast<char*>(std::strchr(s, byte));
+    return FindByStep(*g_currentStep, s, static_cast<unsigned char>(byte), false);
+}
+
+char* mbstrchrEncr(const char* s, int c) {
+    EnsureInitialised();
+    return g_codeSetState.multiByte && c == 0 ? nullptr : mbstrchr(s, c);
+}
+
+char* mbstrrchr(const char* s, int c) {
+    EnsureInitialised();
+    if (!s) return nullptr;
+    if (!g_codeSetState.multiByte) return const_cast<char*>(std::strrchr(s, c));
+    const int byte = FirstByte(c);
+    if (byte <= 0) return nullptr;
+    if (StandsAlone(static_cast<unsigned char>(byte)))
+        return const_cast<char*>(std::strrchr(s, byte));
+    return FindByStep(*g_currentStep, s, static_cast<unsigned char>(byte), true);
+}
+
+char* mbstrstr(const char* hay, const char* needle) {
+    EnsureInitialised();
+    if (!hay) return nullptr;
+    if (!needle || !*needle) return const_cast<char*>(hay);
+    const bool lineFeed = needle[0] == '\n' && !needle[1];
+    if (!g_currentStep || lineFeed) return const_cast<char*>(std::strstr(hay, needle));
+    return Needle(*g_currentStep, needle).FindIn(hay);
+}
+
+char* mbstrrstr(const char* hay, const char* needle) {
+    EnsureInitialised();
+    if (!hay) return nullptr;
+    if (!needle) return const_cast<char*>(hay);
+    if (!*needle) return Pointer(hay, std::strlen(hay));
+    char* last = nullptr;
+    for (char* at = mbstrstr(hay, needle); at; at = mbstrstr(at, needle)) {
+        last = at;
+        at += g_currentStep ? StepLength(*g_currentStep, Bytes(at)) : 1;
+    }
+    return last;
+}
+
+char* mbstrpbrk(const char* s, const char* accept) {
+    EnsureInitialised();
+    if (!s || !accept) return nullptr;
+    const std::size_t length = LengthOutside(CharacterSet(g_currentStep, accept), s);
+    return s[length] ? Pointer(s, length) : nullptr;
+}
+
+unsigned mbstrcspn(const char* s, const char* reject) {
+    const char* found = mbstrpbrk(s, reject);
+    if (found) return static_cast<unsigned>(found - s);
+    return s ? static_cast<unsigned>(std::strlen(s)) : 0;
+}
+
+char* mbstrtok(char* s, const char* delim) {
+    EnsureInitialised();
+    if (!g_codeSetState.multiByte) return std::strtok(s, delim);
+    char* token = s ? s : g_continuation;
+    g_continuation = nullptr;
+    if (!token) return nullptr;
+    const CharacterSet delimiters(g_currentStep, delim ? delim : "");
+    const auto step = [](const char* p) {
+        return g_currentStep ? StepLength(*g_currentStep, Bytes(p)) : 1u;
+    };
+    while (*token && delimiters.Has(Bytes(token))) token += step(token);
+    if (!*token) return nullptr;
+    char* end = token + LengthOutside(delimiters, token);
+    if (*end) {
+        const unsigned length = step(end);
+        std::memset(end, 0, length);
+        g_continuation = end + length;
+    }
+    return token;
+}

@@ -1,0 +1,198 @@
+#include "genutil/mbutil/wide.h"
+
+#include <cstring>
+
+#include "genutil/mbutil/ascii_units.h"
+#include "genutil/mbutil/code_read.h"
+#include "genutil/mbutil/code_set.h"
+#include "genutil/mbutil/pivot.h"
+#include "osutil/platform/locales.h"
+
+namespace genutil {
+
+namespace {
+
+static_assert(sizeof(unsigned short) == 2);
+
+// A NUL-terminated text holds no UTF-16, so there that code set counts as one that is not listed.
+const CodePage* CurrentPage() {
+    EnsureInitialised();
+    const int codeSet = g_codeSetState.codeSet;
+    return FindCodePage(codeSet == mbUtf16 ? mbWestern : codeSet);
+}
+
+Source SourceOf(const char* text, std::size_t bytes) {
+    const auto start = reinterpret_cast<const unsigned char*>(text);
+    const void* terminator = std::memchr(text, 0, bytes);
+    return {start, terminator ? static_cast<const unsigned char*>(terminator) : start + bytes};
+}
+
+const unsigned char* Bytes(const unsigned short* units) {
+    return reinterpret_cast<const unsigned char*>(units);
+}
+unsigned char* Bytes(unsigned short* units) {
+    return reinterpret_cast<unsigned char*>(units);
+}
+
+const unsigned char* EndOf(const unsigned short* text) {
+    while (*text) ++text;
+    return Bytes(text);
+}
+
+// Bytes of text that the code set does not know travel as units that no character has.
+bool IsRawByte(const unsigned char* unit, const unsigned char* end) {
+    const unsigned value = unit < end ? LoadUnit(unit) : 0;
+    return value > kRawByte && value <= kRawByte + 0xFFu;
+}
+
+enum class Unknown { kRefuse, kReplace };
+
+// Encodes units into dst; at a bad one puts the raw byte, or what `unknown` says.
+Stop EncodeText(const CodePage& page, const unsigned char*& units, const unsigned char* end,
+                Sink& dst, Unknown unknown) {
+    static const unsigned short question = '?';
+    for (;;) {
+        const Stop stop = Encode(page, units, end, dst);
+        if (stop != Stop::kBad) return stop;
+        const unsigned char* at = units;
+        if (IsRawByte(units, end)) {
+            CloseText(page, dst);
+            if (dst.at == dst.end) return Stop::kFull;
+            *dst.at++ = static_cast<unsigned char>(LoadUnit(units));
+        } else if (unknown == Unknown::kRefuse) {
+            return Stop::kBad;
+        } else {
+            at = Bytes(&question);
+            if (Encode(page, at, at + 2, dst) != Stop::kDone) return Stop::kFull;
+        }
+        const bool pair = IsHighSurrogate(LoadUnit(units)) && end - units >= 4 &&
+                          IsLowSurrogate(LoadUnit(units + 2));
+        units += pair ? 4 : 2;
+    }
+}
+
+long Narrow(char* out, std::size_t limit, const unsigned short* text, Unknown unknown) {
+    const CodePage* page = CurrentPage();
+    if (!page) return -1;
+    const auto start = reinterpret_cast<unsigned char*>(out);
+    Sink dst{start, start + limit};
+    const unsigned char* units = Bytes(text);
+    if (EncodeText(*page, units, EndOf(text), dst, unknown) == Stop::kBad) return -1;
+    CloseText(*page, dst);
+    if (dst.at < dst.end) *dst.at = 0;
+    return static_cast<long>(dst.at - start);
+}
+
+}  // namespace
+
+long WideLength(const char* text, std::size_t bytes) {
+    const CodePage* page = CurrentPage();
+    if (!page) return -1;
+    Source src = SourceOf(text, bytes);
+    unsigned char chunk[1024];
+    for (long length = 0;;) {
+        unsigned char* out = chunk;
+        const Stop stop = Decode(*page, src, out, chunk + sizeof chunk);
+        if (stop == Stop::kBad) return -1;
+        length += static_cast<long>((out - chunk) / 2);
+        if (stop == Stop::kDone) return length;
+    }
+}
+
+long ToWide(unsigned short* out, std::size_t limit, const char* text, std::size_t bytes) {
+    const CodePage* page = CurrentPage();
+    if (!page) return -1;
+    Source src = SourceOf(text, bytes);
+    unsigned char* end = Bytes(out);
+    if (Decode(*page, src, end, Bytes(out + limit)) == Stop::kBad) return -1;
+    const std::size_t stored = static_cast<std::size_t>(end - Bytes(out)) / 2;
+    if (stored < limit) out[stored] = 0;
+    return static_cast<long>(stored);
+}
+
+void ToWideBytewise(unsigned short* out, const char* text, std::size_t bytes) {
+    const CodePage* page = CurrentPage();
+    const auto p = reinterpret_cast<const unsigned char*>(text);
+    for (std::size_t i = 0; i < bytes; ++i) {
+        const bool tables =
+            page && (page->form == CodeForm::kSingleByte || page->form == CodeForm::kPairs);
+        const unsigned character = tables ? page->bytes[p[i]] : p[i] < 0x80 ? p[i] : kNoCharacter;
+        out[i] =
+            static_cast<unsigned short>(character != kNoCharacter ? character : kRawByte + p[i]);
+    }
+}
+
+long NarrowLength(const unsigned short* text) {
+    const CodePage* page = CurrentPage();
+    if (!page) return -1;
+    const unsigned char* units = Bytes(text);
+    const unsigned char* const end = EndOf(text);
+    unsigned char chunk[512];
+    Sink dst{chunk, chunk + sizeof chunk};
+    for (long length = 0;;) {
+        const Stop stop = EncodeText(*page, units, end, dst, Unknown::kRefuse);
+        if (stop == Stop::kBad) return -1;
+        if (stop == Stop::kDone) CloseText(*page, dst);
+        length += static_cast<long>(dst.at - chunk);
+        if (stop == Stop::kDone) return length;
+        dst.at = chunk;
+    }
+}
+
+long ToNarrow(char* out, std::size_t limit, const unsigned short* text) {
+    return Narrow(out, limit, text, Unknown::kRefuse);
+}
+
+long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text) {
+    return Narrow(out, limit, text, Unknown::kReplace);
+}
+
+int ToWideCharacter(unsigned short* out, const char* text, std::size_t bytes) {
+    const CodePage* page = CurrentPage();
+    if (!page) return -1;
+    if (bytes == 0 || *text == 0) return 0;
+    const std::size_t longest = bytes < 16 ? bytes : 16;  // escapes and a character
+    Source src = SourceOf(text, longest);
+    unsigned char unit[2];
+    unsigned char* end = unit;
+    // With escapes behind it the character would seem longer, so the text is offered byte by byte.
+    const unsigned char* const textEnd = src.end;
+    for (src.end = src.at + 1; src.end <= textEnd; ++src.end) {
+        Source attempt = src;
+        if (Decode(*page, attempt, end, unit + 2) == Stop::kBad) continue;
+        if (end == unit) continue;
+        *out = static_cast<unsigned short>(LoadUnit(unit));
+        return static_cast<int>(attempt.at - src.at);
+    }
+    return -1;
+}
+
+int ToNarrowCharacter(char* out, unsigned short character) {
+    const CodePage* page = CurrentPage();
+    if (!page) return -1;
+    unsigned char bytes[16];
+    Sink dst{bytes, bytes + sizeof bytes};
+    dst.state.begun = 1;  // what announces a text is not part of a character
+    const unsigned short text[1] = {character};
+    const unsigned char* units = Bytes(text);
+    if (EncodeText(*page, units, Bytes(text + 1), dst, Unknown::kRefuse) != Stop::kDone) return -1;
+    CloseText(*page, dst);
+    const std::size_t length = static_cast<std::size_t>(dst.at - bytes);
+    if (length > 4) return -1;  // a character between escapes
+    std::memcpy(out, bytes, length);
+    return static_cast<int>(length);
+}
+
+unsigned short ToUpperWide(unsigned short character) {
+    return platform::ToUpper(character);
+}
+unsigned short ToLowerWide(unsigned short character) {
+    return platform::ToLower(character);
+}
+
+int CollateWide(const unsigned short* a, const unsigned short* b) {
+    return platform::Collate(a, static_cast<std::size_t>(EndOf(a) - Bytes(a)) / 2, b,
+                             static_cast<std::size_t>(EndOf(b) - Bytes(b)) / 2);
+}
+
+}  // namespace genutil

@@ -1,0 +1,48 @@
+#!/usr/bin/env python3
+"""Compares the names that the library exports with the recorded list beside this script.
+
+usage: exports.py LIBRARY           check: every recorded name is there, and none that is not recorded
+       exports.py LIBRARY --record  write the list anew
+
+A name that leaves the list breaks programs that are linked to it. C functions must appear unmangled
+and undecorated on both targets; C++ names are compared on Linux, whose mangling is recorded."""
+import pathlib
+import re
+import subprocess
+import sys
+
+RECORD = pathlib.Path(__file__).with_name('exports.txt')
+
+
+def exported_by_dll(library):
+    text = subprocess.run(['i686-w64-mingw32-objdump', '-p', library], check=True, capture_output=True, text=True).stdout
+    table = text[text.index('[Ordinal/Name Pointer] Table'):]
+    return {match.group(1) for match in re.finditer(r'^\s*\[\s*\d+\]\s+(\S+)$', table, re.MULTILINE)}
+
+
+def exported_by_so(library):
+    text = subprocess.run(['nm', '-D', '--defined-only', library], check=True, capture_output=True, text=True).stdout
+    return {line.split()[-1].split('@')[0] for line in text.splitlines()}
+
+
+def main():
+    library = sys.argv[1]
+    dll = library.endswith('.dll')
+    names = exported_by_dll(library) if dll else exported_by_so(library)
+    if '--record' in sys.argv:
+        RECORD.write_text('\n'.join(sorted(names)) + '\n')
+        return 0
+    recorded = set(RECORD.read_text().split())
+    if dll:  # classes are mangled alike, but some helpers of theirs exist on one target only
+        names = {name for name in names if not name.startswith('_Z')}
+        recorded = {name for name in recorded if not name.startswith('_Z')}
+    for name in sorted(recorded - names):
+        print(f'no longer exported: {name}', file=sys.stderr)
+    for name in sorted(names - recorded):
+        print(f'exported but not recorded: {name}', file=sys.stderr)
+    print(f'{len(names)} names exported')
+    return 0 if names == recorded else 1
+
+
+if __name__ == '__main__':
+    sys.exit(main())

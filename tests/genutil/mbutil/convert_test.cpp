@@ -1,0 +1,217 @@
+// Conversion between code sets: who converts what, sizes, reports.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "mbutil.h"
+#include "tests/support/code_set_guard.h"
+
+namespace {
+
+std::string Related(const std::string& text, int from, int to) {
+    std::string dst(3 * text.size() + 2, '#');
+    EXPECT_EQ(convertStrExt(text.c_str(), from, dst.data(), to), dst.data());
+    EXPECT_EQ(dst.back(), '#');  // nothing behind 3 n + 1
+    return dst.c_str();
+}
+
+TEST(Convert, RelatedCodeSetsAndNoOthers) {
+    static const struct {
+        int line, from, to;
+        const char *text, *expected;
+    } kRows[] = {
+        {__LINE__, 5, 4, "\x88\x9F\xB1", "\xB0\xA1\x8E\xB1"},
+        {__LINE__, 4, 5, "\xB0\xA1\x8E\xB1", "\x88\x9F\xB1"},
+        {__LINE__, 5, 3,
+         "\x88\x9F"
+         "a",
+         "\x1B$B0!\x1B(Ba"},
+        {__LINE__, 3, 5, "\x1B$B0!\x1B(Ba",
+         "\x88\x9F"
+         "a"},
+        {__LINE__, 3, 4, "\x1B$B0!\x1B(Ba",
+         "\xB0\xA1"
+         "a"},
+        {__LINE__, 4, 3,
+         "a\xB0\xA1"
+         "a",
+         "a\x1B$B0!\x1B(Ba"},
+        {__LINE__, 5, 3, "\x88\x9F", "\x1B$B0!"},  // no room for the closing escape
+        {__LINE__, 9, 10, "\xA4\x40", "\xC4\xA1"},
+        {__LINE__, 10, 9, "\xC4\xA1", "\xA4\x40"},
+        {__LINE__, 14, 23, "\xA1\xB1\xA9", "\xA5\xB9\x8A"},
+        {__LINE__, 23, 14, "\xA5\xB9\x8A", "\xA1\xB1\xA9"},
+        {__LINE__, 17, 24, "\xB0\xA1\xF1", "\xC0\xA8\xB8"},
+        {__LINE__, 24, 17, "\xC0\xA8\xB8", "\xB0\xA1\xF1"},
+        {__LINE__, 9, 24, "\xB0\xA1", "\xC0\xA8"},  // as 17 to 24: programs depend on it
+        {__LINE__, 10, 24, "\xB0\xA1", "\xC0\xA8"},
+        {__LINE__, 24, 9, "\xC0\xA8", "\xC0\xA8"},
+        {__LINE__, 5, 65, "\x88\x9F", "\x88\x9F"},
+        {__LINE__, 5, 5, "\x88\xFF", "\x88\xFF"},
+        {__LINE__, 3, 4, "", ""},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.line);
+        EXPECT_EQ(Related(row.text, row.from, row.to), row.expected);
+    }
+}
+
+TEST(Convert, ByTheCurrentCodeSet) {
+    char dst[16];
+    for (int current : {4, 5}) {
+        const CodeSetGuard guard(current);
+        EXPECT_STREQ(UnixCodingToWindowsCodingExt("\xB0\xA1", dst), "\x88\x9F");
+        EXPECT_STREQ(WindowsCodingToUnixCodingExt("\x88\x9F", dst), "\xB0\xA1");
+    }
+    const CodeSetGuard guard(3);
+    EXPECT_STREQ(UnixCodingToWindowsCodingExt("\xB0\xA1", dst), "\xB0\xA1");
+    EXPECT_EQ(UnixCodingToWindowsCodingExt(nullptr, dst), nullptr);
+    EXPECT_EQ(WindowsCodingToUnixCodingExt("a", nullptr), nullptr);
+    {
+        const CodeSetGuard sjis(5);
+        EXPECT_EQ(mbconvertnativestring(dst, "\x88\x9F", 4), 1);
+        EXPECT_STREQ(dst, "\xB0\xA1");
+    }
+    const CodeSetGuard western(17);
+    EXPECT_EQ(mbconvertnativestring(dst, "\xB0\xA1", 24), 1);
+    EXPECT_STREQ(dst, "\xB0\xA1");  // a single-byte current code set copies
+    EXPECT_EQ(mbconvertnativestring(nullptr, "a", 4), 0);
+    EXPECT_EQ(mbconvertnativestring(dst, nullptr, 4), 0);
+}
+
+TEST(Convert, AnyPairWithinTheRoomThereIs) {
+    const std::string text = "a\x82\xA0\xE0\x40\xFF\x82";  // two of its bytes are invalid
+    std::size_t lostAt[1];
+    mbConversion report = {lostAt, 1, 0, 0, 0};
+    char dst[64];
+    ASSERT_EQ(mbConvert(text.data(), text.size(), 5, dst, sizeof dst, 65, &report), 1);
+    EXPECT_STREQ(dst, "a\xE3\x81\x82\xE6\xBC\xBE\xEF\xBF\xBD\xEF\xBF\xBD");
+    EXPECT_EQ(report.consumed, text.size());
+    EXPECT_EQ(report.produced, std::strlen(dst));
+    EXPECT_EQ(report.lost, 2u);
+    EXPECT_EQ(lostAt[0], 5u);
+
+    // Every smaller room holds the whole characters that fit, and says how far it came.
+    for (std::size_t room = 1; room < 14; ++room) {
+        std::memset(dst, '#', sizeof dst);
+        const int all = mbConvert(text.data(), text.size(), 5, dst, room, 65, &report);
+        EXPECT_EQ(all, room >= 14);
+        EXPECT_LT(report.produced, room);
+        EXPECT_EQ(dst[report.produced], 0);
+        EXPECT_EQ(dst[room], '#');
+        static const std::size_t kConsumed[] = {0, 0, 1, 1, 1, 3, 3, 3, 5, 5, 5, 6, 6, 6};
+        EXPECT_EQ(report.consumed, kConsumed[room]) << room;
+    }
+    EXPECT_EQ(mbConvert(text.data(), text.size(), 5, dst, 0, 65, &report), 0);
+    EXPECT_EQ(mbConvert("a", 1, 5, dst, sizeof dst, 50, &report), 0);
+    EXPECT_EQ(mbConvert("a", 1, -1, dst, sizeof dst, 5, &report), 0);
+    EXPECT_EQ(mbConvert(nullptr, 0, 5, dst, sizeof dst, 4, nullptr), 0);
+}
+
+TEST(Convert, IntoANewBuffer) {
+    char* out = nullptr;
+    mbConversion report = {nullptr, 0, 0, 0, 0};
+    const std::string text(100000, '\xB1');
+    ASSERT_EQ(mbConvertAlloc(text.data(), text.size(), 5, &out, 3, &report), 1);
+    EXPECT_EQ(report.produced, text.size() + 6);
+    EXPECT_EQ(std::string(out).substr(0, 5), "\x1B(I11");
+    std::free(out);
+    ASSERT_EQ(mbConvertAlloc("\xE9", 1, 0, &out, 64, &report), 1);
+    EXPECT_EQ(std::string(out, 4), std::string("\xE9\0\0\0", 4));
+    std::free(out);
+}
+
+TEST(Convert, Utf8OfTheUser) {
+    char* out = nullptr;
+    ASSERT_EQ(mbConvertToUTF8("\x82\xA0", &out, "ja_JP"), 1);
+    EXPECT_STREQ(out, "\xE3\x81\x82");
+    std::free(out);
+    ASSERT_EQ(mbConvertToUTF8("\xD0", &out, "ru_RU"), 1);
+    EXPECT_STREQ(out, "\xD0\xA0");
+    std::free(out);
+    const bool japanese = mbGetLCID(nullptr) == 0x411;
+    ASSERT_EQ(mbConvertToUTF8(japanese ? "\xB1" : "\xE9", &out, nullptr), 1);
+    EXPECT_STREQ(out, japanese ? "\xEF\xBD\xB1" : "\xC3\xA9");
+    char* back = nullptr;
+    ASSERT_EQ(mbConvertFromUTF8(out, &back), 1);
+    EXPECT_STREQ(back, japanese ? "\xB1" : "\xE9");
+    std::free(out);
+    std::free(back);
+    out = nullptr;
+    EXPECT_EQ(mbConvertToUTF8("a", &out, "xx_XX"), 0);
+    EXPECT_EQ(mbConvertToUTF8(nullptr, &out, "ja_JP"), 0);
+    EXPECT_EQ(mbConvertFromUTF8(nullptr, &out), 0);
+    EXPECT_EQ(mbConvertFromUTF8("a", nullptr), 0);
+    EXPECT_EQ(out, nullptr);
+}
+
+TEST(Measure, Utf8Boundaries) {
+    static const struct {
+        const char* text;
+        unsigned most, limit;
+    } kRows[] = {{"a\xE3\x81\x82", 3, 1},
+                 {"a\xE3\x81\x82", 4, 4},
+                 {"a\xE3\x81\x82", 100, 4},
+                 {"\xF0\x9F\x98\x80z", 4, 4},
+                 {"\xF0\x9F\x98\x80z", 3, 0},
+                 {"\x80\x80\x80\x80", 2, 2},
+                 {"\xFF\xFE\xC3\xA9", 3, 2},
+                 {"\xFC\x80\x80\x80\x80\x80z", 5, 0},
+                 {"abc", 0, 0},
+                 {"abc", 0xFFFFFFFF, 3},
+                 {"", 5, 0}};
+    for (const auto& row : kRows)
+        EXPECT_EQ(UTF8Limit(row.text, row.most), row.limit) << row.text << row.most;
+    EXPECT_EQ(UTF8Limit(nullptr, 5), 0u);
+}
+
+TEST(Measure, PercentDecoding) {
+    static const struct {
+        const char *text, *decoded;
+    } kRows[] = {{"a%41%4g%", "aA%4g%"}, {"%2f+%2F", "%2f+/"}, {"%", "%"}, {"%4", "%4"}, {"", ""},
+                 {"%%41", "%A"}};
+    for (const auto& row : kRows) {
+        char* out = nullptr;
+        EXPECT_EQ(mbUrlDecode(row.text, &out), std::strlen(row.decoded));
+        EXPECT_STREQ(out, row.decoded);
+        std::free(out);
+    }
+    char* out = nullptr;
+    EXPECT_EQ(mbUrlDecode("a%00b", &out), 3u);
+    EXPECT_EQ(std::string(out, 3), std::string("a\0b", 3));
+    std::free(out);
+    EXPECT_EQ(mbUrlDecode(nullptr, &out), 0u);
+}
+
+TEST(Measure, LongerOfTwoEncodings) {
+    static const struct {
+        int line, codeSet;
+        const char* text;
+        unsigned length;
+    } kRows[] = {
+        {__LINE__, 5, "\xB1\xB2\xB3", 6},
+        {__LINE__, 5, "a\x82\xA0", 3},
+        {__LINE__, 5, "\x82", 2},
+        {__LINE__, 5, "\x82\xB1", 2},
+        {__LINE__, 4, "\x8E\xB1", 2},
+        {__LINE__, 0, "\xB1", 1},
+        {__LINE__, 9,
+         "\xA4\x40"
+         "a",
+         3},
+        {__LINE__, 9, "\xC9\x40", 4},
+        {__LINE__, 10, "\x8E\xA2\xA1\xA1", 4},
+        {__LINE__, 5, "", 0},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.line);
+        const CodeSetGuard guard(row.codeSet);
+        EXPECT_EQ(MaxStringLengthOnWinAndUnix(row.text), row.length);
+    }
+    EXPECT_EQ(AccumulateAsciiForStr("ab\xFF"), 97u + 98u + 255u);
+    EXPECT_EQ(AccumulateAsciiForStr(nullptr), 0u);
+}
+
+}  // namespace

@@ -1,0 +1,164 @@
+// Lines and blocks of streams, and files, that are converted as they are read or written.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+
+#include "mbutil.h"
+#include "tests/support/code_set_guard.h"
+#include "tests/support/temporary_file.h"
+
+namespace {
+
+const std::string kSjis = "\x82\xA0\x83\x41\xB1x";
+const std::string kEuc = "\xA4\xA2\xA5\xA2\x8E\xB1x";
+const std::string kJis = "\x1B$B$\"%\"\x1B(I1\x1B(Bx";
+
+std::string ReadLines(const std::string& bytes, int n, int codeSet, const char* mode = "rb") {
+    const TemporaryFile file(bytes);
+    const OpenFile stream(file.Path(), mode);
+    std::string all;
+    char buf[200];
+    for (int calls = 0; mbfgets(buf, n, stream, codeSet); ++calls) {
+        if (std::string(buf).size() >= static_cast<std::size_t>(n) || calls > 1000)
+            return "too long";
+        all += buf;
+    }
+    return all;
+}
+
+TEST(MbStream, ReadsLinesOfAnyLengthWithoutGarbling) {
+    const CodeSetGuard guard(5);
+    for (int n : {3, 4, 5, 6, 7, 8, 9, 20, 100}) {
+        SCOPED_TRACE(n);
+        const std::string text = kSjis + "\n" + kSjis + kSjis + "\n";
+        EXPECT_EQ(ReadLines(kEuc + "\n" + kEuc + kEuc + "\n", n, 4), text);
+        EXPECT_EQ(ReadLines(kSjis + "\n" + kSjis + kSjis + "\n", n, 5), text);
+        if (n >= 9) EXPECT_EQ(ReadLines(kJis + "\n" + kJis + kJis + "\n", n, 3), text);
+    }
+    // Half-width katakana double in size: what does not fit is read again, line ends too.
+    const CodeSetGuard euc(4);
+    const std::string katakana = "\xB1\xB2\xB3\n\xB4\xB5";
+    for (int n : {3, 4, 5, 6, 7, 8, 20})
+        EXPECT_EQ(ReadLines(katakana, n, 5), "\x8E\xB1\x8E\xB2\x8E\xB3\n\x8E\xB4\x8E\xB5") << n;
+    EXPECT_EQ(ReadLines("\xB1\xB2\r\n\xB3\xB4\n", 6, 5, "rt").find("\x8E\xB3\x8E\xB4"),
+              ReadLines("\xB1\xB2\r\n\xB3\xB4\n", 100, 5, "rt").find("\x8E\xB3\x8E\xB4"));
+}
+
+TEST(MbStream, SingleByteCodeSetsDoNotConvert) {
+    const CodeSetGuard guard(0);
+    EXPECT_EQ(ReadLines(kEuc, 100, 4), kEuc);
+    const TemporaryFile file;
+    {
+        const OpenFile stream(file.Path(), "wb");
+        EXPECT_GE(mbfputs(kSjis.c_str(), stream, 4), 0);
+        EXPECT_EQ(mbfputs(nullptr, stream, 4), 0);
+    }
+    EXPECT_EQ(file.Bytes(), kSjis);
+}
+
+TEST(MbStream, WritesConverted) {
+    const CodeSetGuard guard(5);
+    for (const auto& [codeSet, bytes] :
+         {std::pair{4, kEuc}, {3, kJis}, {0, kSjis}, {5, kSjis}, {9, kSjis}}) {
+        const TemporaryFile file;
+        {
+            const OpenFile stream(file.Path(), "wb");
+            EXPECT_GE(mbfputs(kSjis.c_str(), stream, codeSet), 0);
+        }
+        EXPECT_EQ(file.Bytes(), bytes) << codeSet;
+    }
+    EXPECT_EQ(mbfputs(nullptr, stdout, 4), 0);
+    char buf[8];
+    EXPECT_EQ(mbfgets(nullptr, 8, stdin, 4), nullptr);
+    EXPECT_EQ(ReadLines("", 8, 4), "");
+    const TemporaryFile file("a");
+    const OpenFile stream(file.Path(), "rb");
+    EXPECT_EQ(mbfgets(buf, 0, stream, 4), nullptr);
+    EXPECT_STREQ(mbfgets(buf, 2, stream, 4), "a");
+}
+
+TEST(MbStream, BlocksEndOnCharacters) {
+    static const struct {
+        int line, codeSet;
+        const char* bytes;
+        unsigned n;
+        const char* blocks;  // lengths of the blocks, one digit each
+    } kRows[] = {
+        {__LINE__, 5, "abc\x82\xA0", 4, "32"},
+        {__LINE__, 5, "\x82\xA0\x82\xA0", 1, "1111"},  // no block is too small to get on
+        {__LINE__, 5, "\x82\xA0\x82\xA0", 3, "22"},
+        {__LINE__, 5,
+         "ab\x80"
+         "c",
+         3, "22"},  // a byte that is no character waits for the next
+        {__LINE__, 4, "\x8F\xA1\xA1\x8F\xA1\xA1", 4, "33"},
+        {__LINE__, 4, "a\x8F\xA1\xA1", 3, "13"},
+        {__LINE__, 10, "\x8E\xA2\xA1\xA1\x8E\xA2\xA1\xA1", 7, "44"},
+        {__LINE__, 0, "\x82\xA0\x82\xA0", 3, "31"},
+        {__LINE__, 5, "", 3, ""},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.line);
+        const CodeSetGuard guard(row.codeSet);
+        const TemporaryFile file(row.bytes);
+        const OpenFile stream(file.Path(), "rb");
+        std::string blocks, all;
+        char buf[16];
+        for (unsigned got; (got = mbfreadstring(buf, row.n, stream)) > 0 && blocks.size() < 20;) {
+            blocks += static_cast<char>('0' + got);
+            all.append(buf, got);
+        }
+        EXPECT_EQ(blocks, row.blocks);
+        EXPECT_EQ(all, row.bytes);
+    }
+}
+
+TEST(MbFile, ConvertsWholeFilesBothWays) {
+    const CodeSetGuard guard(5);
+    std::string sjis, euc;
+    for (int i = 0; i < 400; ++i) {  // one line far longer than any buffer, then short ones
+        sjis += kSjis + (i < 300 ? "" : "\n");
+        euc += kEuc + (i < 300 ? "" : "\n");
+    }
+    const TemporaryFile native(sjis), converted, back;
+    ASSERT_EQ(mbconvertnativefile(native.Path(), converted.Path(), 0, 4), 1);
+    const OpenFile text(converted.Path(), "rt");
+    ASSERT_EQ(mbconvertfile2native(converted.Path(), back.Path(), 0, 4), 1);
+    std::string seen = converted.Bytes(), again = back.Bytes();
+    std::erase(seen, '\r');
+    std::erase(again, '\r');
+    EXPECT_EQ(seen, euc);
+    EXPECT_EQ(again, sjis);
+    ASSERT_EQ(mbconvertnativefile(native.Path(), converted.Path(), 1, 4), 1);
+    seen = converted.Bytes();
+    std::erase(seen, '\r');
+    EXPECT_EQ(seen, euc + euc);
+}
+
+TEST(MbFile, StopsAtALineThatBeginsWithNul) {
+    const CodeSetGuard guard(5);
+    const TemporaryFile in(std::string("a\n\0b\nc\n", 7)), out;
+    EXPECT_EQ(mbconvertnativefile(in.Path(), out.Path(), 0, 4), 1);
+    EXPECT_EQ(out.Bytes().substr(0, 1), "a");
+    EXPECT_EQ(out.Bytes().find('c'), std::string::npos);
+    EXPECT_EQ(mbconvertnativefile("no/such/file", out.Path(), 0, 4), 0);
+    EXPECT_EQ(mbconvertnativefile(in.Path(), "no/such/folder/file", 0, 4), 0);
+    EXPECT_EQ(mbconvertfile2native("no/such/file", out.Path(), 0, 4), 0);
+}
+
+TEST(MbFile, AnyPairWithAReport) {
+    const TemporaryFile in("\xE3\x81\x82\n\xF0\x9F\x98\x80z"), out;
+    std::size_t lostAt[4];
+    mbConversion report = {lostAt, 4, 0, 0, 0};
+    ASSERT_EQ(mbconvertfile2native_ex(in.Path(), out.Path(), 0, 65, 5, &report), 1);
+    EXPECT_EQ(out.Bytes(), "\x82\xA0\n\x81\xACz");
+    EXPECT_EQ(report.lost, 1u);
+    EXPECT_EQ(lostAt[0], 4u);
+    EXPECT_EQ(report.consumed, 9u);
+    EXPECT_EQ(mbconvertfile2native_ex("no/such/file", out.Path(), 0, 65, 5, nullptr), 0);
+    EXPECT_EQ(mbconvertfile2native_ex(in.Path(), out.Path(), 0, 65, 63, nullptr), 0);
+    EXPECT_EQ(mbconvertfile2native_ex(in.Path(), "no/such/folder/file", 0, 65, 5, nullptr), 0);
+}
+
+}  // namespace

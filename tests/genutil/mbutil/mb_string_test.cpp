@@ -1,0 +1,315 @@
+// The string functions: copying, comparing, searching, tokens, validation.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <random>
+#include <string>
+
+#include "mbutil.h"
+#include "tests/support/code_set_guard.h"
+#include "tests/support/slow_step.h"
+
+namespace {
+
+// A text in a block of exactly its size, so that a sanitizer sees a read behind the terminator.
+class Exact {
+  public:
+    explicit Exact(const std::string& text) : m_bytes(new char[text.size() + 1]) {
+        std::memcpy(m_bytes.get(), text.c_str(), text.size() + 1);
+    }
+    operator char*() { return m_bytes.get(); }
+
+  private:
+    std::unique_ptr<char[]> m_bytes;
+};
+
+long Offset(const char* found, const char* s) {
+    return found ? static_cast<long>(found - s) : -1;
+}
+
+TEST(MbCopy, NeverSplitsACharacter) {
+    const CodeSetGuard guard(5);
+    static const struct {
+        int line;
+        const char* src;
+        unsigned n;
+        const char* expected;  // of 6 bytes that were '#'
+        unsigned copied;
+    } kRows[] = {
+        {__LINE__, "a\x82\xA0\x62", 2, "a\0####", 1},
+        {__LINE__, "a\x82\xA0\x62", 3, "a\x82\xA0###", 3},
+        {__LINE__, "ab", 5, "ab\0\0\0#", 2},
+        {__LINE__, "ab", 2, "ab####", 2},
+        {__LINE__, "\x82\xA0", 1, "\0#####", 0},
+        {__LINE__, "ab", 0, "######", 0},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.line);
+        char dst[6], counted[6];
+        std::memset(dst, '#', 6);
+        std::memset(counted, '#', 6);
+        EXPECT_EQ(mbstrncpy(dst, Exact(row.src), row.n), dst);
+        EXPECT_EQ(std::memcmp(dst, row.expected, 6), 0);
+        EXPECT_EQ(mbstrncpyi(counted, Exact(row.src), row.n), row.copied);
+        EXPECT_EQ(std::memcmp(counted, row.expected, 6), 0);
+    }
+    char dst[4] = "xyz";
+    EXPECT_EQ(mbstrncpy(dst, nullptr, 3), dst);
+    EXPECT_EQ(mbstrncpy(nullptr, "a", 1), nullptr);
+    EXPECT_EQ(mbstrncpyi(dst, nullptr, 3), 0u);
+    EXPECT_STREQ(dst, "xyz");
+}
+
+TEST(MbCompare, WithoutCase) {
+    static const struct {
+        int line, codeSet;
+        const char *a, *b;
+        int result;
+    } kRows[] = {
+        {__LINE__, 5, "ABC", "abc", 0},
+        {__LINE__, 5, "ab", "abc", -1},
+        {__LINE__, 5, "abc", "AB", 1},
+        {__LINE__, 5, "\x83\x41", "\x83\x61", -1},  // a trail byte is no letter
+        {__LINE__, 5, "a\x83\x41", "A\x83\x41", 0},
+        {__LINE__, 5, "\x82\xA0", "z", 1},  // more bytes sort behind fewer
+        {__LINE__, 5, "z", "\x82\xA0", -1},
+        {__LINE__, 5, "\xB1", "a", -1},  // bytes order as signed chars
+        {__LINE__, 0, "\xC9t\xE9", "\xE9T\xC9", 0},
+        {__LINE__, 0, "a", "", 1},
+        {__LINE__, 65, "\xC3\x89", "\xC3\xA9", -1},  // bytes of UTF-8 are no letters here
+        {__LINE__, 0, nullptr, "a", 0},
+        {__LINE__, 5, "a", nullptr, 0},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.line);
+        const CodeSetGuard guard(row.codeSet);
+        EXPECT_EQ(mbstricmp(row.a, row.b), row.result);
+    }
+}
+
+TEST(MbCompare, LongTextsThatDifferLate) {
+    for (int codeSet : {0, 5}) {
+        const CodeSetGuard guard(codeSet);
+        for (std::size_t length : {1u, 60u, 63u, 64u, 65u, 200u, 5000u}) {
+            std::string a, b;
+            while (a.size() < length) a += "Ab\x83\x41z\x82\xA0";
+            b = a;
+            for (char& c : b)
+                if (c == 'z') c = 'Z';
+            EXPECT_EQ(mbstricmp(Exact(a), Exact(b)), 0);
+            EXPECT_EQ(mbstrnicmp(Exact(a), Exact(b), 10000), 0);
+            EXPECT_EQ(mbstricmp(Exact(a + "x"), Exact(b + "Y")), -1);
+            EXPECT_LT(mbstrnicmp(Exact(a + "x"), Exact(b + "Y"), 10000), 0);
+            // A trail byte in another case is another character, wherever it stands.
+            EXPECT_EQ(mbstricmp(Exact(a + "\x83\x41q"), Exact(b + "\x83\x61q")), codeSet ? -1 : 0);
+            EXPECT_EQ(mbstricmp(Exact(a), Exact(b + "x")), -1);
+        }
+    }
+}
+
+TEST(MbCompare, UpToACount) {
+    const CodeSetGuard guard(5);
+    EXPECT_EQ(mbstrnicmp("abX", "ABy", 2), 0);
+    EXPECT_LT(mbstrnicmp("abX", "ABy", 3), 0);
+    EXPECT_EQ(mbstrnicmp("ab", "abc", 2), -1);  // a that ends at n sorts before a longer b
+    EXPECT_EQ(mbstrnicmp("ab", "abc", 3), -1);
+    EXPECT_GT(mbstrnicmp("abc", "ab", 3), 0);
+    EXPECT_EQ(mbstrnicmp("abc", "abd", 0), 0);
+    EXPECT_LT(mbstrnicmp("\x82", "\x82\xA0", 5), 0);
+    EXPECT_EQ(mbstrnicmp("\x82", "\x82", 5), 0);
+}
+
+TEST(MbCase, MapsLettersOfTheCodeSet) {
+    static const struct {
+        int line, codeSet;
+        const char *text, *upper, *lower;
+    } kRows[] = {
+        {__LINE__, 0, "aZ\xE9\xDF\xFF\xB5", "AZ\xC9\xDF\x9F\xB5", "az\xE9\xDF\xFF\xB5"},
+        {__LINE__, 5, "a\x83\x61Q\xB1", "A\x83\x61Q\xB1", "a\x83\x61q\xB1"},
+        {__LINE__, 24, "\xE0\xC0", "\xC0\xC0", "\xE0\xE0"},
+        {__LINE__, 65, "a\xC3\xA9", "A\xC3\xA9", "a\xC3\xA9"},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.line);
+        const CodeSetGuard guard(row.codeSet);
+        Exact upper(row.text), lower(row.text);
+        EXPECT_EQ(mbstrtoupper(upper), std::strlen(row.text));
+        EXPECT_STREQ(upper, row.upper);
+        EXPECT_EQ(mbstrtolower(lower), std::strlen(row.text));
+        EXPECT_STREQ(lower, row.lower);
+    }
+    EXPECT_EQ(mbstrtoupper(nullptr), 0u);
+}
+
+TEST(MbSearch, CharactersByTheirFirstByte) {
+    const CodeSetGuard guard(5);
+    const char* s =
+        "\x82\xA0"
+        "A\xB1\x83\x41"
+        "A";
+    EXPECT_EQ(Offset(mbstrchr(s, 'A'), s), 2);
+    EXPECT_EQ(Offset(mbstrrchr(s, 'A'), s), 6);
+    EXPECT_EQ(mbstrchr(s, static_cast<signed char>(0xA0)), nullptr);
+    EXPECT_EQ(Offset(mbstrchr(s, static_cast<signed char>(0xB1)), s), 3);
+    EXPECT_EQ(mbstrchr(s, 0xB1), nullptr);  // only as a plain char promotes
+    EXPECT_EQ(Offset(mbstrchr(s, 0), s), 7);
+    EXPECT_EQ(mbstrchrEncr(s, 0), nullptr);
+    EXPECT_EQ(Offset(mbstrchrEncr(s, 'A'), s), 2);
+    EXPECT_EQ(mbstrrchr(s, 0), nullptr);
+    EXPECT_EQ(mbstrchr(nullptr, 'a'), nullptr);
+    EXPECT_EQ(mbstrrchr(nullptr, 'a'), nullptr);
+    const CodeSetGuard single(0);
+    EXPECT_EQ(Offset(mbstrchr(s, 0xB1), s), 3);
+    EXPECT_EQ(Offset(mbstrchrEncr(s, 0), s), 7);
+    EXPECT_EQ(Offset(mbstrrchr(s, 0), s), 7);
+}
+
+TEST(MbSearch, WordsOfWholeCharacters) {
+    static const struct {
+        int line;
+        const char *hay, *needle;
+        long first, last;
+    } kRows[] = {
+        {__LINE__, "abcabc", "abc", 0, 3},
+        {__LINE__, "abc", "abcd", -1, -1},
+        {__LINE__, "abc", "abc", 0, 0},
+        {__LINE__, "abc", "", 0, 3},
+        {__LINE__, "aaaa", "aa", 0, 2},
+        {__LINE__,
+         "\x83\x41"
+         "A",
+         "A", 2, 2},
+        {__LINE__, "\x82\x82\x82\x82", "\x82\x82", 0, 2},
+        {__LINE__, "\x82\xA0\x82", "\x82", 2, 2},  // a lone lead byte is no half of a pair
+        {__LINE__, "\x88\x9F\x82\xA0", "\x9F\x82", -1, -1},
+        {__LINE__, "a\nb", "\n", 1, 1},
+        {__LINE__, "", "a", -1, -1},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.line);
+        const CodeSetGuard guard(5);
+        Exact hay(row.hay), needle(row.needle);
+        EXPECT_EQ(Offset(mbstrstr(hay, needle), hay), row.first);
+        EXPECT_EQ(Offset(mbstrrstr(hay, needle), hay), row.last);
+    }
+    EXPECT_EQ(mbstrstr(nullptr, "a"), nullptr);
+    EXPECT_STREQ(mbstrstr("a", nullptr), "a");
+    EXPECT_STREQ(mbstrrstr("a", nullptr), "a");
+}
+
+TEST(MbSearch, AgreesWithASlowSearchOnRandomText) {
+    std::mt19937 random(7);
+    static const char kBytes[] = "A[\x82\xA0\x5B\x81\x8E\xA4\xFE";
+    for (int codeSet : {4, 5, 9, 10, 11, 12}) {
+        const CodeSetGuard guard(codeSet);
+        for (int round = 0; round < 2000; ++round) {
+            std::string hay(random() % 150, ' '), needle(1 + random() % 3, ' ');
+            for (char& c : hay) c = kBytes[random() % (sizeof kBytes - 1)];
+            for (char& c : needle) c = kBytes[random() % (sizeof kBytes - 1)];
+            Exact text(hay);
+            ASSERT_EQ(Offset(mbstrstr(text, Exact(needle)), text),
+                      slow::Find(hay, needle, codeSet));
+            ASSERT_EQ(Offset(mbstrrstr(text, Exact(needle)), text),
+                      slow::Find(hay, needle, codeSet, true));
+            long first = -1, last = -1;
+            const auto starts = slow::Starts(hay, codeSet);
+            for (std::size_t i = 0; i + 1 < starts.size(); ++i)
+                if (hay[starts[i]] == needle[0]) {
+                    if (first < 0) first = starts[i];
+                    last = starts[i];
+                }
+            const auto wanted = static_cast<signed char>(needle[0]);
+            ASSERT_EQ(Offset(mbstrchr(text, wanted), text), first);
+            ASSERT_EQ(Offset(mbstrrchr(text, wanted), text), last);
+        }
+    }
+}
+
+TEST(MbSearch, SetsOfCharacters) {
+    const CodeSetGuard guard(5);
+    const char* s = "ab\x83\x41\x82\xA0.";
+    EXPECT_EQ(mbstrcspn(s, "A."), 6u);
+    EXPECT_EQ(mbstrcspn(s, "\x82\xA0"), 4u);
+    EXPECT_EQ(mbstrcspn(s, "xyz"), 7u);
+    EXPECT_EQ(mbstrcspn(s, ""), 7u);
+    EXPECT_EQ(mbstrcspn(s, nullptr), 7u);
+    EXPECT_EQ(mbstrpbrk(s, nullptr), nullptr);
+    EXPECT_EQ(mbstrpbrk(nullptr, "a"), nullptr);
+    EXPECT_EQ(mbstrcspn(nullptr, "a"), 0u);
+    EXPECT_EQ(Offset(mbstrpbrk(s, "\x83"), s), 2);  // a lone lead byte matches by itself
+}
+
+TEST(MbTokens, SplitAtCharacters) {
+    static const struct {
+        int codeSet;
+        const char *text, *delimiters, *tokens;  // tokens joined by '|'
+    } kRows[] = {
+        {5, ",,a,b", ",", "a|b|"},
+        {5, "\x81\x41x\x81\x41\x81\x41y\x81\x41", "\x81\x41", "x|y|"},
+        {5,
+         "\x83\x41"
+         "A\x83\x41",
+         "A", "\x83\x41|\x83\x41|"},
+        {5, ",,,", ",", ""},
+        {5, "", ",", ""},
+        {0, " a  b ", " ", "a|b|"},
+    };
+    for (const auto& row : kRows) {
+        const CodeSetGuard guard(row.codeSet);
+        Exact text(row.text);
+        std::string tokens;
+        for (char* token = mbstrtok(text, row.delimiters); token;
+             token = mbstrtok(nullptr, row.delimiters))
+            tokens += std::string(token) + "|";
+        EXPECT_EQ(tokens, row.tokens) << row.text;
+        if (row.codeSet) EXPECT_EQ(mbstrtok(nullptr, row.delimiters), nullptr);
+    }
+}
+
+TEST(MbValidate, ReportsTheFirstInvalidByte) {
+    static const struct {
+        int line, codeSet;
+        const char* text;
+        int bad;  // -1: valid
+    } kRows[] = {
+        {__LINE__, 5, "\x82\x20", 0},
+        {__LINE__, 5, "a\x82\xA0\xB1", -1},
+        {__LINE__, 5, "abc\x82", 3},
+        {__LINE__, 5, "ab\x80", 2},
+        {__LINE__, 4, "\x8F\xA1\xA1\x8E\xB1", -1},
+        {__LINE__, 4, "a\x8F\xA1", 1},
+        {__LINE__, 4, "\x8E\xE0\xE0", 0},
+        {__LINE__, 10, "\x8E\xA2\xA1\xA1\x8E\xA2\xA1", 4},
+        {__LINE__, 11, "\x81\x5B", 0},
+        {__LINE__, 0, "\x82\x20", -1},
+    };
+    const CodeSetGuard guard(5);
+    for (const auto& row : kRows)
+        for (std::size_t filling : {0u, 61u, 62u, 63u, 64u, 126u, 300u}) {
+            SCOPED_TRACE(row.line);
+            unsigned bad = 12345;
+            const bool valid =
+                mbvalidatestring(Exact(std::string(filling, 'x') + row.text), &bad, row.codeSet);
+            EXPECT_EQ(valid, row.bad < 0);
+            EXPECT_EQ(bad, row.bad < 0 ? 12345 : filling + static_cast<unsigned>(row.bad));
+        }
+    unsigned bad;
+    EXPECT_EQ(mbvalidatestring(nullptr, &bad, 5), 0);
+    EXPECT_EQ(mbvalidatestring("a", nullptr, 5), 0);
+    const CodeSetGuard single(0);
+    EXPECT_EQ(mbvalidatestring("\x82", &bad, 5), 1);  // nothing is looked at
+    EXPECT_EQ(mbvalidatestring(nullptr, nullptr, 5), 1);
+}
+
+TEST(MbCollate, OrdersAsPeopleDo) {
+    const CodeSetGuard guard(5);
+    EXPECT_EQ(mbstrcoll("abc", "abc"), 0);
+    EXPECT_LT(mbstrcoll("a", "b"), 0);
+    EXPECT_LT(mbstrcoll("a", "B"), 0);
+    EXPECT_GT(mbstrcoll("b", "A"), 0);
+    EXPECT_LT(mbstrcoll("a\x82\xA0", "a\x82\xA2"), 0);
+    EXPECT_NE(mbstrcoll("\x82", "\x82\xA0"), 0);  // not even valid text is called equal
+}
+
+}  // namespace

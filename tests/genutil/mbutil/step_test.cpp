@@ -1,0 +1,173 @@
+// Stepping: the rules of each code set, and the fast walks against a slow one.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+#include "mbutil.h"
+#include "tests/support/code_set_guard.h"
+#include "tests/support/slow_step.h"
+
+namespace {
+
+const unsigned char* U(const char* s) {
+    return reinterpret_cast<const unsigned char*>(s);
+}
+
+constexpr int kMultiByte[] = {4, 5, 7, 8, 9, 10, 11, 12, 13};
+
+TEST(Step, LengthOfOneCharacter) {
+    static const struct {
+        int line, codeSet;
+        const char* bytes;
+        unsigned n;
+        int length;
+    } kRows[] = {
+        {__LINE__, 5, "\x82\xA0", 2, 2},
+        {__LINE__, 5, "\x82\x3F", 2, -1},
+        {__LINE__, 5, "\xB1", 1, 1},
+        {__LINE__, 5, "\x82", 1, 2},
+        {__LINE__, 5, "\x81\x7F", 2, 2},
+        {__LINE__, 5, "\x81\xFD", 2, -1},
+        {__LINE__, 5, "\x80", 1, -1},
+        {__LINE__, 5, "\xA0", 1, -1},
+        {__LINE__, 5, "\xF0\x40", 2, -1},
+        {__LINE__, 5, "", 4, 0},
+        {__LINE__, 5, "a", 0, 0},
+        {__LINE__, 4, "\x8F\xA1\xA1", 3, 3},
+        {__LINE__, 4, "\x8F\xA1", 2, 3},
+        {__LINE__, 4, "\x8F\xA1\x41", 3, -1},
+        {__LINE__, 4, "\x8F\xA1\x41", 2, 3},
+        {__LINE__, 4, "\x8E\xE0", 2, -1},
+        {__LINE__, 4, "\x8E\xDF", 2, 2},
+        {__LINE__, 4, "\x8E\xE0", 1, 2},
+        {__LINE__, 7, "\xA1\x40", 2, -1},
+        {__LINE__, 9, "\x81\x40", 2, -1},
+        {__LINE__, 9, "\xA1\x7F", 2, -1},
+        {__LINE__, 9, "\xA1\x7E", 2, 2},
+        {__LINE__, 10, "\x8E\xA2\xA1\xA1", 4, 4},
+        {__LINE__, 10, "\x8E\xA1\xA1\xA1", 4, -1},
+        {__LINE__, 10, "\x8E\xB1\xA1\xA1", 4, -1},
+        {__LINE__, 10, "\x8F\xA1", 2, -1},
+        {__LINE__, 11, "\x81\x5B", 2, -1},
+        {__LINE__, 11, "\x81\x61", 2, 2},
+        {__LINE__, 11, "\xFF\x61", 2, -1},
+        {__LINE__, 12, "\xD4\x41", 2, -1},
+        {__LINE__, 12, "\xDF\x41", 2, -1},
+        {__LINE__, 12, "\xF9\x7E", 2, 2},
+        {__LINE__, 0, "", 4, 1},
+        {__LINE__, 3, "\x1B$B", 3, 1},
+        {__LINE__, 65, "\xE3\x81\x82", 3, 1},
+        {__LINE__, 99, "\xFF", 0, 1},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.line);
+        const CodeSetGuard guard(row.codeSet);
+        EXPECT_EQ(mblenExt(U(row.bytes), row.n, row.codeSet), row.length);
+        EXPECT_EQ(mb_mblen(U(row.bytes), row.n), row.length);
+    }
+    EXPECT_EQ(mblenExt(nullptr, 3, 5), 0);
+    EXPECT_EQ(mblenExt(nullptr, 3, 0), 1);
+}
+
+TEST(Step, LeadBytesAndLongestCharacter) {
+    for (int codeSet = -1; codeSet <= 70; ++codeSet) {
+        int most = 1;
+        for (int c = -2; c < 258; ++c) {
+            const unsigned char lead[2] = {static_cast<unsigned char>(c), 0};
+            const int promised = c > 0 && c < 256 ? mblenExt(lead, 1, codeSet) : 1;
+            EXPECT_EQ(isleadbyteExt(c, codeSet), promised > 1) << codeSet << ' ' << c;
+            most = std::max(most, promised);
+        }
+        EXPECT_EQ(mbmaxcharlenExt(codeSet), most) << codeSet;
+    }
+}
+
+TEST(Step, WalksAgreeWithASlowOneOnRandomText) {
+    std::mt19937 random(1);
+    // Bytes near the edges of the ranges, dense in lead bytes so that runs are long.
+    const auto byte = [&](unsigned kind) -> char {
+        static const unsigned char kEdges[] = {0x20, 0x40, 0x41, 0x5B, 0x7E, 0x7F, 0x80,
+                                               0x81, 0x8E, 0x8F, 0xA0, 0xA1, 0xA2, 0xB0,
+                                               0xDF, 0xE0, 0xEF, 0xF0, 0xFC, 0xFE, 0xFF};
+        const unsigned r = static_cast<unsigned>(random());
+        if (kind == 0) return static_cast<char>(kEdges[r % sizeof kEdges]);
+        if (kind == 1) return static_cast<char>(r % 40 ? 0xA1 + r % 0x5E : 'a');
+        return static_cast<char>(1 + r % 255);
+    };
+    for (int codeSet : kMultiByte) {
+        const CodeSetGuard guard(codeSet);
+        for (unsigned round = 0; round < 300; ++round) {
+            std::string text(random() % 400, ' ');
+            for (char& c : text) c = byte(round % 3);
+            const auto starts = slow::Starts(text, codeSet);
+            const char* s = text.c_str();
+            ASSERT_EQ(mbcharcount(s, static_cast<unsigned>(text.size())), starts.size() - 1);
+            for (unsigned i = 0; i + 1 < starts.size(); ++i) {
+                const unsigned next = starts[i + 1] < text.size() ? starts[i + 1] : 0;
+                for (unsigned at = starts[i]; at < starts[i + 1]; ++at) {
+                    ASSERT_EQ(mbidx(s, at), starts[i]) << codeSet << " at " << at;
+                    ASSERT_EQ(mbnextidx(s, at), next) << codeSet << " at " << at;
+                }
+            }
+            ASSERT_EQ(mbidx(s, 1000), text.size());
+            ASSERT_EQ(mbnextidx(s, static_cast<unsigned>(text.size())), 0u);
+        }
+    }
+}
+
+TEST(Step, IndexesInASingleByteCodeSet) {
+    const CodeSetGuard guard(0);
+    EXPECT_EQ(mbidx("abc", 100), 100u);
+    EXPECT_EQ(mbidxtype("\x82\xA0", 1, 5), 1u);  // the current code set decides
+    EXPECT_EQ(mbnextidx("ab", 0), 1u);
+    EXPECT_EQ(mbnextidx("ab", 1), 0u);
+    EXPECT_EQ(mbnextidx("", 0), 0u);
+    EXPECT_EQ(mbnextchar("ab", 1), nullptr);
+    EXPECT_EQ(mbbytesinchar(U("\x82\xA0")), 1);
+}
+
+TEST(Step, IndexesOfAnExplicitCodeSet) {
+    const CodeSetGuard guard(4);
+    EXPECT_EQ(mbidxtype("a\x82\xA0", 2, 5), 1u);
+    EXPECT_EQ(mbidxtype("a\x82\xA0", 2, 0), 2u);
+    EXPECT_EQ(mbidxtype("a\x82\xA0", 100, 0), 3u);
+}
+
+TEST(Step, ALongLineWithoutAsciiIsWalkedInTime) {
+    const CodeSetGuard guard(5);
+    std::string text;
+    while (text.size() < 400000) text += "\x82\xA0\x88\x9F";
+    unsigned at = 0, count = 1;
+    for (unsigned next; (next = mbnextidx(text.c_str(), at)) != 0; at = next) ++count;
+    EXPECT_EQ(count, text.size() / 2);
+}
+
+TEST(Step, ComparesCharacterByCharacter) {
+    {
+        const CodeSetGuard guard(0);
+        EXPECT_EQ(mbcharcmp(U("b"), U("a"), 5), 1);
+        EXPECT_EQ(mbcharcmp(U("ab"), U("ac"), 2), 0);    // the first byte only
+        EXPECT_EQ(mbcharcmp(U("\xFF"), U("a"), 1), -1);  // as signed chars
+    }
+    const CodeSetGuard guard(5);
+    EXPECT_EQ(mbcharcmp(U("ab"), U("ac"), 1), 0);
+    EXPECT_LT(mbcharcmp(U("ab"), U("ac"), 2), 0);
+    EXPECT_GT(mbcharcmp(U("\xFF"), U("a"), 1), 0);
+    EXPECT_LT(mbcharcmp(U("\x82\xA0"), U("\x82\xA2"), 1), 0);  // the pair counts whole
+    EXPECT_EQ(mbcharcmp(U("\x82\0x"), U("\x82\0y"), 9), 0);    // nothing behind a terminator
+    EXPECT_LT(mbcharcmp(U("\x82"), U("\x82\xA0"), 9), 0);
+}
+
+TEST(Step, WholeCharactersOfOneByte) {
+    static const struct {
+        int codeSet, c, whole;
+    } kRows[] = {{5, 0x7F, 1}, {5, 0x80, 0}, {5, 0xA1, 1}, {5, 0xDF, 1}, {5, 0xE0, 0},
+                 {0, 0, 1},    {0, 0xE9, 0}, {4, 0xB1, 0}, {0, -1, 0}};
+    for (const auto& row : kRows) {
+        const CodeSetGuard guard(row.codeSet);
+        EXPECT_EQ(ismbcprint(row.c), row.whole) << row.codeSet << ' ' << row.c;
+    }
+}
+
+}  // namespace
