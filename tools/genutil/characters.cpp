@@ -1,7 +1,6 @@
 #include "tools/genutil/characters.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "mbutil.h"
 #include "tools/genutil/utf8.h"
@@ -74,12 +73,13 @@ std::string CharacterWalk::ToUtf8() const {
 }
 
 std::string Hexadecimal(std::string_view bytes) {
+    static const char kDigits[] = "0123456789ABCDEF";
     std::string text;
     for (const char c : bytes) {
-        char digits[4];
-        std::snprintf(digits, sizeof digits, "%02X",
-                      static_cast<unsigned>(static_cast<unsigned char>(c)));
-        text += (text.empty() ? "" : " ") + std::string(digits);
+        const auto byte = static_cast<unsigned char>(c);
+        if (!text.empty()) text += ' ';
+        text += kDigits[byte >> 4];
+        text += kDigits[byte & 15];
     }
     return text;
 }

@@ -96,18 +96,21 @@ std::optional<Encoding> FindEncoding(const std::string& name) {
 std::string NameOf(Encoding encoding) {
     char name[22];
     SetCharset(name, encoding.codeSet);
-    return std::string(name) + (encoding.bigEndian ? "be" : "");
+    std::string text = name;
+    if (encoding.bigEndian) text += "be";
+    return text;
 }
 
 std::string ListEncodings() {
-    std::string list = " ", line = " ";
+    std::string list = " ";
+    std::size_t width = 1;
     const auto add = [&](const std::string& name) {
-        if (line.size() + name.size() > 95) {
+        if (width + name.size() > 95) {
             list += "\n ";
-            line = " ";
+            width = 1;
         }
-        list += " " + name;
-        line += " " + name;
+        list.append(1, ' ').append(name);
+        width += 1 + name.size();
     };
     for (int codeSet = 0; codeSet <= mbUtf8; ++codeSet) {
         const std::string name = NameOf({codeSet});
@@ -154,6 +157,5 @@ std::string Describe(const Detection& detection) {
         case Detection::kCertain:
             break;
     }
-    const std::string mark = detection.markLength ? " with byte-order mark" : "";
-    return NameOf(detection.encoding) + mark;
+    return NameOf(detection.encoding) + (detection.markLength ? " with byte-order mark" : "");
 }
