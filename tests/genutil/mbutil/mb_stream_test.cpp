@@ -34,7 +34,9 @@ TEST(MbStream, ReadsLinesOfAnyLengthWithoutGarbling) {
         const std::string text = kSjis + "\n" + kSjis + kSjis + "\n";
         EXPECT_EQ(ReadLines(kEuc + "\n" + kEuc + kEuc + "\n", n, 4), text);
         EXPECT_EQ(ReadLines(kSjis + "\n" + kSjis + kSjis + "\n", n, 5), text);
-        if (n >= 9) EXPECT_EQ(ReadLines(kJis + "\n" + kJis + kJis + "\n", n, 3), text);
+        if (n >= 9) {
+            EXPECT_EQ(ReadLines(kJis + "\n" + kJis + kJis + "\n", n, 3), text);
+        }
     }
     // Half-width katakana double in size: what does not fit is read again, line ends too.
     const CodeSetGuard euc(4);

@@ -263,7 +263,9 @@ TEST(MbTokens, SplitAtCharacters) {
              token = mbstrtok(nullptr, row.delimiters))
             tokens += std::string(token) + "|";
         EXPECT_EQ(tokens, row.tokens) << row.text;
-        if (row.codeSet) EXPECT_EQ(mbstrtok(nullptr, row.delimiters), nullptr);
+        if (row.codeSet) {
+            EXPECT_EQ(mbstrtok(nullptr, row.delimiters), nullptr);
+        }
     }
 }
 
