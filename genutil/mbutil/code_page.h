@@ -24,6 +24,7 @@ enum class CodeForm : std::uint8_t {
     kIso2022Cn,
     kIso2022Kr,
     kUtf16,
+    kUtf16BigEndian,  // only where a byte-order mark says so
     kUtf8
 };
 

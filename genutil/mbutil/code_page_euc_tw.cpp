@@ -1,6 +1,11 @@
 // EUC-TW: the characters that Big5 has for the cells of CNS 11643. Plane 1 is written in two bytes,
 // planes 2 and 3 in four; of plane 3 Big5 has seven.
+//
+// Circled and parenthesised digits, small roman numerals and radicals are an extension of Big5 that
+// Windows leaves to the user, in private characters from U+F6B1 on. They belong to CNS 11643
+// proper, so here they are what they are.
 #include <algorithm>
+#include <iterator>
 #include <new>
 
 #include "genutil/mbutil/chinese.h"
@@ -18,6 +23,22 @@ std::uint16_t* CellOf(CodePage& page, unsigned cns) {
     return plane == 3 ? &page.prefixed[CodePage::PairIndex(row | 0x80, cell)] : nullptr;
 }
 
+constexpr unsigned kFirstPrivate = 0xF6B1;
+constexpr std::uint16_t kRadicals[] = {0x4E36, 0x4E3F, 0x4E85, 0x4EA0, 0x5182, 0x5196, 0x51AB,
+                                       0x52F9, 0x5338, 0x5369, 0x53B6, 0x590A, 0x5B80, 0x5DDB,
+                                       0x5E7A, 0x5E7F, 0x5EF4, 0x5F50, 0x5F61, 0x6534, 0x65E0,
+                                       0x7592, 0x7676, 0x8FB5, 0x96B6};
+
+unsigned CharacterOf(unsigned big5Code, unsigned big5Character) {
+    if (big5Code == 0xA2CC) return 0x3038;  // the numerals ten and thirty, not the hanzi that Big5
+    if (big5Code == 0xA2CE) return 0x303A;  // has a second time there
+    const unsigned index = big5Character - kFirstPrivate;  // wraps for a lower character
+    if (index < 10) return 0x2460 + index;
+    if (index < 20) return 0x2474 + index - 10;
+    if (index < 30) return 0x2170 + index - 20;
+    return index < 30 + std::size(kRadicals) ? kRadicals[index - 30] : big5Character;
+}
+
 }  // namespace
 
 bool FillEucTw(CodePage& page) {
@@ -33,7 +54,8 @@ bool FillEucTw(CodePage& page) {
         const unsigned character = big5->pairs[CodePage::PairIndex(big5Code >> 8, big5Code & 0xFF)];
         const unsigned cns = character == kNoCharacter ? 0 : CnsFromBig5(big5Code);
         std::uint16_t* cell = cns ? CellOf(page, cns) : nullptr;
-        if (cell && *cell == kNoCharacter) *cell = static_cast<std::uint16_t>(character);
+        if (cell && *cell == kNoCharacter)
+            *cell = static_cast<std::uint16_t>(CharacterOf(big5Code, character));
     }
     return true;
 }

@@ -112,12 +112,17 @@ Stop DecodeUtf8(const CodePage& page, Source& src, unsigned char*& out, unsigned
     return DecodeRest<ReadUtf8Code>(page, src, out, outEnd);
 }
 
+unsigned LoadSwapped(const unsigned char* p) {
+    return static_cast<unsigned>(p[0]) << 8 | p[1];
+}
+
+template <unsigned (*Load)(const unsigned char*)>
 CodeRead ReadUtf16(const CodePage&, const unsigned char* p, const unsigned char* end) {
     if (end - p < 2) return {0, 0};
-    const unsigned unit = LoadUnit(p);
+    const unsigned unit = Load(p);
     if (IsLowSurrogate(unit)) return {0, 0};
     if (!IsHighSurrogate(unit)) return {unit, 2};
-    const unsigned second = end - p >= 4 ? LoadUnit(p + 2) : 0;
+    const unsigned second = end - p >= 4 ? Load(p + 2) : 0;
     if (!IsLowSurrogate(second)) return {0, 0};
     return {0x10000 + ((unit & 0x3FF) << 10 | (second & 0x3FF)), 4};
 }
@@ -133,7 +138,9 @@ Stop Decode(const CodePage& page, Source& src, unsigned char*& out, unsigned cha
         case CodeForm::kUtf8:
             return DecodeUtf8(page, src, out, outEnd);
         case CodeForm::kUtf16:
-            return DecodeRest<ReadUtf16>(page, src, out, outEnd);
+            return DecodeRest<ReadUtf16<LoadUnit>>(page, src, out, outEnd);
+        case CodeForm::kUtf16BigEndian:
+            return DecodeRest<ReadUtf16<LoadSwapped>>(page, src, out, outEnd);
         default:
             return DecodeIso2022(page, src, out, outEnd);
     }
@@ -142,7 +149,8 @@ Stop Decode(const CodePage& page, Source& src, unsigned char*& out, unsigned cha
 std::size_t BadLength(const CodePage& page, const Source& src) {
     const unsigned char* p = src.at;
     const std::size_t left = static_cast<std::size_t>(src.end - p);
-    if (page.form == CodeForm::kUtf16) return left < 2 ? left : 2;
+    if (page.form == CodeForm::kUtf16 || page.form == CodeForm::kUtf16BigEndian)
+        return left < 2 ? left : 2;
     if (page.form == CodeForm::kUtf8 || page.form == CodeForm::kSingleByte) return 1;
     if (page.form != CodeForm::kPairs) return BadLengthIso2022(page, src);
     if (left >= 2 && page.isLead[p[0]] && page.isTrail[p[1]]) return 2;

@@ -1,0 +1,186 @@
+// Any code set to any other by way of Unicode: who goes which way, what is lost and where.
+#include "genutil/mbutil/ascii_units.h"
+#include "genutil/mbutil/code_read.h"
+#include "genutil/mbutil/code_set_info.h"
+#include "genutil/mbutil/pivot.h"
+#include "genutil/mbutil/transcode.h"
+#include "genutil/mbutil/utf8_direct.h"
+
+namespace genutil {
+
+namespace {
+
+struct BigEndianPage : CodePage {
+    BigEndianPage() { form = CodeForm::kUtf16BigEndian; }
+};
+
+bool HasTables(const CodePage& page) {
+    return page.form == CodeForm::kSingleByte || page.form == CodeForm::kPairs;
+}
+
+// The visible mark that stands for a lost character.
+unsigned short SubstituteFor(int codeSet) {
+    switch (codeSet) {
+        case mbJis:
+        case mbEucJp:
+        case mbShiftJis:
+            return 0x3013;  // the geta mark
+        case mbUtf16:
+        case mbUtf8:
+            return 0xFFFD;
+        default:
+            return '?';
+    }
+}
+
+class Conversion {
+  public:
+    Conversion(Transfer& transfer, const CodePage& from, const CodePage& to,
+               unsigned short substitute)
+        : m_transfer(transfer),
+          m_from(from),
+          m_to(to),
+          m_substitute(substitute),
+          m_src{transfer.src, transfer.srcEnd},
+          m_dst{transfer.dst, transfer.dstEnd} {}
+
+    bool Run() {
+        Stop stop = Advance();
+        while (stop == Stop::kBad && PutSubstitute()) {
+            m_transfer.losses.Add(m_src.at);
+            m_src = m_behind;
+            stop = Advance();
+        }
+        CloseText(m_to, m_dst);
+        m_transfer.src = m_src.at;
+        m_transfer.dst = m_dst.at;
+        return stop == Stop::kDone;
+    }
+
+  private:
+    // Converts as far as it goes. At kBad, m_src stands at the lost character and m_behind after
+    // it.
+    Stop Advance() {
+        if (m_to.form == CodeForm::kUtf16) return ToUtf16();
+        if (m_from.form == CodeForm::kUtf16) return FromUtf16();
+        if (m_to.form == CodeForm::kUtf8 && HasTables(m_from))
+            return SkippingInvalid(TablesToUtf8(m_from, m_src, m_dst));
+        if (m_from.form == CodeForm::kUtf8 && HasTables(m_to)) return FromUtf8();
+        return ByChunks();
+    }
+
+    Stop SkippingInvalid(Stop stop) {
+        m_behind = m_src;
+        if (stop == Stop::kBad) m_behind.at += BadLength(m_from, m_src);
+        return stop;
+    }
+
+    Stop ToUtf16() { return SkippingInvalid(Decode(m_from, m_src, m_dst.at, m_dst.end)); }
+
+    Stop FromUtf16() {
+        const std::size_t odd = static_cast<std::size_t>(m_src.end - m_src.at) % 2;
+        Stop stop = Encode(m_to, m_src.at, m_src.end - odd, m_dst);
+        if (stop == Stop::kDone && odd) stop = Stop::kBad;  // half a unit is left
+        m_behind = m_src;
+        if (stop == Stop::kBad) m_behind.at += LengthOfUtf16();
+        return stop;
+    }
+
+    std::size_t LengthOfUtf16() const {
+        const std::size_t left = static_cast<std::size_t>(m_src.end - m_src.at);
+        if (left < 2) return left;
+        const bool pair = left >= 4 && IsHighSurrogate(LoadUnit(m_src.at)) &&
+                          IsLowSurrogate(LoadUnit(m_src.at + 2));
+        return pair ? 4 : 2;
+    }
+
+    Stop FromUtf8() {
+        const Stop stop = Utf8ToTables(m_to, m_src, m_dst);
+        m_behind = m_src;
+        if (stop == Stop::kBad) {
+            const CodeRead read = ReadUtf8(m_src.at, m_src.end);
+            m_behind.at += read.length ? read.length : 1;
+        }
+        return stop;
+    }
+
+    // By a small pivot. Where the target stops inside a chunk, its source is found by decoding the
+    // units before once more; so that lost characters in a row do not each cost a whole chunk,
+    // chunks are short behind one and grow again.
+    Stop ByChunks() {
+        for (;; m_chunk = m_chunk < kLongest ? m_chunk * 2 : kLongest) {
+            unsigned char units[kLongest];
+            unsigned char* decoded = units;
+            Source ahead = m_src;
+            const Stop decoding = Decode(m_from, ahead, decoded, units + m_chunk);
+            const unsigned char* encoded = units;
+            const Stop encoding = Encode(m_to, encoded, decoded, m_dst);
+            if (encoding != Stop::kDone) {
+                const bool pair = IsHighSurrogate(LoadUnit(encoded));
+                decoded = units;
+                Decode(m_from, m_src, decoded, units + (encoded - units));
+                m_behind = m_src;
+                decoded = units;
+                if (encoding == Stop::kBad)
+                    Decode(m_from, m_behind, decoded, units + (pair ? 4 : 2));
+                m_chunk = kShortest;
+                return encoding;
+            }
+            m_src = ahead;
+            if (decoding != Stop::kFull) return SkippingInvalid(decoding);
+        }
+    }
+
+    bool PutSubstitute() {
+        unsigned char unit[2];
+        StoreUnit(unit, m_substitute);
+        const unsigned char* units = unit;
+        return Encode(m_to, units, unit + 2, m_dst) == Stop::kDone;
+    }
+
+    static constexpr std::size_t kShortest = 16, kLongest = 512;  // bytes
+
+    Transfer& m_transfer;
+    const CodePage& m_from;
+    const CodePage& m_to;
+    const unsigned short m_substitute;
+    Source m_src;
+    Source m_behind{};
+    Sink m_dst;
+    std::size_t m_chunk = kLongest;
+};
+
+bool Begins(const Transfer& t, const unsigned char* mark, std::ptrdiff_t length) {
+    return t.srcEnd - t.src >= length &&
+           std::memcmp(t.src, mark, static_cast<std::size_t>(length)) == 0;
+}
+
+// Drops a byte-order mark, which no other code set has, and heeds what it says.
+const CodePage* SkipByteOrderMark(Transfer& t, const CodePage* from) {
+    static const BigEndianPage bigEndian;
+    static constexpr unsigned char kUtf8Mark[] = {0xEF, 0xBB, 0xBF}, kLittle[] = {0xFF, 0xFE},
+                                   kBig[] = {0xFE, 0xFF};
+    if (from->form == CodeForm::kUtf8) {
+        if (Begins(t, kUtf8Mark, 3)) t.src += 3;
+    } else if (from->form == CodeForm::kUtf16) {
+        const bool big = Begins(t, kBig, 2);
+        if (big || Begins(t, kLittle, 2)) t.src += 2;
+        if (big) return &bigEndian;
+    }
+    return from;
+}
+
+}  // namespace
+
+bool ConvertThroughUnicode(Transfer& t, int fromCodeSet, int toCodeSet, bool* known) {
+    *known = false;
+    if (!FindCodeSet(fromCodeSet) || !FindCodeSet(toCodeSet)) return false;
+    const CodePage* from = FindCodePage(fromCodeSet);
+    const CodePage* to = FindCodePage(toCodeSet);
+    if (!from || !to) return false;
+    *known = true;
+    if (from != to) from = SkipByteOrderMark(t, from);
+    return Conversion(t, *from, *to, SubstituteFor(toCodeSet)).Run();
+}
+
+}  // namespace genutil

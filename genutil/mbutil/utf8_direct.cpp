@@ -1,0 +1,143 @@
+#include "genutil/mbutil/utf8_direct.h"
+
+#include "genutil/mbutil/ascii_units.h"
+#include "genutil/mbutil/code_read.h"
+
+namespace genutil {
+
+namespace {
+
+// The fast loops run while a block can be read and written ahead; what is left is done with care.
+const unsigned char* SafeEnd(const Source& src, const Sink& dst, unsigned longestPerByte) {
+    const std::ptrdiff_t left = src.end - src.at, room = (dst.end - dst.at) / longestPerByte;
+    const std::ptrdiff_t n = left < room ? left : room;
+    return n < static_cast<std::ptrdiff_t>(kAsciiBlock) ? src.at : src.at + n - kAsciiBlock;
+}
+
+Stop Put(const unsigned char* bytes, unsigned length, unsigned srcLength, Source& src, Sink& dst) {
+    if (static_cast<std::size_t>(dst.end - dst.at) < length) return Stop::kFull;
+    std::memcpy(dst.at, bytes, length);
+    dst.at += length;
+    src.at += srcLength;
+    return Stop::kDone;
+}
+
+Stop RestToUtf8(const CodePage& page, Source& src, Sink& dst) {
+    while (src.at < src.end) {
+        const CodeRead read = ReadCode(page, src.at, src.end);
+        if (read.length == 0) return Stop::kBad;
+        unsigned char bytes[4];
+        const unsigned length = WriteUtf8(read.character, bytes);
+        if (Put(bytes, length, read.length, src, dst) == Stop::kFull) return Stop::kFull;
+    }
+    return Stop::kDone;
+}
+
+Stop RestFromUtf8(const CodePage& page, Source& src, Sink& dst) {
+    while (src.at < src.end) {
+        const CodeRead read = ReadUtf8(src.at, src.end);
+        if (read.length == 0 || read.length == 4) return Stop::kBad;
+        const unsigned cell = page.Back(read.character);
+        if (cell == 0 && read.character != 0) return Stop::kBad;
+        unsigned char bytes[4];
+        const unsigned length = WriteCode(page, cell, bytes);
+        if (Put(bytes, length, read.length, src, dst) == Stop::kFull) return Stop::kFull;
+    }
+    return Stop::kDone;
+}
+
+// May write a fourth byte.
+inline unsigned WriteThree(unsigned c, unsigned char* out) {
+    const std::uint32_t bytes = 0x8080E0u | c >> 12 | (c << 2 & 0x3F00u) | (c << 16 & 0x3F0000u);
+    std::memcpy(out, &bytes, sizeof bytes);
+    return 3;
+}
+
+inline bool TakesThree(unsigned character) {  // and is one
+    static_assert(kNoCharacter == 0xFFFF);
+    return character - 0x800u < kNoCharacter - 0x800u;
+}
+
+template <bool kPairs>
+void FastToUtf8(const CodePage& page, Source& src, Sink& dst) {
+    const std::uint16_t* const pairs = page.pairs.get();
+    const unsigned char* p = src.at;
+    unsigned char* o = dst.at;
+    for (const unsigned char* safe = SafeEnd(src, dst, 3); p < safe;) {
+        const unsigned lead = *p;
+        if (lead < 0x80) {
+            const unsigned n = CopyAscii(p, o);
+            p += n;
+            o += n;
+            continue;
+        }
+        if (kPairs) {
+            const unsigned character = pairs[CodePage::PairIndex(lead, p[1])];
+            if (TakesThree(character)) {
+                o += WriteThree(character, o);
+                p += 2;
+                continue;
+            }
+        }
+        const CodeRead read = ReadCode(page, p, src.end);
+        if (read.length == 0) break;
+        o += WriteUtf8(read.character, o);
+        p += read.length;
+    }
+    src.at = p;
+    dst.at = o;
+}
+
+// A three-byte sequence, which most text that is not ASCII consists of; 0 when it is something else
+// or not well formed.
+inline unsigned ReadThree(const unsigned char* p) {
+    const unsigned b0 = p[0], b1 = p[1], b2 = p[2];
+    if ((b0 & 0xF0) != 0xE0 || !IsContinuation(b1) || !IsContinuation(b2)) return 0;
+    const unsigned c = (b0 & 0x0F) << 12 | (b1 & 0x3F) << 6 | (b2 & 0x3F);
+    return c >= 0x800 ? c : 0;
+}
+
+void FastFromUtf8(const CodePage& page, Source& src, Sink& dst) {
+    const unsigned char* p = src.at;
+    unsigned char* o = dst.at;
+    // Two bytes can become two, or what a prefix adds to them.
+    for (const unsigned char* safe = SafeEnd(src, dst, page.longest > 2 ? 2 : 1); p < safe;) {
+        if (*p < 0x80) {
+            const unsigned n = CopyAscii(p, o);
+            p += n;
+            o += n;
+            continue;
+        }
+        const unsigned cell = page.Back(ReadThree(p));
+        if (cell >= kLowestPairCell) {
+            StoreUnit(o, (cell >> 8 | cell << 8) & 0xFFFF);
+            p += 3;
+            o += 2;
+            continue;
+        }
+        const CodeRead read = ReadUtf8(p, src.end);
+        const unsigned any = read.length == 0 || read.length == 4 ? 0 : page.Back(read.character);
+        if (any == 0) break;
+        o += WriteCode(page, any, o);
+        p += read.length;
+    }
+    src.at = p;
+    dst.at = o;
+}
+
+}  // namespace
+
+Stop TablesToUtf8(const CodePage& page, Source& src, Sink& dst) {
+    if (page.form == CodeForm::kPairs)
+        FastToUtf8<true>(page, src, dst);
+    else
+        FastToUtf8<false>(page, src, dst);
+    return RestToUtf8(page, src, dst);
+}
+
+Stop Utf8ToTables(const CodePage& page, Source& src, Sink& dst) {
+    FastFromUtf8(page, src, dst);
+    return RestFromUtf8(page, src, dst);
+}
+
+}  // namespace genutil

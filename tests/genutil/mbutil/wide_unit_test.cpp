@@ -1,0 +1,230 @@
+// Text of the current code set as 16-bit characters and back.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "genutil/mbutil/wide.h"
+#include "mbutil.h"
+
+using namespace genutil;
+
+namespace {
+
+using Units = std::u16string;
+
+const unsigned short* Wide(const Units& units) {
+    return reinterpret_cast<const unsigned short*>(units.c_str());
+}
+
+class WideText : public testing::Test {
+  protected:
+    WideText() {
+        InitMbutil();
+        m_before = mbGetLocaleCodeSet();
+    }
+    ~WideText() override { InitMbutilExt(m_before); }
+
+  private:
+    int m_before;
+};
+
+struct TextRow {
+    int line;
+    int codeSet;
+    std::string bytes;
+    Units units;
+};
+
+const std::vector<TextRow> kTexts = {
+    {__LINE__, mbWestern, "caf\xE9 \x80", u"caf\u00E9 \u20AC"},
+    {__LINE__, 77, "caf\xE9", u"caf\u00E9"},
+    {__LINE__, mbUtf16, "caf\xE9", u"caf\u00E9"},
+    {__LINE__, mbShiftJis, "a\x82\xA0\xB1z\x89\xBF", u"a\u3042\uFF71z\u4FA1"},
+    {__LINE__, mbShiftJis,
+     "0123456789abcdef\x82\xA0"
+     "0123456789abcdef",
+     u"0123456789abcdef\u3042"
+     u"0123456789abcdef"},
+    {__LINE__, mbEucJp, "\xA4\xA2\x8E\xB1\x8F\xB0\xA1", u"\u3042\uFF71\u4E02"},
+    {__LINE__, mbJis, "a\x1B$B$\"\x1B(I1\x1B$(D0!\x1B(Bz", u"a\u3042\uFF71\u4E02z"},
+    {__LINE__, mbGb2312, "\x80\xC4\xE3\x81\x40", u"\u20AC\u4F60\u4E02"},
+    {__LINE__, mbBig5, "\xA7\x41\xA6\x6E", u"\u4F60\u597D"},
+    {__LINE__, mbEucTw, "\xC4\xA1\x8E\xA2\xA1\xA1", u"\u4E00\u4E42"},
+    {__LINE__, mbJohab, "\x88\x61\xE0\x31", u"\uAC00\u4F3D"},
+    {__LINE__, mbIso2022Kr,
+     "\x1B$)Cab\x0E"
+     "0!\x0F"
+     "c",
+     u"ab\uAC00c"},
+    {__LINE__, mbIso2022Cn,
+     "\x1B$)A\x0E"
+     "Dc\x0F\n\x1B$)G\x0E"
+     "D!\x0F",
+     u"\u4F60\n\u4E00"},
+    {__LINE__, mbUtf8, "a\xC3\xA9\xE3\x81\x82\xF0\x9F\x98\x80", u"a\u00E9\u3042\U0001F600"},
+};
+
+}  // namespace
+
+TEST_F(WideText, BothWays) {
+    for (const TextRow& row : kTexts) {
+        SCOPED_TRACE(row.line);
+        InitMbutilExt(row.codeSet);
+        const long characters = static_cast<long>(row.units.size());
+        ASSERT_EQ(WideLength(row.bytes.c_str(), row.bytes.size()), characters);
+        std::vector<unsigned short> wide(row.units.size() + 1, 0xAAAA);
+        ASSERT_EQ(ToWide(wide.data(), wide.size(), row.bytes.c_str(), row.bytes.size()),
+                  characters);
+        EXPECT_EQ(Units(wide.begin(), wide.end() - 1), row.units);
+        EXPECT_EQ(wide.back(), 0);
+
+        const long bytes = static_cast<long>(row.bytes.size());
+        if (row.codeSet == mbIso2022Cn) continue;  // what is written is asked below
+        ASSERT_EQ(NarrowLength(Wide(row.units)), bytes);
+        std::string narrow(row.bytes.size() + 1, '#');
+        ASSERT_EQ(ToNarrow(narrow.data(), narrow.size(), Wide(row.units)), bytes);
+        EXPECT_EQ(narrow, row.bytes + '\0');
+    }
+}
+
+// Every limit: no unit or byte beyond it, whole characters, a terminator where there is room. Texts
+// end where their buffers do, so that a sanitizer sees a read behind them.
+TEST_F(WideText, LimitsAreKept) {
+    for (const TextRow& row : kTexts) {
+        SCOPED_TRACE(row.line);
+        InitMbutilExt(row.codeSet);
+        const std::vector<char> exact(row.bytes.begin(), row.bytes.end());
+        for (std::size_t limit = 0; limit <= row.units.size(); ++limit) {
+            const std::unique_ptr<unsigned short[]> wide(new unsigned short[limit + 1]);
+            wide[limit] = 0xAAAA;
+            const long stored = ToWide(wide.get(), limit, exact.data(), exact.size());
+            ASSERT_GE(stored, static_cast<long>(limit) - 1);
+            ASSERT_LE(stored, static_cast<long>(limit));
+            EXPECT_EQ(Units(wide.get(), wide.get() + stored),
+                      row.units.substr(0, static_cast<std::size_t>(stored)));
+            EXPECT_EQ(wide[limit], 0xAAAA);
+        }
+        for (std::size_t limit = 0; limit <= row.bytes.size(); ++limit) {
+            std::string narrow(limit + 1, '#');
+            const long stored = ToNarrow(narrow.data(), limit, Wide(row.units));
+            ASSERT_LE(stored, static_cast<long>(limit));
+            EXPECT_EQ(narrow[limit], '#');
+            const std::string text = narrow.substr(0, static_cast<std::size_t>(stored));
+            const long whole = WideLength(text.c_str(), text.size());
+            ASSERT_GE(whole, 0) << limit;
+            if (stored < static_cast<long>(limit)) {
+                EXPECT_EQ(narrow[static_cast<std::size_t>(stored)], 0);
+            }
+        }
+    }
+}
+
+TEST_F(WideText, StopsAtTerminatorAndByteCount) {
+    InitMbutilExt(mbShiftJis);
+    EXPECT_EQ(WideLength("ab\0cd", 5), 2);
+    EXPECT_EQ(WideLength("ab\x82\xA0", 2), 2);
+    EXPECT_EQ(WideLength("ab", static_cast<std::size_t>(-1) / 2), 2);
+    EXPECT_EQ(WideLength("\x82\0\xA0", 3), -1);  // the terminator is no trail byte
+    EXPECT_EQ(WideLength("", 0), 0);
+}
+
+TEST_F(WideText, InvalidTextFails) {
+    static const struct {
+        int line, codeSet;
+        const char* bytes;
+    } kRows[] = {
+        {__LINE__, mbShiftJis, "a\x82"},
+        {__LINE__, mbShiftJis, "\x82\x3F"},
+        {__LINE__, mbShiftJis, "\x81\xAD"},
+        {__LINE__, mbEucJp, "\x8E\xE0"},
+        {__LINE__, mbEucJp, "\x80"},
+        {__LINE__, mbUtf8, "\xC0\x80"},
+        {__LINE__, mbUtf8, "\xE0\x80\x80"},
+        {__LINE__, mbUtf8, "\xED\xA0\x80"},
+        {__LINE__, mbUtf8, "\xF4\x90\x80\x80"},
+        {__LINE__, mbUtf8, "\xE3\x81"},
+        {__LINE__, mb8859_7, "\xAE"},
+        {__LINE__, mbJis, "\x1B$B$"},
+        {__LINE__, mbIso2022Kr,
+         "\x0E"
+         "0!"},
+        {__LINE__, mbEucTw, "\x8E\xA4\xA1\xA1"},
+    };
+    unsigned short out[8];
+    for (const auto& row : kRows) {
+        InitMbutilExt(row.codeSet);
+        EXPECT_EQ(WideLength(row.bytes, std::strlen(row.bytes)), -1) << row.line;
+        EXPECT_EQ(ToWide(out, 8, row.bytes, std::strlen(row.bytes)), -1) << row.line;
+    }
+    InitMbutilExt(mbShiftJis);
+    for (const Units& units :
+         {Units(u"a\u0E01"), Units(u"\xD800"), Units(u"\xDE00"), Units(u"\U0001F600")}) {
+        char narrow[16];
+        EXPECT_EQ(NarrowLength(Wide(units)), -1);
+        EXPECT_EQ(ToNarrow(narrow, sizeof narrow, Wide(units)), -1);
+    }
+}
+
+// What a code set refuses still travels: byte by byte there, unharmed back.
+TEST_F(WideText, RawBytesSurvive) {
+    for (const int codeSet : {0, 3, 4, 5, 7, 8, 9, 10, 11, 12, 13, 19, 41, 42, 64, 65}) {
+        InitMbutilExt(codeSet);
+        std::string bytes;
+        for (unsigned byte = 1; byte < 256; ++byte)
+            if (codeSet != mbIso2022Kr || byte >= 0x80) bytes += static_cast<char>(byte);
+        std::vector<unsigned short> wide(bytes.size() + 1);
+        ToWideBytewise(wide.data(), bytes.c_str(), bytes.size());
+        const bool escapes = codeSet == mbJis || codeSet == mbIso2022Cn || codeSet == mbIso2022Kr;
+        if (escapes)  // three controls have no code of their own there
+            for (unsigned short& unit : wide)
+                if (unit == 0x1B || unit == 0x0E || unit == 0x0F)
+                    unit = static_cast<unsigned short>(kRawByte + unit);
+        std::string back(bytes.size(), '#');
+        EXPECT_EQ(ToNarrow(back.data(), back.size(), wide.data()), static_cast<long>(bytes.size()))
+            << codeSet;
+        EXPECT_EQ(back, bytes) << codeSet;
+    }
+    InitMbutilExt(mbUtf8);
+    const Units pair = u"\U0001F480";  // its low half must not be taken for a raw byte
+    EXPECT_EQ(NarrowLength(Wide(pair)), 4);
+}
+
+TEST_F(WideText, LossyNeverFails) {
+    InitMbutilExt(mbShiftJis);
+    char out[16];
+    EXPECT_EQ(ToNarrowLossy(out, sizeof out, Wide(u"a\u0E01\u3042\U0001F600\xD800")), 6);
+    EXPECT_STREQ(out, "a?\x82\xA0??");
+    InitMbutilExt(mbJis);
+    EXPECT_EQ(ToNarrowLossy(out, sizeof out, Wide(u"\u3042\u0E01")), 9);
+    EXPECT_STREQ(out, "\x1B$B$\"\x1B(B?");
+    EXPECT_EQ(ToNarrowLossy(out, 8, Wide(u"\u3042\u3042")), 8);
+}
+
+TEST_F(WideText, SingleCharacters) {
+    unsigned short unit = 0;
+    char bytes[4];
+    InitMbutilExt(mbShiftJis);
+    EXPECT_EQ(ToWideCharacter(&unit, "\x82\xA0\x82", 3), 2);
+    EXPECT_EQ(unit, 0x3042);
+    EXPECT_EQ(ToWideCharacter(&unit, "\x82\xA0", 1), -1);
+    EXPECT_EQ(ToWideCharacter(&unit, "", 1), 0);
+    EXPECT_EQ(ToWideCharacter(&unit, "a", 0), 0);
+    EXPECT_EQ(ToNarrowCharacter(bytes, 0x3042), 2);
+    EXPECT_EQ(ToNarrowCharacter(bytes, 0x0E01), -1);
+    EXPECT_EQ(ToNarrowCharacter(bytes, kRawByte + 0x82), 1);
+    EXPECT_EQ(static_cast<unsigned char>(bytes[0]), 0x82);
+    InitMbutilExt(mbEucTw);
+    EXPECT_EQ(ToNarrowCharacter(bytes, 0x4E42), 4);
+    InitMbutilExt(mbUtf8);
+    EXPECT_EQ(ToWideCharacter(&unit, "\xF0\x9F\x98\x80", 4), -1);  // takes two units
+    EXPECT_EQ(ToWideCharacter(&unit, "\xE3\x81\x82", 3), 3);
+    InitMbutilExt(mbJis);
+    EXPECT_EQ(ToWideCharacter(&unit, "\x1B$B$\"\x1B(B", 8), 5);
+    EXPECT_EQ(unit, 0x3042);
+    EXPECT_EQ(ToNarrowCharacter(bytes, 0x3042), -1);  // would need escapes around it
+    InitMbutilExt(mbIso2022Kr);
+    EXPECT_EQ(ToNarrowCharacter(bytes, 'a'), 1);
+}

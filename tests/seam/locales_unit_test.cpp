@@ -1,0 +1,64 @@
+// What the platform says of the user and of letters.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "osutil/platform/locales.h"
+
+using namespace genutil;
+
+namespace {
+
+int Compare(const std::u16string& a, const std::u16string& b) {
+    return platform::Collate(reinterpret_cast<const std::uint16_t*>(a.data()), a.size(),
+                             reinterpret_cast<const std::uint16_t*>(b.data()), b.size());
+}
+
+}  // namespace
+
+// One of the two ways of naming a locale answers, and it is that of the user who runs this.
+TEST(Locales, UserIsTheOneOfTheEnvironment) {
+    const char* language = std::getenv("TEST_LANGUAGE");
+    if (!language) GTEST_SKIP() << "TEST_LANGUAGE is not set";
+    const bool japanese = std::strcmp(language, "ja_JP") == 0;
+    const platform::UserLocale user = platform::GetUserLocale();
+    if (user.language == 0) {
+        EXPECT_STREQ(user.name, language);
+        EXPECT_EQ(user.ansiCodePage, 0u);
+        EXPECT_FALSE(platform::HasTimeZoneRegistry());  // such a system has none
+    } else {
+        EXPECT_EQ(user.language, japanese ? 0x0411 : 0x0409);
+        EXPECT_EQ(user.ansiCodePage, japanese ? 932u : 1252u);
+        EXPECT_EQ(platform::AnsiCodePageOfLanguage(0x0411), 932u);
+        EXPECT_EQ(platform::AnsiCodePageOfLanguage(0x0415), 1250u);
+    }
+}
+
+TEST(Locales, SimpleCaseMapping) {
+    static constexpr struct {
+        std::uint16_t lower, upper;
+    } kPairs[] = {{'a', 'A'},     {'z', 'Z'},     {0xE9, 0xC9},     {0xFF, 0x178},
+                  {0x3B1, 0x391}, {0x44F, 0x42F}, {0xFF41, 0xFF21}, {0x2170, 0x2160}};
+    for (const auto& pair : kPairs) {
+        EXPECT_EQ(platform::ToUpper(pair.lower), pair.upper);
+        EXPECT_EQ(platform::ToLower(pair.upper), pair.lower);
+        EXPECT_EQ(platform::ToUpper(pair.upper), pair.upper);
+        EXPECT_EQ(platform::ToLower(pair.lower), pair.lower);
+    }
+    for (const std::uint16_t plain : {0x31, 0x5B, 0x7B, 0xDF, 0x3042, 0x4E00, 0xD800, 0xFFFF})
+        EXPECT_EQ(platform::ToUpper(plain), plain);
+}
+
+TEST(Locales, CollationOrdersWordsNotBytes) {
+    EXPECT_EQ(Compare(u"", u""), 0);
+    EXPECT_EQ(Compare(u"abc", u"abc"), 0);
+    EXPECT_LT(Compare(u"", u"a"), 0);
+    EXPECT_LT(Compare(u"apple", u"Banana"), 0);
+    EXPECT_GT(Compare(u"Banana", u"apple"), 0);
+    EXPECT_LT(Compare(u"a", u"ab"), 0);
+    EXPECT_LT(Compare(u"\u00E9a", u"f"), 0);
+    EXPECT_LT(Compare(u"z", u"\u3042"), 0);
+    EXPECT_LT(Compare(u"\u3042", u"\u3044"), 0);
+}
