@@ -158,7 +158,7 @@ class Program(unittest.TestCase):
         write('sjis', '東京ｱbc\r\nかな'.encode('cp932'))
         write('bad', b'ab\n\x82\xa0\x82 \xfd')
         out = self.expect(run('text', '--show', '3', '--code-set', 'sjis', 'sjis', 'bad'), 1).decode()
-        for line in ('sjis', '  code set      shift_jis', '  bytes         15', '  characters    9',
+        for line in ('sjis', '  code set      shift_jis', '  bytes         13', '  characters    9',
                      '  lines         2', '  of 1 byte     5', '  of 2 bytes    4', '  invalid       0',
                      '        0  93 8C        U+6771      東', '        2  B1           U+FF71      ｱ',
                      'bad', '  invalid       2', '    line 2, column 2 (byte 5): 82',
