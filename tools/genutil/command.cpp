@@ -2,7 +2,27 @@
 
 #include <cstdio>
 
+namespace {
+
+std::size_t g_progressWidth = 0;
+
+}  // namespace
+
+void ShowProgress(const std::string& line) {
+    ClearProgress();
+    std::fprintf(stderr, "%s\r", line.c_str());
+    std::fflush(stderr);
+    g_progressWidth = line.size();
+}
+
+void ClearProgress() {
+    if (g_progressWidth == 0) return;
+    std::fprintf(stderr, "\r%*s\r", static_cast<int>(g_progressWidth), "");
+    g_progressWidth = 0;
+}
+
 Status Complain(const std::string& message) {
+    ClearProgress();
     std::fprintf(stderr, "genutil: %s\n", message.c_str());
     return kError;
 }

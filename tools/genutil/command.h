@@ -40,3 +40,7 @@ bool ParseArguments(const Arguments& arguments, const std::vector<Option>& optio
 
 // Writes "genutil: " and the message as a line on standard error. Returns kError.
 Status Complain(const std::string& message);
+
+// Shows a line on standard error that the next message or ClearProgress() wipes out again.
+void ShowProgress(const std::string& line);
+void ClearProgress();
