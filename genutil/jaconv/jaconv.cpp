@@ -69,24 +69,42 @@ bool Write(const In& in, Out& out, const Unit& unit, Losses& losses) {
 }
 
 template <class In, class Out>
+void CopyAscii(In& in, Out& out) {
+    if (!out.EnterAscii()) return;
+    const std::size_t n = std::min(in.Left(), out.Room());
+    const std::size_t run = CopyPlainRun < In::kShifts || Out::kShifts > (out.p, in.p, n);
+    in.p += run;
+    out.p += run;
+}
+
+template <class In, class Out>
+void CopyBlocks(In& in, Out& out) {
+    while (in.Left() >= kBlock && out.HasBlock()) {
+        const Block block = in.PairBlock();
+        out.PutBlock(block);
+        in.p += 2 * block.count;
+        if (block.count < kBlock / 2) return;
+    }
+}
+
+// Text is runs of ASCII and of kanji, most of them too short to predict where they end: both are
+// taken 16 bytes at a time, whatever part of that the run fills.
+template <class In, class Out>
 bool Run(In& in, Out& out, Losses& losses) {
-    for (;;) {
+    while (in.p != in.end) {
+        const unsigned char* const before = in.p;
+        if (in.PlainNext()) CopyAscii(in, out);
         while (const unsigned pair = in.Pair()) {
             if (!out.Pair(pair, in.Left() - 2)) return false;
             in.p += 2;
+            CopyBlocks(in, out);
         }
-        if (in.p == in.end) return true;
-        if (in.PlainNext() && out.EnterAscii()) {
-            const std::size_t n = std::min(in.Left(), out.Room());
-            const std::size_t run = CopyPlainRun<In::kShifts || Out::kShifts>(out.p, in.p, n);
-            in.p += run;
-            out.p += run;
-            if (run != 0) continue;
-        }
+        if (in.p != before) continue;
         const Unit unit = in.Other();
         if (!Write(in, out, unit, losses)) return false;
         in.p += unit.length;
     }
+    return true;
 }
 
 template <class In, class Out>

@@ -2,7 +2,8 @@
 //
 //     PlainNext()  whether the next byte is ASCII that means itself, and so may be copied in a run
 //     Pair()       the kanji at the head as two EUC bytes, without stepping over it; 0 for anything
-//                  else. The hot path.
+//                  else
+//     PairBlock()  the kanji among the next 16 bytes, which must be there
 //     Other()      whatever else is at the head
 //
 // What is one character follows the stepping rules of the code set; a byte that begins none is lost
@@ -11,6 +12,7 @@
 
 #include <cstddef>
 
+#include "genutil/jaconv/block.h"
 #include "genutil/jaconv/escapes.h"
 #include "genutil/jaconv/jis.h"
 
@@ -49,6 +51,8 @@ class EucJpReader : public Reader {
         return IsGraphic(row) && IsGraphic(cell) ? row << 8 | cell : 0;
     }
 
+    Block PairBlock() const { return EucBlock(p); }
+
     Unit Other() const {
         constexpr unsigned kKanaShift = 0x8E, kSupplementShift = 0x8F;
         const unsigned c = p[0];
@@ -71,6 +75,8 @@ class ShiftJisReader : public Reader {
         const unsigned lead = kShiftJisLead[p[0]], trail = kShiftJisTrail[p[1]];
         return lead != 0 && trail != 0 ? lead + trail : 0;
     }
+
+    Block PairBlock() const { return ShiftJisBlock(p); }
 
     // Pairs with a lead byte from 0xF0 on are a maker's or the user's own; few have a place in JIS.
     Unit Other() const {
@@ -99,6 +105,11 @@ class JisReader : public Reader {
         if (m_set != Set::kKanji || Left() < 2) return 0;
         const unsigned row = p[0], cell = p[1];
         return IsGraphic7(row) && IsGraphic7(cell) ? row << 8 | cell | 0x8080 : 0;
+    }
+
+    Block PairBlock() const {
+        const Block block = JisBlock(p);
+        return {block.pairs, m_set == Set::kKanji ? block.count : 0};
     }
 
     Unit Other() {

@@ -2,6 +2,7 @@
 //
 //     EnterAscii()  makes ready for ASCII, which the caller then writes at p
 //     Pair()        writes a kanji given as two EUC bytes
+//     HasBlock()    whether a block of them may follow the kanji written last, for PutBlock()
 //     Supplement()  a character of JIS X 0212; Kana() half-width katakana, one byte
 //     Lost()        the substitute
 //     Close()       ends the text
@@ -12,6 +13,7 @@
 
 #include <cstddef>
 
+#include "genutil/jaconv/block.h"
 #include "genutil/jaconv/escapes.h"
 #include "genutil/jaconv/jis.h"
 
@@ -28,6 +30,10 @@ struct Writer {
         p += 2;
     }
     void PutByte(unsigned byte) { *p++ = static_cast<unsigned char>(byte); }
+    void Store(__m128i pairs, unsigned count) {
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(p), pairs);
+        p += 2 * count;
+    }
 };
 
 class EucJpWriter : public Writer {
@@ -43,6 +49,8 @@ class EucJpWriter : public Writer {
         Put(pair);
         return true;
     }
+    bool HasBlock() const { return Room() >= kBlock; }
+    void PutBlock(const Block& block) { Store(block.pairs, block.count); }
     bool Supplement(unsigned pair, std::size_t) {
         if (Room() < 3) return false;
         PutByte(0x8F);
@@ -67,6 +75,8 @@ class ShiftJisWriter : public Writer {
         Put(ToShiftJis(pair));
         return true;
     }
+    bool HasBlock() const { return Room() >= kBlock; }
+    void PutBlock(const Block& block) { Store(ToShiftJisBlock(block.pairs), block.count); }
     bool Supplement(unsigned, std::size_t left) { return Lost(left); }
     bool Kana(unsigned kana, std::size_t) {
         if (Room() < 1) return false;
@@ -114,6 +124,8 @@ class JisWriter : public Writer {
         return true;
     }
 
+    bool HasBlock() const { return Room() >= kBlock + kEscapeLength; }
+    void PutBlock(const Block& block) { Store(ToJisBlock(block.pairs), block.count); }
     bool Supplement(unsigned pair, std::size_t left) {
         const std::size_t cost = m_set == Set::kSupplement ? 2 : kEscapeLength + 1 + 2;
         if (!m_assured && !Fits(cost, Set::kSupplement, left)) return false;

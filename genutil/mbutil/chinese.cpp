@@ -11,9 +11,7 @@ namespace genutil {
 
 namespace {
 
-constexpr unsigned kCells = 94;        // in a row of CNS, and rows in a plane
-constexpr unsigned kTrailSpan = 0xBF;  // from 0x40 to 0xFE
-constexpr unsigned kPlane = kCells * kCells;
+constexpr unsigned kCells = 94;  // in a row of CNS, and rows in a plane
 constexpr unsigned char kSubstitute = '?';
 
 struct Run {
@@ -44,17 +42,14 @@ constexpr unsigned NextRowCell(unsigned rowCell) {
     return (rowCell & 0xFF) == 0x7E ? rowCell + 0x100 + 0x21 - 0x7E : rowCell + 1;
 }
 
-constexpr unsigned Big5Index(unsigned lead, unsigned trail) {
-    return (lead - 0xA1) * kTrailSpan + trail - 0x40;
-}
+// From two bytes to two bytes, for every pair of bytes whose first has its top bit set; that bit is
+// dropped from the index. What is found is 0 for
+// pairs that are no character: there is no other test of a second byte, for half of those of Big5
+// are ASCII and half are not, which no processor predicts.
+using PairTable = std::array<std::uint16_t, 0x8000>;
 
-// Of a row and cell whose bytes begin at `first`: 0x21 in CNS, 0xA1 in EUC.
-constexpr unsigned CnsIndex(unsigned row, unsigned cell, unsigned first) {
-    return (row - first) * kCells + cell - first;
-}
-
-// Row and cell in the bytes of EUC with the plane in their top bits, so that plane 1 is ready to be
-// written: 11 plane 1, 10 plane 2, 01 plane 3.
+// In toCns the top bits of the two bytes name the plane: both for plane 1, which is then ready to
+// be written, the row's for plane 2, the cell's for plane 3.
 constexpr unsigned kPlaneBits[] = {0, 0x8080, 0x8000, 0x0080};
 
 constexpr unsigned PlaneOf(unsigned packed) {
@@ -63,8 +58,8 @@ constexpr unsigned PlaneOf(unsigned packed) {
 
 // Filled by the compiler: nothing to build, and nothing to lock, when a program runs.
 struct Tables {
-    std::array<std::uint16_t, kCells * kTrailSpan> toCns{};
-    std::array<std::uint16_t, 2 * kPlane> toBig5{};  // planes 1 and 2
+    PairTable toCns{};
+    std::array<PairTable, 2> toBig5{};  // planes 1 and 2
 };
 
 constexpr Tables MakeTables() {
@@ -72,12 +67,10 @@ constexpr Tables MakeTables() {
     for (const Run& run : kRuns) {
         unsigned big5 = run.big5, rowCell = run.rowCell;
         for (unsigned i = 0; i < run.count; ++i) {
-            tables.toCns[Big5Index(big5 >> 8, big5 & 0xFF)] =
+            tables.toCns[big5 & 0x7FFF] =
                 static_cast<std::uint16_t>(rowCell | kPlaneBits[run.plane]);
             if (!run.oneWay && run.plane < 3)
-                tables.toBig5[(run.plane - 1) * kPlane +
-                              CnsIndex(rowCell >> 8, rowCell & 0xFF, 0x21)] =
-                    static_cast<std::uint16_t>(big5);
+                tables.toBig5[run.plane - 1u][rowCell | 0x80] = static_cast<std::uint16_t>(big5);
             big5 = NextBig5(big5);
             rowCell = NextRowCell(rowCell);
         }
@@ -115,26 +108,21 @@ bool Lose(Transfer& t, unsigned length) {
     return true;
 }
 
-void SkipAscii(Transfer& t) {
-    const auto n = static_cast<std::size_t>(std::min(t.srcEnd - t.src, t.dstEnd - t.dst));
-    const std::size_t run = CopyAsciiRun(t.dst, t.src, n);
-    t.src += run;
-    t.dst += run;
+unsigned char* Put(unsigned char* dst, unsigned pair) {
+    dst[0] = static_cast<unsigned char>(pair >> 8);
+    dst[1] = static_cast<unsigned char>(pair);
+    return dst + 2;
 }
 
-// What follows a byte that is not ASCII, one character; false when dst is full.
+// One character that is not ASCII, whatever it is; false when dst has no room for it.
 bool Big5Character(Transfer& t) {
     if (t.srcEnd - t.src < 2 || !IsLead(t.src[0]) || !IsTrail(t.src[1])) return Lose(t, 1);
-    const unsigned packed = kTables.toCns[Big5Index(t.src[0], t.src[1])];
-    if (packed == 0) return Lose(t, 2);
-    const unsigned plane = PlaneOf(packed);
+    const unsigned cns = CnsFromBig5(static_cast<unsigned>(t.src[0] << 8 | t.src[1]));
+    if (cns == 0) return Lose(t, 2);
+    const unsigned plane = cns >> 16;
     if (t.dstEnd - t.dst < (plane == 1 ? 2 : 4)) return false;
-    if (plane != 1) {
-        *t.dst++ = 0x8E;
-        *t.dst++ = static_cast<unsigned char>(0xA0 + plane);
-    }
-    *t.dst++ = static_cast<unsigned char>(packed >> 8 | 0x80);
-    *t.dst++ = static_cast<unsigned char>(packed | 0x80);
+    if (plane != 1) t.dst = Put(t.dst, 0x8EA0 + plane);
+    t.dst = Put(t.dst, cns | 0x8080);
     t.src += 2;
     return true;
 }
@@ -143,54 +131,71 @@ bool EucTwCharacter(Transfer& t) {
     const unsigned length = EucTwLength(t);
     if (length == 0) return Lose(t, 1);
     const unsigned plane = length == 2 ? 1 : t.src[1] - 0xA0u;
-    const unsigned row = t.src[length - 2], cell = t.src[length - 1];
-    const unsigned big5 = plane < 3
-                              ? kTables.toBig5[(plane - 1) * kPlane + CnsIndex(row, cell, 0xA1)]
-                              : Big5FromCns(plane << 16 | ((row << 8 | cell) & 0x7F7F));
+    const unsigned rowCell = static_cast<unsigned>(t.src[length - 2] << 8 | t.src[length - 1]);
+    const unsigned big5 = Big5FromCns(plane << 16 | (rowCell & 0x7F7F));
     if (big5 == 0) return Lose(t, length);
     if (t.dstEnd - t.dst < 2) return false;
-    *t.dst++ = static_cast<unsigned char>(big5 >> 8);
-    *t.dst++ = static_cast<unsigned char>(big5);
+    t.dst = Put(t.dst, big5);
     t.src += length;
+    return true;
+}
+
+// The hot path: characters of two bytes on both sides, up to the first that is none. kBytes has the
+// top bits that must be set in what is found: both for plane 1, the first byte's for Big5.
+template <const PairTable& kTable, unsigned kBytes>
+std::size_t CopyPairs(unsigned char* dst, const unsigned char* src, std::size_t n) {
+    std::size_t i = 0;
+    for (; i + 2 <= n; i += 2) {
+        const unsigned lead = src[i], second = src[i + 1];
+        if (lead < 0x80) break;
+        const unsigned found = kTable[(lead & 0x7F) << 8 | second];
+        if ((found & kBytes) != kBytes) break;
+        Put(dst + i, found);
+    }
+    return i;
+}
+
+using Copier = std::size_t (*)(unsigned char* dst, const unsigned char* src, std::size_t n);
+
+template <Copier kPairs, Converter kCharacter>
+bool Convert(Transfer& t) {
+    while (t.src != t.srcEnd) {
+        const auto n = static_cast<std::size_t>(std::min(t.srcEnd - t.src, t.dstEnd - t.dst));
+        std::size_t i = 0, before;
+        do {
+            before = i;
+            i += CopyAsciiRun(t.dst + i, t.src + i, n - i);
+            i += kPairs(t.dst + i, t.src + i, n - i);
+        } while (i != before);
+        t.src += i;
+        t.dst += i;
+        if (t.src == t.srcEnd) break;
+        if (*t.src >= 0x80 ? !kCharacter(t) : t.dst == t.dstEnd) return false;
+    }
     return true;
 }
 
 }  // namespace
 
 unsigned CnsFromBig5(unsigned big5) {
-    const unsigned lead = big5 >> 8, trail = big5 & 0xFF;
-    if (!IsLead(lead) || !IsTrail(trail)) return 0;
-    const unsigned packed = kTables.toCns[Big5Index(lead, trail)];
+    if (!IsLead(big5 >> 8)) return 0;
+    const unsigned packed = kTables.toCns[big5 & 0x7FFF];
     return packed == 0 ? 0 : PlaneOf(packed) << 16 | (packed & 0x7F7F);
 }
 
 unsigned Big5FromCns(unsigned cns) {
-    const unsigned plane = cns >> 16, row = cns >> 8 & 0xFF, cell = cns & 0xFF;
-    if (row - 0x21 >= kCells || cell - 0x21 >= kCells || plane < 1 || plane > 3) return 0;
-    if (plane == 3) return Big5FromPlane3(cns & 0xFFFF);
-    return kTables.toBig5[(plane - 1) * kPlane + CnsIndex(row, cell, 0x21)];
+    const unsigned plane = cns >> 16, rowCell = cns & 0xFFFF;
+    if ((rowCell & 0x8080) != 0 || plane < 1 || plane > 3) return 0;
+    if (plane == 3) return Big5FromPlane3(rowCell);
+    return kTables.toBig5[plane - 1][rowCell | 0x80];
 }
 
 bool Big5ToEucTw(Transfer& t) {
-    for (;;) {
-        SkipAscii(t);
-        if (t.src == t.srcEnd) return true;
-        if (*t.src < 0x80) return false;
-        do {
-            if (!Big5Character(t)) return false;
-        } while (t.src != t.srcEnd && *t.src >= 0x80);
-    }
+    return Convert<CopyPairs<kTables.toCns, 0x8080>, Big5Character>(t);
 }
 
 bool EucTwToBig5(Transfer& t) {
-    for (;;) {
-        SkipAscii(t);
-        if (t.src == t.srcEnd) return true;
-        if (*t.src < 0x80) return false;
-        do {
-            if (!EucTwCharacter(t)) return false;
-        } while (t.src != t.srcEnd && *t.src >= 0x80);
-    }
+    return Convert<CopyPairs<kTables.toBig5[0], 0x8000>, EucTwCharacter>(t);
 }
 
 }  // namespace genutil

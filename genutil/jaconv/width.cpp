@@ -1,0 +1,150 @@
+// Half width and full width: the ASCII characters and katakana that East Asian code sets have
+// twice.
+#include <cstring>
+
+#include "genutil/jaconv/jis.h"
+#include "genutil/mbutil/code_set.h"
+#include "mbutil.h"
+
+using namespace genutil;
+
+namespace {
+
+// The full-width characters of numbers.
+struct NumberSet {
+    int codeSet;
+    std::uint16_t zero;  // "1" to "9" follow it
+    std::uint16_t plus, minus, point, comma;
+};
+constexpr NumberSet kNumberSets[] = {
+    {mbEucJp, 0xA3B0, 0xA1DC, 0xA1DD, 0xA1A5, 0xA1A4},
+    {mbShiftJis, 0x824F, 0x817B, 0x817C, 0x8144, 0x8143},
+    {mbGb2312, 0xA3B0, 0xA3AB, 0xA3AD, 0xA3AE, 0xA3AC},
+    {mbEucCn, 0xA3B0, 0xA3AB, 0xA3AD, 0xA3AE, 0xA3AC},
+    {mbBig5, 0xA2AF, 0xA1CF, 0xA1D0, 0xA144, 0xA141},
+    {mbEucTw, 0xA4A1, 0xA2B0, 0xA2B1, 0xA1A5, 0xA1A2},
+    {mbKorean, 0xA3B0, 0xA3AB, 0xA3AD, 0xA3AE, 0xA3AC},
+    {mbEucKr, 0xA3B0, 0xA3AB, 0xA3AD, 0xA3AE, 0xA3AC},
+};
+
+const NumberSet* CurrentNumberSet() {
+    EnsureInitialised();
+    for (const NumberSet& set : kNumberSets)
+        if (set.codeSet == g_codeSetState.codeSet) return &set;
+    return nullptr;
+}
+
+// 0 when there is none.
+unsigned FullWidthNumber(const NumberSet& set, char c) {
+    if (c >= '0' && c <= '9') return set.zero + static_cast<unsigned>(c - '0');
+    switch (c) {
+        case '+':
+            return set.plus;
+        case '-':
+            return set.minus;
+        case '.':
+            return set.point;
+        case ',':
+            return set.comma;
+        default:
+            return 0;
+    }
+}
+
+// 0 when it is none.
+char HalfWidthNumber(const NumberSet& set, unsigned pair) {
+    for (const char c : {'+', '-', '.', ','})
+        if (pair == FullWidthNumber(set, c)) return c;
+    return pair - set.zero < 10 ? static_cast<char>('0' + (pair - set.zero)) : '\0';
+}
+
+char* Copy(const char* src, char* dst) {
+    return static_cast<char*>(std::memmove(dst, src, std::strlen(src) + 1));
+}
+
+char* PutPair(char* p, unsigned pair) {
+    p[0] = static_cast<char>(pair >> 8);
+    p[1] = static_cast<char>(pair);
+    return p + 2;
+}
+
+char* PutJis(char* p, unsigned jis) {
+    return PutPair(p, g_codeSetState.codeSet == mbShiftJis ? jis::ToShiftJis(jis) : jis);
+}
+
+unsigned ByteAt(const char* p, int index) {
+    return static_cast<unsigned char>(p[index]);
+}
+
+// The half-width katakana at the head of p; 0 when there is none.
+unsigned KanaAt(const char* p) {
+    const unsigned first = ByteAt(p, 0);
+    if (g_codeSetState.codeSet == mbShiftJis) return jis::IsKana(first) ? first : 0;
+    return first == 0x8E && jis::IsKana(ByteAt(p, 1)) ? ByteAt(p, 1) : 0;
+}
+
+}  // namespace
+
+char* mbHanToZenStr(const char* src, char* dst) {
+    if (src == nullptr || dst == nullptr) return nullptr;
+    EnsureInitialised();
+    if (g_codeSetState.codeSet != mbEucJp && g_codeSetState.codeSet != mbShiftJis)
+        return Copy(src, dst);
+    char* out = dst;
+    for (const char* p = src; *p != '\0';) {
+        const int length = mbbytesinchar(reinterpret_cast<const unsigned char*>(p));
+        const char* const next = p + length;
+        if (const unsigned kana = KanaAt(p)) {
+            const unsigned mark = KanaAt(next);
+            const unsigned joined = mark == 0 ? 0 : jis::JoinedKana(kana, mark);
+            out = PutJis(out, joined != 0 ? joined : jis::FullWidthKana(kana));
+            p = joined != 0 ? next + length : next;
+        } else if (*p >= 0x20 && *p <= 0x7E) {
+            out = PutJis(out, jis::FullWidthAscii(static_cast<unsigned>(*p)));
+            p = next;
+        } else {
+            while (p != next) *out++ = *p++;
+        }
+    }
+    *out = '\0';
+    return dst;
+}
+
+char* ConvertMBNumberToSBNumber(const char* src, char* dst) {
+    if (src == nullptr || dst == nullptr) return nullptr;
+    const NumberSet* const set = CurrentNumberSet();
+    if (set == nullptr) return Copy(src, dst);
+    char* out = dst;
+    for (const char* p = src; *p != '\0';) {
+        const int length = mbbytesinchar(reinterpret_cast<const unsigned char*>(p));
+        const char half =
+            length == 2 ? HalfWidthNumber(*set, ByteAt(p, 0) << 8 | ByteAt(p, 1)) : '\0';
+        const char* const next = p + length;
+        if (half != '\0') {
+            *out++ = half;
+            p = next;
+        }
+        while (p != next) *out++ = *p++;
+    }
+    *out = '\0';
+    return dst;
+}
+
+char* ConvertSBNumberToMBNumber(const char* src, char* dst) {
+    if (src == nullptr || dst == nullptr) return nullptr;
+    const NumberSet* const set = CurrentNumberSet();
+    if (set == nullptr) return Copy(src, dst);
+    char* out = dst;
+    for (const char* p = src; *p != '\0';) {
+        const int length = mbbytesinchar(reinterpret_cast<const unsigned char*>(p));
+        const unsigned full = length == 1 ? FullWidthNumber(*set, *p) : 0;
+        const char* const next = p + length;
+        if (full != 0) {
+            out = PutPair(out, full);
+            p = next;
+        }
+        while (p != next) *out++ = *p++;
+    }
+    *out = '\0';
+    return dst;
+}
