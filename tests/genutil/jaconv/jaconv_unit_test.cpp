@@ -105,7 +105,7 @@ class Generator {
                         text += Pair(0xF040 + Below(0x30));
                         break;
                     case 4:
-                        text += "\x80\xA0\xFF\x81"[Below(4)];
+                        text += "\x80\xA0\xFF\x81\x0E"[Below(5)];
                         break;
                 }
         }
@@ -352,7 +352,7 @@ TEST(JapaneseConversion, WholeTextIsTheSumOfItsCharacters) {
         }
         ASSERT_EQ(whole.text, sum) << ::testing::PrintToString(text);
         ASSERT_EQ(whole.lostAt.size(), lost);
-        if (lost == 0) {
+        if (lost == 0 && text.find('\x0E') == std::string::npos) {
             EXPECT_EQ(RunConverter(EucJpToShiftJis, whole.text).text, text);
             const std::string jis = RunConverter(ShiftJisToJis, text).text;
             EXPECT_EQ(RunConverter(EucJpToJis, whole.text).text, jis);
@@ -377,7 +377,9 @@ TEST(JapaneseConversion, JisFitsThreeTimesTheSource) {
         const Converted euc = RunConverter(ShiftJisToEucJp, text);
         const Converted again = RunConverter(EucJpToJis, euc.text, 3 * euc.text.size());
         ASSERT_TRUE(again.all);
-        ASSERT_EQ(RunConverter(JisToEucJp, again.text).text, euc.text);
+        if (!invalid) {
+            ASSERT_EQ(RunConverter(JisToEucJp, again.text).text, euc.text);
+        }
         ASSERT_EQ(RunConverter(ShiftJisToJis, text).lostAt, jis.lostAt);
     }
     // The tightest there are: no byte is left over behind a kanji at the end.
