@@ -322,6 +322,7 @@ TEST(JapaneseConversion, WritesJisThatEveryReaderUnderstands) {
         // What would be read as a shift is lost, where it stands among other text too.
         {__LINE__, ShiftJisToJis, "\x1B[1m", "\x1B[1m", {}},
         {__LINE__, ShiftJisToJis, "\x1B(B", kKanjiIn + "\"." + kAsciiIn + "(B", {0}},
+        {__LINE__, ShiftJisToJis, "\x82\xA0\x0E\x82\xA0", kKanjiIn + "$\"\".$\"" + kAsciiIn, {2}},
         {__LINE__,
          ShiftJisToJis,
          "some plain text\x0E, and\x0F",
@@ -338,7 +339,8 @@ TEST(JapaneseConversion, WholeTextIsTheSumOfItsCharacters) {
         const auto starts = slow::Starts(text, mbShiftJis);
         // Pairs of the user's are stepped as two characters, but converted as one.
         if (std::any_of(starts.begin(), starts.end() - 1, [&](unsigned at) {
-                return static_cast<unsigned char>(text[at]) >= 0xF0 && text[at] != '\xFF';
+                return static_cast<unsigned char>(text[at]) >= 0xF0 &&
+                       static_cast<unsigned char>(text[at]) != 0xFF;
             }))
             continue;
         const Converted whole = RunConverter(ShiftJisToEucJp, text);
