@@ -77,8 +77,18 @@ unsigned int CGNString::ReallocateToNumBytes(unsigned int n) {
     return m_capacity;
 }
 
-// The text becomes its first `offset` bytes and n bytes of s, which may lie in the old text.
-void CGNString::StoreBytes(const char* s, std::uint64_t offset, std::uint64_t n) {
+// The text becomes its first `offset` bytes and n bytes of s, which may lie in the text itself.
+inline void CGNString::StoreBytes(const char* s, std::uint64_t offset, std::uint64_t n) {
+    const std::uint64_t length = offset + n;
+    if (length >= m_capacity) return StoreBytesAnew(s, offset, n);
+    std::memmove(m_data + offset, s, static_cast<std::size_t>(n));
+    m_length = static_cast<std::uint32_t>(length);
+    m_data[length] = 0;
+    if (m_wide) DropWide();
+}
+
+// The same in a new buffer; the old one lives until s is copied.
+void CGNString::StoreBytesAnew(const char* s, std::uint64_t offset, std::uint64_t n) {
     Owned<char> old;
     const bool doubling = m_flags & genutil::kGrowByDoubling;
     if (!Grow(m_data, m_length, m_capacity, OwnsData(), doubling, offset + n, old)) return;
@@ -204,7 +214,7 @@ CGNString& CGNString::operator+=(const char* s) {
     return *this;
 }
 
-CGNString& CGNString::operator+=(char c) {
+CGNString& CGNString::AppendByte(char c) {
     StoreBytes(&c, m_length, 1);
     return *this;
 }
@@ -265,12 +275,4 @@ unsigned int CGNString::GetString(char* out, unsigned int size) const {
     mbstrncpy(out, m_data, size);
     out[size - 1] = 0;
     return static_cast<unsigned int>(std::strlen(out));
-}
-
-unsigned char CGNString::operator==(const CGNString& other) const {
-    return m_length == other.m_length && std::strcmp(m_data, other.m_data) == 0;
-}
-
-unsigned char CGNString::operator==(const char* s) const {
-    return s ? std::strcmp(m_data, s) == 0 : IsEmpty();
 }

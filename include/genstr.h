@@ -36,6 +36,7 @@
 #define GENUTIL_GENSTR_H
 
 #include <cstdint>
+#include <cstring>
 #include <type_traits>
 
 #include "export.h"
@@ -114,7 +115,12 @@ class GENUTIL_API CGNString {
         return AppendWide(w);
     }
     /** Appends one byte; a 0 is a byte like any other. */
-    CGNString& operator+=(char c);
+    CGNString& operator+=(char c) {
+        if (m_length + 1 >= m_capacity || m_wide) return AppendByte(c);
+        m_data[m_length] = c;
+        m_data[++m_length] = 0;
+        return *this;
+    }
 
     /** Appends what CopyNChars would take. */
     CGNString& AppendNChars(const char* s, unsigned int n);
@@ -126,8 +132,8 @@ class GENUTIL_API CGNString {
 
     /** Makes room for n bytes without changing the text. Never shrinks. */
     CGNString& AllocateBuffer(unsigned int n);
-    /** AllocateBuffer that, when grow is not 0, makes the string grow by doubling from now on (until
-        Empty()). A string that was never told so grows to just what is needed each time. */
+    /** AllocateBuffer that, when grow is not 0, makes the string grow by doubling from now on
+       (until Empty()). A string that was never told so grows to just what is needed each time. */
     CGNString& AllocateBuffer(unsigned int n, unsigned char grow);
 
     /** Back to the state of a new string: releases the buffers and ends growth by doubling. */
@@ -186,9 +192,13 @@ class GENUTIL_API CGNString {
     /* -- Comparison ------------------------------------------------------------------------ */
 
     /** @return 1 when lengths are equal and bytes are up to the first 0 byte. */
-    unsigned char operator==(const CGNString& other) const;
+    unsigned char operator==(const CGNString& other) const {
+        return m_length == other.m_length && std::strcmp(m_data, other.m_data) == 0;
+    }
     /** @return 1 when the bytes up to the first 0 byte are equal; null equals an empty string. */
-    unsigned char operator==(const char* s) const;
+    unsigned char operator==(const char* s) const {
+        return s ? std::strcmp(m_data, s) == 0 : IsEmpty();
+    }
     unsigned char operator!=(const CGNString& other) const { return !(*this == other); }
     unsigned char operator!=(const char* s) const { return !(*this == s); }
 
@@ -241,7 +251,9 @@ class GENUTIL_API CGNString {
     static void CheckLayout();
     bool OwnsData() const;
     bool GrowWide(std::uint64_t n);
+    CGNString& AppendByte(char c);
     void StoreBytes(const char* s, std::uint64_t offset, std::uint64_t n);
+    void StoreBytesAnew(const char* s, std::uint64_t offset, std::uint64_t n);
     void TakeBytes(const char* s, std::uint64_t n, std::uint64_t length);
     bool EnsureWide() const;
     bool RebuildData(unsigned bytesPerCharacter) const;

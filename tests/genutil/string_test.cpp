@@ -193,7 +193,7 @@ TEST(String, CountsAndReadsCharacters) {
         {__LINE__, 11, "a\xC7\xD1\x81\x41z", 4, "\x81\x41"},
         {__LINE__, 65, "a\xC3\xA9\xE3\x81\x82z", 4, "\xE3\x81\x82"},
         {__LINE__, 65, "\xF0\x9F\x98\x80z", 3, "z"},  // outside the 16-bit range: two positions
-        {__LINE__, 5, "a\xFF\x82\xA0", 4, "\x82"},    // invalid: byte by byte
+        {__LINE__, 5, "\x82\xA0\x82 ", 4, "\x82"},    // invalid: byte by byte
         {__LINE__, 65, "\xC3\xA9\xE9", 3, "\xE9"},
         {__LINE__, 4, "ab\xA4", 3, "\xA4"},
     };
@@ -235,7 +235,7 @@ TEST(String, ReplacesOneCharacter) {
          "a\xE3\x81\x82"
          "c"},
         {__LINE__, 65, "abc", 1, "\xF0\x9F\x98\x80", false, "abc"},
-        {__LINE__, 5, "a\xFF\x82z", 0, "b", true, "b\xFF\x82z"},  // invalid bytes survive
+        {__LINE__, 5, "a\x82 z", 0, "b", true, "b\x82 z"},  // invalid bytes survive
         {__LINE__, 65, "a\xC3\xE3\x81", 0, "b", true, "b\xC3\xE3\x81"},
         {__LINE__, 5, "", 0, "x", false, ""},
     };
@@ -269,8 +269,8 @@ TEST(String, CopiesTheFirstCharacters) {
         {__LINE__, 65, "\xE3\x81\x82\xE3\x81\x84z", 2, "\xE3\x81\x82\xE3\x81\x84"},
         {__LINE__, 65, "a\xF0\x9F\x98\x80", 3, "a\xF0\x9F\x98\x80"},
         {__LINE__, 65, "a\xF0\x9F\x98\x80", 2, "a"},  // half of a character is none
-        {__LINE__, 5, "a\xFF\x82\xA0z", 3, "a\xFF\x82"},
-        {__LINE__, 5, "\xFF", 5, "\xFF"},
+        {__LINE__, 5, "a\x82 \x82\xA0z", 4, "a\x82 \x82"},
+        {__LINE__, 5, "\x82", 5, "\x82"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
@@ -360,8 +360,8 @@ TEST(String, ComparesWithoutCaseByCharacters) {
         {__LINE__, 5, "\x95\x61", "\x95\x41", false},           // trail bytes are not letters
         {__LINE__, 65, "\xC3\xA9", "\xC3\x89", true},
         {__LINE__, 65, "\xC3\xA9", "ab", false},  // as many bytes, fewer characters
-        {__LINE__, 5, "a\xFF", "A\xFF", true},
-        {__LINE__, 5, "a\xFF", "A\xFE", false},
+        {__LINE__, 5, "a\x82", "A\x82", true},
+        {__LINE__, 5, "a\x82", "A\x83", false},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);

@@ -1,0 +1,179 @@
+#!/usr/bin/env python3
+"""Runs the program `genutil` as a user does: program_test.py SCRATCH_FOLDER COMMAND...
+
+COMMAND starts the program; it may have an emulator in front. Starts cost time there, so that each
+run checks several things. The scratch folder is made anew.
+"""
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import sys
+import unittest
+
+SCRATCH = pathlib.Path(sys.argv[1])
+COMMAND = sys.argv[2:]
+NATIVE = len(COMMAND) == 1
+
+TEXT = '東京タワー\n漢字 and ASCII\nかな\n'
+
+
+def run(*arguments, given=b'', **options):
+    done = subprocess.run([*COMMAND, *arguments], input=given, capture_output=True, cwd=SCRATCH,
+                          timeout=300, **options)
+    # Wine's own remarks are none of the program's.
+    err = done.stderr.decode('utf-8', 'replace').replace('\r', '')
+    return done.returncode, done.stdout, err
+
+
+def write(name, content):
+    path = SCRATCH / name
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_bytes(content)
+
+
+def read(name):
+    return (SCRATCH / name).read_bytes()
+
+
+class Program(unittest.TestCase):
+    def setUp(self):
+        shutil.rmtree(SCRATCH, ignore_errors=True)
+        SCRATCH.mkdir(parents=True)
+
+    def tearDown(self):
+        self.assertEqual(list(SCRATCH.rglob('*.part')), [], 'an unfinished file was left behind')
+
+    def expect(self, got, status, *in_err):
+        self.assertEqual(got[0], status, got)
+        for part in in_err:
+            self.assertIn(part, got[2])
+        return got[1]
+
+    def test_help_and_usage(self):
+        self.assertIn(b'shift_jis', self.expect(run('--help'), 0))
+        self.assertRegex(self.expect(run('--version'), 0), rb'^genutil \d+\.\d+\.\d+\n$')
+        self.assertIn(b'--force', self.expect(run('convert', '--help'), 0))
+        self.expect(run(), 2)
+        self.expect(run('translate'), 2, "unknown command 'translate'")
+        self.expect(run('detect', '--fast', 'x'), 2, "unknown option '--fast'")
+
+    def test_detect(self):
+        rows = [
+            ('ascii', b'plain text\n', 'ascii'),
+            ('empty', b'', 'ascii'),
+            ('jis', TEXT.encode('iso2022_jp'), 'iso-2022-jp'),
+            ('euc', TEXT.encode('euc_jp'), 'euc-jp'),
+            ('sjis', TEXT.encode('cp932'), 'shift_jis'),
+            ('either', '海'.encode('euc_jp'), 'euc-jp or shift_jis'),
+            ('utf8', TEXT.encode(), 'utf-8'),
+            ('damaged', TEXT.encode() * 9 + b'\xff\n', 'utf-8'),
+            ('mark8', b'\xef\xbb\xbfabc', 'utf-8 with byte-order mark'),
+            ('mark16', TEXT.encode('utf-16'), 'utf-16 with byte-order mark'),
+            ('little', TEXT.encode('utf-16-le'), 'utf-16'),
+            ('big', TEXT.encode('utf-16-be'), 'utf-16be'),
+        ]
+        for name, content, _ in rows:
+            write(name, content)
+        out = self.expect(run('detect', *[row[0] for row in rows]), 0)
+        self.assertEqual(out.decode().splitlines(), [f'{name}: {kind}' for name, _, kind in rows])
+        write('latin', 'déjà vu, où est l’été ?\n'.encode('cp1252'))
+        write('folder/x', b'')
+        out = self.expect(run('detect', 'missing', 'folder', 'latin', '-', given=TEXT.encode('euc_jp')),
+                          2, 'missing: no such file', 'folder: is a folder')
+        self.assertEqual(out, b'latin: unknown\nstandard input: euc-jp\n')
+
+    def test_convert_many(self):
+        encodings = {'sjis': 'cp932', 'euc': 'euc_jp', 'jis': 'iso2022_jp', 'utf16': 'utf-16',
+                     'big': 'utf-16-be'}
+        for name, codec in encodings.items():
+            write(f'in/{name}', TEXT.encode(codec))
+        write('out/keep', b'')
+        files = [f'in/{name}' for name in encodings]
+        self.expect(run('convert', '--from=auto', '--to', 'utf-8', '-o', 'out', *files), 0)
+        for name in encodings:
+            self.assertEqual(read(f'out/{name}').decode('utf-8-sig'), TEXT, name)
+        write('out/sjis', b'precious')
+        got = run('convert', '--from', 'auto', '--to', 'cp932', '-o', 'out', *files[:2], 'in/missing')
+        self.expect(got, 2, 'out/sjis: exists already; --force replaces it', 'in/missing: no such file')
+        self.assertEqual(read('out/sjis'), b'precious')
+        self.expect(run('convert', '--from', 'auto', '--to', 'cp932', '-o', 'out', '--force', *files), 0)
+        for name in encodings:
+            self.assertEqual(read(f'out/{name}').decode('cp932'), TEXT, name)
+
+    def test_convert_one(self):
+        got = run('convert', '--from', 'Shift-JIS', '--to', 'euc-jp', '-', given=TEXT.encode('cp932'))
+        self.assertEqual(self.expect(got, 0), TEXT.encode('euc_jp'))
+        write('marked', b'\xef\xbb\xbf' + TEXT.encode())
+        out = self.expect(run('convert', '--from', 'auto', '--to', 'utf-16be', 'marked'), 0)
+        self.assertEqual(out.decode('utf-16-be').lstrip('\ufeff'), TEXT)
+
+    def test_convert_reports_losses(self):
+        write('in', 'ok é\n東京 😀 é\n'.encode())
+        out = self.expect(run('convert', '--from', 'utf-8', '--to', 'sjis', 'in'), 1,
+                          'in: 3 characters did not survive the conversion from utf-8 to shift_jis',
+                          'line 1, column 4 (byte 3): C3 A9  é',
+                          'line 2, column 4 (byte 13): F0 9F 98 80  😀',
+                          'line 2, column 6 (byte 18): C3 A9  é')
+        self.assertEqual(out.decode('cp932'), 'ok 〓\n東京 〓 〓\n')
+        broken = 'é\n'.encode('cp1252') * 9
+        got = run('convert', '--from', 'utf-8', '--to', '1252', '-o', 'out', '-', given=broken)
+        self.expect(got, 1, 'standard input: 9 characters', 'line 5, column 1 (byte 8): E9', 'and 4 more')
+        self.assertEqual(read('out'), b'?\n' * 9)
+
+    def test_convert_refuses(self):
+        write('a/x', b'1')
+        write('b/x', b'2')
+        write('euc', '海'.encode('euc_jp'))
+        convert = ('convert', '--from', 'utf-8', '--to')
+        self.expect(run(*convert, 'klingon', 'a/x'), 2, "unknown encoding 'klingon'", 'shift_jis')
+        self.expect(run(*convert, 'sjis', 'a/x', 'b/x'), 2, 'several files need -o FOLDER')
+        self.expect(run(*convert, 'sjis', '-o', 'a', 'a/x', 'b/x'), 2, 'a/x and b/x would both go to')
+        self.expect(run(*convert, 'sjis', '-o', 'none/y', 'a/x'), 2, 'none/y: cannot be written')
+        self.expect(run('convert', '--from', 'auto', '--to', 'utf-8', '-o', 'euc', 'euc'), 2,
+                    'euc: exists already')
+        self.assertEqual(read('euc'), '海'.encode('euc_jp'))
+
+    @unittest.skipUnless(NATIVE, 'limits of the system')
+    def test_failed_write_leaves_nothing(self):
+        import resource
+
+        def limit():
+            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+            resource.setrlimit(resource.RLIMIT_FSIZE, (4096, 4096))
+
+        write('in', TEXT.encode() * 1000)
+        write('old', b'precious')
+        for out in ('new', 'old'):
+            got = run('convert', '--from', 'utf-8', '--to', 'sjis', '--force', '-o', out, 'in',
+                      preexec_fn=limit)
+            self.expect(got, 2, f'{out}: cannot be written')
+        self.assertEqual(sorted(os.listdir(SCRATCH)), ['in', 'old'])
+        self.assertEqual(read('old'), b'precious')
+        self.expect(run('convert', '--from', 'utf-8', '--to', 'sjis', '-o', '/dev/full', 'in'), 2,
+                    '/dev/full: cannot be written')
+
+    def test_text(self):
+        write('sjis', '東京ｱbc\r\nかな'.encode('cp932'))
+        write('bad', b'ab\n\x82\xa0\x82 \xfd')
+        out = self.expect(run('text', '--show', '3', '--code-set', 'sjis', 'sjis', 'bad'), 1).decode()
+        for line in ('sjis', '  code set      shift_jis', '  bytes         13', '  characters    9',
+                     '  lines         2', '  of 1 byte     5', '  of 2 bytes    4', '  invalid       0',
+                     '        0  93 8C        U+6771      東', '        2  B1           U+FF71      ｱ',
+                     'bad', '  invalid       2', '    line 2, column 2 (byte 5): 82',
+                     '    line 2, column 4 (byte 7): FD', '        2  0A           U+000A      \\n'):
+            self.assertIn(line, out.splitlines())
+        write('utf8', 'é😀\n'.encode() + b'\xe3\x81')
+        write('jis', '東a'.encode('iso2022_jp'))
+        write('utf16', '\r\n😀'.encode('utf-16'))
+        out = self.expect(run('text', '--show=9', 'utf8', 'jis', 'utf16'), 1).decode().splitlines()
+        for line in ('  code set      utf-8 (detected)', '        1  F0 9F 98 80  U+1F600     😀',
+                     '        3  E3           invalid', '        0  45 6C        U+6771      東',
+                     '        1  61           U+0061      a', '        2  3D D8 00 DE  U+1F600     😀'):
+            self.assertIn(line, out)
+        self.expect(run('text', '--show', 'many', 'utf8'), 2, "'many' is no number")
+
+
+if __name__ == '__main__':
+    unittest.main(argv=sys.argv[:1])

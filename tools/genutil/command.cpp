@@ -1,0 +1,57 @@
+#include "tools/genutil/command.h"
+
+#include <cstdio>
+
+Status Complain(const std::string& message) {
+    std::fprintf(stderr, "genutil: %s\n", message.c_str());
+    return kError;
+}
+
+namespace {
+
+const Option* FindOption(const std::vector<Option>& options, const std::string& name) {
+    for (const Option& option : options)
+        if (name == option.name || (option.shortName && name == option.shortName)) return &option;
+    return nullptr;
+}
+
+}  // namespace
+
+bool ParseArguments(const Arguments& arguments, const std::vector<Option>& options,
+                    std::vector<std::string>* files) {
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        if (argument == "--") {
+            files->insert(files->end(), arguments.begin() + static_cast<long>(i) + 1,
+                          arguments.end());
+            return true;
+        }
+        if (argument.size() < 2 || argument[0] != '-') {  // "-" is the standard input
+            files->push_back(argument);
+            continue;
+        }
+        const std::size_t equals = argument.find('=');
+        const bool joined = argument[1] == '-' && equals != std::string::npos;
+        const std::string name = joined ? argument.substr(0, equals) : argument;
+        const Option* option = FindOption(options, name);
+        if (!option) {
+            Complain("unknown option '" + name + "'; --help lists the options");
+            return false;
+        }
+        if (option->flag) {
+            if (joined) {
+                Complain("option '" + name + "' takes no value");
+                return false;
+            }
+            *option->flag = true;
+        } else if (joined) {
+            *option->value = argument.substr(equals + 1);
+        } else if (i + 1 < arguments.size()) {
+            *option->value = arguments[++i];
+        } else {
+            Complain("option '" + name + "' needs a value");
+            return false;
+        }
+    }
+    return true;
+}

@@ -1,0 +1,42 @@
+// The subcommands and what they share on the command line.
+#pragma once
+
+#include <string>
+#include <vector>
+
+// Exit statuses, from good to bad: a run ends with the worst it met.
+enum Status {
+    kOk = 0,
+    kLoss = 1,   // something did not survive, or is invalid
+    kError = 2,  // wrong usage, or a file could not be read or written
+};
+
+inline Status Worse(Status a, Status b) {
+    return a > b ? a : b;
+}
+
+using Arguments = std::vector<std::string>;
+
+struct Command {
+    const char* name;
+    const char* summary;
+    const char* help;
+    Status (*run)(const Arguments& arguments);
+};
+extern const Command kDetectCommand, kConvertCommand, kTextCommand;
+
+// An option of a subcommand: where its value goes, or (value null) the flag it sets.
+struct Option {
+    const char* name;       // "--from"
+    const char* shortName;  // "-o", or null
+    std::string* value;
+    bool* flag;
+};
+
+// Sorts arguments into options and the rest, which goes into `files`. "--name=value" is understood;
+// behind "--" nothing is an option. False after a message about what is wrong.
+bool ParseArguments(const Arguments& arguments, const std::vector<Option>& options,
+                    std::vector<std::string>* files);
+
+// Writes "genutil: " and the message as a line on standard error. Returns kError.
+Status Complain(const std::string& message);

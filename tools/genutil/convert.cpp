@@ -1,0 +1,156 @@
+// genutil convert: files from one encoding to another, with a report of what did not survive.
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "mbutil.h"
+#include "tools/genutil/characters.h"
+#include "tools/genutil/command.h"
+#include "tools/genutil/output_file.h"
+#include "tools/genutil/system.h"
+
+namespace {
+
+constexpr std::size_t kListed = 5;
+
+struct Job {
+    std::string from, to, out;
+    bool force = false;
+    bool outIsFolder = false;
+    std::vector<std::string> files;
+    Encoding target{};
+};
+
+std::string OutputPath(const Job& job, const std::string& file) {
+    if (!job.outIsFolder) return job.out;
+    const char last = job.out.back();
+    const std::size_t slash = file.find_last_of("/\\");
+    return job.out + (last == '/' || last == '\\' ? "" : "/") +
+           (slash == std::string::npos ? file : file.substr(slash + 1));
+}
+
+void ReportLosses(const Input& input, const Job& job, const mbConversion& conversion) {
+    const bool one = conversion.lost == 1;
+    std::fprintf(stderr, "%s: %zu character%s did not survive the conversion from %s to %s:\n",
+                 input.name.c_str(), conversion.lost, one ? "" : "s",
+                 NameOf(input.encoding).c_str(), NameOf(job.target).c_str());
+    std::size_t listed = 0;
+    const std::size_t known = conversion.lost < kListed ? conversion.lost : kListed;
+    CharacterWalk walk(input);
+    while (listed < known && walk.Next()) {
+        if (walk.At() + walk.Bytes().size() <= conversion.lostAt[listed]) continue;
+        const std::string utf8 = walk.ToUtf8();
+        std::fprintf(stderr, "  %s%s%s\n", DescribePosition(walk).c_str(), utf8.empty() ? "" : "  ",
+                     utf8.c_str());
+        // More than one may lie in what is a single character here.
+        while (listed < known && conversion.lostAt[listed] < walk.At() + walk.Bytes().size())
+            ++listed;
+    }
+    if (conversion.lost > known) std::fprintf(stderr, "  and %zu more\n", conversion.lost - known);
+}
+
+Status ConvertText(const Input& input, const Job& job, std::string* result) {
+    std::size_t lostAt[kListed];
+    mbConversion conversion = {};
+    conversion.lostAt = lostAt;
+    conversion.lostAtSize = kListed;
+    // A mark in UTF-8 is no text; outside Unicode it would be the first loss.
+    const std::size_t skip = input.encoding.codeSet == mbUtf8 ? input.markLength : 0;
+    char* out = nullptr;
+    if (!mbConvertAlloc(input.text.data() + skip, input.text.size() - skip, input.encoding.codeSet,
+                        &out, job.target.codeSet, &conversion))
+        return Complain(input.name + ": cannot be converted from " + NameOf(input.encoding) +
+                        " to " + NameOf(job.target));
+    result->assign(out, conversion.produced);
+    std::free(out);
+    if (job.target.bigEndian) SwapUnits(result);
+    if (conversion.lost == 0) return kOk;
+    for (std::size_t i = 0; i < conversion.lost && i < kListed; ++i) lostAt[i] += skip;
+    ReportLosses(input, job, conversion);
+    return kLoss;
+}
+
+Status ConvertFile(const Job& job, const std::string& file) {
+    const std::string path = job.out.empty() ? "" : OutputPath(job, file);
+    if (!path.empty() && !MayWrite(path, job.force)) return kError;
+    Input input;
+    if (!ReadInput(file, job.from, &input)) return kError;
+    std::string result;
+    const Status status = ConvertText(input, job, &result);
+    if (status == kError) return kError;
+    if (!path.empty()) return WriteFile(path, result) ? status : kError;
+    if (std::fwrite(result.data(), 1, result.size(), stdout) != result.size())
+        return Complain("the standard output cannot be written");
+    return status;
+}
+
+// What can be known to be wrong before any file is touched.
+bool CheckJob(Job* job) {
+    const auto fail = [](const std::string& message) {
+        Complain(message);
+        return false;
+    };
+    if (job->files.empty()) return fail("convert: name a file, or \"-\" for the standard input");
+    if (job->to.empty() || job->to == "auto") return fail("convert: --to NAME is needed");
+    if (job->from.empty()) return fail("convert: --from NAME is needed; --from auto detects it");
+    if (!CheckEncodingName(job->from) || !CheckEncodingName(job->to)) return false;
+    job->target = *FindEncoding(job->to);
+    job->outIsFolder = !job->out.empty() && KindOf(job->out) == FileKind::kFolder;
+    if (job->files.size() > 1 && job->out.empty())
+        return fail("convert: several files need -o FOLDER to go to");
+    if (job->files.size() > 1 && !job->outIsFolder)
+        return fail(job->out + ": several files need a folder that exists to go to");
+    if (!job->outIsFolder) return true;
+    std::map<std::string, std::string> sources;
+    for (const std::string& file : job->files) {
+        if (file == "-")
+            return fail("convert: the standard input has no name in a folder; -o needs one");
+        const auto [known, added] = sources.emplace(OutputPath(*job, file), file);
+        if (!added)
+            return fail(known->second + " and " + file + " would both go to " + known->first);
+    }
+    return true;
+}
+
+Status RunConvert(const Arguments& arguments) {
+    Job job;
+    const std::vector<Option> options = {{"--from", nullptr, &job.from, nullptr},
+                                         {"--to", nullptr, &job.to, nullptr},
+                                         {"--output", "-o", &job.out, nullptr},
+                                         {"--force", nullptr, nullptr, &job.force}};
+    if (!ParseArguments(arguments, options, &job.files) || !CheckJob(&job)) return kError;
+    const bool progress = job.files.size() > 1 && IsTerminal(stderr);
+    Status status = kOk;
+    for (std::size_t i = 0; i < job.files.size(); ++i) {
+        if (progress)
+            std::fprintf(stderr, "\r\x1B[K[%zu/%zu] %s\r", i + 1, job.files.size(),
+                         job.files[i].c_str());
+        status = Worse(status, ConvertFile(job, job.files[i]));
+    }
+    if (progress) std::fprintf(stderr, "\r\x1B[K");
+    return status;
+}
+
+}  // namespace
+
+const Command kConvertCommand = {
+    "convert", "--from X --to Y FILE...   converts files",
+    "genutil convert --from NAME --to NAME [-o OUT] [--force] FILE...\n"
+    "\n"
+    "Converts files between encodings (genutil --help lists them) and reports each file's "
+    "characters\n"
+    "that did not survive: how many, and where the first ones are. A substitute stands in their\n"
+    "place. Lines and columns count from 1, bytes from 0.\n"
+    "\n"
+    "  --from NAME       the encoding of the files; auto detects it\n"
+    "  --to NAME         the encoding to write\n"
+    "  -o, --output OUT  the file to write, or the folder for any number of files; without it one\n"
+    "                    file goes to the standard output\n"
+    "  --force           replaces output files that exist\n"
+    "\n"
+    "\"-\" stands for the standard input. An output file appears whole or not at all.\n"
+    "\n"
+    "Exit status: 0 all survived, 1 something did not, 2 wrong usage or a file failed.\n",
+    RunConvert};

@@ -1,0 +1,41 @@
+// genutil detect: what files are encoded in.
+#include <cstdio>
+
+#include "tools/genutil/command.h"
+#include "tools/genutil/encoding.h"
+#include "tools/genutil/input.h"
+
+namespace {
+
+Status RunDetect(const Arguments& arguments) {
+    std::vector<std::string> files;
+    if (!ParseArguments(arguments, {}, &files)) return kError;
+    if (files.empty()) return Complain("detect: name a file, or \"-\" for the standard input");
+    Status status = kOk;
+    for (const std::string& file : files) {
+        std::string text;
+        if (!ReadBytes(file, &text)) {
+            status = Worse(status, kError);
+            continue;
+        }
+        const Detection found = Detect(text);
+        std::printf("%s: %s\n", DisplayName(file).c_str(), Describe(found).c_str());
+        if (found.kind == Detection::kUnknown) status = Worse(status, kLoss);
+    }
+    return status;
+}
+
+}  // namespace
+
+const Command kDetectCommand = {
+    "detect", "FILE...                   says what each file is encoded in",
+    "genutil detect FILE...\n"
+    "\n"
+    "Says what each file is encoded in, one line for each: ascii, utf-8, utf-16 or utf-16be (with "
+    "or\n"
+    "without a byte-order mark), iso-2022-jp, euc-jp, shift_jis, \"euc-jp or shift_jis\" where "
+    "every\n"
+    "byte is valid in both, or unknown. \"-\" stands for the standard input.\n"
+    "\n"
+    "Exit status: 0 all were recognised, 1 one is unknown, 2 a file cannot be read.\n",
+    RunDetect};

@@ -1,0 +1,81 @@
+#include "tools/genutil/input.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include "mbutil.h"
+#include "tools/genutil/command.h"
+#include "tools/genutil/system.h"
+
+namespace {
+
+struct Close {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+bool ReadAll(std::FILE* file, std::string* bytes) {
+    char block[65536];
+    while (const std::size_t count = std::fread(block, 1, sizeof block, file))
+        bytes->append(block, count);
+    return std::ferror(file) == 0;
+}
+
+bool Fail(const std::string& path, const std::string& what) {
+    Complain(DisplayName(path) + ": " + what);
+    return false;
+}
+
+}  // namespace
+
+std::string DisplayName(const std::string& path) {
+    return path == "-" ? "standard input" : path;
+}
+
+bool ReadBytes(const std::string& path, std::string* bytes) {
+    bytes->clear();
+    if (path == "-") return ReadAll(stdin, bytes) || Fail(path, "cannot be read");
+    switch (KindOf(path)) {
+        case FileKind::kMissing:
+            return Fail(path, "no such file");
+        case FileKind::kFolder:
+            return Fail(path, "is a folder; name the files in it");
+        default:
+            break;
+    }
+    const std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "rb"));
+    if (!file || !ReadAll(file.get(), bytes))
+        return Fail(path, std::string("cannot be read: ") + std::strerror(errno));
+    return true;
+}
+
+bool CheckEncodingName(const std::string& encodingName) {
+    if (encodingName.empty() || encodingName == "auto" || FindEncoding(encodingName)) return true;
+    Complain("unknown encoding '" + encodingName + "'; known are:\n" + ListEncodings());
+    return false;
+}
+
+bool ReadInput(const std::string& path, const std::string& encodingName, Input* input) {
+    input->name = DisplayName(path);
+    if (!ReadBytes(path, &input->text)) return false;
+    input->detected = encodingName.empty() || encodingName == "auto";
+    if (input->detected) {
+        const Detection found = Detect(input->text);
+        if (found.kind == Detection::kUnknown)
+            return Fail(path,
+                        "its encoding is not recognised; name it (genutil --help lists them)");
+        if (found.kind == Detection::kEucJpOrShiftJis)
+            Complain(input->name + ": taken for euc-jp, could as well be shift_jis");
+        input->encoding = found.encoding;
+    } else {
+        input->encoding = *FindEncoding(encodingName);
+    }
+    // A byte-order mark knows better than the name which order its text has.
+    const Encoding other{input->encoding.codeSet, !input->encoding.bigEndian};
+    if (input->encoding.codeSet == mbUtf16 && MarkLength(input->text, other))
+        input->encoding = other;
+    input->markLength = MarkLength(input->text, input->encoding);
+    if (input->encoding.bigEndian) SwapUnits(&input->text);
+    return true;
+}

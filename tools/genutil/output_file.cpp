@@ -1,0 +1,74 @@
+#include "tools/genutil/output_file.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "tools/genutil/command.h"
+#include "tools/genutil/system.h"
+
+namespace {
+
+// The file to remove when the program is interrupted; empty while there is none.
+char g_unfinished[4096];
+
+extern "C" void RemoveUnfinished(int) {
+    if (g_unfinished[0]) std::remove(g_unfinished);
+    std::_Exit(kError);
+}
+
+void Remember(const std::string& path) {
+    if (path.size() >= sizeof g_unfinished) return;
+    std::memcpy(g_unfinished, path.c_str(), path.size() + 1);
+    std::signal(SIGINT, RemoveUnfinished);
+    std::signal(SIGTERM, RemoveUnfinished);
+}
+
+bool Fail(const std::string& path, int error) {
+    Complain(path + ": cannot be written: " + std::strerror(error));
+    return false;
+}
+
+bool WriteAndClose(std::FILE* file, const std::string& text) {
+    const bool written = std::fwrite(text.data(), 1, text.size(), file) == text.size();
+    return std::fclose(file) == 0 && written;
+}
+
+}  // namespace
+
+bool MayWrite(const std::string& path, bool force) {
+    switch (KindOf(path)) {
+        case FileKind::kFolder:
+            Complain(path + ": is a folder");
+            return false;
+        case FileKind::kFile:
+            if (force) return true;
+            Complain(path + ": exists already; --force replaces it");
+            return false;
+        default:
+            return true;
+    }
+}
+
+bool WriteFile(const std::string& path, const std::string& text) {
+    if (KindOf(path) == FileKind::kOther) {
+        std::FILE* file = std::fopen(path.c_str(), "wb");
+        return (file && WriteAndClose(file, text)) || Fail(path, errno);
+    }
+    std::string part;
+    std::FILE* file = nullptr;
+    for (int i = 0; !file && i < 100; ++i) {
+        part = path + "." + std::to_string(i) + ".part";
+        file = CreateNewFile(part);
+        if (!file && errno != EEXIST) break;
+    }
+    if (!file) return Fail(path, errno);
+    Remember(part);
+    const bool done = WriteAndClose(file, text) && MoveOver(part, path);
+    const int error = errno;
+    if (!done) std::remove(part.c_str());
+    g_unfinished[0] = 0;
+    return done || Fail(path, error);
+}

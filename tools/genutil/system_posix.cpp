@@ -1,0 +1,27 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "tools/genutil/system.h"
+
+FileKind KindOf(const std::string& path) {
+    struct stat facts;
+    if (stat(path.c_str(), &facts) != 0) return FileKind::kMissing;
+    if (S_ISDIR(facts.st_mode)) return FileKind::kFolder;
+    return S_ISREG(facts.st_mode) ? FileKind::kFile : FileKind::kOther;
+}
+
+std::FILE* CreateNewFile(const std::string& path) {
+    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    return file < 0 ? nullptr : fdopen(file, "wb");
+}
+
+bool MoveOver(const std::string& from, const std::string& to) {
+    return std::rename(from.c_str(), to.c_str()) == 0;
+}
+
+void UseBinaryStreams() {}
+
+bool IsTerminal(std::FILE* stream) {
+    return isatty(fileno(stream)) != 0;
+}

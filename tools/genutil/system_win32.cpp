@@ -1,0 +1,32 @@
+#define WIN32_LEAN_AND_MEAN
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+#include <windows.h>
+
+#include "tools/genutil/system.h"
+
+FileKind KindOf(const std::string& path) {
+    const DWORD facts = GetFileAttributesA(path.c_str());
+    if (facts == INVALID_FILE_ATTRIBUTES) return FileKind::kMissing;
+    if (facts & FILE_ATTRIBUTE_DIRECTORY) return FileKind::kFolder;
+    return facts & FILE_ATTRIBUTE_DEVICE ? FileKind::kOther : FileKind::kFile;
+}
+
+std::FILE* CreateNewFile(const std::string& path) {
+    const int flags = _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY;
+    const int file = _open(path.c_str(), flags, _S_IREAD | _S_IWRITE);
+    return file < 0 ? nullptr : _fdopen(file, "wb");
+}
+
+bool MoveOver(const std::string& from, const std::string& to) {
+    return MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+}
+
+void UseBinaryStreams() {
+    for (std::FILE* stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
+}
+
+bool IsTerminal(std::FILE* stream) {
+    return _isatty(_fileno(stream)) != 0;
+}
