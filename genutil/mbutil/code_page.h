@@ -67,9 +67,11 @@ struct CodePage {
 constexpr std::size_t kPairTableSize = 0x8000;
 constexpr unsigned kLowestPairCell = 0x8000;
 
-// The tables of a code set; those of code set 0 for a number that is not listed. Null only when
-// memory runs out or the system lacks the code page. The first call for a code set fills them, on
-// any thread.
+// The tables of a code set; null for a number that is not listed, and when memory runs out or the
+// system lacks the code page. The first call for a code set fills them, on any thread.
+const CodePage* FindListedCodePage(int codeSet);
+
+// The same with the tables of code set 0 for a number that is not listed.
 const CodePage* FindCodePage(int codeSet);
 
 }  // namespace genutil

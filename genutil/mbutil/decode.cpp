@@ -6,16 +6,30 @@ namespace genutil {
 
 namespace {
 
-// The number of bytes that may be converted before either end must be looked at again, when each
-// gives one unit at most; less a block, which the fast path reads and writes ahead.
+// Loops come in two kinds: by blocks, which read and write a block ahead, and for a text or a rest
+// that is too short for that, code by code. Each runs up to here: as far as neither end need be
+// looked at again, when every byte gives one unit at most. `ahead` bytes are left over.
 const unsigned char* SafeEnd(const unsigned char* p, const unsigned char* end,
-                             const unsigned char* out, const unsigned char* outEnd) {
+                             const unsigned char* out, const unsigned char* outEnd,
+                             std::ptrdiff_t ahead) {
     const std::ptrdiff_t left = end - p, room = (outEnd - out) / 2;
     const std::ptrdiff_t n = left < room ? left : room;
-    return n < static_cast<std::ptrdiff_t>(kAsciiBlock) ? p : p + n - kAsciiBlock;
+    return n < ahead ? p : p + n - ahead;
 }
 
-// The rest of a text, too short for the fast path.
+// ASCII at p, as units at o; advances both.
+template <bool kBlocks>
+inline void DecodeAscii(const unsigned char*& p, unsigned char*& o) {
+    unsigned n = 1;
+    if (kBlocks)
+        n = WidenAscii(p, o);
+    else
+        StoreUnit(o, *p);
+    p += n;
+    o += 2 * n;
+}
+
+// The very last codes, and what the loops stop at.
 template <CodeRead (*Read)(const CodePage&, const unsigned char*, const unsigned char*)>
 Stop DecodeRest(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd) {
     while (src.at < src.end) {
@@ -35,18 +49,19 @@ Stop DecodeRest(const CodePage& page, Source& src, unsigned char*& out, unsigned
     return Stop::kDone;
 }
 
-Stop DecodeSingleByte(const CodePage& page, Source& src, unsigned char*& out,
+template <bool kBlocks>
+void DecodeSingleByte(const CodePage& page, Source& src, unsigned char*& out,
                       unsigned char* outEnd) {
     const unsigned char* p = src.at;
     unsigned char* o = out;
-    for (const unsigned char* safe = SafeEnd(p, src.end, o, outEnd); p < safe;) {
-        if (*p < 0x80) {
-            const unsigned n = WidenAscii(p, o);
-            p += n;
-            o += 2 * n;
+    const unsigned char* const safe = SafeEnd(p, src.end, o, outEnd, kBlocks ? kAsciiBlock : 0);
+    while (p < safe) {
+        const unsigned byte = *p;
+        if (byte < 0x80) {
+            DecodeAscii<kBlocks>(p, o);
             continue;
         }
-        const unsigned character = page.bytes[*p];
+        const unsigned character = page.bytes[byte];
         if (character == kNoCharacter) break;
         StoreUnit(o, character);
         ++p;
@@ -54,19 +69,18 @@ Stop DecodeSingleByte(const CodePage& page, Source& src, unsigned char*& out,
     }
     src.at = p;
     out = o;
-    return DecodeRest<ReadCode>(page, src, out, outEnd);
 }
 
-Stop DecodePairs(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd) {
+template <bool kBlocks>
+void DecodePairs(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd) {
     const std::uint16_t* const pairs = page.pairs.get();
     const unsigned char* p = src.at;
     unsigned char* o = out;
-    for (const unsigned char* safe = SafeEnd(p, src.end, o, outEnd); p < safe;) {
+    const unsigned char* const safe = SafeEnd(p, src.end, o, outEnd, kBlocks ? kAsciiBlock : 1);
+    while (p < safe) {
         const unsigned lead = *p;
         if (lead < 0x80) {
-            const unsigned n = WidenAscii(p, o);
-            p += n;
-            o += 2 * n;
+            DecodeAscii<kBlocks>(p, o);
             continue;
         }
         const unsigned character = pairs[CodePage::PairIndex(lead, p[1])];
@@ -84,21 +98,20 @@ Stop DecodePairs(const CodePage& page, Source& src, unsigned char*& out, unsigne
     }
     src.at = p;
     out = o;
-    return DecodeRest<ReadCode>(page, src, out, outEnd);
 }
 
 CodeRead ReadUtf8Code(const CodePage&, const unsigned char* p, const unsigned char* end) {
     return ReadUtf8(p, end);
 }
 
-Stop DecodeUtf8(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd) {
+template <bool kBlocks>
+void DecodeUtf8(Source& src, unsigned char*& out, unsigned char* outEnd) {
     const unsigned char* p = src.at;
     unsigned char* o = out;
-    for (const unsigned char* safe = SafeEnd(p, src.end, o, outEnd); p < safe;) {
+    const unsigned char* const safe = SafeEnd(p, src.end, o, outEnd, kBlocks ? kAsciiBlock : 0);
+    while (p < safe) {
         if (*p < 0x80) {
-            const unsigned n = WidenAscii(p, o);
-            p += n;
-            o += 2 * n;
+            DecodeAscii<kBlocks>(p, o);
             continue;
         }
         const CodeRead read = ReadUtf8(p, src.end);
@@ -109,7 +122,6 @@ Stop DecodeUtf8(const CodePage& page, Source& src, unsigned char*& out, unsigned
     }
     src.at = p;
     out = o;
-    return DecodeRest<ReadUtf8Code>(page, src, out, outEnd);
 }
 
 unsigned LoadSwapped(const unsigned char* p) {
@@ -132,11 +144,17 @@ CodeRead ReadUtf16(const CodePage&, const unsigned char* p, const unsigned char*
 Stop Decode(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd) {
     switch (page.form) {
         case CodeForm::kSingleByte:
-            return DecodeSingleByte(page, src, out, outEnd);
+            DecodeSingleByte<true>(page, src, out, outEnd);
+            DecodeSingleByte<false>(page, src, out, outEnd);
+            return DecodeRest<ReadCode>(page, src, out, outEnd);
         case CodeForm::kPairs:
-            return DecodePairs(page, src, out, outEnd);
+            DecodePairs<true>(page, src, out, outEnd);
+            DecodePairs<false>(page, src, out, outEnd);
+            return DecodeRest<ReadCode>(page, src, out, outEnd);
         case CodeForm::kUtf8:
-            return DecodeUtf8(page, src, out, outEnd);
+            DecodeUtf8<true>(src, out, outEnd);
+            DecodeUtf8<false>(src, out, outEnd);
+            return DecodeRest<ReadUtf8Code>(page, src, out, outEnd);
         case CodeForm::kUtf16:
             return DecodeRest<ReadUtf16<LoadUnit>>(page, src, out, outEnd);
         case CodeForm::kUtf16BigEndian:

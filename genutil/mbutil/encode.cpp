@@ -6,14 +6,24 @@ namespace genutil {
 
 namespace {
 
-// Where to stop looking neither for the end of the units nor for that of the room, when a unit
-// takes at most `longest` bytes; a block short, which the fast path reads and writes ahead.
+// As in decode.cpp: up to here a loop need look at neither end, when a unit takes at most `longest`
+// bytes, and `ahead` units are left over for a loop that works by blocks.
 const unsigned char* SafeEnd(const unsigned char* units, const unsigned char* unitsEnd,
-                             const unsigned char* dst, const unsigned char* dstEnd,
-                             unsigned longest) {
-    const std::ptrdiff_t left = (unitsEnd - units) / 2, room = (dstEnd - dst) / longest;
+                             const Sink& dst, unsigned longest, std::ptrdiff_t ahead) {
+    const std::ptrdiff_t left = (unitsEnd - units) / 2, room = (dst.end - dst.at) / longest;
     const std::ptrdiff_t n = left < room ? left : room;
-    return n < static_cast<std::ptrdiff_t>(kAsciiBlock) ? units : units + 2 * (n - kAsciiBlock);
+    return n < ahead ? units : units + 2 * (n - ahead);
+}
+
+template <bool kBlocks>
+inline void EncodeAscii(const unsigned char*& u, unsigned char*& o) {
+    unsigned n = 1;
+    if (kBlocks)
+        n = NarrowAscii(u, o);
+    else
+        *o = *u;
+    u += 2 * n;
+    o += n;
 }
 
 // The bytes of the character at units; 0 when it has none.
@@ -63,17 +73,17 @@ Stop EncodeRest(const CodePage& page, const unsigned char*& units, const unsigne
     return Stop::kDone;
 }
 
-template <bool kSingleByte>
-Stop EncodeTable(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
+template <bool kBlocks, bool kSingleByte>
+void EncodeTable(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
                  Sink& dst) {
     const unsigned char* u = units;
     unsigned char* o = dst.at;
-    for (const unsigned char* safe = SafeEnd(u, unitsEnd, o, dst.end, page.longest); u < safe;) {
+    const unsigned char* const safe =
+        SafeEnd(u, unitsEnd, dst, page.longest, kBlocks ? kAsciiBlock : 0);
+    while (u < safe) {
         const unsigned unit = LoadUnit(u);
         if (unit < 0x80) {
-            const unsigned n = NarrowAscii(u, o);
-            u += 2 * n;
-            o += n;
+            EncodeAscii<kBlocks>(u, o);
             continue;
         }
         const unsigned cell = page.Back(unit);
@@ -90,25 +100,25 @@ Stop EncodeTable(const CodePage& page, const unsigned char*& units, const unsign
     }
     units = u;
     dst.at = o;
-    return EncodeRest(page, units, unitsEnd, dst);
 }
 
-Stop EncodeUtf8(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
+template <bool kBlocks>
+void EncodeUtf8(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
                 Sink& dst) {
     const unsigned char* u = units;
     unsigned char* o = dst.at;
-    for (const unsigned char* safe = SafeEnd(u, unitsEnd, o, dst.end, 3); u < safe;) {
+    const unsigned char* const safe = SafeEnd(u, unitsEnd, dst, 3, kBlocks ? kAsciiBlock : 1);
+    while (u < safe) {
         const unsigned unit = LoadUnit(u);
         if (unit < 0x80) {
-            const unsigned n = NarrowAscii(u, o);
-            u += 2 * n;
-            o += n;
+            EncodeAscii<kBlocks>(u, o);
             continue;
         }
         if (IsHighSurrogate(unit) || IsLowSurrogate(unit)) {
-            if (!IsHighSurrogate(unit) || !IsLowSurrogate(LoadUnit(u + 2))) break;
             unsigned unitBytes;
-            o += WriteOne(page, u, unitsEnd, o, &unitBytes);
+            const unsigned n = WriteOne(page, u, unitsEnd, o, &unitBytes);
+            if (n == 0) break;
+            o += n;
             u += unitBytes;
             continue;
         }
@@ -117,7 +127,6 @@ Stop EncodeUtf8(const CodePage& page, const unsigned char*& units, const unsigne
     }
     units = u;
     dst.at = o;
-    return EncodeRest(page, units, unitsEnd, dst);
 }
 
 }  // namespace
@@ -126,16 +135,23 @@ Stop Encode(const CodePage& page, const unsigned char*& units, const unsigned ch
             Sink& dst) {
     switch (page.form) {
         case CodeForm::kSingleByte:
-            return EncodeTable<true>(page, units, unitsEnd, dst);
+            EncodeTable<true, true>(page, units, unitsEnd, dst);
+            EncodeTable<false, true>(page, units, unitsEnd, dst);
+            break;
         case CodeForm::kPairs:
-            return EncodeTable<false>(page, units, unitsEnd, dst);
+            EncodeTable<true, false>(page, units, unitsEnd, dst);
+            EncodeTable<false, false>(page, units, unitsEnd, dst);
+            break;
         case CodeForm::kUtf8:
-            return EncodeUtf8(page, units, unitsEnd, dst);
+            EncodeUtf8<true>(page, units, unitsEnd, dst);
+            EncodeUtf8<false>(page, units, unitsEnd, dst);
+            break;
         case CodeForm::kUtf16:
-            return EncodeRest(page, units, unitsEnd, dst);
+            break;
         default:
             return EncodeIso2022(page, units, unitsEnd, dst);
     }
+    return EncodeRest(page, units, unitsEnd, dst);
 }
 
 void CloseText(const CodePage& page, Sink& dst) {

@@ -1,10 +1,10 @@
 // Any code set to any other by way of Unicode: who goes which way, what is lost and where.
 #include "genutil/mbutil/ascii_units.h"
 #include "genutil/mbutil/code_read.h"
-#include "genutil/mbutil/code_set_info.h"
 #include "genutil/mbutil/pivot.h"
 #include "genutil/mbutil/transcode.h"
 #include "genutil/mbutil/utf8_direct.h"
+#include "mbutil.h"
 
 namespace genutil {
 
@@ -173,12 +173,10 @@ const CodePage* SkipByteOrderMark(Transfer& t, const CodePage* from) {
 }  // namespace
 
 bool ConvertThroughUnicode(Transfer& t, int fromCodeSet, int toCodeSet, bool* known) {
-    *known = false;
-    if (!FindCodeSet(fromCodeSet) || !FindCodeSet(toCodeSet)) return false;
-    const CodePage* from = FindCodePage(fromCodeSet);
-    const CodePage* to = FindCodePage(toCodeSet);
-    if (!from || !to) return false;
-    *known = true;
+    const CodePage* from = FindListedCodePage(fromCodeSet);
+    const CodePage* to = FindListedCodePage(toCodeSet);
+    *known = from && to;
+    if (!*known) return false;
     if (from != to) from = SkipByteOrderMark(t, from);
     return Conversion(t, *from, *to, SubstituteFor(toCodeSet)).Run();
 }

@@ -7,11 +7,23 @@ namespace genutil {
 
 namespace {
 
-// The fast loops run while a block can be read and written ahead; what is left is done with care.
-const unsigned char* SafeEnd(const Source& src, const Sink& dst, unsigned longestPerByte) {
+// As in decode.cpp: up to here a loop need look at neither end, and `ahead` bytes are left over.
+const unsigned char* SafeEnd(const Source& src, const Sink& dst, unsigned longestPerByte,
+                             std::ptrdiff_t ahead) {
     const std::ptrdiff_t left = src.end - src.at, room = (dst.end - dst.at) / longestPerByte;
     const std::ptrdiff_t n = left < room ? left : room;
-    return n < static_cast<std::ptrdiff_t>(kAsciiBlock) ? src.at : src.at + n - kAsciiBlock;
+    return n < ahead ? src.at : src.at + n - ahead;
+}
+
+template <bool kBlocks>
+inline void PassAscii(const unsigned char*& p, unsigned char*& o) {
+    unsigned n = 1;
+    if (kBlocks)
+        n = CopyAscii(p, o);
+    else
+        *o = *p;
+    p += n;
+    o += n;
 }
 
 Stop Put(const unsigned char* bytes, unsigned length, unsigned srcLength, Source& src, Sink& dst) {
@@ -58,17 +70,16 @@ inline bool TakesThree(unsigned character) {  // and is one
     return character - 0x800u < kNoCharacter - 0x800u;
 }
 
-template <bool kPairs>
+template <bool kBlocks, bool kPairs>
 void FastToUtf8(const CodePage& page, Source& src, Sink& dst) {
     const std::uint16_t* const pairs = page.pairs.get();
     const unsigned char* p = src.at;
     unsigned char* o = dst.at;
-    for (const unsigned char* safe = SafeEnd(src, dst, 3); p < safe;) {
+    const unsigned char* const safe = SafeEnd(src, dst, 3, kBlocks ? kAsciiBlock : 1);
+    while (p < safe) {
         const unsigned lead = *p;
         if (lead < 0x80) {
-            const unsigned n = CopyAscii(p, o);
-            p += n;
-            o += n;
+            PassAscii<kBlocks>(p, o);
             continue;
         }
         if (kPairs) {
@@ -88,24 +99,25 @@ void FastToUtf8(const CodePage& page, Source& src, Sink& dst) {
     dst.at = o;
 }
 
-// A three-byte sequence, which most text that is not ASCII consists of; 0 when it is something else
-// or not well formed.
+// A three-byte sequence, of which most text that is not ASCII consists; 0 when it is something else
+// or not well formed. May read a fourth byte.
 inline unsigned ReadThree(const unsigned char* p) {
-    const unsigned b0 = p[0], b1 = p[1], b2 = p[2];
-    if ((b0 & 0xF0) != 0xE0 || !IsContinuation(b1) || !IsContinuation(b2)) return 0;
-    const unsigned c = (b0 & 0x0F) << 12 | (b1 & 0x3F) << 6 | (b2 & 0x3F);
-    return c >= 0x800 ? c : 0;
+    std::uint32_t bytes;
+    std::memcpy(&bytes, p, sizeof bytes);
+    const unsigned c = (bytes & 0x0F) << 12 | (bytes >> 2 & 0xFC0) | (bytes >> 16 & 0x3F);
+    return (bytes & 0xC0C0F0) == 0x8080E0 && c >= 0x800 ? c : 0;
 }
 
+template <bool kBlocks>
 void FastFromUtf8(const CodePage& page, Source& src, Sink& dst) {
     const unsigned char* p = src.at;
     unsigned char* o = dst.at;
     // Two bytes can become two, or what a prefix adds to them.
-    for (const unsigned char* safe = SafeEnd(src, dst, page.longest > 2 ? 2 : 1); p < safe;) {
+    const unsigned char* const safe =
+        SafeEnd(src, dst, page.longest > 2 ? 2 : 1, kBlocks ? kAsciiBlock : 3);
+    while (p < safe) {
         if (*p < 0x80) {
-            const unsigned n = CopyAscii(p, o);
-            p += n;
-            o += n;
+            PassAscii<kBlocks>(p, o);
             continue;
         }
         const unsigned cell = page.Back(ReadThree(p));
@@ -128,15 +140,19 @@ void FastFromUtf8(const CodePage& page, Source& src, Sink& dst) {
 }  // namespace
 
 Stop TablesToUtf8(const CodePage& page, Source& src, Sink& dst) {
-    if (page.form == CodeForm::kPairs)
-        FastToUtf8<true>(page, src, dst);
-    else
-        FastToUtf8<false>(page, src, dst);
+    if (page.form == CodeForm::kPairs) {
+        FastToUtf8<true, true>(page, src, dst);
+        FastToUtf8<false, true>(page, src, dst);
+    } else {
+        FastToUtf8<true, false>(page, src, dst);
+        FastToUtf8<false, false>(page, src, dst);
+    }
     return RestToUtf8(page, src, dst);
 }
 
 Stop Utf8ToTables(const CodePage& page, Source& src, Sink& dst) {
-    FastFromUtf8(page, src, dst);
+    FastFromUtf8<true>(page, src, dst);
+    FastFromUtf8<false>(page, src, dst);
     return RestFromUtf8(page, src, dst);
 }
 

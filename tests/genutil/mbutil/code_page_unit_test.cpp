@@ -193,8 +193,10 @@ TEST(CodePage, EveryCharacterHasACodeThatReadsAsIt) {
 }
 
 TEST(CodePage, UnlistedNumbersAreWestern) {
-    for (const int codeSet : {-1, 31, 39, 43, 63, 66, 1 << 30})
+    for (const int codeSet : {-1, 31, 39, 43, 63, 66, 1 << 30}) {
         EXPECT_EQ(FindCodePage(codeSet), FindCodePage(mbWestern)) << codeSet;
+        EXPECT_EQ(FindListedCodePage(codeSet), nullptr) << codeSet;
+    }
 }
 
 // This test program fills most tables before it gets here; the escape-driven ones it may not have.
