@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "mbutil.h"
-#include "tests/support/with_code_set.h"
+#include "tests/support/code_set_guard.h"
 
 namespace {
 
@@ -46,16 +46,16 @@ TEST(HanToZen, WidensAsciiAndKatakana) {
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.line);
         {
-            const WithCodeSet shiftJis(mbShiftJis);
+            const CodeSetGuard shiftJis(mbShiftJis);
             EXPECT_EQ(Apply(mbHanToZenStr, row.text, 2), row.expected);
         }
-        const WithCodeSet euc(mbEucJp);
+        const CodeSetGuard euc(mbEucJp);
         EXPECT_EQ(Apply(mbHanToZenStr, InEuc(row.text), 2), InEuc(row.expected));
     }
 }
 
 TEST(HanToZen, LeavesWhatHasNoWidth) {
-    const WithCodeSet euc(mbEucJp);
+    const CodeSetGuard euc(mbEucJp);
     EXPECT_EQ(Apply(mbHanToZenStr, "\x8F\xB0\xA1\xFF\x8E", 2), "\x8F\xB0\xA1\xFF\x8E");
     EXPECT_EQ(mbHanToZenStr(nullptr, nullptr), nullptr);
     InitMbutilExt(mbBig5);
@@ -79,7 +79,7 @@ TEST(NumberWidth, ThereAndBackInEveryCodeSet) {
     const std::string half = "+-.,019";
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.codeSet);
-        const WithCodeSet guard(row.codeSet);
+        const CodeSetGuard guard(row.codeSet);
         EXPECT_EQ(Apply(ConvertSBNumberToMBNumber, "a" + half + "/:", 2), "a" + row.full + "/:");
         EXPECT_EQ(Apply(ConvertMBNumberToSBNumber, "a" + row.full + "1:", 1), "a" + half + "1:");
         // The same characters by way of Unicode.
@@ -92,14 +92,14 @@ TEST(NumberWidth, ThereAndBackInEveryCodeSet) {
                      "\xEF\xBC\x99");
     }
     for (const int codeSet : {mbWestern, mbJis, mbJohab, mbUtf8}) {
-        const WithCodeSet guard(codeSet);
+        const CodeSetGuard guard(codeSet);
         EXPECT_EQ(Apply(ConvertSBNumberToMBNumber, half, 1), half);
         EXPECT_EQ(Apply(ConvertMBNumberToSBNumber, kRows[0].full, 1), kRows[0].full);
     }
 }
 
 TEST(NumberWidth, KnowsCharactersAndWorksInPlace) {
-    const WithCodeSet guard(mbShiftJis);
+    const CodeSetGuard guard(mbShiftJis);
     // The second byte of a kanji is no digit, and half a number is none.
     EXPECT_EQ(Apply(ConvertSBNumberToMBNumber, "\x83\x2B\x83\x5C", 2), "\x83\x81\x7B\x83\x5C");
     EXPECT_EQ(Apply(ConvertMBNumberToSBNumber, "\x82\xA0\x82\x59\x82", 1), "\x82\xA0\x82\x59\x82");
