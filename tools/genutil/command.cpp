@@ -4,20 +4,21 @@
 
 namespace {
 
-std::size_t g_progressWidth = 0;
+int g_progressWidth = 0;
 
 }  // namespace
 
-void ShowProgress(const std::string& line) {
+void ShowProgress(std::size_t number, std::size_t count, const std::string& name) {
     ClearProgress();
-    std::fprintf(stderr, "%s\r", line.c_str());
+    const int width = std::fprintf(stderr, "[%zu/%zu] %s", number, count, name.c_str());
+    std::fputc('\r', stderr);
     std::fflush(stderr);
-    g_progressWidth = line.size();
+    g_progressWidth = width;
 }
 
 void ClearProgress() {
-    if (g_progressWidth == 0) return;
-    std::fprintf(stderr, "\r%*s\r", static_cast<int>(g_progressWidth), "");
+    if (g_progressWidth <= 0) return;
+    std::fprintf(stderr, "\r%*s\r", g_progressWidth, "");
     g_progressWidth = 0;
 }
 

@@ -125,9 +125,7 @@ Status RunConvert(const Arguments& arguments) {
     const bool progress = job.files.size() > 1 && IsTerminal(stderr);
     Status status = kOk;
     for (std::size_t i = 0; i < job.files.size(); ++i) {
-        if (progress)
-            ShowProgress("[" + std::to_string(i + 1) + "/" + std::to_string(job.files.size()) +
-                         "] " + job.files[i]);
+        if (progress) ShowProgress(i + 1, job.files.size(), job.files[i]);
         status = Worse(status, ConvertFile(job, job.files[i]));
     }
     ClearProgress();
