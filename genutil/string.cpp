@@ -9,9 +9,9 @@
 #include "mbutil.h"
 
 using genutil::CopyUnits;
-using genutil::Grow;
 using genutil::NewText;
 using genutil::Owned;
+using Storage = genutil::StringStorage;
 
 namespace {
 
@@ -21,10 +21,14 @@ char g_noText[1];
 
 }  // namespace
 
+// -- Buffers -------------------------------------------------------------------------------------
+
+namespace genutil {
+
 // The layout is part of the product: programs derive from the class and look into it.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
-void CGNString::CheckLayout() {
+void StringStorage::CheckLayout() {
     constexpr std::size_t p = sizeof(void*);
     static_assert(p != 4 || sizeof(CGNString) == 32);
     static_assert(offsetof(CGNString, m_wide) == p);
@@ -37,7 +41,56 @@ void CGNString::CheckLayout() {
 }
 #pragma GCC diagnostic pop
 
-// -- Buffers -------------------------------------------------------------------------------------
+bool StringStorage::OwnsData(const CGNString& s) {
+    return s.m_data && s.m_data != g_noText;
+}
+
+void StringStorage::Swap(CGNString& a, CGNString& b) {
+    std::swap(a.m_wide, b.m_wide);
+    std::swap(a.m_wideLength, b.m_wideLength);
+    std::swap(a.m_wideCapacity, b.m_wideCapacity);
+    std::swap(a.m_data, b.m_data);
+    std::swap(a.m_length, b.m_length);
+    std::swap(a.m_capacity, b.m_capacity);
+    std::swap(a.m_flags, b.m_flags);
+}
+
+bool StringStorage::GrowData(CGNString& s, std::uint64_t n, Owned<char>& old) {
+    const bool doubling = s.m_flags & kGrowByDoubling;
+    return Grow(s.m_data, s.m_length, s.m_capacity, OwnsData(s), doubling, n, old);
+}
+
+void StringStorage::Store(CGNString& s, const char* text, std::uint64_t offset, std::uint64_t n) {
+    const std::uint64_t length = offset + n;
+    if (length >= s.m_capacity) return StoreAnew(s, text, offset, n);
+    std::memmove(s.m_data + offset, text, static_cast<std::size_t>(n));
+    s.m_length = static_cast<std::uint32_t>(length);
+    s.m_data[length] = 0;
+    if (s.m_wide) DropWide(s);
+}
+
+// In a new buffer; the old one lives until the text is copied.
+void StringStorage::StoreAnew(CGNString& s, const char* text, std::uint64_t offset,
+                              std::uint64_t n) {
+    Owned<char> old;
+    if (!GrowData(s, offset + n, old)) return;
+    CopyUnits(s.m_data + offset, text, n);
+    s.m_length = static_cast<std::uint32_t>(offset + n);
+    s.m_data[s.m_length] = 0;
+    DropWide(s);
+}
+
+void StringStorage::Take(CGNString& s, const char* text, std::uint64_t n, std::uint64_t length) {
+    char* taken = NewText<char>(length);
+    if (!taken) return;
+    CopyUnits(taken, text, n);
+    std::memset(taken + n, 0, static_cast<std::size_t>(length - n) + 1);
+    s.FreeBuffers();
+    s.m_data = taken;
+    s.m_length = s.m_capacity = static_cast<std::uint32_t>(length);
+}
+
+}  // namespace genutil
 
 void CGNString::InitValue() {
     m_wide = nullptr;
@@ -49,72 +102,25 @@ void CGNString::InitValue() {
     m_flags = 0;
 }
 
-bool CGNString::OwnsData() const {
-    return m_data && m_data != g_noText;
-}
-
 void CGNString::FreeBuffers() {
-    if (OwnsData()) genutil::Release(m_data);
+    if (Storage::OwnsData(*this)) genutil::Release(m_data);
     m_data = nullptr;
     m_length = 0;
     m_capacity = 0;
-    DropWide();
-}
-
-void CGNString::Swap(CGNString& other) {
-    std::swap(m_wide, other.m_wide);
-    std::swap(m_wideLength, other.m_wideLength);
-    std::swap(m_wideCapacity, other.m_wideCapacity);
-    std::swap(m_data, other.m_data);
-    std::swap(m_length, other.m_length);
-    std::swap(m_capacity, other.m_capacity);
-    std::swap(m_flags, other.m_flags);
+    FreeWzBuffer();
 }
 
 unsigned int CGNString::ReallocateToNumBytes(unsigned int n) {
     Owned<char> old;
-    Grow(m_data, m_length, m_capacity, OwnsData(), m_flags & genutil::kGrowByDoubling, n, old);
+    Storage::GrowData(*this, n, old);
     return m_capacity;
-}
-
-// The text becomes its first `offset` bytes and n bytes of s, which may lie in the text itself.
-inline void CGNString::StoreBytes(const char* s, std::uint64_t offset, std::uint64_t n) {
-    const std::uint64_t length = offset + n;
-    if (length >= m_capacity) return StoreBytesAnew(s, offset, n);
-    std::memmove(m_data + offset, s, static_cast<std::size_t>(n));
-    m_length = static_cast<std::uint32_t>(length);
-    m_data[length] = 0;
-    if (m_wide) DropWide();
-}
-
-// The same in a new buffer; the old one lives until s is copied.
-void CGNString::StoreBytesAnew(const char* s, std::uint64_t offset, std::uint64_t n) {
-    Owned<char> old;
-    const bool doubling = m_flags & genutil::kGrowByDoubling;
-    if (!Grow(m_data, m_length, m_capacity, OwnsData(), doubling, offset + n, old)) return;
-    CopyUnits(m_data + offset, s, n);
-    m_length = static_cast<std::uint32_t>(offset + n);
-    m_data[m_length] = 0;
-    DropWide();
-}
-
-// The text becomes n bytes of s and 0 bytes up to `length`, in a buffer of just that size.
-void CGNString::TakeBytes(const char* s, std::uint64_t n, std::uint64_t length) {
-    char* text = NewText<char>(length);
-    if (!text) return;
-    CopyUnits(text, s, n);
-    std::memset(text + n, 0, static_cast<std::size_t>(length - n) + 1);
-    FreeBuffers();
-    m_data = text;
-    m_length = m_capacity = static_cast<std::uint32_t>(length);
 }
 
 void CGNString::ExpandBufferToDataBuffer(char* s) {
     Owned<char> old;
     const std::size_t n = std::strlen(s);
-    const bool doubling = m_flags & genutil::kGrowByDoubling;
-    if (!Grow(m_data, m_length, m_capacity, OwnsData(), doubling, n, old)) return;
-    CopyUnits(m_data, s, n);
+    if (!Storage::GrowData(*this, n, old)) return;
+    CopyUnits(m_data, static_cast<const char*>(s), n);
     m_length = static_cast<std::uint32_t>(n);
     m_data[n] = 0;
 }
@@ -168,13 +174,13 @@ CGNString::~CGNString() {
 CGNString& CGNString::operator=(const CGNString& other) {
     if (this == &other) return *this;
     if (other.IsEmpty()) return Empty();
-    StoreBytes(other.m_data, 0, std::strlen(other.m_data));
+    Storage::Store(*this, other.m_data, 0, std::strlen(other.m_data));
     return *this;
 }
 
 CGNString& CGNString::operator=(const char* s) {
     if (!s) return Empty();
-    StoreBytes(s, 0, std::strlen(s));
+    Storage::Store(*this, s, 0, std::strlen(s));
     return *this;
 }
 
@@ -185,7 +191,8 @@ CGNString& CGNString::Set(const CGNString& other) {
 CGNString& CGNString::CopyNBytes(const char* s, unsigned int n) {
     if (!s) return Empty();
     const void* end = std::memchr(s, 0, n);
-    TakeBytes(s, end ? static_cast<std::size_t>(static_cast<const char*>(end) - s) : n, n);
+    Storage::Take(*this, s, end ? static_cast<std::size_t>(static_cast<const char*>(end) - s) : n,
+                  n);
     return *this;
 }
 
@@ -193,7 +200,7 @@ CGNString& CGNString::CopyUntil(const char* s, const char* delimiter) {
     if (!s) return *this = "";
     const char* end = mbstrstr(s, delimiter ? delimiter : "");
     const std::size_t n = end ? static_cast<std::size_t>(end - s) : std::strlen(s);
-    TakeBytes(s, n, n);
+    Storage::Take(*this, s, n, n);
     return *this;
 }
 
@@ -205,17 +212,17 @@ CGNString& CGNString::CopyUntil(const char* s, char delimiter) {
 // -- Appending -----------------------------------------------------------------------------------
 
 CGNString& CGNString::operator+=(const CGNString& other) {
-    if (!other.IsEmpty()) StoreBytes(other.m_data, m_length, other.m_length);
+    if (!other.IsEmpty()) Storage::Store(*this, other.m_data, m_length, other.m_length);
     return *this;
 }
 
 CGNString& CGNString::operator+=(const char* s) {
-    if (s) StoreBytes(s, m_length, std::strlen(s));
+    if (s) Storage::Store(*this, s, m_length, std::strlen(s));
     return *this;
 }
 
 CGNString& CGNString::AppendByte(char c) {
-    StoreBytes(&c, m_length, 1);
+    Storage::Store(*this, &c, m_length, 1);
     return *this;
 }
 

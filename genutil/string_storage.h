@@ -1,9 +1,10 @@
-// Buffers of text: what CGNString's two buffers have in common.
+// Buffers of text, and what CGNString's operations share in handling its two.
 #pragma once
 
 #include <cstdint>
 #include <cstring>
 
+#include "genstr.h"
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
 
@@ -54,5 +55,32 @@ bool Grow(Unit*& text, std::uint32_t length, std::uint32_t& capacity, bool owned
     capacity = static_cast<std::uint32_t>(grownCapacity);
     return true;
 }
+
+// Works on the members of a CGNString, out of sight of its exported header.
+struct StringStorage {
+    static bool OwnsData(const CGNString& s);
+    static void Swap(CGNString& a, CGNString& b);
+
+    // The text becomes its first `offset` bytes and n bytes of `text`, which may lie in it itself.
+    static void Store(CGNString& s, const char* text, std::uint64_t offset, std::uint64_t n);
+    // The text becomes n bytes of `text` and 0 bytes up to `length`, in a buffer of that size.
+    static void Take(CGNString& s, const char* text, std::uint64_t n, std::uint64_t length);
+
+    // The 16-bit copy: makes room, drops it, builds it if there is none (false without memory).
+    static bool GrowWide(CGNString& s, std::uint64_t n, Owned<unsigned short>& old);
+    static void DropWide(const CGNString& s);
+    static bool EnsureWide(const CGNString& s);
+
+    // Builds the bytes from the 16-bit copy; `bytesPerCharacter` limits them where a character does
+    // not convert. Without memory the bytes win, since they are what the string is: the 16-bit
+    // copy, changed or new, is dropped. False then.
+    static bool RebuildData(const CGNString& s, unsigned bytesPerCharacter);
+
+  private:
+    static bool GrowData(CGNString& s, std::uint64_t n, Owned<char>& old);
+    static void StoreAnew(CGNString& s, const char* text, std::uint64_t offset, std::uint64_t n);
+    static void CheckLayout();
+    friend class ::CGNString;
+};
 
 }  // namespace genutil

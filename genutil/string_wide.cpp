@@ -7,9 +7,9 @@
 #include "genutil/string_storage.h"
 
 using genutil::CopyUnits;
-using genutil::Grow;
 using genutil::NewText;
 using genutil::Owned;
+using Storage = genutil::StringStorage;
 
 namespace {
 
@@ -80,41 +80,63 @@ struct WideView {
 
 // -- The two buffers -----------------------------------------------------------------------------
 
-void CGNString::DropWide() const {
-    if (!m_wide) return;
-    genutil::Release(m_wide);
-    m_wide = nullptr;
-    m_wideLength = 0;
-    m_wideCapacity = 0;
+namespace genutil {
+
+void StringStorage::DropWide(const CGNString& s) {
+    Release(s.m_wide);
+    s.m_wide = nullptr;
+    s.m_wideLength = 0;
+    s.m_wideCapacity = 0;
 }
 
+bool StringStorage::GrowWide(CGNString& s, std::uint64_t n, Owned<Wide>& old) {
+    const bool doubling = s.m_flags & kGrowByDoubling;
+    return Grow(s.m_wide, s.m_wideLength, s.m_wideCapacity, s.m_wide != nullptr, doubling, n, old);
+}
+
+bool StringStorage::EnsureWide(const CGNString& s) {
+    if (!s.m_wide) s.DuplicateWzBufferFromData();
+    return s.m_wide != nullptr;
+}
+
+bool StringStorage::RebuildData(const CGNString& s, unsigned bytesPerCharacter) {
+    if (!s.m_wide) return false;
+    std::uint32_t length;
+    const std::uint64_t lossyLimit = std::uint64_t{s.m_wideLength} * bytesPerCharacter;
+    char* text = NewNarrowText(s.m_wide, lossyLimit, &length);
+    if (!text) {
+        DropWide(s);
+        return false;
+    }
+    if (OwnsData(s)) Release(s.m_data);
+    s.m_data = text;
+    s.m_length = s.m_capacity = length;
+    return true;
+}
+
+}  // namespace genutil
+
 void CGNString::FreeWzBuffer() {
-    DropWide();
+    Storage::DropWide(*this);
 }
 
 unsigned int CGNString::ReallocateToNumChars(unsigned int n) {
-    GrowWide(n);
-    return m_wideCapacity;
-}
-
-bool CGNString::GrowWide(std::uint64_t n) {
     Owned<Wide> old;
-    const bool doubling = m_flags & genutil::kGrowByDoubling;
-    return Grow(m_wide, m_wideLength, m_wideCapacity, m_wide != nullptr, doubling, n, old);
+    Storage::GrowWide(*this, n, old);
+    return m_wideCapacity;
 }
 
 void CGNString::ExpandBufferToWzBuffer(unsigned short* w) {
     Owned<Wide> old;
     const std::uint64_t n = Length(w);
-    const bool doubling = m_flags & genutil::kGrowByDoubling;
-    if (!Grow(m_wide, m_wideLength, m_wideCapacity, m_wide != nullptr, doubling, n, old)) return;
+    if (!Storage::GrowWide(*this, n, old)) return;
     CopyUnits(m_wide, static_cast<const Wide*>(w), n);
     m_wideLength = static_cast<std::uint32_t>(n);
     m_wide[n] = 0;
 }
 
 void CGNString::DuplicateWzBufferFromData() const {
-    DropWide();
+    Storage::DropWide(*this);
     std::uint32_t length;
     m_wide = NewWideText(m_data, m_length, &length);
     if (m_wide) m_wideLength = m_wideCapacity = length;
@@ -124,33 +146,12 @@ void CGNString::DuplicateWzBufferFromData() {
     static_cast<const CGNString*>(this)->DuplicateWzBufferFromData();
 }
 
-bool CGNString::EnsureWide() const {
-    if (!m_wide) DuplicateWzBufferFromData();
-    return m_wide != nullptr;
-}
-
-// Without memory the bytes win, since they are what the string is: the 16-bit copy, changed or new,
-// is dropped. False then.
-bool CGNString::RebuildData(unsigned bytesPerCharacter) const {
-    if (!m_wide) return false;
-    std::uint32_t length;
-    char* text = NewNarrowText(m_wide, std::uint64_t{m_wideLength} * bytesPerCharacter, &length);
-    if (!text) {
-        DropWide();
-        return false;
-    }
-    if (OwnsData()) genutil::Release(m_data);
-    m_data = text;
-    m_length = m_capacity = length;
-    return true;
-}
-
 // Programs depend on both limits, on the narrower one for what they edit.
 void CGNString::DuplicateDataFromWzBuffer() const {
-    RebuildData(3);
+    Storage::RebuildData(*this, 3);
 }
 void CGNString::DuplicateDataFromWzBuffer() {
-    RebuildData(2);
+    Storage::RebuildData(*this, 2);
 }
 
 // -- Text from 16-bit characters -----------------------------------------------------------------
@@ -173,7 +174,8 @@ CGNString& CGNString::CopyNChars(const char* s, unsigned int n) {
     if (!s) return Empty();
     CGNString taken;
     taken.m_flags = m_flags;
-    if (!taken.GrowWide(std::uint64_t{n} * 3)) return *this;
+    Owned<Wide> old;
+    if (!Storage::GrowWide(taken, std::uint64_t{n} * 3, old)) return *this;
     std::fill_n(taken.m_wide, std::uint64_t{n} + 1, Wide{0});
     const std::size_t bytes = std::strlen(s);
     if (genutil::ToWide(taken.m_wide, n, s, bytes) < 0)
@@ -181,7 +183,7 @@ CGNString& CGNString::CopyNChars(const char* s, unsigned int n) {
     // Half of a character is none.
     if (n != 0 && IsHighSurrogate(taken.m_wide[n - 1])) taken.m_wide[n - 1] = 0;
     taken.m_wideLength = n;
-    if (taken.RebuildData(2)) Swap(taken);
+    if (Storage::RebuildData(taken, 2)) Storage::Swap(*this, taken);
     return *this;
 }
 
@@ -189,13 +191,14 @@ CGNString& CGNString::CopyNWide(const unsigned short* w, unsigned int n) {
     if (!w) return Empty();
     CGNString taken;
     taken.m_flags = m_flags;
-    if (!taken.GrowWide(n)) return *this;
+    Owned<Wide> old;
+    if (!Storage::GrowWide(taken, n, old)) return *this;
     std::uint64_t given = 0;
     while (given < n && w[given]) ++given;
     CopyUnits(taken.m_wide, w, given);
     std::fill_n(taken.m_wide + given, n - given + 1, Wide{0});
     taken.m_wideLength = n;
-    if (taken.RebuildData(2)) Swap(taken);
+    if (Storage::RebuildData(taken, 2)) Storage::Swap(*this, taken);
     return *this;
 }
 
@@ -212,7 +215,8 @@ unsigned int CGNString::GetLengthInChars() const {
 
 char* CGNString::GetCodePageCharAt(int index, char* out) const {
     out[0] = 0;
-    if (!EnsureWide() || index < 0 || static_cast<unsigned>(index) >= m_wideLength) return out;
+    if (!Storage::EnsureWide(*this) || index < 0 || static_cast<unsigned>(index) >= m_wideLength)
+        return out;
     const int bytes = genutil::ToNarrowCharacter(out, m_wide[index]);
     out[bytes < 0 ? 0 : bytes] = 0;
     return out;
@@ -224,13 +228,13 @@ char CGNString::GetAt(unsigned int index) const {
 }
 
 unsigned char CGNString::SetCodePageCharAt(int index, const char* mbchar) {
-    if (!EnsureWide()) return 0;
+    if (!Storage::EnsureWide(*this)) return 0;
     Wide character = 0;
     const bool given =
         mbchar && genutil::ToWideCharacter(&character, mbchar, std::strlen(mbchar)) > 0;
     const bool stored = given && index >= 0 && static_cast<unsigned>(index) < m_wideLength;
     if (stored) m_wide[index] = character;
-    return RebuildData(2) && stored;
+    return Storage::RebuildData(*this, 2) && stored;
 }
 
 unsigned char CGNString::SetAt(unsigned int index, char c) {
@@ -244,7 +248,7 @@ unsigned char CGNString::IsEqualNoCase(const CGNString& other) const {
     const unsigned int count = GetNumChars();
     if (count != other.GetNumChars()) return 0;
     const WideView theirs(other.m_wide, other.m_wideLength, other.m_data, other.m_length);
-    if (!EnsureWide() || !theirs.characters) return *this == other;
+    if (!Storage::EnsureWide(*this) || !theirs.characters) return *this == other;
     // Characters that became '?' may be more of them in 16 bits than in bytes.
     const unsigned int n = std::min({count, m_wideLength, theirs.length});
     for (unsigned int i = 0; i < n; ++i) {
@@ -256,6 +260,6 @@ unsigned char CGNString::IsEqualNoCase(const CGNString& other) const {
 
 int CGNString::Collate(const CGNString& other) const {
     const WideView theirs(other.m_wide, other.m_wideLength, other.m_data, other.m_length);
-    if (!EnsureWide() || !theirs.characters) return std::strcmp(m_data, other.m_data);
+    if (!Storage::EnsureWide(*this) || !theirs.characters) return std::strcmp(m_data, other.m_data);
     return genutil::CollateWide(m_wide, theirs.characters);
 }

@@ -41,6 +41,10 @@
 
 #include "export.h"
 
+namespace genutil {
+struct StringStorage;
+}
+
 class GENUTIL_API CGNString {
     // Takes part in overload resolution for 16-bit text only, so that a literal null is a char
     // text.
@@ -248,18 +252,9 @@ class GENUTIL_API CGNString {
     std::uint32_t m_flags;  // bit 0: grow by doubling
 
   private:
-    static void CheckLayout();
-    bool OwnsData() const;
-    bool GrowWide(std::uint64_t n);
-    CGNString& AppendByte(char c);
-    void StoreBytes(const char* s, std::uint64_t offset, std::uint64_t n);
-    void StoreBytesAnew(const char* s, std::uint64_t offset, std::uint64_t n);
-    void TakeBytes(const char* s, std::uint64_t n, std::uint64_t length);
-    bool EnsureWide() const;
-    bool RebuildData(unsigned bytesPerCharacter) const;
-    void DropWide() const;
-    void Swap(CGNString& other);
+    friend struct genutil::StringStorage;
 
+    CGNString& AppendByte(char c);
     void SetWide(const unsigned short* w);
     CGNString& CopyNWide(const unsigned short* w, unsigned int n);
     CGNString& AppendWide(const unsigned short* w);

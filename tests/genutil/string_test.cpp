@@ -5,7 +5,7 @@
 #include <string>
 
 #include "genutil.h"
-#include "tests/support/with_code_set.h"
+#include "tests/support/code_set_guard.h"
 
 namespace {
 
@@ -133,7 +133,7 @@ TEST(String, GetStringFillsTheBuffer) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
-        WithCodeSet codeSet(row.codeSet);
+        CodeSetGuard codeSet(row.codeSet);
         char out[12];
         std::memset(out, '#', sizeof out);
         EXPECT_EQ(CGNString(row.text).GetString(out, row.size), LengthOf(row.expected));
@@ -165,7 +165,7 @@ TEST(String, CopyUntilFindsWholeCharacters) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
-        WithCodeSet codeSet(row.codeSet);
+        CodeSetGuard codeSet(row.codeSet);
         CGNString s("before");
         EXPECT_EQ(Bytes(s.CopyUntil(row.text, row.delimiter)), row.expected);
         EXPECT_EQ(Bytes(CGNString("x").AppendUntil(row.text, row.delimiter)),
@@ -199,7 +199,7 @@ TEST(String, CountsAndReadsCharacters) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
-        WithCodeSet codeSet(row.codeSet);
+        CodeSetGuard codeSet(row.codeSet);
         const CGNString s(row.text);
         EXPECT_EQ(s.GetNumChars(), row.characters);
         EXPECT_EQ(s.GetLengthInChars(), row.characters);
@@ -241,7 +241,7 @@ TEST(String, ReplacesOneCharacter) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
-        WithCodeSet codeSet(row.codeSet);
+        CodeSetGuard codeSet(row.codeSet);
         CGNString s(row.text);
         EXPECT_EQ(s.SetCodePageCharAt(row.index, row.character), row.stored);
         EXPECT_EQ(Bytes(s), row.expected);
@@ -274,7 +274,7 @@ TEST(String, CopiesTheFirstCharacters) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
-        WithCodeSet codeSet(row.codeSet);
+        CodeSetGuard codeSet(row.codeSet);
         EXPECT_EQ(Bytes(CGNString("before").CopyNChars(row.text, row.n)), row.expected);
         EXPECT_EQ(Bytes(CGNString("x").AppendNChars(row.text, row.n)),
                   std::string("x") + row.expected);
@@ -295,21 +295,21 @@ TEST(String, TakesWideText) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
-        WithCodeSet codeSet(row.codeSet);
+        CodeSetGuard codeSet(row.codeSet);
         const CGNString s(text, 99);
         EXPECT_EQ(Bytes(s), row.expected);
         EXPECT_EQ(Bytes(CGNString("x") += text), std::string("x") + row.expected);
         EXPECT_EQ(Bytes(CGNString("before").CopyNChars(text, 2)), row.firstTwo);
         EXPECT_EQ(Bytes(CGNString("before").CopyNChars(text, 9)), row.expected);
     }
-    WithCodeSet western(0);
+    CodeSetGuard western(0);
     EXPECT_EQ(CharacterAt(CGNString(text), 1), "");  // no bytes of its own in this code set
     const Wide withoutEnd[] = {'a', 'b'};
     EXPECT_EQ(Bytes(CGNString().CopyNChars(withoutEnd, 2)), "ab");
 }
 
 TEST(String, ArgumentsMayLieInTheString) {
-    WithCodeSet codeSet(5);
+    CodeSetGuard codeSet(5);
     const char text[] = "ab\x82\xA0=cd";
     const auto at = [](const CGNString& s, int offset) {
         return static_cast<const char*>(s) + offset;
@@ -365,7 +365,7 @@ TEST(String, ComparesWithoutCaseByCharacters) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
-        WithCodeSet codeSet(row.codeSet);
+        CodeSetGuard codeSet(row.codeSet);
         const CGNString a(row.a), b(row.b);
         EXPECT_EQ(a.IsEqualNoCase(b), row.equal);
         b.GetAt(0);  // the other order, and with the characters of both at hand
@@ -374,7 +374,7 @@ TEST(String, ComparesWithoutCaseByCharacters) {
 }
 
 TEST(String, CollatesByTheUsersLocale) {
-    WithCodeSet codeSet(0);
+    CodeSetGuard codeSet(0);
     EXPECT_EQ(CGNString("abc").Collate("abc"), 0);
     EXPECT_LT(CGNString("abc").Collate("abd"), 0);
     EXPECT_GT(CGNString("b").Collate("A"), 0);  // letters by their place, not by their bytes

@@ -13,7 +13,7 @@
 #include "genutil/allocate.h"
 #include "genutil/mbutil/wide.h"
 #include "genutil/string_storage.h"
-#include "tests/support/with_code_set.h"
+#include "tests/support/code_set_guard.h"
 
 namespace {
 
@@ -170,7 +170,7 @@ TEST(StringStorage, WideGrowthAfterClearTrustsNothing) {
 
 // Where a character does not convert, the two forms give the bytes different room.
 TEST(StringStorage, LossyBytesAreCutAtWholeCharacters) {
-    WithCodeSet codeSet(mbUtf8);
+    CodeSetGuard codeSet(mbUtf8);
     const Wide text[] = {0xD800, 0x3042, 0x3044, 0x3046, 0};
     EXPECT_EQ(Probe(text).Bytes(), "?\xE3\x81\x82\xE3\x81\x84");
     const Probe roomy(text);
@@ -193,7 +193,7 @@ struct Gate {
 };
 
 TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
-    WithCodeSet codeSet(mbShiftJis);
+    CodeSetGuard codeSet(mbShiftJis);
     static const Wide kWide[] = {'w', 0x3042, 0x0E01, 0};  // the last is not in the code set
     static const CGNString kOther("Other\x82\xA0");
     static const CGNString kCapital("OLD\x82\xA0");
@@ -390,7 +390,7 @@ void RandomStep(std::mt19937& random, const Alphabet& alphabet, Probe& s, Model&
 TEST(StringStorage, BothBuffersFollowAnyOperations) {
     for (const Alphabet& alphabet : kAlphabets) {
         SCOPED_TRACE(alphabet.codeSet);
-        WithCodeSet codeSet(alphabet.codeSet);
+        CodeSetGuard codeSet(alphabet.codeSet);
         std::mt19937 random(2024);
         Probe s;
         Model model;

@@ -2,7 +2,28 @@
 
 #include <cstdio>
 
+namespace {
+
+int g_progressWidth = 0;
+
+}  // namespace
+
+void ShowProgress(std::size_t number, std::size_t count, const std::string& name) {
+    ClearProgress();
+    const int width = std::fprintf(stderr, "[%zu/%zu] %s", number, count, name.c_str());
+    std::fputc('\r', stderr);
+    std::fflush(stderr);
+    g_progressWidth = width;
+}
+
+void ClearProgress() {
+    if (g_progressWidth <= 0) return;
+    std::fprintf(stderr, "\r%*s\r", g_progressWidth, "");
+    g_progressWidth = 0;
+}
+
 Status Complain(const std::string& message) {
+    ClearProgress();
     std::fprintf(stderr, "genutil: %s\n", message.c_str());
     return kError;
 }

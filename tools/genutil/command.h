@@ -40,3 +40,7 @@ bool ParseArguments(const Arguments& arguments, const std::vector<Option>& optio
 
 // Writes "genutil: " and the message as a line on standard error. Returns kError.
 Status Complain(const std::string& message);
+
+// Shows "[2/9] name" on standard error, until the next message or ClearProgress() wipes it out.
+void ShowProgress(std::size_t number, std::size_t count, const std::string& name);
+void ClearProgress();

@@ -32,6 +32,7 @@ std::string OutputPath(const Job& job, const std::string& file) {
 }
 
 void ReportLosses(const Input& input, const Job& job, const mbConversion& conversion) {
+    ClearProgress();
     const bool one = conversion.lost == 1;
     std::fprintf(stderr, "%s: %zu character%s did not survive the conversion from %s to %s:\n",
                  input.name.c_str(), conversion.lost, one ? "" : "s",
@@ -56,14 +57,14 @@ Status ConvertText(const Input& input, const Job& job, std::string* result) {
     mbConversion conversion = {};
     conversion.lostAt = lostAt;
     conversion.lostAtSize = kListed;
-    // A mark in UTF-8 is no text; outside Unicode it would be the first loss.
-    const std::size_t skip = input.encoding.codeSet == mbUtf8 ? input.markLength : 0;
+    const std::size_t skip = input.markLength;  // no text
     char* out = nullptr;
     if (!mbConvertAlloc(input.text.data() + skip, input.text.size() - skip, input.encoding.codeSet,
                         &out, job.target.codeSet, &conversion))
         return Complain(input.name + ": cannot be converted from " + NameOf(input.encoding) +
                         " to " + NameOf(job.target));
-    result->assign(out, conversion.produced);
+    if (job.target.marked) *result = "\xFF\xFE";
+    result->append(out, conversion.produced);
     std::free(out);
     if (job.target.bigEndian) SwapUnits(result);
     if (conversion.lost == 0) return kOk;
@@ -124,12 +125,10 @@ Status RunConvert(const Arguments& arguments) {
     const bool progress = job.files.size() > 1 && IsTerminal(stderr);
     Status status = kOk;
     for (std::size_t i = 0; i < job.files.size(); ++i) {
-        if (progress)
-            std::fprintf(stderr, "\r\x1B[K[%zu/%zu] %s\r", i + 1, job.files.size(),
-                         job.files[i].c_str());
+        if (progress) ShowProgress(i + 1, job.files.size(), job.files[i]);
         status = Worse(status, ConvertFile(job, job.files[i]));
     }
-    if (progress) std::fprintf(stderr, "\r\x1B[K");
+    ClearProgress();
     return status;
 }
 

@@ -29,12 +29,24 @@ std::size_t HighBytes(const std::string& text) {
         text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; }));
 }
 
+// Whether the text ends at a position in the middle of a character, as a part of a file does.
+bool IsCutAt(const std::string& text, std::size_t at) {
+    const std::size_t left = text.size() - at;
+    const unsigned lead = Byte(text, at);
+    if (left > 3 || lead < 0xC2 || lead > 0xF4) return false;
+    if (left >= (lead < 0xE0 ? 2u : lead < 0xF0 ? 3u : 4u)) return false;
+    for (std::size_t i = at + 1; i < text.size(); ++i)
+        if ((Byte(text, i) & 0xC0) != 0x80) return false;
+    return true;
+}
+
 // Damaged UTF-8 is still UTF-8, but other encodings form a valid sequence here and there too.
 bool IsUtf8(const std::string& text) {
     std::size_t good = 0, bad = 0;
     for (std::size_t i = 0; i < text.size();) {
         const int length = Utf8Length(text, i);
         if (length > 1) ++good;
+        if (length == 0 && IsCutAt(text, i)) break;
         if (length == 0) ++bad;
         i += static_cast<std::size_t>(std::max(length, 1));
     }
@@ -89,14 +101,15 @@ std::optional<Encoding> FindEncoding(const std::string& name) {
     const std::string upper = UpperCase(name);
     // The look-up answers "Western" for what it does not know.
     if (codeSet == mbWestern && !Contains(upper, "1252") && !Contains(upper, "WESTERN")) return {};
-    const bool bigEndian = codeSet == mbUtf16 && upper.ends_with("BE");
-    return Encoding{codeSet, bigEndian};
+    if (codeSet != mbUtf16) return Encoding{codeSet};
+    const bool bigEndian = upper.ends_with("BE");
+    return Encoding{codeSet, bigEndian, !bigEndian && !upper.ends_with("LE")};
 }
 
 std::string NameOf(Encoding encoding) {
     char name[22];
     SetCharset(name, encoding.codeSet);
-    std::string text = name;
+    std::string text = encoding.codeSet == mb8859_10 ? "iso-8859-10" : name;
     if (encoding.bigEndian) text += "be";
     return text;
 }
@@ -117,6 +130,7 @@ std::string ListEncodings() {
         // A name that two code sets share finds the first.
         if (!name.empty() && mbGetCodeSetFromCharset(name.c_str()) == codeSet) add(name);
     }
+    add("utf-16le");
     add("utf-16be");
     return list;
 }

@@ -7,6 +7,7 @@
 struct Encoding {
     int codeSet;             // enum mbCodeSet
     bool bigEndian = false;  // of 16-bit units
+    bool marked = false;     // written with a byte-order mark, since its name leaves the order open
 };
 
 // The encoding that a name stands for; none for a name that is not known.

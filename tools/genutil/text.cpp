@@ -93,8 +93,9 @@ void Show(const Input& input, std::size_t count) {
             std::printf("  %7zu  %-11s  invalid\n", i, bytes.c_str());
             continue;
         }
-        std::printf("  %7zu  %-11s  U+%04X      %s\n", i, bytes.c_str(), CodePoint(utf8),
-                    Glyph(utf8).c_str());
+        char code[16];
+        std::snprintf(code, sizeof code, "U+%04X", CodePoint(utf8));
+        std::printf("  %7zu  %-11s  %-10s  %s\n", i, bytes.c_str(), code, Glyph(utf8).c_str());
     }
 }
 
