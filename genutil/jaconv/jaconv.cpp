@@ -93,7 +93,7 @@ template <class In, class Out>
 bool Run(In& in, Out& out, Losses& losses) {
     while (in.p != in.end) {
         const unsigned char* const before = in.p;
-        if (in.PlainNext()) CopyAscii(in, out);
+        if (in.PlainNext() && (!Out::kShifts || JisReader::IsPlain(*in.p))) CopyAscii(in, out);
         while (const unsigned pair = in.Pair()) {
             if (!out.Pair(pair, in.Left() - 2)) return false;
             in.p += 2;

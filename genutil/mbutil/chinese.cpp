@@ -48,37 +48,44 @@ constexpr unsigned NextRowCell(unsigned rowCell) {
 // are ASCII and half are not, which no processor predicts.
 using PairTable = std::array<std::uint16_t, 0x8000>;
 
-// In toCns the top bits of the two bytes name the plane: both for plane 1, which is then ready to
-// be written, the row's for plane 2, the cell's for plane 3.
+// On the way to CNS the top bits of the two bytes name the plane: both for plane 1, which is then
+// ready to be written, the row's for plane 2, the cell's for plane 3.
 constexpr unsigned kPlaneBits[] = {0, 0x8080, 0x8000, 0x0080};
 
 constexpr unsigned PlaneOf(unsigned packed) {
     return (packed & 0x8080) == 0x8080 ? 1 : (packed & 0x8000) != 0 ? 2 : 3;
 }
 
-// Filled by the compiler: nothing to build, and nothing to lock, when a program runs.
-struct Tables {
-    PairTable toCns{};
-    std::array<PairTable, 2> toBig5{};  // planes 1 and 2
-};
-
-constexpr Tables MakeTables() {
-    Tables tables;
+template <class Visit>
+constexpr void ForEachPair(Visit visit) {
     for (const Run& run : kRuns) {
         unsigned big5 = run.big5, rowCell = run.rowCell;
         for (unsigned i = 0; i < run.count; ++i) {
-            tables.toCns[big5 & 0x7FFF] =
-                static_cast<std::uint16_t>(rowCell | kPlaneBits[run.plane]);
-            if (!run.oneWay && run.plane < 3)
-                tables.toBig5[run.plane - 1u][rowCell | 0x80] = static_cast<std::uint16_t>(big5);
+            visit(run, big5, rowCell);
             big5 = NextBig5(big5);
             rowCell = NextRowCell(rowCell);
         }
     }
-    return tables;
 }
 
-constexpr Tables kTables = MakeTables();
+// Filled by the compiler: nothing to build, and nothing to lock, when a program runs.
+constexpr PairTable kBig5ToCns = [] {
+    PairTable table{};
+    ForEachPair([&](const Run& run, unsigned big5, unsigned rowCell) {
+        table[big5 & 0x7FFF] = static_cast<std::uint16_t>(rowCell | kPlaneBits[run.plane]);
+    });
+    return table;
+}();
+
+constexpr PairTable MakeCnsToBig5(unsigned plane) {
+    PairTable table{};
+    ForEachPair([&](const Run& run, unsigned big5, unsigned rowCell) {
+        if (run.plane == plane && !run.oneWay)
+            table[rowCell | 0x80] = static_cast<std::uint16_t>(big5);
+    });
+    return table;
+}
+constexpr PairTable kPlane1ToBig5 = MakeCnsToBig5(1), kPlane2ToBig5 = MakeCnsToBig5(2);
 
 // The few hanzi of plane 3 that Big5 has stand alone, each in a run of one.
 unsigned Big5FromPlane3(unsigned rowCell) {
@@ -179,7 +186,7 @@ bool Convert(Transfer& t) {
 
 unsigned CnsFromBig5(unsigned big5) {
     if (!IsLead(big5 >> 8)) return 0;
-    const unsigned packed = kTables.toCns[big5 & 0x7FFF];
+    const unsigned packed = kBig5ToCns[big5 & 0x7FFF];
     return packed == 0 ? 0 : PlaneOf(packed) << 16 | (packed & 0x7F7F);
 }
 
@@ -187,15 +194,15 @@ unsigned Big5FromCns(unsigned cns) {
     const unsigned plane = cns >> 16, rowCell = cns & 0xFFFF;
     if ((rowCell & 0x8080) != 0 || plane < 1 || plane > 3) return 0;
     if (plane == 3) return Big5FromPlane3(rowCell);
-    return kTables.toBig5[plane - 1][rowCell | 0x80];
+    return (plane == 1 ? kPlane1ToBig5 : kPlane2ToBig5)[rowCell | 0x80];
 }
 
 bool Big5ToEucTw(Transfer& t) {
-    return Convert<CopyPairs<kTables.toCns, 0x8080>, Big5Character>(t);
+    return Convert<CopyPairs<kBig5ToCns, 0x8080>, Big5Character>(t);
 }
 
 bool EucTwToBig5(Transfer& t) {
-    return Convert<CopyPairs<kTables.toBig5[0], 0x8000>, EucTwCharacter>(t);
+    return Convert<CopyPairs<kPlane1ToBig5, 0x8000>, EucTwCharacter>(t);
 }
 
 }  // namespace genutil

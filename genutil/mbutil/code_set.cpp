@@ -1,6 +1,7 @@
 // The current code set: its choice from the user's locale, and the names of code sets.
 #include "genutil/mbutil/code_set.h"
 
+#include <array>
 #include <cstddef>
 #include <cstring>
 
@@ -61,10 +62,18 @@ int UserAnsiCodeSet() {
     return codePage ? CodeSetOfCodePage(codePage) : CodeSetOfLanguage(UserLanguage());
 }
 
+// Row number plus 1 of each code set, 0 for none: every conversion asks.
+static constexpr auto kRowOfCodeSet = [] {
+    std::array<std::uint8_t, mbUtf8 + 1> rows{};
+    std::uint8_t row = 0;
+    for (const CodeSetInfo& info : kCodeSets) rows[info.codeSet] = ++row;
+    return rows;
+}();
+
 const CodeSetInfo* FindCodeSet(int codeSet) {
-    for (const CodeSetInfo& info : kCodeSets)
-        if (info.codeSet == codeSet) return &info;
-    return nullptr;
+    const bool inTable = codeSet >= 0 && codeSet < static_cast<int>(kRowOfCodeSet.size());
+    const unsigned row = inTable ? kRowOfCodeSet[static_cast<std::size_t>(codeSet)] : 0;
+    return row ? &kCodeSets[row - 1] : nullptr;
 }
 
 }  // namespace genutil

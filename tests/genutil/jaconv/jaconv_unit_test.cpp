@@ -1,0 +1,423 @@
+// Shift-JIS, EUC-JP and JIS among each other.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "genutil/jaconv/jis.h"
+#include "mbutil.h"
+#include "tests/support/run_converter.h"
+#include "tests/support/slow_step.h"
+
+using namespace genutil;
+using std::string_literals::operator""s;
+
+namespace {
+
+const std::string kKanjiIn = "\x1B$B", kAsciiIn = "\x1B(B", kKanaIn = "\x1B(I",
+                  kSupplementIn = "\x1B$(D";
+
+std::string Pair(unsigned code) {
+    return {static_cast<char>(code >> 8), static_cast<char>(code)};
+}
+
+// The trail bytes of Shift-JIS in order, 188 to a lead byte: two rows of JIS.
+std::vector<unsigned> TrailBytes() {
+    std::vector<unsigned> trails;
+    for (unsigned b = 0x40; b <= 0xFC; ++b)
+        if (b != 0x7F) trails.push_back(b);
+    return trails;
+}
+
+// One character in the three encodings; JIS without escapes.
+struct Character {
+    std::string shiftJis, euc, jis;
+};
+
+// All 94 rows, counted off side by side.
+std::vector<Character> AllKanji() {
+    std::vector<Character> all;
+    const auto trails = TrailBytes();
+    unsigned row = 0x21, cell = 0x21;
+    for (unsigned lead = 0x81; lead <= 0xEF; ++lead) {
+        if (lead == 0xA0) lead = 0xE0;
+        for (const unsigned trail : trails) {
+            const unsigned jis = row << 8 | cell;
+            all.push_back({Pair(lead << 8 | trail), Pair(jis | 0x8080), Pair(jis)});
+            if (++cell == 0x7F) {
+                cell = 0x21;
+                ++row;
+            }
+        }
+    }
+    return all;
+}
+
+void ExpectLossless(Converter converter, const std::string& text, const std::string& expected) {
+    const Converted converted = RunConverter(converter, text);
+    EXPECT_TRUE(converted.all);
+    EXPECT_TRUE(converted.lostAt.empty());
+    EXPECT_EQ(converted.text, expected);
+}
+
+struct Row {
+    int line;
+    Converter converter;
+    std::string text, expected;
+    std::vector<std::size_t> lostAt;
+};
+
+void ExpectRows(const std::vector<Row>& rows) {
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.line);
+        const Converted converted = RunConverter(row.converter, row.text);
+        EXPECT_TRUE(converted.all);
+        EXPECT_EQ(converted.text, row.expected);
+        EXPECT_EQ(converted.lostAt, row.lostAt);
+    }
+}
+
+// Text of a few bytes or of many, of all that Shift-JIS has; `invalid` adds what it has not.
+class Generator {
+  public:
+    explicit Generator(unsigned seed) : m_random(seed) {}
+    unsigned Below(unsigned n) { return static_cast<unsigned>(m_random()) % n; }
+
+    std::string ShiftJis(bool invalid) {
+        static const std::vector<Character> kKanji = AllKanji();
+        std::string text;
+        for (unsigned runs = Below(12); runs != 0; --runs) {
+            const unsigned kind = Below(invalid ? 5 : 3);
+            for (unsigned n = Below(3) == 0 ? Below(40) : Below(3); n != 0; --n) switch (kind) {
+                    case 0:
+                        text += static_cast<char>(Below(9) == 0 ? '\n' : ' ' + Below(95));
+                        break;
+                    case 1:
+                        text += kKanji[Below(static_cast<unsigned>(kKanji.size()))].shiftJis;
+                        break;
+                    case 2:
+                        text += static_cast<char>(0xA1 + Below(0x3F));
+                        break;
+                    case 3:
+                        text += Pair(0xF040 + Below(0x30));
+                        break;
+                    case 4:
+                        text += "\x80\xA0\xFF\x81\x0E"[Below(5)];
+                        break;
+                }
+        }
+        return text;
+    }
+
+  private:
+    std::mt19937 m_random;
+};
+
+}  // namespace
+
+TEST(JapaneseConversion, EveryRowByItselfAndInARun) {
+    const auto all = AllKanji();
+    ASSERT_EQ(all.size(), 94u * 94u);
+    Character run;
+    for (const Character& c : all) {
+        ExpectLossless(ShiftJisToEucJp, c.shiftJis, c.euc);
+        ExpectLossless(EucJpToShiftJis, c.euc, c.shiftJis);
+        ExpectLossless(ShiftJisToJis, c.shiftJis, kKanjiIn + c.jis + kAsciiIn);
+        ExpectLossless(JisToEucJp, kKanjiIn + c.jis + kAsciiIn, c.euc);
+        run.shiftJis += c.shiftJis;
+        run.euc += c.euc;
+        run.jis += c.jis;
+    }
+    // Shifted through all positions in a block of 16 bytes.
+    for (unsigned shift = 0; shift < 16; ++shift) {
+        const std::string plain(shift, 'x'), jis = plain + kKanjiIn + run.jis + kAsciiIn;
+        ExpectLossless(ShiftJisToEucJp, plain + run.shiftJis, plain + run.euc);
+        ExpectLossless(EucJpToShiftJis, plain + run.euc, plain + run.shiftJis);
+        ExpectLossless(ShiftJisToJis, plain + run.shiftJis, jis);
+        ExpectLossless(EucJpToJis, plain + run.euc, jis);
+        ExpectLossless(JisToShiftJis, jis, plain + run.shiftJis);
+        ExpectLossless(JisToEucJp, jis, plain + run.euc);
+    }
+}
+
+TEST(JapaneseConversion, HalfWidthKatakanaSurviveEveryRoute) {
+    std::string shiftJis, euc, jis;
+    for (unsigned b = 0xA1; b <= 0xDF; ++b) {
+        shiftJis += static_cast<char>(b);
+        euc += Pair(0x8E00 | b);
+        jis += static_cast<char>(b & 0x7F);
+    }
+    jis = kKanaIn + jis + kAsciiIn;
+    ExpectLossless(ShiftJisToEucJp, shiftJis, euc);
+    ExpectLossless(ShiftJisToJis, shiftJis, jis);
+    ExpectLossless(EucJpToShiftJis, euc, shiftJis);
+    ExpectLossless(EucJpToJis, euc, jis);
+    ExpectLossless(JisToShiftJis, jis, shiftJis);
+    ExpectLossless(JisToEucJp, jis, euc);
+}
+
+// The 388 characters that Shift-JIS has a second time become their first form.
+TEST(JapaneseConversion, ExtensionsKeepTheirCharacters) {
+    const struct {
+        int line;
+        unsigned shiftJis, same;
+    } kRows[] = {
+        {__LINE__, 0xFA40, 0xEEEF}, {__LINE__, 0xFA49, 0xEEF8},
+        {__LINE__, 0xFA4A, 0x8754}, {__LINE__, 0xFA53, 0x875D},
+        {__LINE__, 0xFA54, 0x81CA}, {__LINE__, 0xFA55, 0xEEFA},
+        {__LINE__, 0xFA57, 0xEEFC}, {__LINE__, 0xFA58, 0x878A},
+        {__LINE__, 0xFA59, 0x8782}, {__LINE__, 0xFA5A, 0x8784},
+        {__LINE__, 0xFA5B, 0x81E6}, {__LINE__, 0xFA5C, 0xED40},
+        {__LINE__, 0xFA7E, 0xED62}, {__LINE__, 0xFA80, 0xED63},
+        {__LINE__, 0xFAB1, 0xED95},  // in the name Yamazaki
+        {__LINE__, 0xFBFC, 0xEEE0},  // in the name Takahashi
+        {__LINE__, 0xFC4B, 0xEEEC},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.line);
+        ExpectLossless(ShiftJisToEucJp, Pair(row.shiftJis),
+                       RunConverter(ShiftJisToEucJp, Pair(row.same)).text);
+    }
+    std::set<std::string> seen;
+    for (unsigned lead = 0xFA; lead <= 0xFC; ++lead)
+        for (const unsigned trail : TrailBytes()) {
+            const unsigned code = lead << 8 | trail;
+            if (code > 0xFC4B) break;
+            const Converted euc = RunConverter(ShiftJisToEucJp, Pair(code));
+            EXPECT_TRUE(euc.lostAt.empty()) << code;
+            EXPECT_TRUE(seen.insert(euc.text).second) << code;
+        }
+    EXPECT_EQ(seen.size(), 388u);
+}
+
+TEST(JapaneseConversion, SupplementaryKanjiAreInEucAndJisOnly) {
+    ExpectRows({
+        {__LINE__,
+         EucJpToJis,
+         "\x8F\xB0\xA1\x8F\xED\xE3z",
+         kSupplementIn + "0!mc" + kAsciiIn + "z",
+         {}},
+        {__LINE__,
+         JisToEucJp,
+         kSupplementIn + "0!mc" + kAsciiIn + "z",
+         "\x8F\xB0\xA1\x8F\xED\xE3z",
+         {}},
+        {__LINE__,
+         EucJpToJis,
+         "\x8F\xB0\xA1\xB0\xA1\x8E\xB1\x8F\xB0\xA1",
+         kSupplementIn + "0!" + kKanjiIn + "0!" + kKanaIn + "1" + kSupplementIn + "0!" + kAsciiIn,
+         {}},
+        {__LINE__, EucJpToShiftJis, "a\x8F\xB0\xA1z", "a\x81\xACz", {1}},
+        {__LINE__, JisToShiftJis, kSupplementIn + "0!0\"", "\x81\xAC\x81\xAC", {4, 6}},
+    });
+}
+
+TEST(JapaneseConversion, LosesOneSubstitutePerCharacter) {
+    ExpectRows({
+        {__LINE__, ShiftJisToEucJp, "", "", {}},
+        {__LINE__, ShiftJisToEucJp, "a\0\x82\xA0\0"s, "a\0\xA4\xA2\0"s, {}},
+        {__LINE__,
+         ShiftJisToEucJp,
+         "\x80\xA0\xFD\xFE\xFF",
+         "\xA2\xAE\xA2\xAE\xA2\xAE\xA2\xAE\xA2\xAE",
+         {0, 1, 2, 3, 4}},
+        {__LINE__, ShiftJisToEucJp, "z\x82", "z\xA2\xAE", {1}},    // cut short
+        {__LINE__, ShiftJisToEucJp, "\x82\n", "\xA2\xAE\n", {0}},  // not a trail byte
+        {__LINE__, ShiftJisToEucJp, "\x82\x7F", "\xA2\xAE", {0}},  // stepped as one
+        {__LINE__, ShiftJisToEucJp, "\x82\xFD\x82\xA0", "\xA2\xAE\xA2\xAE\xA4\xA2", {0, 1}},
+        {__LINE__, ShiftJisToEucJp, "\xF0\x40\xF9\xFCz", "\xA2\xAE\xA2\xAEz", {0, 2}},  // the
+                                                                                        // user's
+        {__LINE__, ShiftJisToEucJp, "\xFC\x4C\xF0\x7F", "\xA2\xAE\xA2\xAE\x7F", {0, 2}},
+        {__LINE__,
+         EucJpToShiftJis,
+         "\x80\x90\xA0\xFF",
+         "\x81\xAC\x81\xAC\x81\xAC\x81\xAC",
+         {0, 1, 2, 3}},
+        {__LINE__, EucJpToShiftJis, "\xA4", "\x81\xAC", {0}},
+        {__LINE__, EucJpToShiftJis, "\xA4z\xA4\xA2", "\x81\xACz\x82\xA0", {0}},
+        {__LINE__, EucJpToShiftJis, "\x8E\xE0\xA1", "\x81\xAC\xE0\x9F" + ""s, {0}},
+        {__LINE__, EucJpToShiftJis, "\x8E", "\x81\xAC", {0}},
+        {__LINE__, EucJpToShiftJis, "\x8F\xB0\xA1\x8F\xB0", "\x81\xAC\x81\xAC\x81\xAC", {0, 3, 4}},
+        {__LINE__,
+         ShiftJisToJis,
+         "a\xFF\xF0\x40z",
+         "a" + kKanjiIn + "\".\"." + kAsciiIn + "z",
+         {1, 2}},
+        {__LINE__, JisToShiftJis, kKanjiIn + "$\xFF$\"", "\x81\xAC\x81\xAC\x82\xA0", {3, 4}},
+        {__LINE__, JisToShiftJis, kKanjiIn + "$", "\x81\xAC", {3}},
+        {__LINE__, JisToShiftJis, kKanaIn + "1`~2", "\xB1\x81\xAC\x81\xAC\xB2", {4, 5}},
+        {__LINE__, JisToShiftJis, "\x80\xA0\xE0", "\x81\xAC\x81\xAC\x81\xAC", {0, 1, 2}},
+    });
+}
+
+TEST(JapaneseConversion, ReadsWhatJisTextHasBeenSeenWith) {
+    ExpectRows({
+        {__LINE__,
+         JisToShiftJis,
+         "a\x1B$@$\"\x1B(Jb",
+         "a\x82\xA0"
+         "b",
+         {}},
+        {__LINE__, JisToShiftJis, "\x1B&@\x1B$B$\"\x1B(H", "\x82\xA0", {}},
+        {__LINE__,
+         JisToShiftJis,
+         "\x1B$(B$\"\x1B(Bb",
+         "\x82\xA0"
+         "b",
+         {}},
+        {__LINE__,
+         JisToShiftJis,
+         kKanaIn + "1 2\t3" + kAsciiIn + "1",
+         "\xB1 \xB2\t\xB3"
+         "1",
+         {}},
+        {__LINE__,
+         JisToShiftJis,
+         "1\x0E"
+         "1\x0F"
+         "1",
+         "1\xB1"
+         "1",
+         {}},
+        {__LINE__,
+         JisToShiftJis,
+         kKanjiIn + "$\"\x0E"
+                    "1\x0F$\"",
+         "\x82\xA0\xB1\x82\xA0",
+         {}},
+        {__LINE__,
+         JisToShiftJis,
+         "a\xB1" + kKanjiIn + "$\"\xB1$\"",
+         "a\xB1\x82\xA0\xB1\x82\xA0",
+         {}},
+        {__LINE__,
+         JisToShiftJis,
+         kKanjiIn + "$\"\nab\r" + kKanaIn + "1\r\nab",
+         "\x82\xA0\nab\r\xB1\r\nab",
+         {}},
+        {__LINE__, JisToShiftJis, kKanjiIn + "$\" $\"\0$\""s, "\x82\xA0 \x82\xA0\0\x82\xA0"s, {}},
+        // An escape byte that begins none of the sequences is a character.
+        {__LINE__, JisToShiftJis, "\x1B[1m\x1B(A\x1B", "\x1B[1m\x1B(A\x1B", {}},
+        {__LINE__, JisToShiftJis, kKanjiIn + "$\"\x1B" + kAsciiIn + "$", "\x82\xA0\x1B$", {}},
+    });
+}
+
+TEST(JapaneseConversion, WritesJisThatEveryReaderUnderstands) {
+    ExpectRows({
+        {__LINE__, ShiftJisToJis, "ab", "ab", {}},
+        {__LINE__,
+         ShiftJisToJis,
+         "\x82\xA0\n\x82\xA0",
+         kKanjiIn + "$\"" + kAsciiIn + "\n" + kKanjiIn + "$\"" + kAsciiIn,
+         {}},
+        {__LINE__,
+         ShiftJisToJis,
+         "\x82\xA0\xB1z",
+         kKanjiIn + "$\"" + kKanaIn + "1" + kAsciiIn + "z",
+         {}},
+        {__LINE__, ShiftJisToJis, "\x82\xA0\0z"s, kKanjiIn + "$\"" + kAsciiIn + "\0z"s, {}},
+        // What would be read as a shift is lost, where it stands among other text too.
+        {__LINE__, ShiftJisToJis, "\x1B[1m", "\x1B[1m", {}},
+        {__LINE__, ShiftJisToJis, "\x1B(B", kKanjiIn + "\"." + kAsciiIn + "(B", {0}},
+        {__LINE__, ShiftJisToJis, "\x82\xA0\x0E\x82\xA0", kKanjiIn + "$\"\".$\"" + kAsciiIn, {2}},
+        {__LINE__,
+         ShiftJisToJis,
+         "some plain text\x0E, and\x0F",
+         "some plain text" + kKanjiIn + "\"." + kAsciiIn + ", and" + kKanjiIn + "\"." + kAsciiIn,
+         {15, 21}},
+    });
+}
+
+// One character at a time, found by the slow stepping, gives what the whole text gives.
+TEST(JapaneseConversion, WholeTextIsTheSumOfItsCharacters) {
+    Generator generator(1);
+    for (int i = 0; i < 3000; ++i) {
+        const std::string text = generator.ShiftJis(true);
+        const auto starts = slow::Starts(text, mbShiftJis);
+        // Pairs of the user's are stepped as two characters, but converted as one.
+        if (std::any_of(starts.begin(), starts.end() - 1, [&](unsigned at) {
+                return static_cast<unsigned char>(text[at]) >= 0xF0 &&
+                       static_cast<unsigned char>(text[at]) != 0xFF;
+            }))
+            continue;
+        const Converted whole = RunConverter(ShiftJisToEucJp, text);
+        std::string sum;
+        std::size_t lost = 0;
+        for (std::size_t k = 0; k + 1 < starts.size(); ++k) {
+            const Converted one =
+                RunConverter(ShiftJisToEucJp, text.substr(starts[k], starts[k + 1] - starts[k]));
+            sum += one.text;
+            lost += one.lostAt.size();
+        }
+        ASSERT_EQ(whole.text, sum) << ::testing::PrintToString(text);
+        ASSERT_EQ(whole.lostAt.size(), lost);
+        if (lost == 0 && text.find('\x0E') == std::string::npos) {
+            EXPECT_EQ(RunConverter(EucJpToShiftJis, whole.text).text, text);
+            const std::string jis = RunConverter(ShiftJisToJis, text).text;
+            EXPECT_EQ(RunConverter(EucJpToJis, whole.text).text, jis);
+            EXPECT_EQ(RunConverter(JisToShiftJis, jis).text, text);
+            EXPECT_EQ(RunConverter(JisToEucJp, jis).text, whole.text);
+        }
+    }
+}
+
+// Three bytes of room for one of the source are always enough for JIS.
+TEST(JapaneseConversion, JisFitsThreeTimesTheSource) {
+    Generator generator(2);
+    for (int i = 0; i < 20000; ++i) {
+        const bool invalid = i % 2 != 0;
+        const std::string text = generator.ShiftJis(invalid);
+        const Converted jis = RunConverter(ShiftJisToJis, text, 3 * text.size());
+        ASSERT_TRUE(jis.all);
+        if (!invalid) {
+            ASSERT_TRUE(jis.lostAt.empty());
+            ASSERT_EQ(RunConverter(JisToShiftJis, jis.text).text, text);
+        }
+        const Converted euc = RunConverter(ShiftJisToEucJp, text);
+        const Converted again = RunConverter(EucJpToJis, euc.text, 3 * euc.text.size());
+        ASSERT_TRUE(again.all);
+        if (!invalid) {
+            ASSERT_EQ(RunConverter(JisToEucJp, again.text).text, euc.text);
+        }
+        ASSERT_EQ(RunConverter(ShiftJisToJis, text).lostAt, jis.lostAt);
+    }
+    // The tightest there are: no byte is left over behind a kanji at the end.
+    const std::string kPattern =
+        "\x82\xA0"
+        "a";
+    for (unsigned n = 1; n < 50; ++n) {
+        std::string text;
+        for (unsigned i = 0; i < n; ++i) text += kPattern;
+        EXPECT_EQ(RunConverter(ShiftJisToJis, text, 3 * text.size()).text,
+                  RunConverter(ShiftJisToJis, text).text);
+    }
+    ExpectRows({{__LINE__,
+                 JisToShiftJis,
+                 RunConverter(ShiftJisToJis, "\x82\xA0", 6).text,
+                 "\x82\xA0",
+                 {}}});
+    EXPECT_EQ(RunConverter(ShiftJisToJis, "\xB1", 3).text, "\xB1");
+    EXPECT_EQ(RunConverter(ShiftJisToJis, "\xFF", 3).text, "?");
+}
+
+// With less room the text that fits is whole, and JIS ends in ASCII.
+TEST(JapaneseConversion, StopsBeforeACharacterWithoutRoom) {
+    Generator generator(3);
+    const Converter kBack[][2] = {{ShiftJisToEucJp, EucJpToShiftJis},
+                                  {ShiftJisToJis, JisToShiftJis}};
+    for (int i = 0; i < 300; ++i) {
+        const std::string text = generator.ShiftJis(false);
+        for (const auto& [there, back] : kBack)
+            for (std::size_t room = 0; room <= 3 * text.size(); room += 1 + room / 16) {
+                const Converted part = RunConverter(there, text, room);
+                const std::string expected = text.substr(0, part.consumed);
+                ASSERT_EQ(RunConverter(back, part.text).text, expected) << room;
+                if (!part.all) {
+                    ASSERT_EQ(RunConverter(back, part.text + "a").text, expected + "a") << room;
+                }
+            }
+    }
+}
