@@ -1,19 +1,21 @@
 // Replays a corpus without libFuzzer: every file of a folder, and each of its beginnings up to 256
 // bytes, so that a fuzz target is compiled and run by every build.
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 // A copy of exactly the right size lets a sanitizer see a read behind the end.
 static void RunOn(const std::vector<std::uint8_t>& bytes, std::size_t size) {
-    const std::vector<std::uint8_t> exact(bytes.begin(),
-                                          bytes.begin() + static_cast<std::ptrdiff_t>(size));
-    LLVMFuzzerTestOneInput(exact.data(), exact.size());
+    const auto exact = std::make_unique<std::uint8_t[]>(size);
+    std::copy_n(bytes.begin(), size, exact.get());
+    LLVMFuzzerTestOneInput(exact.get(), size);
 }
 
 int main(int argc, char** argv) {
