@@ -84,8 +84,8 @@ int InitMbutil() {
     const int previous = g_codeSetState.codeSet;
     if (!g_codeSetState.initialised && platform::HasTimeZoneRegistry())
         g_codeSetState.timeZoneRegistry = 1;
-    InitMbutilExt(CodeSetOfLanguage(UserLanguage()));
     g_codeSetState.initialised = 1;
+    InitMbutilExt(CodeSetOfLanguage(UserLanguage()));
     return previous;
 }
 
@@ -95,7 +95,7 @@ int InitMbutilExt(int codeSet) {
     g_codeSetState.codeSet = codeSet;
     g_codeSetState.multiByte = info && info->multiByte;
     g_codeSetState.japanese = info && info->japanese;
-    g_currentStep = StepTableOf(codeSet);
+    g_currentStep = g_codeSetState.initialised ? StepTableOf(codeSet) : nullptr;
     return previous;
 }
 
