@@ -164,7 +164,7 @@ class GENUTIL_API CGNString {
 
     /** Copies the text into a buffer and terminates it. The last byte of a full buffer is cut off
         without regard to characters, so a character of several bytes may be left in half there.
-        @param out receives size bytes, the unused ones 0. @param size bytes out can hold.
+        @param out receives at most size bytes. @param size bytes out can hold; all may be written.
         @return the length of the text in out; 0, with nothing written, when size is 0. */
     unsigned int GetString(char* out, unsigned int size) const;
 

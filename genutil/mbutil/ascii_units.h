@@ -24,10 +24,10 @@ inline void StoreUnit(unsigned char* p, unsigned unit) {
     std::memcpy(p, &value, sizeof value);
 }
 
-// Each reads a block of 16 characters, writes one whatever they are, and returns how many of them,
-// from the first on, are ASCII: only those are converted.
-inline unsigned AsciiPrefix(unsigned highBits) {
-    return static_cast<unsigned>(std::countr_zero(highBits | 0x10000u));
+// Each reads a block of 16 (or 8) characters, writes one whatever they are, and returns how many of
+// them, from the first on, are ASCII: only those are converted.
+inline unsigned AsciiPrefix(unsigned notAscii, unsigned block) {
+    return static_cast<unsigned>(std::countr_zero(notAscii | 1u << block));
 }
 
 inline unsigned WidenAscii(const unsigned char* bytes, unsigned char* units) {
@@ -35,23 +35,47 @@ inline unsigned WidenAscii(const unsigned char* bytes, unsigned char* units) {
     const __m128i zero = _mm_setzero_si128();
     _mm_storeu_si128(reinterpret_cast<__m128i*>(units), _mm_unpacklo_epi8(block, zero));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(units + 16), _mm_unpackhi_epi8(block, zero));
-    return AsciiPrefix(static_cast<unsigned>(_mm_movemask_epi8(block)));
+    return AsciiPrefix(static_cast<unsigned>(_mm_movemask_epi8(block)), 16);
+}
+
+inline unsigned WidenAscii8(const unsigned char* bytes, unsigned char* units) {
+    const __m128i block = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(bytes));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(units),
+                     _mm_unpacklo_epi8(block, _mm_setzero_si128()));
+    return AsciiPrefix(static_cast<unsigned>(_mm_movemask_epi8(block)), 8);
+}
+
+// Bit i of the low 8 says that unit i is no ASCII; so does bit i + 8 of the second register's.
+inline unsigned NotAscii(__m128i low, __m128i high) {
+    const __m128i beyond = _mm_set1_epi16(static_cast<short>(0xFF80)), zero = _mm_setzero_si128();
+    const __m128i ascii = _mm_packs_epi16(_mm_cmpeq_epi16(_mm_and_si128(low, beyond), zero),
+                                          _mm_cmpeq_epi16(_mm_and_si128(high, beyond), zero));
+    return ~static_cast<unsigned>(_mm_movemask_epi8(ascii)) & 0xFFFF;
 }
 
 inline unsigned NarrowAscii(const unsigned char* units, unsigned char* bytes) {
     const __m128i low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(units));
     const __m128i high = _mm_loadu_si128(reinterpret_cast<const __m128i*>(units + 16));
-    const __m128i beyond = _mm_set1_epi16(static_cast<short>(0xFF80)), zero = _mm_setzero_si128();
-    const __m128i ascii = _mm_packs_epi16(_mm_cmpeq_epi16(_mm_and_si128(low, beyond), zero),
-                                          _mm_cmpeq_epi16(_mm_and_si128(high, beyond), zero));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(bytes), _mm_packus_epi16(low, high));
-    return AsciiPrefix(~static_cast<unsigned>(_mm_movemask_epi8(ascii)) & 0xFFFF);
+    return AsciiPrefix(NotAscii(low, high), 16);
+}
+
+inline unsigned NarrowAscii8(const unsigned char* units, unsigned char* bytes) {
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(units));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(bytes), _mm_packus_epi16(block, block));
+    return AsciiPrefix(NotAscii(block, block) & 0xFF, 8);
 }
 
 inline unsigned CopyAscii(const unsigned char* from, unsigned char* to) {
     const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(to), block);
-    return AsciiPrefix(static_cast<unsigned>(_mm_movemask_epi8(block)));
+    return AsciiPrefix(static_cast<unsigned>(_mm_movemask_epi8(block)), 16);
+}
+
+inline unsigned CopyAscii8(const unsigned char* from, unsigned char* to) {
+    const __m128i block = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(from));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(to), block);
+    return AsciiPrefix(static_cast<unsigned>(_mm_movemask_epi8(block)), 8);
 }
 
 }  // namespace genutil

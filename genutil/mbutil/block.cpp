@@ -3,6 +3,7 @@
 #include <emmintrin.h>
 
 #include <bit>
+#include <cstdint>
 #include <cstring>
 
 namespace genutil {
@@ -12,16 +13,21 @@ __m128i Load(const unsigned char* p) {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
 }
 
-__m128i InRange(__m128i bytes, std::array<std::uint8_t, 2> range) {
-    const __m128i offset = _mm_sub_epi8(bytes, _mm_set1_epi8(static_cast<char>(range[0])));
-    const __m128i span = _mm_set1_epi8(static_cast<char>(range[1]));
+__m128i InRange(__m128i bytes, __m128i low, __m128i span) {
+    const __m128i offset = _mm_sub_epi8(bytes, low);
     return _mm_cmpeq_epi8(_mm_min_epu8(offset, span), offset);
 }
 
-__m128i InRanges(__m128i bytes, const std::array<std::array<std::uint8_t, 2>, 3>& ranges) {
-    __m128i in = InRange(bytes, ranges[0]);
-    if (ranges[1] != ranges[0]) in = _mm_or_si128(in, InRange(bytes, ranges[1]));
-    if (ranges[2] != ranges[1]) in = _mm_or_si128(in, InRange(bytes, ranges[2]));
+__m128i InRange(__m128i bytes, std::uint8_t low, std::uint8_t high) {
+    return InRange(bytes, _mm_set1_epi8(static_cast<char>(low)),
+                   _mm_set1_epi8(static_cast<char>(high - low)));
+}
+
+template <unsigned Count>
+__m128i InFirst(__m128i bytes, const StepTable::Ranges& ranges) {
+    __m128i in = InRange(bytes, Load(ranges.low[0]), Load(ranges.span[0]));
+    for (unsigned r = 1; r < Count; ++r)
+        in = _mm_or_si128(in, InRange(bytes, Load(ranges.low[r]), Load(ranges.span[r])));
     return in;
 }
 
@@ -34,7 +40,26 @@ std::uint64_t MaskOf(const unsigned char* block, Test test) {
     return mask;
 }
 
-constexpr std::array<std::uint8_t, 2> kShifts = {0x8E, 1};
+// The bytes of a block that are in any of the ranges.
+std::uint64_t MaskOfRanges(const unsigned char* block, const StepTable::Ranges& ranges) {
+    if (ranges.count == 1) return MaskOf(block, [&](__m128i b) { return InFirst<1>(b, ranges); });
+    if (ranges.count == 2) return MaskOf(block, [&](__m128i b) { return InFirst<2>(b, ranges); });
+    return MaskOf(block, [&](__m128i b) { return InFirst<3>(b, ranges); });
+}
+
+__m128i InRanges(__m128i bytes, const StepTable::Ranges& ranges) {
+    return ranges.count == 1   ? InFirst<1>(bytes, ranges)
+           : ranges.count == 2 ? InFirst<2>(bytes, ranges)
+                               : InFirst<3>(bytes, ranges);
+}
+
+std::uint64_t MaskOfShifts(const unsigned char* block) {
+    return MaskOf(block, [](__m128i b) { return InRange(b, 0x8E, 0x8F); });
+}
+
+std::uint64_t FirstBits(std::size_t n) {
+    return n < kBlock ? (std::uint64_t{1} << n) - 1 : ~std::uint64_t{0};
+}
 
 // Of the bytes that follow a lead byte of their own character: those at odd places in their run.
 std::uint64_t SecondBytes(std::uint64_t leads) {
@@ -82,86 +107,83 @@ bool BlockWalker::Next() {
 void BlockWalker::Scan(const unsigned char* bytes, std::size_t available) {
     m_data = bytes;
     m_size = available;
-    const std::uint64_t inText =
-        available < kBlock ? (std::uint64_t{1} << available) - 1 : ~std::uint64_t{0};
-    const std::uint64_t high = MaskOf(bytes, [](__m128i b) { return b; });
-    if (!high) {
-        m_starts = inText;
-        m_invalid = 0;
-        return;
-    }
-    if (m_table.hasShifts && MaskOf(bytes, [](__m128i b) { return InRange(b, kShifts); })) {
+    m_lone = 0;
+    m_leads = 0;
+    m_high = MaskOf(bytes, [](__m128i b) { return b; });
+    m_starts = FirstBits(available);
+    if (!m_high) return;
+    if (m_table.hasShifts && MaskOfShifts(bytes)) {
         ScanByStep(bytes, available);
         return;
     }
-    std::uint64_t leads = MaskOf(bytes, [&](__m128i b) { return InRanges(b, m_table.leadRanges); });
-    const std::uint64_t trails =
-        MaskOf(bytes, [&](__m128i b) { return InRanges(b, m_table.trailRanges); });
-    std::uint64_t seconds = SecondBytes(leads);
-    constexpr std::uint64_t kLast = std::uint64_t{1} << (kBlock - 1);
-    if (available == kBlock && (leads & ~seconds & kLast)) {
-        // Its second byte lies in the next block: leave both to that.
-        m_size = kBlock - 1;
-    }
-    const std::uint64_t lone = (seconds & ~trails) >> 1;  // lead bytes whose second byte is none
-    seconds &= trails;
-    m_starts = ~seconds & (m_size < kBlock ? (std::uint64_t{1} << m_size) - 1 : ~std::uint64_t{0});
-    const std::uint64_t singles = m_table.first[0xB1] == 1
-                                      ? MaskOf(bytes,
-                                               [](__m128i b) {
-                                                   return InRange(b, {0xA1, 0xDF - 0xA1});
-                                               })
-                                      : 0;
-    const std::uint64_t cutAtEnd =
-        available < kBlock ? leads & (std::uint64_t{1} << (available - 1)) : 0;
-    m_invalid = m_starts & (lone | cutAtEnd | (high & ~leads & ~singles));
+    m_leads = MaskOfRanges(bytes, m_table.leads);
+    const std::uint64_t trails = MaskOfRanges(bytes, m_table.trails);
+    const std::uint64_t seconds = SecondBytes(m_leads);
+    // A lead byte at the block's end: its second byte lies in the next block, leave both to that.
+    if (available == kBlock && (m_leads & ~seconds) >> (kBlock - 1)) m_size = kBlock - 1;
+    m_lone = (seconds & ~trails) >> 1;
+    m_starts = ~(seconds & trails) & FirstBits(m_size);
+}
+
+std::uint64_t BlockWalker::Invalid() const {
+    const bool hasSingles = m_table.first[0xB1] == 1;  // half-width katakana
+    const std::uint64_t singles =
+        hasSingles ? MaskOf(m_data, [](__m128i b) { return InRange(b, 0xA1, 0xDF); }) : 0;
+    // In a block that is the text's end a last lead byte has nothing behind it.
+    const std::uint64_t last = m_size < kBlock ? m_leads & (std::uint64_t{1} << (m_size - 1)) : 0;
+    return m_starts & (m_lone | last | (m_high & ~m_leads & ~singles));
 }
 
 void BlockWalker::ScanByStep(const unsigned char* bytes, std::size_t available) {
-    m_starts = m_invalid = 0;
+    // Whole characters count as lead bytes here, so that what is left over is invalid.
+    m_starts = 0;
     std::size_t at = 0;
     while (at < available) {
         const unsigned step = StepLength(m_table, bytes + at);
         if (at + step > available) break;  // only in a full block, whose text goes on
         m_starts |= std::uint64_t{1} << at;
-        if (step == 1 && bytes[at] >= 0x80 && m_table.first[bytes[at]] != 1)
-            m_invalid |= std::uint64_t{1} << at;
+        if (step > 1) m_leads |= std::uint64_t{1} << at;
         at += step;
     }
     m_size = at;
 }
 
 std::size_t CountCharacters(const StepTable& table, const unsigned char* s, std::size_t length) {
-    std::size_t count = 0;
-    BlockWalker walker(table, s, length);
+    std::size_t seconds = 0, at = 0;
+    // Bytes that are neither first nor single, in whole blocks of single bytes and pairs.
+    while (length - at >= kBlock) {
+        const std::uint64_t leads = MaskOfRanges(s + at, table.leads);
+        if (table.hasShifts && MaskOfShifts(s + at)) break;
+        const std::uint64_t follows = SecondBytes(leads);
+        if (leads)
+            seconds +=
+                static_cast<unsigned>(std::popcount(follows & MaskOfRanges(s + at, table.trails)));
+        at += kBlock - ((leads & ~follows) >> (kBlock - 1));
+    }
+    std::size_t count = at - seconds;
+    BlockWalker walker(table, s + at, length - at);
     while (walker.Next()) count += static_cast<unsigned>(std::popcount(walker.Starts()));
     return count;
 }
 
 RunOfLeads FindRunOfLeads(const StepTable& table, const unsigned char* s, std::size_t idx) {
     RunOfLeads run{idx, false};
-    // A few bytes by hand, then 16 at a time: only text without ASCII has long runs.
-    for (int i = 0; run.start > 0 && i < 16; ++i) {
-        const unsigned rule = table.first[s[run.start - 1]];
-        if (rule <= 1 || (rule & StepTable::kInvalid)) return run;
-        --run.start;
-        run.hasShift |= table.hasShifts && s[run.start] <= 0x8F;
-    }
+    // Sixteen bytes at a time: where runs are long, so is every look back.
     while (run.start >= 16) {
         const __m128i bytes = Load(s + run.start - 16);
-        const __m128i shifts = table.hasShifts ? InRange(bytes, kShifts) : _mm_setzero_si128();
+        const __m128i shifts = table.hasShifts ? InRange(bytes, 0x8E, 0x8F) : _mm_setzero_si128();
         const auto leads = static_cast<unsigned>(
-            _mm_movemask_epi8(_mm_or_si128(shifts, InRanges(bytes, table.leadRanges))));
+            _mm_movemask_epi8(_mm_or_si128(shifts, InRanges(bytes, table.leads))));
         const auto shiftMask = static_cast<unsigned>(_mm_movemask_epi8(shifts));
-        // Bytes of the run are the ones at the top of `leads`.
-        const unsigned length = static_cast<unsigned>(std::countl_one(leads << 16));
+        // The run is the ones at the top of `leads`.
+        const auto length = static_cast<unsigned>(std::countl_one(leads << 16));
         if (length > 0) run.hasShift |= (shiftMask << 16 >> (32 - length)) != 0;
         run.start -= length;
         if (length < 16) return run;
     }
     while (run.start > 0) {
         const unsigned rule = table.first[s[run.start - 1]];
-        if (rule <= 1 || (rule & StepTable::kInvalid)) break;
+        if (rule <= 1 || rule == StepTable::kInvalid) break;
         --run.start;
         run.hasShift |= table.hasShifts && s[run.start] <= 0x8F;
     }

@@ -33,7 +33,7 @@ class BlockWalker {
     std::size_t Size() const { return m_size; }           // its bytes, 1 to 64
     const unsigned char* Data() const { return m_data; }  // 64 bytes, zero behind the text's end
     std::uint64_t Starts() const { return m_starts; }     // bytes that begin a character
-    std::uint64_t Invalid() const { return m_invalid; }   // of these, the invalid ones
+    std::uint64_t Invalid() const;                        // of these, the invalid ones
 
   private:
     void Learn();
@@ -49,7 +49,8 @@ class BlockWalker {
     std::size_t m_size = 0;
     const unsigned char* m_data = nullptr;
     std::uint64_t m_starts = 0;
-    std::uint64_t m_invalid = 0;
+    std::uint64_t m_high = 0, m_leads = 0;
+    std::uint64_t m_lone = 0;  // lead bytes whose second byte is none
     unsigned char m_tail[kBlock + 4] = {};
 };
 

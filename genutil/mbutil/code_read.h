@@ -22,9 +22,11 @@ struct CodeRead {
 };
 
 // The character of a code longer than two bytes at p.
-inline CodeRead ReadPrefixed(const CodePage& page, const unsigned char* p, const unsigned char* end) {
+inline CodeRead ReadPrefixed(const CodePage& page, const unsigned char* p,
+                             const unsigned char* end) {
     const std::size_t n = page.prefixLength;
-    if (n == 0 || static_cast<std::size_t>(end - p) < n + 2 || p[0] != page.prefix[0]) return {0, 0};
+    if (n == 0 || static_cast<std::size_t>(end - p) < n + 2 || p[0] != page.prefix[0])
+        return {0, 0};
     // The second of two prefixes follows the first in number; its cells have a trail without the
     // high bit in the table.
     unsigned trail = p[n + 1];

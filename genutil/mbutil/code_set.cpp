@@ -1,6 +1,7 @@
 // The current code set: its choice from the user's locale, and the names of code sets.
 #include "genutil/mbutil/code_set.h"
 
+#include <array>
 #include <cstddef>
 #include <cstring>
 
@@ -61,10 +62,18 @@ int UserAnsiCodeSet() {
     return codePage ? CodeSetOfCodePage(codePage) : CodeSetOfLanguage(UserLanguage());
 }
 
+// Row number plus 1 of each code set, 0 for none: every conversion asks.
+static constexpr auto kRowOfCodeSet = [] {
+    std::array<std::uint8_t, mbUtf8 + 1> rows{};
+    std::uint8_t row = 0;
+    for (const CodeSetInfo& info : kCodeSets) rows[info.codeSet] = ++row;
+    return rows;
+}();
+
 const CodeSetInfo* FindCodeSet(int codeSet) {
-    for (const CodeSetInfo& info : kCodeSets)
-        if (info.codeSet == codeSet) return &info;
-    return nullptr;
+    const bool inTable = codeSet >= 0 && codeSet < static_cast<int>(kRowOfCodeSet.size());
+    const unsigned row = inTable ? kRowOfCodeSet[static_cast<std::size_t>(codeSet)] : 0;
+    return row ? &kCodeSets[row - 1] : nullptr;
 }
 
 }  // namespace genutil
@@ -75,8 +84,8 @@ int InitMbutil() {
     const int previous = g_codeSetState.codeSet;
     if (!g_codeSetState.initialised && platform::HasTimeZoneRegistry())
         g_codeSetState.timeZoneRegistry = 1;
-    InitMbutilExt(CodeSetOfLanguage(UserLanguage()));
     g_codeSetState.initialised = 1;
+    InitMbutilExt(CodeSetOfLanguage(UserLanguage()));
     return previous;
 }
 
@@ -86,7 +95,7 @@ int InitMbutilExt(int codeSet) {
     g_codeSetState.codeSet = codeSet;
     g_codeSetState.multiByte = info && info->multiByte;
     g_codeSetState.japanese = info && info->japanese;
-    g_currentStep = StepTableOf(codeSet);
+    g_currentStep = g_codeSetState.initialised ? StepTableOf(codeSet) : nullptr;
     return previous;
 }
 

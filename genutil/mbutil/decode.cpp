@@ -17,12 +17,14 @@ const unsigned char* SafeEnd(const unsigned char* p, const unsigned char* end,
     return n < ahead ? p : p + n - ahead;
 }
 
-// ASCII at p, as units at o; advances both.
+// ASCII at p, as units at o; advances both, not beyond safe but for the block ahead.
 template <bool kBlocks>
-inline void DecodeAscii(const unsigned char*& p, unsigned char*& o) {
+inline void DecodeAscii(const unsigned char*& p, unsigned char*& o, const unsigned char* safe) {
     unsigned n = 1;
     if (kBlocks)
         n = WidenAscii(p, o);
+    else if (safe - p >= 8)
+        n = WidenAscii8(p, o);
     else
         StoreUnit(o, *p);
     p += n;
@@ -58,7 +60,7 @@ void DecodeSingleByte(const CodePage& page, Source& src, unsigned char*& out,
     while (p < safe) {
         const unsigned byte = *p;
         if (byte < 0x80) {
-            DecodeAscii<kBlocks>(p, o);
+            DecodeAscii<kBlocks>(p, o, safe);
             continue;
         }
         const unsigned character = page.bytes[byte];
@@ -80,7 +82,7 @@ void DecodePairs(const CodePage& page, Source& src, unsigned char*& out, unsigne
     while (p < safe) {
         const unsigned lead = *p;
         if (lead < 0x80) {
-            DecodeAscii<kBlocks>(p, o);
+            DecodeAscii<kBlocks>(p, o, safe);
             continue;
         }
         const unsigned character = pairs[CodePage::PairIndex(lead, p[1])];
@@ -111,7 +113,7 @@ void DecodeUtf8(Source& src, unsigned char*& out, unsigned char* outEnd) {
     const unsigned char* const safe = SafeEnd(p, src.end, o, outEnd, kBlocks ? kAsciiBlock : 0);
     while (p < safe) {
         if (*p < 0x80) {
-            DecodeAscii<kBlocks>(p, o);
+            DecodeAscii<kBlocks>(p, o, safe);
             continue;
         }
         const CodeRead read = ReadUtf8(p, src.end);

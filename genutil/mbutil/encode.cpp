@@ -10,16 +10,20 @@ namespace {
 // bytes, and `ahead` units are left over for a loop that works by blocks.
 const unsigned char* SafeEnd(const unsigned char* units, const unsigned char* unitsEnd,
                              const Sink& dst, unsigned longest, std::ptrdiff_t ahead) {
-    const std::ptrdiff_t left = (unitsEnd - units) / 2, room = (dst.end - dst.at) / longest;
+    // A power of 2 will do, and spares a short text the division.
+    const unsigned shift = longest > 2 ? 2 : longest - 1;
+    const std::ptrdiff_t left = (unitsEnd - units) / 2, room = (dst.end - dst.at) >> shift;
     const std::ptrdiff_t n = left < room ? left : room;
     return n < ahead ? units : units + 2 * (n - ahead);
 }
 
 template <bool kBlocks>
-inline void EncodeAscii(const unsigned char*& u, unsigned char*& o) {
+inline void EncodeAscii(const unsigned char*& u, unsigned char*& o, const unsigned char* safe) {
     unsigned n = 1;
     if (kBlocks)
         n = NarrowAscii(u, o);
+    else if (safe - u >= 16)
+        n = NarrowAscii8(u, o);
     else
         *o = *u;
     u += 2 * n;
@@ -83,7 +87,7 @@ void EncodeTable(const CodePage& page, const unsigned char*& units, const unsign
     while (u < safe) {
         const unsigned unit = LoadUnit(u);
         if (unit < 0x80) {
-            EncodeAscii<kBlocks>(u, o);
+            EncodeAscii<kBlocks>(u, o, safe);
             continue;
         }
         const unsigned cell = page.Back(unit);
@@ -111,7 +115,7 @@ void EncodeUtf8(const CodePage& page, const unsigned char*& units, const unsigne
     while (u < safe) {
         const unsigned unit = LoadUnit(u);
         if (unit < 0x80) {
-            EncodeAscii<kBlocks>(u, o);
+            EncodeAscii<kBlocks>(u, o, safe);
             continue;
         }
         if (IsHighSurrogate(unit) || IsLowSurrogate(unit)) {

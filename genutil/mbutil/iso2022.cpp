@@ -265,6 +265,7 @@ Stop EncodeIso2022(const CodePage& page, const unsigned char*& units, const unsi
 }
 
 void CloseIso2022(const CodePage& page, Sink& dst) {
+    if (dst.state.set == 0) return;
     Emission emission{{}, 0, dst.state};
     if (page.form == CodeForm::kIso2022Jp)
         EnterJapaneseSet(emission, kAscii);

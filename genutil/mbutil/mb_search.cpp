@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "genutil/mbutil/block.h"
+#include "genutil/mbutil/pair_finder.h"
 
 using namespace genutil;
 
@@ -39,7 +40,20 @@ bool StandsAlone(unsigned char byte) {
     return !g_currentStep || (byte < 0x80 && !g_currentStep->later[byte]);
 }
 
-// The first occurrence of a needle that consists of whole characters of the text.
+// The first occurrence of a byte of ASCII that is a character by itself.
+char* FindAscii(const StepTable& table, const char* s, int byte) {
+    const char* boundary = s;
+    for (const char* at = s; (at = std::strchr(at, byte)) != nullptr; ++at) {
+        const std::size_t offset = static_cast<std::size_t>(at - boundary);
+        if (AlignToCharacter(table, Bytes(boundary), offset) == offset)
+            return const_cast<char*>(at);
+        boundary = at + 1;  // behind a trail byte that is no lead byte
+    }
+    return nullptr;
+}
+
+// Searches for a needle of whole characters: for its first two bytes, many at a time, and at each
+// place where they stand for the rest.
 class Needle {
   public:
     Needle(const StepTable& table, const char* needle)
@@ -49,17 +63,15 @@ class Needle {
           m_lastStart(AlignToCharacter(table, Bytes(needle), m_length - 1)) {}
 
     char* FindIn(const char* hay) const {
-        const auto first = static_cast<unsigned char>(m_text[0]);
-        const auto second = static_cast<unsigned char>(m_text[1]);
-        constexpr std::uint64_t kLast = std::uint64_t{1} << (kBlock - 1);
-        BlockWalker walker(m_table, Bytes(hay));
-        while (walker.Next()) {
-            std::uint64_t hits = MaskOfByte(walker.Data(), first) & walker.Starts();
-            if (second && hits) hits &= MaskOfByte(walker.Data(), second) >> 1 | kLast | kLast >> 1;
-            for (; hits; hits &= hits - 1) {
-                const char* at = hay + walker.Position() + std::countr_zero(hits);
-                if (IsAt(at)) return const_cast<char*>(at);
-            }
+        PairFinder finder(Bytes(hay), static_cast<unsigned char>(m_text[0]),
+                          static_cast<unsigned char>(m_text[1]));
+        const char* boundary = hay;  // a start of a character, so that no look back repeats another
+        while (const unsigned char* found = finder.Next()) {
+            const char* at = reinterpret_cast<const char*>(found);
+            const std::size_t offset = static_cast<std::size_t>(at - boundary);
+            const std::size_t start = AlignToCharacter(m_table, Bytes(boundary), offset);
+            boundary += start;
+            if (start == offset && IsAt(at)) return const_cast<char*>(at);
         }
         return nullptr;
     }
@@ -67,7 +79,7 @@ class Needle {
   private:
     // The last character must be whole in the text too: a lone lead byte is no half of a pair.
     bool IsAt(const char* at) const {
-        return std::strncmp(at, m_text, m_length) == 0 &&
+        return (m_length <= 2 || std::strncmp(at, m_text, m_length) == 0) &&
                StepLength(m_table, Bytes(at) + m_lastStart) == m_length - m_lastStart;
     }
 
@@ -128,6 +140,7 @@ char* mbstrchr(const char* s, int c) {
     if (byte < 0) return nullptr;
     if (StandsAlone(static_cast<unsigned char>(byte)))
         return const_cast<char*>(std::strchr(s, byte));
+    if (byte < 0x80) return FindAscii(*g_currentStep, s, byte);
     return FindByStep(*g_currentStep, s, static_cast<unsigned char>(byte), false);
 }
 

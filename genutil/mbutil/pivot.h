@@ -16,7 +16,7 @@ enum class Stop : std::uint8_t { kDone, kFull, kBad };
 // Where text with escape sequences stands; zero at the start of every text. Which value means what
 // is iso2022.cpp's business.
 struct ShiftState {
-    std::uint8_t set = 0;
+    std::uint16_t set = 0;
     std::uint8_t designated = 0;
     std::uint8_t begun = 0;
 };

@@ -7,20 +7,27 @@
 
 namespace genutil {
 
+unsigned StepLengthOfShift(const StepTable& table, const unsigned char* p) {
+    const unsigned rule = table.first[*p];
+    if (!(table.later[p[1]] & rule)) return 1;
+    const unsigned length = rule & StepTable::kLength;
+    for (unsigned i = 2; i < length; ++i)
+        if (!(table.later[p[i]] & StepTable::kSecond)) return 1;
+    return length;
+}
+
 std::size_t AlignToCharacter(const StepTable& table, const unsigned char* s, std::size_t idx) {
-    const auto isLead = [&](unsigned b) { return (table.first[b] & ~StepTable::kInvalid) > 1; };
-    if (idx == 0 || !isLead(s[idx - 1])) return idx;
     // The run of lead bytes before idx begins at a character's start.
+    if (idx == 0 || !BeginsLonger(table, s[idx - 1])) return idx;
     const RunOfLeads run = FindRunOfLeads(table, s, idx);
-    std::size_t at = run.start;
-    if (!run.hasShift) {
-        // Pairs all the way: every lead byte may be a trail byte too.
-        if ((idx - at) % 2 == 0) return idx;
-        at = idx - 1;
+    if (run.hasShift) {
+        std::size_t at = run.start, step = 0;
+        while (at < idx) at += step = StepLength(table, s + at);
+        return at > idx ? at - step : at;
     }
-    std::size_t step = 0;
-    while (at < idx) at += step = StepLength(table, s + at);
-    return at > idx ? at - step : at;
+    // Pairs all the way: every lead byte may be a trail byte too.
+    const bool odd = (idx - run.start) % 2 != 0;
+    return odd && (table.later[s[idx]] & StepTable::kSecond) ? idx - 1 : idx;
 }
 
 }  // namespace genutil
@@ -33,6 +40,12 @@ namespace {
 std::size_t LengthUpTo(const char* s, std::size_t limit) {
     const void* end = limit ? std::memchr(s, 0, limit) : nullptr;
     return end ? static_cast<std::size_t>(static_cast<const char*>(end) - s) : limit;
+}
+
+// With the initialisation out of the way of the hot path.
+[[gnu::noinline]] int BytesInCharacterSlow(const unsigned char* p) {
+    EnsureInitialised();
+    return g_currentStep && p ? static_cast<int>(StepLength(*g_currentStep, p)) : 1;
 }
 
 unsigned AlignedIndex(const StepTable* table, const char* s, unsigned idx) {
@@ -52,7 +65,7 @@ int mblenExt(const unsigned char* p, unsigned n, int codeSet) {
 }
 
 int mb_mblen(const unsigned char* p, unsigned n) {
-    EnsureInitialised();
+    if (!g_currentStep) EnsureInitialised();
     if (!g_currentStep) return 1;
     return p && n ? CharacterLength(*g_currentStep, p, n) : 0;
 }
@@ -86,8 +99,9 @@ int mbbytesinchartype(const unsigned char* p, int codeSet) {
 }
 
 int mbbytesinchar(const unsigned char* p) {
-    EnsureInitialised();
-    return g_currentStep && p ? static_cast<int>(StepLength(*g_currentStep, p)) : 1;
+    const StepTable* table = g_currentStep;
+    if (__builtin_expect(table && p, 1)) return static_cast<int>(StepLength(*table, p));
+    return BytesInCharacterSlow(p);
 }
 
 // The flag of the current code set, not codeSet, decides whether idx is moved: programs depend on
@@ -102,7 +116,7 @@ unsigned mbidx(const char* s, unsigned idx) {
 }
 
 unsigned mbnextidx(const char* s, unsigned idx) {
-    EnsureInitialised();
+    if (!g_currentStep) EnsureInitialised();
     std::size_t start = idx;
     std::size_t length = 1;
     if (const StepTable* table = g_currentStep) {

@@ -17,20 +17,35 @@ struct StepTable {
     // For a first byte: the length of its character (0 at a terminator, 1 to 4) and the kind of its
     // second byte, or kInvalid.
     static constexpr std::uint8_t kLength = 0x07, kSecond = 0x08, kShifted = 0x10, kInvalid = 0x80;
+    static constexpr std::uint8_t kPair = 2 | kSecond;
     // For a later byte: may follow a lead byte, may follow the lead byte 0x8E.
     std::array<std::uint8_t, 256> first;
     std::array<std::uint8_t, 256> later;
     bool hasShifts;  // 0x8E and 0x8F begin characters with rules of their own
-    // The same ranges of lead and second bytes once more (without the shifts), as {lowest, highest
-    // less lowest}, for many bytes at a time. Each lead byte may stand as second byte too.
-    std::array<std::array<std::uint8_t, 2>, 3> leadRanges, trailRanges;
+    // The same ranges of lead and second bytes once more (without the shifts), for 16 bytes at a
+    // time: the lowest byte of each and its distance to the highest. Each lead byte may be a second
+    // byte.
+    struct Ranges {
+        unsigned count;
+        alignas(16) std::uint8_t low[3][16];
+        alignas(16) std::uint8_t span[3][16];
+    } leads, trails;
 };
 
 // Null for a code set whose characters are single bytes to the stepping functions.
 const StepTable* StepTableOf(int codeSet);
 
-// The table of the current code set, kept in step by InitMbutilExt.
+// The table of the current code set. Null before initialisation too, so that one test serves the
+// functions on the hot path: only when it fails do they ask whether to initialise.
 extern const StepTable* g_currentStep;
+
+// Whether a byte is the first of a character of several bytes.
+inline bool BeginsLonger(const StepTable& table, unsigned byte) {
+    return (table.first[byte] & ~StepTable::kInvalid) > 1;
+}
+
+// StepLength of a character that 0x8E or 0x8F may begin.
+unsigned StepLengthOfShift(const StepTable& table, const unsigned char* p);
 
 // Length of the character at p: 0 at a terminator, -1 when invalid. Looks at no more than n bytes;
 // a length that n cuts is promised by the lead byte. n is at least 1.
@@ -45,14 +60,18 @@ inline int CharacterLength(const StepTable& table, const unsigned char* p, unsig
     return static_cast<int>(length);
 }
 
-// Bytes to step over the character at p, 1 for an invalid one and for a terminator.
+// Bytes to step over the character at p, 1 for an invalid one and for a terminator. Each length is
+// the constant of a branch: the processor predicts it and goes on, where a length out of a table
+// would make every step wait for the one before.
 inline unsigned StepLength(const StepTable& table, const unsigned char* p) {
+    if (*p < 0x80) return 1;
     const unsigned rule = table.first[*p];
-    if (rule <= 1 || !(table.later[p[1]] & rule)) return 1;
-    const unsigned length = rule & StepTable::kLength;
-    for (unsigned i = 2; i < length; ++i)
-        if (!(table.later[p[i]] & StepTable::kSecond)) return 1;
-    return length;
+    if (__builtin_expect(rule == StepTable::kPair, 1)) {
+        if (__builtin_expect(table.later[p[1]] & StepTable::kSecond, 1)) return 2;
+        __asm__ volatile("");  // keeps the compiler from making a sum of it
+        return 1;
+    }
+    return rule <= 1 || rule == StepTable::kInvalid ? 1 : StepLengthOfShift(table, p);
 }
 
 // Start of the character that holds byte idx; s has no terminator before idx.

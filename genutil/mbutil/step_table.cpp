@@ -16,11 +16,11 @@ class Builder {
     }
     constexpr Builder& Single(Range r) { return First(r, 1); }
     constexpr Builder& Pairs(Range r) {
-        m_leads = Note(m_table.leadRanges, m_leads, r);
-        return First(r, 2 | StepTable::kSecond);
+        Note(m_table.leads, r);
+        return First(r, StepTable::kPair);
     }
     constexpr Builder& Trail(Range r) {
-        m_trails = Note(m_table.trailRanges, m_trails, r);
+        Note(m_table.trails, r);
         return Later(r, StepTable::kSecond);
     }
     // 0x8E begins a character of `length` bytes whose second byte is in `second`.
@@ -45,16 +45,14 @@ class Builder {
         for (unsigned b = r.from; b <= r.to; ++b) m_table.later[b] |= kind;
         return *this;
     }
-    // Unused slots repeat the latest range.
-    static constexpr unsigned Note(std::array<std::array<std::uint8_t, 2>, 3>& ranges,
-                                   unsigned used, Range r) {
-        for (unsigned i = used; i < 3; ++i)
-            ranges[i] = {static_cast<std::uint8_t>(r.from),
-                         static_cast<std::uint8_t>(r.to - r.from)};
-        return used + 1;
+    static constexpr void Note(StepTable::Ranges& ranges, Range r) {
+        for (unsigned i = 0; i < 16; ++i) {
+            ranges.low[ranges.count][i] = static_cast<std::uint8_t>(r.from);
+            ranges.span[ranges.count][i] = static_cast<std::uint8_t>(r.to - r.from);
+        }
+        ++ranges.count;
     }
     StepTable m_table;
-    unsigned m_leads = 0, m_trails = 0;
 };
 
 constexpr Range kHigh{0xA1, 0xFE};  // both bytes of the EUC encodings

@@ -69,9 +69,13 @@ class Conversion {
         return ByChunks();
     }
 
-    Stop SkippingInvalid(Stop stop) {
+    void SkipBad(std::size_t length) {
         m_behind = m_src;
-        if (stop == Stop::kBad) m_behind.at += BadLength(m_from, m_src);
+        m_behind.at += length;
+    }
+
+    Stop SkippingInvalid(Stop stop) {
+        if (stop == Stop::kBad) SkipBad(BadLength(m_from, m_src));
         return stop;
     }
 
@@ -81,8 +85,7 @@ class Conversion {
         const std::size_t odd = static_cast<std::size_t>(m_src.end - m_src.at) % 2;
         Stop stop = Encode(m_to, m_src.at, m_src.end - odd, m_dst);
         if (stop == Stop::kDone && odd) stop = Stop::kBad;  // half a unit is left
-        m_behind = m_src;
-        if (stop == Stop::kBad) m_behind.at += LengthOfUtf16();
+        if (stop == Stop::kBad) SkipBad(LengthOfUtf16());
         return stop;
     }
 
@@ -96,10 +99,9 @@ class Conversion {
 
     Stop FromUtf8() {
         const Stop stop = Utf8ToTables(m_to, m_src, m_dst);
-        m_behind = m_src;
         if (stop == Stop::kBad) {
             const CodeRead read = ReadUtf8(m_src.at, m_src.end);
-            m_behind.at += read.length ? read.length : 1;
+            SkipBad(read.length ? read.length : 1);
         }
         return stop;
     }

@@ -7,19 +7,21 @@ namespace genutil {
 
 namespace {
 
-// As in decode.cpp: up to here a loop need look at neither end, and `ahead` bytes are left over.
-const unsigned char* SafeEnd(const Source& src, const Sink& dst, unsigned longestPerByte,
-                             std::ptrdiff_t ahead) {
-    const std::ptrdiff_t left = src.end - src.at, room = (dst.end - dst.at) / longestPerByte;
+// As in decode.cpp: up to here a loop need look at neither end, with room for what `room` bytes
+// become, and `ahead` bytes are left over.
+const unsigned char* SafeEnd(const Source& src, std::ptrdiff_t room, std::ptrdiff_t ahead) {
+    const std::ptrdiff_t left = src.end - src.at;
     const std::ptrdiff_t n = left < room ? left : room;
     return n < ahead ? src.at : src.at + n - ahead;
 }
 
 template <bool kBlocks>
-inline void PassAscii(const unsigned char*& p, unsigned char*& o) {
+inline void PassAscii(const unsigned char*& p, unsigned char*& o, const unsigned char* safe) {
     unsigned n = 1;
     if (kBlocks)
         n = CopyAscii(p, o);
+    else if (safe - p >= 8)
+        n = CopyAscii8(p, o);
     else
         *o = *p;
     p += n;
@@ -75,11 +77,12 @@ void FastToUtf8(const CodePage& page, Source& src, Sink& dst) {
     const std::uint16_t* const pairs = page.pairs.get();
     const unsigned char* p = src.at;
     unsigned char* o = dst.at;
-    const unsigned char* const safe = SafeEnd(src, dst, 3, kBlocks ? kAsciiBlock : 1);
+    const unsigned char* const safe =
+        SafeEnd(src, (dst.end - dst.at) / 3, kBlocks ? kAsciiBlock : 1);
     while (p < safe) {
         const unsigned lead = *p;
         if (lead < 0x80) {
-            PassAscii<kBlocks>(p, o);
+            PassAscii<kBlocks>(p, o, safe);
             continue;
         }
         if (kPairs) {
@@ -114,10 +117,10 @@ void FastFromUtf8(const CodePage& page, Source& src, Sink& dst) {
     unsigned char* o = dst.at;
     // Two bytes can become two, or what a prefix adds to them.
     const unsigned char* const safe =
-        SafeEnd(src, dst, page.longest > 2 ? 2 : 1, kBlocks ? kAsciiBlock : 3);
+        SafeEnd(src, (dst.end - dst.at) >> (page.longest > 2), kBlocks ? kAsciiBlock : 3);
     while (p < safe) {
         if (*p < 0x80) {
-            PassAscii<kBlocks>(p, o);
+            PassAscii<kBlocks>(p, o, safe);
             continue;
         }
         const unsigned cell = page.Back(ReadThree(p));

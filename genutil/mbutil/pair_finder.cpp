@@ -1,0 +1,51 @@
+#include "genutil/mbutil/pair_finder.h"
+
+#include <emmintrin.h>
+
+#include <bit>
+#include <cstring>
+
+namespace genutil {
+
+// One bit for each of 16 bytes; looks at 17, or at 16 when only one byte is wanted.
+std::uint32_t PairFinder::Matches(const unsigned char* bytes) const {
+    const auto equal = [](const unsigned char* p, unsigned char wanted) {
+        return _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)),
+                              _mm_set1_epi8(static_cast<char>(wanted)));
+    };
+    __m128i match = equal(bytes, m_first);
+    if (m_second) match = _mm_and_si128(match, equal(bytes + 1, m_second));
+    return static_cast<std::uint32_t>(_mm_movemask_epi8(match));
+}
+
+// Looks for the terminator a little further: a search that ends early must not pay for a long text.
+bool PairFinder::Learn() {
+    if (m_ended) return false;
+    const void* end = std::memchr(m_known, 0, m_window);
+    m_ended = end != nullptr;
+    m_known = end ? static_cast<const unsigned char*>(end) : m_known + m_window;
+    if (m_window < 8192) m_window *= 4;
+    return true;
+}
+
+const unsigned char* PairFinder::Next() {
+    while (!m_matches) {
+        if (m_started) m_at += kStep;
+        m_started = true;
+        while (m_known <= m_at + kStep && Learn()) {
+        }
+        if (m_known > m_at + kStep) {
+            m_matches = Matches(m_at);
+            continue;
+        }
+        if (m_known <= m_at) return nullptr;
+        unsigned char tail[2 * kStep] = {};
+        std::memcpy(tail, m_at, static_cast<std::size_t>(m_known - m_at));
+        m_matches = Matches(tail);
+    }
+    const unsigned char* found = m_at + std::countr_zero(m_matches);
+    m_matches &= m_matches - 1;
+    return found;
+}
+
+}  // namespace genutil
