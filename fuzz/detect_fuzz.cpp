@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     std::FILE* const stream = std::tmpfile();
     if (stream == nullptr) return 0;  // no place for one
-    std::fwrite(data, 1, size, stream);
+    if (size != 0) std::fwrite(data, 1, size, stream);
     std::rewind(stream);
     if (DetectJPCodeType(stream) != result) std::abort();
     if (std::ftell(stream) != static_cast<long>(consumed)) std::abort();
