@@ -109,6 +109,8 @@ class Program(unittest.TestCase):
         write('marked', b'\xef\xbb\xbf' + TEXT.encode())
         out = self.expect(run('convert', '--from', 'auto', '--to', 'utf-16be', 'marked'), 0)
         self.assertEqual(out, TEXT.encode('utf-16-be'))
+        if not NATIVE:
+            return
         got = run('convert', '--from', 'auto', '--to', 'utf-16', '-', given=b'\xfe\xff' + out)
         self.assertEqual(self.expect(got, 0), b'\xff\xfe' + TEXT.encode('utf-16-le'))
 
@@ -120,6 +122,8 @@ class Program(unittest.TestCase):
                           'line 2, column 4 (byte 13): F0 9F 98 80  😀',
                           'line 2, column 6 (byte 18): C3 A9  é')
         self.assertEqual(out.decode('cp932'), 'ok 〓\n東京 〓 〓\n')
+        if not NATIVE:
+            return
         broken = 'é\n'.encode('cp1252') * 9
         got = run('convert', '--from', 'utf-8', '--to', '1252', '-o', 'out', '-', given=broken)
         self.expect(got, 1, 'standard input: 9 characters', 'line 5, column 1 (byte 8): E9', 'and 4 more')
@@ -176,7 +180,8 @@ class Program(unittest.TestCase):
                      '        3  E3           invalid', '        0  45 6C        U+6771      東',
                      '        1  61           U+0061      a', '        2  3D D8 00 DE  U+1F600     😀'):
             self.assertIn(line, out)
-        self.expect(run('text', '--show', 'many', 'utf8'), 2, "'many' is no number")
+        if NATIVE:
+            self.expect(run('text', '--show', 'many', 'utf8'), 2, "'many' is no number")
 
 
 if __name__ == '__main__':
