@@ -1,5 +1,6 @@
 // Shift-JIS, EUC-JP and JIS among each other: one loop over a reader and a writer.
 #include <algorithm>
+#include <bit>
 
 #include "genutil/jaconv/reader.h"
 #include "genutil/jaconv/writer.h"
@@ -54,8 +55,8 @@ bool Write(const In& in, Out& out, const Unit& unit, Losses& losses) {
         case Kind::kPair:
             return out.Pair(unit.code, left);
         case Kind::kSupplement:
-            if (!Out::kHasSupplement) break;
-            return out.Supplement(unit.code, left);
+            if constexpr (Out::kHasSupplement) return out.Supplement(unit.code, left);
+            break;
         case Kind::kKana:
             return out.Kana(unit.code, left);
         case Kind::kNothing:
@@ -72,7 +73,8 @@ template <class In, class Out>
 void CopyAscii(In& in, Out& out) {
     if (!out.EnterAscii()) return;
     const std::size_t n = std::min(in.Left(), out.Room());
-    const std::size_t run = CopyPlainRun < In::kShifts || Out::kShifts > (out.p, in.p, n);
+    constexpr bool kShifts = In::kShifts || Out::kShifts;
+    const std::size_t run = CopyPlainRun<kShifts>(out.p, in.p, n);
     in.p += run;
     out.p += run;
 }

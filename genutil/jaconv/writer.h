@@ -3,7 +3,8 @@
 //     EnterAscii()  makes ready for ASCII, which the caller then writes at p
 //     Pair()        writes a kanji given as two EUC bytes
 //     HasBlock()    whether a block of them may follow the kanji written last, for PutBlock()
-//     Supplement()  a character of JIS X 0212; Kana() half-width katakana, one byte
+//     Supplement()  a character of JIS X 0212, where the code set has them (kHasSupplement)
+//     Kana()        half-width katakana, given as one byte
 //     Lost()        the substitute
 //     Close()       ends the text
 //
@@ -77,7 +78,6 @@ class ShiftJisWriter : public Writer {
     }
     bool HasBlock() const { return Room() >= kBlock; }
     void PutBlock(const Block& block) { Store(ToShiftJisBlock(block.pairs), block.count); }
-    bool Supplement(unsigned, std::size_t left) { return Lost(left); }
     bool Kana(unsigned kana, std::size_t) {
         if (Room() < 1) return false;
         PutByte(kana);
