@@ -26,7 +26,7 @@ inline void EncodeAscii(const unsigned char*& u, unsigned char*& o, const unsign
         n = NarrowAscii8(u, o);
     else
         *o = *u;
-    u += 2 * n;
+    u += std::size_t{2} * n;
     o += n;
 }
 
