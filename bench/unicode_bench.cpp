@@ -189,9 +189,9 @@ const int g_registered = [] {
     RegisterPair("8859-2 to 1250", latin, kLatin2, k1250);
     const std::string name =
         "\x93\xFA\x96{\x8C\xEA\x82\xCC\x83t\x83@\x83"
-        "C\x83\x8B\x96\xBC 2026-11-21.txt";
-    RegisterPair("name, Shift-JIS to UTF-16", name.substr(0, 35), kShiftJis, kUtf16);
-    RegisterPair("name, Shift-JIS to UTF-8", name.substr(0, 35), kShiftJis, kUtf8);
+        "C\x83\x8B\x96\xBC 2026-11-21-2.txt";
+    RegisterPair("name, Shift-JIS to UTF-16", name, kShiftJis, kUtf16);
+    RegisterPair("name, Shift-JIS to UTF-8", name, kShiftJis, kUtf8);
     return 0;
 }();
 

@@ -33,6 +33,7 @@ constexpr Direct kDirect[] = {
 };
 
 Converter FindDirect(int from, int to) {
+    if (from >= mbUtf16 || to >= mbUtf16) return nullptr;
     for (const Direct& row : kDirect)
         if (row.from == from && row.to == to) return row.convert;
     return nullptr;
