@@ -28,7 +28,7 @@ inline void DecodeAscii(const unsigned char*& p, unsigned char*& o, const unsign
     else
         StoreUnit(o, *p);
     p += n;
-    o += std::size_t{2} * n;
+    o += n + n;
 }
 
 // The very last codes, and what the loops stop at.

@@ -26,7 +26,7 @@ inline void EncodeAscii(const unsigned char*& u, unsigned char*& o, const unsign
         n = NarrowAscii8(u, o);
     else
         *o = *u;
-    u += std::size_t{2} * n;
+    u += n + n;
     o += n;
 }
 
