@@ -4,5 +4,6 @@
 
 #include "genstr.h"
 #include "mbutil.h"
+#include "osutil.h"
 
 #endif

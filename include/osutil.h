@@ -1,0 +1,7 @@
+/* Services of the operating system. */
+#ifndef GENUTIL_OSUTIL_H
+#define GENUTIL_OSUTIL_H
+
+#include "osthread.h"
+
+#endif

@@ -1,0 +1,14 @@
+// The record of a mutex, and the steps that the library's own locks take with it.
+#pragma once
+
+#include <atomic>
+
+#include "osutil/platform/threading.h"
+
+struct _osmutex {
+    genutil::platform::Mutex* handle;  // null when made in a process that was not threaded
+    // The thread that took it last, 0 since a release: for whoever looks into a process. A release
+    // of an inner level clears it too.
+    std::atomic<unsigned long> owner;
+};
+static_assert(sizeof(void*) != 4 || sizeof(_osmutex) == 8);

@@ -1,0 +1,58 @@
+// Mutexes: where they are busy. pthread's robust mutexes would hand on a lock whose holder ended
+// too, at several times the cost of each lock.
+#include <new>
+
+#include "osutil/platform/posix/futex.h"
+#include "osutil/platform/threading.h"
+
+namespace genutil::platform {
+
+namespace {
+
+void Abandon(HeldLock* lock) {
+    FreeMutex(static_cast<Mutex*>(lock));
+}
+
+}  // namespace
+
+unsigned MakeMutex(Mutex** mutex) {
+    *mutex = new (std::nothrow) Mutex{{nullptr, nullptr, Abandon}, {0}, 0};
+    return *mutex ? 0 : ENOMEM;
+}
+
+// Takes the mutex with the mark: whether others still sleep is not known.
+unsigned TakeBusyMutex(Mutex* mutex, ThisThread& self) {
+    std::uint32_t state = mutex->state.load(std::memory_order_relaxed);
+    for (;;) {
+        const std::uint32_t next = state == 0 ? self.id | kAwaited : state | kAwaited;
+        if (next != state && !mutex->state.compare_exchange_weak(
+                                 state, next, std::memory_order_acquire, std::memory_order_relaxed))
+            continue;
+        if (state == 0) break;
+        FutexWait(&mutex->state, next);
+        state = mutex->state.load(std::memory_order_relaxed);
+    }
+    mutex->levels = 1;
+    self.Hold(*mutex);
+    return 0;
+}
+
+void WakeForMutex(const void* mutex) {
+    FutexWake(&static_cast<const Mutex*>(mutex)->state, 1);
+}
+
+unsigned TryMutex(Mutex* mutex) {
+    if (!mutex) return EINVAL;
+    ThisThread& self = CurrentThread();
+    if (IsHolder(mutex, self)) return WaitMutex(mutex);
+    return TakeFreeMutex(mutex, self) ? 0 : EBUSY;
+}
+
+void CloseMutex(Mutex* mutex) {
+    if (!mutex) return;
+    ThisThread& self = CurrentThread();
+    if (IsHolder(mutex, self)) self.LetGo(*mutex);
+    delete mutex;
+}
+
+}  // namespace genutil::platform
