@@ -26,9 +26,9 @@
 struct _osmutex;
 
 #if defined(__GNUC__)
-#define GENUTIL_PRINTF(format, arguments) __attribute__((format(printf, format, arguments)))
+#define GENUTIL_PRINTF(text, first) __attribute__((format(printf, text, first)))
 #else
-#define GENUTIL_PRINTF(format, arguments)
+#define GENUTIL_PRINTF(text, first)
 #endif
 
 /** The text "Line %5d in %s" of a source position. */
