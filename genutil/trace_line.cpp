@@ -1,5 +1,6 @@
 #include "genutil/trace_line.h"
 
+#include <cstdint>
 #include <cstring>
 
 #include "genutil/allocate.h"
@@ -13,6 +14,25 @@ constexpr char kSeparator[] = " : ";
 void PutTwoDigits(char* out, int value) {
     out[0] = static_cast<char>('0' + value / 10 % 10);
     out[1] = static_cast<char>('0' + value % 10);
+}
+
+// The date of the second in which a thread wrote last: a log has many lines a second.
+struct Date {
+    std::int64_t second;
+    char text[sizeof "00/00/00 00:00:00 :: "];
+};
+thread_local Date t_date;
+
+Date FormatDate(std::int64_t second) {
+    const platform::LocalTime local = platform::LocalTimeOf(second);
+    Date date{second, "00/00/00 00:00:00 :: "};
+    PutTwoDigits(date.text, local.month);
+    PutTwoDigits(date.text + 3, local.day);
+    PutTwoDigits(date.text + 6, local.year % 100);
+    PutTwoDigits(date.text + 9, local.hour);
+    PutTwoDigits(date.text + 12, local.minute);
+    PutTwoDigits(date.text + 15, local.second);
+    return date;
 }
 
 }  // namespace
@@ -44,15 +64,9 @@ void TraceLine::Append(const char* text, std::size_t length) {
 }
 
 void TraceLine::AppendDateTime() {
-    const platform::LocalTime now = platform::LocalTimeOf(platform::SecondsNow());
-    char text[] = "00/00/00 00:00:00 :: ";
-    PutTwoDigits(text, now.month);
-    PutTwoDigits(text + 3, now.day);
-    PutTwoDigits(text + 6, now.year % 100);
-    PutTwoDigits(text + 9, now.hour);
-    PutTwoDigits(text + 12, now.minute);
-    PutTwoDigits(text + 15, now.second);
-    Append(text, sizeof text - 1);
+    const std::int64_t now = platform::SecondsNow();
+    if (t_date.second != now) t_date = FormatDate(now);
+    Append(t_date.text, sizeof t_date.text - 1);
 }
 
 void TraceLine::AppendThread(unsigned long id) {
