@@ -47,7 +47,15 @@ TEST(Locales, SimpleCaseMapping) {
         EXPECT_EQ(platform::ToUpper(pair.upper), pair.upper);
         EXPECT_EQ(platform::ToLower(pair.lower), pair.lower);
     }
-    for (const std::uint16_t plain : {0x31, 0x5B, 0x7B, 0xDF, 0x3042, 0x4E00, 0xD800, 0xFFFF})
+    std::uint32_t all = 0;  // the same on every platform
+    for (std::uint32_t c = 1; c <= 0xFFFF; ++c) {
+        const auto character = static_cast<std::uint16_t>(c);
+        all = all * 31 + platform::ToUpper(character);
+        all = all * 31 + platform::ToLower(character);
+    }
+    EXPECT_EQ(all, 2227320022u);
+    for (const std::uint16_t plain :
+         {0xB5, 0x131, 0x3C2, 0x31, 0x5B, 0x7B, 0xDF, 0x3042, 0x4E00, 0xD800, 0xFFFF})
         EXPECT_EQ(platform::ToUpper(plain), plain);
 }
 
