@@ -296,6 +296,10 @@ TEST(MbTokens, SplitAtCharacters) {
             EXPECT_EQ(mbstrtok(nullptr, row.delimiters), nullptr);
         }
     }
+    const CodeSetGuard guard(5);
+    Exact text("x\x81\x41y");
+    mbstrtok(text, "\x81\x41");
+    EXPECT_EQ(std::string(text, 4), std::string("x\0\0y", 4));  // all bytes of a delimiter
 }
 
 TEST(MbValidate, ReportsTheFirstInvalidByte) {
