@@ -96,10 +96,6 @@ unsigned char CGNList::SetItem(int index, long item) {
     return 1;
 }
 
-long CGNList::GetItem(int index) const {
-    return IsItem(index) ? m_items[index] : 0;
-}
-
 void CGNList::DeleteItem(int index) {
     if (!IsItem(index)) return;
     MoveItems(m_items + index, m_items + index + 1, m_count - index - 1);

@@ -56,14 +56,6 @@ unsigned char CGNStringList::InsertItem(int index, const CGNString& s) {
     return 0;
 }
 
-CGNString* CGNStringList::GetItem(int index) {
-    return ObjectOf<CGNString>(CGNList::GetItem(index));
-}
-
-const CGNString* CGNStringList::GetItem(int index) const {
-    return ObjectOf<CGNString>(CGNList::GetItem(index));
-}
-
 void CGNStringList::DeleteItem(int index) {
     delete GetItem(index);
     CGNList::DeleteItem(index);

@@ -51,7 +51,7 @@ class GENUTIL_API CGNList {
         the count, as programs expect. @return 0 out of that range, and when memory runs out. */
     unsigned char SetItem(int index, long item);
     /** @return the item; 0 out of range. */
-    long GetItem(int index) const;
+    long GetItem(int index) const { return IsItem(index) ? m_items[index] : 0; }
     /** Removes an item; nothing happens out of range. */
     void DeleteItem(int index);
 
@@ -92,9 +92,11 @@ class GENUTIL_API CGNStringList : public CGNList {
     /** Inserts a copy. @return 0 out of range. */
     unsigned char InsertItem(int index, const CGNString& s);
     /** @return the string, owned by the list; null out of range. */
-    CGNString* GetItem(int index);
+    CGNString* GetItem(int index) { return reinterpret_cast<CGNString*>(CGNList::GetItem(index)); }
     /** @return the string, owned by the list; null out of range. */
-    const CGNString* GetItem(int index) const;
+    const CGNString* GetItem(int index) const {
+        return reinterpret_cast<const CGNString*>(CGNList::GetItem(index));
+    }
     /** Destroys a string and removes it; nothing happens out of range. */
     void DeleteItem(int index);
     /** Adds a copy unless an equal string is there. @return 0 when it is. */
