@@ -124,7 +124,8 @@ GENUTIL_API void OSRWLockDestroy(_osrdwr* lock);
 
 /* -- Conditions --------------------------------------------------------------------------------
 
-   What the condition is about belongs under a mutex, and the waiter looks at it in a loop:
+   What the condition is about belongs under a mutex, and the waiter looks at it in a loop. Threads
+   that wait for different things wait on conditions of their own: a signal is for whoever waits.
 
        OSMutexWait(lock);
        while (queue.IsEmpty()) OSConditionWait(filled, lock);

@@ -54,21 +54,42 @@ _osmutex* OSMutexCreate() {
     return mutex;
 }
 
-void OSMutexWait(_osmutex* mutex) {
-    if (!IsThreaded() || !mutex) return;
-    ThreadRecord* self = CurrentThreadRecord();
-    if (self) self->CountCall();
-    if (!Succeeded(platform::WaitMutex(mutex->handle)) || !self) return;
+namespace {
+
+void NoteWait(ThreadRecord* self, _osmutex* mutex) {
+    self->CountCall();
     mutex->owner.store(self->thread, std::memory_order_relaxed);
     self->held.Add(mutex);
 }
 
-void OSMutexRelease(_osmutex* mutex) {
-    if (!IsThreaded() || !mutex) return;
+// The steps again, where they take more than a few instructions.
+[[gnu::noinline]] void WaitAtLength(_osmutex* mutex) {
+    ThreadRecord* self = CurrentThreadRecord();
+    if (Succeeded(platform::WaitMutex(mutex->handle)) && self) NoteWait(self, mutex);
+}
+
+[[gnu::noinline]] void ReleaseAtLength(_osmutex* mutex) {
     if (ThreadRecord* self = CurrentThreadRecord()) {
         self->CountCall();
         self->held.Remove(mutex);
     }
+    ReleaseHandle(mutex);
+}
+
+}  // namespace
+
+void OSMutexWait(_osmutex* mutex) {
+    if (!IsThreaded() || !mutex) return;
+    ThreadRecord* self = KnownThreadRecord();
+    if (!self || !platform::TakeMutexAtOnce(mutex->handle)) return WaitAtLength(mutex);
+    NoteWait(self, mutex);
+}
+
+void OSMutexRelease(_osmutex* mutex) {
+    if (!IsThreaded() || !mutex) return;
+    ThreadRecord* self = KnownThreadRecord();
+    if (!self || !self->held.RemoveLast(mutex)) return ReleaseAtLength(mutex);
+    self->CountCall();
     ReleaseHandle(mutex);
 }
 
@@ -149,9 +170,10 @@ _oscondition* OSConditionCreate() {
 void OSConditionWait(_oscondition* condition, _osmutex* mutex) {
     if (!IsCallToDo(condition) || !Succeeded(platform::WaitMutex(condition->guard))) return;
     ++condition->waiters;
+    const std::uint32_t place = platform::QueueForSemaphore(condition->semaphore);
     platform::ReleaseMutex(condition->guard);
     OSMutexRelease(mutex);
-    Succeeded(platform::WaitSemaphore(condition->semaphore));
+    Succeeded(platform::WaitSemaphore(condition->semaphore, place));
     OSMutexWait(mutex);
 }
 

@@ -44,6 +44,7 @@ struct Mutex;
 unsigned MakeMutex(Mutex** mutex);
 unsigned WaitMutex(Mutex* mutex);
 unsigned TryMutex(Mutex* mutex);      // WaitMutex that fails at once if another thread holds it
+bool TakeMutexAtOnce(Mutex* mutex);   // WaitMutex as far as it is a few instructions: else false
 unsigned ReleaseMutex(Mutex* mutex);  // fails unless the calling thread holds it
 void CloseMutex(Mutex* mutex);        // no other thread may use it; null is allowed
 
@@ -51,10 +52,13 @@ void CloseMutex(Mutex* mutex);        // no other thread may use it; null is all
 
 constexpr int kMostUnits = 0x7FFFFFF;
 
-struct Semaphore;  // counts units, none at first, up to kMostUnits
+// Counts units, none at first, up to kMostUnits. Units go to waiters in the order in which they
+// queued; a system that lets nobody queue before it waits takes the order of the waits.
+struct Semaphore;
 
 unsigned MakeSemaphore(Semaphore** semaphore);
-unsigned WaitSemaphore(Semaphore* semaphore);
+std::uint32_t QueueForSemaphore(Semaphore* semaphore);  // the place, to be waited in once
+unsigned WaitSemaphore(Semaphore* semaphore, std::uint32_t place);
 unsigned ReleaseSemaphore(Semaphore* semaphore, int count);
 void CloseSemaphore(Semaphore* semaphore);  // null is allowed
 

@@ -20,8 +20,10 @@ unsigned MakeMutex(Mutex** mutex) {
     return *mutex ? 0 : ENOMEM;
 }
 
+namespace {
+
 // Takes the mutex with the mark: whether others still sleep is not known.
-unsigned TakeBusyMutex(Mutex* mutex, ThisThread& self) {
+void TakeBusyMutex(Mutex* mutex, ThisThread& self) {
     std::uint32_t state = mutex->state.load(std::memory_order_relaxed);
     for (;;) {
         const std::uint32_t next = state == 0 ? self.id | kAwaited : state | kAwaited;
@@ -34,18 +36,26 @@ unsigned TakeBusyMutex(Mutex* mutex, ThisThread& self) {
     }
     mutex->levels = 1;
     self.Hold(*mutex);
-    return 0;
 }
 
-void WakeForMutex(const void* mutex) {
-    FutexWake(&static_cast<const Mutex*>(mutex)->state, 1);
+}  // namespace
+
+unsigned WaitMutex(Mutex* mutex) {
+    const unsigned error = TryMutex(mutex);
+    if (error != EBUSY) return error;
+    TakeBusyMutex(mutex, CurrentThread());
+    return 0;
 }
 
 unsigned TryMutex(Mutex* mutex) {
     if (!mutex) return EINVAL;
-    ThisThread& self = CurrentThread();
-    if (IsHolder(mutex, self)) return WaitMutex(mutex);
-    return TakeFreeMutex(mutex, self) ? 0 : EBUSY;
+    CurrentThread();  // has a number from here on
+    return TakeMutexAtOnce(mutex) ? 0 : EBUSY;
+}
+
+unsigned WakeForMutex(const void* mutex) {
+    FutexWake(&static_cast<const Mutex*>(mutex)->state, 1);
+    return 0;
 }
 
 void CloseMutex(Mutex* mutex) {

@@ -71,8 +71,7 @@ struct Mutex : HeldLock {
     std::uint32_t levels;              // how often the holder has to release
 };
 
-unsigned TakeBusyMutex(Mutex* mutex, ThisThread& self);
-void WakeForMutex(const void* mutex);
+unsigned WakeForMutex(const void* mutex);  // 0
 
 inline bool IsHolder(const Mutex* mutex, const ThisThread& self) {
     return (mutex->state.load(std::memory_order_relaxed) & kHolder) == self.id;
@@ -80,27 +79,27 @@ inline bool IsHolder(const Mutex* mutex, const ThisThread& self) {
 
 inline bool TakeFreeMutex(Mutex* mutex, ThisThread& self) {
     std::uint32_t state = 0;
-    if (mutex->state.load(std::memory_order_relaxed) != 0 ||
-        !mutex->state.compare_exchange_strong(state, self.id, std::memory_order_acquire))
+    if (!mutex->state.compare_exchange_strong(state, self.id, std::memory_order_acquire))
         return false;
     mutex->levels = 1;
     self.Hold(*mutex);
     return true;
 }
 
-inline unsigned WaitMutex(Mutex* mutex) {
-    if (!mutex) return EINVAL;
-    ThisThread& self = CurrentThread();
-    if (TakeFreeMutex(mutex, self)) [[likely]]
-        return 0;
-    if (!IsHolder(mutex, self)) return TakeBusyMutex(mutex, self);
+inline bool TakeMutexAtOnce(Mutex* mutex) {
+    ThisThread& self = t_thisThread;
+    if (!mutex || self.id == 0) return false;
+    const std::uint32_t state = mutex->state.load(std::memory_order_relaxed);
+    if (state == 0) return TakeFreeMutex(mutex, self);
+    if ((state & kHolder) != self.id) return false;
     ++mutex->levels;
-    return 0;
+    return true;
 }
 
-inline void FreeMutex(Mutex* mutex) {
+inline unsigned FreeMutex(Mutex* mutex) {
     if (mutex->state.exchange(0, std::memory_order_release) & kAwaited) [[unlikely]]
-        WakeForMutex(mutex);
+        return WakeForMutex(mutex);
+    return 0;
 }
 
 inline unsigned ReleaseMutex(Mutex* mutex) {
@@ -109,8 +108,7 @@ inline unsigned ReleaseMutex(Mutex* mutex) {
     if (!IsHolder(mutex, self)) return EPERM;
     if (--mutex->levels != 0) return 0;
     self.LetGo(*mutex);
-    FreeMutex(mutex);
-    return 0;
+    return FreeMutex(mutex);
 }
 
 }  // namespace genutil::platform
