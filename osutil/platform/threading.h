@@ -43,10 +43,17 @@ struct Mutex;
 
 unsigned MakeMutex(Mutex** mutex);
 unsigned WaitMutex(Mutex* mutex);
-unsigned TryMutex(Mutex* mutex);      // WaitMutex that fails at once if another thread holds it
-bool TakeMutexAtOnce(Mutex* mutex);   // WaitMutex as far as it is a few instructions: else false
-unsigned ReleaseMutex(Mutex* mutex);  // fails unless the calling thread holds it
-void CloseMutex(Mutex* mutex);        // no other thread may use it; null is allowed
+unsigned TryMutex(Mutex* mutex);  // WaitMutex that fails at once if another thread holds it
+void CloseMutex(Mutex* mutex);    // no other thread may use it; null is allowed
+
+// Whether other threads may use a mutex during a call. A caller that knows they do not, because
+// they find it under another lock that it holds, spares what that takes.
+enum class Sharing { kShared, kAlone };
+
+// WaitMutex as far as it is a few instructions; else false.
+bool TakeMutexAtOnce(Mutex* mutex, Sharing sharing = Sharing::kShared);
+// Fails unless the calling thread holds it.
+unsigned ReleaseMutex(Mutex* mutex, Sharing sharing = Sharing::kShared);
 
 // -- Semaphores ----------------------------------------------------------------------------------
 

@@ -10,7 +10,7 @@ namespace genutil::platform {
 namespace {
 
 void Abandon(HeldLock* lock) {
-    FreeMutex(static_cast<Mutex*>(lock));
+    FreeMutex(static_cast<Mutex*>(lock), Sharing::kShared);
 }
 
 }  // namespace

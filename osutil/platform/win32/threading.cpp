@@ -109,7 +109,7 @@ unsigned TryMutex(Mutex* mutex) {
     return Wait(HandleOf(mutex), 0);
 }
 
-unsigned ReleaseMutex(Mutex* mutex) {
+unsigned ReleaseMutex(Mutex* mutex, Sharing) {
     return CodeOf(::ReleaseMutex(HandleOf(mutex)));
 }
 

@@ -6,7 +6,7 @@
 
 namespace genutil::platform {
 
-inline bool TakeMutexAtOnce(Mutex*) {
+inline bool TakeMutexAtOnce(Mutex*, Sharing) {
     return false;
 }
 
