@@ -15,49 +15,10 @@
 #include <uchardet.h>
 #endif
 
+#include "bench/support/pages.h"
 #include "mbutil.h"
 
 namespace {
-
-// Converts all of it, leaving out what does not convert.
-std::string Iconv(const char* to, const char* from, std::string text) {
-    const iconv_t handle = iconv_open(to, from);
-    std::string out(text.size() * 4 + 64, '\0');
-    char *in = text.data(), *dst = out.data();
-    std::size_t left = text.size(), room = out.size();
-    while (left != 0 && iconv(handle, &in, &left, &dst, &room) == static_cast<std::size_t>(-1)) {
-        ++in;
-        --left;
-    }
-    iconv(handle, nullptr, nullptr, &dst, &room);
-    iconv_close(handle);
-    out.resize(out.size() - room);
-    return out;
-}
-
-std::string ReadCommand(const char* command) {
-    std::string text;
-    std::FILE* pipe = popen(command, "r");
-    if (pipe == nullptr) return text;
-    char block[65536];
-    while (const std::size_t n = std::fread(block, 1, sizeof block, pipe)) text.append(block, n);
-    pclose(pipe);
-    return text;
-}
-
-// The manual pages without what one of the encodings lacks, so that all hold the same text.
-const std::string& Pages() {
-    static const std::string text = [] {
-        const std::string utf8 =
-            ReadCommand("find /usr/share/man/ja -name '*.gz' | sort | xargs zcat 2>/dev/null");
-        if (utf8.size() < 1000000) {
-            std::fprintf(stderr, "no Japanese manual pages: apt-get install manpages-ja\n");
-            std::exit(1);
-        }
-        return Iconv("UTF-8", "ISO-2022-JP", Iconv("ISO-2022-JP", "UTF-8", utf8));
-    }();
-    return text;
-}
 
 // The translated messages of a catalogue of gettext: N of {length, offset} at the offset in word 4.
 std::string Messages(const std::string& catalogue) {
@@ -101,7 +62,7 @@ constexpr Encoding kEucTw{"euc-tw", "EUC-TW", mbEucTw};
 std::string TextIn(const Encoding& encoding) {
     if (encoding.codeSet == mbBig5) return Big5Text();
     if (encoding.codeSet == mbEucTw) return Iconv("EUC-TW", "BIG5", Big5Text());
-    return Iconv(encoding.iconvName, "UTF-8", Pages());
+    return PagesIn(encoding.iconvName);
 }
 
 void ConvertByGenutil(benchmark::State& state, Encoding from, Encoding to) {

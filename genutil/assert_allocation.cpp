@@ -1,11 +1,17 @@
 #include "genutil/assert_allocation.h"
 
-#include <cstdio>
+#include "genassert.h"
 
 namespace genutil {
 
+// Reporting may itself need memory: a thread reports one failure at a time.
+static thread_local bool t_reporting = false;
+
 bool AssertAllocation(bool ok, const char* file, long line) {
-    if (!ok) std::fprintf(stderr, "%s(%ld): Assertion Failure !!\n", file, line);
+    if (ok || t_reporting) return ok;
+    t_reporting = true;
+    if (CGNAssert* assertion = CGNAssert::Instance()) assertion->cgnassert(0, file, line);
+    t_reporting = false;
     return ok;
 }
 

@@ -45,6 +45,8 @@ namespace genutil {
 struct StringStorage;
 }
 
+/** A text of bytes in the current code set, with a copy in 16-bit characters that is built when it
+   is needed. The head of this file tells how the two go together. */
 class GENUTIL_API CGNString {
     // Takes part in overload resolution for 16-bit text only, so that a literal null is a char
     // text.
@@ -102,9 +104,11 @@ class GENUTIL_API CGNString {
     }
 
     /** Takes the text in front of the first delimiter, or all of it when there is none; null gives
-        the empty text. @param delimiter one or more whole characters; it is never found inside a
-        character. An empty or null one is found at once: the result is empty. */
+        the empty text. @param s the text. @param delimiter one or more whole characters; it is
+        never found inside a character. An empty or null one is found at once: the result is
+        empty. */
     CGNString& CopyUntil(const char* s, const char* delimiter);
+    /** The same with a delimiter of one byte. */
     CGNString& CopyUntil(const char* s, char delimiter);
 
     /* -- Appending; all return the string itself ------------------------------------------- */
@@ -130,6 +134,7 @@ class GENUTIL_API CGNString {
     CGNString& AppendNChars(const char* s, unsigned int n);
     /** Appends what CopyUntil would take. */
     CGNString& AppendUntil(const char* s, const char* delimiter);
+    /** The same with a delimiter of one byte. */
     CGNString& AppendUntil(const char* s, char delimiter);
 
     /* -- Room; all return the string itself ------------------------------------------------ */
@@ -147,16 +152,20 @@ class GENUTIL_API CGNString {
 
     /* -- Lengths and bytes ----------------------------------------------------------------- */
 
+    /** @return 1 when there is no byte in the string. */
     unsigned char IsEmpty() const { return m_length == 0; }
 
     /** @return the length in bytes, terminator excluded. */
     unsigned int GetLength() const { return m_length; }
+    /** The same as GetLength. */
     unsigned int GetLengthInBytes() const { return m_length; }
+    /** The same as GetLength. */
     unsigned int GetNumByteNeeded() const { return m_length; }
 
     /** @return the number of 16-bit characters in front of the first 0 byte; for text that is
         invalid in the code set the length in bytes. Counts each time. */
     unsigned int GetNumChars() const;
+    /** The same as GetNumChars. */
     unsigned int GetLengthInChars() const;
 
     /** @return the text: never null, owned by the string, valid until it changes. */
@@ -203,7 +212,9 @@ class GENUTIL_API CGNString {
     unsigned char operator==(const char* s) const {
         return s ? std::strcmp(m_data, s) == 0 : IsEmpty();
     }
+    /** The negation of ==. */
     unsigned char operator!=(const CGNString& other) const { return !(*this == other); }
+    /** The negation of ==. */
     unsigned char operator!=(const char* s) const { return !(*this == s); }
 
     /** @return 1 when both have as many characters and the upper cases of these, by Unicode, are
@@ -224,32 +235,36 @@ class GENUTIL_API CGNString {
 
     /** Builds the 16-bit copy anew from the bytes; there is none when memory runs out. */
     void DuplicateWzBufferFromData() const;
+    /** The same for a string that is not constant. */
     void DuplicateWzBufferFromData();
     /** Builds the bytes anew from the 16-bit copy; when memory runs out the bytes stay, and the
         16-bit copy is dropped. Where a character does not convert it becomes "?", and the bytes are
         limited to 3 for each character in the const form and to 2 in the other. */
     void DuplicateDataFromWzBuffer() const;
+    /** The same with the narrower limit. */
     void DuplicateDataFromWzBuffer();
 
-    /** Stores a text in the 16-bit copy or in the bytes, without a look at the other of the two. */
+    /** Stores a text in the 16-bit copy, without a look at the bytes. */
     void ExpandBufferToWzBuffer(unsigned short* w);
+    /** Stores a text in the bytes, without a look at the 16-bit copy. */
     void ExpandBufferToDataBuffer(char* s);
 
     /** Releases both buffers; the caller must give the string another before it is used. */
     void FreeBuffers();
+    /** Releases the 16-bit copy. */
     void FreeWzBuffer();
     /** The state of a new string, over whatever there was. */
     void InitValue();
 
     // Mutable, because reading a constant string may fill one buffer from the other. A capacity
     // does not count the terminator, for which there is always room.
-    mutable unsigned short* m_wide;        // null when not built
-    mutable std::uint32_t m_wideLength;    // in characters
-    mutable std::uint32_t m_wideCapacity;  // 0 while a buffer is kept by Clear()
-    mutable char* m_data;                  // one shared byte while the string has no buffer
-    mutable std::uint32_t m_length;
-    mutable std::uint32_t m_capacity;
-    std::uint32_t m_flags;  // bit 0: grow by doubling
+    mutable unsigned short* m_wide;       /**< null when not built */
+    mutable std::uint32_t m_wideLength;   /**< in characters */
+    mutable std::uint32_t m_wideCapacity; /**< 0 while a buffer is kept by Clear() */
+    mutable char* m_data;                 /**< one shared byte while the string has no buffer */
+    mutable std::uint32_t m_length;       /**< in bytes */
+    mutable std::uint32_t m_capacity;     /**< in bytes */
+    std::uint32_t m_flags;                /**< bit 0: grow by doubling */
 
   private:
     friend struct genutil::StringStorage;
@@ -267,5 +282,7 @@ inline unsigned char operator==(const char* s, const CGNString& text) {
 inline unsigned char operator!=(const char* s, const CGNString& text) {
     return text != s;
 }
+
+#include "genlist.h"
 
 #endif

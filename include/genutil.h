@@ -2,6 +2,7 @@
 #ifndef GENUTIL_GENUTIL_H
 #define GENUTIL_GENUTIL_H
 
+#include "gendiag.h"
 #include "genstr.h"
 #include "mbutil.h"
 #include "osutil.h"

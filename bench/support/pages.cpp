@@ -20,7 +20,7 @@ std::string Iconv(const char* to, const char* from, std::string text) {
     return out;
 }
 
-static std::string ReadCommand(const char* command) {
+std::string ReadCommand(const char* command) {
     std::string text;
     std::FILE* pipe = popen(command, "r");
     if (pipe == nullptr) return text;

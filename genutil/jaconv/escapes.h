@@ -32,4 +32,13 @@ inline const Escape* FindEscape(const unsigned char* p, std::size_t n) {
     return nullptr;
 }
 
+// Whether n bytes at p are the beginning of an escape sequence and no more.
+inline bool EscapeGoesOn(const unsigned char* p, std::size_t n) {
+    const std::string_view rest(reinterpret_cast<const char*>(p) + 1, n - 1);
+    for (const Escape& escape : kEscapes)
+        if (rest.size() < escape.text.size() && escape.text.substr(0, rest.size()) == rest)
+            return true;
+    return false;
+}
+
 }  // namespace genutil::jis

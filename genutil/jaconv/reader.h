@@ -132,6 +132,15 @@ class JisReader : public Reader {
         return c < 0x80 && c != kEscape && c != kShiftOut && c != kShiftIn;
     }
 
+    Set Designated() const { return m_designated; }
+    bool IsShiftedOut() const { return m_set != m_designated; }
+
+    // Whether the text ends inside what is at the head: an escape sequence or a pair.
+    bool IsCut() const {
+        if (*p == kEscape) return EscapeGoesOn(p, Left());
+        return Left() == 1 && (m_set == Set::kKanji || m_set == Set::kSupplement) && IsGraphic7(*p);
+    }
+
   private:
     Unit ReadEscape() {
         const Escape* escape = FindEscape(p, Left());

@@ -11,7 +11,8 @@ namespace genutil {
 
 static_assert(std::endian::native == std::endian::little, "units are stored as UTF-16LE");
 
-constexpr std::size_t kAsciiBlock = 16;
+// A loop that has this many characters more to go than one may use a block of 16.
+constexpr std::ptrdiff_t kBlockAhead = 15;
 
 // Units lie at any address: conversions write them straight into the caller's bytes.
 inline unsigned LoadUnit(const unsigned char* p) {

@@ -1,6 +1,5 @@
 #include "genutil/mbutil/code_page.h"
 
-#include <atomic>
 #include <new>
 
 #include "genutil/mbutil/code_page_fill.h"
@@ -11,10 +10,8 @@ namespace genutil {
 
 namespace {
 
-constexpr int kSlots = 66;
-
 // The Windows code page of a code set that has one; 0 for the rest.
-constexpr std::uint16_t kCodePages[kSlots] = {
+constexpr std::uint16_t kCodePages[kCodePageSlots] = {
     1252, 28591, 28605, 0,     0,     932,   1252,  936,   0,     950,   0, 949,  // 0 to 11
     1361, 0,     28592, 28593, 28594, 28595, 28596, 28597, 28598, 28599, 0,       // 12 to 22
     1250, 1251,  1253,  1254,  1255,  1256,  1257,  1258,                         // 23 to 30
@@ -54,25 +51,20 @@ bool Fill(CodePage& page, int codeSet) {
     }
 }
 
-std::atomic<const CodePage*> g_pages[kSlots];
+}  // namespace
+
+std::atomic<const CodePage*> g_codePages[kCodePageSlots];
 
 // Two threads may fill the same tables at a time; the first to finish publishes its own. They are
 // never released: whoever holds a pointer keeps it.
-const CodePage* Publish(int codeSet) {
+const CodePage* FillCodePage(int codeSet) {
+    if (!FindCodeSet(codeSet)) return nullptr;
     std::unique_ptr<CodePage> made(new (std::nothrow) CodePage);
     if (!made || !Fill(*made, codeSet)) return nullptr;
     const CodePage* first = nullptr;
-    if (!g_pages[codeSet].compare_exchange_strong(first, made.get(), std::memory_order_acq_rel))
+    if (!g_codePages[codeSet].compare_exchange_strong(first, made.get(), std::memory_order_acq_rel))
         return first;
     return made.release();
-}
-
-}  // namespace
-
-const CodePage* FindListedCodePage(int codeSet) {
-    if (codeSet < 0 || codeSet >= kSlots) return nullptr;
-    if (const CodePage* page = g_pages[codeSet].load(std::memory_order_acquire)) return page;
-    return FindCodeSet(codeSet) ? Publish(codeSet) : nullptr;
 }
 
 const CodePage* FindCodePage(int codeSet) {

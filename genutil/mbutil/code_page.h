@@ -7,6 +7,7 @@
 // point to the EUC forms of their character sets.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -45,8 +46,9 @@ struct CodePage {
     bool isLead[256] = {};   // whether a byte begins a two-byte code
     bool isTrail[256] = {};  // whether it ends one
 
-    // The way back: Back() gives a cell, see below.
-    std::uint16_t backRow[256] = {};
+    // The way back: Back() gives a cell, see below. Rows hold 64 characters, as many as a last byte
+    // of UTF-8 tells apart; the first row is empty.
+    std::uint16_t backRow[0x10000 / 64] = {};
     std::unique_ptr<std::uint16_t[]> back;
 
     // The tables that a code set with escape sequences takes its characters from.
@@ -60,16 +62,25 @@ struct CodePage {
     // between: the code behind the prefix, as its table has it but with the lead's high bit
     // cleared.
     unsigned Back(unsigned character) const {
-        return back[backRow[character >> 8] + (character & 0xFF)];
+        return back[backRow[character >> 6] + (character & 0x3F)];
     }
 };
 
 constexpr std::size_t kPairTableSize = 0x8000;
 constexpr unsigned kLowestPairCell = 0x8000;
 
+// Filled by FillCodePage on first use; see there.
+constexpr int kCodePageSlots = 66;
+extern std::atomic<const CodePage*> g_codePages[kCodePageSlots];
+const CodePage* FillCodePage(int codeSet);
+
 // The tables of a code set; null for a number that is not listed, and when memory runs out or the
 // system lacks the code page. The first call for a code set fills them, on any thread.
-const CodePage* FindListedCodePage(int codeSet);
+inline const CodePage* FindListedCodePage(int codeSet) {
+    if (codeSet < 0 || codeSet >= kCodePageSlots) return nullptr;
+    const CodePage* page = g_codePages[codeSet].load(std::memory_order_acquire);
+    return page ? page : FillCodePage(codeSet);
+}
 
 // The same with the tables of code set 0 for a number that is not listed.
 const CodePage* FindCodePage(int codeSet);

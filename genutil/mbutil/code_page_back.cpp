@@ -29,11 +29,11 @@ class BackTable {
   public:
     explicit BackTable(CodePage& page) : m_page(page) {}
 
-    // Lays out one row of 256 cells for each high byte that occurs, behind an empty first row.
+    // Lays out a row of 64 cells for each 64 characters of which one occurs, behind an empty row.
     bool Lay(bool withJisVariants) {
-        bool used[256] = {};
+        bool used[kRows] = {};
         const auto note = [&](unsigned character) {
-            if (character != kNoCharacter) used[character >> 8] = true;
+            if (character != kNoCharacter) used[character >> 6] = true;
         };
         for (const std::uint16_t character : m_page.bytes) note(character);
         for (const auto* table : {m_page.pairs.get(), m_page.prefixed.get()})
@@ -41,14 +41,14 @@ class BackTable {
         if (withJisVariants)
             for (const Variant& variant : kJisVariants) note(variant.other);
         std::size_t rows = 1;
-        for (unsigned high = 0; high < 256; ++high)
-            if (used[high]) m_page.backRow[high] = static_cast<std::uint16_t>(rows++ * 256);
-        m_page.back.reset(new (std::nothrow) std::uint16_t[rows * 256]());
+        for (unsigned row = 0; row < kRows; ++row)
+            if (used[row]) m_page.backRow[row] = static_cast<std::uint16_t>(rows++ * 64);
+        m_page.back.reset(new (std::nothrow) std::uint16_t[rows * 64]());
         return m_page.back != nullptr;
     }
 
     std::uint16_t& Cell(unsigned character) {
-        return m_page.back[m_page.backRow[character >> 8] + (character & 0xFF)];
+        return m_page.back[m_page.backRow[character >> 6] + (character & 0x3F)];
     }
     void Offer(unsigned character, unsigned cell) {
         if (character != kNoCharacter && Cell(character) == 0)
@@ -60,6 +60,8 @@ class BackTable {
     }
 
   private:
+    static constexpr unsigned kRows = 0x10000 / 64;  // the surrogates' are never used
+
     CodePage& m_page;
 };
 

@@ -51,6 +51,15 @@ inline CodeRead ReadCode(const CodePage& page, const unsigned char* p, const uns
     return ReadPrefixed(page, p, end);
 }
 
+// CodePage::Back for loops: what they write cannot change where the tables are.
+struct BackTables {
+    const std::uint16_t* rows;
+    const std::uint16_t* cells;
+
+    explicit BackTables(const CodePage& page) : rows(page.backRow), cells(page.back.get()) {}
+    unsigned Cell(unsigned row, unsigned column) const { return cells[rows[row] + column]; }
+};
+
 // The bytes of a cell of CodePage::Back other than 0; returns their number, at most 4.
 inline unsigned WriteCode(const CodePage& page, unsigned cell, unsigned char* out) {
     if (cell < 0x100) {

@@ -28,7 +28,7 @@ inline void DecodeAscii(const unsigned char*& p, unsigned char*& o, const unsign
     else
         StoreUnit(o, *p);
     p += n;
-    o += 2 * n;
+    o += n + n;
 }
 
 // The very last codes, and what the loops stop at.
@@ -56,7 +56,7 @@ void DecodeSingleByte(const CodePage& page, Source& src, unsigned char*& out,
                       unsigned char* outEnd) {
     const unsigned char* p = src.at;
     unsigned char* o = out;
-    const unsigned char* const safe = SafeEnd(p, src.end, o, outEnd, kBlocks ? kAsciiBlock : 0);
+    const unsigned char* const safe = SafeEnd(p, src.end, o, outEnd, kBlocks ? kBlockAhead : 0);
     while (p < safe) {
         const unsigned byte = *p;
         if (byte < 0x80) {
@@ -78,7 +78,7 @@ void DecodePairs(const CodePage& page, Source& src, unsigned char*& out, unsigne
     const std::uint16_t* const pairs = page.pairs.get();
     const unsigned char* p = src.at;
     unsigned char* o = out;
-    const unsigned char* const safe = SafeEnd(p, src.end, o, outEnd, kBlocks ? kAsciiBlock : 1);
+    const unsigned char* const safe = SafeEnd(p, src.end, o, outEnd, kBlocks ? kBlockAhead : 1);
     while (p < safe) {
         const unsigned lead = *p;
         if (lead < 0x80) {
@@ -110,7 +110,7 @@ template <bool kBlocks>
 void DecodeUtf8(Source& src, unsigned char*& out, unsigned char* outEnd) {
     const unsigned char* p = src.at;
     unsigned char* o = out;
-    const unsigned char* const safe = SafeEnd(p, src.end, o, outEnd, kBlocks ? kAsciiBlock : 0);
+    const unsigned char* const safe = SafeEnd(p, src.end, o, outEnd, kBlocks ? kBlockAhead : 0);
     while (p < safe) {
         if (*p < 0x80) {
             DecodeAscii<kBlocks>(p, o, safe);

@@ -26,7 +26,7 @@ inline void EncodeAscii(const unsigned char*& u, unsigned char*& o, const unsign
         n = NarrowAscii8(u, o);
     else
         *o = *u;
-    u += 2 * n;
+    u += n + n;
     o += n;
 }
 
@@ -70,8 +70,7 @@ Stop EncodeRest(const CodePage& page, const unsigned char*& units, const unsigne
         const unsigned n = WriteOne(page, units, unitsEnd, bytes, &unitBytes);
         if (n == 0) return Stop::kBad;
         if (static_cast<std::size_t>(dst.end - dst.at) < n) return Stop::kFull;
-        std::memcpy(dst.at, bytes, n);
-        dst.at += n;
+        for (unsigned i = 0; i < n; ++i) *dst.at++ = bytes[i];
         units += unitBytes;
     }
     return Stop::kDone;
@@ -80,17 +79,18 @@ Stop EncodeRest(const CodePage& page, const unsigned char*& units, const unsigne
 template <bool kBlocks, bool kSingleByte>
 void EncodeTable(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
                  Sink& dst) {
+    const BackTables back(page);
     const unsigned char* u = units;
     unsigned char* o = dst.at;
     const unsigned char* const safe =
-        SafeEnd(u, unitsEnd, dst, page.longest, kBlocks ? kAsciiBlock : 0);
+        SafeEnd(u, unitsEnd, dst, page.longest, kBlocks ? kBlockAhead : 0);
     while (u < safe) {
         const unsigned unit = LoadUnit(u);
         if (unit < 0x80) {
             EncodeAscii<kBlocks>(u, o, safe);
             continue;
         }
-        const unsigned cell = page.Back(unit);
+        const unsigned cell = back.Cell(unit >> 6, unit & 0x3F);
         if (cell == 0) break;
         if (kSingleByte) {
             *o++ = static_cast<unsigned char>(cell);
@@ -111,7 +111,7 @@ void EncodeUtf8(const CodePage& page, const unsigned char*& units, const unsigne
                 Sink& dst) {
     const unsigned char* u = units;
     unsigned char* o = dst.at;
-    const unsigned char* const safe = SafeEnd(u, unitsEnd, dst, 3, kBlocks ? kAsciiBlock : 1);
+    const unsigned char* const safe = SafeEnd(u, unitsEnd, dst, 3, kBlocks ? kBlockAhead : 1);
     while (u < safe) {
         const unsigned unit = LoadUnit(u);
         if (unit < 0x80) {
@@ -156,10 +156,6 @@ Stop Encode(const CodePage& page, const unsigned char*& units, const unsigned ch
             return EncodeIso2022(page, units, unitsEnd, dst);
     }
     return EncodeRest(page, units, unitsEnd, dst);
-}
-
-void CloseText(const CodePage& page, Sink& dst) {
-    if (page.base) CloseIso2022(page, dst);
 }
 
 }  // namespace genutil

@@ -57,10 +57,7 @@ char* FindAscii(const StepTable& table, const char* s, int byte) {
 class Needle {
   public:
     Needle(const StepTable& table, const char* needle)
-        : m_table(table),
-          m_text(needle),
-          m_length(std::strlen(needle)),
-          m_lastStart(AlignToCharacter(table, Bytes(needle), m_length - 1)) {}
+        : m_table(table), m_text(needle), m_length(std::strlen(needle)) {}
 
     char* FindIn(const char* hay) const {
         PairFinder finder(Bytes(hay), static_cast<unsigned char>(m_text[0]),
@@ -77,15 +74,18 @@ class Needle {
     }
 
   private:
-    // The last character must be whole in the text too: a lone lead byte is no half of a pair.
+    // The text's characters must end where the needle does: a lead byte without its trail byte, in
+    // the needle, is no part of a whole character in the text.
     bool IsAt(const char* at) const {
-        return (m_length <= 2 || std::strncmp(at, m_text, m_length) == 0) &&
-               StepLength(m_table, Bytes(at) + m_lastStart) == m_length - m_lastStart;
+        if (m_length > 2 && std::strncmp(at, m_text, m_length) != 0) return false;
+        std::size_t end = 0;
+        while (end < m_length) end += StepLength(m_table, Bytes(at) + end);
+        return end == m_length;
     }
 
     const StepTable& m_table;
     const char* m_text;
-    std::size_t m_length, m_lastStart;
+    std::size_t m_length;
 };
 
 // A set of characters: the single-byte ones as a table, the others where they stand.

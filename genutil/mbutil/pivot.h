@@ -46,14 +46,16 @@ std::size_t BadLength(const CodePage& page, const Source& src);
 Stop Encode(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
             Sink& dst);
 
-// Returns to ASCII at the end of a text.
-void CloseText(const CodePage& page, Sink& dst);
-
 // The same for the code sets with escape sequences (iso2022.cpp).
 Stop DecodeIso2022(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd);
 std::size_t BadLengthIso2022(const CodePage& page, const Source& src);
 Stop EncodeIso2022(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
                    Sink& dst);
 void CloseIso2022(const CodePage& page, Sink& dst);
+
+// Returns to ASCII at the end of a text.
+inline void CloseText(const CodePage& page, Sink& dst) {
+    if (page.base) CloseIso2022(page, dst);
+}
 
 }  // namespace genutil

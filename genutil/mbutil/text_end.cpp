@@ -2,43 +2,39 @@
 
 #include <cstring>
 
+#include "genutil/jaconv/reader.h"
 #include "genutil/mbutil/step.h"
 
 namespace genutil {
 namespace {
 
-constexpr char kEscape = 0x1B;
-
-// Length of the escape sequence at p: three bytes, or four with "$(". 0 when the text ends in it.
-std::size_t EscapeLength(const char* p, std::size_t left) {
-    const std::size_t length = left >= 3 && p[1] == '$' && p[2] == '(' ? 4 : 3;
-    return left >= length ? length : 0;
+const char* EscapeInto(jis::Set set) {
+    switch (set) {
+        case jis::Set::kKana:
+            return "\x1B(I";
+        case jis::Set::kKanji:
+            return "\x1B$B";
+        case jis::Set::kSupplement:
+            return "\x1B$(D";
+        default:
+            return "";
+    }
 }
 
 std::size_t CutJis(const char* text, std::size_t length, Shift* shift) {
-    bool pairs = false;
-    for (std::size_t at = 0; at < length;) {
-        const std::size_t left = length - at;
-        if (text[at] == kEscape) {
-            const std::size_t escape = EscapeLength(text + at, left);
-            if (!escape) return left;
-            pairs = text[at + 1] == '$';
-            *shift = {};
-            if (pairs || text[at + 2] == 'I') std::memcpy(shift->escape, text + at, escape);
-            at += escape;
-        } else if (text[at] == '\n') {
-            // Lines begin in ASCII.
-            pairs = false;
-            *shift = {};
-            ++at;
-        } else if (pairs) {
-            if (left == 1) return 1;
-            at += 2;
+    jis::JisReader reader;
+    reader.p = Bytes(text);
+    reader.end = reader.p + length;
+    while (reader.Left() && !reader.IsCut()) {
+        if (reader.PlainNext()) {
+            ++reader.p;
         } else {
-            ++at;
+            reader.p += reader.Pair() ? 2 : reader.Other().length;
         }
     }
-    return 0;
+    std::strcpy(shift->escape, EscapeInto(reader.Designated()));
+    if (reader.IsShiftedOut()) std::strcat(shift->escape, "\x0E");
+    return reader.Left();
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 
 namespace genutil {
 
-// The escape sequence in force, as text; empty for ASCII.
+// The escape sequence and the shift in force, as text; empty for ASCII.
 struct Shift {
     char escape[8] = {};
 };

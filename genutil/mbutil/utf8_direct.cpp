@@ -30,14 +30,17 @@ inline void PassAscii(const unsigned char*& p, unsigned char*& o, const unsigned
 
 Stop Put(const unsigned char* bytes, unsigned length, unsigned srcLength, Source& src, Sink& dst) {
     if (static_cast<std::size_t>(dst.end - dst.at) < length) return Stop::kFull;
-    std::memcpy(dst.at, bytes, length);
-    dst.at += length;
+    for (unsigned i = 0; i < length; ++i) *dst.at++ = bytes[i];
     src.at += srcLength;
     return Stop::kDone;
 }
 
+void PassAsciiRest(Source& src, Sink& dst) {
+    while (src.at < src.end && dst.at < dst.end && *src.at < 0x80) *dst.at++ = *src.at++;
+}
+
 Stop RestToUtf8(const CodePage& page, Source& src, Sink& dst) {
-    while (src.at < src.end) {
+    while (PassAsciiRest(src, dst), src.at < src.end) {
         const CodeRead read = ReadCode(page, src.at, src.end);
         if (read.length == 0) return Stop::kBad;
         unsigned char bytes[4];
@@ -48,7 +51,7 @@ Stop RestToUtf8(const CodePage& page, Source& src, Sink& dst) {
 }
 
 Stop RestFromUtf8(const CodePage& page, Source& src, Sink& dst) {
-    while (src.at < src.end) {
+    while (PassAsciiRest(src, dst), src.at < src.end) {
         const CodeRead read = ReadUtf8(src.at, src.end);
         if (read.length == 0 || read.length == 4) return Stop::kBad;
         const unsigned cell = page.Back(read.character);
@@ -78,7 +81,7 @@ void FastToUtf8(const CodePage& page, Source& src, Sink& dst) {
     const unsigned char* p = src.at;
     unsigned char* o = dst.at;
     const unsigned char* const safe =
-        SafeEnd(src, (dst.end - dst.at) / 3, kBlocks ? kAsciiBlock : 1);
+        SafeEnd(src, (dst.end - dst.at) / 3, kBlocks ? kBlockAhead : 1);
     while (p < safe) {
         const unsigned lead = *p;
         if (lead < 0x80) {
@@ -102,28 +105,30 @@ void FastToUtf8(const CodePage& page, Source& src, Sink& dst) {
     dst.at = o;
 }
 
-// A three-byte sequence, of which most text that is not ASCII consists; 0 when it is something else
-// or not well formed. May read a fourth byte.
-inline unsigned ReadThree(const unsigned char* p) {
+// The cell of a three-byte sequence, of which most text that is not ASCII consists; 0 when it is
+// something else, not well formed or unknown. May read a fourth byte.
+inline unsigned CellOfThree(const BackTables& back, const unsigned char* p) {
     std::uint32_t bytes;
     std::memcpy(&bytes, p, sizeof bytes);
-    const unsigned c = (bytes & 0x0F) << 12 | (bytes >> 2 & 0xFC0) | (bytes >> 16 & 0x3F);
-    return (bytes & 0xC0C0F0) == 0x8080E0 && c >= 0x800 ? c : 0;
+    const unsigned row = (bytes & 0x0F) << 6 | (bytes >> 8 & 0x3F);
+    const bool wellFormed = (bytes & 0xC0C0F0) == 0x8080E0 && row >= 0x800 >> 6;
+    return wellFormed ? back.Cell(row, bytes >> 16 & 0x3F) : 0;
 }
 
 template <bool kBlocks>
 void FastFromUtf8(const CodePage& page, Source& src, Sink& dst) {
+    const BackTables back(page);
     const unsigned char* p = src.at;
     unsigned char* o = dst.at;
     // Two bytes can become two, or what a prefix adds to them.
     const unsigned char* const safe =
-        SafeEnd(src, (dst.end - dst.at) >> (page.longest > 2), kBlocks ? kAsciiBlock : 3);
+        SafeEnd(src, (dst.end - dst.at) >> (page.longest > 2), kBlocks ? kBlockAhead : 3);
     while (p < safe) {
         if (*p < 0x80) {
             PassAscii<kBlocks>(p, o, safe);
             continue;
         }
-        const unsigned cell = page.Back(ReadThree(p));
+        const unsigned cell = CellOfThree(back, p);
         if (cell >= kLowestPairCell) {
             StoreUnit(o, (cell >> 8 | cell << 8) & 0xFFFF);
             p += 3;

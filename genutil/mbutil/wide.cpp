@@ -54,7 +54,6 @@ Stop EncodeText(const CodePage& page, const unsigned char*& units, const unsigne
     for (;;) {
         const Stop stop = Encode(page, units, end, dst);
         if (stop != Stop::kBad) return stop;
-        const unsigned char* at = units;
         if (IsRawByte(units, end)) {
             CloseText(page, dst);
             if (dst.at == dst.end) return Stop::kFull;
@@ -62,7 +61,7 @@ Stop EncodeText(const CodePage& page, const unsigned char*& units, const unsigne
         } else if (unknown == Unknown::kRefuse) {
             return Stop::kBad;
         } else {
-            at = Bytes(&question);
+            const unsigned char* at = Bytes(&question);
             if (Encode(page, at, at + 2, dst) != Stop::kDone) return Stop::kFull;
         }
         const bool pair = IsHighSurrogate(LoadUnit(units)) && end - units >= 4 &&

@@ -38,6 +38,22 @@ TEST(MbStream, ReadsLinesOfAnyLengthWithoutGarbling) {
             EXPECT_EQ(ReadLines(kJis + "\n" + kJis + kJis + "\n", n, 3), text);
         }
     }
+    // Long lines in JIS go on in the shift they were cut in, however it was made.
+    std::string jis = "\x1B$(B", shifted = "\x0E", kanji, katakana8;
+    for (int i = 0; i < 100; ++i) {
+        jis += "0!";
+        kanji += "\x88\x9F";
+        shifted += "1";
+        katakana8 += "\xB1";
+    }
+    for (int n : {8, 9, 10, 11, 50}) {
+        EXPECT_EQ(ReadLines(jis + "\n" + jis, n, 3), kanji + "\n" + kanji) << n;
+        EXPECT_EQ(ReadLines(shifted + "\x0F"
+                                      "a",
+                            n, 3),
+                  katakana8 + "a")
+            << n;
+    }
     // Half-width katakana double in size: what does not fit is read again, line ends too.
     const CodeSetGuard euc(4);
     const std::string katakana = "\xB1\xB2\xB3\n\xB4\xB5";

@@ -1,0 +1,116 @@
+// Stepping, searching, tokens and decoding of any bytes in any code set, against slow walks. The
+// first byte chooses the code set, the second how many bytes are the needle.
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string>
+
+#include "mbutil.h"
+#include "tests/support/slow_step.h"
+
+namespace {
+
+void Check(bool holds, const char* what) {
+    if (holds) return;
+    std::fprintf(stderr, "broken: %s\n", what);
+    std::abort();
+}
+
+// A copy of exactly the text's size, up to its first NUL.
+std::unique_ptr<char[]> Exact(const std::string& text) {
+    const std::size_t length = std::strlen(text.c_str());
+    auto copy = std::make_unique<char[]>(length + 1);
+    std::memcpy(copy.get(), text.c_str(), length + 1);
+    return copy;
+}
+
+long Offset(const char* found, const char* s) {
+    return found ? found - s : -1;
+}
+
+void CheckSteps(const char* s, const std::string& text, int codeSet) {
+    const auto starts = slow::Starts(text, codeSet);
+    Check(mbcharcount(s, static_cast<unsigned>(text.size())) == starts.size() - 1, "count");
+    for (std::size_t i = 0; i + 1 < starts.size(); ++i) {
+        const bool last = starts[i + 1] >= text.size();
+        for (unsigned at = starts[i]; at < starts[i + 1]; ++at) {
+            Check(mbidx(s, at) == starts[i], "start of a character");
+            Check(mbnextidx(s, at) == (last ? 0 : starts[i + 1]), "next character");
+        }
+    }
+}
+
+void CheckSearches(const char* s, const std::string& text, const std::string& needle, int codeSet) {
+    if (needle.empty()) return;
+    Check(Offset(mbstrstr(s, needle.c_str()), s) == slow::Find(text, needle, codeSet),
+          "first match");
+    Check(Offset(mbstrrstr(s, needle.c_str()), s) == slow::Find(text, needle, codeSet, true),
+          "last match");
+    const char* found = mbstrpbrk(s, needle.c_str());
+    Check(
+        mbstrcspn(s, needle.c_str()) == (found ? static_cast<std::size_t>(found - s) : text.size()),
+        "set of characters");
+}
+
+// Tokens lie in the text, in order, and hold no delimiter at their start.
+void CheckTokens(const std::string& text, const std::string& delimiters) {
+    const auto copy = Exact(text);
+    const char* behind = copy.get();
+    for (char* token = mbstrtok(copy.get(), delimiters.c_str()); token;
+         token = mbstrtok(nullptr, delimiters.c_str())) {
+        Check(token >= behind && *token, "token in order");
+        Check(delimiters.empty() || mbstrcspn(token, delimiters.c_str()) == std::strlen(token),
+              "token without delimiter");
+        behind = token + std::strlen(token);
+        Check(behind <= copy.get() + text.size(), "token in the text");
+    }
+}
+
+void CheckCopies(const char* s, const std::string& text) {
+    for (const unsigned n : {0u, 1u, 2u, 3u, static_cast<unsigned>(text.size() / 2)}) {
+        std::string dst(n + 1, '#');
+        const unsigned copied = mbstrncpyi(dst.data(), s, n);
+        Check(copied <= n && dst[n] == '#' && !std::memcmp(dst.data(), s, copied),
+              "copy within bounds");
+    }
+    auto upper = Exact(text);
+    mbstrtoupper(upper.get());
+    Check(mbstricmp(s, upper.get()) == 0, "upper case compares equal");
+    // Behind a lead byte mbstrnicmp compares bytes, valid or not.
+    unsigned bad = 0;
+    if (mbvalidatestring(s, &bad, mbGetLocaleCodeSet()))
+        Check(mbstrnicmp(s, upper.get(), static_cast<unsigned>(text.size())) == 0,
+              "also up to a count");
+    char* decoded = nullptr;
+    const unsigned length = mbUrlDecode(s, &decoded);
+    Check(decoded && length <= text.size() && !decoded[length], "decoding does not grow");
+    std::free(decoded);
+    for (const unsigned most : {0u, 1u, 2u, 5u, 100u})
+        Check(UTF8Limit(s, most) <= most && UTF8Limit(s, most) <= text.size(), "UTF-8 limit");
+    MaxStringLengthOnWinAndUnix(s);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size < 2) return 0;
+    static constexpr int kCodeSets[] = {0, 3, 4, 5, 7, 9, 10, 11, 12, 65};
+    const int codeSet = kCodeSets[data[0] % std::size(kCodeSets)];
+    mbIsMultiByte();
+    InitMbutilExt(codeSet);
+    const std::string all(reinterpret_cast<const char*>(data) + 2, size - 2);
+    const std::size_t cut = data[1] % 5 < all.size() ? data[1] % 5 : all.size();
+    const std::string needle = std::string(all, 0, cut).c_str(),
+                      text = std::string(all, cut).c_str();
+    const auto s = Exact(text);
+    if (mbIsMultiByte()) CheckSteps(s.get(), text, codeSet);
+    CheckSearches(s.get(), text, needle, codeSet);
+    CheckTokens(text, needle);
+    CheckCopies(s.get(), text);
+    unsigned bad = 0;
+    if (!mbvalidatestring(s.get(), &bad, codeSet))
+        Check(bad < text.size(), "invalid byte in the text");
+    return 0;
+}

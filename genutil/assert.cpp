@@ -1,0 +1,73 @@
+// The assertion service.
+#include <cstdio>
+#include <new>
+
+#include "genassert.h"
+#include "gentrace.h"
+#include "osthread.h"
+
+// Programs of the suite reach its members in place.
+static_assert(sizeof(void*) != 4 || sizeof(CGNAssert) == 12);
+
+CGNAssert* CGNAssert::m_pInstance = nullptr;
+
+namespace {
+
+constexpr short kMask = -255;  // 0xFF01: passes any setting made of bits within it
+constexpr char kModule[] = "cgnassert";
+char g_guardName[] = "recflag";
+
+// For threads that have no store for the variable of that name.
+thread_local bool t_inCallback = false;
+
+bool InCallback() {
+    return t_inCallback || CGNLclSt::Instance()->GetLocalVariable(g_guardName) != nullptr;
+}
+
+}  // namespace
+
+CGNAssert* CGNAssert::Instance() {
+    if (!m_pInstance) m_pInstance = new (std::nothrow) CGNAssert;
+    return m_pInstance;
+}
+
+void CGNAssert::Free() {
+    delete m_pInstance;
+    m_pInstance = nullptr;
+}
+
+unsigned char CGNAssert::Init(Callback callback, void* argument) {
+    m_callback = callback;
+    m_argument = argument;
+    return 1;
+}
+
+void CGNAssert::SetNativeAssert(unsigned char on) {
+    m_nativeAssert = on;
+}
+
+unsigned char CGNAssert::cgnassert(unsigned char condition, const char* file, long line) {
+    // Even for a condition that holds: callers then apply an assertion of their own.
+    if (m_nativeAssert) return 0;
+    if (condition) return 1;
+    // On the stack: the failure may be one of memory.
+    char position[1024];
+    std::snprintf(position, sizeof position, "Line %5ld in %s", line, file ? file : "");
+    CGNTrace* trace = CGNGlobalTrace::Instance();
+    if (trace) trace->WriteText(position, kMask, kModule, "Assertion Failure !!");
+    if (!m_callback) return 0;
+    if (InCallback()) {
+        if (trace)
+            trace->WriteText(
+                position, kMask, kModule,
+                "Recursive invocation of callback.\n      Switching to native assert.");
+        return 0;
+    }
+    char flag = 1;
+    t_inCallback = true;
+    CGNLclSt::Instance()->SetLocalVariable(g_guardName, &flag);
+    const unsigned char result = m_callback(m_argument);
+    CGNLclSt::Instance()->UnsetLocalVariable(g_guardName);
+    t_inCallback = false;
+    return result;
+}
