@@ -39,9 +39,9 @@ bool IsCallToDo(const void* lock) {
     return lock != nullptr;
 }
 
-void ReleaseHandle(_osmutex* mutex) {
+bool ReleaseHandle(_osmutex* mutex, Sharing sharing = Sharing::kShared) {
     mutex->owner.store(0, std::memory_order_relaxed);
-    Succeeded(platform::ReleaseMutex(mutex->handle));
+    return Succeeded(platform::ReleaseMutex(mutex->handle, sharing));
 }
 
 }  // namespace
@@ -54,22 +54,63 @@ _osmutex* OSMutexCreate() {
     return mutex;
 }
 
-void OSMutexWait(_osmutex* mutex) {
-    if (!IsThreaded() || !mutex) return;
-    ThreadRecord* self = CurrentThreadRecord();
-    if (self) self->CountCall();
-    if (!Succeeded(platform::WaitMutex(mutex->handle)) || !self) return;
+namespace {
+
+void NoteWait(ThreadRecord* self, _osmutex* mutex) {
+    self->CountCall();
     mutex->owner.store(self->thread, std::memory_order_relaxed);
     self->held.Add(mutex);
 }
 
-void OSMutexRelease(_osmutex* mutex) {
-    if (!IsThreaded() || !mutex) return;
+// The steps again, where they take more than a few instructions.
+[[gnu::noinline]] void WaitAtLength(_osmutex* mutex) {
+    ThreadRecord* self = CurrentThreadRecord();
+    if (Succeeded(platform::WaitMutex(mutex->handle)) && self) NoteWait(self, mutex);
+}
+
+[[gnu::noinline]] bool ReleaseAtLength(_osmutex* mutex) {
     if (ThreadRecord* self = CurrentThreadRecord()) {
         self->CountCall();
         self->held.Remove(mutex);
     }
-    ReleaseHandle(mutex);
+    return ReleaseHandle(mutex);
+}
+
+// The two of lock.h in a process that is threaded.
+inline bool TakeAtOnce(_osmutex* mutex, Sharing sharing) {
+    ThreadRecord* self = KnownThreadRecord();
+    if (!self || !platform::TakeMutexAtOnce(mutex->handle, sharing)) return false;
+    NoteWait(self, mutex);
+    return true;
+}
+
+inline bool GiveUp(_osmutex* mutex, Sharing sharing) {
+    ThreadRecord* self = KnownThreadRecord();
+    if (!self || !self->held.RemoveLast(mutex)) return ReleaseAtLength(mutex);
+    self->CountCall();
+    return ReleaseHandle(mutex, sharing);
+}
+
+}  // namespace
+
+namespace genutil {
+
+bool TakeMutexAtOnce(_osmutex* mutex, Sharing sharing) {
+    return !IsThreaded() || TakeAtOnce(mutex, sharing);
+}
+
+bool ReleaseMutex(_osmutex* mutex, Sharing sharing) {
+    return !IsThreaded() || GiveUp(mutex, sharing);
+}
+
+}  // namespace genutil
+
+void OSMutexWait(_osmutex* mutex) {
+    if (IsThreaded() && mutex && !TakeAtOnce(mutex, Sharing::kShared)) WaitAtLength(mutex);
+}
+
+void OSMutexRelease(_osmutex* mutex) {
+    if (IsThreaded() && mutex) GiveUp(mutex, Sharing::kShared);
 }
 
 unsigned char OSMutexWaitIsPresentThisThread(_osmutex* mutex) {
@@ -149,9 +190,10 @@ _oscondition* OSConditionCreate() {
 void OSConditionWait(_oscondition* condition, _osmutex* mutex) {
     if (!IsCallToDo(condition) || !Succeeded(platform::WaitMutex(condition->guard))) return;
     ++condition->waiters;
+    const std::uint32_t place = platform::QueueForSemaphore(condition->semaphore);
     platform::ReleaseMutex(condition->guard);
     OSMutexRelease(mutex);
-    Succeeded(platform::WaitSemaphore(condition->semaphore));
+    Succeeded(platform::WaitSemaphore(condition->semaphore, place));
     OSMutexWait(mutex);
 }
 

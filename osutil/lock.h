@@ -12,3 +12,16 @@ struct _osmutex {
     std::atomic<unsigned long> owner;
 };
 static_assert(sizeof(void*) != 4 || sizeof(_osmutex) == 8);
+
+namespace genutil {
+
+using platform::Sharing;
+
+// OSMutexWait as far as it is a few instructions; false when it must be called. True, with nothing
+// done, in a process that is not threaded.
+bool TakeMutexAtOnce(_osmutex* mutex, Sharing sharing);
+
+// OSMutexRelease; whether the calling thread held the mutex.
+bool ReleaseMutex(_osmutex* mutex, Sharing sharing);
+
+}  // namespace genutil
