@@ -283,4 +283,6 @@ inline unsigned char operator!=(const char* s, const CGNString& text) {
     return text != s;
 }
 
+#include "genlist.h"
+
 #endif
