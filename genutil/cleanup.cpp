@@ -24,7 +24,7 @@ unsigned char CGNCleanupList::AddItem(const CGNCleanupItem* item) {
 void CGNCleanupList::Execute() const {
     for (int i = 0; i < GetCount(); ++i) {
         const CGNCleanupItem* item = GetItem(i);
-        if (item && item->function) item->function(item->argument);
+        if (item && item->m_function) item->m_function(item->m_argument);
     }
 }
 

@@ -18,7 +18,7 @@ void ListStorage::CheckLayout() {
     constexpr std::size_t p = sizeof(void*);
     static_assert(p != 4 || (sizeof(CGNList) == 20 && sizeof(CGNStringList) == 20 &&
                              sizeof(CGNStringListList) == 20 && sizeof(CGNCleanupList) == 20));
-    static_assert(sizeof(CGNCleanupItem) == 2 * p && offsetof(CGNCleanupItem, argument) == p);
+    static_assert(sizeof(CGNCleanupItem) == 2 * p && offsetof(CGNCleanupItem, m_argument) == p);
     static_assert(offsetof(CGNList, m_items) == p);
     static_assert(offsetof(CGNList, m_count) == 2 * p);
     static_assert(offsetof(CGNList, m_capacity) == 2 * p + 4);
@@ -33,7 +33,7 @@ std::uint64_t ListStorage::Requested(std::uint64_t capacity) {
 }
 
 bool ListStorage::Reallocate(CGNList& list, std::uint64_t capacity) {
-    if (!CheckListMemory(capacity <= std::numeric_limits<std::uint32_t>::max())) return false;
+    if (!CheckListMemory(capacity <= kMostItems)) return false;
     const std::uint64_t requested = Requested(capacity);
     if (!list.m_items || requested != Requested(list.m_capacity)) {
         auto* items = static_cast<long*>(Allocate(requested * sizeof(long)));
@@ -44,11 +44,6 @@ bool ListStorage::Reallocate(CGNList& list, std::uint64_t capacity) {
     }
     list.m_capacity = static_cast<std::uint32_t>(capacity);
     return true;
-}
-
-bool ListStorage::AddBlock(CGNList& list) {
-    if (!CheckListMemory(list.m_count != std::numeric_limits<std::int32_t>::max())) return false;
-    return list.AllocateItemList(static_cast<unsigned>(list.m_count) + 1);
 }
 
 void ListStorage::Copy(CGNList& to, const CGNList& from) {

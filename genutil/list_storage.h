@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <limits>
 
 #include "genlist.h"
 #include "genutil/allocate.h"
@@ -11,6 +10,7 @@
 namespace genutil {
 
 constexpr std::uint32_t kListIncrement = 10;
+constexpr std::uint64_t kMostItems = 0x7FFFFFFF;  // the count is signed
 
 // Reports a failed allocation of the lists, and returns ok.
 inline bool CheckListMemory(bool ok, long line = __builtin_LINE()) {
@@ -28,7 +28,8 @@ struct ListStorage {
     static bool Reallocate(CGNList& list, std::uint64_t capacity);
 
     static bool MakeRoomForOne(CGNList& list) {
-        return static_cast<std::uint32_t>(list.m_count) < list.m_capacity || AddBlock(list);
+        const auto count = static_cast<std::uint32_t>(list.m_count);
+        return count < list.m_capacity || list.AllocateItemList(count + 1);
     }
     static bool Append(CGNList& list, long item) {
         if (!MakeRoomForOne(list)) return false;
@@ -37,10 +38,8 @@ struct ListStorage {
     }
     static void Copy(CGNList& to, const CGNList& from);
     static void RemoveItems(CGNList& list) { list.m_count = 0; }
-    static std::uint32_t Capacity(const CGNList& list) { return list.m_capacity; }
 
   private:
-    static bool AddBlock(CGNList& list);
     static void CheckLayout();
 };
 

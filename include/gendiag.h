@@ -1,8 +1,9 @@
-/* Diagnostics: assertions and trace. */
+/* Diagnostics: assertions, trace and performance timing. */
 #ifndef GENUTIL_GENDIAG_H
 #define GENUTIL_GENDIAG_H
 
 #include "genassert.h"
+#include "genperf.h"
 #include "gentrace.h"
 
 #endif

@@ -222,8 +222,8 @@ inline CGNStringList* CGNStringListList::ItemAt(int index) const {
 
 /** A deferred call. */
 struct CGNCleanupItem {
-    void (*function)(void*); /**< what to call; null calls nothing */
-    void* argument;          /**< what to pass */
+    void (*m_function)(void*); /**< what to call; null calls nothing */
+    void* m_argument;          /**< what to pass */
 };
 
 /** Calls to be made together, when a module shuts down for instance. Making them leaves the list as

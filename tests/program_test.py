@@ -72,7 +72,8 @@ class Program(unittest.TestCase):
             ('damaged', TEXT.encode() * 9 + b'\xff\n', 'utf-8'),
             ('mark8', b'\xef\xbb\xbfabc', 'utf-8 with byte-order mark'),
             ('mark16', TEXT.encode('utf-16'), 'utf-16 with byte-order mark'),
-            ('little', TEXT.encode('utf-16-le'), 'utf-16'),
+            ('little', (TEXT * 9 + '\a').encode('utf-16-le'), 'utf-16'),
+            ('controls', b'\1\0' * 9 + b'ab', 'ascii'),
             ('big', TEXT.encode('utf-16-be'), 'utf-16be'),
         ]
         for name, content, _ in rows:
@@ -84,6 +85,8 @@ class Program(unittest.TestCase):
         out = self.expect(run('detect', 'missing', 'folder', 'latin', '-', given=TEXT.encode('euc_jp')),
                           2, 'missing: no such file', 'folder: is a folder')
         self.assertEqual(out, b'latin: unknown\nstandard input: euc-jp\n')
+        if NATIVE:
+            self.expect(run('detect', 'latin', 'sjis'), 1)
 
     def test_convert_many(self):
         encodings = {'sjis': 'cp932', 'euc': 'euc_jp', 'jis': 'iso2022_jp', 'utf16': 'utf-16',

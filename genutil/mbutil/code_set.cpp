@@ -49,17 +49,19 @@ int CodeSetOfCodePage(unsigned codePage) {
     return -1;
 }
 
-// The first row of a language in the table gives its code set; 0 when it has none.
-static int CodeSetOfLanguage(unsigned language) {
+int CodeSetOfLanguage(unsigned language) {
     constexpr unsigned kPrimary = 0x3FF, kDefaultSublanguage = 0x400;
     if (language >> 10 == 0) language = (language & kPrimary) | kDefaultSublanguage;
     const LocaleRow* row = FindLocaleByLanguage(language);
     return row ? row->codeSet : 0;
 }
 
+// Not by the language, which several locales may share: Croatian is not written in Cyrillic.
 int UserAnsiCodeSet() {
-    const unsigned codePage = platform::GetUserLocale().ansiCodePage;
-    return codePage ? CodeSetOfCodePage(codePage) : CodeSetOfLanguage(UserLanguage());
+    const platform::UserLocale user = platform::GetUserLocale();
+    if (user.ansiCodePage) return CodeSetOfCodePage(user.ansiCodePage);
+    const LocaleRow* row = FindLocaleByName(user.name);
+    return row ? row->codeSet : 0;
 }
 
 // Row number plus 1 of each code set, 0 for none: every conversion asks.

@@ -33,6 +33,10 @@ const LocaleRow* FindLocaleByLanguage(unsigned language);
 // Name up to the first '.' or '@'; null when there is none.
 const LocaleRow* FindLocaleByName(const char* name);
 
+// The code set of the first row of a language, with the default sublanguage when it names none; 0
+// when there is no row.
+int CodeSetOfLanguage(unsigned language);
+
 // The language identifier of the user's locale, and the code set of its ANSI code page.
 unsigned UserLanguage();
 int UserAnsiCodeSet();

@@ -5,6 +5,7 @@
 
 #include "genutil/mbutil/code_set.h"
 #include "genutil/mbutil/code_set_info.h"
+#include "genutil/mbutil/step.h"
 #include "genutil/mbutil/transcode.h"
 #include "osutil/platform/locales.h"
 
@@ -50,9 +51,33 @@ bool Copy(Transfer& t) {
     return n == left;
 }
 
+bool HasEscapes(int codeSet) {
+    return codeSet == mbJis || codeSet == mbIso2022Cn || codeSet == mbIso2022Kr;
+}
+
+// Of the first n bytes of a longer text those that are whole characters. Code sets with escapes are
+// not known here.
+std::size_t WholeCharacters(const unsigned char* text, std::size_t n, int codeSet) {
+    if (const StepTable* table = StepTableOf(codeSet)) return AlignToCharacter(*table, text, n);
+    std::size_t start = n;
+    if (codeSet == mbUtf8) {
+        while (start > 0 && n - start < 3 && (text[start] & 0xC0) == 0x80) --start;
+        return text[start] >= 0xC0 ? start : n;
+    }
+    if (codeSet != mbUtf16) return n;
+    start = n & ~std::size_t{1};
+    const bool cutsPair = start >= 2 && (text[start - 1] & 0xFC) == 0xD8;
+    return cutsPair ? start - 2 : start;
+}
+
 bool Run(Transfer& t, int from, int to, bool* known) {
     *known = true;
-    if (from == to) return Copy(t);
+    const bool fits = t.srcEnd - t.src <= t.dstEnd - t.dst;
+    if (from == to && (fits || !HasEscapes(to))) {
+        const auto room = static_cast<std::size_t>(t.dstEnd - t.dst);
+        if (!fits) t.dstEnd = t.dst + WholeCharacters(t.src, room, to);
+        return Copy(t);
+    }
     if (const Converter convert = FindDirect(from, to)) return convert(t);
     return ConvertThroughUnicode(t, from, to, known);
 }
@@ -109,8 +134,7 @@ size_t mbConvertBound(size_t srcLength, int fromCodeSet, int toCodeSet) {
     if (fromCodeSet == toCodeSet) return srcLength + terminator;
     // The most that one byte can become: a half-width katakana between escapes in the ISO 2022
     // encodings; a four-byte character or a pair of units elsewhere.
-    const bool escapes = toCodeSet == mbJis || toCodeSet == mbIso2022Cn || toCodeSet == mbIso2022Kr;
-    const std::size_t factor = escapes ? 10 : 4, extra = 16;
+    const std::size_t factor = HasEscapes(toCodeSet) ? 10 : 4, extra = 16;
     const std::size_t most = static_cast<std::size_t>(-1);
     return srcLength > (most - extra) / factor ? most : srcLength * factor + extra;
 }

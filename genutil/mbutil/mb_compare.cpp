@@ -17,13 +17,6 @@ unsigned StepHere(const unsigned char* p) {
     return g_currentStep ? StepLength(*g_currentStep, p) : 1;
 }
 
-// Where two texts must be compared character by character: the start of the character in which they
-// first differ by more than the case of ASCII letters, or where either ends.
-std::size_t SkipSame(const unsigned char* a, const unsigned char* b, std::size_t limit) {
-    const std::size_t same = SamePrefixNoCase(a, b, limit, g_currentStep);
-    return g_currentStep ? AlignToCharacter(*g_currentStep, a, same) : same;
-}
-
 unsigned MapCase(char* s, const unsigned char* map) {
     if (!s) return 0;
     const auto text = reinterpret_cast<unsigned char*>(s);
@@ -64,7 +57,8 @@ int mbstricmp(const char* a, const char* b) {
     if (!a || !b) return 0;
     EnsureInitialised();
     const unsigned char *x = Bytes(a), *y = Bytes(b);
-    const std::size_t same = SkipSame(x, y, static_cast<std::size_t>(-1));
+    const std::size_t same =
+        SamePrefixNoCase(x, y, static_cast<std::size_t>(-1), g_currentStep, AlignToCharacter);
     const unsigned char* lower = CurrentCaseTable().lower;
     for (x += same, y += same; *x && *y;) {
         const unsigned length = StepHere(x), other = StepHere(y);
@@ -86,16 +80,16 @@ int mbstrnicmp(const char* a, const char* b, unsigned n) {
     EnsureInitialised();
     const unsigned char *x = Bytes(a), *y = Bytes(b);
     const unsigned char* lower = CurrentCaseTable().lower;
-    std::size_t i = SkipSame(x, y, n);
+    std::size_t i = SamePrefixNoCase(x, y, n, g_currentStep, AlignToPromise);
     while (i < n && x[i]) {
-        const int promised = g_currentStep ? CharacterLength(*g_currentStep, x + i, 1) : 1;
-        if (promised <= 1) {
+        const unsigned promised = PromisedLength(g_currentStep, x + i);
+        if (promised == 1) {
             if (lower[x[i]] != lower[y[i]]) return lower[x[i]] - lower[y[i]];
             ++i;
             continue;
         }
         // The lead byte alone decides how many bytes are compared; none behind a terminator.
-        for (int k = promised; k > 0; --k, ++i) {
+        for (unsigned k = promised; k > 0; --k, ++i) {
             if (x[i] != y[i]) return x[i] - y[i];
             if (!x[i]) return 0;
         }

@@ -2,6 +2,7 @@
 
 #include <emmintrin.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -50,19 +51,17 @@ std::size_t CommonLength(const unsigned char* a, const unsigned char* b, std::si
 }
 
 // Whether any of the differing bytes of the block at `at` is no character by itself, and which.
-bool CaseOfTrailDiffers(const StepTable& table, const unsigned char* a, std::size_t at,
-                        std::uint64_t differing, std::size_t* where) {
+bool CaseOfTrailDiffers(const StepTable& table, Alignment align, const unsigned char* a,
+                        std::size_t at, std::uint64_t differing, std::size_t* where) {
     for (; differing; differing &= differing - 1) {
         *where = at + static_cast<unsigned>(std::countr_zero(differing));
-        if (AlignToCharacter(table, a, *where) != *where) return true;
+        if (align(table, a, *where) != *where) return true;
     }
     return false;
 }
 
-}  // namespace
-
-std::size_t SamePrefixNoCase(const unsigned char* a, const unsigned char* b, std::size_t limit,
-                             const StepTable* table) {
+std::size_t SameBytes(const unsigned char* a, const unsigned char* b, std::size_t limit,
+                      const StepTable* table, Alignment align) {
     std::size_t at = 0, known = 0, window = kBlock, differs = 0;
     for (;;) {
         if (known - at < kBlock) {
@@ -80,9 +79,18 @@ std::size_t SamePrefixNoCase(const unsigned char* a, const unsigned char* b, std
             continue;
         }
         if (d.beyondCase) return at + static_cast<unsigned>(std::countr_zero(d.any));
-        if (table && CaseOfTrailDiffers(*table, a, at, d.any, &differs)) return differs;
+        if (table && CaseOfTrailDiffers(*table, align, a, at, d.any, &differs)) return differs;
         at += kBlock;
     }
+}
+
+}  // namespace
+
+std::size_t SamePrefixNoCase(const unsigned char* a, const unsigned char* b, std::size_t limit,
+                             const StepTable* table, Alignment align) {
+    const std::size_t same = SameBytes(a, b, limit, table, align);
+    // What differs may be the end of a character in one text and none in the other.
+    return table ? std::min(align(*table, a, same), align(*table, b, same)) : same;
 }
 
 }  // namespace genutil

@@ -7,10 +7,13 @@
 
 namespace genutil {
 
-// Bytes, at most `limit`, in which a and b are the same but for the case of ASCII letters that are
-// characters of their own; ends before a terminator of either. table is null for single-byte text.
-// The result may stop short of the first difference, never behind it.
+// How a walk finds the start of the character that holds a byte.
+using Alignment = std::size_t (*)(const StepTable& table, const unsigned char* s, std::size_t idx);
+
+// The start of a character of both texts, at most at `limit`, before which they are the same but
+// for the case of ASCII letters that are characters of their own; no terminator lies before it.
+// table is null for single-byte text. May stop short of the first difference, never behind it.
 std::size_t SamePrefixNoCase(const unsigned char* a, const unsigned char* b, std::size_t limit,
-                             const StepTable* table);
+                             const StepTable* table, Alignment align);
 
 }  // namespace genutil

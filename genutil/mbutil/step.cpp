@@ -30,6 +30,17 @@ std::size_t AlignToCharacter(const StepTable& table, const unsigned char* s, std
     return odd && (table.later[s[idx]] & StepTable::kSecond) ? idx - 1 : idx;
 }
 
+std::size_t AlignToPromise(const StepTable& table, const unsigned char* s, std::size_t idx) {
+    // A byte that begins nothing longer ends a character, but for the second of three or four.
+    std::size_t at = idx, step = 0;
+    const auto isShift = [&](std::size_t back) {
+        return table.hasShifts && at >= back && (s[at - back] | 1) == 0x8F;
+    };
+    while (at > 0 && (BeginsLonger(table, s[at - 1]) || isShift(2) || isShift(3))) --at;
+    while (at < idx) at += step = PromisedLength(&table, s + at);
+    return at > idx ? at - step : at;
+}
+
 }  // namespace genutil
 
 using namespace genutil;
@@ -148,8 +159,7 @@ int mbcharcmp(const unsigned char* a, const unsigned char* b, unsigned n) {
     }
     for (unsigned i = 0; i < n && a[i];) {
         // The lead byte alone decides how many bytes are compared.
-        const int promised = g_currentStep ? CharacterLength(*g_currentStep, a + i, 1) : 1;
-        for (int k = promised > 1 ? promised : 1; k > 0; --k, ++i) {
+        for (unsigned k = PromisedLength(g_currentStep, a + i); k > 0; --k, ++i) {
             if (a[i] != b[i]) return a[i] - b[i];
             if (!a[i]) return 0;
         }

@@ -60,6 +60,13 @@ inline int CharacterLength(const StepTable& table, const unsigned char* p, unsig
     return static_cast<int>(length);
 }
 
+// The length that the byte at p promises, whatever follows it; 1 for a byte that begins nothing
+// longer. A null table stands for characters of single bytes.
+inline unsigned PromisedLength(const StepTable* table, const unsigned char* p) {
+    const unsigned rule = table ? table->first[*p] : 1;
+    return rule > 1 && !(rule & StepTable::kInvalid) ? rule & StepTable::kLength : 1;
+}
+
 // Bytes to step over the character at p, 1 for an invalid one and for a terminator. Each length is
 // the constant of a branch: the processor predicts it and goes on, where a length out of a table
 // would make every step wait for the one before.
@@ -76,6 +83,9 @@ inline unsigned StepLength(const StepTable& table, const unsigned char* p) {
 
 // Start of the character that holds byte idx; s has no terminator before idx.
 std::size_t AlignToCharacter(const StepTable& table, const unsigned char* s, std::size_t idx);
+
+// The same for a walk by promised lengths, which differs behind invalid sequences.
+std::size_t AlignToPromise(const StepTable& table, const unsigned char* s, std::size_t idx);
 
 inline const unsigned char* Bytes(const char* s) {
     return reinterpret_cast<const unsigned char*>(s);

@@ -38,7 +38,7 @@ long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text);
 int ToWideCharacter(unsigned short* out, const char* text, std::size_t bytes);
 int ToNarrowCharacter(char* out, unsigned short character);
 
-// Simple case mapping of one 16-bit character, by Unicode.
+// Simple case mapping of one 16-bit character, by Unicode, where it maps there and back.
 unsigned short ToUpperWide(unsigned short character);
 unsigned short ToLowerWide(unsigned short character);
 

@@ -22,7 +22,7 @@ unsigned AnsiCodePageOfLanguage(std::uint16_t language);
 // Whether the system keeps a registry of time zones that can be read.
 bool HasTimeZoneRegistry();
 
-// Simple case mapping of one 16-bit character, by Unicode.
+// Simple case mapping of one 16-bit character, by Unicode, where it maps there and back.
 std::uint16_t ToUpper(std::uint16_t character);
 std::uint16_t ToLower(std::uint16_t character);
 

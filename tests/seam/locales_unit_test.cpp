@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 
+#include "genutil/mbutil/code_set.h"
 #include "osutil/platform/locales.h"
 
 using namespace genutil;
@@ -47,7 +48,15 @@ TEST(Locales, SimpleCaseMapping) {
         EXPECT_EQ(platform::ToUpper(pair.upper), pair.upper);
         EXPECT_EQ(platform::ToLower(pair.lower), pair.lower);
     }
-    for (const std::uint16_t plain : {0x31, 0x5B, 0x7B, 0xDF, 0x3042, 0x4E00, 0xD800, 0xFFFF})
+    std::uint32_t all = 0;  // the same on every platform
+    for (std::uint32_t c = 1; c <= 0xFFFF; ++c) {
+        const auto character = static_cast<std::uint16_t>(c);
+        all = all * 31 + platform::ToUpper(character);
+        all = all * 31 + platform::ToLower(character);
+    }
+    EXPECT_EQ(all, 2227320022u);
+    for (const std::uint16_t plain :
+         {0xB5, 0x131, 0x3C2, 0x31, 0x5B, 0x7B, 0xDF, 0x3042, 0x4E00, 0xD800, 0xFFFF})
         EXPECT_EQ(platform::ToUpper(plain), plain);
 }
 
@@ -61,4 +70,33 @@ TEST(Locales, CollationOrdersWordsNotBytes) {
     EXPECT_LT(Compare(u"\u00E9a", u"f"), 0);
     EXPECT_LT(Compare(u"z", u"\u3042"), 0);
     EXPECT_LT(Compare(u"\u3042", u"\u3044"), 0);
+}
+
+TEST(Locales, TheirCodeSets) {
+    std::string others;
+    int rows = 0, languages = 0;
+    for (const LocaleRow* row = kLocaleTable; row->language; ++row, ++rows) {
+        languages += row->language;
+        if (row->codeSet) others += row->name + (' ' + std::to_string(row->codeSet)) + ' ';
+    }
+    EXPECT_EQ(rows, 156);
+    EXPECT_EQ(languages, 613338);
+    EXPECT_EQ(
+        others,
+        "ar_SA 28 ar_IQ 28 ar_EG 28 ar_LY 28 ar_DZ 28 ar_MA 28 ar_TN 28 ar_OM 28 ar_YE 28 ar_SY 28 "
+        "ar_JO 28 ar_LB 28 ar_KW 28 ar_AE 28 ar_BH 28 ar_QA 28 bg_BG 24 zh_TW 9 zh_CN 7 zh_HK 9 "
+        "zh_SG 7 zh_MO 7 cs_CZ 23 el_GR 25 he_IL 27 iw_IL 27 hu_HU 23 ja_JP 5 ko_KR 11 pl_PL 23 "
+        "ro_RO 23 ru_RU 24 sh_YU 23 sr_YU 24 sr_YU 24 hr_YU 23 hr_HR 23 sk_SK 23 sq_AL 23 th_TH 40 "
+        "tr_TR 26 ur_PK 28 ur_IN 28 uk_UA 24 be_BY 24 sl_SI 23 et_EE 29 lv_LV 29 lt_LT 29 fa_IR 28 "
+        "vi_VN 30 az_AZ_C 26 az_AZ_C 24 mk_MK 24 fo_FO 23 kk_KZ 24 uz_UZ_C 24 tt_RU 24 ");
+    // A language without a country stands for its first; of several locales the first row decides.
+    static constexpr struct {
+        unsigned language;
+        int codeSet;
+    } kLanguages[] = {{0x11, 5},   {0x411, 5}, {0, 0},     {0x4, 9},
+                      {0x41a, 24}, {0x811, 0}, {0xc01, 28}};
+    for (const auto& row : kLanguages)
+        EXPECT_EQ(CodeSetOfLanguage(row.language), row.codeSet) << row.language;
+    EXPECT_EQ(CodeSetOfCodePage(65001), mbUtf8);
+    EXPECT_EQ(CodeSetOfCodePage(437), -1);
 }

@@ -53,20 +53,22 @@ bool IsUtf8(const std::string& text) {
     return good > 0 && bad * 20 <= good;
 }
 
-// How many units are ASCII if the text is UTF-16 in that order; 0 when it cannot be.
+// How many units are ASCII if the text is UTF-16 in that order; 0 when it cannot be, or has more
+// control characters than a stray one.
 std::size_t AsciiUnits(const std::string& text, bool bigEndian) {
-    std::size_t ascii = 0;
+    std::size_t ascii = 0, controls = 0;
     bool high = false;
     for (std::size_t i = 0; i < text.size(); i += 2) {
         const unsigned unit = bigEndian ? Byte(text, i) << 8 | Byte(text, i + 1)
                                         : Byte(text, i + 1) << 8 | Byte(text, i);
         const bool low = unit >= 0xDC00 && unit <= 0xDFFF;
         const bool control = unit < 0x20 && !(unit >= 0x09 && unit <= 0x0D) && unit != 0x1B;
-        if (low != high || control || unit >= 0xFFFE) return 0;
+        if (low != high || unit == 0 || unit >= 0xFFFE) return 0;
         high = unit >= 0xD800 && unit <= 0xDBFF;
-        if (unit < 0x80) ++ascii;
+        ascii += unit < 0x80;
+        controls += control;
     }
-    return high ? 0 : ascii;
+    return high || controls * 100 > ascii ? 0 : ascii;
 }
 
 // Characters of the text that are invalid in a code set.

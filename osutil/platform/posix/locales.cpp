@@ -48,9 +48,12 @@ const UChar* AsUnits(const std::uint16_t* text) {
     return reinterpret_cast<const UChar*>(text);
 }
 
-// A capital outside the first 65536 characters cannot be told by one 16-bit character.
-std::uint16_t Narrowed(UChar32 mapped, std::uint16_t character) {
-    return mapped >= 0 && mapped <= 0xFFFF ? static_cast<std::uint16_t>(mapped) : character;
+// As Windows maps case: only there and back again, so neither the micro sign nor the dotless i has
+// a capital; and within 16 bits.
+std::uint16_t MapCase(std::uint16_t character, UChar32 (*map)(UChar32), UChar32 (*back)(UChar32)) {
+    const UChar32 mapped = map(character);
+    const bool both = mapped >= 0 && mapped <= 0xFFFF && back(mapped) == character;
+    return both ? static_cast<std::uint16_t>(mapped) : character;
 }
 
 }  // namespace
@@ -70,10 +73,10 @@ bool HasTimeZoneRegistry() {
 }
 
 std::uint16_t ToUpper(std::uint16_t character) {
-    return Narrowed(u_toupper(character), character);
+    return MapCase(character, u_toupper, u_tolower);
 }
 std::uint16_t ToLower(std::uint16_t character) {
-    return Narrowed(u_tolower(character), character);
+    return MapCase(character, u_tolower, u_toupper);
 }
 
 int Collate(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b,

@@ -105,6 +105,24 @@ TEST(Convert, AnyPairWithinTheRoomThereIs) {
         static const std::size_t kConsumed[] = {0, 0, 1, 1, 1, 3, 3, 3, 5, 5, 5, 7, 7, 7};
         EXPECT_EQ(report.consumed, kConsumed[room]) << room;
     }
+    // A copy within one code set, too, holds no part of a character.
+    static const struct {
+        int line, codeSet;
+        const char* text;
+        std::size_t room, whole;
+    } kCopies[] = {
+        {__LINE__, 5, "a\x82\xA0", 4, 3},           {__LINE__, 5, "a\x82\xA0", 3, 1},
+        {__LINE__, 65, "\xE3\x81\x82", 3, 0},       {__LINE__, 65, "a\xE3\x81\x82", 2, 1},
+        {__LINE__, 65, "\x81\x82\x83\x84", 4, 3},   {__LINE__, 64, "\x3D\xD8\x01\xDE", 5, 0},
+        {__LINE__, 64, "ab\x3D\xD8\x01\xDE", 7, 2}, {__LINE__, 3, "\x1B$B0!0!\x1B(B", 9, 8},
+    };
+    for (const auto& row : kCopies) {
+        SCOPED_TRACE(row.line);
+        const std::size_t length = std::strlen(row.text);
+        EXPECT_EQ(mbConvert(row.text, length, row.codeSet, dst, row.room, row.codeSet, &report),
+                  row.whole == length);
+        EXPECT_EQ(report.produced, row.whole);
+    }
     EXPECT_EQ(mbConvert(text.data(), text.size(), 5, dst, 0, 65, &report), 0);
     EXPECT_EQ(mbConvert("a", 1, 5, dst, sizeof dst, 50, &report), 0);
     EXPECT_EQ(mbConvert("a", 1, -1, dst, sizeof dst, 5, &report), 0);
@@ -172,7 +190,7 @@ TEST(Measure, PercentDecoding) {
     static const struct {
         const char *text, *decoded;
     } kRows[] = {{"a%41%4g%", "aA%4g%"}, {"%2f+%2F", "%2f+/"}, {"%", "%"}, {"%4", "%4"}, {"", ""},
-                 {"%%41", "%A"}};
+                 {"%%41", "%A"},         {"%4G%G4", "%4G%G4"}};
     for (const auto& row : kRows) {
         char* out = nullptr;
         EXPECT_EQ(mbUrlDecode(row.text, &out), std::strlen(row.decoded));
@@ -192,7 +210,7 @@ TEST(Measure, LongerOfTwoEncodings) {
         const char* text;
         unsigned length;
     } kRows[] = {
-        {__LINE__, 5, "\xB1\xB2\xB3", 6},
+        {__LINE__, 5, "\xA1\xB2\xDF", 6},
         {__LINE__, 5, "a\x82\xA0", 3},
         {__LINE__, 5, "\x82", 2},
         {__LINE__, 5, "\x82\xB1", 2},

@@ -1,0 +1,91 @@
+// Lists beside a vector of strings that was not told how many come, and the checksum beside its own
+// loop over bytes and zlib's (which computes another one).
+#include <benchmark/benchmark.h>
+#include <dlfcn.h>
+
+#include <string>
+#include <vector>
+
+#include "genlist.h"
+
+namespace {
+
+constexpr int kItems = 1000;
+const char kText[] = "an item of a list, longer than a short string";
+
+void AddGenutil(benchmark::State& state) {
+    const CGNString text(kText);
+    for (auto _ : state) {
+        CGNStringList list;
+        for (int i = 0; i < kItems; ++i) list.AddItem(text);
+        benchmark::DoNotOptimize(list.GetCount());
+    }
+}
+void AddVector(benchmark::State& state) {
+    const std::string text(kText);
+    for (auto _ : state) {
+        std::vector<std::string> list;
+        for (int i = 0; i < kItems; ++i) list.push_back(text);
+        benchmark::DoNotOptimize(list.size());
+    }
+}
+BENCHMARK(AddGenutil)->Name("add 1000 strings/genutil");
+BENCHMARK(AddVector)->Name("add 1000 strings/vector");
+
+void ReadGenutil(benchmark::State& state) {
+    CGNStringList list;
+    for (int i = 0; i < kItems; ++i) list.AddItem(kText);
+    for (auto _ : state) {
+        std::size_t sum = 0;
+        for (int i = 0; i < list.GetCount(); ++i) sum += list.GetItem(i)->GetLength();
+        benchmark::DoNotOptimize(sum);
+    }
+}
+void ReadVector(benchmark::State& state) {
+    const std::vector<std::string> list(kItems, kText);
+    for (auto _ : state) {
+        std::size_t sum = 0;
+        for (std::size_t i = 0; i < list.size(); ++i) sum += list[i].size();
+        benchmark::DoNotOptimize(sum);
+    }
+}
+BENCHMARK(ReadGenutil)->Name("read 1000 strings/genutil");
+BENCHMARK(ReadVector)->Name("read 1000 strings/vector");
+
+const std::vector<unsigned char>& Data() {
+    static const std::vector<unsigned char> data(1 << 20, 0x5A);
+    return data;
+}
+void CrcGenutil(benchmark::State& state) {
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            gencrc32(1, Data().data(), static_cast<unsigned int>(Data().size())));
+}
+void CrcByteLoop(benchmark::State& state) {
+    unsigned int table[256];
+    for (unsigned int i = 0; i < 256; ++i) {
+        const auto byte = static_cast<unsigned char>(i);
+        table[i] = gencrc32(0, &byte, 1);
+    }
+    for (auto _ : state) {
+        unsigned int crc = 1;
+        for (const unsigned char byte : Data()) crc = crc << 8 ^ table[crc >> 24 ^ byte];
+        benchmark::DoNotOptimize(crc);
+    }
+}
+void CrcZlib(benchmark::State& state) {
+    using Crc = unsigned long (*)(unsigned long, const unsigned char*, unsigned int);
+    void* const zlib = dlopen("libz.so.1", RTLD_NOW);
+    const auto crc32 = zlib ? reinterpret_cast<Crc>(dlsym(zlib, "crc32")) : nullptr;
+    if (!crc32) {
+        state.SkipWithError("no libz.so.1");
+        return;
+    }
+    for (auto _ : state)
+        benchmark::DoNotOptimize(crc32(1, Data().data(), static_cast<unsigned int>(Data().size())));
+}
+BENCHMARK(CrcGenutil)->Name("checksum of 1 MB/genutil");
+BENCHMARK(CrcByteLoop)->Name("checksum of 1 MB/byte-loop");
+BENCHMARK(CrcZlib)->Name("checksum of 1 MB/zlib");
+
+}  // namespace

@@ -1,0 +1,214 @@
+// Lists of numbers, of strings and of lists; calls to make later; the checksum.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "genlist.h"
+#include "mbutil.h"
+#include "tests/support/code_set_guard.h"
+
+namespace {
+
+std::string Join(const CGNStringList& list) {
+    std::string text;
+    for (int i = 0; i < list.GetCount(); ++i) {
+        const CGNString* item = list.GetItem(i);
+        text += item ? std::string(*item, item->GetLength()) + "|" : "null|";
+    }
+    return text;
+}
+
+CGNStringList ListOf(const char* text) {
+    CGNStringList list;
+    list.ParseFrom(text, ';');
+    return list;
+}
+
+TEST(List, AddsInsertsDeletesAndSwaps) {
+    CGNList list(0, 0);
+    EXPECT_EQ(list.GetItemListPtr(), nullptr);
+    EXPECT_EQ(list.GetItem(0), 0);
+    for (long i = 0; i < 25; ++i) EXPECT_TRUE(list.AddItem(i * i));
+    EXPECT_EQ(list.GetCount(), 25);
+    EXPECT_EQ(list.GetItem(24), 576);
+    EXPECT_EQ(list.GetItem(25), 0);
+    EXPECT_EQ(list.GetItem(-1), 0);
+    EXPECT_TRUE(list.InsertItem(0, -1));
+    EXPECT_TRUE(list.InsertItem(26, -2));
+    EXPECT_FALSE(list.InsertItem(28, -3));
+    EXPECT_FALSE(list.InsertItem(-1, -3));
+    EXPECT_EQ(list.GetItem(1), 0);
+    EXPECT_EQ(list.GetItem(26), -2);
+    list.DeleteItem(0);
+    list.DeleteItem(26);
+    list.DeleteItem(-1);
+    EXPECT_EQ(list.GetCount(), 26);
+    EXPECT_EQ(list.GetItemListPtr()[2], 4);
+    EXPECT_TRUE(list.SwapItems(1, 2));
+    EXPECT_TRUE(list.SwapItems(3, 3));
+    EXPECT_FALSE(list.SwapItems(0, 26));
+    EXPECT_FALSE(list.SwapItems(-1, 0));
+    EXPECT_EQ(list.GetItem(1), 4);
+    EXPECT_FALSE(list.SetItem(27, 1));
+    EXPECT_FALSE(list.SetItem(-1, 1));
+    EXPECT_TRUE(list.SetItem(0, 7));
+    EXPECT_EQ(list.GetItem(0), 7);
+    list.Free();
+    EXPECT_EQ(list.GetCount(), 0);
+    EXPECT_EQ(list.GetItemListPtr(), nullptr);
+}
+
+TEST(List, TheSlotBehindTheLastCanBeWritten) {
+    CGNList list(0, 3);
+    for (long i = 0; i < 9; ++i) {  // at full capacity too
+        EXPECT_TRUE(list.SetItem(list.GetCount(), 100 + i));
+        EXPECT_EQ(list.GetCount(), static_cast<int>(i));
+        EXPECT_TRUE(list.AddItem(i));
+    }
+}
+
+TEST(List, CopiesAreIndependent) {
+    CGNList list;
+    list.AddItem(1);
+    CGNList copy(list), assigned(0, 5);
+    assigned = list;
+    assigned = *&assigned;
+    list.SetItem(0, 2);
+    EXPECT_EQ(copy.GetItem(0), 1);
+    EXPECT_EQ(assigned.GetItem(0), 1);
+    EXPECT_EQ(assigned.GetCount(), 1);
+}
+
+TEST(StringList, OwnsCopies) {
+    CGNStringList list;
+    CGNString s("b");
+    EXPECT_TRUE(list.AddItem(s));
+    EXPECT_TRUE(list.AddItem("c"));
+    EXPECT_TRUE(list.AddItem(static_cast<const char*>(nullptr)));
+    EXPECT_TRUE(list.InsertItem(0, CGNString("a")));
+    EXPECT_FALSE(list.InsertItem(5, s));
+    s = "changed";
+    EXPECT_EQ(Join(list), "a|b|c||");
+    list.DeleteItem(3);
+    list.DeleteItem(3);
+    list.DeleteItem(-1);
+    EXPECT_EQ(list.GetItem(3), nullptr);
+    CGNStringList copy(list), assigned;
+    assigned.AddItem("old");
+    assigned = list;
+    list += list;
+    EXPECT_EQ(Join(list), "a|b|c|");
+    list += copy;
+    EXPECT_EQ(Join(list), "a|b|c|a|b|c|");
+    for (int i = 0; i < 30; ++i) list.AddItem(*list.GetItem(0));  // an item of the list itself
+    EXPECT_EQ(list.GetCount(), 36);
+    list.FreeListItems();
+    EXPECT_EQ(list.GetCount(), 0);
+    EXPECT_EQ(Join(copy) + Join(assigned), "a|b|c|a|b|c|");
+    copy.Free();
+    EXPECT_EQ(copy.GetCount(), 0);
+}
+
+TEST(StringList, UniqueItems) {
+    CGNStringList list = ListOf("s;b;c;d");
+    EXPECT_FALSE(list.AddUnique("c"));
+    EXPECT_TRUE(list.AddUnique("C"));
+    EXPECT_TRUE(list.InsertUnique(2, "s"));  // the index counts without the one that went
+    EXPECT_EQ(Join(list), "b|c|s|d|C|");
+    EXPECT_TRUE(list.InsertUnique(0, *list.GetItem(4)));
+    EXPECT_EQ(Join(list), "C|b|c|s|d|");
+    EXPECT_FALSE(list.InsertUnique(5, "d"));  // behind the shortened list, and the old one is gone
+    EXPECT_EQ(Join(list), "C|b|c|s|");
+}
+
+TEST(StringList, ParsesParts) {
+    static const struct {
+        const char *text, *parts;
+    } kRows[] = {{"a;;b;", "a||b|"}, {"a;b", "a|b|"}, {"", ""}, {";", "|"}, {"abc", "abc|"}};
+    for (const auto& row : kRows) EXPECT_EQ(Join(ListOf(row.text)), row.parts) << row.text;
+    CGNStringList list = ListOf("x");
+    EXPECT_EQ(list.ParseFrom("y;z", ';'), 3u);
+    const CodeSetGuard guard(5);
+    EXPECT_EQ(list.ParseFrom("\x83\x5C;", '\x5C'), 5u);  // bytes are compared
+}
+
+TEST(StringList, SortsByCollation) {
+    CGNStringList list = ListOf("pear;Apple;fig;apple;Banana;fig");
+    list.Sort();
+    for (int i = 1; i < list.GetCount(); ++i)
+        EXPECT_LE(mbstrcoll(*list.GetItem(i - 1), *list.GetItem(i)), 0);
+    EXPECT_STREQ(*list.GetItem(2), "Banana");
+    EXPECT_STREQ(*list.GetItem(5), "pear");
+    CGNStringList none;
+    none.Sort();
+    for (int i = 0; i < 300; ++i)
+        none.AddItem(std::string(1 + i % 3, static_cast<char>(i * 7)).c_str());
+    none.Sort();  // bytes that are no text order somehow, and nothing breaks
+    EXPECT_EQ(none.GetCount(), 300);
+}
+
+TEST(StringListList, OwnsCopiesOfLists) {
+    CGNStringListList lists;
+    EXPECT_TRUE(lists.AddItem(ListOf("a;b")));
+    EXPECT_TRUE(lists.InsertItem(0, ListOf("c")));
+    EXPECT_FALSE(lists.InsertItem(3, ListOf("d")));
+    EXPECT_TRUE(lists.AddItem(*lists.GetItem(0)));
+    CGNStringListList copy(lists), assigned;
+    assigned = lists;
+    lists.DeleteItem(0);
+    EXPECT_EQ(Join(*lists.GetItem(0)), "a|b|");
+    EXPECT_EQ(lists.GetItem(2), nullptr);
+    lists.FreeListItems();
+    EXPECT_EQ(lists.GetCount(), 0);
+    EXPECT_EQ(Join(*copy.GetItem(0)) + Join(*assigned.GetItem(2)), "c|c|");
+}
+
+TEST(CleanupList, CallsInOrderAsOftenAsAsked) {
+    static std::string calls;
+    calls.clear();
+    const auto note = [](void* argument) { calls += static_cast<const char*>(argument); };
+    char a[] = "a", b[] = "b", c[] = "c";
+    CGNCleanupList list;
+    list.Execute();
+    EXPECT_TRUE(list.AddItem(note, a));
+    EXPECT_TRUE(list.AddItem(new CGNCleanupItem{note, b}));
+    EXPECT_TRUE(list.AddItem(nullptr, nullptr));
+    EXPECT_TRUE(list.AddItem(note, c));
+    list.Execute();
+    list.Execute();
+    EXPECT_EQ(calls, "abcabc");
+    EXPECT_EQ(list.GetItem(1)->m_argument, b);
+    EXPECT_EQ(list.GetItem(4), nullptr);
+    list.FreeListItems();
+    EXPECT_EQ(list.GetCount(), 4);
+    list.Execute();
+    list.Free();
+    EXPECT_EQ(list.GetCount(), 0);
+    list.AddItem(note, a);  // destroyed without a call
+    EXPECT_EQ(calls, "abcabc");
+}
+
+TEST(Crc32, AgreesWithItsByteLoop) {
+    std::vector<unsigned char> data(1000);
+    unsigned int table[256], seed = 1;
+    for (unsigned char& byte : data)
+        byte = static_cast<unsigned char>((seed = seed * 1103515245 + 12345) >> 16);
+    for (unsigned int i = 0; i < 256; ++i) {
+        const auto byte = static_cast<unsigned char>(i);
+        table[i] = gencrc32(0, &byte, 1);
+    }
+    EXPECT_EQ(table[1], 0x77073096u);
+    EXPECT_EQ(table[255], 0x2D02EF8Du);
+    for (unsigned int start : {0u, 1u, 3u})
+        for (unsigned int length : {0u, 1u, 15u, 16u, 17u, 31u, 100u, 997u}) {
+            unsigned int slow = 0xDEADBEEF;
+            for (unsigned int i = 0; i < length; ++i)
+                slow = slow << 8 ^ table[slow >> 24 ^ data[start + i]];
+            EXPECT_EQ(gencrc32(0xDEADBEEF, data.data() + start, length), slow) << length;
+            const unsigned int half = gencrc32(0xDEADBEEF, data.data() + start, length / 2);
+            EXPECT_EQ(gencrc32(half, data.data() + start + length / 2, length - length / 2), slow);
+        }
+}
+
+}  // namespace

@@ -1,0 +1,142 @@
+// Stopwatches and totals of time.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "gendiag.h"
+#include "tests/support/temporary_file.h"
+
+namespace {
+
+std::string g_lines;
+void Collect(const char* line) {
+    g_lines += line;
+}
+
+class Timing : public testing::Test {
+  protected:
+    void SetUp() override { g_lines.clear(); }
+    void TearDown() override {
+        OSTime::EnableLog(0);
+        OSSetPerf(0);
+        CGNCummPerf::SetPerfCallBack(nullptr);
+    }
+};
+
+TEST_F(Timing, DifferencesInMilliseconds) {
+    EXPECT_EQ(OSGetMsTimeDiff(10, 500000, 12, 250000), 1750);
+    EXPECT_EQ(OSGetMsTimeDiff(12, 250000, 10, 500000), -1750);
+    // Values that wrapped around at 32 bits.
+    EXPECT_EQ(OSGetMsTimeDiff(5, 2147483000, 5, -2147483296), 1);
+    long seconds, micro;
+    OSGetTime(seconds, micro);
+    EXPECT_GT(seconds, 1700000000);
+    EXPECT_TRUE(micro >= 0 && micro < 1000000 && micro % 1000 == 0);
+    const long since = OSGetMsTimeDiff(seconds, micro);
+    EXPECT_TRUE(since >= 0 && since < 60000) << since;
+}
+
+TEST_F(Timing, PerfTimeIsScaledTwice) {
+    long seconds = 7, value = 8;
+    OSPerfTime(seconds, value);
+    EXPECT_EQ(seconds, 7);  // switched off: left alone
+    EXPECT_EQ(value, 8);
+    OSSetPerf(1);
+    EXPECT_TRUE(OSGetPerf());
+    OSPerfTime(seconds, value);
+    const auto ticks = static_cast<unsigned>(value);
+    EXPECT_EQ(value, static_cast<int>(ticks));
+    // value is all the milliseconds times 1000; modulo 2 to the 32 they can be told from the
+    // seconds.
+    const unsigned rest = ticks - static_cast<unsigned>(seconds) * 1000000u;
+    EXPECT_LT(rest, 1000000u);
+    EXPECT_EQ(rest % 1000, 0u);
+}
+
+TEST_F(Timing, AStopwatchLogsOnlyWhenSwitchedOn) {
+    {
+        OSTime watch("off");
+        watch.SetLogHandler(Collect);
+        watch.Log("still off");
+    }
+    EXPECT_EQ(g_lines, "");
+    OSTime::EnableLog(1);
+    EXPECT_TRUE(OSTime::LogEnabled());
+    {
+        OSTime watch("step");
+        watch.SetLogHandler(Collect);
+        watch.Log();
+        watch.VaLog("%s %d", "part", 2);
+        watch.SetVaTraceMsg("%s", "");
+        watch.SetVaTraceMsg("%s", std::string(5000, 'x').c_str());
+        watch.Reset();
+    }
+    int time, elapsed, end = 0;
+    ASSERT_EQ(std::sscanf(g_lines.c_str(),
+                          "step : time %d : elapsed ms %d\npart 2 : time %*d : elapsed ms "
+                          "%*d\ntime %*d : elapsed ms %*d\n%n",
+                          &time, &elapsed, &end),
+              2)
+        << g_lines;
+    EXPECT_EQ(static_cast<std::size_t>(end), g_lines.size());
+    EXPECT_TRUE(time >= 0 && time < 60 && elapsed >= 0 && elapsed < 60000);
+    g_lines.clear();
+    {
+        OSTime watch;
+        watch.SetLogHandler(Collect);
+        watch.SetVaTraceMsg("%s", std::string(5000, 'x').c_str());
+    }
+    EXPECT_EQ(g_lines.find(" : "), 1023u);
+}
+
+TEST_F(Timing, LinesGoToThePerformanceFile) {
+    const TemporaryFile file("old"), second;
+    EXPECT_FALSE(CGNPerf::OpenFile("no/such/folder/file"));
+    EXPECT_FALSE(OSTime::LogEnabled());
+    ASSERT_TRUE(CGNPerf::OpenFile(file.Path()));
+    { CGNPerf perf("one"); }
+    ASSERT_TRUE(CGNPerf::ChangeFile(second.Path()));
+    { CGNPerf perf(CGNString("two")); }
+    CGNPerf::CloseFile();
+    { CGNPerf dropped("three"); }
+    EXPECT_EQ(file.Bytes().substr(0, 11), "one : time ");
+    EXPECT_EQ(second.Bytes().substr(0, 11), "two : time ");
+    EXPECT_EQ(second.Bytes().find("three"), std::string::npos);
+}
+
+struct Notice {
+    bool pair;
+    int code;
+};
+std::vector<Notice> g_notices;
+
+TEST_F(Timing, NestedScopesOnOneTotalAreTimedOnce) {
+    g_notices.clear();
+    CGNCummPerf::SetPerfCallBack([](void* pair, int code) {
+        g_notices.push_back({pair != nullptr, code});
+    });
+    OSSetPerf(1);
+    long total = 5;
+    {
+        const CGNCummPerf outer(&total);
+        EXPECT_EQ(total, -1);
+        { const CGNCummPerf inner(&total); }
+        EXPECT_EQ(total, -1);
+        const CGNCummPerf none;
+    }
+    EXPECT_TRUE(total >= 5 && total < 60000) << total;
+    ASSERT_EQ(g_notices.size(), 4u);
+    static const Notice kExpected[] = {{true, 55}, {false, 55}, {false, 66}, {true, 66}};
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_EQ(g_notices[i].pair, kExpected[i].pair) << i;
+        EXPECT_EQ(g_notices[i].code, kExpected[i].code) << i;
+    }
+    OSSetPerf(0);
+    total = 9;
+    { const CGNCummPerf off(&total); }
+    EXPECT_EQ(total, 9);
+}
+
+}  // namespace
