@@ -9,7 +9,7 @@ bool (*g_allocationGate)(std::size_t bytes) = nullptr;
 void* Allocate(std::uint64_t bytes) {
     const auto size = static_cast<std::size_t>(bytes);
     if (size != bytes) return nullptr;
-    if (g_allocationGate && !g_allocationGate(size)) return nullptr;
+    if (!AllocationPasses(size)) return nullptr;
     return std::malloc(size);
 }
 

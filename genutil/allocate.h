@@ -3,6 +3,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <new>
+#include <utility>
 
 namespace genutil {
 
@@ -12,6 +14,17 @@ void Release(void* memory);  // null is allowed
 
 // For tests: asked before each allocation while not null; false makes that one fail.
 extern bool (*g_allocationGate)(std::size_t bytes);
+
+inline bool AllocationPasses(std::size_t bytes) {
+    return !g_allocationGate || g_allocationGate(bytes);
+}
+
+// An object that programs may delete themselves; null when memory runs out.
+template <class T, class... Arguments>
+T* New(Arguments&&... arguments) {
+    if (!AllocationPasses(sizeof(T))) return nullptr;
+    return new (std::nothrow) T(std::forward<Arguments>(arguments)...);
+}
 
 // Releases what it holds when it goes out of scope.
 template <class T>

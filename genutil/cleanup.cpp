@@ -1,48 +1,42 @@
-// Calls to make later.
-#include "genlist.h"
-#include "genutil/owned_item.h"
+// Lists of deferred calls.
+#include "genutil/list_storage.h"
 
-using namespace genutil;
+using Records = genutil::OwnedItems<CGNCleanupItem>;
 
-CGNCleanupList::CGNCleanupList() : CGNList(10, 10) {}
+CGNCleanupList::CGNCleanupList() = default;
 
 CGNCleanupList::~CGNCleanupList() {
-    FreeListItems();
-}
-
-void CGNCleanupList::Free() {
-    FreeListItems();
-    CGNList::Free();
+    Records::DestroyAll(*this);
 }
 
 unsigned char CGNCleanupList::AddItem(void (*function)(void*), void* argument) {
-    CGNCleanupItem* item = NewItem<CGNCleanupItem>(function, argument);
-    if (AddItem(item)) return 1;
-    delete item;
-    return 0;
+    auto* record = genutil::New<CGNCleanupItem>(CGNCleanupItem{function, argument});
+    genutil::CheckListMemory(record);
+    return Records::Append(*this, record);
 }
 
 unsigned char CGNCleanupList::AddItem(const CGNCleanupItem* item) {
-    return CGNList::AddItem(ItemOf(item));
+    return CGNList::AddItem(Records::AsItem(item));
 }
 
-CGNCleanupItem* CGNCleanupList::GetItem(int index) {
-    return ObjectOf<CGNCleanupItem>(CGNList::GetItem(index));
-}
-
-const CGNCleanupItem* CGNCleanupList::GetItem(int index) const {
-    return ObjectOf<CGNCleanupItem>(CGNList::GetItem(index));
-}
-
+// The count is read each time round, and a record before its call, because a call may add to the
+// list or free it.
 void CGNCleanupList::Execute() const {
-    for (int i = 0; i < GetCount(); ++i)
-        if (const CGNCleanupItem* item = GetItem(i); item && item->m_function)
-            item->m_function(item->m_argument);
+    for (int i = 0; i < GetCount(); ++i) {
+        const CGNCleanupItem* item = GetItem(i);
+        if (item && item->m_function) item->m_function(item->m_argument);
+    }
 }
 
+// Unlike the other lists this one keeps its count.
 void CGNCleanupList::FreeListItems() {
     for (int i = 0; i < GetCount(); ++i) {
         delete GetItem(i);
         SetItem(i, 0);
     }
+}
+
+void CGNCleanupList::Free() {
+    Records::DestroyAll(*this);
+    CGNList::Free();
 }

@@ -1,54 +1,62 @@
-// The library's checksum: the table of the reflected CRC-32, applied from the high end.
-//
-// A step takes the top byte of the state, with a byte of data, through the table and shifts the
-// state by a byte. It is linear over bits, so that what each of sixteen bytes does to the state
-// after the last of them can be looked up by itself, and all is added up.
+// The checksum, sixteen bytes a step.
 #include <array>
-#include <cstddef>
 #include <cstdint>
 
 #include "genlist.h"
 
 namespace {
 
-constexpr std::size_t kBlock = 16;
 using Table = std::array<std::uint32_t, 256>;
 
-constexpr Table ReflectedTable() {
-    Table table{};
+constexpr std::uint32_t kPolynomial = 0xEDB88320;  // of CRC-32, reflected
+
+constexpr Table MakeTable() {
+    Table table = {};
     for (std::uint32_t i = 0; i < 256; ++i) {
-        std::uint32_t value = i;
-        for (int bit = 0; bit < 8; ++bit) value = value & 1 ? value >> 1 ^ 0xEDB88320 : value >> 1;
-        table[i] = value;
+        std::uint32_t sum = i;
+        for (int bit = 0; bit < 8; ++bit) sum = (sum >> 1) ^ (sum & 1 ? kPolynomial : 0);
+        table[i] = sum;
     }
     return table;
 }
 
-// Entry n, i: the state after n + 1 steps over zeroes that started with i in the top byte.
-constexpr std::array<Table, kBlock> StepTables() {
-    std::array<Table, kBlock> tables{};
-    tables[0] = ReflectedTable();
-    for (std::size_t n = 1; n < kBlock; ++n)
-        for (std::size_t i = 0; i < 256; ++i) {
-            const std::uint32_t state = tables[n - 1][i];
-            tables[n][i] = state << 8 ^ tables[0][state >> 24];
-        }
-    return tables;
+constexpr Table kTable = MakeTable();
+static_assert(kTable[1] == 0x77073096 && kTable[255] == 0x2D02EF8D);
+
+// One byte. The table is that of sums which shift to the right, but this one shifts to the left;
+// stored checksums depend on the combination.
+constexpr std::uint32_t Step(std::uint32_t crc, std::uint32_t byte) {
+    return (crc << 8) ^ kTable[(crc >> 24) ^ byte];
 }
 
-constexpr std::array<Table, kBlock> kSteps = StepTables();
-static_assert(kSteps[0][1] == 0x77073096 && kSteps[0][255] == 0x2D02EF8D);
+// A step is linear over the bits of sum and byte, and a byte in the low end of the sum takes three
+// steps to reach its top without a change. So what a byte adds to the sum that is reached k steps
+// after its own can be looked up, and four bytes can be put into the sum at once.
+constexpr int kSlices = 16;
+constexpr std::array<Table, kSlices> MakeSlices() {
+    std::array<Table, kSlices> slices = {kTable};
+    for (int k = 1; k < kSlices; ++k)
+        for (std::uint32_t i = 0; i < 256; ++i) slices[k][i] = Step(slices[k - 1][i], 0);
+    return slices;
+}
+
+constexpr std::array<Table, kSlices> kSlice = MakeSlices();
+
+// kBytes bytes, of which the sum before is mixed into the first four.
+template <int kBytes>
+std::uint32_t Slice(std::uint32_t crc, const unsigned char* data) {
+    std::uint32_t next = 0;
+    for (int i = 0; i < 4; ++i)
+        next ^= kSlice[kBytes - 1 - i][data[i] ^ ((crc >> (24 - 8 * i)) & 0xFF)];
+    for (int i = 4; i < kBytes; ++i) next ^= kSlice[kBytes - 1 - i][data[i]];
+    return next;
+}
 
 }  // namespace
 
 unsigned int gencrc32(unsigned int crc, const unsigned char* data, unsigned int length) {
-    for (; length >= kBlock; length -= kBlock, data += kBlock) {
-        std::uint32_t next =
-            kSteps[15][crc >> 24 ^ data[0]] ^ kSteps[14][(crc >> 16 & 0xFF) ^ data[1]] ^
-            kSteps[13][(crc >> 8 & 0xFF) ^ data[2]] ^ kSteps[12][(crc & 0xFF) ^ data[3]];
-        for (std::size_t i = 4; i < kBlock; ++i) next ^= kSteps[kBlock - 1 - i][data[i]];
-        crc = next;
-    }
-    for (; length; --length) crc = crc << 8 ^ kSteps[0][crc >> 24 ^ *data++];
+    for (; length >= kSlices; data += kSlices, length -= kSlices) crc = Slice<kSlices>(crc, data);
+    for (; length >= 4; data += 4, length -= 4) crc = Slice<4>(crc, data);
+    for (; length > 0; ++data, --length) crc = Step(crc, *data);
     return crc;
 }

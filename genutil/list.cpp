@@ -1,60 +1,92 @@
-// Lists of long: the array that every list stands on.
-#include <cstring>
+// Lists of numbers or pointers: room, adding, removing.
+#include <algorithm>
+#include <bit>
+#include <cstddef>
 
-#include "genlist.h"
-#include "genutil/allocate.h"
-#include "genutil/assert_allocation.h"
+#include "genutil/list_storage.h"
 
-static_assert(sizeof(void*) != 4 || sizeof(CGNList) == 20);
+using Storage = genutil::ListStorage;
 
-namespace {
+// -- Room ----------------------------------------------------------------------------------------
 
-constexpr char kSource[] = "genutil/genlist";
-constexpr std::uint64_t kMostItems = 0x7FFFFFFF;  // the count is signed
+namespace genutil {
 
-// An array for `capacity` items; null, after the report, when there is none.
-long* NewItems(std::uint64_t capacity, long line = __builtin_LINE()) {
-    void* items = capacity <= kMostItems ? genutil::Allocate(capacity * sizeof(long)) : nullptr;
-    genutil::AssertAllocation(items != nullptr, kSource, line);
-    return static_cast<long*>(items);
+// The layout is part of the product: programs derive from the class and look into it.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+void ListStorage::CheckLayout() {
+    constexpr std::size_t p = sizeof(void*);
+    static_assert(p != 4 || (sizeof(CGNList) == 20 && sizeof(CGNStringList) == 20 &&
+                             sizeof(CGNStringListList) == 20 && sizeof(CGNCleanupList) == 20));
+    static_assert(sizeof(CGNCleanupItem) == 2 * p && offsetof(CGNCleanupItem, m_argument) == p);
+    static_assert(offsetof(CGNList, m_items) == p);
+    static_assert(offsetof(CGNList, m_count) == 2 * p);
+    static_assert(offsetof(CGNList, m_capacity) == 2 * p + 4);
+    static_assert(offsetof(CGNList, m_increment) == 2 * p + 8);
+}
+#pragma GCC diagnostic pop
+
+std::uint64_t ListStorage::Requested(std::uint64_t capacity) {
+    if (capacity <= 64) return capacity;
+    const std::uint64_t step = std::bit_floor(capacity) / 8;
+    return (capacity + step - 1) / step * step;
 }
 
-void MoveItems(long* to, const long* from, int count) {
-    if (count > 0) std::memmove(to, from, static_cast<std::size_t>(count) * sizeof(long));
+bool ListStorage::Reallocate(CGNList& list, std::uint64_t capacity) {
+    if (!CheckListMemory(capacity <= kMostItems)) return false;
+    const std::uint64_t requested = Requested(capacity);
+    if (!list.m_items || requested != Requested(list.m_capacity)) {
+        auto* items = static_cast<long*>(Allocate(requested * sizeof(long)));
+        if (!CheckListMemory(items)) return false;
+        if (list.m_count > 0) std::copy_n(list.m_items, list.m_count, items);
+        Release(list.m_items);
+        list.m_items = items;
+    }
+    list.m_capacity = static_cast<std::uint32_t>(capacity);
+    return true;
 }
 
-}  // namespace
+void ListStorage::Copy(CGNList& to, const CGNList& from) {
+    to.m_increment = from.m_increment;
+    if (from.m_capacity == 0 || !Reallocate(to, from.m_capacity)) return;
+    std::copy_n(from.m_items, from.m_count, to.m_items);
+    to.m_count = from.m_count;
+}
+
+}  // namespace genutil
+
+unsigned char CGNList::AllocateItemList(unsigned int n) {
+    if (n <= m_capacity) return 1;
+    return Storage::Reallocate(*this, (std::uint64_t{n} / m_increment + 1) * m_increment);
+}
+
+// -- Life ----------------------------------------------------------------------------------------
+
+CGNList::CGNList() : CGNList(genutil::kListIncrement, genutil::kListIncrement) {}
 
 CGNList::CGNList(unsigned int initial, unsigned int increment)
-    : m_items(nullptr), m_count(0), m_capacity(0), m_increment(increment ? increment : 10) {
-    if (initial == 0) return;
-    const std::uint64_t capacity =
-        (std::uint64_t{initial} + m_increment - 1) / m_increment * m_increment;
-    m_items = NewItems(capacity);
-    if (m_items) m_capacity = static_cast<std::uint32_t>(capacity);
+    : m_items(nullptr),
+      m_count(0),
+      m_capacity(0),
+      m_increment(increment != 0 ? increment : genutil::kListIncrement) {
+    const std::uint64_t blocks = (std::uint64_t{initial} + m_increment - 1) / m_increment;
+    if (blocks != 0) Storage::Reallocate(*this, blocks * m_increment);
 }
 
-CGNList::CGNList(const CGNList& other) {
-    CopyFrom(other);
+CGNList::CGNList(const CGNList& other)
+    : m_items(nullptr), m_count(0), m_capacity(0), m_increment(0) {
+    Storage::Copy(*this, other);
 }
 
 CGNList& CGNList::operator=(const CGNList& other) {
     if (this == &other) return *this;
     Free();
-    CopyFrom(other);
+    Storage::Copy(*this, other);
     return *this;
 }
 
 CGNList::~CGNList() {
     CGNList::Free();
-}
-
-void CGNList::CopyFrom(const CGNList& other) {
-    m_increment = other.m_increment;
-    m_items = other.m_capacity ? NewItems(other.m_capacity) : nullptr;
-    m_capacity = m_items ? other.m_capacity : 0;
-    m_count = m_items ? other.m_count : 0;
-    MoveItems(m_items, other.m_items, m_count);
 }
 
 void CGNList::Free() {
@@ -64,26 +96,15 @@ void CGNList::Free() {
     m_capacity = 0;
 }
 
-unsigned char CGNList::AllocateItemList(unsigned int n) {
-    if (n <= m_capacity) return 1;
-    const std::uint64_t capacity = (std::uint64_t{n} + m_increment) / m_increment * m_increment;
-    long* grown = NewItems(capacity);
-    if (!grown) return 0;
-    MoveItems(grown, m_items, m_count);
-    genutil::Release(m_items);
-    m_items = grown;
-    m_capacity = static_cast<std::uint32_t>(capacity);
-    return 1;
-}
+// -- Items ---------------------------------------------------------------------------------------
 
 unsigned char CGNList::AddItem(long item) {
-    return InsertItem(m_count, item);
+    return Storage::Append(*this, item);
 }
 
 unsigned char CGNList::InsertItem(int index, long item) {
-    if (index < 0 || index > m_count) return 0;
-    if (!AllocateItemList(static_cast<unsigned int>(m_count) + 1)) return 0;
-    MoveItems(m_items + index + 1, m_items + index, m_count - index);
+    if (index < 0 || index > m_count || !Storage::MakeRoomForOne(*this)) return 0;
+    std::copy_backward(m_items + index, m_items + m_count, m_items + m_count + 1);
     m_items[index] = item;
     ++m_count;
     return 1;
@@ -91,22 +112,21 @@ unsigned char CGNList::InsertItem(int index, long item) {
 
 unsigned char CGNList::SetItem(int index, long item) {
     if (index < 0 || index > m_count) return 0;
-    if (index == m_count && !AllocateItemList(static_cast<unsigned int>(m_count) + 1)) return 0;
+    // The place behind the last item can be prepared before the item is counted.
+    if (index == m_count && !Storage::MakeRoomForOne(*this)) return 0;
     m_items[index] = item;
     return 1;
 }
 
 void CGNList::DeleteItem(int index) {
-    if (!IsItem(index)) return;
-    MoveItems(m_items + index, m_items + index + 1, m_count - index - 1);
+    if (index < 0 || index >= m_count) return;
+    std::copy(m_items + index + 1, m_items + m_count, m_items + index);
     --m_count;
 }
 
 unsigned char CGNList::SwapItems(int a, int b) {
-    if (!IsItem(a) || !IsItem(b)) return 0;
-    const long item = m_items[a];
-    m_items[a] = m_items[b];
-    m_items[b] = item;
+    if (a < 0 || b < 0 || a >= m_count || b >= m_count) return 0;
+    std::swap(m_items[a], m_items[b]);
     return 1;
 }
 

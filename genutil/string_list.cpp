@@ -1,19 +1,83 @@
-// Lists of strings, and lists of these.
+// Lists that own strings, and lists of those.
 #include <algorithm>
+#include <cstring>
 
-#include "genlist.h"
-#include "genutil/owned_item.h"
+#include "genutil/list_storage.h"
+#include "genutil/string_storage.h"
 #include "mbutil.h"
 
-using namespace genutil;
+using genutil::CheckListMemory;
+using genutil::New;
+using genutil::OwnedItems;
+using Strings = OwnedItems<CGNString>;
+using StringLists = OwnedItems<CGNStringList>;
 
-static_assert(sizeof(long) >= sizeof(void*) || sizeof(void*) == 4, "an item holds a pointer");
+// -- Copies --------------------------------------------------------------------------------------
+
+// A copy that memory ran out for would look like another text, or a shorter list; it is no copy.
+namespace {
+
+CGNString* CopyOf(const CGNString& s) {
+    auto* copy = New<CGNString>(s);
+    if (!CheckListMemory(copy) || copy->GetLength() == s.GetLength()) return copy;
+    delete copy;
+    return nullptr;
+}
+
+CGNString* CopyOf(const char* s) {
+    auto* copy = New<CGNString>(s);
+    if (!CheckListMemory(copy) || !copy->IsEmpty() || !s || !*s) return copy;
+    delete copy;
+    return nullptr;
+}
+
+// Of n bytes, which may have a 0 among them.
+CGNString* CopyOf(const char* bytes, unsigned n) {
+    auto* copy = New<CGNString>();
+    if (!CheckListMemory(copy) || n == 0) return copy;
+    genutil::StringStorage::Take(*copy, bytes, n, n);
+    if (!copy->IsEmpty()) return copy;
+    delete copy;
+    return nullptr;
+}
+
+bool IsWholeCopy(const CGNStringList& copy, const CGNStringList& list) {
+    if (copy.GetCount() != list.GetCount()) return false;
+    for (int i = 0; i < list.GetCount(); ++i)
+        if (!copy.GetItem(i) && list.GetItem(i)) return false;
+    return true;
+}
+
+CGNStringList* CopyOf(const CGNStringList& list) {
+    auto* copy = New<CGNStringList>(list);
+    if (!CheckListMemory(copy) || IsWholeCopy(*copy, list)) return copy;
+    delete copy;
+    return nullptr;
+}
+
+// The position of the first string equal to s, or -1.
+int Find(const CGNStringList& list, const CGNString& s) {
+    for (int i = 0; i < list.GetCount(); ++i)
+        if (const CGNString* item = list.GetItem(i); item && *item == s) return i;
+    return -1;
+}
+
+}  // namespace
+
+// -- CGNStringList -------------------------------------------------------------------------------
+
+CGNStringList::CGNStringList() = default;
 
 CGNStringList::CGNStringList(unsigned int initial, unsigned int increment)
     : CGNList(initial, increment) {}
 
-CGNStringList::CGNStringList(const CGNStringList& other) : CGNList(10, 10) {
-    *this = other;
+// Assignment frees the array first, so there is no use in beginning with one.
+CGNStringList::CGNStringList(const CGNStringList& other) : CGNList(0, genutil::kListIncrement) {
+    *this += other;
+}
+
+CGNStringList::~CGNStringList() {
+    Strings::DestroyAll(*this);
 }
 
 CGNStringList& CGNStringList::operator=(const CGNStringList& other) {
@@ -24,138 +88,147 @@ CGNStringList& CGNStringList::operator=(const CGNStringList& other) {
 
 CGNStringList& CGNStringList::operator+=(const CGNStringList& other) {
     if (this == &other) return *this;
-    for (int i = 0; i < other.GetCount(); ++i)
-        if (const CGNString* s = other.GetItem(i)) AddItem(*s);
+    for (int i = 0; i < other.GetCount(); ++i) {
+        const CGNString* item = other.GetItem(i);
+        Strings::Append(*this, item ? CopyOf(*item) : nullptr);
+    }
     return *this;
 }
 
-CGNStringList::~CGNStringList() {
-    CGNStringList::Free();
-}
-
-void CGNStringList::Free() {
-    FreeListItems();
-    CGNList::Free();
-}
-
+// A null item tells that there was no memory for the string; it keeps later ones in their places.
 unsigned char CGNStringList::AddItem(const CGNString& s) {
-    CGNString* copy = NewItem<CGNString>(s);
-    if (CGNList::AddItem(ItemOf(copy))) return 1;
-    delete copy;
-    return 0;
+    return Strings::Append(*this, CopyOf(s));
 }
 
 unsigned char CGNStringList::AddItem(const char* s) {
-    return AddItem(CGNString(s));
+    return Strings::Append(*this, CopyOf(s));
 }
 
 unsigned char CGNStringList::InsertItem(int index, const CGNString& s) {
-    CGNString* copy = NewItem<CGNString>(s);
-    if (CGNList::InsertItem(index, ItemOf(copy))) return 1;
-    delete copy;
-    return 0;
+    CGNString* copy = CopyOf(s);
+    return copy && Strings::Insert(*this, index, copy);
 }
 
 void CGNStringList::DeleteItem(int index) {
-    delete GetItem(index);
-    CGNList::DeleteItem(index);
-}
-
-int CGNStringList::FindItem(const CGNString& s) const {
-    for (int i = 0; i < GetCount(); ++i)
-        if (const CGNString* item = GetItem(i); item && *item == s) return i;
-    return -1;
+    Strings::Delete(*this, index);
 }
 
 unsigned char CGNStringList::AddUnique(const CGNString& s) {
-    return FindItem(s) < 0 && AddItem(s);
+    return Find(*this, s) < 0 && AddItem(s);
 }
 
 unsigned char CGNStringList::InsertUnique(int index, const CGNString& s) {
-    const CGNString copy(s);  // s may be the very item that goes
-    DeleteItem(FindItem(copy));
-    return InsertItem(index, copy);
+    CGNString* copy = CopyOf(s);  // first, since s may be the very item that is deleted
+    if (!copy) return 0;
+    DeleteItem(Find(*this, s));
+    return Strings::Insert(*this, index, copy);
 }
 
 void CGNStringList::FreeListItems() {
-    while (GetCount() > 0) DeleteItem(GetCount() - 1);
+    Strings::DestroyAll(*this);
+}
+
+void CGNStringList::Free() {
+    Strings::DestroyAll(*this);
+    CGNList::Free();
 }
 
 unsigned int CGNStringList::ParseFrom(const CGNString& text, char separator) {
-    const char* const bytes = text;
-    const unsigned int length = text.GetLength();
-    unsigned int start = 0;
-    for (unsigned int i = 0; i <= length; ++i) {
-        const bool end = i == length;
-        if (!end && bytes[i] != separator) continue;
-        if (end && start == length) break;
-        CGNString item;
-        if (i > start) item.CopyNBytes(bytes + start, i - start);
-        AddItem(item);
-        start = i + 1;
+    const char* part = text;
+    const char* const end = part + text.GetLength();
+    while (part != end) {
+        const auto* found = static_cast<const char*>(
+            std::memchr(part, separator, static_cast<std::size_t>(end - part)));
+        const char* partEnd = found ? found : end;
+        Strings::Append(*this, CopyOf(part, static_cast<unsigned>(partEnd - part)));
+        part = found ? found + 1 : end;
     }
     return static_cast<unsigned int>(GetCount());
 }
 
-// A heap sort: it stays within the array even where texts that are not valid order inconsistently.
-void CGNStringList::Sort() {
-    long* const items = GetItemListPtr();
-    if (!items) return;
-    const auto text = [](long item) -> const char* {
-        const CGNString* s = ObjectOf<CGNString>(item);
-        return s ? static_cast<const char*>(*s) : "";
-    };
-    const auto before = [&](long a, long b) { return mbstrcoll(text(a), text(b)) < 0; };
-    std::make_heap(items, items + GetCount(), before);
-    std::sort_heap(items, items + GetCount(), before);
+// -- Sorting -------------------------------------------------------------------------------------
+
+namespace {
+
+bool ComesBefore(long a, long b) {
+    const auto* x = reinterpret_cast<const CGNString*>(a);
+    const auto* y = reinterpret_cast<const CGNString*>(b);
+    if (!x || !y) return !x && y;
+    return mbstrcoll(*x, *y) < 0;
 }
 
-CGNStringListList::CGNStringListList() : CGNList(10, 10) {}
+// Lets the item at `root` sink into the heap below it: the hole goes down to a leaf first and the
+// item climbs from there, which halves the comparisons, and these are what costs.
+void Sink(long* items, int root, int size) {
+    const long item = items[root];
+    int hole = root;
+    while (hole < size / 2) {
+        int child = 2 * hole + 1;
+        if (child + 1 < size && ComesBefore(items[child], items[child + 1])) ++child;
+        items[hole] = items[child];
+        hole = child;
+    }
+    while (hole > root && ComesBefore(items[(hole - 1) / 2], item)) {
+        items[hole] = items[(hole - 1) / 2];
+        hole = (hole - 1) / 2;
+    }
+    items[hole] = item;
+}
 
-CGNStringListList::CGNStringListList(const CGNStringListList& other) : CGNList(10, 10) {
+}  // namespace
+
+// A heap, because mbstrcoll is no strict order where memory runs out for a comparison: whatever the
+// answers are, this stays within the array, needs no memory and ends.
+void CGNStringList::Sort() {
+    long* items = CGNList::GetItemListPtr();
+    const int count = GetCount();
+    for (int root = count / 2 - 1; root >= 0; --root) Sink(items, root, count);
+    for (int size = count - 1; size > 0; --size) {
+        std::swap(items[0], items[size]);
+        Sink(items, 0, size);
+    }
+}
+
+// -- CGNStringListList ---------------------------------------------------------------------------
+
+CGNStringListList::CGNStringListList() = default;
+
+CGNStringListList::CGNStringListList(const CGNStringListList& other)
+    : CGNList(0, genutil::kListIncrement) {
     *this = other;
+}
+
+CGNStringListList::~CGNStringListList() {
+    StringLists::DestroyAll(*this);
 }
 
 CGNStringListList& CGNStringListList::operator=(const CGNStringListList& other) {
     if (this == &other) return *this;
     Free();
-    for (int i = 0; i < other.GetCount(); ++i) AddItem(*other.GetItem(i));
+    for (int i = 0; i < other.GetCount(); ++i)
+        if (const CGNStringList* item = other.GetItem(i)) AddItem(*item);
     return *this;
 }
 
-CGNStringListList::~CGNStringListList() {
-    FreeListItems();
-}
-
-void CGNStringListList::Free() {
-    FreeListItems();
-    CGNList::Free();
-}
-
 unsigned char CGNStringListList::AddItem(const CGNStringList& list) {
-    return InsertItem(GetCount(), list);
+    CGNStringList* copy = CopyOf(list);
+    return copy && StringLists::Append(*this, copy);
 }
 
 unsigned char CGNStringListList::InsertItem(int index, const CGNStringList& list) {
-    CGNStringList* copy = NewItem<CGNStringList>(list);
-    if (copy && CGNList::InsertItem(index, ItemOf(copy))) return 1;
-    delete copy;
-    return 0;
-}
-
-CGNStringList* CGNStringListList::GetItem(int index) {
-    return ObjectOf<CGNStringList>(CGNList::GetItem(index));
-}
-
-const CGNStringList* CGNStringListList::GetItem(int index) const {
-    return ObjectOf<CGNStringList>(CGNList::GetItem(index));
+    CGNStringList* copy = CopyOf(list);
+    return copy && StringLists::Insert(*this, index, copy);
 }
 
 void CGNStringListList::DeleteItem(int index) {
-    delete GetItem(index);
-    CGNList::DeleteItem(index);
+    StringLists::Delete(*this, index);
 }
 
 void CGNStringListList::FreeListItems() {
-    while (GetCount() > 0) DeleteItem(GetCount() - 1);
+    StringLists::DestroyAll(*this);
+}
+
+void CGNStringListList::Free() {
+    StringLists::DestroyAll(*this);
+    CGNList::Free();
 }

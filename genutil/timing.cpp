@@ -3,28 +3,51 @@
 #include <cstdio>
 
 #include "genperf.h"
-#include "genutil/owned_item.h"
+#include "genutil/allocate.h"
+#include "genutil/assert_allocation.h"
+#include "genutil/mbutil/text_end.h"
+#include "mbutil.h"
 #include "osutil/platform/clock.h"
 
 using namespace genutil;
 
-static_assert(sizeof(void*) != 4 || (sizeof(OSTime) == 16 && sizeof(CGNCummPerf) == 20));
+static_assert(sizeof(void*) != 4 ||
+              (sizeof(OSTime) == 16 && sizeof(CGNPerf) == 16 && sizeof(CGNCummPerf) == 20));
 
 namespace {
 
 unsigned char g_measuring = 0;
 
-// A label as printf would write it, cut at the size of its buffer.
+// A label as printf would write it, cut behind the last whole character that its buffer holds.
 class FormattedLabel {
   public:
     FormattedLabel(const char* format, va_list arguments) {
-        if (std::vsnprintf(m_text, sizeof m_text, format, arguments) < 0) m_text[0] = 0;
+        const int length = format ? std::vsnprintf(m_text, sizeof m_text, format, arguments) : 0;
+        constexpr int kLongest = sizeof m_text - 1;
+        if (length <= 0) m_text[0] = 0;
+        if (length <= kLongest) return;
+        Shift shift;
+        m_text[kLongest - CutCharacter(m_text, kLongest, mbGetLocaleCodeSet(), &shift)] = 0;
     }
     const char* Text() const { return m_text; }
 
   private:
     char m_text[1024];
 };
+
+// A label of the heap; null, after the report, when there is no memory for it.
+template <class Text>
+CGNString* NewLabel(const Text& text) {
+    auto* label = New<CGNString>(text);
+    AssertAllocation(label != nullptr, "genutil/genperf", __LINE__);
+    return label;
+}
+
+// Of two times of 32 bits, which may have wrapped around in between, however wide a long is.
+long Difference(long later, long earlier) {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(later) -
+                                     static_cast<std::uint32_t>(earlier));
+}
 
 // Tells the callback of the process what a scope read, or that it times nothing.
 void Notify(CGNCummPerf::Callback callback, std::int32_t* pair, int code) {
@@ -50,10 +73,7 @@ void OSGetTime(long& seconds, long& micro) {
 }
 
 long OSGetMsTimeDiff(long s0, long u0, long s1, long u1) {
-    // The second values of OSPerfTime wrap around at 32 bits, however wide a long is.
-    const auto micro =
-        static_cast<std::int32_t>(static_cast<std::uint32_t>(u1) - static_cast<std::uint32_t>(u0));
-    return (s1 - s0) * 1000 + micro / 1000;
+    return static_cast<long>(std::int64_t{Difference(s1, s0)} * 1000 + Difference(u1, u0) / 1000);
 }
 
 long OSGetMsTimeDiff(long s0, long u0) {
@@ -125,11 +145,11 @@ void OSTime::SetLabel(CGNString* label) {
 }
 
 void OSTime::SetTraceMsg(const char* label) {
-    if (m_logEnabled) SetLabel(NewItem<CGNString>(label));
+    if (m_logEnabled) SetLabel(NewLabel(label));
 }
 
 void OSTime::SetTraceMsg(const CGNString& label) {
-    if (m_logEnabled) SetLabel(NewItem<CGNString>(label));
+    if (m_logEnabled) SetLabel(NewLabel(label));
 }
 
 void OSTime::SetVaTraceMsg(const char* format, ...) {
@@ -238,7 +258,8 @@ CGNCummPerf::~CGNCummPerf() {
     }
     std::int32_t now[2];
     ReadPerfTime(now);
-    m_total += static_cast<std::int32_t>(OSGetMsTimeDiff(m_start[0], m_start[1], now[0], now[1]));
+    const long elapsed = OSGetMsTimeDiff(m_start[0], m_start[1], now[0], now[1]);
+    m_total = static_cast<std::int32_t>(std::int64_t{m_total} + elapsed);
     *m_accumulator = m_total;
     Notify(m_pcb, now, kScopeEnd);
 }

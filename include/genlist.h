@@ -1,190 +1,272 @@
-/* Lists: of numbers or pointers, of strings, of lists of strings, and of calls to make later.
+/* The lists of the text family, lists of deferred calls, and a checksum.
 
-   A list grows in blocks of its increment and never shrinks while items are deleted. Indexes count
-   items from 0. Lists are not synchronised; items are `long`, which holds a pointer.
+   CGNList is a growable array of items of type long, which are numbers or pointers; it owns nothing
+   but the array. The lists derived from it own what their items point to: they store copies of what
+   is added, and destroy them.
 
        CGNStringList names;
-       names.ParseFrom("b;a;c", ';');
+       names.ParseFrom("Kyoto;Nara;Osaka", ';');   // 3
+       names.AddUnique("Nara");                    // 0: it is there
+       names.InsertItem(0, "Tokyo");
        names.Sort();
        for (int i = 0; i < names.GetCount(); ++i) puts(*names.GetItem(i));
 
-   Results that answer yes or no are an unsigned char of 1 or 0. Nothing throws: when memory runs
-   out the failure is reported to the library's assertion, and the list stays as it was. */
+   Positions count items from 0. The capacity grows to multiples of the list's increment, one block
+   at a time, and deletion gives no memory back; Free() does. A list derived from CGNList hides the
+   operations of CGNList that it has under the same name. Those it does not have, SetItem for one,
+   know nothing of ownership: what they overwrite is not destroyed.
+
+   Nothing throws. A failure of allocation is reported to the library's assertion and leaves the
+   list as it was, or with less in it where the operation empties the list first. A number of items
+   that no list can hold fails in the same way. Results that answer yes or no are an unsigned char
+   of 1 or 0.
+
+   Lists are not synchronised: one that threads share is locked by its users. */
 #ifndef GENUTIL_GENLIST_H
 #define GENUTIL_GENLIST_H
 
+#include "export.h"
+
+/** A checksum of 32 bits that programs of the suite have stored: each byte, the first one first,
+    goes through the table of the reflected CRC-32 polynomial 0xEDB88320 with the most significant
+    byte of the sum. It is not the CRC-32 of other software. Any thread may call it.
+    @param crc the checksum so far; programs choose what to start from. @param data any alignment;
+    may be null when length is 0. @param length bytes. @return the checksum; the sum over a text is
+    the sum over its second half started from that over its first. */
+GENUTIL_C GENUTIL_API unsigned int gencrc32(unsigned int crc, const unsigned char* data,
+                                            unsigned int length);
+
+#ifdef __cplusplus
+
 #include <cstdint>
 
-#include "export.h"
 #include "genstr.h"
 
-/** A growable array of numbers or pointers. It owns the array, not what the items point to. */
+namespace genutil {
+struct ListStorage;
+}
+
+/** A growable array of numbers or pointers. */
 class GENUTIL_API CGNList {
   public:
-    /** @param initial items to make room for, rounded up to whole blocks; 0 allocates nothing.
-        @param increment items of a block; 0 stands for 10. */
-    explicit CGNList(unsigned int initial = 10, unsigned int increment = 10);
-    /** A copy with the increment and the capacity of the other. */
+    /** An empty list with room for 10 items that grows by 10. */
+    CGNList();
+
+    /** An empty list. @param initial items to make room for, rounded up to a multiple of increment;
+        0 allocates nothing. @param increment items in a block of growth; 0 stands for 10. */
+    CGNList(unsigned int initial, unsigned int increment);
+
+    /** A list of the same items, capacity and increment. */
     CGNList(const CGNList& other);
-    /** Frees the items as Free() does, then copies. */
+
+    /** Frees this list, as a derived list does it, then takes the other's items, capacity and
+        increment. @return the list itself. */
     CGNList& operator=(const CGNList& other);
-    /** Frees the array. */
+
     virtual ~CGNList();
-    /** Back to no items and no array; the increment stays. */
+
+    /** Empties the list and gives its memory back. The increment stays. */
     virtual void Free();
-    /** Exchanges two items. @return 0 when either is out of range. */
+
+    /** Exchanges two items. @return 0 when there is no item at a or at b. */
     virtual unsigned char SwapItems(int a, int b);
-    /** @return the array, owned by the list and valid until it changes; null when it is empty. */
+
+    /** @return the array of the items, valid until the list changes; null when there is none. */
     virtual long* GetItemListPtr() const;
 
     /** @return the number of items. */
     int GetCount() const { return m_count; }
-    /** Makes room for n items; when there is too little, for whole blocks strictly above n.
-        @return 0 when memory runs out. */
-    unsigned char AllocateItemList(unsigned int n);
-    /** Adds an item at the end. @return 0 when memory runs out. */
-    unsigned char AddItem(long item);
-    /** Inserts an item before the one at index. @return 0 unless 0 <= index <= GetCount(), and when
-        memory runs out. */
-    unsigned char InsertItem(int index, long item);
-    /** Replaces an item. The index GetCount() is allowed: it writes behind the last item and leaves
-        the count, as programs expect. @return 0 out of that range, and when memory runs out. */
-    unsigned char SetItem(int index, long item);
-    /** @return the item; 0 out of range. */
-    long GetItem(int index) const { return IsItem(index) ? m_items[index] : 0; }
-    /** Removes an item; nothing happens out of range. */
-    void DeleteItem(int index);
 
-  protected:
-    /** @return whether there is an item at index. */
-    bool IsItem(int index) const { return index >= 0 && index < m_count; }
+    /** Makes room for n items. Growth goes to the next multiple of the increment above n, which for
+        a multiple is a block more. @return 0 when memory runs out. */
+    unsigned char AllocateItemList(unsigned int n);
+
+    /** Adds an item behind the last. @return 0 when memory runs out. */
+    unsigned char AddItem(long item);
+
+    /** Inserts an item before the one at index, or behind the last. @param index 0 to GetCount().
+        @param item the item. @return 0 when index is outside of it or memory runs out. */
+    unsigned char InsertItem(int index, long item);
+
+    /** Overwrites an item. @param index 0 to GetCount(): the place behind the last item can be
+        written to, and made room for, but is no item before one is added over it.
+        @param item the item. @return 0 when index is outside of it or memory runs out. */
+    unsigned char SetItem(int index, long item);
+
+    /** @return the item; 0 when there is none at index. */
+    long GetItem(int index) const { return index >= 0 && index < m_count ? m_items[index] : 0; }
+
+    /** Removes an item; nothing happens when there is none at index. */
+    void DeleteItem(int index);
 
   private:
-    void CopyFrom(const CGNList& other);
+    friend struct genutil::ListStorage;
 
-    long* m_items;
-    std::int32_t m_count;
-    std::uint32_t m_capacity;
-    std::uint32_t m_increment;
+    long* m_items;              // null when nothing is allocated
+    std::int32_t m_count;       // items in use
+    std::uint32_t m_capacity;   // items allocated
+    std::uint32_t m_increment;  // never 0
 };
 
-/** A list of strings, each a copy that the list owns. */
+/** A list that owns strings. An item is null only where memory ran out while it was added. */
 class GENUTIL_API CGNStringList : public CGNList {
   public:
-    /** As CGNList. */
-    explicit CGNStringList(unsigned int initial = 10, unsigned int increment = 10);
-    /** Copies the strings, with room and increment of a new list. */
+    /** An empty list with room for 10 strings that grows by 10. */
+    CGNStringList();
+    /** An empty list; the numbers are those of CGNList. */
+    CGNStringList(unsigned int initial, unsigned int increment);
+    /** Copies of the other's strings. The new list has no room to spare and grows by 10. */
     CGNStringList(const CGNStringList& other);
-    /** Frees the strings, then copies those of the other. */
-    CGNStringList& operator=(const CGNStringList& other);
-    /** Adds copies of the other's strings; a list adds nothing of itself. */
-    CGNStringList& operator+=(const CGNStringList& other);
-    /** Destroys the strings. */
     ~CGNStringList() override;
-    /** Destroys the strings and frees the array. */
+
+    /** Destroys the strings, then adds copies of the other's. The increment stays.
+        @return the list itself. */
+    CGNStringList& operator=(const CGNStringList& other);
+
+    /** Adds copies of the other's strings; nothing when the other is this list.
+        @return the list itself. */
+    CGNStringList& operator+=(const CGNStringList& other);
+
+    /** Adds a copy of a string; a null item, when memory runs out for the copy.
+        @return 0 when memory runs out for the item. */
+    unsigned char AddItem(const CGNString& s);
+    /** The same with a text; null is an empty one. */
+    unsigned char AddItem(const char* s);
+
+    /** Inserts a copy of a string before the item at index, or behind the last.
+        @param index 0 to GetCount(). @param s the string.
+        @return 0 when index is outside of it or memory runs out. */
+    unsigned char InsertItem(int index, const CGNString& s);
+
+    /** @return the string, which stays the list's; null when there is none at index. */
+    CGNString* GetItem(int index) { return ItemAt(index); }
+    /** The same: a constant list keeps its strings, but they may be changed. */
+    CGNString* GetItem(int index) const { return ItemAt(index); }
+
+    /** Destroys a string and removes it; nothing happens when there is none at index. */
+    void DeleteItem(int index);
+
+    /** Adds a copy of a string that equals none in the list.
+        @return 0 when it is there, or memory runs out. */
+    unsigned char AddUnique(const CGNString& s);
+
+    /** Deletes the first string equal to s, then inserts a copy. @param index the position in the
+        list as it is after the deletion. @param s the string. @return 0 when there is no such
+       position (the equal string is gone) or memory runs out for the copy. */
+    unsigned char InsertUnique(int index, const CGNString& s);
+
+    /** Destroys the strings and removes the items. The memory of the array is kept. */
+    void FreeListItems();
+
+    /** Destroys the strings, and gives the memory of the array back. */
     void Free() override;
 
-    /** Adds a copy. Without memory for it a null item is added, as programs expect.
-        @return 0 when the list cannot grow. */
-    unsigned char AddItem(const CGNString& s);
-    /** The same for a text; null adds an empty string. */
-    unsigned char AddItem(const char* s);
-    /** Inserts a copy. @return 0 out of range. */
-    unsigned char InsertItem(int index, const CGNString& s);
-    /** @return the string, owned by the list; null out of range. */
-    CGNString* GetItem(int index) { return reinterpret_cast<CGNString*>(CGNList::GetItem(index)); }
-    /** @return the string, owned by the list; null out of range. */
-    const CGNString* GetItem(int index) const {
-        return reinterpret_cast<const CGNString*>(CGNList::GetItem(index));
-    }
-    /** Destroys a string and removes it; nothing happens out of range. */
-    void DeleteItem(int index);
-    /** Adds a copy unless an equal string is there. @return 0 when it is. */
-    unsigned char AddUnique(const CGNString& s);
-    /** Removes the first string that equals s, then inserts a copy at index of the list as it is
-       then.
-        @return 0 when that index is out of range; an equal string is gone all the same. */
-    unsigned char InsertUnique(int index, const CGNString& s);
-    /** Destroys the strings and keeps the array. */
-    void FreeListItems();
-    /** Adds the parts of a text between separators, empty ones too; behind the last separator only
-        what is not empty. Bytes are compared: a separator that is a trail byte splits a character.
-        @param text the text. @param separator a byte. @return the number of items now. */
+    /** Adds the parts of a text. Between two separators there may be an empty part; behind a last
+        separator there is none. Bytes are compared: a separator is found in the second byte of a
+        character too. @return the number of items in the list, older ones included. */
     unsigned int ParseFrom(const CGNString& text, char separator);
-    /** Sorts by the collation of the user's locale (mbstrcoll); equal texts come in any order. */
+
+    /** Sorts the strings by the collation of the user's locale (mbstrcoll), ascending. Strings that
+        compare equal are left in any order; null items come first. */
     void Sort();
 
   private:
-    int FindItem(const CGNString& s) const;
+    CGNString* ItemAt(int index) const;
 };
 
-/** A list of string lists, each a copy that the list owns. */
+inline CGNString* CGNStringList::ItemAt(int index) const {
+    return reinterpret_cast<CGNString*>(CGNList::GetItem(index));
+}
+
+/** A list that owns lists of strings. */
 class GENUTIL_API CGNStringListList : public CGNList {
   public:
-    /** A list with room for 10. */
+    /** An empty list with room for 10 lists that grows by 10. */
     CGNStringListList();
-    /** Copies the lists. */
+    /** Copies of the other's lists. The new list has no room to spare and grows by 10. */
     CGNStringListList(const CGNStringListList& other);
-    /** Frees the lists, then copies those of the other. */
-    CGNStringListList& operator=(const CGNStringListList& other);
-    /** Destroys the lists. */
     ~CGNStringListList() override;
-    /** Destroys the lists and frees the array. */
+
+    /** Destroys the lists, then adds copies of the other's. @return the list itself. */
+    CGNStringListList& operator=(const CGNStringListList& other);
+
+    /** Adds a copy of a list. @return 0 when memory runs out, also for a string in it. */
+    unsigned char AddItem(const CGNStringList& list);
+
+    /** Inserts a copy of a list before the item at index, or behind the last.
+        @param index 0 to GetCount(). @param list the list.
+        @return 0 when index is outside of it or memory runs out. */
+    unsigned char InsertItem(int index, const CGNStringList& list);
+
+    /** @return the list, which stays this list's; null when there is none at index. */
+    CGNStringList* GetItem(int index) { return ItemAt(index); }
+    /** The same: a constant list keeps its lists, but they may be changed. */
+    CGNStringList* GetItem(int index) const { return ItemAt(index); }
+
+    /** Destroys a list and removes it; nothing happens when there is none at index. */
+    void DeleteItem(int index);
+
+    /** Destroys the lists and removes the items. The memory of the array is kept. */
+    void FreeListItems();
+
+    /** Destroys the lists, and gives the memory of the array back. */
     void Free() override;
 
-    /** Adds a copy. @return 0 when memory runs out. */
-    unsigned char AddItem(const CGNStringList& list);
-    /** Inserts a copy. @return 0 out of range and when memory runs out. */
-    unsigned char InsertItem(int index, const CGNStringList& list);
-    /** @return the list at index, owned by this one; null out of range. */
-    CGNStringList* GetItem(int index);
-    /** @return the list at index, owned by this one; null out of range. */
-    const CGNStringList* GetItem(int index) const;
-    /** Destroys a list and removes it; nothing happens out of range. */
-    void DeleteItem(int index);
-    /** Destroys the lists and keeps the array. */
-    void FreeListItems();
+  private:
+    CGNStringList* ItemAt(int index) const;
 };
 
-/** A call to make later. */
+inline CGNStringList* CGNStringListList::ItemAt(int index) const {
+    return reinterpret_cast<CGNStringList*>(CGNList::GetItem(index));
+}
+
+/** A deferred call. */
 struct CGNCleanupItem {
-    void (*m_function)(void*); /**< what to call; null for nothing */
-    void* m_argument;          /**< handed to it */
+    void (*m_function)(void*); /**< what to call; null calls nothing */
+    void* m_argument;          /**< what to pass */
 };
 
-/** Calls that are made together, such as when a module shuts down. It owns its records. */
+/** Calls to be made together, when a module shuts down for instance. Making them leaves the list as
+    it is, and destroying the list makes none. It cannot be copied, because it owns its records. */
 class GENUTIL_API CGNCleanupList : public CGNList {
   public:
-    /** An empty list. */
+    /** An empty list with room for 10 calls that grows by 10. */
     CGNCleanupList();
+    ~CGNCleanupList() override;
     CGNCleanupList(const CGNCleanupList&) = delete;
     CGNCleanupList& operator=(const CGNCleanupList&) = delete;
-    /** Frees the records; makes no calls. */
-    ~CGNCleanupList() override;
-    /** Frees the records and the array; makes no calls. */
+
+    /** Adds a call; a null item, when memory runs out for its record.
+        @return 0 when memory runs out for the item. */
+    unsigned char AddItem(void (*function)(void*), void* argument);
+
+    /** Adds the caller's record itself, which becomes the list's. @param item made with new; null
+        is an item that calls nothing. @return 0 when memory runs out: the record stays the
+        caller's. */
+    unsigned char AddItem(const CGNCleanupItem* item);
+
+    /** @return the record, which stays the list's; null when there is none at index. */
+    CGNCleanupItem* GetItem(int index) { return ItemAt(index); }
+    /** The same: a constant list keeps its records, but they may be changed. */
+    CGNCleanupItem* GetItem(int index) const { return ItemAt(index); }
+
+    /** Makes the calls in the order in which they were added, those included that a call adds. */
+    void Execute() const;
+
+    /** Frees the records. The items stay in the list, as null. */
+    void FreeListItems();
+
+    /** Frees the records, and gives the memory of the array back. */
     void Free() override;
 
-    /** Adds a call. Without memory for its record a null item is added.
-        @return 0 when the list cannot grow. */
-    unsigned char AddItem(void (*function)(void*), void* argument);
-    /** Adds a record that was made with new, and takes it over.
-        @return 0 when the list cannot grow; the record then stays the caller's. */
-    unsigned char AddItem(const CGNCleanupItem* item);
-    /** @return the record, owned by the list; null out of range. */
-    CGNCleanupItem* GetItem(int index);
-    /** @return the record, owned by the list; null out of range. */
-    const CGNCleanupItem* GetItem(int index) const;
-    /** Makes the calls in the order in which they were added; they may be made again. */
-    void Execute() const;
-    /** Frees the records. The count stays, over null items. */
-    void FreeListItems();
+  private:
+    CGNCleanupItem* ItemAt(int index) const;
 };
 
-/** Goes on with a checksum over more bytes. It is no standard CRC-32: the table is that of the
-    reflected polynomial 0xEDB88320, used from the high end, as stored checksums need it.
-    @param crc the checksum so far, or what the caller starts with. @param data length bytes.
-    @param length bytes; 0 gives crc. @return the checksum. May be called from any thread. */
-GENUTIL_C GENUTIL_API unsigned int gencrc32(unsigned int crc, const unsigned char* data,
-                                            unsigned int length);
+inline CGNCleanupItem* CGNCleanupList::ItemAt(int index) const {
+    return reinterpret_cast<CGNCleanupItem*>(CGNList::GetItem(index));
+}
+
+#endif
 
 #endif

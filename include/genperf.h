@@ -27,7 +27,8 @@
     microseconds within that second, in whole milliseconds. */
 GENUTIL_API void OSGetTime(long& seconds, long& micro);
 
-/** @return the milliseconds from (s0, u0) to (s1, u1), in seconds and microseconds each. */
+/** @return the milliseconds from (s0, u0) to (s1, u1), in seconds and microseconds each. Either
+    difference is taken of 32 bits, so that values that wrapped around in between do no harm. */
 GENUTIL_API long OSGetMsTimeDiff(long s0, long u0, long s1, long u1);
 /** @return the milliseconds from (s0, u0) to now. */
 GENUTIL_API long OSGetMsTimeDiff(long s0, long u0);
@@ -74,8 +75,8 @@ class GENUTIL_API OSTime {
     void SetTraceMsg(const char* label);
     /** Sets the label. */
     void SetTraceMsg(const CGNString& label);
-    /** Sets the label to formatted text, of which up to 1023 bytes are kept; an empty one is not
-       set.
+    /** Sets the label to formatted text, of which the whole characters within 1023 bytes are kept;
+        an empty one is not set.
         @param format as printf takes it. */
     void SetVaTraceMsg(const char* format, ...);
 

@@ -155,15 +155,15 @@ GENUTIL_API void OSConditionDestroy(_oscondition* condition);
 /** A variable: its name, which the table owns (null where the slot is free), and its value, which
     belongs to the caller. */
 struct CGNLclStSlot {
-    char* m_name;
-    void* m_value;
+    char* m_name;  /**< null where the slot is free */
+    void* m_value; /**< what was stored */
 };
 
 /** A thread's variables in one block: the slots follow each other behind their number. A block for
     OSThreadCreate has 0 in all its slots and room for m_count of them. */
 struct CGNLclStTable {
-    std::int32_t m_count;
-    CGNLclStSlot m_slots[1];
+    std::int32_t m_count;    /**< slots in the table */
+    CGNLclStSlot m_slots[1]; /**< the first of them */
 };
 
 /** The variables of the calling thread: a table of fixed size, in which each thread sees its own.
