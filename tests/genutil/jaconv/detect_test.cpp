@@ -112,36 +112,13 @@ TEST(DetectJapanese, DecidesAndStops) {
         {__LINE__, "", {0, 0}},
         {__LINE__, "plain\0text, longer than sixteen bytes"s, {0, 37}},
         {__LINE__, "\x1B$B\x82\xA0", {3, 3}},
-        {__LINE__, "\x1B$@", {3, 3}},
-        {__LINE__, "\x1BKx", {3, 2}},
-        {__LINE__, "\x1B$A\x1B(B\x1B", {0, 7}},
         {__LINE__, "\x1B\x1B$B", {0, 4}},  // the second escape is taken with the first
-        {__LINE__, "\x1B$\x82\xA0\xA0", {0, 5}},
-        {__LINE__, "a\x82\xA0", {5, 2}},
-        {__LINE__, "\x8E", {0, 1}},
-        {__LINE__, "\x8E@", {5, 2}},
-        {__LINE__, "\x8E\xB1", {6, 2}},
-        {__LINE__, "\x8E\x7F", {0, 2}},
-        {__LINE__, "\xA4\xA2", {6, 2}},
         {__LINE__, "\xA4\xA2\x82\xA0", {5, 3}},
-        {__LINE__, "\xA4\xF3z", {4, 2}},
-        {__LINE__, "\xA4\xA2\xB1", {5, 3}},  // a lone byte at the end is katakana
-        {__LINE__, "\xB1\n", {5, 2}},
-        {__LINE__, "\xB1\xA0\xB1\xFF", {0, 4}},
-        {__LINE__, "\xA4\xE2", {6, 2}},
-        {__LINE__, "\xA4\xE2\xA4\xA2\nz", {6, 6}},
+        {__LINE__, "\xA4\xA2\xB1", {5, 3}},         // a lone byte at the end is katakana
         {__LINE__, "\xA4\xE2\xA4\x81xyz", {5, 5}},  // and the byte behind the one that decides
-        {__LINE__, "\xA4\xE2\xA4\xFDxyz", {4, 5}},
-        {__LINE__, "\xA4\xE2\xA4\x81", {5, 4}},
-        {__LINE__, "\xA4\xE2\xA4 \x1B$B", {3, 7}},
-        {__LINE__, "\xA4\xE2\xA4\x1B$B", {6, 6}},  // the byte that ends the word is not looked at
+        {__LINE__, "\xA4\xE2\xA4\x1B$B", {6, 6}},   // the byte that ends the word is not looked at
         {__LINE__, "\xF0\xA1", {4, 1}},
-        {__LINE__, "\xE0", {0, 1}},
         {__LINE__, "\xA4\xA2\xE0", {6, 3}},
-        {__LINE__, "\xE0\x40", {5, 2}},
-        {__LINE__, "\xE0\xFE", {4, 2}},
-        {__LINE__, "\xE0\xFC", {6, 2}},
-        {__LINE__, "\xE0\xFF\x80\xA0\xFF", {0, 5}},
     };
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.line);

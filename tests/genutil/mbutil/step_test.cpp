@@ -18,50 +18,48 @@ constexpr int kMultiByte[] = {4, 5, 7, 8, 9, 10, 11, 12, 13};
 
 TEST(Step, LengthOfOneCharacter) {
     static const struct {
-        int line, codeSet;
+        int codeSet;
         const char* bytes;
         unsigned n;
         int length;
-    } kRows[] = {
-        {__LINE__, 5, "\x82\xA0", 2, 2},
-        {__LINE__, 5, "\x82\x3F", 2, -1},
-        {__LINE__, 5, "\xB1", 1, 1},
-        {__LINE__, 5, "\x82", 1, 2},
-        {__LINE__, 5, "\x81\x7F", 2, 2},
-        {__LINE__, 5, "\x81\xFD", 2, -1},
-        {__LINE__, 5, "\x80", 1, -1},
-        {__LINE__, 5, "\xA0", 1, -1},
-        {__LINE__, 5, "\xF0\x40", 2, -1},
-        {__LINE__, 5, "", 4, 0},
-        {__LINE__, 5, "a", 0, 0},
-        {__LINE__, 4, "\x8F\xA1\xA1", 3, 3},
-        {__LINE__, 4, "\x8F\xA1", 2, 3},
-        {__LINE__, 4, "\x8F\xA1\x41", 3, -1},
-        {__LINE__, 4, "\x8F\xA1\x41", 2, 3},
-        {__LINE__, 4, "\x8E\xE0", 2, -1},
-        {__LINE__, 4, "\x8E\xDF", 2, 2},
-        {__LINE__, 4, "\x8E\xE0", 1, 2},
-        {__LINE__, 7, "\xA1\x40", 2, -1},
-        {__LINE__, 9, "\x81\x40", 2, -1},
-        {__LINE__, 9, "\xA1\x7F", 2, -1},
-        {__LINE__, 9, "\xA1\x7E", 2, 2},
-        {__LINE__, 10, "\x8E\xA2\xA1\xA1", 4, 4},
-        {__LINE__, 10, "\x8E\xA1\xA1\xA1", 4, -1},
-        {__LINE__, 10, "\x8E\xB1\xA1\xA1", 4, -1},
-        {__LINE__, 10, "\x8F\xA1", 2, -1},
-        {__LINE__, 11, "\x81\x5B", 2, -1},
-        {__LINE__, 11, "\x81\x61", 2, 2},
-        {__LINE__, 11, "\xFF\x61", 2, -1},
-        {__LINE__, 12, "\xD4\x41", 2, -1},
-        {__LINE__, 12, "\xDF\x41", 2, -1},
-        {__LINE__, 12, "\xF9\x7E", 2, 2},
-        {__LINE__, 0, "", 4, 1},
-        {__LINE__, 3, "\x1B$B", 3, 1},
-        {__LINE__, 65, "\xE3\x81\x82", 3, 1},
-        {__LINE__, 99, "\xFF", 0, 1},
-    };
+    } kRows[] = {{5, "\x82\xA0", 2, 2},
+                 {5, "\x82\x3F", 2, -1},
+                 {5, "\xB1", 1, 1},
+                 {5, "\x82", 1, 2},
+                 {5, "\x81\x7F", 2, 2},
+                 {5, "\x81\xFD", 2, -1},
+                 {5, "\x80", 1, -1},
+                 {5, "\xA0", 1, -1},
+                 {5, "\xF0\x40", 2, -1},
+                 {5, "", 4, 0},
+                 {5, "a", 0, 0},
+                 {4, "\x8F\xA1\xA1", 3, 3},
+                 {4, "\x8F\xA1", 2, 3},
+                 {4, "\x8F\xA1\x41", 3, -1},
+                 {4, "\x8F\xA1\x41", 2, 3},
+                 {4, "\x8E\xE0", 2, -1},
+                 {4, "\x8E\xDF", 2, 2},
+                 {4, "\x8E\xE0", 1, 2},
+                 {7, "\xA1\x40", 2, -1},
+                 {9, "\x81\x40", 2, -1},
+                 {9, "\xA1\x7F", 2, -1},
+                 {9, "\xA1\x7E", 2, 2},
+                 {10, "\x8E\xA2\xA1\xA1", 4, 4},
+                 {10, "\x8E\xA1\xA1\xA1", 4, -1},
+                 {10, "\x8E\xB1\xA1\xA1", 4, -1},
+                 {10, "\x8F\xA1", 2, -1},
+                 {11, "\x81\x5B", 2, -1},
+                 {11, "\x81\x61", 2, 2},
+                 {11, "\xFF\x61", 2, -1},
+                 {12, "\xD4\x41", 2, -1},
+                 {12, "\xDF\x41", 2, -1},
+                 {12, "\xF9\x7E", 2, 2},
+                 {0, "", 4, 1},
+                 {3, "\x1B$B", 3, 1},
+                 {65, "\xE3\x81\x82", 3, 1},
+                 {99, "\xFF", 0, 1}};
     for (const auto& row : kRows) {
-        SCOPED_TRACE(row.line);
+        SCOPED_TRACE(testing::PrintToString(row.bytes) + " in " + std::to_string(row.codeSet));
         const CodeSetGuard guard(row.codeSet);
         EXPECT_EQ(mblenExt(U(row.bytes), row.n, row.codeSet), row.length);
         EXPECT_EQ(mb_mblen(U(row.bytes), row.n), row.length);
