@@ -83,6 +83,7 @@ TEST(StringStorage, ConstructorsTakeTheCapacityAskedFor) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
         EXPECT_EQ(row.s.m_length, row.length);
+        EXPECT_EQ(row.s.m_capacity, row.capacity);
         EXPECT_EQ(row.s.m_flags, 0u);
         EXPECT_EQ(row.s.m_wide, nullptr);
         ExpectSound(row.s);

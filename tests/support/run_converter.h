@@ -46,6 +46,21 @@ inline Converted RunConverter(const AnyConverter& convert, const std::string& te
     return RunConverter(convert, text, text.size() * 10 + 16);
 }
 
+// The same with room for one character at a time, where no fast loop runs.
+inline Converted RunSlowly(const AnyConverter& convert, const std::string& text) {
+    Converted all{"", "", true, 0};
+    while (all.consumed < text.size()) {
+        Converted piece{};
+        for (std::size_t room = 1; room <= 4 && piece.consumed == 0; ++room)
+            piece = RunConverter(convert, text.substr(all.consumed), room);
+        if (piece.consumed == 0) return {};
+        if (!piece.lostAt.empty()) all.lostAt += std::to_string(all.consumed) + ' ';
+        all.text += piece.text;
+        all.consumed += piece.consumed;
+    }
+    return all;
+}
+
 inline AnyConverter ThroughUnicode(int from, int to) {
     return [from, to](genutil::Transfer& t) {
         bool known = false;

@@ -3,28 +3,19 @@
 
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include "mbutil.h"
 #include "tests/support/temporary_file.h"
 
 namespace {
 
-struct Guess {
-    int result;
-    std::size_t consumed;
-    bool operator==(const Guess& other) const {
-        return result == other.result && consumed == other.consumed;
-    }
-};
-
-std::ostream& operator<<(std::ostream& out, const Guess& guess) {
-    return out << guess.result << " after " << guess.consumed;
-}
+using Guess = std::pair<int, std::size_t>;  // the result, and the bytes consumed
 
 Guess OfMemory(const std::string& text) {
     Guess guess{};
     const std::string exact(text);
-    guess.result = mbDetectJapanese(exact.data(), exact.size(), &guess.consumed);
+    guess.first = mbDetectJapanese(exact.data(), exact.size(), &guess.second);
     return guess;
 }
 
@@ -32,8 +23,8 @@ Guess OfStream(const std::string& text) {
     const TemporaryFile file(text);
     const OpenFile stream(file.Path(), "rb");
     Guess guess{};
-    guess.result = DetectJPCodeType(stream);
-    guess.consumed = static_cast<std::size_t>(std::ftell(stream));
+    guess.first = DetectJPCodeType(stream);
+    guess.second = static_cast<std::size_t>(std::ftell(stream));
     return guess;
 }
 

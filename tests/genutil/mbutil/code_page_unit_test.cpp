@@ -68,33 +68,6 @@ TEST(CodePage, WholeTablesAreThePublishedOnes) {
     }
 }
 
-// When a sum differs, these tell where: cells that converters disagree about.
-TEST(CodePage, DisputedCells) {
-    static constexpr struct {
-        int codeSet;
-        unsigned code, character, back;
-    } kRows[] = {
-        {mbShiftJis, 0x5C, 0x005C, 0x5C},     {mbShiftJis, 0xA0, 0xF8F0, 0xA0},
-        {mbShiftJis, 0x8160, 0xFF5E, 0x8160}, {mbShiftJis, 0x817C, 0xFF0D, 0x817C},
-        {mbShiftJis, 0xFA54, 0xFFE2, 0x81CA}, {mbShiftJis, 0xEEF9, 0xFFE2, 0x81CA},
-        {mbShiftJis, 0x879A, 0x2235, 0x81E6}, {mbShiftJis, 0xFA4A, 0x2160, 0x8754},
-        {mbShiftJis, 0xED40, 0x7E8A, 0xFA5C}, {mbShiftJis, 0xF040, 0xE000, 0xF040},
-        {mbGb2312, 0xA1A4, 0x00B7, 0xA1A4},   {mbBig5, 0xA2CC, 0x5341, 0xA451},
-        {mbBig5, 0xF9FA, 0x256D, 0xA27E},     {mbJohab, 0x8841, 0x1100, 0x8841},
-        {mbWindows1253, 0xAA, 0xF8F9, 0xAA},  {mbWindows1255, 0xCA, 0x05BA, 0xCA},
-        {mb8859_7, 0xA4, 0x20AC, 0xA4},       {mb8859_7, 0xAE, kNoCharacter, 0},
-        {mbEucJp, 0xA1C1, 0xFF5E, 0xA1C1},    {mbEucTw, 0xA6A1, 0x2460, 0xA6A1},
-    };
-    for (const auto& row : kRows) {
-        const CodePage& page = *FindCodePage(row.codeSet);
-        const std::size_t pair = CodePage::PairIndex(row.code >> 8, row.code & 0xFF);
-        EXPECT_EQ(row.code < 0x100 ? page.bytes[row.code] : page.pairs[pair], row.character)
-            << row.code;
-        if (row.character == kNoCharacter) continue;
-        EXPECT_EQ(page.Back(row.character), row.back) << row.code;
-    }
-}
-
 TEST(CodePage, UnlistedNumbersAreWestern) {
     for (const int codeSet : {-1, 31, 39, 43, 63, 66, 1 << 30}) {
         EXPECT_EQ(FindCodePage(codeSet), FindCodePage(mbWestern)) << codeSet;

@@ -22,21 +22,6 @@ Converted Convert(const std::string& text, int from, int to) {
     return RunConverter(ThroughUnicode(from, to), text);
 }
 
-// The same with room for one character at a time, where no fast loop runs. Losses are counted.
-Converted ConvertSlowly(const std::string& text, int from, int to) {
-    Converted all{"", "", true, 0};
-    while (all.consumed < text.size()) {
-        Converted piece{};
-        for (std::size_t room = 1; room <= 4 && piece.consumed == 0; ++room)
-            piece = Convert(text.substr(all.consumed), from, to, room);
-        if (piece.consumed == 0) return {};
-        if (!piece.lostAt.empty()) all.lostAt += std::to_string(all.consumed) + ' ';
-        all.text += piece.text;
-        all.consumed += piece.consumed;
-    }
-    return all;
-}
-
 std::string Units(const char16_t* units, std::size_t length) {
     return std::string(reinterpret_cast<const char*>(units), length * 2);
 }
@@ -166,7 +151,7 @@ TEST(UnicodeConvert, FastLoopsAgreeWithSingleCharacters) {
                     }
                 }
             }
-            EXPECT_EQ(Convert(text, from, to), ConvertSlowly(text, from, to))
+            EXPECT_EQ(Convert(text, from, to), RunSlowly(ThroughUnicode(from, to), text))
                 << from << " to " << to;
         }
     }
