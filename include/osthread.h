@@ -152,17 +152,16 @@ GENUTIL_API void OSConditionDestroy(_oscondition* condition);
 
 /* -- Variables of a thread by name ------------------------------------------------------------- */
 
-/** A variable: its name, which the table owns (null where the slot is free), and its value, which
-    belongs to the caller. */
+/** A place for a variable. */
 struct CGNLclStSlot {
-    char* m_name;  /**< null where the slot is free */
-    void* m_value; /**< what was stored */
+    char* m_name;  /**< owned by the table; null where the place is free */
+    void* m_value; /**< the caller's */
 };
 
 /** A thread's variables in one block: the slots follow each other behind their number. A block for
     OSThreadCreate has 0 in all its slots and room for m_count of them. */
 struct CGNLclStTable {
-    std::int32_t m_count;    /**< slots in the table */
+    std::int32_t m_count;    /**< how many slots there are */
     CGNLclStSlot m_slots[1]; /**< the first of them */
 };
 
@@ -240,8 +239,8 @@ class GENUTIL_API CGNLclSt {
 
 /** A named mutex while somebody uses it. */
 struct CGNNamedMutex {
-    _osmutex* mutex;
-    CGNString* name;
+    _osmutex* mutex;    /**< free when the mutex is made */
+    CGNString* name;    /**< owned by the record */
     unsigned char held; /**< 1 from a wait that succeeded to the next release */
     std::int32_t users; /**< waits that were not released yet, those that still last included */
 };
@@ -283,7 +282,6 @@ class GENUTIL_API CGNNamedMutexPool {
     void RelIfWaitNamedMutex(const CGNString& name);
 
   private:
-    CGNNamedMutex* FindOrCreateNamedMutex(const CGNString& name);
     static void CheckLayout();
 
     CGNList m_entries;

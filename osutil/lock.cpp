@@ -11,8 +11,6 @@
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
 #include "osthread.h"
-#include "osutil/thread_record.h"
-#include "osutil/threaded.h"
 
 using namespace genutil;
 
@@ -39,11 +37,6 @@ bool IsCallToDo(const void* lock) {
     return lock != nullptr;
 }
 
-bool ReleaseHandle(_osmutex* mutex, Sharing sharing = Sharing::kShared) {
-    mutex->owner.store(0, std::memory_order_relaxed);
-    return Succeeded(platform::ReleaseMutex(mutex->handle, sharing));
-}
-
 }  // namespace
 
 // -- Mutexes -------------------------------------------------------------------------------------
@@ -54,15 +47,8 @@ _osmutex* OSMutexCreate() {
     return mutex;
 }
 
-namespace {
+namespace genutil {
 
-void NoteWait(ThreadRecord* self, _osmutex* mutex) {
-    self->CountCall();
-    mutex->owner.store(self->thread, std::memory_order_relaxed);
-    self->held.Add(mutex);
-}
-
-// The steps again, where they take more than a few instructions.
 [[gnu::noinline]] void WaitAtLength(_osmutex* mutex) {
     ThreadRecord* self = CurrentThreadRecord();
     if (Succeeded(platform::WaitMutex(mutex->handle)) && self) NoteWait(self, mutex);
@@ -76,41 +62,14 @@ void NoteWait(ThreadRecord* self, _osmutex* mutex) {
     return ReleaseHandle(mutex);
 }
 
-// The two of lock.h in a process that is threaded.
-inline bool TakeAtOnce(_osmutex* mutex, Sharing sharing) {
-    ThreadRecord* self = KnownThreadRecord();
-    if (!self || !platform::TakeMutexAtOnce(mutex->handle, sharing)) return false;
-    NoteWait(self, mutex);
-    return true;
-}
-
-inline bool GiveUp(_osmutex* mutex, Sharing sharing) {
-    ThreadRecord* self = KnownThreadRecord();
-    if (!self || !self->held.RemoveLast(mutex)) return ReleaseAtLength(mutex);
-    self->CountCall();
-    return ReleaseHandle(mutex, sharing);
-}
-
-}  // namespace
-
-namespace genutil {
-
-bool TakeMutexAtOnce(_osmutex* mutex, Sharing sharing) {
-    return !IsThreaded() || TakeAtOnce(mutex, sharing);
-}
-
-bool ReleaseMutex(_osmutex* mutex, Sharing sharing) {
-    return !IsThreaded() || GiveUp(mutex, sharing);
-}
-
 }  // namespace genutil
 
 void OSMutexWait(_osmutex* mutex) {
-    if (IsThreaded() && mutex && !TakeAtOnce(mutex, Sharing::kShared)) WaitAtLength(mutex);
+    if (IsThreaded() && mutex && !TakeMutexAtOnce(mutex, Sharing::kShared)) WaitAtLength(mutex);
 }
 
 void OSMutexRelease(_osmutex* mutex) {
-    if (IsThreaded() && mutex) GiveUp(mutex, Sharing::kShared);
+    if (IsThreaded() && mutex) ReleaseMutex(mutex, Sharing::kShared);
 }
 
 unsigned char OSMutexWaitIsPresentThisThread(_osmutex* mutex) {

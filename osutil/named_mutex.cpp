@@ -72,6 +72,10 @@ Entry* NewEntry(const CGNString& name) {
     return nullptr;
 }
 
+Entry* EntryAt(const CGNList& entries, int index) {
+    return reinterpret_cast<Entry*>(entries.GetItem(index));
+}
+
 struct Found {
     Entry* entry;  // of the name, with users or without; null if there is none
     int index;     // of the entry
@@ -81,13 +85,30 @@ struct Found {
 // The latest first: who comes to release has often waited just before.
 Found Find(const CGNList& entries, const CGNString& name) {
     Entry* idle = nullptr;
-    int index = entries.GetCount();
-    for (const long* items = entries.GetItemListPtr(); index-- > 0;) {
-        auto* entry = reinterpret_cast<Entry*>(items[index]);
+    for (int index = entries.GetCount(); index-- > 0;) {
+        auto* entry = EntryAt(entries, index);
         if (*entry->name == name) return {entry, index, idle};
         if (entry->users == 0) idle = entry;
     }
     return {nullptr, -1, idle};
+}
+
+// Null without memory.
+Entry* FindOrCreateNamedMutex(CGNList& entries, _osmutex* mutex, const CGNString& name) {
+    const Found found = Find(entries, name);
+    Entry* entry = found.entry ? found.entry : found.idle;
+    if (!entry) {
+        entry = NewEntry(name);
+        if (!entry || entries.AddItem(reinterpret_cast<long>(entry))) return entry;
+        DestroyEntry(entry);
+        return nullptr;
+    }
+    if (!found.entry) {
+        *entry->name = name;
+        if (*entry->name != name) return nullptr;
+    }
+    if (entry->users == 0) --static_cast<PoolMutex*>(mutex)->idle;
+    return entry;
 }
 
 // A user of the entry finds it under the pool's mutex and is counted from then on.
@@ -113,8 +134,7 @@ void CGNNamedMutexPool::CheckLayout() {
 CGNNamedMutexPool::CGNNamedMutexPool() : m_entries(10, 10), m_mutex(nullptr) {}
 
 CGNNamedMutexPool::~CGNNamedMutexPool() {
-    for (int i = 0; i < m_entries.GetCount(); ++i)
-        DestroyEntry(reinterpret_cast<Entry*>(m_entries.GetItem(i)));
+    for (int i = 0; i < m_entries.GetCount(); ++i) DestroyEntry(EntryAt(m_entries, i));
     OSMutexDestroy(m_mutex);
 }
 
@@ -129,31 +149,14 @@ unsigned char CGNNamedMutexPool::Init() {
     return 0;
 }
 
-CGNNamedMutex* CGNNamedMutexPool::FindOrCreateNamedMutex(const CGNString& name) {
-    const Found found = Find(m_entries, name);
-    Entry* entry = found.entry ? found.entry : found.idle;
-    if (!entry) {
-        entry = NewEntry(name);
-        if (!entry || m_entries.AddItem(reinterpret_cast<long>(entry))) return entry;
-        DestroyEntry(entry);
-        return nullptr;
-    }
-    if (!found.entry) {
-        *entry->name = name;
-        if (*entry->name != name) return nullptr;
-    }
-    if (entry->users == 0) --static_cast<PoolMutex*>(m_mutex)->idle;
-    return entry;
-}
-
 unsigned char CGNNamedMutexPool::WaitNamedMutex(const CGNString& name) {
     Entry* entry;
     bool isTaken;
     {
         PoolGuard guard(m_mutex);
-        entry = static_cast<Entry*>(FindOrCreateNamedMutex(name));
+        entry = FindOrCreateNamedMutex(m_entries, m_mutex, name);
         if (!entry) return 0;
-        isTaken = TakeMutexAtOnce(entry->mutex, SharingOf(entry, 0));
+        isTaken = !IsThreaded() || TakeMutexAtOnce(entry->mutex, SharingOf(entry, 0));
         ++entry->users;
         if (!isTaken) ++entry->waiting;
     }
@@ -170,7 +173,8 @@ void CGNNamedMutexPool::ReleaseNamedMutex(const CGNString& name) {
     const auto [entry, index, idle] = Find(m_entries, name);
     if (!entry || entry->users == 0) return;
     Held(entry).store(0, std::memory_order_relaxed);
-    if (!ReleaseMutex(entry->mutex, SharingOf(entry, 1)) && !HasLostUser(entry)) return;
+    if (IsThreaded() && !ReleaseMutex(entry->mutex, SharingOf(entry, 1)) && !HasLostUser(entry))
+        return;
     if (--entry->users != 0) return;
     if (auto* mutex = static_cast<PoolMutex*>(m_mutex); mutex && mutex->idle < kMostIdle) {
         ++mutex->idle;

@@ -31,8 +31,14 @@ TEST(Inert, LocksDoNothingUntilTheProcessIsThreaded) {
         OSConditionBroadcast(condition);
     };
     CGNLclStTable table = {1, {{nullptr, &own}}};
+    CGNNamedMutexPool pool;
+    EXPECT_TRUE(pool.Init());
+    const auto takeName = [&] { EXPECT_TRUE(pool.WaitNamedMutex("a")); };
     EXPECT_EQ(Printed([&] {
                   takeAll();
+                  takeName();
+                  Worker(takeName).Join();
+                  for (int i = 0; i < 3; ++i) pool.ReleaseNamedMutex("a");
                   Worker worker(
                       [&] {
                           takeAll();

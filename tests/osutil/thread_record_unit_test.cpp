@@ -86,3 +86,28 @@ TEST(Allocation, AFailureIsANullOrAFalseAndLeavesTheRestAtWork) {
         for (_osmutex* mutex : mutexes) OSMutexDestroy(mutex);
     });
 }
+
+// Each allocation of a first wait fails once; the name can be used afterwards all the same.
+TEST(Allocation, ANamedMutexIsThereWholeOrNotAtAll) {
+    OSSetThreaded();
+    CGNNamedMutexPool pool;
+    {
+        MemoryFor none(0);
+        EXPECT_FALSE(pool.Init());
+    }
+    ASSERT_TRUE(pool.Init());
+    const CGNString name("a name"), longer("a name that is longer than the one before");
+    bool isTaken = false;
+    for (int allocations = 0; !isTaken; ++allocations) {
+        ASSERT_LT(allocations, 10);
+        MemoryFor some(allocations);
+        isTaken = pool.WaitNamedMutex(name);
+    }
+    pool.ReleaseNamedMutex(name);
+    {
+        MemoryFor none(0);
+        EXPECT_FALSE(pool.WaitNamedMutex(longer));
+        EXPECT_TRUE(pool.WaitNamedMutex(name));
+    }
+    pool.ReleaseNamedMutex(name);
+}
