@@ -52,6 +52,46 @@ void ReadVector(benchmark::State& state) {
 BENCHMARK(ReadGenutil)->Name("read 1000 strings/genutil");
 BENCHMARK(ReadVector)->Name("read 1000 strings/vector");
 
+// A search through the list, which reads the texts themselves.
+void FindGenutil(benchmark::State& state) {
+    CGNStringList list;
+    for (int i = 0; i < kItems; ++i) list.AddItem(kText);
+    const CGNString other("an item of a list, longer than a short strinG");
+    for (auto _ : state) {
+        int at = 0;
+        while (at < list.GetCount() && *list.GetItem(at) != other) ++at;
+        benchmark::DoNotOptimize(at);
+    }
+}
+void FindVector(benchmark::State& state) {
+    const std::vector<std::string> list(kItems, kText);
+    const std::string other("an item of a list, longer than a short strinG");
+    for (auto _ : state) {
+        std::size_t at = 0;
+        while (at < list.size() && list[at] != other) ++at;
+        benchmark::DoNotOptimize(at);
+    }
+}
+BENCHMARK(FindGenutil)->Name("search 1000 strings/genutil");
+BENCHMARK(FindVector)->Name("search 1000 strings/vector");
+
+void AddNumbersGenutil(benchmark::State& state) {
+    for (auto _ : state) {
+        CGNList list;
+        for (long i = 0; i < 100 * kItems; ++i) list.AddItem(i);
+        benchmark::DoNotOptimize(list.GetItemListPtr());
+    }
+}
+void AddNumbersVector(benchmark::State& state) {
+    for (auto _ : state) {
+        std::vector<long> list;
+        for (long i = 0; i < 100 * kItems; ++i) list.push_back(i);
+        benchmark::DoNotOptimize(list.data());
+    }
+}
+BENCHMARK(AddNumbersGenutil)->Name("add 100000 numbers/genutil");
+BENCHMARK(AddNumbersVector)->Name("add 100000 numbers/vector");
+
 const std::vector<unsigned char>& Data() {
     static const std::vector<unsigned char> data(1 << 20, 0x5A);
     return data;

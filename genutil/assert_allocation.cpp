@@ -7,12 +7,12 @@ namespace genutil {
 // Reporting may itself need memory: a thread reports one failure at a time.
 static thread_local bool t_reporting = false;
 
-bool AssertAllocation(bool ok, const char* file, long line) {
-    if (ok || t_reporting) return ok;
+bool ReportFailedAllocation(const char* file, long line) {
+    if (t_reporting) return false;
     t_reporting = true;
     if (CGNAssert* assertion = CGNAssert::Instance()) assertion->cgnassert(0, file, line);
     t_reporting = false;
-    return ok;
+    return false;
 }
 
 }  // namespace genutil

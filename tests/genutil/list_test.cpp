@@ -1,6 +1,7 @@
 // Lists of numbers, of strings and of lists; calls to make later; the checksum.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -131,6 +132,31 @@ TEST(StringList, ParsesParts) {
     EXPECT_EQ(list.ParseFrom("y;z", ';'), 3u);
     const CodeSetGuard guard(5);
     EXPECT_EQ(list.ParseFrom("\x83\x5C;", '\x5C'), 5u);  // bytes are compared
+
+    CGNString zeroes("a");  // a 0 is a byte of a part, and may separate
+    (zeroes += '\0') += "b;c";
+    CGNStringList parts;
+    parts.ParseFrom(zeroes, ';');
+    EXPECT_EQ(Join(parts), std::string("a\0b|c|", 6));
+    parts.ParseFrom(zeroes, '\0');
+    EXPECT_EQ(Join(parts), std::string("a\0b|c|a|b;c|", 12));
+}
+
+// A string that memory ran out for stands as null, and whatever else the list does goes on.
+TEST(StringList, NullItemsAreItems) {
+    CGNStringList list = ListOf("b;a");
+    static_cast<CGNList&>(list).InsertItem(1, 0);
+    CGNStringList copy(list), assigned;
+    assigned = list;
+    EXPECT_EQ(Join(copy) + Join(assigned), "b|null|a|b|null|a|");
+    EXPECT_TRUE(copy.AddUnique(""));
+    EXPECT_TRUE(copy.InsertUnique(0, "a"));
+    copy.Sort();
+    EXPECT_EQ(Join(copy), "null||a|b|");
+    copy.DeleteItem(0);
+    CGNStringListList lists;
+    EXPECT_TRUE(lists.AddItem(list));
+    EXPECT_EQ(Join(*lists.GetItem(0)), "b|null|a|");
 }
 
 TEST(StringList, SortsByCollation) {
@@ -146,6 +172,23 @@ TEST(StringList, SortsByCollation) {
         none.AddItem(std::string(1 + i % 3, static_cast<char>(i * 7)).c_str());
     none.Sort();  // bytes that are no text order somehow, and nothing breaks
     EXPECT_EQ(none.GetCount(), 300);
+}
+
+// Every number of items, and every order of up to seven: each path through the sort.
+TEST(StringList, SortsAnyOrder) {
+    std::string letters;
+    for (int count = 1; count <= 7; ++count) {
+        letters += static_cast<char>('a' + count / 2);  // with equal ones
+        std::string order = letters;
+        do {
+            CGNStringList list;
+            for (const char letter : order) list.AddItem(std::string(1, letter).c_str());
+            list.Sort();
+            std::string sorted;
+            for (int i = 0; i < count; ++i) sorted += *list.GetItem(i);
+            ASSERT_EQ(sorted, letters) << order;
+        } while (std::next_permutation(order.begin(), order.end()));
+    }
 }
 
 TEST(StringListList, OwnsCopiesOfLists) {
@@ -187,6 +230,26 @@ TEST(CleanupList, CallsInOrderAsOftenAsAsked) {
     EXPECT_EQ(list.GetCount(), 0);
     list.AddItem(note, a);  // destroyed without a call
     EXPECT_EQ(calls, "abcabc");
+}
+
+TEST(CleanupList, CallsMayChangeTheList) {
+    static int left;
+    left = 40;
+    CGNCleanupList list;
+    const auto again = [](void* argument) {
+        const auto addAgain = *static_cast<CGNCleanupList*>(argument)->GetItem(0);
+        if (--left > 0)
+            static_cast<CGNCleanupList*>(argument)->AddItem(addAgain.m_function, argument);
+    };
+    list.AddItem(again, &list);
+    list.Execute();
+    EXPECT_EQ(list.GetCount(), 40);
+    EXPECT_EQ(left, 0);
+    CGNCleanupList freed;
+    freed.AddItem([](void* argument) { static_cast<CGNCleanupList*>(argument)->Free(); }, &freed);
+    freed.AddItem([](void*) { left = 1; }, nullptr);
+    freed.Execute();
+    EXPECT_EQ(left, 0);
 }
 
 TEST(Crc32, AgreesWithItsByteLoop) {

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <set>
+#include <string>
 
 #include "genlist.h"
 #include "genutil/allocate.h"
@@ -44,13 +46,57 @@ TEST(ListStorage, GrowsInBlocks) {
     EXPECT_EQ(other.GetItem(0), 1);
 }
 
+struct Lists {
+    CGNList numbers{1, 1};
+    CGNStringList strings{1, 1};
+    CGNStringListList lists;
+    CGNCleanupList calls;
+};
+
+// A string is one that was added, or null; a list within the list has all of its strings.
+void ExpectWhole(const Lists& lists) {
+    static const std::set<std::string> kAdded = {"first", "second", "text", "more", "a", "b", "c"};
+    for (int i = 0; i < lists.strings.GetCount(); ++i) {
+        const CGNString* item = lists.strings.GetItem(i);
+        EXPECT_TRUE(!item || kAdded.count(static_cast<const char*>(*item))) << i;
+    }
+    for (int i = 0; i < lists.lists.GetCount(); ++i) {
+        ASSERT_NE(lists.lists.GetItem(i), nullptr);
+        EXPECT_EQ(lists.lists.GetItem(i)->GetCount(), 2);
+        EXPECT_NE(lists.lists.GetItem(i)->GetItem(1), nullptr);
+    }
+}
+
+TEST(ListStorage, AFailedInsertionKeepsTheEqualString) {
+    CGNStringList list;
+    list.ParseFrom(";a;b", ';');
+    const ReportedFailures reported;
+    genutil::g_allocationGate = [](std::size_t) { return g_left-- != 0; };
+    for (const int failing : {0, 1}) {  // the string, its text
+        g_left = failing;
+        EXPECT_FALSE(list.InsertUnique(0, *list.GetItem(2)));
+    }
+    genutil::g_allocationGate = nullptr;
+    EXPECT_EQ(reported.Count(), 2);
+    ASSERT_EQ(list.GetCount(), 3);
+    EXPECT_STREQ(*list.GetItem(2), "b");
+}
+
+// The capacity goes up block by block, but the array does not move with each.
+TEST(ListStorage, AGrowingListSeldomMoves) {
+    CGNList list(0, 10);
+    int moves = 0;
+    for (unsigned capacity = 10; capacity <= 20000; capacity += 10) {
+        const std::size_t items = BytesAllocated([&] { list.AllocateItemList(capacity); });
+        if (items == 0) continue;
+        ++moves;
+        EXPECT_GE(items, capacity);
+        EXPECT_LE(items, capacity + 10 + (capacity + 10) / 8);
+    }
+    EXPECT_LT(moves, 100);
+}
+
 TEST(ListStorage, EachFailureOfMemoryLeavesAUsableList) {
-    struct Lists {
-        CGNList numbers{1, 1};
-        CGNStringList strings{1, 1};
-        CGNStringListList lists;
-        CGNCleanupList calls;
-    };
     static const CGNString kText("text");
     const std::function<void(Lists&)> kOperations[] = {
         [](Lists& l) {
@@ -77,7 +123,7 @@ TEST(ListStorage, EachFailureOfMemoryLeavesAUsableList) {
         [](Lists& l) {
             l.strings.ParseFrom("a;b;c", ';');
             l.strings.Sort();
-            l.strings.AddUnique("a");
+            l.strings.AddUnique(kText);
         },
         [](Lists& l) {
             CGNStringList copy(l.strings);
@@ -110,6 +156,7 @@ TEST(ListStorage, EachFailureOfMemoryLeavesAUsableList) {
             genutil::g_allocationGate = nullptr;
             if (g_left >= 0) break;  // all of its allocations have failed once
             EXPECT_GT(reported.Count(), 0);
+            ExpectWhole(lists);
             operation(lists);
             EXPECT_TRUE(lists.strings.AddItem("usable"));
             EXPECT_STREQ(*lists.strings.GetItem(lists.strings.GetCount() - 1), "usable");

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "gendiag.h"
+#include "tests/support/code_set_guard.h"
 #include "tests/support/temporary_file.h"
 
 namespace {
@@ -30,6 +31,7 @@ TEST_F(Timing, DifferencesInMilliseconds) {
     EXPECT_EQ(OSGetMsTimeDiff(12, 250000, 10, 500000), -1750);
     // Values that wrapped around at 32 bits.
     EXPECT_EQ(OSGetMsTimeDiff(5, 2147483000, 5, -2147483296), 1);
+    EXPECT_EQ(OSGetMsTimeDiff(2147483647, 999000, -2147483647 - 1, 0), 1);
     long seconds, micro;
     OSGetTime(seconds, micro);
     EXPECT_GT(seconds, 1700000000);
@@ -89,6 +91,18 @@ TEST_F(Timing, AStopwatchLogsOnlyWhenSwitchedOn) {
         watch.SetVaTraceMsg("%s", std::string(5000, 'x').c_str());
     }
     EXPECT_EQ(g_lines.find(" : "), 1023u);
+    g_lines.clear();
+    const CodeSetGuard guard(5);
+    std::string kanji;
+    for (int i = 0; i < 600; ++i) kanji += "\x8A\xBF";
+    {
+        OSTime watch("kept");
+        watch.SetLogHandler(Collect);
+        watch.SetVaTraceMsg(nullptr);
+        watch.VaLog("%s", kanji.c_str());
+        watch.Reset();
+    }
+    EXPECT_EQ(g_lines.find(" : "), 1022u);  // whole characters only
 }
 
 TEST_F(Timing, LinesGoToThePerformanceFile) {
