@@ -21,10 +21,6 @@ std::string CharacterAt(const CGNString& s, int index) {
     return out;
 }
 
-unsigned LengthOf(const char* s) {
-    return static_cast<unsigned>(std::strlen(s));
-}
-
 const char* const kNoText = nullptr;
 const Wide* const kNoWide = nullptr;
 
@@ -103,61 +99,41 @@ TEST(String, EmptyStringsShareAByteThatNothingWrites) {
 }
 
 TEST(String, GetStringFillsTheBuffer) {
-    const struct {
-        int line, codeSet;
-        const char* text;
-        unsigned size;
-        const char* expected;
-    } rows[] = {
-        {__LINE__, 0, "abcdef", 4, "abc"},
-        {__LINE__, 0, "abcdef", 7, "abcdef"},
-        {__LINE__, 0, "abcdef", 9, "abcdef"},
-        {__LINE__, 0, "abcdef", 1, ""},
-        {__LINE__, 0, "", 3, ""},
-        {__LINE__, 5, "a\x82\xA0z", 2, "a"},      // byte 2 lies inside a character: cut before it
-        {__LINE__, 5, "a\x82\xA0z", 3, "a\x82"},  // byte 3 does not: the last byte is cut anyway
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.line);
-        CodeSetGuard codeSet(row.codeSet);
+    CodeSetGuard codeSet(5);
+    const auto get = [](const char* text, unsigned size) {
         char out[12];
         std::memset(out, '#', sizeof out);
-        EXPECT_EQ(CGNString(row.text).GetString(out, row.size), LengthOf(row.expected));
-        EXPECT_STREQ(out, row.expected);
-        EXPECT_EQ(out[row.size], '#');
-    }
-    char untouched = '#';
-    EXPECT_EQ(CGNString("abc").GetString(&untouched, 0), 0u);
-    EXPECT_EQ(untouched, '#');
+        const unsigned length = CGNString(text).GetString(out, size);
+        EXPECT_EQ(out[size], '#');
+        EXPECT_TRUE(length == 0 || out[length] == 0);
+        return std::string(out, length);
+    };
+    EXPECT_EQ(get("abcdef", 4), "abc");
+    EXPECT_EQ(get("abcdef", 9), "abcdef");
+    EXPECT_EQ(get("abcdef", 1), "");
+    EXPECT_EQ(get("abcdef", 0), "");
+    EXPECT_EQ(get("", 3), "");
+    EXPECT_EQ(get("a\x82\xA0z", 2), "a");      // byte 2 lies inside a character: cut before it
+    EXPECT_EQ(get("a\x82\xA0z", 3), "a\x82");  // byte 3 does not: the last byte is cut anyway
 }
 
 TEST(String, CopyUntilFindsWholeCharacters) {
-    const struct {
-        int line, codeSet;
-        const char *text, *delimiter, *expected;
-    } rows[] = {
-        {__LINE__, 0, "key=value", "=", "key"},
-        {__LINE__, 0, "key=value", "==", "key=value"},
-        {__LINE__, 0, "=value", "=", ""},
-        {__LINE__, 0, "text", "", ""},
-        {__LINE__, 0, "text", nullptr, ""},
-        {__LINE__, 0, "", "x", ""},
-        {__LINE__, 5, "\x95\x5C\\z", "\\", "\x95\x5C"},  // 0x5C is the trail byte of the first
-        {__LINE__, 9, "\xA5\x5C\\z", "\\", "\xA5\x5C"},
-        {__LINE__, 4, "\xA4\xA2\xA4\xA4=", "\xA4\xA4", "\xA4\xA2"},
+    const auto until = [](int inCodeSet, const char* text, const char* delimiter) {
+        CodeSetGuard codeSet(inCodeSet);
+        const std::string copied = Bytes(CGNString("before").CopyUntil(text, delimiter));
+        EXPECT_EQ(Bytes(CGNString("x").AppendUntil(text, delimiter)), "x" + copied);
+        if (!delimiter || std::strlen(delimiter) != 1) return copied;
+        EXPECT_EQ(Bytes(CGNString("before").CopyUntil(text, delimiter[0])), copied);
+        EXPECT_EQ(Bytes(CGNString("x").AppendUntil(text, delimiter[0])), "x" + copied);
+        return copied;
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.line);
-        CodeSetGuard codeSet(row.codeSet);
-        CGNString s("before");
-        EXPECT_EQ(Bytes(s.CopyUntil(row.text, row.delimiter)), row.expected);
-        EXPECT_EQ(Bytes(CGNString("x").AppendUntil(row.text, row.delimiter)),
-                  std::string("x") + row.expected);
-        if (!row.delimiter || std::strlen(row.delimiter) != 1) continue;
-        EXPECT_EQ(Bytes(s.CopyUntil(row.text, row.delimiter[0])), row.expected);
-        EXPECT_EQ(Bytes(CGNString("x").AppendUntil(row.text, row.delimiter[0])),
-                  std::string("x") + row.expected);
-    }
+    EXPECT_EQ(until(0, "key=value", "="), "key");
+    EXPECT_EQ(until(0, "key=value", "=="), "key=value");
+    EXPECT_EQ(until(0, "=value", "="), "");
+    EXPECT_EQ(until(0, "text", ""), "");
+    EXPECT_EQ(until(0, "text", nullptr), "");
+    EXPECT_EQ(until(5, "\x95\x5C\\z", "\\"), "\x95\x5C");  // 0x5C is the trail byte of the first
+    EXPECT_EQ(until(4, "\xA4\xA2\xA4\xA4=", "\xA4\xA4"), "\xA4\xA2");
 }
 
 // Each code set's characters of every size. The last text of a row is not valid in the code set.
@@ -196,64 +172,42 @@ TEST(String, CountsAndReadsCharacters) {
 }
 
 TEST(String, ReplacesOneCharacter) {
-    const struct {
-        int line, codeSet;
-        const char* text;
-        int index;
-        const char* character;
-        bool stored;
-        const char* expected;
-    } rows[] = {
-        {__LINE__, 5, "a\x82\xA0z", 1, "x", true, "axz"},
-        {__LINE__, 5, "a\x82\xA0z", 2, "\x95\x5Cq", true, "a\x82\xA0\x95\x5C"},
-        {__LINE__, 5, "a\x82\xA0z", 3, "x", false, "a\x82\xA0z"},
-        {__LINE__, 5, "a\x82\xA0z", -1, "x", false, "a\x82\xA0z"},
-        {__LINE__, 5, "a\x82\xA0z", 1, "\x82", false, "a\x82\xA0z"},
-        {__LINE__, 5, "a\x82\xA0z", 1, "", false, "a\x82\xA0z"},
-        {__LINE__, 5, "a\x82\xA0z", 1, nullptr, false, "a\x82\xA0z"},
-        {__LINE__, 4, "\xA4\xA2z", 1, "\x8F\xB0\xA1", true, "\xA4\xA2\x8F\xB0\xA1"},
-        {__LINE__, 65, "abc", 1, "\xE3\x81\x82", true, "a\xE3\x81\x82\x63"},
-        {__LINE__, 65, "abc", 1, "\xF0\x9F\x98\x80", false, "abc"},
-        {__LINE__, 5, "a\x82 z", 0, "b", true, "b\x82 z"},  // invalid bytes survive
-        {__LINE__, 65, "a\xC3\xE3\x81", 0, "b", true, "b\xC3\xE3\x81"},
-        {__LINE__, 5, "", 0, "x", false, ""},
+    const auto replace = [](int inCodeSet, const char* text, int index, const char* character) {
+        CodeSetGuard codeSet(inCodeSet);
+        CGNString s(text), t(text);
+        const bool stored = s.SetCodePageCharAt(index, character);
+        if (character && std::strlen(character) == 1) {
+            EXPECT_EQ(t.SetAt(static_cast<unsigned>(index), character[0]), stored);
+            EXPECT_TRUE(t == s);
+        }
+        return Bytes(s) + (stored ? '+' : '-');
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.line);
-        CodeSetGuard codeSet(row.codeSet);
-        CGNString s(row.text);
-        EXPECT_EQ(s.SetCodePageCharAt(row.index, row.character), row.stored);
-        EXPECT_EQ(Bytes(s), row.expected);
-        if (!row.character || std::strlen(row.character) != 1) continue;
-        CGNString t(row.text);
-        EXPECT_EQ(t.SetAt(static_cast<unsigned>(row.index), row.character[0]), row.stored);
-        EXPECT_TRUE(t == s);
-    }
+    EXPECT_EQ(replace(5, "a\x82\xA0z", 1, "x"), "axz+");
+    EXPECT_EQ(replace(5, "a\x82\xA0z", 2, "\x95\x5Cq"), "a\x82\xA0\x95\x5C+");
+    for (const int index : {3, -1}) EXPECT_EQ(replace(5, "a\x82\xA0z", index, "x"), "a\x82\xA0z-");
+    for (const char* none : {"\x82", "", kNoText})
+        EXPECT_EQ(replace(5, "a\x82\xA0z", 1, none), "a\x82\xA0z-");
+    EXPECT_EQ(replace(4, "\xA4\xA2z", 1, "\x8F\xB0\xA1"), "\xA4\xA2\x8F\xB0\xA1+");
+    EXPECT_EQ(replace(65, "abc", 1, "\xF0\x9F\x98\x80"), "abc-");
+    EXPECT_EQ(replace(5, "a\x82 z", 0, "b"), "b\x82 z+");  // invalid bytes survive
+    EXPECT_EQ(replace(65, "a\xC3\xE3\x81", 0, "b"), "b\xC3\xE3\x81+");
 }
 
 TEST(String, CopiesTheFirstCharacters) {
-    const struct {
-        int line, codeSet;
-        const char* text;
-        unsigned n;
-        const char* expected;
-    } rows[] = {
-        {__LINE__, 0, "abc", 9, "abc"},
-        {__LINE__, 0, "abc", 0, ""},
-        {__LINE__, 5, "a\x82\xA0\x95\x5Cz", 2, "a\x82\xA0"},
-        {__LINE__, 4, "\x8F\xB0\xA1\xA4\xA2z", 2, "\x8F\xB0\xA1\xA4\xA2"},
-        {__LINE__, 65, "a\xF0\x9F\x98\x80", 3, "a\xF0\x9F\x98\x80"},
-        {__LINE__, 65, "a\xF0\x9F\x98\x80", 2, "a"},  // half of a character is none
-        {__LINE__, 5, "a\x82 \x82\xA0z", 4, "a\x82 \x82"},
-        {__LINE__, 5, "\x82", 5, "\x82"},
+    const auto first = [](int inCodeSet, const char* text, unsigned n) {
+        CodeSetGuard codeSet(inCodeSet);
+        const std::string copied = Bytes(CGNString("before").CopyNChars(text, n));
+        EXPECT_EQ(Bytes(CGNString("x").AppendNChars(text, n)), "x" + copied);
+        return copied;
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.line);
-        CodeSetGuard codeSet(row.codeSet);
-        EXPECT_EQ(Bytes(CGNString("before").CopyNChars(row.text, row.n)), row.expected);
-        EXPECT_EQ(Bytes(CGNString("x").AppendNChars(row.text, row.n)),
-                  std::string("x") + row.expected);
-    }
+    EXPECT_EQ(first(0, "abc", 9), "abc");
+    EXPECT_EQ(first(0, "abc", 0), "");
+    EXPECT_EQ(first(5, "a\x82\xA0\x95\x5Cz", 2), "a\x82\xA0");
+    EXPECT_EQ(first(4, "\x8F\xB0\xA1\xA4\xA2z", 2), "\x8F\xB0\xA1\xA4\xA2");
+    EXPECT_EQ(first(65, "a\xF0\x9F\x98\x80", 3), "a\xF0\x9F\x98\x80");
+    EXPECT_EQ(first(65, "a\xF0\x9F\x98\x80", 2), "a");  // half of a character is none
+    EXPECT_EQ(first(5, "a\x82 \x82\xA0z", 4), "a\x82 \x82");
+    EXPECT_EQ(first(5, "\x82", 5), "\x82");
 }
 
 TEST(String, TakesWideText) {
@@ -298,31 +252,24 @@ TEST(String, ArgumentsMayLieInTheString) {
 }
 
 TEST(String, ComparesWithoutCaseByCharacters) {
-    const struct {
-        int line, codeSet;
-        const char *a, *b;
-        bool equal;
-    } rows[] = {
-        {__LINE__, 0, "", "", true},
-        {__LINE__, 0, "Tokyo", "tOKYO", true},
-        {__LINE__, 0, "Tokyo", "Tokio", false},
-        {__LINE__, 0, "\xE9\xFF", "\xC9\x9F", true},
-        {__LINE__, 0, "abc", "abcd", false},
-        {__LINE__, 5, "\x82\x81\xB1z", "\x82\x60\xB1Z", true},  // full-width letters
-        {__LINE__, 5, "\x95\x61", "\x95\x41", false},           // trail bytes are not letters
-        {__LINE__, 65, "\xC3\xA9", "\xC3\x89", true},
-        {__LINE__, 65, "\xC3\xA9", "ab", false},  // as many bytes, fewer characters
-        {__LINE__, 5, "a\x82", "A\x82", true},
-        {__LINE__, 5, "a\x82", "A\x83", false},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.line);
-        CodeSetGuard codeSet(row.codeSet);
-        const CGNString a(row.a), b(row.b);
-        EXPECT_EQ(a.IsEqualNoCase(b), row.equal);
+    const auto equal = [](int inCodeSet, const char* x, const char* y) {
+        CodeSetGuard codeSet(inCodeSet);
+        const CGNString a(x), b(y);
+        const bool result = a.IsEqualNoCase(b);
         b.GetAt(0);  // the other order, and with the characters of both at hand
-        EXPECT_EQ(b.IsEqualNoCase(a), row.equal);
-    }
+        EXPECT_EQ(b.IsEqualNoCase(a), result);
+        return result;
+    };
+    EXPECT_TRUE(equal(0, "", ""));
+    EXPECT_TRUE(equal(0, "Tokyo \xE9\xFF", "tOKYO \xC9\x9F"));
+    EXPECT_FALSE(equal(0, "Tokyo", "Tokio"));
+    EXPECT_FALSE(equal(0, "abc", "abcd"));
+    EXPECT_TRUE(equal(5, "\x82\x81\xB1z", "\x82\x60\xB1Z"));  // full-width letters
+    EXPECT_FALSE(equal(5, "\x95\x61", "\x95\x41"));           // trail bytes are not letters
+    EXPECT_TRUE(equal(65, "\xC3\xA9", "\xC3\x89"));
+    EXPECT_FALSE(equal(65, "\xC3\xA9", "ab"));  // as many bytes, fewer characters
+    EXPECT_TRUE(equal(5, "a\x82", "A\x82"));
+    EXPECT_FALSE(equal(5, "a\x82", "A\x83"));
 }
 
 TEST(String, CollatesByTheUsersLocale) {

@@ -132,13 +132,6 @@ TEST(DetectJapanese, BothFormsFollowTheSlowOne) {
             ASSERT_EQ(OfMemory(text), Slow(text)) << ::testing::PrintToString(text);
         }
     }
-    // Reading from a file is slower: a sample.
-    for (unsigned n = 0; n < 1000; ++n) {
-        text.clear();
-        for (unsigned i = 0, rest = n * 2654435761u; i < 6; ++i, rest = rest / 27 + rest * 31)
-            text += kLimits[rest % kLimits.size()];
-        ASSERT_EQ(OfStream(text), Slow(text)) << ::testing::PrintToString(text);
-    }
 }
 
 TEST(DetectJapanese, StreamIsReadFromWhereItStands) {

@@ -26,62 +26,37 @@ TEST(CodeSet, FollowsTheUsersLocale) {
 }
 
 TEST(CodeSet, NamesAndFlags) {
-    static const struct {
-        int codeSet;
-        const char* name;
-        bool multiByte, japanese;
-    } kRows[] = {{0, "WESTERN", false, false},     {3, "2022_JP", true, true},
-                 {4, "EUC", true, true},           {5, "SJIS", true, true},
-                 {6, "SJIS", false, false},        {7, "GB2312", true, false},
-                 {10, "EUC_H", true, false},       {11, "KSC_5601_87", true, false},
-                 {12, "KSC_5601_92", true, false}, {13, "EUC_K", true, false},
-                 {22, "8859_10", false, false},    {25, "1253", false, false},
-                 {30, "1258", false, false},       {40, "874", false, false},
-                 {42, "2022_KR", false, false},    {65, "UTF8", false, false},
-                 {31, "", false, false},           {-7, "", false, false}};
-    for (const auto& row : kRows) {
-        const CodeSetGuard guard(row.codeSet);
+    std::string all;
+    for (int codeSet = -7; codeSet < 100; ++codeSet) {
+        const CodeSetGuard guard(codeSet);
         char name[12];
-        EXPECT_STREQ(SetCodePage(0, name), row.name);
-        EXPECT_EQ(mbIsMultiByte(), row.multiByte) << row.codeSet;
-        EXPECT_EQ(mbIsJapanese(), row.japanese) << row.codeSet;
-        EXPECT_EQ(mbGetLocaleCodeSet(), row.codeSet);
+        EXPECT_EQ(SetCodePage(0, name), name);
+        EXPECT_EQ(mbGetLocaleCodeSet(), codeSet);
+        const std::string flags = mbIsJapanese() ? "/mj" : mbIsMultiByte() ? "/m" : "";
+        if (*name) all += std::to_string(codeSet) + ' ' + name + flags + ' ';
+        EXPECT_TRUE(mbIsMultiByte() || !mbIsJapanese());
     }
+    EXPECT_EQ(all,
+              "0 WESTERN 1 8859_1 2 8859_15 3 2022_JP/mj 4 EUC/mj 5 SJIS/mj 6 SJIS 7 GB2312/m 8 "
+              "EUC_C/m 9 BIG5/m 10 EUC_H/m 11 KSC_5601_87/m 12 KSC_5601_92/m 13 EUC_K/m 14 8859_2 "
+              "15 8859_3 16 8859_4 17 8859_5 18 8859_6 19 8859_7 20 8859_8 21 8859_9 22 8859_10 23 "
+              "1250 24 1251 25 1253 26 1254 27 1255 28 1256 29 1257 30 1258 40 874 41 2022_CN 42 "
+              "2022_KR 64 UTF16 65 UTF8 ");
 }
 
 TEST(CodeSet, FreeFormNames) {
-    static const struct {
-        int codeSet;
-        const char* names;
-    } kRows[] = {{0, "KOI8-R cp1252 western-932"},
-                 {1, "iso_8859-1"},
-                 {2, "ISO-8859-15"},
-                 {3, "ISO-2022-JP jis"},
-                 {4, "eucJP"},
-                 {5, "Shift-JIS x-sjis ibm-943 cp932"},
-                 {7, "GBK x936"},
-                 {8, "EUC_ZH euc-cn"},
-                 {9, "big5 cp950"},
-                 {10, "euc-tw EUC_H"},
-                 {11, "KSC_5601_92 x-windows-949"},
-                 {13, "EUC-KR"},
-                 {14, "8859-2"},
-                 {18, "8859-6"},
-                 {21, "8859_9"},
-                 {22, "8859-10"},
-                 {23, "cp1250"},
-                 {27, "1255"},
-                 {30, "cp1258"},
-                 {40, "TIS-874"},
-                 {41, "iso-2022-cn"},
-                 {42, "iso-2022-kr"},
-                 {64, "ucs-2 utf-16le UCS2"},
-                 {65, "utf-8 UTF8"}};
-    for (const auto& row : kRows) {
-        std::istringstream names(row.names);
-        for (std::string name; names >> name;)
-            EXPECT_EQ(mbGetCodeSet(name.c_str()), row.codeSet) << name;
-    }
+    std::istringstream rows(
+        "0 KOI8-R 0 cp1252 0 western-932 1 iso_8859-1 2 ISO-8859-15 3 ISO-2022-JP 3 jis 4 eucJP "
+        "5 Shift-JIS 5 x-sjis 5 ibm-943 5 cp932 7 GBK 7 x936 8 EUC_ZH 8 euc-cn 9 big5 9 cp950 "
+        "10 euc-tw 10 EUC_H 11 KSC_5601_92 11 x-windows-949 13 EUC-KR 14 8859-2 15 8859-3 16 "
+        "8859-4 "
+        "17 8859-5 18 8859-6 19 8859-7 20 8859-8 21 8859_9 22 8859-10 23 cp1250 24 1251 25 1253 "
+        "26 1254 27 1255 28 1256 29 1257 30 cp1258 40 TIS-874 41 iso-2022-cn 42 iso-2022-kr "
+        "64 ucs-2 64 utf-16le 64 UCS2 64 UTF16 65 utf-8 65 UTF8");
+    int codeSet;
+    for (std::string name; rows >> codeSet >> name;)
+        EXPECT_EQ(mbGetCodeSet(name.c_str()), codeSet) << name;
+    EXPECT_TRUE(rows.eof());
     EXPECT_EQ(mbGetCodeSet(nullptr), 0);
     EXPECT_EQ(mbGetCodeSet(""), 0);
     const std::string longName = std::string(100000, 'x') + "utf8";
@@ -97,46 +72,45 @@ TEST(CodeSet, CharsetNames) {
                  {"windows-874", 40}, {nullptr, 0},  {"", 0},        {"no such", 0}};
     for (const auto& row : kRows)
         EXPECT_EQ(mbGetCodeSetFromCharset(row.name), row.codeSet) << row.name;
-
-    static const struct {
-        int codeSet;
-        const char* name;
-    } kNames[] = {{13, "euc-kr"},    {11, "euc-kr"},      {12, ""},           {6, ""},
-                  {1, "iso-8859-1"}, {0, "windows-1252"}, {3, "iso-2022-jp"}, {65, "utf-8"},
-                  {1000, ""}};
-    for (const auto& row : kNames) {
+    std::string all;
+    for (int codeSet = -1; codeSet < 70; ++codeSet) {
         char name[22];
-        SetCharset(name, row.codeSet);
-        EXPECT_STREQ(name, row.name) << row.codeSet;
+        SetCharset(name, codeSet);
+        if (*name) all += std::to_string(codeSet) + ' ' + name + ' ';
     }
+    EXPECT_EQ(all,
+              "0 windows-1252 1 iso-8859-1 2 iso-8859-15 3 iso-2022-jp 4 euc-jp 5 shift_jis 7 "
+              "gb2312 8 euc-cn 9 big5 10 euc-tw 11 euc-kr 13 euc-kr 14 iso-8859-2 15 iso-8859-3 16 "
+              "iso-8859-4 17 iso-8859-5 18 iso-8859-6 19 iso-8859-7 20 iso-8859-8 21 iso-8859-9 23 "
+              "windows-1250 24 windows-1251 25 windows-1253 26 windows-1254 27 windows-1255 28 "
+              "windows-1256 29 windows-1257 30 windows-1258 40 windows-874 41 iso-2022-cn 42 "
+              "iso-2022-kr 64 utf-16 65 utf-8 ");
 }
 
 TEST(CodeSet, WindowsNamesOfIsoCharsets) {
-    static const struct {
-        const char *name, *windows;
-        bool result;
-    } kRows[] = {{"utf-8", "utf-8", false},
-                 {"iso-8859-15", "windows-1252", true},
-                 {"iso-8859-2", "windows-1250", true},
-                 {"iso-8859-9", "windows-1254", true},
-                 {"iso-8859-3", "iso-8859-3", true},
-                 {"ISO-8859-1", "ISO-8859-1", true}};
-    for (const auto& row : kRows) {
+    std::string all;
+    for (int part = 1; part <= 16; ++part) {
         char name[16];
-        std::strcpy(name, row.name);
-        EXPECT_EQ(MapToWindowsCharsetName(name) != nullptr, row.result) << row.name;
-        EXPECT_STREQ(name, row.windows);
+        std::strcpy(name, ("iso-8859-" + std::to_string(part)).c_str());
+        EXPECT_EQ(MapToWindowsCharsetName(name), name);
+        all += name + std::string(" ");
     }
+    EXPECT_EQ(all,
+              "windows-1252 windows-1250 iso-8859-3 windows-1257 windows-1251 windows-1256 "
+              "windows-1253 windows-1255 windows-1254 iso-8859-10 iso-8859-11 iso-8859-12 "
+              "iso-8859-13 iso-8859-14 windows-1252 iso-8859-16 ");
+    char capital[] = "ISO-8859-1", other[] = "utf-8";
+    EXPECT_STREQ(MapToWindowsCharsetName(capital), "ISO-8859-1");
+    EXPECT_EQ(MapToWindowsCharsetName(other), nullptr);
+    EXPECT_STREQ(other, "utf-8");
 }
 
 TEST(CodeSet, LocaleIdentifiers) {
-    static const struct {
-        const char* name;
-        unsigned long id;
-    } kRows[] = {{"en_US", 0x409},      {"ja_JP", 0x411}, {"ja_JP.SJIS", 0x411},
-                 {"de_DE@euro", 0x407}, {"sr_YU", 0xc1a}, {"az_AZ_C", 0x42c},
-                 {"es_ES", 0xc0a},      {"xx_XX", 0},     {"en", 0}};
-    for (const auto& row : kRows) EXPECT_EQ(mbGetLCID(row.name), row.id) << row.name;
+    EXPECT_EQ(mbGetLCID("en_US"), 0x409u);
+    EXPECT_EQ(mbGetLCID("ja_JP.SJIS"), 0x411u);
+    EXPECT_EQ(mbGetLCID("de_DE@euro"), 0x407u);
+    EXPECT_EQ(mbGetLCID("sr_YU"), 0xc1au);
+    EXPECT_EQ(mbGetLCID("xx_XX") + mbGetLCID("en"), 0u);
 }
 
 }  // namespace

@@ -62,30 +62,21 @@ TEST(MbCopy, NeverSplitsACharacter) {
 }
 
 TEST(MbCompare, WithoutCase) {
-    static const struct {
-        int line, codeSet;
-        const char *a, *b;
-        int result;
-    } kRows[] = {
-        {__LINE__, 5, "ABC", "abc", 0},
-        {__LINE__, 5, "ab", "abc", -1},
-        {__LINE__, 5, "abc", "AB", 1},
-        {__LINE__, 5, "\x83\x41", "\x83\x61", -1},  // a trail byte is no letter
-        {__LINE__, 5, "a\x83\x41", "A\x83\x41", 0},
-        {__LINE__, 5, "\x82\xA0", "z", 1},  // more bytes sort behind fewer
-        {__LINE__, 5, "z", "\x82\xA0", -1},
-        {__LINE__, 5, "\xB1", "a", -1},  // bytes order as signed chars
-        {__LINE__, 0, "\xC9t\xE9", "\xE9T\xC9", 0},
-        {__LINE__, 0, "a", "", 1},
-        {__LINE__, 65, "\xC3\x89", "\xC3\xA9", -1},  // bytes of UTF-8 are no letters here
-        {__LINE__, 0, nullptr, "a", 0},
-        {__LINE__, 5, "a", nullptr, 0},
+    const auto compare = [](int codeSet, const char* a, const char* b) {
+        const CodeSetGuard guard(codeSet);
+        return mbstricmp(a, b);
     };
-    for (const auto& row : kRows) {
-        SCOPED_TRACE(row.line);
-        const CodeSetGuard guard(row.codeSet);
-        EXPECT_EQ(mbstricmp(row.a, row.b), row.result);
-    }
+    EXPECT_EQ(compare(5, "ABC", "abc"), 0);
+    EXPECT_EQ(compare(5, "ab", "abc"), -1);
+    EXPECT_EQ(compare(5, "abc", "AB"), 1);
+    EXPECT_EQ(compare(5, "\x83\x41", "\x83\x61"), -1);  // a trail byte is no letter
+    EXPECT_EQ(compare(5, "\x82\xA0", "z"), 1);          // more bytes sort behind fewer
+    EXPECT_EQ(compare(5, "z", "\x82\xA0"), -1);
+    EXPECT_EQ(compare(5, "\xB1", "a"), -1);  // bytes order as signed chars
+    EXPECT_EQ(compare(0, "\xC9t\xE9", "\xE9T\xC9"), 0);
+    EXPECT_EQ(compare(65, "\xC3\x89", "\xC3\xA9"), -1);  // bytes of UTF-8 are no letters here
+    EXPECT_EQ(compare(0, nullptr, "a"), 0);
+    EXPECT_EQ(compare(5, "a", nullptr), 0);
 }
 
 TEST(MbCompare, LongTextsThatDifferLate) {
@@ -260,29 +251,21 @@ TEST(MbSearch, SetsOfCharacters) {
 }
 
 TEST(MbTokens, SplitAtCharacters) {
-    static const struct {
-        int codeSet;
-        const char *text, *delimiters, *tokens;  // tokens joined by '|'
-    } kRows[] = {
-        {5, ",,a,b", ",", "a|b|"},
-        {5, "\x81\x41x\x81\x41\x81\x41y\x81\x41", "\x81\x41", "x|y|"},
-        {5, "\x83\x41\x41\x83\x41", "A", "\x83\x41|\x83\x41|"},
-        {5, ",,,", ",", ""},
-        {5, "", ",", ""},
-        {0, " a  b ", " ", "a|b|"},
-    };
-    for (const auto& row : kRows) {
-        const CodeSetGuard guard(row.codeSet);
-        Exact text(row.text);
+    const auto split = [](int codeSet, const char* s, const char* delimiters) {
+        const CodeSetGuard guard(codeSet);
+        Exact text(s);
         std::string tokens;
-        for (char* token = mbstrtok(text, row.delimiters); token;
-             token = mbstrtok(nullptr, row.delimiters))
-            tokens += std::string(token) + "|";
-        EXPECT_EQ(tokens, row.tokens) << row.text;
-        if (row.codeSet) {
-            EXPECT_EQ(mbstrtok(nullptr, row.delimiters), nullptr);
-        }
-    }
+        for (char* t = mbstrtok(text, delimiters); t; t = mbstrtok(nullptr, delimiters))
+            tokens += std::string(t) + "|";
+        EXPECT_TRUE(codeSet == 0 || !mbstrtok(nullptr, delimiters)) << s;
+        return tokens;
+    };
+    EXPECT_EQ(split(5, ",,a,b", ","), "a|b|");
+    EXPECT_EQ(split(5, "\x81\x41x\x81\x41\x81\x41y\x81\x41", "\x81\x41"), "x|y|");
+    EXPECT_EQ(split(5, "\x83\x41\x41\x83\x41", "A"), "\x83\x41|\x83\x41|");
+    EXPECT_EQ(split(5, ",,,", ","), "");
+    EXPECT_EQ(split(5, "", ","), "");
+    EXPECT_EQ(split(0, " a  b ", " "), "a|b|");
     const CodeSetGuard guard(5);
     Exact text("x\x81\x41y");
     mbstrtok(text, "\x81\x41");

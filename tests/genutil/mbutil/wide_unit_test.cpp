@@ -8,6 +8,7 @@
 
 #include "genutil/mbutil/wide.h"
 #include "mbutil.h"
+#include "tests/support/code_set_guard.h"
 
 using namespace genutil;
 
@@ -19,21 +20,8 @@ const unsigned short* Wide(const Units& units) {
     return reinterpret_cast<const unsigned short*>(units.c_str());
 }
 
-class WideText : public testing::Test {
-  protected:
-    WideText() {
-        InitMbutil();
-        m_before = mbGetLocaleCodeSet();
-    }
-    ~WideText() override { InitMbutilExt(m_before); }
-
-  private:
-    int m_before;
-};
-
 struct TextRow {
-    int line;
-    int codeSet;
+    int line, codeSet;
     std::string bytes;
     Units units;
 };
@@ -57,10 +45,10 @@ const std::vector<TextRow> kTexts = {
 
 }  // namespace
 
-TEST_F(WideText, BothWays) {
+TEST(WideText, BothWays) {
     for (const TextRow& row : kTexts) {
         SCOPED_TRACE(row.line);
-        InitMbutilExt(row.codeSet);
+        const CodeSetGuard guard(row.codeSet);
         const long characters = static_cast<long>(row.units.size());
         ASSERT_EQ(WideLength(row.bytes.c_str(), row.bytes.size()), characters);
         std::vector<unsigned short> wide(row.units.size() + 1, 0xAAAA);
@@ -80,10 +68,10 @@ TEST_F(WideText, BothWays) {
 
 // Every limit: no unit or byte beyond it, whole characters, a terminator where there is room. Texts
 // end where their buffers do, so that a sanitizer sees a read behind them.
-TEST_F(WideText, LimitsAreKept) {
+TEST(WideText, LimitsAreKept) {
     for (const TextRow& row : kTexts) {
         SCOPED_TRACE(row.line);
-        InitMbutilExt(row.codeSet);
+        const CodeSetGuard guard(row.codeSet);
         const std::vector<char> exact(row.bytes.begin(), row.bytes.end());
         for (std::size_t limit = 0; limit <= row.units.size(); ++limit) {
             const std::unique_ptr<unsigned short[]> wide(new unsigned short[limit + 1]);
@@ -110,8 +98,8 @@ TEST_F(WideText, LimitsAreKept) {
     }
 }
 
-TEST_F(WideText, StopsAtTerminatorAndByteCount) {
-    InitMbutilExt(mbShiftJis);
+TEST(WideText, StopsAtTerminatorAndByteCount) {
+    const CodeSetGuard guard(mbShiftJis);
     EXPECT_EQ(WideLength("ab\0cd", 5), 2);
     EXPECT_EQ(WideLength("ab\x82\xA0", 2), 2);
     EXPECT_EQ(WideLength("ab", static_cast<std::size_t>(-1) / 2), 2);
@@ -119,7 +107,7 @@ TEST_F(WideText, StopsAtTerminatorAndByteCount) {
     EXPECT_EQ(WideLength("", 0), 0);
 }
 
-TEST_F(WideText, InvalidTextFails) {
+TEST(WideText, InvalidTextFails) {
     static const struct {
         int codeSet;
         const char* bytes;
@@ -139,11 +127,11 @@ TEST_F(WideText, InvalidTextFails) {
                  {mbEucTw, "\x8E\xA4\xA1\xA1"}};
     unsigned short out[8];
     for (const auto& row : kRows) {
-        InitMbutilExt(row.codeSet);
+        const CodeSetGuard guard(row.codeSet);
         EXPECT_EQ(WideLength(row.bytes, std::strlen(row.bytes)), -1) << row.bytes;
         EXPECT_EQ(ToWide(out, 8, row.bytes, std::strlen(row.bytes)), -1) << row.bytes;
     }
-    InitMbutilExt(mbShiftJis);
+    const CodeSetGuard guard(mbShiftJis);
     for (const Units& units :
          {Units(u"a\u0E01"), Units(u"\xD800"), Units(u"\xDE00"), Units(u"\U0001F600")}) {
         char narrow[16];
@@ -153,9 +141,9 @@ TEST_F(WideText, InvalidTextFails) {
 }
 
 // What a code set refuses still travels: byte by byte there, unharmed back.
-TEST_F(WideText, RawBytesSurvive) {
+TEST(WideText, RawBytesSurvive) {
     for (const int codeSet : {0, 3, 4, 5, 7, 8, 9, 10, 11, 12, 13, 19, 41, 42, 64, 65}) {
-        InitMbutilExt(codeSet);
+        const CodeSetGuard guard(codeSet);
         std::string bytes;
         for (unsigned byte = 1; byte < 256; ++byte)
             if (codeSet != mbIso2022Kr || byte >= 0x80) bytes += static_cast<char>(byte);
@@ -171,13 +159,13 @@ TEST_F(WideText, RawBytesSurvive) {
             << codeSet;
         EXPECT_EQ(back, bytes) << codeSet;
     }
-    InitMbutilExt(mbUtf8);
+    const CodeSetGuard guard(mbUtf8);
     const Units pair = u"\U0001F480";  // its low half must not be taken for a raw byte
     EXPECT_EQ(NarrowLength(Wide(pair)), 4);
 }
 
-TEST_F(WideText, LossyNeverFails) {
-    InitMbutilExt(mbShiftJis);
+TEST(WideText, LossyNeverFails) {
+    const CodeSetGuard guard(mbShiftJis);
     char out[16];
     EXPECT_EQ(ToNarrowLossy(out, sizeof out, Wide(u"a\u0E01\u3042\U0001F600\xD800")), 6);
     EXPECT_STREQ(out, "a?\x82\xA0??");
@@ -187,10 +175,10 @@ TEST_F(WideText, LossyNeverFails) {
     EXPECT_EQ(ToNarrowLossy(out, 8, Wide(u"\u3042\u3042")), 8);
 }
 
-TEST_F(WideText, SingleCharacters) {
+TEST(WideText, SingleCharacters) {
     unsigned short unit = 0;
     char bytes[4];
-    InitMbutilExt(mbShiftJis);
+    const CodeSetGuard guard(mbShiftJis);
     EXPECT_EQ(ToWideCharacter(&unit, "\x82\xA0\x82", 3), 2);
     EXPECT_EQ(unit, 0x3042);
     EXPECT_EQ(ToWideCharacter(&unit, "\x82\xA0", 1), -1);
