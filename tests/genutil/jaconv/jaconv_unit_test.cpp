@@ -120,22 +120,6 @@ TEST(JapaneseConversion, EveryRowByItselfAndInARun) {
     }
 }
 
-TEST(JapaneseConversion, HalfWidthKatakanaSurviveEveryRoute) {
-    std::string shiftJis, euc, jis;
-    for (unsigned b = 0xA1; b <= 0xDF; ++b) {
-        shiftJis += static_cast<char>(b);
-        euc += Pair(0x8E00 | b);
-        jis += static_cast<char>(b & 0x7F);
-    }
-    jis = "\x1B(I" + jis + kAsciiIn;
-    ExpectLossless(ShiftJisToEucJp, shiftJis, euc);
-    ExpectLossless(ShiftJisToJis, shiftJis, jis);
-    ExpectLossless(EucJpToShiftJis, euc, shiftJis);
-    ExpectLossless(EucJpToJis, euc, jis);
-    ExpectLossless(JisToShiftJis, jis, shiftJis);
-    ExpectLossless(JisToEucJp, jis, euc);
-}
-
 // The 388 characters that Shift-JIS has a second time become their first form.
 TEST(JapaneseConversion, ExtensionsKeepTheirCharacters) {
     std::set<std::string> seen;
