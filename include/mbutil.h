@@ -147,9 +147,9 @@ GENUTIL_API int mbbytesinchartype(const unsigned char* p, int codeSet);
 /** mbbytesinchartype in the current code set. */
 GENUTIL_API int mbbytesinchar(const unsigned char* p);
 
-/** @return byte index idx moved back to the start of the character that contains it; strlen(s), or
-    the start of a last character that is cut short, for an idx at or past the end. While the
-    *current* code set is single-byte, idx unchanged, whatever codeSet is. */
+/** @return byte index idx moved back to the start of the character that contains it; strlen(s) for
+    an idx at or past the end. While the *current* code set is single-byte, idx unchanged, whatever
+    codeSet is. */
 GENUTIL_API unsigned mbidxtype(const char* s, unsigned idx, int codeSet);
 /** mbidxtype in the current code set. */
 GENUTIL_API unsigned mbidx(const char* s, unsigned idx);
@@ -196,7 +196,7 @@ GENUTIL_API int mbstrnicmp(const char* a, const char* b, unsigned n);
 
 /** Maps single-byte characters to upper case in place, by the rules of the current code set (0xE9
     becomes 0xC9 in Windows-1252); a capital that the code set lacks leaves the character.
-    @return the length in bytes; 0 for null and when the last character is cut short. */
+    @return the length in bytes; 0 for null. */
 GENUTIL_API unsigned mbstrtoupper(char* s);
 /** mbstrtoupper to lower case. */
 GENUTIL_API unsigned mbstrtolower(char* s);

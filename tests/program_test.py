@@ -67,6 +67,7 @@ class Program(unittest.TestCase):
             ('jis', TEXT.encode('iso2022_jp'), 'iso-2022-jp'),
             ('euc', TEXT.encode('euc_jp'), 'euc-jp'),
             ('sjis', TEXT.encode('cp932'), 'shift_jis'),
+            ('names', '髙橋と髙島屋\n'.encode('cp932'), 'shift_jis'),  # the first byte says otherwise
             ('either', '海'.encode('euc_jp'), 'euc-jp or shift_jis'),
             ('utf8', TEXT.encode(), 'utf-8'),
             ('damaged', TEXT.encode() * 9 + b'\xff\n', 'utf-8'),
@@ -131,6 +132,8 @@ class Program(unittest.TestCase):
         got = run('convert', '--from', 'utf-8', '--to', '1252', '-o', 'out', '-', given=broken)
         self.expect(got, 1, 'standard input: 9 characters', 'line 5, column 1 (byte 8): E9', 'and 4 more')
         self.assertEqual(read('out'), b'?\n' * 9)
+        got = run('convert', '--from', 'auto', '--to', 'sjis', '-', given=b'\xef\xbb\xbfz\xc3\xa9')
+        self.expect(got, 1, 'line 1, column 2 (byte 4): C3 A9')
 
     @unittest.skipUnless(NATIVE, 'the same on every system')
     def test_convert_refuses(self):
@@ -164,6 +167,11 @@ class Program(unittest.TestCase):
         self.assertEqual(read('old'), b'precious')
         self.expect(run('convert', '--from', 'utf-8', '--to', 'sjis', '-o', '/dev/full', 'in'), 2,
                     '/dev/full: cannot be written')
+        with open('/dev/full', 'wb') as full:
+            done = subprocess.run([*COMMAND, 'detect', 'in'], cwd=SCRATCH, stdout=full,
+                                  stderr=subprocess.PIPE)
+        self.assertEqual(done.returncode, 2)
+        self.assertIn(b'standard output cannot be written', done.stderr)
 
     def test_text(self):
         write('sjis', '東京ｱbc\r\nかな'.encode('cp932'))

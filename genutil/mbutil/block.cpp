@@ -129,9 +129,7 @@ std::uint64_t BlockWalker::Invalid() const {
     const bool hasSingles = m_table.first[0xB1] == 1;  // half-width katakana
     const std::uint64_t singles =
         hasSingles ? MaskOf(m_data, [](__m128i b) { return InRange(b, 0xA1, 0xDF); }) : 0;
-    // In a block that is the text's end a last lead byte has nothing behind it.
-    const std::uint64_t last = m_size < kBlock ? m_leads & (std::uint64_t{1} << (m_size - 1)) : 0;
-    return m_starts & (m_lone | last | (m_high & ~m_leads & ~singles));
+    return m_starts & (m_lone | (m_high & ~m_leads & ~singles));
 }
 
 void BlockWalker::ScanByStep(const unsigned char* bytes, std::size_t available) {

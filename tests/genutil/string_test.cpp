@@ -58,6 +58,8 @@ TEST(String, BytesBehindANulCountInSomeOperationsOnly) {
     CGNString s;
     s.CopyNBytes("ab", 5);
     EXPECT_EQ(Bytes(s), std::string("ab\0\0\0", 5));
+    s = *&s;  // itself: nothing happens
+    EXPECT_EQ(s.GetLength(), 5u);
     EXPECT_EQ(s.GetNumChars(), 2u);
     EXPECT_TRUE(s == "ab");
     EXPECT_FALSE(s == CGNString("ab"));

@@ -143,6 +143,9 @@ TEST(StringStorage, GrowsAsAsked) {
     s.ReallocateToNumBytes(4);  // a size equal to the capacity is given a new buffer
     EXPECT_NE(s.m_data, before);
     EXPECT_TRUE(s == keep);
+    s.AllocateBuffer(50);
+    EXPECT_FALSE(s.SetCodePageCharAt(9, "x"));  // out of range, and rebuilt all the same
+    EXPECT_EQ(s.m_capacity, 4u);
     s.Empty();
     s.AllocateBuffer(4, 1).Empty();
     EXPECT_EQ(s.m_flags, 0u);

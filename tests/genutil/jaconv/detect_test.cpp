@@ -95,27 +95,20 @@ const std::string kLimits(kLimitBytes, sizeof kLimitBytes);  // NUL with them
 
 TEST(DetectJapanese, DecidesAndStops) {
     using std::string_literals::operator""s;
-    const struct {
-        int line;
-        std::string text;
-        Guess expected;
-    } kRows[] = {
-        {__LINE__, "", {0, 0}},
-        {__LINE__, "plain\0text, longer than sixteen bytes"s, {0, 37}},
-        {__LINE__, "\x1B$B\x82\xA0", {3, 3}},
-        {__LINE__, "\x1B\x1B$B", {0, 4}},  // the second escape is taken with the first
-        {__LINE__, "\xA4\xA2\x82\xA0", {5, 3}},
-        {__LINE__, "\xA4\xA2\xB1", {5, 3}},         // a lone byte at the end is katakana
-        {__LINE__, "\xA4\xE2\xA4\x81xyz", {5, 5}},  // and the byte behind the one that decides
-        {__LINE__, "\xA4\xE2\xA4\x1B$B", {6, 6}},   // the byte that ends the word is not looked at
-        {__LINE__, "\xF0\xA1", {4, 1}},
-        {__LINE__, "\xA4\xA2\xE0", {6, 3}},
+    const auto expect = [](const std::string& text, int result, std::size_t consumed) {
+        EXPECT_EQ(OfMemory(text), Guess(result, consumed));
+        EXPECT_EQ(OfStream(text), Guess(result, consumed));
     };
-    for (const auto& row : kRows) {
-        SCOPED_TRACE(row.line);
-        EXPECT_EQ(OfMemory(row.text), row.expected);
-        EXPECT_EQ(OfStream(row.text), row.expected);
-    }
+    expect("", 0, 0);
+    expect("plain\0text, longer than sixteen bytes"s, 0, 37);
+    expect("\x1B$B\x82\xA0", 3, 3);
+    expect("\x1B\x1B$B", 0, 4);  // the second escape is taken with the first
+    expect("\xA4\xA2\x82\xA0", 5, 3);
+    expect("\xA4\xA2\xB1", 5, 3);         // a lone byte at the end is katakana
+    expect("\xA4\xE2\xA4\x81xyz", 5, 5);  // and the byte behind the one that decides
+    expect("\xA4\xE2\xA4\x1B$B", 6, 6);   // the byte that ends the word is not looked at
+    expect("\xF0\xA1", 4, 1);
+    expect("\xA4\xA2\xE0", 6, 3);
     EXPECT_EQ(mbDetectJapanese(nullptr, 0, nullptr), 0);
 }
 

@@ -115,7 +115,8 @@ TEST(Convert, AnyPairWithinTheRoomThereIs) {
     }
     EXPECT_EQ(mbConvert(text.data(), text.size(), 5, dst, 0, 65, &report), 0);
     EXPECT_EQ(mbConvert("a", 1, 5, dst, sizeof dst, 50, &report), 0);
-    EXPECT_EQ(mbConvert("a", 1, -1, dst, sizeof dst, 5, &report), 0);
+    for (const int unknown : {-1, 31, 43, 66})
+        EXPECT_EQ(mbConvert("a", 1, unknown, dst, sizeof dst, 5, &report), 0);
     EXPECT_EQ(mbConvert(nullptr, 0, 5, dst, sizeof dst, 4, nullptr), 0);
 }
 

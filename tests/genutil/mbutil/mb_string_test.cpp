@@ -30,30 +30,19 @@ long Offset(const char* found, const char* s) {
 
 TEST(MbCopy, NeverSplitsACharacter) {
     const CodeSetGuard guard(5);
-    static const struct {
-        int line;
-        const char* src;
-        unsigned n;
-        const char* expected;  // of 6 bytes that were '#'
-        unsigned copied;
-    } kRows[] = {
-        {__LINE__, "a\x82\xA0\x62", 2, "a\0####", 1},
-        {__LINE__, "a\x82\xA0\x62", 3, "a\x82\xA0###", 3},
-        {__LINE__, "ab", 5, "ab\0\0\0#", 2},
-        {__LINE__, "ab", 2, "ab####", 2},
-        {__LINE__, "\x82\xA0", 1, "\0#####", 0},
-        {__LINE__, "ab", 0, "######", 0},
+    const auto copy = [](const char* src, unsigned n) {
+        std::string dst(6, '#'), counted(6, '#');
+        EXPECT_EQ(mbstrncpy(dst.data(), Exact(src), n), dst.data());
+        const unsigned copied = mbstrncpyi(counted.data(), Exact(src), n);
+        EXPECT_EQ(counted, dst);
+        return dst + std::to_string(copied);
     };
-    for (const auto& row : kRows) {
-        SCOPED_TRACE(row.line);
-        char dst[6], counted[6];
-        std::memset(dst, '#', 6);
-        std::memset(counted, '#', 6);
-        EXPECT_EQ(mbstrncpy(dst, Exact(row.src), row.n), dst);
-        EXPECT_EQ(std::memcmp(dst, row.expected, 6), 0);
-        EXPECT_EQ(mbstrncpyi(counted, Exact(row.src), row.n), row.copied);
-        EXPECT_EQ(std::memcmp(counted, row.expected, 6), 0);
-    }
+    EXPECT_EQ(copy("a\x82\xA0z", 2), std::string("a\0####1", 7));
+    EXPECT_EQ(copy("a\x82\xA0z", 3), "a\x82\xA0###3");
+    EXPECT_EQ(copy("ab", 5), std::string("ab\0\0\0#2", 7));
+    EXPECT_EQ(copy("ab", 2), "ab####2");
+    EXPECT_EQ(copy("\x82\xA0", 1), std::string("\0#####0", 7));
+    EXPECT_EQ(copy("ab", 0), "######0");
     char dst[4] = "xyz";
     EXPECT_EQ(mbstrncpy(dst, nullptr, 3), dst);
     EXPECT_EQ(mbstrncpy(nullptr, "a", 1), nullptr);
@@ -226,6 +215,14 @@ TEST(MbSearch, AgreesWithASlowSearchOnRandomText) {
             ASSERT_EQ(Offset(mbstrchr(text, wanted), text), first);
             ASSERT_EQ(Offset(mbstrrchr(text, wanted), text), last);
         }
+    }
+}
+
+TEST(MbSearch, FindsAWordAtAnyPlace) {
+    const CodeSetGuard guard(5);
+    for (std::size_t at = 0; at < 1500; ++at) {
+        Exact text(std::string(at, 'x') + "\x82\xA0");
+        ASSERT_EQ(Offset(mbstrstr(text, "\x82\xA0"), text), static_cast<long>(at));
     }
 }
 

@@ -81,18 +81,6 @@ TEST(UnicodeConvert, KnownTexts) {
         });
 }
 
-TEST(UnicodeConvert, UnknownCodeSetsAreRefused) {
-    for (const int codeSet : {-1, 31, 43, 66}) {
-        Transfer t{nullptr, nullptr, nullptr, nullptr, {}};
-        bool known = true;
-        EXPECT_FALSE(ConvertThroughUnicode(t, codeSet, mbUtf8, &known));
-        EXPECT_FALSE(known);
-        known = true;
-        EXPECT_FALSE(ConvertThroughUnicode(t, mbUtf8, codeSet, &known));
-        EXPECT_FALSE(known);
-    }
-}
-
 // Every character of a code set, in one long text, to Unicode and back: what comes back is what the
 // table says, so both the fast loops and the pivot carry everything.
 TEST(UnicodeConvert, WholeRepertoireSurvives) {

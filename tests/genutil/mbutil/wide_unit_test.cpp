@@ -108,29 +108,22 @@ TEST(WideText, StopsAtTerminatorAndByteCount) {
 }
 
 TEST(WideText, InvalidTextFails) {
-    static const struct {
-        int codeSet;
-        const char* bytes;
-    } kRows[] = {{mbShiftJis, "a\x82"},
-                 {mbShiftJis, "\x82\x3F"},
-                 {mbShiftJis, "\x81\xAD"},
-                 {mbEucJp, "\x8E\xE0"},
-                 {mbEucJp, "\x80"},
-                 {mbUtf8, "\xC0\x80"},
-                 {mbUtf8, "\xE0\x80\x80"},
-                 {mbUtf8, "\xED\xA0\x80"},
-                 {mbUtf8, "\xF4\x90\x80\x80"},
-                 {mbUtf8, "\xE3\x81"},
-                 {mb8859_7, "\xAE"},
-                 {mbJis, "\x1B$B$"},
-                 {mbIso2022Kr, "\x0E\x30!"},
-                 {mbEucTw, "\x8E\xA4\xA1\xA1"}};
-    unsigned short out[8];
-    for (const auto& row : kRows) {
-        const CodeSetGuard guard(row.codeSet);
-        EXPECT_EQ(WideLength(row.bytes, std::strlen(row.bytes)), -1) << row.bytes;
-        EXPECT_EQ(ToWide(out, 8, row.bytes, std::strlen(row.bytes)), -1) << row.bytes;
-    }
+    const auto expectInvalid = [](int codeSet, std::initializer_list<const char*> texts) {
+        const CodeSetGuard guard(codeSet);
+        unsigned short out[8];
+        for (const char* text : texts) {
+            EXPECT_EQ(WideLength(text, std::strlen(text)), -1) << text;
+            EXPECT_EQ(ToWide(out, 8, text, std::strlen(text)), -1) << text;
+        }
+    };
+    expectInvalid(mbShiftJis, {"a\x82", "\x82\x3F", "\x81\xAD"});
+    expectInvalid(mbEucJp, {"\x8E\xE0", "\x80"});
+    expectInvalid(mbUtf8,
+                  {"\xC0\x80", "\xE0\x80\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE3\x81"});
+    expectInvalid(mb8859_7, {"\xAE"});
+    expectInvalid(mbJis, {"\x1B$B$"});
+    expectInvalid(mbIso2022Kr, {"\x0E\x30!"});
+    expectInvalid(mbEucTw, {"\x8E\xA4\xA1\xA1"});
     const CodeSetGuard guard(mbShiftJis);
     for (const Units& units :
          {Units(u"a\u0E01"), Units(u"\xD800"), Units(u"\xDE00"), Units(u"\U0001F600")}) {
