@@ -85,6 +85,65 @@ void Mixed(benchmark::State& state) {
     }
 }
 
+// What the pool does, with a hash map under a mutex.
+class MapOfMutexes {
+  public:
+    void WaitNamedMutex(const std::string& name) {
+        Entry* entry;
+        {
+            std::lock_guard guard(m_mutex);
+            entry = &m_entries[name];
+            ++entry->users;
+        }
+        entry->mutex.lock();
+    }
+    void ReleaseNamedMutex(const std::string& name) {
+        std::lock_guard guard(m_mutex);
+        const auto at = m_entries.find(name);
+        if (at == m_entries.end()) return;
+        at->second.mutex.unlock();
+        if (--at->second.users == 0) m_entries.erase(at);
+    }
+
+  private:
+    struct Entry {
+        std::recursive_mutex mutex;
+        int users = 0;
+    };
+    std::mutex m_mutex;
+    std::unordered_map<std::string, Entry> m_entries;
+};
+
+struct Pool : CGNNamedMutexPool {
+    Pool() { Init(); }
+};
+
+// With a number of other names in use. @tparam kOthers that number.
+template <class Names, class Text, int kOthers>
+void Named(benchmark::State& state) {
+    Names names;
+    for (int i = 0; i < kOthers; ++i) names.WaitNamedMutex(("order " + std::to_string(i)).c_str());
+    const Text name(("customer " + std::to_string(4711)).c_str());
+    for (auto _ : state) {
+        names.WaitNamedMutex(name);
+        benchmark::ClobberMemory();
+        names.ReleaseNamedMutex(name);
+    }
+    for (int i = 0; i < kOthers; ++i)
+        names.ReleaseNamedMutex(("order " + std::to_string(i)).c_str());
+}
+
+template <class Names, class Text>
+void NamedByThread(benchmark::State& state) {
+    Names& names = Shared<Names>();
+    const Text name(("customer " + std::to_string(state.thread_index())).c_str());
+    for (auto _ : state) {
+        names.WaitNamedMutex(name);
+        benchmark::ClobberMemory();
+        names.ReleaseNamedMutex(name);
+    }
+}
+
 using Case = void (*)(benchmark::State&);
 
 void Register(const std::string& name, const char* peer, Case own, Case other, int threads = 1) {
@@ -113,6 +172,13 @@ void Register(const std::string& name, const char* peer, Case own, Case other, i
         Register("read or write" + tail, kShared, Mixed<ReadWriteLock>, Mixed<SharedMutex>,
                  threads);
     }
+
+    constexpr char kMap[] = "hash map";
+    Register("named lock", kMap, Named<Pool, CGNString, 0>, Named<MapOfMutexes, std::string, 0>);
+    Register("named lock, 8 others held", kMap, Named<Pool, CGNString, 8>,
+             Named<MapOfMutexes, std::string, 8>);
+    Register("named lock, 2 threads", kMap, NamedByThread<Pool, CGNString>,
+             NamedByThread<MapOfMutexes, std::string>, 2);
     return true;
 }();
 

@@ -32,6 +32,7 @@
 #include <cstdint>
 
 #include "export.h"
+#include "genlist.h"
 #include "genstr.h"
 
 struct _osthread;
@@ -124,7 +125,8 @@ GENUTIL_API void OSRWLockDestroy(_osrdwr* lock);
 
 /* -- Conditions --------------------------------------------------------------------------------
 
-   What the condition is about belongs under a mutex, and the waiter looks at it in a loop:
+   What the condition is about belongs under a mutex, and the waiter looks at it in a loop. Threads
+   that wait for different things wait on conditions of their own: a signal is for whoever waits.
 
        OSMutexWait(lock);
        while (queue.IsEmpty()) OSConditionWait(filled, lock);
@@ -150,17 +152,16 @@ GENUTIL_API void OSConditionDestroy(_oscondition* condition);
 
 /* -- Variables of a thread by name ------------------------------------------------------------- */
 
-/** A variable: its name, which the table owns (null where the slot is free), and its value, which
-    belongs to the caller. */
+/** A place for a variable. */
 struct CGNLclStSlot {
-    char* m_name;  /**< null where the slot is free */
-    void* m_value; /**< what was stored */
+    char* m_name;  /**< owned by the table; null where the place is free */
+    void* m_value; /**< the caller's */
 };
 
 /** A thread's variables in one block: the slots follow each other behind their number. A block for
     OSThreadCreate has 0 in all its slots and room for m_count of them. */
 struct CGNLclStTable {
-    std::int32_t m_count;    /**< slots in the table */
+    std::int32_t m_count;    /**< how many slots there are */
     CGNLclStSlot m_slots[1]; /**< the first of them */
 };
 
@@ -232,6 +233,70 @@ class GENUTIL_API CGNLclSt {
     std::int32_t m_count;
     CGNLclStSlot* m_slots;
     static CGNLclSt* m_pInstance;
+};
+
+/* -- Mutexes by name --------------------------------------------------------------------------- */
+
+/** A named mutex while somebody uses it. */
+struct CGNNamedMutex {
+    _osmutex* mutex;    /**< free when the mutex is made */
+    CGNString* name;    /**< owned by the record */
+    unsigned char held; /**< 1 from a wait that succeeded to the next release */
+    std::int32_t users; /**< waits that were not released yet, those that still last included */
+};
+
+/** Mutexes that exist while their name is in use: the first wait for a name makes one, the last
+    release takes it away. Names are compared byte by byte, one after another, so a pool is meant
+   for few names at a time.
+
+        CGNNamedMutexPool* pool = CGNGlobalNamedMutexPool::GetInstance();
+        pool->WaitNamedMutex("customer 4711");
+        ...
+        pool->ReleaseNamedMutex("customer 4711");
+
+    A pool is made and destroyed by one thread while no other uses it. */
+class GENUTIL_API CGNNamedMutexPool {
+  public:
+    /** An empty pool, to be initialised. */
+    CGNNamedMutexPool();
+    CGNNamedMutexPool(const CGNNamedMutexPool&) = delete;
+    CGNNamedMutexPool& operator=(const CGNNamedMutexPool&) = delete;
+    /** Destroys the mutexes, which nobody may use any more. */
+    virtual ~CGNNamedMutexPool();
+
+    /** Makes the mutex under which the pool works. @return whether there is one. */
+    unsigned char Init();
+
+    /** Waits without limit until the calling thread holds the mutex of that name, which a thread
+        may do again while it holds it. Other names are not held up.
+        @return 0, at once, without memory for a new mutex. */
+    unsigned char WaitNamedMutex(const CGNString& name);
+
+    /** Undoes one wait for the name; nothing happens for a name that is not in use. By a thread
+        that does not hold the mutex it is a failure. The mutex then stays with its holder; where it
+        has none, because that ended or released all it held, the wait is undone all the same. */
+    void ReleaseNamedMutex(const CGNString& name);
+
+    /** Releases the mutex of that name if it is marked as held. The mark is the name's, whichever
+        thread holds it, and the first of several releases by one thread clears it. */
+    void RelIfWaitNamedMutex(const CGNString& name);
+
+  private:
+    static void CheckLayout();
+
+    CGNList m_entries;
+    _osmutex* m_mutex;
+};
+
+/** The pool of the process. */
+class GENUTIL_API CGNGlobalNamedMutexPool : public CGNNamedMutexPool {
+  public:
+    /** @return the pool, made by the first call; null if that fails. Not synchronised: called first
+        while the program starts. */
+    static CGNGlobalNamedMutexPool* GetInstance();
+
+  private:
+    static CGNGlobalNamedMutexPool* m_pInstance;
 };
 
 #endif

@@ -11,8 +11,6 @@
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
 #include "osthread.h"
-#include "osutil/thread_record.h"
-#include "osutil/threaded.h"
 
 using namespace genutil;
 
@@ -39,11 +37,6 @@ bool IsCallToDo(const void* lock) {
     return lock != nullptr;
 }
 
-void ReleaseHandle(_osmutex* mutex) {
-    mutex->owner.store(0, std::memory_order_relaxed);
-    Succeeded(platform::ReleaseMutex(mutex->handle));
-}
-
 }  // namespace
 
 // -- Mutexes -------------------------------------------------------------------------------------
@@ -54,22 +47,29 @@ _osmutex* OSMutexCreate() {
     return mutex;
 }
 
-void OSMutexWait(_osmutex* mutex) {
-    if (!IsThreaded() || !mutex) return;
+namespace genutil {
+
+[[gnu::noinline]] void WaitAtLength(_osmutex* mutex) {
     ThreadRecord* self = CurrentThreadRecord();
-    if (self) self->CountCall();
-    if (!Succeeded(platform::WaitMutex(mutex->handle)) || !self) return;
-    mutex->owner.store(self->thread, std::memory_order_relaxed);
-    self->held.Add(mutex);
+    if (Succeeded(platform::WaitMutex(mutex->handle)) && self) NoteWait(self, mutex);
 }
 
-void OSMutexRelease(_osmutex* mutex) {
-    if (!IsThreaded() || !mutex) return;
+[[gnu::noinline]] bool ReleaseAtLength(_osmutex* mutex) {
     if (ThreadRecord* self = CurrentThreadRecord()) {
         self->CountCall();
         self->held.Remove(mutex);
     }
-    ReleaseHandle(mutex);
+    return ReleaseHandle(mutex);
+}
+
+}  // namespace genutil
+
+void OSMutexWait(_osmutex* mutex) {
+    if (IsThreaded() && mutex && !TakeMutexAtOnce(mutex, Sharing::kShared)) WaitAtLength(mutex);
+}
+
+void OSMutexRelease(_osmutex* mutex) {
+    if (IsThreaded() && mutex) ReleaseMutex(mutex, Sharing::kShared);
 }
 
 unsigned char OSMutexWaitIsPresentThisThread(_osmutex* mutex) {
@@ -149,9 +149,10 @@ _oscondition* OSConditionCreate() {
 void OSConditionWait(_oscondition* condition, _osmutex* mutex) {
     if (!IsCallToDo(condition) || !Succeeded(platform::WaitMutex(condition->guard))) return;
     ++condition->waiters;
+    const std::uint32_t place = platform::QueueForSemaphore(condition->semaphore);
     platform::ReleaseMutex(condition->guard);
     OSMutexRelease(mutex);
-    Succeeded(platform::WaitSemaphore(condition->semaphore));
+    Succeeded(platform::WaitSemaphore(condition->semaphore, place));
     OSMutexWait(mutex);
 }
 

@@ -4,6 +4,8 @@
 #include <atomic>
 
 #include "osutil/platform/threading.h"
+#include "osutil/thread_record.h"
+#include "osutil/threaded.h"
 
 struct _osmutex {
     genutil::platform::Mutex* handle;  // null when made in a process that was not threaded
@@ -12,3 +14,41 @@ struct _osmutex {
     std::atomic<unsigned long> owner;
 };
 static_assert(sizeof(void*) != 4 || sizeof(_osmutex) == 8);
+
+namespace genutil {
+
+using platform::Sharing;
+
+inline void NoteWait(ThreadRecord* self, _osmutex* mutex) {
+    self->CountCall();
+    mutex->owner.store(self->thread, std::memory_order_relaxed);
+    self->held.Add(mutex);
+}
+
+inline bool ReleaseHandle(_osmutex* mutex, Sharing sharing = Sharing::kShared) {
+    mutex->owner.store(0, std::memory_order_relaxed);
+    return Succeeded(platform::ReleaseMutex(mutex->handle, sharing));
+}
+
+// The two calls in full, for where they take more than a few instructions.
+void WaitAtLength(_osmutex* mutex);
+bool ReleaseAtLength(_osmutex* mutex);
+
+// OSMutexWait as far as it is a few instructions; false when it takes more. The process is
+// threaded.
+inline bool TakeMutexAtOnce(_osmutex* mutex, Sharing sharing) {
+    ThreadRecord* self = KnownThreadRecord();
+    if (!self || !platform::TakeMutexAtOnce(mutex->handle, sharing)) return false;
+    NoteWait(self, mutex);
+    return true;
+}
+
+// OSMutexRelease; whether the calling thread held the mutex. The process is threaded.
+inline bool ReleaseMutex(_osmutex* mutex, Sharing sharing) {
+    ThreadRecord* self = KnownThreadRecord();
+    if (!self || !self->held.RemoveLast(mutex)) return ReleaseAtLength(mutex);
+    self->CountCall();
+    return ReleaseHandle(mutex, sharing);
+}
+
+}  // namespace genutil

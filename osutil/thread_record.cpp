@@ -12,15 +12,32 @@ namespace genutil {
 
 // The old entries are not released, because another thread may be reading them: they stay for good,
 // which at most doubles what the largest number ever held takes.
-bool HeldMutexes::Grow() {
+void HeldMutexes::AddWithGrowth(_osmutex* mutex) {
     const std::uint32_t capacity = 2 * m_capacity;
     auto* grown = static_cast<Entry*>(Allocate(std::uint64_t{capacity} * sizeof(Entry)));
-    if (!AssertAllocation(grown != nullptr, "osutil/osthread", __LINE__)) return false;
+    if (!AssertAllocation(grown != nullptr, "osutil/osthread", __LINE__)) return;
     for (std::uint32_t i = 0; i < capacity; ++i)
         new (&grown[i]) Entry(i < m_capacity ? At(i) : nullptr);
     m_entries.store(grown, std::memory_order_release);
     m_capacity = capacity;
-    return true;
+    Add(mutex);
+}
+
+void HeldMutexes::RemoveAt(std::uint32_t at) {
+    Entry* entries = m_entries.load(std::memory_order_relaxed);
+    const std::uint32_t last = Count() - 1;
+    for (; at < last; ++at) entries[at].store(At(at + 1), std::memory_order_relaxed);
+    m_count.store(last, std::memory_order_release);
+}
+
+void HeldMutexes::Remove(const _osmutex* mutex) {
+    for (std::uint32_t at = Count(); at != 0;)
+        if (At(--at) == mutex) return RemoveAt(at);
+}
+
+void HeldMutexes::RemoveAll(const _osmutex* mutex) {
+    for (std::uint32_t at = Count(); at != 0;)
+        if (At(--at) == mutex) RemoveAt(at);
 }
 
 // The count is read first: entries that are read after it have room for as many.
@@ -30,11 +47,6 @@ bool HeldMutexes::Has(const _osmutex* mutex) const {
     for (std::uint32_t i = 0; i < count; ++i)
         if (entries[i].load(std::memory_order_relaxed) == mutex) return true;
     return false;
-}
-
-void HeldMutexes::RemoveAll(const _osmutex* mutex) {
-    for (std::uint32_t at = Count(); at != 0;)
-        if (At(--at) == mutex) RemoveAt(at, Count());
 }
 
 // -- Records -------------------------------------------------------------------------------------

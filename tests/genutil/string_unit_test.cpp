@@ -83,6 +83,7 @@ TEST(StringStorage, ConstructorsTakeTheCapacityAskedFor) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
         EXPECT_EQ(row.s.m_length, row.length);
+        EXPECT_EQ(row.s.m_capacity, row.capacity);
         EXPECT_EQ(row.s.m_flags, 0u);
         EXPECT_EQ(row.s.m_wide, nullptr);
         ExpectSound(row.s);
@@ -198,42 +199,35 @@ TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
     static const Wide kWide[] = {'w', 0x3042, 0x0E01, 0};  // the last is not in the code set
     static const CGNString kOther("Other\x82\xA0");
     static const CGNString kCapital("OLD\x82\xA0");
-    const struct {
-        int line;
-        std::function<void(Probe&)> operation;
-    } rows[] = {
-        {__LINE__, [](Probe& s) { s = kOther; }},
-        {__LINE__, [](Probe& s) { s = "a longer text than before"; }},
-        {__LINE__, [](Probe& s) { s += kOther; }},
-        {__LINE__, [](Probe& s) { s += "more"; }},
-        {__LINE__, [](Probe& s) { s += 'c'; }},
-        {__LINE__, [](Probe& s) { s += kWide; }},
-        {__LINE__, [](Probe& s) { s += s; }},
-        {__LINE__, [](Probe& s) { s.CopyNBytes("abcdefghijklmnop", 12); }},
-        {__LINE__, [](Probe& s) { s.CopyNChars("a\x82\xA0\x82\xA0", 2); }},
-        {__LINE__, [](Probe& s) { s.CopyNChars("a\x82", 2); }},
-        {__LINE__, [](Probe& s) { s.CopyNChars(kWide, 3); }},
-        {__LINE__, [](Probe& s) { s.AppendNChars("a\x82\xA0", 2); }},
-        {__LINE__, [](Probe& s) { s.CopyUntil("key=value", "="); }},
-        {__LINE__, [](Probe& s) { s.AppendUntil("key=value", '='); }},
-        {__LINE__, [](Probe& s) { s.AllocateBuffer(200, 1); }},
-        {__LINE__, [](Probe& s) { s.SetAt(1, 'x'); }},
-        {__LINE__, [](Probe& s) { s.SetCodePageCharAt(0, "\x82\xA0"); }},
-        {__LINE__, [](Probe& s) { s.GetAt(1); }},
-        {__LINE__, [](Probe& s) { s.IsEqualNoCase(kCapital); }},
-        {__LINE__, [](Probe& s) { s.Collate(kCapital); }},
-        {__LINE__, [](Probe& s) { s = CGNString(kOther); }},
-        {__LINE__, [](Probe& s) { s = CGNString("text", 30); }},
-        {__LINE__, [](Probe& s) { s = Probe(kWide); }},
+    using Operation = std::function<void(Probe&)>;
+    const Operation operations[] = {
+        [](Probe& s) { s = kOther; },
+        [](Probe& s) { s = "a longer text than before"; },
+        [](Probe& s) { s += "more"; },
+        [](Probe& s) { s += kWide; },
+        [](Probe& s) { s += s; },
+        [](Probe& s) { s.CopyNBytes("abcdefghijklmnop", 12); },
+        [](Probe& s) { s.CopyNChars("a\x82\xA0\x82\xA0", 2); },
+        [](Probe& s) { s.CopyNChars("a\x82", 2); },
+        [](Probe& s) { s.CopyNChars(kWide, 3); },
+        [](Probe& s) { s.AppendNChars("a\x82\xA0", 2); },
+        [](Probe& s) { s.CopyUntil("key=value", "="); },
+        [](Probe& s) { s.AppendUntil("key=value", '='); },
+        [](Probe& s) { s.AllocateBuffer(200, 1); },
+        [](Probe& s) { s.SetCodePageCharAt(0, "\x82\xA0"); },
+        [](Probe& s) { s.IsEqualNoCase(kCapital); },
+        [](Probe& s) { s.Collate(kCapital); },
+        [](Probe& s) { s = CGNString("text", 30); },
+        [](Probe& s) { s = Probe(kWide); },
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.line);
+    for (const Operation& operation : operations) {
+        SCOPED_TRACE(&operation - operations);
         const Probe start("old\x82\xA0");
         Probe done(start);
         int needed = 0;
         {
             Gate count(-1);
-            row.operation(done);
+            operation(done);
             needed = g_allocations;
         }
         ASSERT_GT(needed, 0);
@@ -243,14 +237,14 @@ TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
             const ReportedFailures reported;
             {
                 Gate gate(failing);
-                row.operation(s);
+                operation(s);
             }
             EXPECT_GT(reported.Count(), 0);
             EXPECT_TRUE(s.Bytes() == start.Bytes() || s.Bytes() == done.Bytes() || s.IsEmpty())
                 << s.Bytes();
             ExpectSound(s);
             s = start;
-            row.operation(s);
+            operation(s);
             EXPECT_EQ(s.Bytes(), done.Bytes());
             ExpectSound(s);
         }
@@ -320,68 +314,28 @@ void RandomStep(std::mt19937& random, const Alphabet& alphabet, Probe& s, Model&
     const Model tail(model.begin() + first, model.end());
     const char* const inside = s.m_data + (Join(model).size() - Join(tail).size());
     const Model start(other.begin(), other.begin() + std::min<std::size_t>(position, other.size()));
-    switch (random() % 15) {
-        case 0:
-            s = text.c_str();
-            model = other;
-            break;
-        case 1:
-            s = CGNString(text.c_str());
-            model = other;
-            break;
-        case 2:
-            s += text.c_str();
-            Append(model, other);
-            break;
-        case 3:
-            s += CGNString(text.c_str());
-            Append(model, other);
-            break;
-        case 4:
-            s = inside;
-            model = tail;
-            break;
-        case 5:
-            s += inside;
-            Append(model, tail);
-            break;
-        case 6:
-            s.CopyNBytes(inside, static_cast<unsigned>(std::strlen(inside)));
-            model = tail;
-            break;
-        case 7:
-            s.CopyNChars(text.c_str(), static_cast<unsigned>(start.size()));
-            model = start;
-            break;
-        case 8:
-            s.AppendNChars(text.c_str(), position);
-            Append(model, start);
-            break;
-        case 9:
-            s.CopyUntil(text.c_str(), '=');
-            model = Until(other, "=");
-            break;
-        case 10:
-            s.AppendUntil(inside, character.c_str());
-            Append(model, Until(tail, character));
-            break;
-        case 11:
-            s.AllocateBuffer(random() % 100, random() % 4 == 0);
-            break;
-        case 12:
-            s += '=';
-            model.push_back("=");
-            break;
-        case 13:
-            random() % 2 ? s.Clear() : s.Empty();
-            model.clear();
-            break;
-        default: {
+    const std::function<void()> steps[] = {
+        [&] { s = text.c_str(), model = other; },
+        [&] { s = CGNString(text.c_str()), model = other; },
+        [&] { s += text.c_str(), Append(model, other); },
+        [&] { s += CGNString(text.c_str()), Append(model, other); },
+        [&] { s = inside, model = tail; },
+        [&] { s += inside, Append(model, tail); },
+        [&] { s.CopyNBytes(inside, static_cast<unsigned>(std::strlen(inside))), model = tail; },
+        [&] { s.CopyNChars(text.c_str(), static_cast<unsigned>(start.size())), model = start; },
+        [&] { s.AppendNChars(text.c_str(), position), Append(model, start); },
+        [&] { s.CopyUntil(text.c_str(), '='), model = Until(other, "="); },
+        [&] { s.AppendUntil(inside, character.c_str()), Append(model, Until(tail, character)); },
+        [&] { s.AllocateBuffer(random() % 100, random() % 4 == 0); },
+        [&] { s += '=', model.push_back("="); },
+        [&] { random() % 2 ? s.Clear() : s.Empty(), model.clear(); },
+        [&] {
             const bool there = position < model.size();
             EXPECT_EQ(s.SetCodePageCharAt(static_cast<int>(position), character.c_str()), there);
             if (there) model[position] = character;
-        }
-    }
+        },
+    };
+    steps[random() % std::size(steps)]();
     if (model.size() > 200) {
         s.Clear();
         model.clear();

@@ -39,28 +39,3 @@ TEST(CodePages, SingleBytePagesNeedNoPairs) {
             << codePage;  // open cells are private or controls
     }
 }
-
-TEST(CodePages, DoubleBytePages) {
-    static constexpr struct {
-        unsigned codePage;
-        long bytes, pairs;     // codes that have a character
-        unsigned first, last;  // lead bytes
-    } kRows[] = {{932, 196, 9604, 0x81, 0xFC},
-                 {936, 130, 23940, 0x81, 0xFE},
-                 {949, 130, 17236, 0x81, 0xFE},
-                 {950, 130, 19720, 0x81, 0xFE},
-                 {1361, 143, 17252, 0x84, 0xF9}};
-    for (const auto& row : kRows) {
-        SCOPED_TRACE(row.codePage);
-        Tables tables;
-        ASSERT_TRUE(platform::ReadCodePage(row.codePage, tables.bytes.data(), tables.pairs.data()));
-        EXPECT_EQ(CountCharacters(tables.bytes), row.bytes);
-        EXPECT_EQ(CountCharacters(tables.pairs), row.pairs);
-        EXPECT_EQ(tables.bytes[row.first], kNoCharacter);
-        EXPECT_EQ(tables.bytes[row.last], kNoCharacter);
-        for (unsigned code = 0; code < 0x10000; ++code) {
-            const bool isPair = tables.pairs[code] != kNoCharacter;
-            ASSERT_FALSE(isPair && tables.bytes[code >> 8] != kNoCharacter) << code;
-        }
-    }
-}

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -11,27 +12,74 @@
 
 struct Converted {
     std::string text;
-    std::vector<std::size_t> lostAt;
+    std::string lostAt;  // source indexes: "0 3 "
     bool all;
     std::size_t consumed;
+    bool operator==(const Converted&) const = default;
 };
 
-inline Converted RunConverter(genutil::Converter converter, const std::string& text,
+inline void PrintTo(const Converted& converted, std::ostream* out) {
+    *out << testing::PrintToString(converted.text) << ", consumed " << converted.consumed
+         << ", lost at " << converted.lostAt;
+}
+
+using AnyConverter = std::function<bool(genutil::Transfer&)>;
+
+inline Converted RunConverter(const AnyConverter& convert, const std::string& text,
                               std::size_t room) {
     const std::vector<unsigned char> src(text.begin(), text.end());
     std::vector<unsigned char> dst(room);
     std::vector<std::size_t> positions(text.size());
     genutil::Transfer t{src.data(), src.data() + src.size(), dst.data(), dst.data() + room,
                         genutil::Losses(src.data(), positions.data(), positions.size())};
-    const bool all = converter(t);
+    const bool all = convert(t);
     EXPECT_EQ(all, t.src == t.srcEnd);
     EXPECT_LE(t.losses.Count(), positions.size());
-    positions.resize(t.losses.Count());
-    return {std::string(dst.data(), t.dst), positions, all,
+    std::string lostAt;
+    for (std::size_t i = 0; i < t.losses.Count(); ++i) lostAt += std::to_string(positions[i]) + ' ';
+    return {std::string(dst.data(), t.dst), lostAt, all,
             static_cast<std::size_t>(t.src - src.data())};
 }
 
 // With room to spare.
-inline Converted RunConverter(genutil::Converter converter, const std::string& text) {
-    return RunConverter(converter, text, text.size() * 6 + 16);
+inline Converted RunConverter(const AnyConverter& convert, const std::string& text) {
+    return RunConverter(convert, text, text.size() * 10 + 16);
+}
+
+// The same with room for one character at a time, where no fast loop runs.
+inline Converted RunSlowly(const AnyConverter& convert, const std::string& text) {
+    Converted all{"", "", true, 0};
+    while (all.consumed < text.size()) {
+        Converted piece{};
+        for (std::size_t room = 1; room <= 4 && piece.consumed == 0; ++room)
+            piece = RunConverter(convert, text.substr(all.consumed), room);
+        if (piece.consumed == 0) return {};
+        if (!piece.lostAt.empty()) all.lostAt += std::to_string(all.consumed) + ' ';
+        all.text += piece.text;
+        all.consumed += piece.consumed;
+    }
+    return all;
+}
+
+inline AnyConverter ThroughUnicode(int from, int to) {
+    return [from, to](genutil::Transfer& t) {
+        bool known = false;
+        const bool all = genutil::ConvertThroughUnicode(t, from, to, &known);
+        EXPECT_TRUE(known);
+        return all;
+    };
+}
+
+// A text and what becomes of it.
+struct ConversionRow {
+    int line, from, to;
+    std::string text, expected, lostAt = "";
+};
+
+template <class Choose>
+void ExpectRows(Choose choose, const std::vector<ConversionRow>& rows) {
+    for (const ConversionRow& row : rows)
+        EXPECT_EQ(RunConverter(choose(row.from, row.to), row.text),
+                  (Converted{row.expected, row.lostAt, true, row.text.size()}))
+            << "row of line " << row.line;
 }

@@ -1,5 +1,7 @@
 // Mutexes: where they are busy. pthread's robust mutexes would hand on a lock whose holder ended
 // too, at several times the cost of each lock.
+#include <emmintrin.h>
+
 #include <new>
 
 #include "osutil/platform/posix/futex.h"
@@ -10,7 +12,7 @@ namespace genutil::platform {
 namespace {
 
 void Abandon(HeldLock* lock) {
-    FreeMutex(static_cast<Mutex*>(lock));
+    FreeMutex(static_cast<Mutex*>(lock), Sharing::kShared);
 }
 
 }  // namespace
@@ -20,8 +22,21 @@ unsigned MakeMutex(Mutex** mutex) {
     return *mutex ? 0 : ENOMEM;
 }
 
+namespace {
+
+// Most locks are held for less time than it takes to sleep and be woken, if the holder runs.
+bool TakeSoon(Mutex* mutex) {
+    for (int i = 0; i < 40; ++i) {
+        _mm_pause();
+        if (mutex->state.load(std::memory_order_relaxed) == 0 &&
+            TakeMutexAtOnce(mutex, Sharing::kShared))
+            return true;
+    }
+    return false;
+}
+
 // Takes the mutex with the mark: whether others still sleep is not known.
-unsigned TakeBusyMutex(Mutex* mutex, ThisThread& self) {
+void TakeBusyMutex(Mutex* mutex, ThisThread& self) {
     std::uint32_t state = mutex->state.load(std::memory_order_relaxed);
     for (;;) {
         const std::uint32_t next = state == 0 ? self.id | kAwaited : state | kAwaited;
@@ -34,18 +49,26 @@ unsigned TakeBusyMutex(Mutex* mutex, ThisThread& self) {
     }
     mutex->levels = 1;
     self.Hold(*mutex);
-    return 0;
 }
 
-void WakeForMutex(const void* mutex) {
-    FutexWake(&static_cast<const Mutex*>(mutex)->state, 1);
+}  // namespace
+
+unsigned WaitMutex(Mutex* mutex) {
+    const unsigned error = TryMutex(mutex);
+    if (error != EBUSY) return error;
+    if (!TakeSoon(mutex)) TakeBusyMutex(mutex, CurrentThread());
+    return 0;
 }
 
 unsigned TryMutex(Mutex* mutex) {
     if (!mutex) return EINVAL;
-    ThisThread& self = CurrentThread();
-    if (IsHolder(mutex, self)) return WaitMutex(mutex);
-    return TakeFreeMutex(mutex, self) ? 0 : EBUSY;
+    CurrentThread();  // has a number from here on
+    return TakeMutexAtOnce(mutex) ? 0 : EBUSY;
+}
+
+unsigned WakeForMutex(const void* mutex) {
+    FutexWake(&static_cast<const Mutex*>(mutex)->state, 1);
+    return 0;
 }
 
 void CloseMutex(Mutex* mutex) {

@@ -2,7 +2,6 @@
 
 #include <errno.h>
 #include <pthread.h>
-#include <semaphore.h>
 #include <unistd.h>
 
 #include <new>
@@ -109,39 +108,6 @@ bool SetThreadPointer(void* pointer, void (*atEnd)(void*)) {
     t_thisThread.pointer = pointer;
     t_thisThread.atEnd = atEnd;
     return true;
-}
-
-// -- Semaphores ----------------------------------------------------------------------------------
-
-struct Semaphore {
-    sem_t system;
-};
-
-unsigned MakeSemaphore(Semaphore** semaphore) {
-    *semaphore = new (std::nothrow) Semaphore;
-    if (!*semaphore) return ENOMEM;
-    sem_init(&(*semaphore)->system, 0, 0);
-    return 0;
-}
-
-unsigned WaitSemaphore(Semaphore* semaphore) {
-    if (!semaphore) return EINVAL;
-    while (sem_wait(&semaphore->system) != 0)
-        if (errno != EINTR) return static_cast<unsigned>(errno);
-    return 0;
-}
-
-unsigned ReleaseSemaphore(Semaphore* semaphore, int count) {
-    if (!semaphore) return EINVAL;
-    for (; count > 0; --count)
-        if (sem_post(&semaphore->system) != 0) return static_cast<unsigned>(errno);
-    return 0;
-}
-
-void CloseSemaphore(Semaphore* semaphore) {
-    if (!semaphore) return;
-    sem_destroy(&semaphore->system);
-    delete semaphore;
 }
 
 }  // namespace genutil::platform

@@ -109,7 +109,7 @@ unsigned TryMutex(Mutex* mutex) {
     return Wait(HandleOf(mutex), 0);
 }
 
-unsigned ReleaseMutex(Mutex* mutex) {
+unsigned ReleaseMutex(Mutex* mutex, Sharing) {
     return CodeOf(::ReleaseMutex(HandleOf(mutex)));
 }
 
@@ -123,7 +123,11 @@ unsigned MakeSemaphore(Semaphore** semaphore) {
     return Keep(::CreateSemaphoreA(nullptr, 0, kMostUnits, nullptr), semaphore);
 }
 
-unsigned WaitSemaphore(Semaphore* semaphore) {
+std::uint32_t QueueForSemaphore(Semaphore*) {
+    return 0;
+}
+
+unsigned WaitSemaphore(Semaphore* semaphore, std::uint32_t) {
     return Wait(HandleOf(semaphore));
 }
 

@@ -3,28 +3,19 @@
 
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include "mbutil.h"
 #include "tests/support/temporary_file.h"
 
 namespace {
 
-struct Guess {
-    int result;
-    std::size_t consumed;
-    bool operator==(const Guess& other) const {
-        return result == other.result && consumed == other.consumed;
-    }
-};
-
-std::ostream& operator<<(std::ostream& out, const Guess& guess) {
-    return out << guess.result << " after " << guess.consumed;
-}
+using Guess = std::pair<int, std::size_t>;  // the result, and the bytes consumed
 
 Guess OfMemory(const std::string& text) {
     Guess guess{};
     const std::string exact(text);
-    guess.result = mbDetectJapanese(exact.data(), exact.size(), &guess.consumed);
+    guess.first = mbDetectJapanese(exact.data(), exact.size(), &guess.second);
     return guess;
 }
 
@@ -32,8 +23,8 @@ Guess OfStream(const std::string& text) {
     const TemporaryFile file(text);
     const OpenFile stream(file.Path(), "rb");
     Guess guess{};
-    guess.result = DetectJPCodeType(stream);
-    guess.consumed = static_cast<std::size_t>(std::ftell(stream));
+    guess.first = DetectJPCodeType(stream);
+    guess.second = static_cast<std::size_t>(std::ftell(stream));
     return guess;
 }
 
@@ -112,36 +103,13 @@ TEST(DetectJapanese, DecidesAndStops) {
         {__LINE__, "", {0, 0}},
         {__LINE__, "plain\0text, longer than sixteen bytes"s, {0, 37}},
         {__LINE__, "\x1B$B\x82\xA0", {3, 3}},
-        {__LINE__, "\x1B$@", {3, 3}},
-        {__LINE__, "\x1BKx", {3, 2}},
-        {__LINE__, "\x1B$A\x1B(B\x1B", {0, 7}},
         {__LINE__, "\x1B\x1B$B", {0, 4}},  // the second escape is taken with the first
-        {__LINE__, "\x1B$\x82\xA0\xA0", {0, 5}},
-        {__LINE__, "a\x82\xA0", {5, 2}},
-        {__LINE__, "\x8E", {0, 1}},
-        {__LINE__, "\x8E@", {5, 2}},
-        {__LINE__, "\x8E\xB1", {6, 2}},
-        {__LINE__, "\x8E\x7F", {0, 2}},
-        {__LINE__, "\xA4\xA2", {6, 2}},
         {__LINE__, "\xA4\xA2\x82\xA0", {5, 3}},
-        {__LINE__, "\xA4\xF3z", {4, 2}},
-        {__LINE__, "\xA4\xA2\xB1", {5, 3}},  // a lone byte at the end is katakana
-        {__LINE__, "\xB1\n", {5, 2}},
-        {__LINE__, "\xB1\xA0\xB1\xFF", {0, 4}},
-        {__LINE__, "\xA4\xE2", {6, 2}},
-        {__LINE__, "\xA4\xE2\xA4\xA2\nz", {6, 6}},
+        {__LINE__, "\xA4\xA2\xB1", {5, 3}},         // a lone byte at the end is katakana
         {__LINE__, "\xA4\xE2\xA4\x81xyz", {5, 5}},  // and the byte behind the one that decides
-        {__LINE__, "\xA4\xE2\xA4\xFDxyz", {4, 5}},
-        {__LINE__, "\xA4\xE2\xA4\x81", {5, 4}},
-        {__LINE__, "\xA4\xE2\xA4 \x1B$B", {3, 7}},
-        {__LINE__, "\xA4\xE2\xA4\x1B$B", {6, 6}},  // the byte that ends the word is not looked at
+        {__LINE__, "\xA4\xE2\xA4\x1B$B", {6, 6}},   // the byte that ends the word is not looked at
         {__LINE__, "\xF0\xA1", {4, 1}},
-        {__LINE__, "\xE0", {0, 1}},
         {__LINE__, "\xA4\xA2\xE0", {6, 3}},
-        {__LINE__, "\xE0\x40", {5, 2}},
-        {__LINE__, "\xE0\xFE", {4, 2}},
-        {__LINE__, "\xE0\xFC", {6, 2}},
-        {__LINE__, "\xE0\xFF\x80\xA0\xFF", {0, 5}},
     };
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.line);

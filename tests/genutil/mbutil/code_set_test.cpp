@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <sstream>
 #include <string>
 
 #include "mbutil.h"
@@ -50,35 +51,39 @@ TEST(CodeSet, NamesAndFlags) {
 
 TEST(CodeSet, FreeFormNames) {
     static const struct {
-        const char* name;
         int codeSet;
-    } kRows[] = {{"Shift-JIS", 5},
-                 {"euc-tw", 10},
-                 {"ISO-8859-15", 2},
-                 {"utf-8", 65},
-                 {"KOI8-R", 0},
-                 {nullptr, 0},
-                 {"", 0},
-                 {"GBK", 7},
-                 {"ISO-2022-JP", 3},
-                 {"KSC_5601_92", 11},
-                 {"x-sjis", 5},
-                 {"iso-2022-kr", 42},
-                 {"iso-2022-cn", 41},
-                 {"EUC-KR", 13},
-                 {"eucJP", 4},
-                 {"EUC_ZH", 8},
-                 {"cp1258", 30},
-                 {"8859-10", 22},
-                 {"iso_8859-1", 1},
-                 {"ucs-2", 64},
-                 {"x-windows-949", 11},
-                 {"TIS-874", 40},
-                 {"cp1252", 0},
-                 {"western 932", 0},
-                 {"ibm-943", 5},
-                 {"jis", 3}};
-    for (const auto& row : kRows) EXPECT_EQ(mbGetCodeSet(row.name), row.codeSet) << row.name;
+        const char* names;
+    } kRows[] = {{0, "KOI8-R cp1252 western-932"},
+                 {1, "iso_8859-1"},
+                 {2, "ISO-8859-15"},
+                 {3, "ISO-2022-JP jis"},
+                 {4, "eucJP"},
+                 {5, "Shift-JIS x-sjis ibm-943 cp932"},
+                 {7, "GBK x936"},
+                 {8, "EUC_ZH euc-cn"},
+                 {9, "big5 cp950"},
+                 {10, "euc-tw EUC_H"},
+                 {11, "KSC_5601_92 x-windows-949"},
+                 {13, "EUC-KR"},
+                 {14, "8859-2"},
+                 {18, "8859-6"},
+                 {21, "8859_9"},
+                 {22, "8859-10"},
+                 {23, "cp1250"},
+                 {27, "1255"},
+                 {30, "cp1258"},
+                 {40, "TIS-874"},
+                 {41, "iso-2022-cn"},
+                 {42, "iso-2022-kr"},
+                 {64, "ucs-2 utf-16le UCS2"},
+                 {65, "utf-8 UTF8"}};
+    for (const auto& row : kRows) {
+        std::istringstream names(row.names);
+        for (std::string name; names >> name;)
+            EXPECT_EQ(mbGetCodeSet(name.c_str()), row.codeSet) << name;
+    }
+    EXPECT_EQ(mbGetCodeSet(nullptr), 0);
+    EXPECT_EQ(mbGetCodeSet(""), 0);
     const std::string longName = std::string(100000, 'x') + "utf8";
     EXPECT_EQ(mbGetCodeSet(longName.c_str()), 65);
 }

@@ -71,46 +71,51 @@ struct Mutex : HeldLock {
     std::uint32_t levels;              // how often the holder has to release
 };
 
-unsigned TakeBusyMutex(Mutex* mutex, ThisThread& self);
-void WakeForMutex(const void* mutex);
+unsigned WakeForMutex(const void* mutex);  // 0
 
 inline bool IsHolder(const Mutex* mutex, const ThisThread& self) {
     return (mutex->state.load(std::memory_order_relaxed) & kHolder) == self.id;
 }
 
-inline bool TakeFreeMutex(Mutex* mutex, ThisThread& self) {
+inline bool ChangeFreeMutex(Mutex* mutex, std::uint32_t id, Sharing sharing) {
+    if (sharing == Sharing::kAlone) {
+        mutex->state.store(id, std::memory_order_relaxed);
+        return true;
+    }
     std::uint32_t state = 0;
-    if (mutex->state.load(std::memory_order_relaxed) != 0 ||
-        !mutex->state.compare_exchange_strong(state, self.id, std::memory_order_acquire))
-        return false;
-    mutex->levels = 1;
-    self.Hold(*mutex);
+    return mutex->state.compare_exchange_strong(state, id, std::memory_order_acquire);
+}
+
+inline bool TakeMutexAtOnce(Mutex* mutex, Sharing sharing) {
+    ThisThread& self = t_thisThread;
+    if (!mutex || self.id == 0) return false;
+    const std::uint32_t state = mutex->state.load(std::memory_order_relaxed);
+    if (state == 0) {
+        if (!ChangeFreeMutex(mutex, self.id, sharing)) return false;
+        mutex->levels = 1;
+        self.Hold(*mutex);
+        return true;
+    }
+    if ((state & kHolder) != self.id) return false;
+    ++mutex->levels;
     return true;
 }
 
-inline unsigned WaitMutex(Mutex* mutex) {
-    if (!mutex) return EINVAL;
-    ThisThread& self = CurrentThread();
-    if (TakeFreeMutex(mutex, self)) [[likely]]
-        return 0;
-    if (!IsHolder(mutex, self)) return TakeBusyMutex(mutex, self);
-    ++mutex->levels;
+inline unsigned FreeMutex(Mutex* mutex, Sharing sharing) {
+    if (sharing == Sharing::kAlone)
+        mutex->state.store(0, std::memory_order_release);
+    else if (mutex->state.exchange(0, std::memory_order_release) & kAwaited) [[unlikely]]
+        return WakeForMutex(mutex);
     return 0;
 }
 
-inline void FreeMutex(Mutex* mutex) {
-    if (mutex->state.exchange(0, std::memory_order_release) & kAwaited) [[unlikely]]
-        WakeForMutex(mutex);
-}
-
-inline unsigned ReleaseMutex(Mutex* mutex) {
+inline unsigned ReleaseMutex(Mutex* mutex, Sharing sharing) {
     if (!mutex) return EINVAL;
     ThisThread& self = CurrentThread();
     if (!IsHolder(mutex, self)) return EPERM;
     if (--mutex->levels != 0) return 0;
     self.LetGo(*mutex);
-    FreeMutex(mutex);
-    return 0;
+    return FreeMutex(mutex, sharing);
 }
 
 }  // namespace genutil::platform

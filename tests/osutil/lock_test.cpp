@@ -1,0 +1,366 @@
+// Locks between threads: who gets in, who waits, and what is left when a thread ends.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "osthread.h"
+#include "tests/support/worker.h"
+
+namespace {
+
+class Lock : public testing::Test {
+  protected:
+    static void SetUpTestSuite() { OSSetThreaded(); }
+
+    // Whether another thread gets the mutex now, and gives it back.
+    static bool IsFree(_osmutex* mutex) {
+        bool taken = false;
+        Worker worker([&] {
+            OSMutexWait(mutex);
+            taken = true;
+            OSMutexRelease(mutex);
+        });
+        worker.Join();
+        return taken;
+    }
+
+    _osmutex* m_mutex = OSMutexCreate();
+    _osmutex* m_other = OSMutexCreate();
+    _osrdwr* m_lock = OSRWLockCreate();
+    _oscondition* m_condition = OSConditionCreate();
+
+    ~Lock() override {
+        OSMutexDestroy(m_mutex);
+        OSMutexDestroy(m_other);
+        OSRWLockDestroy(m_lock);
+        OSConditionDestroy(m_condition);
+    }
+};
+
+using Mutex = Lock;
+using ReadWriteLock = Lock;
+using Condition = Lock;
+
+}  // namespace
+
+// -- Mutexes -------------------------------------------------------------------------------------
+
+TEST_F(Mutex, IsReleasedAsOftenAsItWasTaken) {
+    EXPECT_FALSE(OSMutexWaitIsPresentThisThread(m_mutex));
+    OSMutexWait(m_mutex);
+    OSMutexWait(m_mutex);
+    std::atomic<bool> taken{false};
+    Worker worker([&] {
+        OSMutexWait(m_mutex);
+        taken = true;
+        OSMutexRelease(m_mutex);
+    });
+    EXPECT_TRUE(HoldsBack([&] { return taken.load(); }));
+    OSMutexRelease(m_mutex);
+    EXPECT_TRUE(OSMutexWaitIsPresentThisThread(m_mutex));
+    EXPECT_TRUE(HoldsBack([&] { return taken.load(); }));
+    OSMutexRelease(m_mutex);
+    EXPECT_FALSE(OSMutexWaitIsPresentThisThread(m_mutex));
+    EXPECT_TRUE(Eventually([&] { return taken.load(); }));
+}
+
+TEST_F(Mutex, NoStepOfSeveralThreadsIsLost) {
+    constexpr int kThreads = 4, kSteps = 3000;
+    int steps = 0;
+    {
+        std::array<std::unique_ptr<Worker>, kThreads> workers;
+        for (auto& worker : workers)
+            worker = std::make_unique<Worker>([&] {
+                for (int i = 0; i < kSteps; ++i) {
+                    OSMutexWait(m_mutex);
+                    ++steps;
+                    OSMutexRelease(m_mutex);
+                }
+            });
+    }
+    EXPECT_EQ(steps, kThreads * kSteps);
+}
+
+TEST_F(Mutex, AllThatAThreadHoldsIsReleasedAtOnce) {
+    std::vector<_osmutex*> many(30);
+    for (_osmutex*& mutex : many) OSMutexWait(mutex = OSMutexCreate());
+    OSMutexWait(m_mutex);
+    OSMutexWait(m_mutex);
+    for (std::size_t i = 0; i < many.size(); i += 2) OSMutexRelease(many[i]);
+    std::atomic<bool> holds{false}, goOn{false};
+    Worker holder([&] {
+        OSMutexWait(m_other);
+        holds = true;
+        Eventually([&] { return goOn.load(); });
+        OSMutexRelease(m_other);
+    });
+    ASSERT_TRUE(Eventually([&] { return holds.load(); }));
+
+    EXPECT_EQ(Printed([] { OSMutexWaitRemoveThisThread(); }), "");
+    EXPECT_FALSE(OSMutexWaitIsPresentThisThread(m_mutex));
+    EXPECT_TRUE(IsFree(m_mutex));
+    for (_osmutex* mutex : many) EXPECT_TRUE(IsFree(mutex));
+    // Nobody else's, though.
+    Worker waiter([&] { IsFree(m_other); });
+    EXPECT_TRUE(HoldsBack([&] { return waiter.IsDone(); }));
+    goOn = true;
+    waiter.Join();
+    for (_osmutex* mutex : many) OSMutexDestroy(mutex);
+}
+
+// There are more threads than buckets here, so at least two of them share one.
+TEST_F(Mutex, PresenceIsAskedOfTheThreadsThatShareABucket) {
+    constexpr std::size_t kBuckets = 211;
+    struct Seen {
+        std::atomic<unsigned long> thread{0};
+        bool present = false;
+        std::unique_ptr<Worker> worker;
+    };
+    std::vector<Seen> seen(kBuckets + 1);
+    std::atomic<unsigned long> holder{0};
+    std::atomic<bool> holds{false}, end{false};
+    std::atomic<std::size_t> answers{0};
+    for (Seen& own : seen)
+        own.worker = std::make_unique<Worker>([&] {
+            const unsigned long thread = OSGetCurrentThreadID();
+            own.thread = thread;
+            Eventually([&] { return holder != 0; });
+            if (holder == thread) {
+                OSMutexWait(m_mutex);
+                holds = true;
+            }
+            Eventually([&] { return holds.load(); });
+            own.present = OSMutexWaitIsPresentThisThread(m_mutex);
+            ++answers;
+            Eventually([&] { return end.load(); });
+            if (holder == thread) OSMutexRelease(m_mutex);
+        });
+    std::array<unsigned long, kBuckets> first{};
+    unsigned long shared = 0;
+    for (Seen& own : seen) {
+        ASSERT_TRUE(Eventually([&] { return own.thread != 0; }));
+        if (first[own.thread % kBuckets] != 0) shared = own.thread;
+        first[own.thread % kBuckets] = own.thread;
+    }
+    holder = shared;
+    EXPECT_TRUE(Eventually([&] { return answers == seen.size(); }));
+    end = true;
+    for (Seen& own : seen) {
+        own.worker->Join();
+        EXPECT_EQ(own.present, own.thread % kBuckets == shared % kBuckets) << own.thread;
+    }
+}
+
+TEST_F(Mutex, GoesOnWhenItsHolderHasEnded) {
+    {
+        Worker([&] { OSMutexWait(m_mutex), OSMutexWait(m_mutex), OSMutexWait(m_other); });
+    }
+    EXPECT_FALSE(OSMutexWaitIsPresentThisThread(m_mutex));
+    OSMutexRelease(m_mutex);  // of nothing that is held
+    EXPECT_TRUE(IsFree(m_mutex));
+    EXPECT_TRUE(IsFree(m_other));
+}
+
+TEST_F(Mutex, AReleaseByAnotherThreadIsAnErrorAndChangesNothing) {
+    const auto release = [&] { OSMutexRelease(m_mutex); };
+    EXPECT_EQ(Printed(release).substr(0, 6), "Error ");
+    OSMutexWait(m_mutex);
+    EXPECT_EQ(Printed([&] { Worker worker(release); }).substr(0, 6), "Error ");
+    Worker waiter([&] { IsFree(m_mutex); });
+    EXPECT_TRUE(HoldsBack([&] { return waiter.IsDone(); }));
+    EXPECT_EQ(Printed(release), "");
+}
+
+TEST_F(Mutex, MayBeDestroyedByItsHolder) {
+    _osmutex* mutex = OSMutexCreate();
+    OSMutexWait(mutex);
+    OSMutexWait(m_mutex);
+    OSMutexWait(mutex);
+    OSMutexDestroy(mutex);
+    EXPECT_EQ(Printed([] { OSMutexWaitRemoveThisThread(); }), "");
+    EXPECT_TRUE(IsFree(m_mutex));
+}
+
+TEST_F(Lock, NullIsNothing) {
+    EXPECT_EQ(Printed([&] {
+                  OSMutexWait(nullptr);
+                  OSMutexRelease(nullptr);
+                  OSMutexDestroy(nullptr);
+                  OSRWLockReadWait(nullptr);
+                  OSRWLockReadRelease(nullptr);
+                  OSRWLockWriteWait(nullptr);
+                  OSRWLockWriteRelease(nullptr);
+                  OSRWLockDestroy(nullptr);
+                  OSConditionWait(nullptr, m_mutex);
+                  OSConditionSignal(nullptr);
+                  OSConditionBroadcast(nullptr);
+                  OSConditionDestroy(nullptr);
+                  OSThreadTerminateWait(nullptr);
+                  OSThreadDestroy(nullptr);
+              }),
+              "");
+    EXPECT_FALSE(OSMutexWaitIsPresentThisThread(nullptr));
+}
+
+// -- Read-write locks ----------------------------------------------------------------------------
+
+TEST_F(ReadWriteLock, ReadersShareAndAWaitingWriterHoldsUpNone) {
+    OSRWLockReadWait(m_lock);
+    std::atomic<bool> secondReads{false}, secondMayEnd{false}, written{false};
+    Worker second([&] {
+        OSRWLockReadWait(m_lock);
+        secondReads = true;
+        Eventually([&] { return secondMayEnd.load(); });
+        OSRWLockReadRelease(m_lock);
+    });
+    EXPECT_TRUE(Eventually([&] { return secondReads.load(); }));
+    Worker writer([&] {
+        OSRWLockWriteWait(m_lock);
+        written = true;
+        OSRWLockWriteRelease(m_lock);
+    });
+    EXPECT_TRUE(HoldsBack([&] { return written.load(); }));
+    Worker third([&] {
+        OSRWLockReadWait(m_lock);
+        OSRWLockReadRelease(m_lock);
+    });
+    third.Join();
+    OSRWLockReadRelease(m_lock);
+    EXPECT_TRUE(HoldsBack([&] { return written.load(); }));
+    secondMayEnd = true;
+    EXPECT_TRUE(Eventually([&] { return written.load(); }));
+}
+
+TEST_F(ReadWriteLock, AWriterKeepsOthersOutAndEntersAgain) {
+    OSRWLockWriteWait(m_lock);
+    OSRWLockWriteWait(m_lock);
+    OSRWLockReadWait(m_lock);
+    std::atomic<int> inside{0};
+    Worker reader([&] {
+        OSRWLockReadWait(m_lock);
+        ++inside;
+        Eventually([&] { return inside >= 2; });
+        OSRWLockReadRelease(m_lock);
+    });
+    OSRWLockReadRelease(m_lock);
+    OSRWLockWriteRelease(m_lock);
+    EXPECT_TRUE(HoldsBack([&] { return inside != 0; }));
+    // Out of the write with a read of its own begun inside: readers may come, a writer not yet.
+    OSRWLockReadWait(m_lock);
+    OSRWLockWriteRelease(m_lock);
+    EXPECT_TRUE(Eventually([&] { return inside == 1; }));
+    inside = 2;
+    reader.Join();
+    std::atomic<bool> written{false};
+    Worker writer([&] {
+        OSRWLockWriteWait(m_lock);
+        written = true;
+        OSRWLockWriteRelease(m_lock);
+    });
+    EXPECT_TRUE(HoldsBack([&] { return written.load(); }));
+    OSRWLockReadRelease(m_lock);
+    EXPECT_TRUE(Eventually([&] { return written.load(); }));
+}
+
+TEST_F(ReadWriteLock, ReadersNeverSeeHalfOfAWrite) {
+    long first = 0, second = 0;
+    std::atomic<int> halves{0};
+    {
+        std::array<std::unique_ptr<Worker>, 6> workers;
+        for (std::size_t i = 0; i < workers.size(); ++i)
+            workers[i] = std::make_unique<Worker>([&, isWriter = i % 2 == 0] {
+                for (int turn = 0; turn < 700; ++turn) {
+                    if (isWriter) {
+                        OSRWLockWriteWait(m_lock);
+                        ++first;
+                        ++second;
+                        OSRWLockWriteRelease(m_lock);
+                    } else {
+                        OSRWLockReadWait(m_lock);
+                        if (first != second) ++halves;
+                        OSRWLockReadRelease(m_lock);
+                    }
+                }
+            });
+    }
+    EXPECT_EQ(halves, 0);
+    EXPECT_EQ(first, 3 * 700);
+}
+
+TEST_F(ReadWriteLock, GoesOnWhenItsWriterHasEnded) {
+    {
+        Worker([&] { OSRWLockWriteWait(m_lock), OSRWLockWriteWait(m_lock); });
+    }
+    Worker reader([&] {
+        OSRWLockReadWait(m_lock);
+        OSRWLockReadRelease(m_lock);
+        OSRWLockWriteWait(m_lock);
+        OSRWLockWriteRelease(m_lock);
+    });
+    reader.Join();
+    EXPECT_EQ(Printed([&] { OSRWLockWriteRelease(m_lock); }).substr(0, 6), "Error ");
+}
+
+// -- Conditions ----------------------------------------------------------------------------------
+
+TEST_F(Condition, ASignalWakesOneABroadcastAllAndNoneIsKept) {
+    OSConditionSignal(m_condition);
+    OSConditionBroadcast(m_condition);
+    int waiting = 0;
+    std::atomic<int> woken{0};
+    const auto wait = [&] {
+        OSMutexWait(m_mutex);
+        ++waiting;
+        OSConditionWait(m_condition, m_mutex);
+        ++woken;
+        OSMutexRelease(m_mutex);
+    };
+    // Who holds the mutex afterwards has seen all waiters give it up.
+    const auto waitFor = [&](int count) {
+        return Eventually([&] {
+            OSMutexWait(m_mutex);
+            const bool all = waiting == count;
+            OSMutexRelease(m_mutex);
+            return all;
+        });
+    };
+    Worker first(wait), second(wait), third(wait), fourth(wait);
+    ASSERT_TRUE(waitFor(4));
+    EXPECT_TRUE(HoldsBack([&] { return woken != 0; }));
+    OSConditionSignal(m_condition);
+    EXPECT_TRUE(Eventually([&] { return woken == 1; }));
+    EXPECT_TRUE(HoldsBack([&] { return woken != 1; }));
+    OSConditionBroadcast(m_condition);
+    EXPECT_TRUE(Eventually([&] { return woken == 4; }));
+    OSConditionBroadcast(m_condition);
+    Worker late(wait);
+    ASSERT_TRUE(waitFor(5));
+    EXPECT_TRUE(HoldsBack([&] { return woken != 4; }));
+    OSConditionSignal(m_condition);
+}
+
+TEST_F(Condition, NoSignalIsMissedBetweenReleaseAndWait) {
+    constexpr int kTurns = 1000;
+    _oscondition* conditions[2] = {m_condition, OSConditionCreate()};
+    int turn = 0;  // the next is made by the player of its parity
+    const auto play = [&](int player) {
+        for (bool isOver = false; !isOver;) {
+            OSMutexWait(m_mutex);
+            while (turn < kTurns && turn % 2 != player)
+                OSConditionWait(conditions[player], m_mutex);
+            isOver = turn >= kTurns;
+            ++turn;
+            OSConditionSignal(conditions[1 - player]);
+            OSMutexRelease(m_mutex);
+        }
+    };
+    Worker one([&] { play(0); }), other([&] { play(1); });
+    one.Join();
+    other.Join();
+    EXPECT_EQ(turn, kTurns + 2);
+    OSConditionDestroy(conditions[1]);
+}

@@ -1,0 +1,73 @@
+// Threads for tests. Nothing here waits without limit: what takes too long ends the program, as a
+// failure, since the threads that are stuck cannot be taken away.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <thread>
+
+#include "osthread.h"
+
+// Waits until the condition holds; false if that takes too long.
+template <class Condition>
+bool Eventually(Condition condition) {
+    for (int i = 0; i < 20000; ++i) {
+        if (condition()) return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return false;
+}
+
+// Whether the condition, which would soon hold if it ever did, does not.
+template <class Condition>
+bool HoldsBack(Condition condition) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    return !condition();
+}
+
+class Worker {
+  public:
+    explicit Worker(std::function<void()> work, void* threadValue = nullptr)
+        : m_work(std::move(work)), m_thread(OSThreadCreate(Run, this, threadValue)) {}
+    Worker(const Worker&) = delete;
+    Worker& operator=(const Worker&) = delete;
+    ~Worker() {
+        Join();
+        OSThreadDestroy(m_thread);
+    }
+
+    bool IsDone() const { return m_done; }
+
+    void Join() {
+        if (!Eventually([this] { return IsDone(); })) {
+            std::fprintf(stderr, "[  FAILED  ] a thread is stuck\n");
+            std::_Exit(1);
+        }
+        OSThreadTerminateWait(m_thread);
+    }
+
+  private:
+    static unsigned Run(void* argument) {
+        auto* self = static_cast<Worker*>(argument);
+        self->m_work();
+        self->m_done = true;
+        return 0;
+    }
+
+    std::function<void()> m_work;
+    std::atomic<bool> m_done{false};
+    _osthread* m_thread;
+};
+
+// What a function prints on standard output.
+template <class Function>
+std::string Printed(Function function) {
+    testing::internal::CaptureStdout();
+    function();
+    return testing::internal::GetCapturedStdout();
+}
