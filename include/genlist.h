@@ -139,9 +139,11 @@ class GENUTIL_API CGNStringList : public CGNList {
     unsigned char InsertItem(int index, const CGNString& s);
 
     /** @return the string, which stays the list's; null when there is none at index. */
-    CGNString* GetItem(int index) { return ItemAt(index); }
+    CGNString* GetItem(int index) { return reinterpret_cast<CGNString*>(CGNList::GetItem(index)); }
     /** The same: a constant list keeps its strings, but they may be changed. */
-    CGNString* GetItem(int index) const { return ItemAt(index); }
+    CGNString* GetItem(int index) const {
+        return reinterpret_cast<CGNString*>(CGNList::GetItem(index));
+    }
 
     /** Destroys a string and removes it; nothing happens when there is none at index. */
     void DeleteItem(int index);
@@ -169,14 +171,7 @@ class GENUTIL_API CGNStringList : public CGNList {
     /** Sorts the strings by the collation of the user's locale (mbstrcoll), ascending. Strings that
         compare equal are left in any order; null items come first. */
     void Sort();
-
-  private:
-    CGNString* ItemAt(int index) const;
 };
-
-inline CGNString* CGNStringList::ItemAt(int index) const {
-    return reinterpret_cast<CGNString*>(CGNList::GetItem(index));
-}
 
 /** A list that owns lists of strings. */
 class GENUTIL_API CGNStringListList : public CGNList {
@@ -199,9 +194,13 @@ class GENUTIL_API CGNStringListList : public CGNList {
     unsigned char InsertItem(int index, const CGNStringList& list);
 
     /** @return the list, which stays this list's; null when there is none at index. */
-    CGNStringList* GetItem(int index) { return ItemAt(index); }
+    CGNStringList* GetItem(int index) {
+        return reinterpret_cast<CGNStringList*>(CGNList::GetItem(index));
+    }
     /** The same: a constant list keeps its lists, but they may be changed. */
-    CGNStringList* GetItem(int index) const { return ItemAt(index); }
+    CGNStringList* GetItem(int index) const {
+        return reinterpret_cast<CGNStringList*>(CGNList::GetItem(index));
+    }
 
     /** Destroys a list and removes it; nothing happens when there is none at index. */
     void DeleteItem(int index);
@@ -211,14 +210,7 @@ class GENUTIL_API CGNStringListList : public CGNList {
 
     /** Destroys the lists, and gives the memory of the array back. */
     void Free() override;
-
-  private:
-    CGNStringList* ItemAt(int index) const;
 };
-
-inline CGNStringList* CGNStringListList::ItemAt(int index) const {
-    return reinterpret_cast<CGNStringList*>(CGNList::GetItem(index));
-}
 
 /** A deferred call. */
 struct CGNCleanupItem {
@@ -246,9 +238,13 @@ class GENUTIL_API CGNCleanupList : public CGNList {
     unsigned char AddItem(const CGNCleanupItem* item);
 
     /** @return the record, which stays the list's; null when there is none at index. */
-    CGNCleanupItem* GetItem(int index) { return ItemAt(index); }
+    CGNCleanupItem* GetItem(int index) {
+        return reinterpret_cast<CGNCleanupItem*>(CGNList::GetItem(index));
+    }
     /** The same: a constant list keeps its records, but they may be changed. */
-    CGNCleanupItem* GetItem(int index) const { return ItemAt(index); }
+    CGNCleanupItem* GetItem(int index) const {
+        return reinterpret_cast<CGNCleanupItem*>(CGNList::GetItem(index));
+    }
 
     /** Makes the calls in the order in which they were added, those included that a call adds. */
     void Execute() const;
@@ -258,14 +254,7 @@ class GENUTIL_API CGNCleanupList : public CGNList {
 
     /** Frees the records, and gives the memory of the array back. */
     void Free() override;
-
-  private:
-    CGNCleanupItem* ItemAt(int index) const;
 };
-
-inline CGNCleanupItem* CGNCleanupList::ItemAt(int index) const {
-    return reinterpret_cast<CGNCleanupItem*>(CGNList::GetItem(index));
-}
 
 #endif
 

@@ -1,9 +1,11 @@
-/* mbutil.h as a C program uses it. */
+/* mbutil.h, and the checksum of genlist.h, as a C program uses them. */
 #include <string.h>
 
+#include "genlist.h"
 #include "mbutil.h"
 
 int CountInC(const char* text);
+unsigned ChecksumInC(const char* text);
 
 int CountInC(const char* text) {
     int count = 0;
@@ -13,4 +15,8 @@ int CountInC(const char* text) {
         ++count;
     } while ((at = mbnextidx(text, at)) != 0);
     return count;
+}
+
+unsigned ChecksumInC(const char* text) {
+    return gencrc32(0, (const unsigned char*)text, (unsigned)strlen(text));
 }
