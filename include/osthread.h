@@ -239,7 +239,7 @@ class GENUTIL_API CGNLclSt {
 
 /** A named mutex while somebody uses it. */
 struct CGNNamedMutex {
-    _osmutex* mutex;    /**< free when the mutex is made */
+    _osmutex* mutex;    /**< owned by the record */
     CGNString* name;    /**< owned by the record */
     unsigned char held; /**< 1 from a wait that succeeded to the next release */
     std::int32_t users; /**< waits that were not released yet, those that still last included */

@@ -10,15 +10,30 @@ namespace genutil {
 
 // -- Held mutexes --------------------------------------------------------------------------------
 
-// The old entries are not released, because another thread may be reading them: they stay for good,
-// which at most doubles what the largest number ever held takes.
+// Entries follow. An outgrown block stays, because another thread may be reading it: together these
+// are no larger than the one in use.
+struct HeldMutexes::Block {
+    Block* older;
+    Entry* Entries() { return reinterpret_cast<Entry*>(this + 1); }
+};
+
+HeldMutexes::~HeldMutexes() {
+    while (m_blocks) {
+        Block* block = m_blocks;
+        m_blocks = block->older;
+        Release(block);
+    }
+}
+
 void HeldMutexes::AddWithGrowth(_osmutex* mutex) {
     const std::uint32_t capacity = 2 * m_capacity;
-    auto* grown = static_cast<Entry*>(Allocate(std::uint64_t{capacity} * sizeof(Entry)));
-    if (!AssertAllocation(grown != nullptr, "osutil/osthread", __LINE__)) return;
+    void* memory = Allocate(sizeof(Block) + std::uint64_t{capacity} * sizeof(Entry));
+    if (!AssertAllocation(memory != nullptr, "osutil/osthread", __LINE__)) return;
+    auto* grown = new (memory) Block{m_blocks};
     for (std::uint32_t i = 0; i < capacity; ++i)
-        new (&grown[i]) Entry(i < m_capacity ? At(i) : nullptr);
-    m_entries.store(grown, std::memory_order_release);
+        new (&grown->Entries()[i]) Entry(i < m_capacity ? At(i) : nullptr);
+    m_entries.store(grown->Entries(), std::memory_order_release);
+    m_blocks = grown;
     m_capacity = capacity;
     Add(mutex);
 }

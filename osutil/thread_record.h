@@ -18,6 +18,11 @@ namespace genutil {
 // The mutexes that a thread holds, in the order in which it took them: once for each time.
 class HeldMutexes {
   public:
+    HeldMutexes() = default;
+    ~HeldMutexes();
+    HeldMutexes(const HeldMutexes&) = delete;
+    HeldMutexes& operator=(const HeldMutexes&) = delete;
+
     // Without memory the mutex is not listed, after a report.
     void Add(_osmutex* mutex) {
         const std::uint32_t count = m_count.load(std::memory_order_relaxed);
@@ -49,6 +54,7 @@ class HeldMutexes {
 
   private:
     using Entry = std::atomic<_osmutex*>;
+    struct Block;
     static constexpr std::uint32_t kFirstCapacity = 8;
 
     void AddWithGrowth(_osmutex* mutex);
@@ -56,6 +62,7 @@ class HeldMutexes {
 
     Entry m_first[kFirstCapacity]{};
     std::atomic<Entry*> m_entries{m_first};
+    Block* m_blocks{nullptr};
     std::atomic<std::uint32_t> m_count{0};
     std::uint32_t m_capacity{kFirstCapacity};
 };

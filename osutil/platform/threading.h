@@ -26,7 +26,7 @@ unsigned WaitForThreadEnd(Thread* thread);
 void CloseThread(Thread* thread);  // lets go of it, ended or not; null is allowed
 [[noreturn]] void EndThisThread();
 
-// Never 0, no other running thread's, and below 0x40000000 where it is used for locks. Cheap.
+// Never 0, and no other running thread's. Cheap.
 std::uint32_t ThreadId();
 
 // A pointer of the calling thread; null until it sets one. When the thread ends and it is not null,

@@ -31,7 +31,7 @@ struct MemoryFor {
 }  // namespace
 
 TEST(HeldMutexes, AreTakenOutInAnyOrder) {
-    static HeldMutexes held;  // whose entries stay for good
+    HeldMutexes held;
     for (std::size_t i = 0; i < 50; ++i) held.Add(Number(i % 25));
     EXPECT_FALSE(held.RemoveLast(Number(0)));
     EXPECT_TRUE(held.RemoveLast(Number(24)));

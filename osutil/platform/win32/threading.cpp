@@ -1,9 +1,8 @@
 #include "osutil/platform/threading.h"
 
-#include "osutil/platform/win32/windows_api.h"
-
-// After the header of the system, which it stands on.
 #include <process.h>
+
+#include "osutil/platform/win32/windows_api.h"
 
 namespace genutil::platform {
 
