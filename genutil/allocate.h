@@ -10,6 +10,9 @@ namespace genutil {
 
 // A size that does not fit in the address space fails as a full memory does.
 void* Allocate(std::uint64_t bytes);
+// Moves what is in memory, which is null or allocated here, to where there are so many bytes, if it
+// has to; on failure it stays.
+void* Reallocate(void* memory, std::uint64_t bytes);
 void Release(void* memory);  // null is allowed
 
 // For tests: asked before each allocation while not null; false makes that one fail.

@@ -36,10 +36,9 @@ bool ListStorage::Reallocate(CGNList& list, std::uint64_t capacity) {
     if (!CheckListMemory(capacity <= kMostItems)) return false;
     const std::uint64_t requested = Requested(capacity);
     if (!list.m_items || requested != Requested(list.m_capacity)) {
-        auto* items = static_cast<long*>(Allocate(requested * sizeof(long)));
+        auto* items =
+            static_cast<long*>(genutil::Reallocate(list.m_items, requested * sizeof(long)));
         if (!CheckListMemory(items)) return false;
-        if (list.m_count > 0) std::copy_n(list.m_items, list.m_count, items);
-        Release(list.m_items);
         list.m_items = items;
     }
     list.m_capacity = static_cast<std::uint32_t>(capacity);
