@@ -1,6 +1,7 @@
 // The current code set and the names of code sets.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <sstream>
@@ -91,7 +92,7 @@ TEST(CodeSet, WindowsNamesOfIsoCharsets) {
     std::string all;
     for (int part = 1; part <= 16; ++part) {
         char name[16];
-        std::strcpy(name, ("iso-8859-" + std::to_string(part)).c_str());
+        std::snprintf(name, sizeof name, "iso-8859-%d", part);
         EXPECT_EQ(MapToWindowsCharsetName(name), name);
         all += name + std::string(" ");
     }
