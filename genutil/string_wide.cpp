@@ -21,10 +21,6 @@ std::uint64_t Length(const Wide* w) {
     return static_cast<std::uint64_t>(end - w);
 }
 
-bool IsHighSurrogate(Wide character) {
-    return (character & 0xFC00) == 0xD800;
-}
-
 // The characters of a text, or its bytes one by one where it is invalid in the code set.
 Wide* NewWideText(const char* text, std::uint32_t bytes, std::uint32_t* length) {
     const long characters = genutil::WideLength(text, bytes);
@@ -180,8 +176,6 @@ CGNString& CGNString::CopyNChars(const char* s, unsigned int n) {
     const std::size_t bytes = std::strlen(s);
     if (genutil::ToWide(taken.m_wide, n, s, bytes) < 0)
         genutil::ToWideBytewise(taken.m_wide, s, std::min<std::size_t>(bytes, n));
-    // Half of a character is none.
-    if (n != 0 && IsHighSurrogate(taken.m_wide[n - 1])) taken.m_wide[n - 1] = 0;
     taken.m_wideLength = n;
     if (Storage::RebuildData(taken, 2)) Storage::Swap(*this, taken);
     return *this;

@@ -15,8 +15,8 @@ constexpr unsigned short kRawByte = 0xDC00;
 // Characters of text, terminator excluded; looks at no more than `bytes` bytes.
 long WideLength(const char* text, std::size_t bytes);
 
-// Stores at most `limit` characters, and a terminator if there is room for it. Returns the number
-// stored without terminator.
+// Stores at most `limit` characters, never half of a pair, and a terminator if there is room for
+// it. Returns the number stored without terminator.
 long ToWide(unsigned short* out, std::size_t limit, const char* text, std::size_t bytes);
 
 // Converts each byte that is a character of its own, and every other byte b to kRawByte + b; stores

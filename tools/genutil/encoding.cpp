@@ -63,7 +63,7 @@ std::size_t AsciiUnits(const std::string& text, bool bigEndian) {
                                         : Byte(text, i + 1) << 8 | Byte(text, i);
         const bool low = unit >= 0xDC00 && unit <= 0xDFFF;
         const bool control = unit < 0x20 && !(unit >= 0x09 && unit <= 0x0D) && unit != 0x1B;
-        if (low != high || unit == 0 || unit >= 0xFFFE) return 0;
+        if (low != high || unit >= 0xFFFE) return 0;
         high = unit >= 0xD800 && unit <= 0xDBFF;
         ascii += unit < 0x80;
         controls += control;

@@ -102,7 +102,7 @@ TEST(Convert, AnyPairWithinTheRoomThereIs) {
         std::size_t room, whole;
     } kCopies[] = {
         {__LINE__, 5, "a\x82\xA0", 4, 3},           {__LINE__, 5, "a\x82\xA0", 3, 1},
-        {__LINE__, 65, "\xE3\x81\x82", 3, 0},       {__LINE__, 65, "a\xE3\x81\x82", 2, 1},
+        {__LINE__, 65, "\xF0\x9F\x98\x80", 4, 0},   {__LINE__, 65, "a\xE3\x81\x82", 2, 1},
         {__LINE__, 65, "\x81\x82\x83\x84", 4, 3},   {__LINE__, 64, "\x3D\xD8\x01\xDE", 5, 0},
         {__LINE__, 64, "ab\x3D\xD8\x01\xDE", 7, 2}, {__LINE__, 3, "\x1B$B0!0!\x1B(B", 9, 8},
     };
