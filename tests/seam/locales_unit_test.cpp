@@ -6,6 +6,7 @@
 #include <string>
 
 #include "genutil/mbutil/code_set.h"
+#include "genutil/mbutil/step.h"
 #include "osutil/platform/locales.h"
 
 using namespace genutil;
@@ -78,13 +79,22 @@ TEST(Locales, TheirCodeSets) {
         "tr_TR 26 ur_PK 28 ur_IN 28 uk_UA 24 be_BY 24 sl_SI 23 et_EE 29 lv_LV 29 lt_LT 29 fa_IR 28 "
         "vi_VN 30 az_AZ_C 26 az_AZ_C 24 mk_MK 24 fo_FO 23 kk_KZ 24 uz_UZ_C 24 tt_RU 24 ");
     // A language without a country stands for its first; of several locales the first row decides.
-    static constexpr struct {
-        unsigned language;
-        int codeSet;
-    } kLanguages[] = {{0x11, 5},   {0x411, 5}, {0, 0},     {0x4, 9},
-                      {0x41a, 24}, {0x811, 0}, {0xc01, 28}};
-    for (const auto& row : kLanguages)
-        EXPECT_EQ(CodeSetOfLanguage(row.language), row.codeSet) << row.language;
+    for (const auto& [language, codeSet] :
+         {std::pair{0x11u, 5}, {0x411u, 5}, {0u, 0}, {0x4u, 9}, {0x41au, 24}, {0x811u, 0}})
+        EXPECT_EQ(CodeSetOfLanguage(language), codeSet) << language;
     EXPECT_EQ(CodeSetOfCodePage(65001), mbUtf8);
     EXPECT_EQ(CodeSetOfCodePage(437), -1);
+}
+
+TEST(Locales, TheFirstCallOverridesAnEarlierChoice) {
+    g_codeSetState = {};
+    g_currentStep = nullptr;
+    EXPECT_EQ(mbidxtype("z\x82\xA0", 2, mbShiftJis), 1u);  // the flag is on before
+    EXPECT_EQ(InitMbutilExt(mbKorean), mbWestern);
+    EXPECT_EQ(mbGetLocaleCodeSet(), mbKorean);
+    mbnextidx("zz", 0);
+    EXPECT_EQ(mbGetLocaleCodeSet(), CodeSetOfLanguage(UserLanguage()));
+    EXPECT_EQ(InitMbutilExt(mbKorean), CodeSetOfLanguage(UserLanguage()));
+    EXPECT_EQ(mbnextidx("\x82\xA0z", 0), 2u);  // an explicit choice now stays
+    InitMbutil();
 }

@@ -226,13 +226,6 @@ TEST(MbSearch, FindsAWordAtAnyPlace) {
     }
 }
 
-TEST(MbSearch, ALoneShiftIsNoPartOfAWholeCharacter) {
-    const CodeSetGuard guard(10);
-    const char* s = "\x8E\xA2\xA1\xA1\x8E\xA2\xA1.";
-    EXPECT_EQ(Offset(mbstrstr(s, "\x8E\xA2\xA1"), s), 4);
-    EXPECT_EQ(Offset(mbstrrstr(s, "\x8E\xA2\xA1"), s), 4);
-}
-
 TEST(MbSearch, SetsOfCharacters) {
     const CodeSetGuard guard(5);
     const char* s = "ab\x83\x41\x82\xA0.";
