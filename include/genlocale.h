@@ -44,7 +44,9 @@ class GENUTIL_API CEmperor {
     /** @param name the era's name in the locale's code set. @param firstYear the Gregorian year in
         which it begins. @param yearCount years that it lasted; 0 while it goes on. */
     CEmperor(CGNString name, long firstYear, long yearCount);
+    /** A copy of all three values. */
     CEmperor(const CEmperor& other);
+    /** Takes all three values. */
     CEmperor& operator=(const CEmperor& other);
     ~CEmperor();
 
@@ -154,7 +156,9 @@ class GENUTIL_API CLCLocale {
     /** Plain English settings; the locale identifier is 0x0400, which means the user's locale: Init
         makes it so. */
     CLCLocale();
+    /** A copy of every setting. */
     CLCLocale(const CLCLocale& other);
+    /** Takes every setting. */
     CLCLocale& operator=(const CLCLocale& other);
     ~CLCLocale();
 
@@ -194,13 +198,16 @@ class GENUTIL_API CLCLocale {
     /** @return 2 when dates are to be written in the long format, any other number for the short.
      */
     long LongOrShort() const;
+    /** Sets it. */
     void SetLongOrShort(long which);
 
     /** The separator of the parts of a short date, such as "/". */
     unsigned char DateSep(CGNString& separator) const;
+    /** Sets it; the formats stay. */
     void SetDateSep(CGNString separator);
     /** The separator of the parts of a time, such as ":". */
     unsigned char TimeSep(CGNString& separator) const;
+    /** Sets it; the format stays. */
     void SetTimeSep(CGNString separator);
 
     /** A month's name. @param i 0 (January) to 12, unchecked; the thirteenth is empty where the
@@ -216,8 +223,11 @@ class GENUTIL_API CLCLocale {
     /** The text for the afternoon when pm is not 0, else that for the morning. Empty in locales
        that have none. */
     unsigned char AMPMMarker(long pm, CGNString& marker) const;
+    /** Replaces the text for the afternoon when pm is not 0, else that for the morning. */
     void SetAMPMMarker(long pm, CGNString marker);
+    /** @return the text for the morning. */
     CGNString GetAMString() const;
+    /** @return the text for the afternoon. */
     CGNString GetPMString() const;
 
     /** The character written behind the number of a year in Japanese (in Shift-JIS); empty for
@@ -232,6 +242,7 @@ class GENUTIL_API CLCLocale {
     /** @return the calendar by the system's number: 1 Gregorian, 3 Japanese eras, 4 Taiwan, 5
         Korean, 6 Hijri, 7 Thai, 22 Persian, 23 Umm al-Qura. */
     long GetCalendarType() const;
+    /** Sets it. */
     void SetCalendarType(long type);
 
     /* -- Numbers --------------------------------------------------------------------------- */
@@ -262,10 +273,13 @@ class GENUTIL_API CLCLocale {
     /** @return whether the locale's code set is a form of Unicode. */
     unsigned char IsUnicode() const;
 
+    /** @return the language. */
     CLCLanguage GetLang() const;
     /** @return the language's name in English, such as "Japanese"; empty for clcNoLanguage. */
     CGNString GetLangName() const;
+    /** @return whether the language is English. */
     unsigned char LocaleIsEnglish() const;
+    /** @return whether the language is Japanese. */
     unsigned char LocaleIsJapanese() const;
 
     /** Writes the two letters that tell a language's files apart, such as "EN" or "JP": the first
@@ -299,6 +313,7 @@ class GENUTIL_API CLCLocale {
 
     /** @return whether an application's own settings are in force. */
     unsigned char Customized() const;
+    /** Sets the mark, and nothing else. */
     void SetCustomized(unsigned char customized);
 
     /** Takes settings from a section of an ini file, in the locale's code set. Keys:
@@ -310,7 +325,7 @@ class GENUTIL_API CLCLocale {
           DateDisplayMode                                    as LongOrShort
           24HourTimeFormat     1 makes the hours of the time format count to 24, 0 to 12
           AMPMPrefix           1 moves the AM or PM text of the time format to its front, 0 behind
-          Era1, Era2           "name,first year[,number of years]": the eras, newest first
+          Era1, Era2, Era3     "name,first year[,number of years]": the eras, newest first
 
         With Era1 the era list is what the keys say, so a new era needs no new library. A key that
        is missing or empty, a number that is none and a value of 256 bytes or more leave the
