@@ -1,5 +1,6 @@
 // The locale object: its construction, and what reads and sets single settings.
 #include "genlocale.h"
+#include "genutil/locale_code_set.h"
 #include "genutil/locale_facts.h"
 #include "mbutil.h"
 
@@ -180,6 +181,9 @@ unsigned char CLCLocale::RegionalizeDecimalSeparator(CGNString& s) const {
 
 unsigned long CLCLocale::GetLocaleId() const {
     return m_localeId;
+}
+int CLCLocale::GetCodeSet() const {
+    return CodeSetOfLocale(m_localeName, m_localeId);
 }
 unsigned char CLCLocale::IsMultiByte() const {
     return m_multiByte;

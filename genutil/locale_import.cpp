@@ -60,9 +60,9 @@ void ConvertOldPicture(CGNString& picture, int codeSet, bool isLong) {
 }  // namespace
 
 void CLCLocale::ConvertOldImportLongDateFormat(CGNString& format) const {
-    ConvertOldPicture(format, CodeSetOfLocale(m_localeName, m_localeId), true);
+    ConvertOldPicture(format, GetCodeSet(), true);
 }
 
 void CLCLocale::ConvertOldImportShortDateFormat(CGNString& format) const {
-    ConvertOldPicture(format, CodeSetOfLocale(m_localeName, m_localeId), false);
+    ConvertOldPicture(format, GetCodeSet(), false);
 }

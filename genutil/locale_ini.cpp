@@ -165,7 +165,7 @@ CGNString JoinTimePicture(const TimePicture& parts) {
 void CLCLocale::LoadIniDateTimeSettings(char* iniFile, CGNString& section) {
     IniSection ini;
     if (!ini.Open(iniFile, section)) return;
-    const int codeSet = CodeSetOfLocale(m_localeName, m_localeId);
+    const int codeSet = GetCodeSet();
     CGNString text;
     long number = 0;
 

@@ -137,7 +137,7 @@ void CLCLocale::TakeNumberFacts(const LocaleFacts& facts) {
 // search: what it encloses separates nothing.
 void CLCLocale::TakeTimeFormat(const CGNString& format) {
     m_timeFormat = format;
-    const int codeSet = CodeSetOfLocale(m_localeName, m_localeId);
+    const int codeSet = GetCodeSet();
     m_24Hour = PictureHas(m_timeFormat, codeSet, 'H');
     const char* const at = m_timeFormat + std::strspn(m_timeFormat, " hHmst");
     if (*at == 0 || *at == '\'') return;

@@ -268,6 +268,8 @@ class GENUTIL_API CLCLocale {
 
     /** @return the Windows locale identifier; 0x0400 for the user's locale. */
     unsigned long GetLocaleId() const;
+    /** @return the code set that the locale's texts are in (enum mbCodeSet). */
+    int GetCodeSet() const;
     /** @return whether the locale's code set has characters of several bytes. */
     unsigned char IsMultiByte() const;
     /** @return whether the locale's code set is a form of Unicode. */

@@ -7,7 +7,8 @@
 
 namespace {
 
-const Command* const kCommands[] = {&kDetectCommand, &kConvertCommand, &kTextCommand};
+const Command* const kCommands[] = {&kDetectCommand, &kConvertCommand, &kTextCommand,
+                                    &kLocaleCommand};
 
 void PrintHelp() {
     std::puts("genutil: text files in the encodings of Windows, Unix and the web\n");
