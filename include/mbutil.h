@@ -121,6 +121,13 @@ GENUTIL_API char* MapToWindowsCharsetName(char* name);
     name is not known. */
 GENUTIL_API unsigned long mbGetLCID(const char* localeName);
 
+/** Writes the MIME name of the code set that the texts of a locale come in ("shift_jis" for
+    "ja_JP", "windows-1252" for "en_US.UTF-8": what follows a "." does not count).
+    @param dst receives the name; empty when it does not fit. @param size bytes of dst.
+    @param localeName null or empty for the user's locale; an unknown one counts as Western.
+    @return the length of the name, 0 when it does not fit. */
+GENUTIL_API int mbDefaultCodePageForLocale(char* dst, int size, const char* localeName);
+
 /* -- Stepping -------------------------------------------------------------------------------- */
 
 /** @return length in bytes of the character at p, looking at no more than n bytes: 0 at a

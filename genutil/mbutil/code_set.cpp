@@ -7,6 +7,7 @@
 
 #include "genutil/mbutil/ascii.h"
 #include "genutil/mbutil/code_set_info.h"
+#include "genutil/mbutil/copy_out.h"
 #include "genutil/mbutil/step.h"
 #include "osutil/platform/locales.h"
 
@@ -222,4 +223,15 @@ unsigned long mbGetLCID(const char* localeName) {
     if (!localeName || !*localeName) return UserLanguage();
     const LocaleRow* row = FindLocaleByName(localeName);
     return row ? row->language : 0;
+}
+
+int mbDefaultCodePageForLocale(char* dst, int size, const char* localeName) {
+    int codeSet = mbWestern;
+    if (!localeName || !*localeName)
+        codeSet = UserAnsiCodeSet();
+    else if (const LocaleRow* row = FindLocaleByName(localeName))
+        codeSet = row->codeSet;
+    char name[32];
+    SetCharset(name, codeSet);
+    return CopyWhole(dst, size, name);
 }
