@@ -400,4 +400,6 @@ class GENUTIL_API CLCGlobalLocale : public CLCLocale {
     static CLCGlobalLocale* m_pInstance;
 };
 
+#include "gencatalogue.h"
+
 #endif

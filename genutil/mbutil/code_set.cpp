@@ -180,18 +180,26 @@ bool EqualsIgnoringCase(const char* a, const char* b) {
 
 }  // namespace
 
-int mbGetCodeSet(const char* name) {
-    if (!name) return mbWestern;
+static int FindCodeSetByKeyword(const char* name) {
     for (const Keyword& keyword : kKeywords)
         if (HasKeyword(name, keyword.text)) return keyword.codeSet;
-    return mbWestern;
+    return -1;
+}
+
+int genutil::FindCodeSetByName(const char* name) {
+    for (const Charset& row : kCharsets)
+        if (EqualsIgnoringCase(name, row.mime)) return row.codeSet;
+    return FindCodeSetByKeyword(name);
+}
+
+int mbGetCodeSet(const char* name) {
+    const int codeSet = name ? FindCodeSetByKeyword(name) : -1;
+    return codeSet < 0 ? mbWestern : codeSet;
 }
 
 int mbGetCodeSetFromCharset(const char* name) {
-    if (!name || !*name) return mbWestern;
-    for (const Charset& row : kCharsets)
-        if (EqualsIgnoringCase(name, row.mime)) return row.codeSet;
-    return mbGetCodeSet(name);
+    const int codeSet = name && *name ? FindCodeSetByName(name) : -1;
+    return codeSet < 0 ? mbWestern : codeSet;
 }
 
 void SetCharset(char* dst, int codeSet) {
