@@ -18,4 +18,5 @@ CLCGlobalLocale* CLCGlobalLocale::Instance() {
 void CLCGlobalLocale::Free() {
     delete m_pInstance;
     m_pInstance = nullptr;
+    LocaleInfo::Free();
 }

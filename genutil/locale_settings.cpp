@@ -58,7 +58,12 @@ int genutil::CodeSetOfLocale(const CGNString& name, std::uint32_t localeId) {
 
 void CLCLocale::SetLocale(CGNString name) {
     m_localeName = name;
-    m_localeId = name.IsEmpty() ? kUserLocaleId : static_cast<std::uint32_t>(mbGetLCID(name));
+    m_localeId = kUserLocaleId;
+    if (!name.IsEmpty()) {
+        const mbLocale locale = mbOpenLocale(name, mbOpenBest, nullptr);
+        m_localeId = static_cast<std::uint32_t>(locale ? mbLocaleLCID(locale) : mbGetLCID(name));
+        mbCloseLocale(locale);
+    }
     Init();
 }
 

@@ -417,4 +417,6 @@ class GENUTIL_API CLCGlobalLocale : public CLCLocale {
     static CLCGlobalLocale* m_pInstance;
 };
 
+#include "gencatalogue.h"
+
 #endif

@@ -62,7 +62,7 @@ class Table {
 
 void PrintIdentity(const Table& table, const CLCLocale& locale, const std::string& name) {
     char id[16];
-    std::snprintf(id, sizeof id, "0x%04lx", mbGetLCID(name.c_str()));
+    std::snprintf(id, sizeof id, "0x%04lx", locale.GetLocaleId());
     char suffix[3];
     locale.GetFileSuffix(suffix);
     table.Plain("name", name);
@@ -104,6 +104,17 @@ void PrintNumbers(const Table& table, const CLCLocale& locale) {
     table.Flag("leading zero", locale.GetDecDisplayLeadingZeroes() != 0);
 }
 
+// The name that the library's table has for a name that a user may write; empty for none.
+std::string TableName(const std::string& name) {
+    const mbLocale locale =
+        name.empty() ? nullptr : mbOpenLocale(name.c_str(), mbOpenBest, nullptr);
+    if (!locale) return "";
+    char part[64];
+    mbGetLocalePart(locale, mbPartName, part, sizeof part);
+    mbCloseLocale(locale);
+    return part;
+}
+
 void Print(const std::string& name) {
     CLCLocale locale;
     locale.SetLocale(name.c_str());
@@ -119,12 +130,13 @@ Status RunLocale(const Arguments& arguments) {
     if (names.empty()) return Complain("locale: name a locale, such as de_DE");
     Status status = kOk;
     for (std::size_t i = 0; i < names.size(); ++i) {
-        if (names[i].empty() || mbGetLCID(names[i].c_str()) == 0) {
+        const std::string name = TableName(names[i]);
+        if (name.empty()) {
             status = Complain("locale '" + names[i] + "' is not known");
             continue;
         }
         if (i != 0) std::puts("");
-        Print(names[i]);
+        Print(name);
     }
     return status;
 }
@@ -138,7 +150,8 @@ const Command kLocaleCommand = {
     "Shows every setting of each locale as a table, in UTF-8: identifier, language and encoding, "
     "date\n"
     "and time formats with their texts, month and day names, eras, and how numbers are written.\n"
-    "Names are of the form de_DE; what follows a \".\" or \"@\" is not looked at.\n"
+    "Names are of the form de_DE, in any letter case, or a language alone; genutil locales lists "
+    "them.\n"
     "\n"
     "Exit status: 0 all is well, 2 a locale is not known.\n",
     RunLocale};
