@@ -38,7 +38,7 @@ enum LocaleText : std::uint8_t {
 
 // Names of the numbers. Those of the dates and the time follow from the pictures.
 enum LocaleNumber : std::uint8_t {
-    kShortDateOrder,  // 0 month day year, 1 day month year, 2 year month day
+    kShortDateOrder,  // 0 month day year, 1 day before month, 2 year month day
     kLongDateOrder,
     kCentury,           // 1: years in four digits
     kDayLeadingZero,    // 1: days in two digits
