@@ -74,6 +74,9 @@ static_assert(kLocaleTexts <= 64);
 // changed for the own locale count. False when the system does not know the locale. Slow.
 bool ReadLocaleFacts(std::uint32_t language, const char* name, LocaleRecord* record);
 
+// Whether the system has the very locale, and not only facts that it takes from a related one.
+bool KnowsLocale(std::uint32_t language, const char* name);
+
 }  // namespace platform
 
 }  // namespace genutil

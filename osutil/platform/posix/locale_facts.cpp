@@ -7,6 +7,7 @@
 #include <unicode/uenum.h>
 #include <unicode/uloc.h>
 #include <unicode/unum.h>
+#include <unicode/ures.h>
 #include <unicode/ustring.h>
 
 #include <cstdio>
@@ -283,6 +284,13 @@ bool ReadLocaleFacts(std::uint32_t language, const char* name, LocaleRecord* rec
     const char* locale = IcuLocale(language, name);
     if (!locale) return false;
     return Reader(language, locale, *record).Read();
+}
+
+bool KnowsLocale(std::uint32_t language, const char* name) {
+    const char* locale = IcuLocale(language, name);
+    UErrorCode error = U_ZERO_ERROR;  // or a warning, when a related locale was opened
+    if (locale) ures_close(ures_open(nullptr, locale, &error));
+    return locale && error == U_ZERO_ERROR;
 }
 
 }  // namespace genutil::platform
