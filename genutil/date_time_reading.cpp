@@ -1,4 +1,5 @@
 // CGNDateTime from text, in the formats of the global locale.
+#include "gencalendar.h"
 #include "genlocale.h"
 #include "genmoment.h"
 #include "genutil/date_parse.h"
