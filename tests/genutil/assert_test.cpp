@@ -13,6 +13,7 @@ namespace {
 class Assertion : public testing::Test {
   protected:
     void SetUp() override {
+        OSSetThreaded();
         CGNAssert::Free();
         CGNGlobalTrace::Free();
         CGNGlobalTrace* trace = CGNGlobalTrace::Instance();
@@ -98,7 +99,6 @@ unsigned char WaitForAnotherThread(void* argument) {
 }
 
 TEST_F(Assertion, ACallbackOfOneThreadDoesNotBlockAnother) {
-    OSSetThreaded();
     Reaction reaction;
     CGNAssert::Instance()->Init(WaitForAnotherThread, &reaction);
     CGNAssert::Instance()->SetNativeAssert(0);
