@@ -5,6 +5,7 @@
 
 #include "genutil/allocate.h"
 #include "osthread.h"
+#include "osutil/lock.h"
 #include "osutil/thread_record.h"
 #include "tests/support/worker.h"
 
@@ -47,14 +48,22 @@ TEST(HeldMutexes, AreTakenOutInAnyOrder) {
     EXPECT_EQ(held.At(44), Number(23));
 }
 
-TEST(ThreadRecord, CountsTheCallsOfLocks) {
+TEST(ThreadRecord, CountsTheCallsOfLocksAndNamesTheOwner) {
     OSSetThreaded();
     const std::uint32_t before = CountLockCalls();
     _osmutex* mutex = OSMutexCreate();
     OSMutexWait(mutex);
+    EXPECT_EQ(mutex->owner, OSGetCurrentThreadID());
     OSMutexRelease(mutex);
+    EXPECT_EQ(mutex->owner, 0u);
+    ThreadRecord* record = nullptr;
+    {
+        Worker worker([&] { OSMutexWait(mutex), record = KnownThreadRecord(); });
+    }
+    ASSERT_NE(record, nullptr);
+    EXPECT_EQ(record->held.Count(), 0u) << "a later thread's";
     OSMutexDestroy(mutex);
-    EXPECT_EQ(CountLockCalls() - before, 4u);
+    EXPECT_EQ(CountLockCalls() - before, 5u);
 }
 
 TEST(Allocation, AFailureIsANullOrAFalseAndLeavesTheRestAtWork) {
