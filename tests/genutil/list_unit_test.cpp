@@ -6,24 +6,16 @@
 #include <string>
 
 #include "genlist.h"
-#include "genutil/allocate.h"
+#include "tests/support/allocation_gate.h"
 #include "tests/support/reported_failures.h"
 
 namespace {
 
-int g_left = 0;  // allocations before the one that fails
-std::size_t g_largest = 0;
-
 // Items of the array that an operation allocates; 0 when it allocates none.
 std::size_t ItemsAllocated(const std::function<void()>& operation) {
-    g_largest = 0;
-    genutil::g_allocationGate = [](std::size_t bytes) {
-        if (bytes > g_largest) g_largest = bytes;
-        return true;
-    };
+    const AllocationGate all(INT_MAX);
     operation();
-    genutil::g_allocationGate = nullptr;
-    return g_largest / sizeof(long);
+    return all.Largest() / sizeof(long);
 }
 
 TEST(ListStorage, GrowsInBlocks) {
@@ -74,12 +66,10 @@ TEST(ListStorage, AFailedInsertionKeepsTheEqualString) {
     CGNStringList list;
     list.ParseFrom(";a;b", ';');
     const ReportedFailures reported;
-    genutil::g_allocationGate = [](std::size_t) { return g_left-- != 0; };
     for (const int failing : {0, 1}) {  // the string, its text
-        g_left = failing;
+        const AllocationGate gate(failing, 1);
         EXPECT_FALSE(list.InsertUnique(0, *list.GetItem(2)));
     }
-    genutil::g_allocationGate = nullptr;
     EXPECT_EQ(reported.Count(), 2);
     ASSERT_EQ(list.GetCount(), 3);
     EXPECT_STREQ(*list.GetItem(2), "b");
@@ -121,11 +111,11 @@ TEST(ListStorage, EachFailureOfMemoryLeavesAUsableList) {
             lists.strings.AddItem("second");
             lists.lists.AddItem(lists.strings);
             const ReportedFailures reported;
-            g_left = failing;
-            genutil::g_allocationGate = [](std::size_t) { return g_left-- != 0; };
-            operation(lists);
-            genutil::g_allocationGate = nullptr;
-            if (g_left >= 0) break;  // all of its allocations have failed once
+            {
+                const AllocationGate gate(failing, 1);
+                operation(lists);
+                if (gate.Count() <= failing) break;  // all of its allocations have failed once
+            }
             EXPECT_GT(reported.Count(), 0);
             ExpectWhole(lists);
             operation(lists);

@@ -5,21 +5,9 @@
 #include <string>
 
 #include "gendiag.h"
-#include "genutil/allocate.h"
 #include "osthread.h"
+#include "tests/support/allocation_gate.h"
 #include "tests/support/worker.h"
-
-namespace {
-
-// No allocation succeeds for the length of a scope.
-struct NoMemory {
-    NoMemory() {
-        genutil::g_allocationGate = [](std::size_t) { return false; };
-    }
-    ~NoMemory() { genutil::g_allocationGate = nullptr; }
-};
-
-}  // namespace
 
 TEST(WithoutMemory, ALineOfTheTraceIsCut) {
     CGNTrace trace;
@@ -31,7 +19,7 @@ TEST(WithoutMemory, ALineOfTheTraceIsCut) {
         for (const bool hasModule : {true, false}) {
             const std::string text(length, 'x');
             std::string line = Printed([&] {
-                const NoMemory noMemory;
+                const AllocationGate noMemory(0);
                 trace.WriteMsg("p", 1, hasModule ? module : none, "%s", text.c_str());
             });
             std::erase(line, '\r');
@@ -53,7 +41,7 @@ TEST(WithoutMemory, AnAssertionCallsBackAllTheSame) {
     CGNGlobalTrace::Free();
     CGNLclSt::Free();
     {
-        const NoMemory noMemory;
+        const AllocationGate noMemory(0);
         EXPECT_EQ(CGNGlobalTrace::Instance(), nullptr);
         EXPECT_EQ(CGNLclSt::Instance(), nullptr);
         EXPECT_EQ(assertion->cgnassert(0, "file", 1), 1);
