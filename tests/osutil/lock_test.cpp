@@ -3,8 +3,6 @@
 
 #include <array>
 #include <atomic>
-#include <functional>
-#include <memory>
 #include <vector>
 
 #include "osthread.h"
@@ -29,24 +27,11 @@ class Lock : public testing::Test {
         OSRWLockWriteWait(m_lock);
         OSRWLockWriteRelease(m_lock);
     }
-    static bool IsHeldUp(const Worker& visitor) {
-        return HoldsBack([&] { return visitor.IsDone(); });
-    }
     // Whether another thread gets the mutex now; one that does not is stuck.
     static bool IsFree(_osmutex* mutex) {
         Worker visitor([&] { Visit(mutex); });
         visitor.Join();
         return visitor.IsDone();
-    }
-    // What several threads, numbered from 0, do at the same time.
-    template <class Work>
-    static void AtTheSameTime(int threads, Work work) {
-        std::vector<std::unique_ptr<Worker>> workers;
-        for (int i = 0; i < threads; ++i)
-            workers.push_back(std::make_unique<Worker>([=] { work(i); }));
-    }
-    static void ExpectError(const std::function<void()>& call) {
-        EXPECT_EQ(Printed(call).substr(0, 6), "Error ");
     }
 
     _osmutex* m_mutex = OSMutexCreate();
