@@ -12,8 +12,7 @@ namespace {
 
 constexpr long kJapaneseEras = 3;
 
-DateFields FieldsOf(int year, int month, int day, int weekday) {
-    const CLCLocale* locale = CLCGlobalLocale::Instance();
+DateFields FieldsOf(const CLCLocale* locale, int year, int month, int day, int weekday) {
     const bool eras = locale && locale->GetCalendarType() == kJapaneseEras;
     const int shown = eras ? static_cast<int>(locale->EmperorYrFromGregorianYr(year)) : year;
     const bool named = weekday >= 0 && weekday <= 6;
@@ -28,15 +27,20 @@ unsigned char Number(CGNString& out, int number, int width) {
 
 }  // namespace
 
-unsigned char CGNDateTime::AddDateString(long style) {
-    CLCLocale* locale = CLCGlobalLocale::Instance();
-    return AppendDate(m_display, FieldsOf(m_year, m_month, m_day, m_weekday), nullptr, style,
-                      locale);
+unsigned char CGNDateTime::AddDateIn(CLCLocale* locale, long style) {
+    return AppendDate(m_display, FieldsOf(locale, m_year, m_month, m_day, m_weekday), nullptr,
+                      style, locale);
+}
+unsigned char CGNDateTime::AddTimeIn(CLCLocale* locale) {
+    AppendTime(m_display, {m_hour, m_minute, m_second}, locale);
+    return 1;
 }
 
+unsigned char CGNDateTime::AddDateString(long style) {
+    return AddDateIn(CLCGlobalLocale::Instance(), style);
+}
 unsigned char CGNDateTime::AddTimeString() {
-    AppendTime(m_display, {m_hour, m_minute, m_second}, CLCGlobalLocale::Instance());
-    return 1;
+    return AddTimeIn(CLCGlobalLocale::Instance());
 }
 
 // The blank stands even where the date is missing, and the time always succeeds.
@@ -93,7 +97,7 @@ unsigned char CGNDateTime::Component(CGNString& out, Write write) const {
     out.Clear();
     TextBuilder builder(out);
     if (const CLCLocale* locale = CLCGlobalLocale::Instance())
-        write(builder, FieldsOf(m_year, m_month, m_day, m_weekday), *locale);
+        write(builder, FieldsOf(locale, m_year, m_month, m_day, m_weekday), *locale);
     return 1;
 }
 
