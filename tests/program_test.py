@@ -203,7 +203,7 @@ class Program(unittest.TestCase):
                      'encoding               shift_jis', 'after noon             "午後"',
                      'era                    平成'):
             self.assertIn(line, out)
-        self.assertEqual(len(out), 2 * 26 + 1)
+        self.assertEqual(len(out), 2 * 27 + 1)
         self.expect(run('locale', 'xx', 'en_US'), 2, "locale 'xx' is not known")
         self.expect(run('locale'), 2, 'name a locale')
 
