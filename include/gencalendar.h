@@ -210,6 +210,8 @@ class GENUTIL_API CGNDate {
 
   private:
     static void CheckLayout();
+    template <class Read>
+    unsigned char ReadWith(const CGNString& text, CGNString& rest, Read read);
 
     std::int32_t m_status;
     std::int32_t m_year;

@@ -184,6 +184,11 @@ class GENUTIL_API CGNDateTime {
 
   private:
     static void CheckLayout();
+    void TakeFields(const struct tm& local);
+    template <class Read>
+    unsigned char ReadWith(const CGNString& text, CGNString& rest, Read read);
+    template <class Write>
+    unsigned char Component(CGNString& out, Write write) const;
 
     std::int32_t m_hour;
     std::int32_t m_minute;
