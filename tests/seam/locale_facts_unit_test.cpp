@@ -87,7 +87,9 @@ TEST(LocaleFacts, EveryTextIsWrittenInTheCodeSetOfItsRow) {
 
 TEST(LocaleFacts, AreReadOnceForALanguageAndACodeSet) {
     const LocaleFacts* croatian = FindLocaleFacts(0x041A, mbWindows1250);
+    g_allocationGate = [](std::size_t) { return false; };  // nothing is read or made
     EXPECT_EQ(FindLocaleFacts(0x041A, mbWindows1250), croatian);
+    g_allocationGate = nullptr;
     EXPECT_EQ(RefreshLocaleFacts(0x041A, mbWindows1250), croatian);  // nothing changed
     const LocaleFacts* cyrillic = FindLocaleFacts(0x041A, mbWindows1251);
     EXPECT_NE(cyrillic, croatian);
@@ -142,6 +144,7 @@ TEST(LocaleFacts, TheNearestCharacterIsWritten) {
         {__LINE__, mbWindows1256, u"\u062F\u06CC", "\xCF\xED"},
         {__LINE__, mbKorean, u"\u20A9", "\xA3\xDC"},
         {__LINE__, mbShiftJis, u"\u5348\u524D", "\x8C\xDF\x91\x4F"},
+        {__LINE__, mbWestern, u"m\u1ED9t", "mot"},  // its tone mark is lacking, not its letter
         {__LINE__, mbWestern, u"a\u0939", nullptr},
     };
     for (const auto& row : kRows) {
