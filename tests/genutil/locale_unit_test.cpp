@@ -2,21 +2,11 @@
 #include <gtest/gtest.h>
 
 #include "genlocale.h"
-#include "genutil/allocate.h"
+#include "tests/support/allocation_gate.h"
 #include "tests/support/reported_failures.h"
 #include "tests/support/temporary_file.h"
 
 namespace {
-
-int g_untilFailure;  // allocations that still pass before the one that fails
-
-struct FailOnce {
-    explicit FailOnce(int passing) {
-        g_untilFailure = passing;
-        genutil::g_allocationGate = [](std::size_t) { return g_untilFailure-- != 0; };
-    }
-    ~FailOnce() { genutil::g_allocationGate = nullptr; }
-};
 
 // Everything that an application does with a locale, with each single allocation failing in turn.
 TEST(LocaleMemory, OneFailedAllocationIsReportedAndTheRestGoesOn) {
@@ -30,14 +20,14 @@ TEST(LocaleMemory, OneFailedAllocationIsReportedAndTheRestGoesOn) {
         const ReportedFailures failures;
         CGNString section("s"), text("1.5"), name("ja_JP");
         {
-            const FailOnce gate(passing);
+            const AllocationGate gate(passing, 1);
             CLCLocale locale;
             locale.SetLocale(name);
             locale.LoadIniDateTimeSettings(const_cast<char*>(file.Path()), section);
             locale.Customize("H.mm", "", "", 2, "3;0", 1, 1, ",", "", "", name);
             locale.RegionalizeDecimalSeparator(text);
             const CLCLocale copy(locale);
-            failed = g_untilFailure < 0;
+            failed = gate.Count() > passing;
         }
         EXPECT_EQ(failures.Count(), failed) << passing;
     }
@@ -48,7 +38,7 @@ TEST(LocaleMemory, TheGlobalLocaleIsTriedAgain) {
     CLCGlobalLocale::Free();
     const ReportedFailures failures;
     {
-        const FailOnce gate(0);
+        const AllocationGate gate(0);
         EXPECT_EQ(CLCGlobalLocale::Instance(), nullptr);
     }
     EXPECT_EQ(failures.Count(), 1);

@@ -9,11 +9,11 @@
 #include <thread>
 #include <vector>
 
-#include "genutil/allocate.h"
 #include "genutil/locale_facts.h"
 #include "genutil/locale_text.h"
 #include "genutil/mbutil/code_set.h"
 #include "osutil/platform/picture_shape.h"
+#include "tests/support/allocation_gate.h"
 #include "tests/support/reported_failures.h"
 
 using namespace genutil;
@@ -87,9 +87,11 @@ TEST(LocaleFacts, EveryTextIsWrittenInTheCodeSetOfItsRow) {
 
 TEST(LocaleFacts, AreReadOnceForALanguageAndACodeSet) {
     const LocaleFacts* croatian = FindLocaleFacts(0x041A, mbWindows1250);
-    g_allocationGate = [](std::size_t) { return false; };  // nothing is read or made
-    EXPECT_EQ(FindLocaleFacts(0x041A, mbWindows1250), croatian);
-    g_allocationGate = nullptr;
+    {
+        const AllocationGate nothingIsMade(0);
+        EXPECT_EQ(FindLocaleFacts(0x041A, mbWindows1250), croatian);
+        EXPECT_EQ(nothingIsMade.Count(), 0);
+    }
     EXPECT_EQ(RefreshLocaleFacts(0x041A, mbWindows1250), croatian);  // nothing changed
     const LocaleFacts* cyrillic = FindLocaleFacts(0x041A, mbWindows1251);
     EXPECT_NE(cyrillic, croatian);
@@ -115,15 +117,11 @@ TEST(LocaleFacts, ThreadsThatMeetGetTheSame) {
 }
 
 TEST(LocaleFacts, WithoutMemoryThereAreNoneAndTheNextCallTriesAgain) {
-    static int left;
     FindLocaleFacts(0x0407, mb8859_15);  // the tables of the code set are there
     for (int passing : {0, 1}) {
         const ReportedFailures failures;
-        left = passing;
-        g_allocationGate = [](std::size_t) { return left-- > 0; };
-        const LocaleFacts* facts = FindLocaleFacts(0x0410, mb8859_15);
-        g_allocationGate = nullptr;
-        EXPECT_EQ(facts, nullptr) << passing;
+        const AllocationGate gate(passing);
+        EXPECT_EQ(FindLocaleFacts(0x0410, mb8859_15), nullptr) << passing;
         EXPECT_EQ(failures.Count(), 1) << passing;
     }
     EXPECT_NE(FindLocaleFacts(0x0410, mb8859_15), nullptr);
