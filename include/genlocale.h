@@ -35,6 +35,20 @@
 namespace genutil {
 struct LocaleFacts;
 struct LocaleAccess;
+
+/** Counts the changes of all locale objects, so that what was derived from their settings is known
+    to be right as long as there were none. Takes no room in them. */
+struct GENUTIL_API LocaleEdits {
+    LocaleEdits() { Touch(); }
+    LocaleEdits(const LocaleEdits&) { Touch(); }
+    LocaleEdits& operator=(const LocaleEdits&) {
+        Touch();
+        return *this;
+    }
+    ~LocaleEdits() { Touch(); }
+    /** Notes a change. Any thread. */
+    static void Touch();
+};
 }  // namespace genutil
 
 /** A Japanese era: its name, the Gregorian year in which it begins and how long it lasted. */
@@ -150,7 +164,7 @@ enum CLCLanguage : std::int32_t {
 };
 
 /** The settings of one locale. Text accessors assign to their CGNString argument and return 1. */
-class GENUTIL_API CLCLocale {
+class GENUTIL_API CLCLocale : private genutil::LocaleEdits {
   public:
     /* -- Construction ---------------------------------------------------------------------- */
 
