@@ -6,16 +6,6 @@
 
 using namespace genutil;
 
-namespace {
-
-// The text that is left, which may be part of the string that receives it.
-void Leave(CGNString& rest, const char* left) {
-    const CGNString copy(left);
-    rest = copy;
-}
-
-}  // namespace
-
 // Runs a reader over the scratch values of this object; what is left goes to rest if it succeeds.
 template <class Read>
 unsigned char CGNDate::ReadWith(const CGNString& text, CGNString& rest, Read read) {
@@ -29,13 +19,12 @@ unsigned char CGNDate::ReadWith(const CGNString& text, CGNString& rest, Read rea
     m_parsedDay = scratch.day;
     m_era = scratch.era;
     m_status = scratch.status;
-    if (done) Leave(rest, reader.At());
+    if (done) rest = reader.At();  // which may be part of rest itself
     return done;
 }
 
 unsigned char CGNDate::GetDateFromString(const CGNString& text, CGNString& rest) {
-    const CGNString whole(text);
-    return GetLongDateFromString(whole, rest) || GetShortDateFromString(whole, rest);
+    return GetLongDateFromString(text, rest) || GetShortDateFromString(text, rest);
 }
 
 unsigned char CGNDate::GetLongDateFromString(const CGNString& text, CGNString& rest) {
@@ -51,9 +40,8 @@ unsigned char CGNDate::GetShortDateFromString(const CGNString& text, CGNString& 
 
 unsigned char CGNDate::GetDateFromStringUsingFormat(const CGNString& text, CGNString& rest,
                                                     const CGNString& format) {
-    const CGNString whole(text);
-    if (ReadWith(whole, rest, [&](DateReader& reader) { return reader.Date(format); })) return 1;
-    rest = whole;
+    if (ReadWith(text, rest, [&](DateReader& reader) { return reader.Date(format); })) return 1;
+    if (&rest != &text) rest = text;
     return 0;
 }
 
@@ -90,8 +78,7 @@ long CGNDate::GetEmperorFromString(const CGNString& text, CGNString& rest) {
     const CLCLocale* locale = CLCGlobalLocale::Instance();
     if (!locale) return 0;
     DateScratch scratch = {};
-    const CGNString whole(text);
-    DateReader reader(whole, *locale, scratch);
-    if (reader.Era()) Leave(rest, reader.At());
+    DateReader reader(text, *locale, scratch);
+    if (reader.Era()) rest = reader.At();
     return scratch.era;
 }

@@ -35,7 +35,7 @@ unsigned char Component(CGNString& out, Write write) {
 
 }  // namespace
 
-bool genutil::AppendDate(CGNString& out, DateFields date, unsigned char* yearFirst, long style,
+bool genutil::AppendDate(TextBuilder& out, DateFields date, unsigned char* yearFirst, long style,
                          CLCLocale* locale) {
     if (!locale) return false;
     locale->InitControlPanelDateSettings();
@@ -45,8 +45,11 @@ bool genutil::AppendDate(CGNString& out, DateFields date, unsigned char* yearFir
         date.yearFirst = *static_cast<const char*>(*format) == 'y';
         *yearFirst = date.yearFirst;
     }
-    TextBuilder builder(out);
-    return WriteDate(builder, *format, date, *locale);
+    static Kept<const Picture::Elements> pictures[2];
+    const bool isLong = format == &LocaleAccess::DateFormat(*locale, LocaleAccess::kLong);
+    const Picture picture(*format, PictureLetters::kDate, PictureWalk::kCharacters,
+                          pictures[isLong], MarkOf(locale));
+    return WriteDate(out, picture, date, *locale);
 }
 
 static DateFields FieldsOf(const CGNDate& date, unsigned char yearFirst) {
@@ -62,7 +65,8 @@ static DateFields FieldsOf(const CGNDate& date, unsigned char yearFirst) {
 }
 
 unsigned char CGNDate::AddDateString(long style) {
-    return AppendDate(m_display, FieldsOf(*this, 0), &m_yearFirst, style,
+    TextBuilder builder(m_display);
+    return AppendDate(builder, FieldsOf(*this, 0), &m_yearFirst, style,
                       CLCGlobalLocale::Instance());
 }
 

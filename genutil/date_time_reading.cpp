@@ -20,15 +20,12 @@ unsigned char CGNDateTime::ReadWith(const CGNString& text, CGNString& rest, Read
     m_month = scratch.month;
     m_day = scratch.day;
     if (scratch.status == kDateInvalid) m_rangeStatus = 2;
-    if (!done) return 0;
-    const CGNString left(reader.At());  // which may be part of rest itself
-    rest = left;
-    return 1;
+    if (done) rest = reader.At();  // which may be part of rest itself
+    return done;
 }
 
 unsigned char CGNDateTime::GetDateFromString(const CGNString& text, CGNString& rest) {
-    const CGNString whole(text);
-    return GetLongDateFromString(whole, rest) || GetShortDateFromString(whole, rest);
+    return GetLongDateFromString(text, rest) || GetShortDateFromString(text, rest);
 }
 
 unsigned char CGNDateTime::GetLongDateFromString(const CGNString& text, CGNString& rest) {
@@ -44,9 +41,8 @@ unsigned char CGNDateTime::GetShortDateFromString(const CGNString& text, CGNStri
 
 unsigned char CGNDateTime::GetDateFromStringUsingFormat(const CGNString& text, CGNString& rest,
                                                         const CGNString& format) {
-    const CGNString whole(text);
-    if (ReadWith(whole, rest, [&](DateReader& reader) { return reader.Date(format); })) return 1;
-    rest = whole;
+    if (ReadWith(text, rest, [&](DateReader& reader) { return reader.Date(format); })) return 1;
+    if (&rest != &text) rest = text;
     return 0;
 }
 
@@ -98,8 +94,7 @@ unsigned char CGNDateTime::GetTimeFromString(const CGNString& text, CGNString& r
     const TimeReading reading = ReadLocaleTime(text, *locale, &time, &midnight);
     if (reading == TimeReading::kOutOfRange) {
         m_rangeStatus = 3;
-        const CGNString whole(text);
-        rest = whole;
+        if (&rest != &text) rest = text;
     }
     if (reading != TimeReading::kRead) return 0;
     m_hour = time.hour;

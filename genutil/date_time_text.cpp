@@ -29,13 +29,14 @@ unsigned char Number(CGNString& out, int number, int width) {
 }  // namespace
 
 unsigned char CGNDateTime::AddDateString(long style) {
-    CLCLocale* locale = CLCGlobalLocale::Instance();
-    return AppendDate(m_display, FieldsOf(m_year, m_month, m_day, m_weekday), nullptr, style,
-                      locale);
+    TextBuilder builder(m_display);
+    return AppendDate(builder, FieldsOf(m_year, m_month, m_day, m_weekday), nullptr, style,
+                      CLCGlobalLocale::Instance());
 }
 
 unsigned char CGNDateTime::AddTimeString() {
-    AppendTime(m_display, {m_hour, m_minute, m_second}, CLCGlobalLocale::Instance());
+    TextBuilder builder(m_display);
+    AppendTime(builder, {m_hour, m_minute, m_second}, CLCGlobalLocale::Instance());
     return 1;
 }
 
@@ -43,9 +44,12 @@ unsigned char CGNDateTime::AddTimeString() {
 unsigned char CGNDateTime::FormatForDisplay(long style) {
     m_display.Clear();
     if (IsEmpty()) return 0;
-    AddDateString(style);
-    m_display += ' ';
-    return AddTimeString();
+    TextBuilder builder(m_display);
+    CLCLocale* locale = CLCGlobalLocale::Instance();
+    AppendDate(builder, FieldsOf(m_year, m_month, m_day, m_weekday), nullptr, style, locale);
+    builder.Append(' ');
+    AppendTime(builder, {m_hour, m_minute, m_second}, locale);
+    return 1;
 }
 
 // Unlike the others it leaves the last text of an empty value.

@@ -12,6 +12,7 @@
 #include <cstdint>
 
 #include "genstr.h"
+#include "genutil/locale_edits.h"
 
 namespace genutil {
 
@@ -34,19 +35,30 @@ enum class PictureWalk : std::uint8_t { kCharacters, kBytes };
 class Picture {
   public:
     Picture(const CGNString& text, PictureLetters letters, PictureWalk walk);
+
+    // The same, found again without a look at the text: `where` is one place in a program, and
+    // `mark` stands for all that the text there depends on.
+    struct Elements;
+    Picture(const CGNString& text, PictureLetters letters, PictureWalk walk,
+            Kept<const Elements>& where, std::uint64_t mark);
     ~Picture();
     Picture(const Picture&) = delete;
     Picture& operator=(const Picture&) = delete;
 
-    const PictureElement* begin() const;
-    const PictureElement* end() const;
-    const char* Text(const PictureElement& element) const;
+    const PictureElement* begin() const { return m_begin; }
+    const PictureElement* end() const { return m_end; }
+    const char* Text(const PictureElement& element) const { return m_text + element.at; }
 
   private:
-    struct Elements;
+    void Find(const CGNString& text, PictureLetters letters, PictureWalk walk);
     static Elements* TakeApart(const CGNString& text, PictureLetters letters, PictureWalk walk);
 
+    void Take(const Elements* elements);
+
     const Elements* m_elements;
+    const PictureElement* m_begin = nullptr;
+    const PictureElement* m_end = nullptr;
+    const char* m_text = nullptr;
     bool m_owned;
 };
 

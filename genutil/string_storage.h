@@ -59,6 +59,7 @@ bool Grow(Unit*& text, std::uint32_t length, std::uint32_t& capacity, bool owned
 // Works on the members of a CGNString, out of sight of its exported header.
 struct StringStorage {
     static bool OwnsData(const CGNString& s);
+    static std::uint32_t Capacity(const CGNString& s) { return s.m_capacity; }
     static void Swap(CGNString& a, CGNString& b);
 
     // The text becomes its first `offset` bytes and n bytes of `text`, which may lie in it itself.

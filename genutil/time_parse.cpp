@@ -15,6 +15,7 @@ class TimeReader {
   public:
     TimeReader(const char* text, const CLCLocale& locale)
         : m_at(text), m_locale(locale), m_markerLeads(MarkerLeads(locale)) {
+        if (!locale.LocaleIsJapanese()) return;  // no other has unit characters
         locale.HourChar(m_units[0]);
         locale.MinuteChar(m_units[1]);
         locale.SecondChar(m_units[2]);
@@ -73,8 +74,9 @@ class TimeReader {
 }  // namespace
 
 bool MarkerLeads(const CLCLocale& locale) {
+    static Kept<const Picture::Elements> kept;
     const Picture picture(LocaleAccess::TimeFormat(locale), PictureLetters::kTime,
-                          PictureWalk::kCharacters);
+                          PictureWalk::kCharacters, kept, MarkOf(&locale));
     for (const PictureElement& element : picture)
         if (element.kind == PictureElement::kRun) return element.letter == 't';
     return false;

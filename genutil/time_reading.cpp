@@ -14,8 +14,7 @@ unsigned char CGNTime::GetTimeFromString(const CGNString& text, CGNString& rest)
     const TimeReading reading = ReadLocaleTime(text, *locale, &time, &midnight);
     if (reading == TimeReading::kOutOfRange) {
         m_rangeStatus = 3;
-        const CGNString whole(text);
-        rest = whole;
+        if (&rest != &text) rest = text;
     }
     if (reading != TimeReading::kRead) return 0;
     m_parsedHour = time.hour;
