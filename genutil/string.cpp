@@ -85,9 +85,14 @@ void StringStorage::Take(CGNString& s, const char* text, std::uint64_t n, std::u
     if (!taken) return;
     CopyUnits(taken, text, n);
     std::memset(taken + n, 0, static_cast<std::size_t>(length - n) + 1);
+    Adopt(s, taken, length, length);
+}
+
+void StringStorage::Adopt(CGNString& s, char* text, std::uint64_t length, std::uint64_t capacity) {
     s.FreeBuffers();
-    s.m_data = taken;
-    s.m_length = s.m_capacity = static_cast<std::uint32_t>(length);
+    s.m_data = text;
+    s.m_length = static_cast<std::uint32_t>(length);
+    s.m_capacity = static_cast<std::uint32_t>(capacity);
 }
 
 }  // namespace genutil
