@@ -3,6 +3,7 @@
 #define GENUTIL_GENUTIL_H
 
 #include "gendiag.h"
+#include "genlocale.h"
 #include "genstr.h"
 #include "mbutil.h"
 #include "osutil.h"

@@ -116,10 +116,177 @@ GENUTIL_API void SetCharset(char* dst, int codeSet);
     @return null when name has no "8859" in it; name otherwise, changed or not. */
 GENUTIL_API char* MapToWindowsCharsetName(char* name);
 
+/* -- Locales ---------------------------------------------------------------------------------
+
+   A locale goes by its name: language, "_" and country ("ja_JP"), for a few with a variant behind
+   ("es_ES_T"). The library has a table of them with their Windows identifiers; names in it are
+   case-sensitive. What a name has behind the first "." or "@" is no part of it there.
+
+   A handle is a locale that was found once and can be asked about. Opening, choosing and closing
+   handles never changes the current code set. Handles may be asked by any thread at any time; the
+   choice of the current one is a plain switch for the whole process.
+
+       mbLocale locale = mbOpenLocale("ja_JP.eucJP", mbOpenBest, NULL);
+       mbLocaleLCID(locale);                                              0x0411
+       mbLocaleCodeSet(locale);                                           mbEucJp
+       mbGetLocalePart(locale, mbPartCountry, name, sizeof name);         "JP"
+       mbCloseLocale(locale); */
+
+/** A locale that was opened; null, wherever one is taken, is the user's. */
+typedef struct mbLocaleRecord* mbLocale;
+
+/** Receives a line about what an opening found, without a line end. */
+typedef void (*mbLocaleTrace)(const char* line);
+
+/** How far a name may be from those in the table. */
+enum mbLocaleKind {
+    mbOpenExact = 0,   /**< one of the table, and what may stand behind it */
+    mbOpenSpelled = 1, /**< also in any letter case, with "-", or an identifier ("0x0411") */
+    mbOpenBest = 2     /**< also a language without a country, or with one that the table lacks */
+};
+
+/** Opens a locale by its name. With mbOpenBest "de" and "de_XX" open "de_DE", the usual country of
+    the language.
+    @param name the name, may be "ja_JP.SJIS" or "de_DE@euro"; null or empty for the user's locale.
+    @param kind one of mbLocaleKind; any other number counts as mbOpenBest.
+    @param trace is called once with what was found or that nothing was; may be null.
+    @return the handle, to be closed; null when the locale is not known or memory runs out. */
+GENUTIL_API mbLocale mbOpenLocale(const char* name, int kind, mbLocaleTrace trace);
+
+/** Closes a handle; null is allowed. When it was the current one, that is the user's again. */
+GENUTIL_API void mbCloseLocale(mbLocale locale);
+
+/** @return the handle that mbSetCurrentLocale last made current; null at first. */
+GENUTIL_API mbLocale mbGetCurrentLocale(void);
+
+/** Makes a handle current, for the application's own use. @return the one that was. */
+GENUTIL_API mbLocale mbSetCurrentLocale(mbLocale locale);
+
+/** @return the Windows locale identifier of a handle. */
+GENUTIL_API unsigned long mbLocaleLCID(mbLocale locale);
+
+/** @return the code set that the handle's name was opened with ("ja_JP.eucJP"); when it named none
+    that is known, the one that the locale's texts come in. */
+GENUTIL_API int mbLocaleCodeSet(mbLocale locale);
+
+/** The parts of a locale's name. */
+enum mbLocalePart {
+    mbPartName = 0,     /**< as the table has it: "es_ES_T" */
+    mbPartLanguage = 1, /**< "es" */
+    mbPartCountry = 2,  /**< "ES"; empty where the name has none */
+    mbPartVariant = 3,  /**< "T"; empty for most */
+    mbPartCharset = 4   /**< what stood behind "." when it was opened: "SJIS" */
+};
+
+/** Writes a part of a handle's name. @param locale the handle. @param part one of mbLocalePart.
+    @param out receives the part; empty when it does not fit. @param size bytes of out.
+    @return its length; 0 when it is empty or does not fit. */
+GENUTIL_API int mbGetLocalePart(mbLocale locale, int part, char* out, int size);
+
 /** @return the Windows locale identifier of a locale name such as "ja_JP" ("en_US.UTF-8" and the
     like are cut at the first "." or "@"); for null or empty that of the user's locale; 0 when the
-    name is not known. */
+    name is not known. Of names that stand several times the first with an identifier of its own. */
 GENUTIL_API unsigned long mbGetLCID(const char* localeName);
+
+/** Writes the MIME name of the code set that the texts of a locale come in ("shift_jis" for
+    "ja_JP", "windows-1252" for "en_US.UTF-8": what follows a "." does not count).
+    @param dst receives the name; empty when it does not fit. @param size bytes of dst.
+    @param localeName null or empty for the user's locale; an unknown one counts as Western.
+    @return the length of the name, 0 when it does not fit. */
+GENUTIL_API int mbDefaultCodePageForLocale(char* dst, int size, const char* localeName);
+
+/** Which locales an enumeration lists. */
+enum mbLocaleSelection {
+    mbSelectCodeSet = 0, /**< those whose texts come in the current code set */
+    mbSelectSystem = 1,  /**< those that the operating system has settings for */
+    mbSelectAll = 2      /**< all of the table */
+};
+
+/** Steps through the names of the table, each listed once.
+    @param name receives the next name; empty when it does not fit (16 bytes always do).
+    @param size bytes of name. @param cursor1 -1 begins; then where the enumeration stands.
+    @param cursor2 -1 begins; then the number of names listed before this one.
+    @param select one of mbLocaleSelection; any other number lists all.
+    @return the length of the name, fitting or not; 0, with name as it was, behind the last one. */
+GENUTIL_API int mbGetNextLocaleEx(char* name, int size, int* cursor1, int* cursor2, int select);
+
+/** How a locale is called. */
+enum mbLocaleStyle {
+    mbStyleNative = 0,   /**< in its own language, where the current code set has the letters */
+    mbStyleLanguage = 1, /**< its language in English */
+    mbStyleEnglish = 2   /**< "English (United States)" */
+};
+
+/** Writes a description of a locale for people to read, in the current code set. The English ones
+    are the library's own, the same on every system.
+    @param out receives the text, cut at a whole character when it does not fit (128 bytes always
+    do). @param size bytes of out. @param name a name of the table; null or empty for the user's.
+    @param style one of mbLocaleStyle; any other number counts as mbStyleEnglish.
+    @return 1; 0, with out empty, when the name is not known. */
+GENUTIL_API int mbDisplayLocale(char* out, int size, const char* name, int style);
+
+/* -- Time zones ------------------------------------------------------------------------------
+
+   A time zone goes by its name in the tz database ("Asia/Tokyo"); wherever one is taken, the name
+   that Windows has for it ("Tokyo Standard Time") does as well. A zone that is the system's own
+   and has no name in the database keeps the system's. Names are case-sensitive.
+
+       mbTZoneCursor cursor = mbFirstTZone;
+       while (mbGetNextTZone(name, sizeof name, &cursor)) {
+           mbDisplayTZone(text, sizeof text, name);      "(UTC+09:00) Tokyo, Japan"
+       }
+
+   The zones are gathered from the system by the first call that needs them, once for the process;
+   from then on any thread may call every function but mbSetTZone. */
+
+/** Where an enumeration of zones stands. All bytes 0xFF, as in mbFirstTZone, begin a new one. */
+typedef struct mbTZoneCursor {
+    int position[4];
+} mbTZoneCursor;
+#define mbFirstTZone {{-1, -1, -1, -1}}
+
+/** Steps through the time zones that the system knows, from west to east.
+    @param name receives the next zone's name; empty when it does not fit (48 bytes always do).
+    @param size bytes of name. @param cursor where the enumeration stands.
+    @return the length of the name, fitting or not; 0, with name as it was, behind the last zone. */
+GENUTIL_API int mbGetNextTZone(char* name, int size, mbTZoneCursor* cursor);
+
+/** Writes what a zone is called for a user to choose it: its offset in standard time and its place
+    in English, in the current code set.
+    @param out receives the text, cut at a whole character when it does not fit (128 bytes always
+    do). @param size bytes of out. @param name the zone. @return 1; 0, with out empty, when the
+    system does not know the zone. */
+GENUTIL_API int mbDisplayTZone(char* out, int size, const char* name);
+
+/** Writes the rule of a zone that is in force today as the variable TZ takes it on every system:
+    "JST-9", "CET-1CEST,M3.5.0,M10.5.0/3". The names in it may differ between systems.
+    @param out receives the rule; empty when it does not fit (64 bytes always do). @param size bytes
+    of out. @param name the zone. @return its length; 0 when it does not fit or is not known. */
+GENUTIL_API int mbGetTZoneRule(char* out, int size, const char* name);
+
+/** Writes the name that Windows has for a zone of the tz database, older names of it included, as
+    a table in the library has it, whichever system this is.
+    @param out receives the name; empty when it does not fit. @param size bytes of out. @param name
+    the zone's name in the tz database.
+    @return its length; 0 when it does not fit or Windows has no such zone. */
+GENUTIL_API int mbGetWindowsTZone(char* out, int size, const char* name);
+
+/** The reverse: the name in the tz database for a zone of Windows, that of its best-known place.
+    @param out receives the name; empty when it does not fit. @param size bytes of out.
+    @param windowsName such as "Tokyo Standard Time". @return as mbGetWindowsTZone. */
+GENUTIL_API int mbGetTZoneOfWindows(char* out, int size, const char* windowsName);
+
+/** Makes a zone that of the process, through the variable TZ: by its name where the C library knows
+    names, by its rule on Windows. Call it while no other thread reads the environment.
+    @param name the zone, or a rule as TZ takes it; null or empty for that of the machine.
+    @return 1; 0, with nothing changed, when the zone is not known. */
+GENUTIL_API int mbSetTZone(const char* name);
+
+/** Writes the name of the zone of the process: what mbSetTZone was given while that is in force,
+    else the content of TZ, else the zone that the machine is set to.
+    @param out receives the name; empty when it does not fit. @param size bytes of out.
+    @return its length; 0 when it does not fit or cannot be told. */
+GENUTIL_API int mbGetTZone(char* out, int size);
 
 /* -- Stepping -------------------------------------------------------------------------------- */
 

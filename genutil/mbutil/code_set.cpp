@@ -7,6 +7,7 @@
 
 #include "genutil/mbutil/ascii.h"
 #include "genutil/mbutil/code_set_info.h"
+#include "genutil/mbutil/copy_out.h"
 #include "genutil/mbutil/step.h"
 #include "osutil/platform/locales.h"
 
@@ -179,18 +180,26 @@ bool EqualsIgnoringCase(const char* a, const char* b) {
 
 }  // namespace
 
-int mbGetCodeSet(const char* name) {
-    if (!name) return mbWestern;
+static int FindCodeSetByKeyword(const char* name) {
     for (const Keyword& keyword : kKeywords)
         if (HasKeyword(name, keyword.text)) return keyword.codeSet;
-    return mbWestern;
+    return -1;
+}
+
+int genutil::FindCodeSetByName(const char* name) {
+    for (const Charset& row : kCharsets)
+        if (EqualsIgnoringCase(name, row.mime)) return row.codeSet;
+    return FindCodeSetByKeyword(name);
+}
+
+int mbGetCodeSet(const char* name) {
+    const int codeSet = name ? FindCodeSetByKeyword(name) : -1;
+    return codeSet < 0 ? mbWestern : codeSet;
 }
 
 int mbGetCodeSetFromCharset(const char* name) {
-    if (!name || !*name) return mbWestern;
-    for (const Charset& row : kCharsets)
-        if (EqualsIgnoringCase(name, row.mime)) return row.codeSet;
-    return mbGetCodeSet(name);
+    const int codeSet = name && *name ? FindCodeSetByName(name) : -1;
+    return codeSet < 0 ? mbWestern : codeSet;
 }
 
 void SetCharset(char* dst, int codeSet) {
@@ -222,4 +231,15 @@ unsigned long mbGetLCID(const char* localeName) {
     if (!localeName || !*localeName) return UserLanguage();
     const LocaleRow* row = FindLocaleByName(localeName);
     return row ? row->language : 0;
+}
+
+int mbDefaultCodePageForLocale(char* dst, int size, const char* localeName) {
+    int codeSet = mbWestern;
+    if (!localeName || !*localeName)
+        codeSet = UserAnsiCodeSet();
+    else if (const LocaleRow* row = FindLocaleByName(localeName))
+        codeSet = row->codeSet;
+    char name[32];
+    SetCharset(name, codeSet);
+    return CopyWhole(dst, size, name);
 }

@@ -27,6 +27,7 @@ struct LocaleRow {
     std::uint16_t language;
     const char* name;
     std::uint8_t codeSet;
+    const char* description;  // English, in UTF-8
 };
 extern const LocaleRow kLocaleTable[];  // ends at language 0
 const LocaleRow* FindLocaleByLanguage(unsigned language);
@@ -42,5 +43,7 @@ unsigned UserLanguage();
 int UserAnsiCodeSet();
 // The code set of a Windows code page number, -1 when there is none.
 int CodeSetOfCodePage(unsigned codePage);
+// The code set that a MIME name or a free-form one denotes, -1 when it denotes none.
+int FindCodeSetByName(const char* name);
 
 }  // namespace genutil

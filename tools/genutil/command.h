@@ -23,7 +23,8 @@ struct Command {
     const char* help;
     Status (*run)(const Arguments& arguments);
 };
-extern const Command kDetectCommand, kConvertCommand, kTextCommand;
+extern const Command kDetectCommand, kConvertCommand, kTextCommand, kLocaleCommand, kLocalesCommand,
+    kZonesCommand;
 
 // An option of a subcommand: where its value goes, or (value null) the flag it sets.
 struct Option {

@@ -7,10 +7,11 @@
 
 namespace {
 
-const Command* const kCommands[] = {&kDetectCommand, &kConvertCommand, &kTextCommand};
+const Command* const kCommands[] = {&kDetectCommand, &kConvertCommand, &kTextCommand,
+                                    &kLocaleCommand, &kLocalesCommand, &kZonesCommand};
 
 void PrintHelp() {
-    std::puts("genutil: text files in the encodings of Windows, Unix and the web\n");
+    std::puts("genutil: text in the encodings and customs of its readers\n");
     for (const Command* command : kCommands)
         std::printf("  genutil %-8s %s\n", command->name, command->summary);
     std::puts(

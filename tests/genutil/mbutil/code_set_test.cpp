@@ -112,6 +112,12 @@ TEST(CodeSet, LocaleIdentifiers) {
     EXPECT_EQ(mbGetLCID("de_DE@euro"), 0x407u);
     EXPECT_EQ(mbGetLCID("sr_YU"), 0xc1au);
     EXPECT_EQ(mbGetLCID("xx_XX") + mbGetLCID("en"), 0u);
+    char name[16] = "?";
+    EXPECT_EQ(mbDefaultCodePageForLocale(name, 10, "ja_JP.EUC"), 9);
+    EXPECT_STREQ(name, "shift_jis");
+    EXPECT_EQ(mbDefaultCodePageForLocale(name, 9, "ja_JP"), 0);
+    EXPECT_STREQ(name, "");
+    EXPECT_EQ(mbDefaultCodePageForLocale(name, sizeof name, ""), JapaneseUser() ? 9 : 12);
 }
 
 }  // namespace

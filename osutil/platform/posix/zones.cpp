@@ -1,0 +1,195 @@
+// Time zones of the system's tz database, and the variable TZ.
+#include "osutil/platform/zones.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <new>
+
+namespace genutil::platform {
+
+const bool kZoneVariableTakesNames = true;
+
+namespace {
+
+const char* DatabaseFolder() {
+    const char* folder = std::getenv("TZDIR");
+    return folder && *folder ? folder : "/usr/share/zoneinfo";
+}
+
+// "Asia/Tokyo", and nothing that leads out of the folder or is a file of another kind.
+bool IsZoneName(const char* name) {
+    if (!(*name >= 'A' && *name <= 'Z')) return false;
+    for (const char* p = name; *p; ++p) {
+        const bool letter = (*p >= 'A' && *p <= 'Z') || (*p >= 'a' && *p <= 'z');
+        if (!letter && !(*p >= '0' && *p <= '9') && !std::strchr("/_+-", *p)) return false;
+    }
+    return true;
+}
+
+// The last line of a compiled zone file is the rule for the years that it does not list.
+bool ReadLastLine(int file, char* rule, std::size_t size) {
+    char magic[4], tail[80];
+    if (read(file, magic, sizeof magic) != 4 || std::memcmp(magic, "TZif", 4) != 0) return false;
+    const off_t length = lseek(file, 0, SEEK_END);
+    const off_t from = length > static_cast<off_t>(sizeof tail) ? length - off_t{sizeof tail} : 0;
+    const ssize_t got = pread(file, tail, sizeof tail, from);
+    if (got < 2 || tail[got - 1] != '\n') return false;
+    const auto* line = static_cast<const char*>(memrchr(tail, '\n', static_cast<size_t>(got - 1)));
+    if (!line) return false;
+    const auto bytes = static_cast<std::size_t>(tail + got - 1 - (line + 1));
+    if (bytes == 0 || bytes >= size) return false;
+    std::memcpy(rule, line + 1, bytes);
+    rule[bytes] = 0;
+    return true;
+}
+
+// Lines of a table of the database: fields between tabs, "#" begins a comment.
+class Table {
+  public:
+    explicit Table(const char* name) {
+        char path[512];
+        std::snprintf(path, sizeof path, "%s/%s", DatabaseFolder(), name);
+        m_file = std::fopen(path, "re");
+    }
+    ~Table() {
+        if (m_file) std::fclose(m_file);
+    }
+    Table(const Table&) = delete;
+    Table& operator=(const Table&) = delete;
+
+    bool Next() {
+        while (m_file && std::fgets(m_line, sizeof m_line, m_file)) {
+            if (*m_line == '#') continue;
+            m_line[std::strcspn(m_line, "\n")] = 0;
+            return true;
+        }
+        return false;
+    }
+    // Of the current line; the text ends at the next tab.
+    const char* Field(int number) const {
+        const char* field = m_line;
+        for (; number > 0 && field; --number)
+            if ((field = std::strchr(field, '\t'))) ++field;
+        return field ? field : "";
+    }
+
+  private:
+    std::FILE* m_file;
+    char m_line[512];
+};
+
+// English names of countries by their two letters.
+class Countries {
+  public:
+    Countries() {
+        for (Table table("iso3166.tab"); table.Next();) {
+            const char* code = table.Field(0);
+            if (char* name = Name(code))
+                std::snprintf(name, kSize, "%.*s", static_cast<int>(kSize) - 1, table.Field(1));
+        }
+    }
+    char* Name(const char* code) {
+        const bool letters = code[0] >= 'A' && code[0] <= 'Z' && code[1] >= 'A' && code[1] <= 'Z';
+        return letters ? m_names[code[0] - 'A'][code[1] - 'A'] : nullptr;
+    }
+
+  private:
+    static constexpr std::size_t kSize = 64;
+    char m_names[26][26][kSize] = {};
+};
+
+// "America/Argentina/Buenos_Aires" of Argentina becomes "Buenos Aires, Argentina": the parts of the
+// name behind the continent, the smallest first, and the country.
+void WritePlace(char* out, std::size_t size, const char* name, const char* country) {
+    std::size_t n = 0;
+    const auto append = [&](const char* text, std::size_t length) {
+        if (n && n + 1 < size) out[n++] = ',';
+        if (n && n + 1 < size) out[n++] = ' ';
+        for (std::size_t i = 0; i < length && n + 1 < size; ++i)
+            out[n++] = text[i] == '_' ? ' ' : text[i];
+        out[n] = 0;
+    };
+    for (std::size_t end = std::strlen(name);;) {
+        const void* slash = memrchr(name, '/', end);
+        if (!slash) break;
+        const char* part = static_cast<const char*>(slash) + 1;
+        const auto length = static_cast<std::size_t>(name + end - part);
+        if (std::strlen(country) != length || std::memcmp(part, country, length))
+            append(part, length);
+        end = static_cast<std::size_t>(part - 1 - name);
+    }
+    if (*country) append(country, std::strlen(country));
+}
+
+}  // namespace
+
+bool ReadZoneRule(const char* name, char* rule, std::size_t size) {
+    if (!IsZoneName(name)) return false;
+    char path[512];
+    const int length = std::snprintf(path, sizeof path, "%s/%s", DatabaseFolder(), name);
+    if (length < 0 || static_cast<std::size_t>(length) >= sizeof path) return false;
+    const int file = open(path, O_RDONLY | O_CLOEXEC);
+    if (file < 0) return false;
+    const bool read = ReadLastLine(file, rule, size);
+    close(file);
+    return read;
+}
+
+void VisitZones(void (*visit)(void* context, const Zone& zone), void* context) {
+    Zone zone = {};
+    auto* const countries = new (std::nothrow) Countries;
+    for (Table table("zone.tab"); countries && table.Next();) {
+        std::snprintf(zone.name, sizeof zone.name, "%.*s",
+                      static_cast<int>(std::strcspn(table.Field(2), "\t")), table.Field(2));
+        if (!ReadZoneRule(zone.name, zone.rule, sizeof zone.rule)) continue;
+        const char* country = countries->Name(table.Field(0));
+        WritePlace(zone.place, sizeof zone.place, zone.name, country ? country : "");
+        visit(context, zone);
+    }
+    delete countries;
+    visit(context, {"UTC", "Coordinated Universal Time", "UTC0"});
+}
+
+bool ReadSystemZone(char* name, std::size_t size) {
+    char target[512];
+    const ssize_t length = readlink("/etc/localtime", target, sizeof target - 1);
+    if (length > 0) {
+        target[length] = 0;
+        const char* found = std::strstr(target, "zoneinfo/");
+        if (!found) return false;
+        found += std::strlen("zoneinfo/");
+        const auto bytes = static_cast<std::size_t>(std::snprintf(name, size, "%s", found));
+        return bytes < size && IsZoneName(name);
+    }
+    // A copy instead of a link: its name stands beside it, if anywhere. Neither: the C library's.
+    if (std::FILE* file = std::fopen("/etc/timezone", "re")) {
+        const bool read = std::fgets(name, static_cast<int>(size), file) != nullptr;
+        std::fclose(file);
+        if (read) name[std::strcspn(name, "\n")] = 0;
+        if (read && IsZoneName(name)) return true;
+    }
+    if (access("/etc/localtime", F_OK) == 0) return false;
+    return std::snprintf(name, size, "UTC") < static_cast<int>(size);
+}
+
+bool GetZoneVariable(char* out, std::size_t size) {
+    const char* value = std::getenv("TZ");
+    const bool fits = value && std::strlen(value) < size;
+    std::snprintf(out, size, "%s", fits ? value : "");
+    return fits;
+}
+
+void SetZoneVariable(const char* text) {
+    if (text)
+        setenv("TZ", text, 1);
+    else
+        unsetenv("TZ");
+    tzset();
+}
+
+}  // namespace genutil::platform

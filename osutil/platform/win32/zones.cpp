@@ -1,0 +1,172 @@
+// Time zones of the registry, and the variable TZ of the C runtime.
+#include "osutil/platform/zones.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+
+#include "osutil/platform/win32/windows_api.h"
+
+namespace genutil::platform {
+
+const bool kZoneVariableTakesNames = false;
+
+namespace {
+
+constexpr char kZones[] = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Time Zones";
+
+// As the value "TZI" of a zone's key holds it.
+struct RegistryRule {
+    LONG bias, standardBias, daylightBias;  // minutes west of Greenwich
+    SYSTEMTIME toStandard, toDaylight;
+};
+
+class Key {
+  public:
+    Key(HKEY parent, const char* name) {
+        if (RegOpenKeyExA(parent, name, 0, KEY_READ, &m_key) != ERROR_SUCCESS) m_key = nullptr;
+    }
+    ~Key() {
+        if (m_key) RegCloseKey(m_key);
+    }
+    Key(const Key&) = delete;
+    Key& operator=(const Key&) = delete;
+    HKEY Get() const { return m_key; }
+
+    // In UTF-8; empty when there is none.
+    void ReadText(const wchar_t* value, char* out, int size) const {
+        WCHAR wide[128] = {};
+        DWORD bytes = sizeof wide - sizeof(WCHAR);
+        out[0] = 0;
+        if (RegQueryValueExW(m_key, value, nullptr, nullptr, reinterpret_cast<BYTE*>(wide),
+                             &bytes) == ERROR_SUCCESS &&
+            WideCharToMultiByte(CP_UTF8, 0, wide, -1, out, size, nullptr, nullptr) == 0)
+            out[0] = 0;
+    }
+    bool ReadRule(RegistryRule* rule) const {
+        DWORD bytes = sizeof *rule;
+        return RegQueryValueExA(m_key, "TZI", nullptr, nullptr, reinterpret_cast<BYTE*>(rule),
+                                &bytes) == ERROR_SUCCESS &&
+               bytes == sizeof *rule;
+    }
+
+  private:
+    HKEY m_key;
+};
+
+// "Eastern Standard Time" becomes "EST", which the C runtime takes; a name in another script
+// becomes what the caller gives instead.
+void WriteInitials(char (&out)[8], const char* name, const char* instead) {
+    std::size_t n = 0;
+    for (const char* p = name; *p && n + 1 < sizeof out; ++p)
+        if ((p == name || p[-1] == ' ') && *p >= 'A' && *p <= 'Z') out[n++] = *p;
+    out[n] = 0;
+    if (n < 3) std::snprintf(out, sizeof out, "%s", instead);
+}
+
+// Minutes west as the notation has them: "5", "-5:30".
+int WriteOffset(char* out, std::size_t size, LONG minutes) {
+    const LONG magnitude = minutes < 0 ? -minutes : minutes;
+    const char* const sign = minutes < 0 ? "-" : "";
+    return magnitude % 60
+               ? std::snprintf(out, size, "%s%ld:%02ld", sign, magnitude / 60, magnitude % 60)
+               : std::snprintf(out, size, "%s%ld", sign, magnitude / 60);
+}
+
+int WriteChange(char* out, std::size_t size, const SYSTEMTIME& change) {
+    return std::snprintf(out, size, ",M%d.%d.%d/%d:%02d:%02d", change.wMonth, change.wDay,
+                         change.wDayOfWeek, change.wHour, change.wMinute, change.wSecond);
+}
+
+void WriteRule(char (&out)[64], const RegistryRule& rule, const char* standard,
+               const char* daylight) {
+    char name[8];
+    int n = 0;
+    const auto append = [&](auto write, auto... values) {
+        n += write(out + n, sizeof out - static_cast<std::size_t>(n), values...);
+    };
+    const auto text = [](char* to, std::size_t size, const char* s) {
+        return std::snprintf(to, size, "%s", s);
+    };
+    WriteInitials(name, standard, "STD");
+    append(text, static_cast<const char*>(name));
+    append(WriteOffset, rule.bias + rule.standardBias);
+    if (rule.toDaylight.wMonth == 0) return;
+    WriteInitials(name, daylight, "DST");
+    append(text, static_cast<const char*>(name));
+    // An hour ahead goes without saying.
+    if (rule.daylightBias != rule.standardBias - 60)
+        append(WriteOffset, rule.bias + rule.daylightBias);
+    append(WriteChange, rule.toDaylight);
+    append(WriteChange, rule.toStandard);
+}
+
+// "(UTC+09:00) Osaka, Sapporo, Tokyo" without its offset.
+const char* BehindOffset(const char* display) {
+    const char* closing = *display == '(' ? std::strchr(display, ')') : nullptr;
+    if (!closing) return display;
+    return closing + 1 + std::strspn(closing + 1, " ");
+}
+
+bool ReadZone(HKEY zones, const char* name, Zone* zone) {
+    const Key key(zones, name);
+    RegistryRule rule;
+    if (!key.Get() || std::strlen(name) >= sizeof zone->name || !key.ReadRule(&rule)) return false;
+    char display[160], standard[96], daylight[96];
+    key.ReadText(L"Display", display, sizeof display);
+    key.ReadText(L"Std", standard, sizeof standard);
+    key.ReadText(L"Dlt", daylight, sizeof daylight);
+    std::strcpy(zone->name, name);
+    std::snprintf(zone->place, sizeof zone->place, "%s", BehindOffset(display));
+    WriteRule(zone->rule, rule, standard, daylight);
+    return true;
+}
+
+}  // namespace
+
+void VisitZones(void (*visit)(void* context, const Zone& zone), void* context) {
+    const Key zones(HKEY_LOCAL_MACHINE, kZones);
+    if (!zones.Get()) return;
+    char name[128];
+    for (DWORD i = 0;; ++i) {
+        DWORD length = sizeof name;
+        if (RegEnumKeyExA(zones.Get(), i, name, &length, nullptr, nullptr, nullptr, nullptr) !=
+            ERROR_SUCCESS)
+            return;
+        Zone zone;
+        if (ReadZone(zones.Get(), name, &zone)) visit(context, zone);
+    }
+}
+
+bool ReadZoneRule(const char* name, char* rule, std::size_t size) {
+    const Key zones(HKEY_LOCAL_MACHINE, kZones);
+    Zone zone;
+    if (!*name || std::strchr(name, '\\') || !zones.Get() || !ReadZone(zones.Get(), name, &zone))
+        return false;
+    return std::snprintf(rule, size, "%s", zone.rule) < static_cast<int>(size);
+}
+
+bool ReadSystemZone(char* name, std::size_t size) {
+    DYNAMIC_TIME_ZONE_INFORMATION zone;
+    if (GetDynamicTimeZoneInformation(&zone) == TIME_ZONE_ID_INVALID) return false;
+    return WideCharToMultiByte(CP_UTF8, 0, zone.TimeZoneKeyName, -1, name, static_cast<int>(size),
+                               nullptr, nullptr) > 1;
+}
+
+bool GetZoneVariable(char* out, std::size_t size) {
+    const char* value = std::getenv("TZ");
+    const bool fits = value && std::strlen(value) < size;
+    std::snprintf(out, size, "%s", fits ? value : "");
+    return fits;
+}
+
+void SetZoneVariable(const char* text) {
+    char setting[256] = "TZ=";
+    if (text && std::strlen(text) + 4 > sizeof setting) return;
+    if (text) std::strcpy(setting + 3, text);
+    _putenv(setting);  // the runtime copies it; without a value it removes the variable
+    _tzset();
+}
+
+}  // namespace genutil::platform

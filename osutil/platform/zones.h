@@ -1,0 +1,32 @@
+// What the library asks of an operating system about time zones.
+#pragma once
+
+#include <cstddef>
+
+namespace genutil::platform {
+
+// A zone of the system. Its rule, in the notation of the variable TZ, is the one in force today.
+struct Zone {
+    char name[48];    // the system's own: "Asia/Tokyo", "Tokyo Standard Time"
+    char place[112];  // where it holds, readable English in UTF-8: "Tokyo, Japan"
+    char rule[64];
+};
+
+// Calls `visit` with each zone that a user could choose, in no order. Reads files or the registry.
+void VisitZones(void (*visit)(void* context, const Zone& zone), void* context);
+
+// The rule of any zone that the system knows, old names included. False when it does not.
+bool ReadZoneRule(const char* name, char* rule, std::size_t size);
+
+// The name of the zone that the machine is set to. False when that cannot be told.
+bool ReadSystemZone(char* name, std::size_t size);
+
+// The variable TZ of the process. Reading gives false, and an empty text, when it is not set or
+// does not fit; setting copies the text, null removes the variable, and the C library goes by it.
+bool GetZoneVariable(char* out, std::size_t size);
+void SetZoneVariable(const char* text);
+
+// Whether the C library finds a zone whose name the variable holds, or understands rules only.
+extern const bool kZoneVariableTakesNames;
+
+}  // namespace genutil::platform
