@@ -32,9 +32,7 @@ class WideSet {
         : m_characters(characters), m_end(characters + count) {
         for (const Wide* c = characters; c < m_end; ++c) m_low[*c & 0xFF] = true;
     }
-    bool Has(Wide c) const {
-        return m_low[c & 0xFF] && std::find(m_characters, m_end, c) != m_end;
-    }
+    bool Has(Wide c) const { return m_low[c & 0xFF] && std::find(m_characters, m_end, c) != m_end; }
 
   private:
     const Wide *const m_characters, *const m_end;
@@ -50,9 +48,8 @@ int CGNString::Find(const CGNString& t, int start) const {
         return -1;
     const WideView wanted(t.m_wide, t.m_wideLength, t.m_data, t.m_length);
     if (!wanted.Characters()) return -1;
-    const std::size_t at =
-        genutil::FindUnits<Wide>(m_wide, m_wideLength, wanted.Characters(), wanted.Length(),
-                                 static_cast<unsigned>(start));
+    const std::size_t at = genutil::FindUnits<Wide>(m_wide, m_wideLength, wanted.Characters(),
+                                                    wanted.Length(), static_cast<unsigned>(start));
     return at == kNotFound ? -1 : static_cast<int>(at);
 }
 
@@ -61,9 +58,8 @@ int CGNString::Find(const char* t, int start) const {
         return -1;
     const WideView wanted(t ? t : "", t ? std::strlen(t) : 0);
     if (!wanted.Characters()) return -1;
-    const std::size_t at =
-        genutil::FindUnits<Wide>(m_wide, m_wideLength, wanted.Characters(), wanted.Length(),
-                                 static_cast<unsigned>(start));
+    const std::size_t at = genutil::FindUnits<Wide>(m_wide, m_wideLength, wanted.Characters(),
+                                                    wanted.Length(), static_cast<unsigned>(start));
     return at == kNotFound ? -1 : static_cast<int>(at);
 }
 

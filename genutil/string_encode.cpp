@@ -7,6 +7,7 @@
 #include "genutil/mbutil/wide.h"
 #include "genutil/string_storage.h"
 #include "mbutil.h"
+#include "ostext.h"
 
 using genutil::Rule;
 using genutil::Units;
@@ -23,8 +24,7 @@ constexpr Rule kHtml[] = {
 };
 constexpr Rule kHtmlTextArea[] = {{"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}};
 // For the value of an attribute, where "<" and ">" may stand.
-constexpr Rule kHtmlQuoted[] = {
-    {"&", "&amp;"}, {"\r", "&#13;"}, {"\n", "&#10;"}, {"\"", "&quot;"}};
+constexpr Rule kHtmlQuoted[] = {{"&", "&amp;"}, {"\r", "&#13;"}, {"\n", "&#10;"}, {"\"", "&quot;"}};
 constexpr Rule kXml[] = {
     {"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}, {"'", "&apos;"}, {"\"", "&quot;"},
 };
@@ -135,4 +135,16 @@ void CGNString::ConvertSpecialAlphaNumForXMLTag() {
     if (!mbIsJapanese()) return;
     ConvertSingleToDouble();
     ConvertRomanjiToASCII();
+}
+
+// -- Layout of client and server -----------------------------------------------------------------
+
+void CGNString::ClientFormat() {
+    OSClientFormatString(*this);
+}
+void CGNString::ServerFormat() {
+    OSServerFormatString(*this);
+}
+int CGNString::GetNumLines() const {
+    return OSClientGetNumLines(*this);
 }

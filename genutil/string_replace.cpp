@@ -53,11 +53,10 @@ bool AnyMayLieWithin(const CodePage& page, const Rule* rules, unsigned count) {
 
 }  // namespace
 
-bool StringStorage::ReplaceBytes(CGNString& s, const Rule* rules, unsigned count,
-                                 bool characters) {
+bool StringStorage::ReplaceBytes(CGNString& s, const Rule* rules, unsigned count, bool characters) {
     const std::size_t length = BytesBeforeNul(s.m_data, s.m_length);
     const auto* text = reinterpret_cast<const Byte*>(s.m_data);
-    UnitRule<Byte> own[kMostRules];
+    UnitRule<Byte> own[kMostRules] = {};
     for (unsigned i = 0; i < count; ++i)
         own[i] = {AsBytes(rules[i].from), rules[i].from.size(), AsBytes(rules[i].to),
                   rules[i].to.size()};
@@ -74,10 +73,11 @@ bool StringStorage::ReplaceBytes(CGNString& s, const Rule* rules, unsigned count
 bool StringStorage::ReplaceWide(CGNString& s, const Rule* rules, unsigned count) {
     if (!EnsureWide(s)) return false;
     Owned<unsigned short> characters[kMostRules * 2];
-    UnitRule<unsigned short> own[kMostRules];
+    UnitRule<unsigned short> own[kMostRules] = {};
     for (unsigned i = 0; i < count; ++i) {
         std::uint32_t fromLength, toLength;
-        characters[2 * i].Reset(NewWideText(rules[i].from.data(), rules[i].from.size(), &fromLength));
+        characters[2 * i].Reset(
+            NewWideText(rules[i].from.data(), rules[i].from.size(), &fromLength));
         characters[2 * i + 1].Reset(NewWideText(rules[i].to.data(), rules[i].to.size(), &toLength));
         own[i] = {characters[2 * i].Get(), fromLength, characters[2 * i + 1].Get(), toLength};
         if (!own[i].from || !own[i].to || fromLength == 0) return false;

@@ -34,8 +34,12 @@ bool IsFoundByBytes(const char* delimiter) {
 class Delimiter {
   public:
     Delimiter(const char* text, std::size_t length, const char* delimiter)
-        : m_text(text), m_length(length), m_delimiter(delimiter), m_size(std::strlen(delimiter)),
-          m_byBytes(IsFoundByBytes(delimiter)), m_finder(AsBytes(text), length) {
+        : m_text(text),
+          m_length(length),
+          m_delimiter(delimiter),
+          m_size(std::strlen(delimiter)),
+          m_byBytes(IsFoundByBytes(delimiter)),
+          m_finder(AsBytes(text), length) {
         if (m_size == 0) return;
         m_finder.AddFirst(AsBytes(delimiter)[0]);
         if (m_size > 1) m_finder.RequireAt(m_size - 1, AsBytes(delimiter)[m_size - 1]);
@@ -102,7 +106,7 @@ void CGNString::Split(CGNStringList& list, unsigned char delimiter) const {
 
 void CGNString::ExpandSpecials() {
     // The tab stays: programs read it in texts that were expanded.
-    static constexpr Rule kRules[] = {{"\b", "\\b"}, {"\n", "\\n"},   {"\f", "\\f"},
+    static constexpr Rule kRules[] = {{"\b", "\\b"}, {"\n", "\\n"},  {"\f", "\\f"},
                                       {"\r", "\\r"}, {"\"", "\\\""}, {"\\", "\\\\"}};
     Storage::Replace(*this, kRules, std::size(kRules), Units::kCharacters);
 }
@@ -135,9 +139,9 @@ struct Escape {
                 byte = '\t';
                 return;
             default:
-                if (IsDigit(p[0])) return ReadNumber(p, left);
+                produces = IsDigit(p[0]);
+                if (produces) ReadNumber(p, left);
         }
-        produces = false;
     }
 
     // The digits among up to three characters; of a number beyond 255 the first two, whose span is
@@ -184,8 +188,7 @@ void CGNString::UnexpandSpecials() {
             text + length, static_cast<std::size_t>(room) - length, wide + done, end - done));
         done = end;
     };
-    for (; at != genutil::kNotFound;
-         at = genutil::FindUnits(wide, count, &backslash, 1, at)) {
+    for (; at != genutil::kNotFound; at = genutil::FindUnits(wide, count, &backslash, 1, at)) {
         const std::size_t behind = at + 1;
         if (behind == count) break;
         const Escape escape(wide + behind, count - behind);

@@ -210,6 +210,7 @@ unsigned char CGNString::IsEqualNoCase(const CGNString& other) const {
 
 int CGNString::Collate(const CGNString& other) const {
     const genutil::WideView theirs(other.m_wide, other.m_wideLength, other.m_data, other.m_length);
-    if (!Storage::EnsureWide(*this) || !theirs.Characters()) return std::strcmp(m_data, other.m_data);
+    if (!Storage::EnsureWide(*this) || !theirs.Characters())
+        return std::strcmp(m_data, other.m_data);
     return genutil::CollateWide(m_wide, theirs.Characters());
 }

@@ -87,7 +87,7 @@ class UnitFinder {
 
     const Unit* const m_text;
     const std::size_t m_length;
-    __m128i m_first[kMost];
+    __m128i m_first[kMost] = {};
     __m128i m_later = _mm_setzero_si128();
     unsigned m_count = 0;
     std::size_t m_distance = 0;

@@ -46,8 +46,8 @@ std::size_t CharactersBeforeNul(const Wide* wide, std::uint64_t count) {
 char* LossyText(const Wide* wide, std::size_t count, std::uint64_t limit, std::uint32_t* length) {
     char* text = NewText<char>(limit);
     if (!text) return nullptr;
-    *length =
-        static_cast<std::uint32_t>(ToNarrowLossy(text, static_cast<std::size_t>(limit), wide, count));
+    *length = static_cast<std::uint32_t>(
+        ToNarrowLossy(text, static_cast<std::size_t>(limit), wide, count));
     return FitText(text, *length, limit);
 }
 

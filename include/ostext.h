@@ -1,7 +1,7 @@
 /* Text layout of client and server.
 
-   Texts travel between clients, whose lines end in CR LF, and servers, where they end in LF, and the
-   two may code them differently. These functions change a text's line ends from one form to the
+   Texts travel between clients, whose lines end in CR LF, and servers, where they end in LF, and
+   the two may code them differently. These functions change a text's line ends from one form to the
    other, count its line breaks, and tell how much of it fits where the other side has a limit.
 
        CGNString text("one\ntwo");

@@ -54,9 +54,10 @@ int OSFindPlatformStringLength(const char* text, int limit) {
     const void* end = std::memchr(text, 0, most);
     const unsigned n =
         end ? static_cast<unsigned>(static_cast<const char*>(end) - text) : mbidx(text, most);
-    // Conversion makes at most three bytes of one, and back again no more than there were then.
+    // A conversion makes at most three bytes of one.
     const std::uint64_t room = std::uint64_t{n} * 3;
-    const Owned<char> copy(NewText<char>(n)), server(NewText<char>(room)), back(NewText<char>(room));
+    const Owned<char> copy(NewText<char>(n)), server(NewText<char>(room)),
+        back(NewText<char>(room * 3));
     if (!copy.Get() || !server.Get() || !back.Get()) return 0;
     std::memcpy(copy.Get(), text, n);
     copy.Get()[n] = 0;
