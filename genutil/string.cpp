@@ -95,6 +95,19 @@ void StringStorage::Adopt(CGNString& s, char* text, std::uint64_t length, std::u
     s.m_capacity = static_cast<std::uint32_t>(capacity);
 }
 
+void StringStorage::Splice(CGNString& s, const char* begin, const char* end,
+                           std::string_view other) {
+    const std::size_t head = static_cast<std::size_t>(begin - s.m_data), tail = std::strlen(end);
+    const std::uint64_t length = std::uint64_t{head} + other.size() + tail;
+    char* text = NewText<char>(length);
+    if (!text) return;
+    CopyUnits(text, static_cast<const char*>(s.m_data), head);
+    CopyUnits(text + head, other.data(), other.size());
+    CopyUnits(text + head + other.size(), end, tail);
+    text[length] = 0;
+    Adopt(s, text, length, length);
+}
+
 }  // namespace genutil
 
 void CGNString::InitValue() {

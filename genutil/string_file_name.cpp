@@ -1,4 +1,5 @@
 // CGNString as the path of a file.
+#include <cstdio>
 #include <cstring>
 
 #include "genstr.h"
@@ -124,12 +125,15 @@ void CGNString::ForceTo8By3() {
     ShortName base(8), extension(3);
     base.Take(name, dot);
     if (dot < end) (base.IsEmpty() ? base : extension).Take(dot + 1, end);
+    char shortName[16];
+    const int length =
+        std::snprintf(shortName, sizeof shortName, extension.IsEmpty() ? "%s" : "%s.%s",
+                      base.Text(), extension.Text());
     CGNString result;
     Storage::StoreWide(result, m_wide, begin);
-    result += base.Text();
-    if (!extension.IsEmpty()) {
-        result += '.';
-        result += extension.Text();
-    }
-    Storage::Swap(*this, result);
+    const std::uint32_t directory = result.GetLength();
+    result += shortName;
+    const bool whole = (directory != 0 || begin == 0) &&
+                       result.GetLength() == directory + static_cast<std::uint32_t>(length);
+    if (whole) Storage::Swap(*this, result);
 }

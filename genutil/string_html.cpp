@@ -1,4 +1,6 @@
 // The character set that an HTML page declares for itself.
+#include <cstddef>
+#include <cstdio>
 #include <cstring>
 
 #include "genstr.h"
@@ -9,7 +11,9 @@ using Storage = genutil::StringStorage;
 
 namespace {
 
-void NameOfCharset(const CGNString& locale, char (&name)[32]) {
+constexpr std::size_t kLongestName = 32;
+
+void NameOfCharset(const CGNString& locale, char (&name)[kLongestName]) {
     name[0] = 0;
     mbIsMultiByte();  // initialises
     if (locale.IsEmpty())
@@ -17,6 +21,16 @@ void NameOfCharset(const CGNString& locale, char (&name)[32]) {
     else
         mbDefaultCodePageForLocale(name, sizeof name, locale);
 }
+
+// What names the character set, behind the head of a tag.
+struct Declaration {
+    Declaration(const CGNString& locale, const char* head) {
+        char name[kLongestName];
+        NameOfCharset(locale, name);
+        std::snprintf(text, sizeof text, "%scontent=\"text/html; charset=%s\">", head, name);
+    }
+    char text[128];
+};
 
 char AsciiLowerOf(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -82,33 +96,19 @@ const char* PlaceForDeclaration(const char* text) {
 }  // namespace
 
 CGNString CGNString::GetEncodingStringForHTML(const CGNString& locale) {
-    char name[32];
-    NameOfCharset(locale, name);
-    CGNString declaration("content=\"text/html; charset=");
-    declaration += name;
-    declaration += "\">";
-    return declaration;
+    return CGNString(Declaration(locale, "").text);
 }
 
 void CGNString::ReplaceEncodingStringInHTML(const CGNString& locale) {
-    const char* const text = m_data;
-    CGNString page;
-    for (const char* tag = FindTag(text, "meta"); tag; tag = FindTag(tag + 1, "meta")) {
+    for (const char* tag = FindTag(m_data, "meta"); tag; tag = FindTag(tag + 1, "meta")) {
         const Part old = FindCharset(tag);
         if (!old.begin) continue;
-        char name[32];
+        char name[kLongestName];
         NameOfCharset(locale, name);
-        page.CopyNBytes(text, static_cast<unsigned>(old.begin - text));
-        page += name;
-        page += old.end;
-        break;
+        Storage::Splice(*this, old.begin, old.end, name);
+        return;
     }
-    if (page.IsEmpty()) {
-        const char* const place = PlaceForDeclaration(text);
-        page.CopyNBytes(text, static_cast<unsigned>(place - text));
-        page += "<meta http-equiv=\"Content-Type\" ";
-        page += GetEncodingStringForHTML(locale);
-        page += place;
-    }
-    Storage::Swap(*this, page);
+    const char* const place = PlaceForDeclaration(m_data);
+    const Declaration declaration(locale, "<meta http-equiv=\"Content-Type\" ");
+    Storage::Splice(*this, place, place, declaration.text);
 }

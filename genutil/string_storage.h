@@ -86,6 +86,8 @@ struct StringStorage {
 
     // The text becomes what is in a buffer of that capacity, which it takes over.
     static void Adopt(CGNString& s, char* text, std::uint64_t length, std::uint64_t capacity);
+    // What stands from `begin` to `end` in the text, up to its first 0, becomes another.
+    static void Splice(CGNString& s, const char* begin, const char* end, std::string_view other);
     // The text becomes `count` characters at `wide`, which may lie in its own 16-bit copy.
     static void StoreWide(CGNString& s, const unsigned short* wide, std::uint64_t count);
 

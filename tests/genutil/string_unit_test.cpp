@@ -195,7 +195,7 @@ TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
     CodeSetGuard codeSet(mbShiftJis);
     static const Wide kWide[] = {'w', 0x3042, 0x0E01, 0};  // the last is not in the code set
     static const CGNString kOther("Other\x82\xA0");
-    static const CGNString kCapital("OLD\x82\xA0"), kPadded("  a text with blanks  ");
+    static const CGNString kCapital("O\\N\nD\x82\xA0"), kPadded("  a text with blanks  ");
     static const CGNString kPath("directory\\file.txt");
     static const CGNString kLong(std::string(100, 'o').c_str());
     using Operation = std::function<void(Probe&)>;
@@ -226,23 +226,22 @@ TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
         [](Probe& s) { s.LeftStringInBytes(s, 4); },
         [](Probe& s) { s.RightStringInBytes(s, 4); },
         [](Probe& s) { kPadded.LeftRightTrim(s); },
-        [](Probe& s) { s.Replace("l", "a longer text"); },
-        [](Probe& s) { s = "\x82 o", s.Replace("o", "a longer text"); },
+        [](Probe& s) { s.Replace("d", "a longer text"); },
         [](Probe& s) { s.Replace(kLong, kLong), s.Find(kLong, 0), s.FindFirstOf(kLong, 0); },
-        [](Probe& s) { s = "a\\065", s.UnexpandSpecials(); },
+        [](Probe& s) { s.UnexpandSpecials(); },
         [](Probe& s) { kPath.SplitFilePath(s, s); },
         [](Probe& s) { s.MakeFilePath(kPath, kOther); },
         [](Probe& s) { s.ForceTo8By3(); },
         [](Probe& s) { s.ConvertSingleToDouble(); },
         [](Probe& s) { s.sprintf("%s %d", "formatted", 5); },
         [](Probe& s) { s.ReplaceEncodingStringInHTML("ja_JP"); },
-        [](Probe& s) { s = "a\nb", OSClientFormatString(s); },
+        [](Probe& s) { OSClientFormatString(s); },
         [](Probe& s) { s = CGNString("text", 30); },
         [](Probe& s) { s = Probe(kWide); },
     };
     for (const Operation& operation : operations) {
         SCOPED_TRACE(&operation - operations);
-        const Probe start("old\x82\xA0");
+        const Probe start("o\\n\nd\x82\xA0");
         Probe done(start);
         int needed = 0;
         {
@@ -259,7 +258,8 @@ TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
                 Gate gate(failing);
                 operation(s);
             }
-            EXPECT_GT(reported.Count(), 0);
+            // A buffer that cannot be made smaller does no harm.
+            EXPECT_TRUE(reported.Count() > 0 || s.Bytes() == done.Bytes());
             EXPECT_TRUE(s.Bytes() == start.Bytes() || s.Bytes() == done.Bytes() || s.IsEmpty())
                 << s.Bytes();
             ExpectSound(s);
