@@ -18,69 +18,66 @@ struct UnitRule {
     std::size_t toLength;
 };
 
-// Every place is one where a match may begin.
-struct AnyPlace {
-    bool operator()(std::size_t) { return true; }
-};
+// A few rules that are looked for together.
+template <class Unit>
+struct UnitRules {
+    UnitRule<Unit> rules[UnitFinder<Unit>::kMost] = {};
+    unsigned count = 0;
 
-// Visits the matches of a few rules from first to last, without overlap. `Starts` is asked whether
-// a match may begin at a place.
-template <class Unit, class Starts>
-class Matches {
-  public:
-    Matches(const Unit* text, std::size_t length, const UnitRule<Unit>* rules, unsigned count,
-            Starts starts)
-        : m_text(text),
-          m_length(length),
-          m_rules(rules),
-          m_count(count),
-          m_finder(text, length),
-          m_starts(starts) {
-        for (unsigned i = 0; i < count; ++i)
-            if (IsNewFirst(i)) m_finder.AddFirst(rules[i].from[0]);
-        const std::size_t size = rules[0].fromLength;
-        if (count == 1 && size > 1) m_finder.RequireAt(size - 1, rules[0].from[size - 1]);
-    }
+    void Add(const UnitRule<Unit>& rule) { rules[count++] = rule; }
 
-    // The next match; null behind the last.
-    const UnitRule<Unit>* Next() {
-        for (std::size_t at = m_behind; (at = m_finder.Next(at)) < m_length; ++at) {
-            const UnitRule<Unit>* rule = RuleAt(at);
-            if (!rule || !m_starts(at)) continue;
-            m_at = at;
-            m_behind = at + rule->fromLength;
-            return rule;
-        }
-        return nullptr;
-    }
-    std::size_t At() const { return m_at; }
-    std::size_t Behind() const { return m_behind; }
-
-  private:
-    bool IsNewFirst(unsigned i) const {
-        for (unsigned j = 0; j < i; ++j)
-            if (m_rules[j].from[0] == m_rules[i].from[0]) return false;
-        return true;
-    }
-    const UnitRule<Unit>* RuleAt(std::size_t at) const {
-        for (unsigned i = 0; i < m_count; ++i) {
-            const UnitRule<Unit>& rule = m_rules[i];
-            if (m_text[at] != rule.from[0] || m_length - at < rule.fromLength) continue;
-            if (rule.fromLength == 1 ||
-                SameUnits(m_text + at + 1, rule.from + 1, rule.fromLength - 1))
+    // The first that fits at `at`, of a text with `left` units there; null when none does.
+    const UnitRule<Unit>* At(const Unit* at, std::size_t left) const {
+        for (unsigned i = 0; i < count; ++i) {
+            const UnitRule<Unit>& rule = rules[i];
+            if (*at != rule.from[0]) continue;
+            if (rule.fromLength == 1) return &rule;
+            if (left >= rule.fromLength && SameUnits(at + 1, rule.from + 1, rule.fromLength - 1))
                 return &rule;
         }
         return nullptr;
     }
+    UnitFinder<Unit> Finder(const Unit* text, std::size_t length) const {
+        UnitFinder<Unit> finder(text, length);
+        for (unsigned i = 0; i < count; ++i)
+            if (IsNewFirst(i)) finder.AddFirst(rules[i].from[0]);
+        const std::size_t size = rules[0].fromLength;
+        if (count == 1 && size > 1) finder.RequireAt(size - 1, rules[0].from[size - 1]);
+        return finder;
+    }
 
-    const Unit* const m_text;
-    const std::size_t m_length;
-    const UnitRule<Unit>* const m_rules;
-    const unsigned m_count;
-    UnitFinder<Unit> m_finder;
-    Starts m_starts;
-    std::size_t m_at = 0, m_behind = 0;
+  private:
+    bool IsNewFirst(unsigned i) const {
+        for (unsigned j = 0; j < i; ++j)
+            if (rules[j].from[0] == rules[i].from[0]) return false;
+        return true;
+    }
 };
+
+// Every place is one where a match may begin.
+struct AnyPlace {
+    template <class Unit>
+    bool operator()(const Unit*) {
+        return true;
+    }
+};
+
+// Calls visit(place, rule) for the matches from first to last, without overlap; `starts` is asked
+// whether one may begin at a place.
+template <class Unit, class Starts, class Visitor>
+inline void ForEachMatch(const Unit* text, std::size_t length, const UnitRules<Unit>& rules,
+                         Starts starts, Visitor visit) {
+    UnitFinder<Unit> finder = rules.Finder(text, length);
+    for (std::size_t at = 0; (at = finder.Next(at)) < length;) {
+        const UnitRule<Unit>* rule = rules.At(text + at, length - at);
+        if (rule && starts(text + at)) {
+            visit(at, *rule);
+            at += rule->fromLength;
+        } else {
+            ++at;
+        }
+    }
+}
 
 // Puts short pieces one behind another; what one writes beyond its end the next overwrites.
 template <class Unit>
@@ -96,6 +93,8 @@ class PieceWriter {
             static_cast<std::size_t>(m_end - m_at) >= kAtOnce)
             _mm_storeu_si128(reinterpret_cast<__m128i*>(m_at),
                              _mm_loadu_si128(reinterpret_cast<const __m128i*>(piece)));
+        else if (n <= 2 * kAtOnce)
+            for (std::size_t i = 0; i < n; ++i) m_at[i] = piece[i];
         else
             CopyUnits(m_at, piece, n);
         m_at += n;
@@ -106,57 +105,61 @@ class PieceWriter {
     Unit* const m_end;
 };
 
-// A rule's new text with room behind it, so that a short one is read whole.
-template <class Unit>
-class ReadablePiece {
-  public:
-    void Take(const UnitRule<Unit>& rule) {
-        m_isShort = rule.toLength <= PieceWriter<Unit>::kAtOnce;
-        if (m_isShort) CopyUnits(m_units, rule.to, rule.toLength);
-    }
-    void PutTo(PieceWriter<Unit>& writer, const UnitRule<Unit>& rule) const {
-        if (m_isShort)
-            writer.Put(m_units, rule.toLength, PieceWriter<Unit>::kAtOnce);
-        else
-            writer.Put(rule.to, rule.toLength, rule.toLength);
-    }
-
-  private:
-    Unit m_units[PieceWriter<Unit>::kAtOnce] = {};
-    bool m_isShort = false;
-};
-
 template <class Unit>
 struct Replaced {
     Unit* text;  // new, terminated; null when nothing matched, and when memory ran out
     std::uint64_t length;
 };
 
-template <class Unit, class Starts>
-Replaced<Unit> ReplaceUnits(const Unit* text, std::size_t length, const UnitRule<Unit>* rules,
-                            unsigned count, const Starts& starts) {
-    std::uint64_t size = length;
-    bool found = false;
-    Matches<Unit, Starts> counted(text, length, rules, count, starts);
-    while (const UnitRule<Unit>* rule = counted.Next()) {
-        size += std::uint64_t{rule->toLength} - rule->fromLength;
-        found = true;
+// Writes the text with its matches replaced.
+template <class Unit>
+class ReplacementWriter {
+  public:
+    ReplacementWriter(Unit* out, std::size_t size, const Unit* text, std::size_t length)
+        : m_out(out, size), m_text(text), m_length(length) {}
+
+    void Put(std::size_t at, const UnitRule<Unit>& rule) {
+        m_out.Put(m_text + m_done, at - m_done, m_length - m_done);
+        m_out.Put(rule.to, rule.toLength, rule.toLength);
+        m_done = at + rule.fromLength;
     }
-    if (!found) return {nullptr, length};
+    void PutRest() { m_out.Put(m_text + m_done, m_length - m_done, m_length - m_done); }
+
+  private:
+    PieceWriter<Unit> m_out;
+    const Unit* const m_text;
+    const std::size_t m_length;
+    std::size_t m_done = 0;
+};
+
+// Matches are noted as they are counted; a text with more than these is searched once more.
+template <class Unit, class Starts>
+Replaced<Unit> ReplaceUnits(const Unit* text, std::size_t length, const UnitRules<Unit>& rules,
+                            const Starts& starts) {
+    struct Match {
+        std::size_t at;
+        const UnitRule<Unit>* rule;
+    };
+    constexpr std::size_t kNoted = 64;
+    Match noted[kNoted];
+    std::size_t found = 0;
+    std::uint64_t size = length;
+    ForEachMatch(text, length, rules, starts, [&](std::size_t at, const UnitRule<Unit>& rule) {
+        size += std::uint64_t{rule.toLength} - rule.fromLength;
+        if (found < kNoted) noted[found] = {at, &rule};
+        ++found;
+    });
+    if (found == 0) return {nullptr, length};
     auto* out = NewText<Unit>(size);
     if (!out) return {nullptr, length};
 
-    ReadablePiece<Unit> pieces[UnitFinder<Unit>::kMost];
-    for (unsigned i = 0; i < count; ++i) pieces[i].Take(rules[i]);
-    PieceWriter<Unit> writer(out, static_cast<std::size_t>(size));
-    Matches<Unit, Starts> matches(text, length, rules, count, starts);
-    for (std::size_t done = 0;; done = matches.Behind()) {
-        const UnitRule<Unit>* rule = matches.Next();
-        const std::size_t at = rule ? matches.At() : length;
-        writer.Put(text + done, at - done, length - done);
-        if (!rule) break;
-        pieces[rule - rules].PutTo(writer, *rule);
-    }
+    ReplacementWriter<Unit> writer(out, static_cast<std::size_t>(size), text, length);
+    if (found <= kNoted)
+        for (std::size_t i = 0; i < found; ++i) writer.Put(noted[i].at, *noted[i].rule);
+    else
+        ForEachMatch(text, length, rules, starts,
+                     [&](std::size_t at, const UnitRule<Unit>& rule) { writer.Put(at, rule); });
+    writer.PutRest();
     out[size] = 0;
     return {out, size};
 }

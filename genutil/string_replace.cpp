@@ -36,18 +36,16 @@ bool IsAscii(std::string_view text) {
 }
 
 // Whether a replacement of characters may look at bytes instead.
-bool AreExact(const CodePage& page, std::string_view text, const Rule* rules, unsigned count) {
-    const auto exact = [&](std::string_view s) { return IsExactText(page, s.data(), s.size()); };
-    if (!exact(text)) return false;
+bool AreExact(std::string_view text, const Rule* rules, unsigned count) {
     for (unsigned i = 0; i < count; ++i)
         for (const std::string_view s : {rules[i].from, rules[i].to})
-            if (!IsAscii(s) && !exact(s)) return false;
-    return true;
+            if (!IsAscii(s) && !IsExactText(s)) return false;
+    return IsExactText(text);
 }
 
-bool AnyMayLieWithin(const CodePage& page, const Rule* rules, unsigned count) {
+bool AnyMayLieWithin(const Rule* rules, unsigned count) {
     for (unsigned i = 0; i < count; ++i)
-        if (CharacterStarts::MayLieWithin(page, AsBytes(rules[i].from)[0])) return true;
+        if (CharacterStarts::MayLieWithin(AsBytes(rules[i].from)[0])) return true;
     return false;
 }
 
@@ -56,34 +54,33 @@ bool AnyMayLieWithin(const CodePage& page, const Rule* rules, unsigned count) {
 bool StringStorage::ReplaceBytes(CGNString& s, const Rule* rules, unsigned count, bool characters) {
     const std::size_t length = BytesBeforeNul(s.m_data, s.m_length);
     const auto* text = reinterpret_cast<const Byte*>(s.m_data);
-    UnitRule<Byte> own[kMostRules] = {};
+    UnitRules<Byte> own;
     for (unsigned i = 0; i < count; ++i)
-        own[i] = {AsBytes(rules[i].from), rules[i].from.size(), AsBytes(rules[i].to),
-                  rules[i].to.size()};
-    const bool within = characters && AnyMayLieWithin(*CurrentCodePage(), rules, count);
-    const Replaced<Byte> replaced =
-        within ? ReplaceUnits(text, length, own, count,
-                              CharacterStarts(*CurrentCodePage(), text, length))
-               : ReplaceUnits(text, length, own, count, AnyPlace());
+        own.Add({AsBytes(rules[i].from), rules[i].from.size(), AsBytes(rules[i].to),
+                 rules[i].to.size()});
+    const Replaced<Byte> replaced = characters && AnyMayLieWithin(rules, count)
+                                        ? ReplaceUnits(text, length, own, CharacterStarts(text))
+                                        : ReplaceUnits(text, length, own, AnyPlace());
     if (!replaced.text) return false;
     Adopt(s, reinterpret_cast<char*>(replaced.text), replaced.length, replaced.length);
     return true;
 }
 
 bool StringStorage::ReplaceWide(CGNString& s, const Rule* rules, unsigned count) {
+    using Wide = unsigned short;
     if (!EnsureWide(s)) return false;
-    Owned<unsigned short> characters[kMostRules * 2];
-    UnitRule<unsigned short> own[kMostRules] = {};
+    Owned<Wide> texts[kMostRules * 2];
+    UnitRules<Wide> own;
     for (unsigned i = 0; i < count; ++i) {
         std::uint32_t fromLength, toLength;
-        characters[2 * i].Reset(
-            NewWideText(rules[i].from.data(), rules[i].from.size(), &fromLength));
-        characters[2 * i + 1].Reset(NewWideText(rules[i].to.data(), rules[i].to.size(), &toLength));
-        own[i] = {characters[2 * i].Get(), fromLength, characters[2 * i + 1].Get(), toLength};
-        if (!own[i].from || !own[i].to || fromLength == 0) return false;
+        Wide* const from = NewWideText(rules[i].from.data(), rules[i].from.size(), &fromLength);
+        texts[2 * i].Reset(from);
+        Wide* const to = NewWideText(rules[i].to.data(), rules[i].to.size(), &toLength);
+        texts[2 * i + 1].Reset(to);
+        if (!from || !to || fromLength == 0) return false;
+        own.Add({from, fromLength, to, toLength});
     }
-    const Replaced<unsigned short> replaced =
-        ReplaceUnits<unsigned short>(s.m_wide, s.m_wideLength, own, count, AnyPlace());
+    const Replaced<Wide> replaced = ReplaceUnits<Wide>(s.m_wide, s.m_wideLength, own, AnyPlace());
     if (!replaced.text) return false;
     DropWide(s);
     s.m_wide = replaced.text;
@@ -94,10 +91,9 @@ bool StringStorage::ReplaceWide(CGNString& s, const Rule* rules, unsigned count)
 bool StringStorage::Replace(CGNString& s, const Rule* rules, unsigned count, Units units) {
     if (s.IsEmpty()) return false;
     if (units == Units::kBytes) return ReplaceBytes(s, rules, count, false);
-    const CodePage* page = CurrentCodePage();
     const std::string_view text(s.m_data, BytesBeforeNul(s.m_data, s.m_length));
-    const bool exact = page && AreExact(*page, text, rules, count);
-    return exact ? ReplaceBytes(s, rules, count, true) : ReplaceWide(s, rules, count);
+    return AreExact(text, rules, count) ? ReplaceBytes(s, rules, count, true)
+                                        : ReplaceWide(s, rules, count);
 }
 
 }  // namespace genutil

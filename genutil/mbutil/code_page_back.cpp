@@ -66,6 +66,7 @@ class BackTable {
 };
 
 bool ReturnsWithin(const CodePage& page, unsigned lead) {
+    if (page.prefixed && lead == page.prefix[0]) return false;  // not looked into
     if (page.bytes[lead] != kNoCharacter) return page.Back(page.bytes[lead]) == lead;
     for (unsigned trail = 0; page.pairs && lead >= 0x80 && trail < 256; ++trail) {
         const unsigned character = page.pairs[CodePage::PairIndex(lead, trail)];

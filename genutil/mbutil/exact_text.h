@@ -3,36 +3,40 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 
-#include "genutil/mbutil/code_page.h"
+#include "genutil/mbutil/step.h"
 
 namespace genutil {
 
-// Whether all of the text is valid in the code set and each of its codes is the one that its
-// character has on the way back. In a single-byte code set it does not depend on the text, since
-// there invalid bytes come back too. The text has no 0 in it.
-bool IsExactText(const CodePage& page, const char* text, std::size_t bytes);
+// Whether a text in the current code set is such: well formed, with no first byte under which a
+// character has a second code. Not every text that is such is known as it: GBK and user-defined
+// characters are left to the slower way. The text has no 0 in it.
+bool IsExactText(std::string_view text);
 
 // Tells which places in exact text begin a character. Places are asked for in ascending order, and
 // the look at all of them takes time in proportion to the text.
 class CharacterStarts {
   public:
-    CharacterStarts(const CodePage& page, const unsigned char* text, std::size_t length)
-        : m_page(page), m_text(text), m_end(text + length) {}
+    explicit CharacterStarts(const unsigned char* text) : m_boundary(text) {}
 
     // Whether this must be asked about a place where a byte stands: else it begins a character
     // wherever it does.
-    static bool MayLieWithin(const CodePage& page, unsigned char byte) {
-        return page.form == CodeForm::kPairs && page.isTrail[byte];
+    static bool MayLieWithin(unsigned char byte) {
+        return g_currentStep && g_currentStep->later[byte];
     }
 
-    bool operator()(std::size_t place);
+    bool operator()(const unsigned char* place) {
+        // Mostly a character of one byte stands before.
+        if (place == m_boundary || g_currentStep->first[place[-1]] == 1) return true;
+        const auto offset = static_cast<std::size_t>(place - m_boundary);
+        const std::size_t start = AlignToCharacter(*g_currentStep, m_boundary, offset);
+        m_boundary += start;
+        return start == offset;
+    }
 
   private:
-    const CodePage& m_page;
-    const unsigned char* const m_text;
-    const unsigned char* const m_end;
-    std::size_t m_boundary = 0;  // a start, not behind any place to come
+    const unsigned char* m_boundary;  // a start, not behind any place to come
 };
 
 }  // namespace genutil
