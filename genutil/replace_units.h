@@ -67,16 +67,12 @@ struct AnyPlace {
 template <class Unit, class Starts, class Visitor>
 inline void ForEachMatch(const Unit* text, std::size_t length, const UnitRules<Unit>& rules,
                          Starts starts, Visitor visit) {
-    UnitFinder<Unit> finder = rules.Finder(text, length);
-    for (std::size_t at = 0; (at = finder.Next(at)) < length;) {
+    rules.Finder(text, length).ForEach(0, [&](std::size_t at) {
         const UnitRule<Unit>* rule = rules.At(text + at, length - at);
-        if (rule && starts(text + at)) {
-            visit(at, *rule);
-            at += rule->fromLength;
-        } else {
-            ++at;
-        }
-    }
+        if (!rule || !starts(text + at)) return at + 1;
+        visit(at, *rule);
+        return at + rule->fromLength;
+    });
 }
 
 // Puts short pieces one behind another; what one writes beyond its end the next overwrites.
@@ -89,12 +85,12 @@ class PieceWriter {
 
     // `readable` units may be read where the piece is.
     void Put(const Unit* piece, std::size_t n, std::size_t readable) {
-        if (n <= kAtOnce && readable >= kAtOnce &&
-            static_cast<std::size_t>(m_end - m_at) >= kAtOnce)
-            _mm_storeu_si128(reinterpret_cast<__m128i*>(m_at),
-                             _mm_loadu_si128(reinterpret_cast<const __m128i*>(piece)));
-        else if (n <= 2 * kAtOnce)
-            for (std::size_t i = 0; i < n; ++i) m_at[i] = piece[i];
+        const std::size_t whole = (n + kAtOnce - 1) / kAtOnce * kAtOnce;
+        if (n <= 4 * kAtOnce && readable >= whole &&
+            static_cast<std::size_t>(m_end - m_at) >= whole)
+            for (std::size_t i = 0; i < n; i += kAtOnce)
+                _mm_storeu_si128(reinterpret_cast<__m128i*>(m_at + i),
+                                 _mm_loadu_si128(reinterpret_cast<const __m128i*>(piece + i)));
         else
             CopyUnits(m_at, piece, n);
         m_at += n;
@@ -115,20 +111,33 @@ struct Replaced {
 template <class Unit>
 class ReplacementWriter {
   public:
-    ReplacementWriter(Unit* out, std::size_t size, const Unit* text, std::size_t length)
-        : m_out(out, size), m_text(text), m_length(length) {}
+    ReplacementWriter(Unit* out, std::size_t size, const Unit* text, std::size_t length,
+                      const UnitRules<Unit>& rules)
+        : m_out(out, size), m_text(text), m_length(length), m_rules(rules) {
+        for (unsigned i = 0; i < rules.count; ++i)
+            if (rules.rules[i].toLength <= kShort)
+                CopyUnits(m_short[i], rules.rules[i].to, rules.rules[i].toLength);
+    }
 
     void Put(std::size_t at, const UnitRule<Unit>& rule) {
         m_out.Put(m_text + m_done, at - m_done, m_length - m_done);
-        m_out.Put(rule.to, rule.toLength, rule.toLength);
+        if (rule.toLength <= kShort)
+            m_out.Put(m_short[&rule - m_rules.rules], rule.toLength, kShort);
+        else
+            m_out.Put(rule.to, rule.toLength, rule.toLength);
         m_done = at + rule.fromLength;
     }
     void PutRest() { m_out.Put(m_text + m_done, m_length - m_done, m_length - m_done); }
 
   private:
+    static constexpr std::size_t kShort = PieceWriter<Unit>::kAtOnce;
+
     PieceWriter<Unit> m_out;
     const Unit* const m_text;
     const std::size_t m_length;
+    const UnitRules<Unit>& m_rules;
+    // Short new texts with room behind them, so that they are copied at once.
+    Unit m_short[UnitFinder<Unit>::kMost][kShort] = {};
     std::size_t m_done = 0;
 };
 
@@ -153,7 +162,7 @@ Replaced<Unit> ReplaceUnits(const Unit* text, std::size_t length, const UnitRule
     auto* out = NewText<Unit>(size);
     if (!out) return {nullptr, length};
 
-    ReplacementWriter<Unit> writer(out, static_cast<std::size_t>(size), text, length);
+    ReplacementWriter<Unit> writer(out, static_cast<std::size_t>(size), text, length, rules);
     if (found <= kNoted)
         for (std::size_t i = 0; i < found; ++i) writer.Put(noted[i].at, *noted[i].rule);
     else

@@ -40,49 +40,77 @@ class UnitFinder {
 
     UnitFinder(const Unit* text, std::size_t length) : m_text(text), m_length(length) {}
 
-    void AddFirst(Unit unit) { m_first[m_count++] = SplatUnit(unit); }
+    // The places not used repeat a unit, so that comparisons come in fixed numbers.
+    void AddFirst(Unit unit) {
+        for (unsigned i = m_count++; i < kMost; ++i) m_first[i] = SplatUnit(unit);
+    }
     void RequireAt(std::size_t distance, Unit unit) {
         m_distance = distance;
         m_later = SplatUnit(unit);
     }
 
-    // The next place from `from` on, which never goes back; the length of the text when there is
-    // none.
+    // Calls visit(place) for every place from `from` on, and goes on at the one that it returns.
+    template <class Visitor>
+    void ForEach(std::size_t from, Visitor visit) const {
+        if (m_count == 1)
+            ForEachOf<1>(from, visit);
+        else if (m_count <= 3)
+            ForEachOf<3>(from, visit);
+        else
+            ForEachOf<kMost>(from, visit);
+    }
+
+    // With one unit: the next place from `from` on, which never goes back; the length of the text
+    // when there is none.
     std::size_t Next(std::size_t from) {
         if (!m_begun || from >= m_base + kUnitBlock) {
             m_begun = true;
             m_base = from;
-            m_mask = from < m_length ? MaskAt(from) : 0;
+            m_mask = from < m_length ? MaskFrom(from) : 0;
         } else {
             m_mask &= ~0u << (from - m_base);
         }
         while (!m_mask) {
             m_base += kUnitBlock;
             if (m_base >= m_length) return m_length;
-            m_mask = MaskAt(m_base);
+            m_mask = MaskFrom(m_base);
         }
         return m_base + static_cast<unsigned>(std::countr_zero(m_mask));
     }
 
   private:
+    unsigned MaskFrom(std::size_t base) const { return MaskAt<1>(base); }
+
+    template <unsigned Count, class Visitor>
+    void ForEachOf(std::size_t from, Visitor visit) const {
+        std::size_t behind = from;
+        for (std::size_t base = from; base < m_length; base += kUnitBlock)
+            for (unsigned mask = MaskAt<Count>(base); mask; mask &= mask - 1) {
+                const std::size_t at = base + static_cast<unsigned>(std::countr_zero(mask));
+                if (at >= behind) behind = visit(at);
+            }
+    }
+
+    template <unsigned Count>
     unsigned Compare(const Unit* first, const Unit* later) const {
         unsigned mask = EqualUnits(first, m_first[0]);
-        for (unsigned i = 1; i < m_count; ++i) mask |= EqualUnits(first, m_first[i]);
+        for (unsigned i = 1; i < Count; ++i) mask |= EqualUnits(first, m_first[i]);
         if (m_distance) mask &= EqualUnits(later, m_later);
         return mask;
     }
 
     // No unit behind the text's end is read.
+    template <unsigned Count>
     unsigned MaskAt(std::size_t base) const {
         if (m_length - base >= kUnitBlock + m_distance)
-            return Compare(m_text + base, m_text + base + m_distance);
+            return Compare<Count>(m_text + base, m_text + base + m_distance);
         const std::size_t left = m_length - base;
         if (left <= m_distance) return 0;
         Unit first[kUnitBlock] = {}, later[kUnitBlock] = {};
         const std::size_t n = left - m_distance < kUnitBlock ? left - m_distance : kUnitBlock;
         std::memcpy(first, m_text + base, n * sizeof(Unit));
         std::memcpy(later, m_text + base + m_distance, n * sizeof(Unit));
-        return Compare(first, later) & ((1u << n) - 1);
+        return Compare<Count>(first, later) & ((1u << n) - 1);
     }
 
     const Unit* const m_text;

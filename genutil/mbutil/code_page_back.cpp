@@ -99,7 +99,11 @@ bool FillTables(CodePage& page, int codeSet) {
 
 bool FillBack(CodePage& page, int codeSet) {
     if (!FillTables(page, codeSet)) return false;
-    for (unsigned lead = 0; lead < 256; ++lead) page.returns[lead] = ReturnsWithin(page, lead);
+    for (unsigned lead = 0; lead < 256; ++lead) {
+        page.returns[lead] = ReturnsWithin(page, lead);
+        if (!page.returns[lead] && page.ambiguousCount++ < CodePage::kMostAmbiguous)
+            page.ambiguous[page.ambiguousCount - 1] = static_cast<std::uint8_t>(lead);
+    }
     return true;
 }
 

@@ -3,7 +3,6 @@
 #include <emmintrin.h>
 
 #include <cstdint>
-#include <cstring>
 
 #include "genutil/mbutil/ascii_run.h"
 #include "genutil/mbutil/block.h"
@@ -14,43 +13,39 @@ namespace genutil {
 
 namespace {
 
-// The first bytes of a code set's pairs among which a code is not its character's own.
-class AmbiguousLeads {
-  public:
-    explicit AmbiguousLeads(const CodePage& page) {
-        for (unsigned lead = 0x80; lead < 256 && m_count <= kMost; ++lead)
-            if (!page.returns[lead] && m_count++ < kMost)
-                m_leads[m_count - 1] = _mm_set1_epi8(static_cast<char>(lead));
+// Where ambiguous first bytes are in 64 bytes.
+std::uint64_t MaskOfAmbiguous(const CodePage& page, const unsigned char* block) {
+    std::uint64_t mask = 0;
+    for (unsigned i = 0; i < kBlock; i += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block + i));
+        __m128i found = _mm_setzero_si128();
+        for (unsigned k = 0; k < page.ambiguousCount; ++k)
+            found = _mm_or_si128(
+                found, _mm_cmpeq_epi8(bytes, _mm_set1_epi8(static_cast<char>(page.ambiguous[k]))));
+        mask |= std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(found))} << i;
     }
-    bool TooMany() const { return m_count > kMost; }
+    return mask;
+}
 
-    // Where they are in 64 bytes.
-    std::uint64_t Mask(const unsigned char* block) const {
-        std::uint64_t mask = 0;
-        for (unsigned i = 0; m_count && i < kBlock; i += 16) {
-            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block + i));
-            __m128i found = _mm_setzero_si128();
-            for (unsigned k = 0; k < m_count; ++k)
-                found = _mm_or_si128(found, _mm_cmpeq_epi8(bytes, m_leads[k]));
-            mask |= std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(found))} << i;
-        }
-        return mask;
+bool IsExactByCharacters(const CodePage& page, const unsigned char* p, std::size_t left) {
+    while (left > 0) {
+        const int length = CharacterLength(*g_currentStep, p, static_cast<unsigned>(left));
+        if (length < 0 || static_cast<std::size_t>(length) > left || !page.returns[*p])
+            return false;
+        p += length;
+        left -= static_cast<std::size_t>(length);
     }
-
-  private:
-    static constexpr unsigned kMost = 8;
-    __m128i m_leads[kMost] = {};
-    unsigned m_count = 0;
-};
+    return true;
+}
 
 bool IsExactPairs(const CodePage& page, const unsigned char* text, std::size_t length) {
     const std::size_t ascii = AsciiRun(text, length);
-    if (ascii == length) return true;
-    const AmbiguousLeads ambiguous(page);
-    if (ambiguous.TooMany()) return false;
+    if (length - ascii <= kBlock) return IsExactByCharacters(page, text + ascii, length - ascii);
+    if (page.ambiguousCount > CodePage::kMostAmbiguous) return false;
     BlockWalker walker(*g_currentStep, text + ascii, length - ascii);
     while (walker.Next())
-        if (walker.Invalid() || (ambiguous.Mask(walker.Data()) & walker.Starts())) return false;
+        if (walker.Invalid() || (MaskOfAmbiguous(page, walker.Data()) & walker.Starts()))
+            return false;
     return true;
 }
 
@@ -75,7 +70,7 @@ bool IsExactText(std::string_view text) {
     const auto p = reinterpret_cast<const unsigned char*>(text.data());
     switch (page->form) {
         case CodeForm::kSingleByte:  // invalid bytes come back too
-            return !std::memchr(page->returns, false, sizeof page->returns);
+            return page->ambiguousCount == 0;
         case CodeForm::kPairs:
             return g_currentStep && IsExactPairs(*page, p, text.size());
         case CodeForm::kUtf8:
