@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 #include "genutil/string_storage.h"
 #include "genutil/unit_search.h"
@@ -141,30 +142,56 @@ class ReplacementWriter {
     std::size_t m_done = 0;
 };
 
-// Matches are noted as they are counted; a text with more than these is searched once more.
-template <class Unit, class Starts>
-Replaced<Unit> ReplaceUnits(const Unit* text, std::size_t length, const UnitRules<Unit>& rules,
-                            const Starts& starts) {
+// How many matches there are and the size of the text that they lead to. The first few are noted;
+// a text with more of them is searched once more.
+template <class Unit>
+struct CountedMatches {
+    static constexpr std::size_t kNoted = 64;
     struct Match {
         std::size_t at;
         const UnitRule<Unit>* rule;
     };
-    constexpr std::size_t kNoted = 64;
     Match noted[kNoted];
+    bool allNoted = true;
     std::size_t found = 0;
-    std::uint64_t size = length;
-    ForEachMatch(text, length, rules, starts, [&](std::size_t at, const UnitRule<Unit>& rule) {
-        size += std::uint64_t{rule.toLength} - rule.fromLength;
-        if (found < kNoted) noted[found] = {at, &rule};
-        ++found;
-    });
-    if (found == 0) return {nullptr, length};
+    std::uint64_t size;
+
+    template <class Starts>
+    CountedMatches(const Unit* text, std::size_t length, const UnitRules<Unit>& rules,
+                   const Starts& starts)
+        : size(length) {
+        if (std::is_same_v<Starts, AnyPlace> && rules.count == 1 && length >= kLong &&
+            rules.rules[0].fromLength == 1) {
+            allNoted = false;
+            found = rules.Finder(text, length).Count();
+            size += (std::uint64_t{rules.rules[0].toLength} - 1) * found;
+            return;
+        }
+        ForEachMatch(text, length, rules, starts, [&](std::size_t at, const UnitRule<Unit>& rule) {
+            size += std::uint64_t{rule.toLength} - rule.fromLength;
+            if (found < kNoted) noted[found] = {at, &rule};
+            ++found;
+        });
+        allNoted = found <= kNoted;
+    }
+
+  private:
+    static constexpr std::size_t kLong = 1024;  // units of a text in which matches are but counted
+};
+
+template <class Unit, class Starts>
+Replaced<Unit> ReplaceUnits(const Unit* text, std::size_t length, const UnitRules<Unit>& rules,
+                            const Starts& starts) {
+    const CountedMatches<Unit> matches(text, length, rules, starts);
+    if (matches.found == 0) return {nullptr, length};
+    const std::uint64_t size = matches.size;
     auto* out = NewText<Unit>(size);
     if (!out) return {nullptr, length};
 
     ReplacementWriter<Unit> writer(out, static_cast<std::size_t>(size), text, length, rules);
-    if (found <= kNoted)
-        for (std::size_t i = 0; i < found; ++i) writer.Put(noted[i].at, *noted[i].rule);
+    if (matches.allNoted)
+        for (std::size_t i = 0; i < matches.found; ++i)
+            writer.Put(matches.noted[i].at, *matches.noted[i].rule);
     else
         ForEachMatch(text, length, rules, starts,
                      [&](std::size_t at, const UnitRule<Unit>& rule) { writer.Put(at, rule); });

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "genstr.h"
+#include "genutil/mbutil/ascii_run.h"
 #include "genutil/mbutil/exact_text.h"
 #include "genutil/mbutil/wide.h"
 #include "genutil/replace_units.h"
@@ -30,9 +31,7 @@ const Byte* AsBytes(std::string_view text) {
 }
 
 bool IsAscii(std::string_view text) {
-    for (const char c : text)
-        if (static_cast<Byte>(c) >= 0x80) return false;
-    return true;
+    return AsciiRun(AsBytes(text), text.size()) == text.size();
 }
 
 // Whether a replacement of characters may look at bytes instead.
@@ -51,16 +50,15 @@ bool AnyMayLieWithin(const Rule* rules, unsigned count) {
 
 }  // namespace
 
-bool StringStorage::ReplaceBytes(CGNString& s, const Rule* rules, unsigned count, bool characters) {
+bool StringStorage::ReplaceBytes(CGNString& s, const Rule* rules, unsigned count, bool starts) {
     const std::size_t length = BytesBeforeNul(s.m_data, s.m_length);
     const auto* text = reinterpret_cast<const Byte*>(s.m_data);
     UnitRules<Byte> own;
     for (unsigned i = 0; i < count; ++i)
         own.Add({AsBytes(rules[i].from), rules[i].from.size(), AsBytes(rules[i].to),
                  rules[i].to.size()});
-    const Replaced<Byte> replaced = characters && AnyMayLieWithin(rules, count)
-                                        ? ReplaceUnits(text, length, own, CharacterStarts(text))
-                                        : ReplaceUnits(text, length, own, AnyPlace());
+    const Replaced<Byte> replaced = starts ? ReplaceUnits(text, length, own, CharacterStarts(text))
+                                           : ReplaceUnits(text, length, own, AnyPlace());
     if (!replaced.text) return false;
     Adopt(s, reinterpret_cast<char*>(replaced.text), replaced.length, replaced.length);
     return true;
@@ -92,8 +90,8 @@ bool StringStorage::Replace(CGNString& s, const Rule* rules, unsigned count, Uni
     if (s.IsEmpty()) return false;
     if (units == Units::kBytes) return ReplaceBytes(s, rules, count, false);
     const std::string_view text(s.m_data, BytesBeforeNul(s.m_data, s.m_length));
-    return AreExact(text, rules, count) ? ReplaceBytes(s, rules, count, true)
-                                        : ReplaceWide(s, rules, count);
+    if (!AreExact(text, rules, count)) return ReplaceWide(s, rules, count);
+    return ReplaceBytes(s, rules, count, AnyMayLieWithin(rules, count) && !IsAscii(text));
 }
 
 }  // namespace genutil

@@ -107,7 +107,7 @@ struct StringStorage {
     static bool RebuildData(const CGNString& s, unsigned bytesPerCharacter);
 
   private:
-    static bool ReplaceBytes(CGNString& s, const Rule* rules, unsigned count, bool characters);
+    static bool ReplaceBytes(CGNString& s, const Rule* rules, unsigned count, bool starts);
     static bool ReplaceWide(CGNString& s, const Rule* rules, unsigned count);
     static bool GrowData(CGNString& s, std::uint64_t n, Owned<char>& old);
     static void StoreAnew(CGNString& s, const char* text, std::uint64_t offset, std::uint64_t n);

@@ -60,6 +60,14 @@ class UnitFinder {
             ForEachOf<kMost>(from, visit);
     }
 
+    // With one unit: how many places there are.
+    std::size_t Count() const {
+        std::size_t count = 0;
+        for (std::size_t base = 0; base < m_length; base += 4 * kUnitBlock)
+            count += static_cast<unsigned>(std::popcount(LongMaskAt<1>(base)));
+        return count;
+    }
+
     // With one unit: the next place from `from` on, which never goes back; the length of the text
     // when there is none.
     std::size_t Next(std::size_t from) {
@@ -81,14 +89,28 @@ class UnitFinder {
   private:
     unsigned MaskFrom(std::size_t base) const { return MaskAt<1>(base); }
 
+    // By 64 units, so that one branch that cannot be predicted serves several places.
     template <unsigned Count, class Visitor>
     void ForEachOf(std::size_t from, Visitor visit) const {
         std::size_t behind = from;
-        for (std::size_t base = from; base < m_length; base += kUnitBlock)
-            for (unsigned mask = MaskAt<Count>(base); mask; mask &= mask - 1) {
+        for (std::size_t base = from; base < m_length; base += 4 * kUnitBlock)
+            for (std::uint64_t mask = LongMaskAt<Count>(base); mask; mask &= mask - 1) {
                 const std::size_t at = base + static_cast<unsigned>(std::countr_zero(mask));
                 if (at >= behind) behind = visit(at);
             }
+    }
+
+    template <unsigned Count>
+    std::uint64_t LongMaskAt(std::size_t base) const {
+        const bool whole = m_length - base >= 4 * kUnitBlock + m_distance;
+        std::uint64_t mask = 0;
+        for (unsigned i = 0; i < 4; ++i, base += kUnitBlock) {
+            if (base >= m_length) break;
+            const unsigned part = whole ? Compare<Count>(m_text + base, m_text + base + m_distance)
+                                        : MaskAt<Count>(base);
+            mask |= std::uint64_t{part} << (i * kUnitBlock);
+        }
+        return mask;
     }
 
     template <unsigned Count>
@@ -124,9 +146,28 @@ class UnitFinder {
     bool m_begun = false;
 };
 
+// Whether the first and the last Word of n bytes, which may overlap, are the same.
+template <class Word>
+bool SameEnds(const unsigned char* a, const unsigned char* b, std::size_t n) {
+    Word x, y, u, v;
+    std::memcpy(&x, a, sizeof x);
+    std::memcpy(&y, b, sizeof y);
+    std::memcpy(&u, a + n - sizeof u, sizeof u);
+    std::memcpy(&v, b + n - sizeof v, sizeof v);
+    return ((x ^ y) | (u ^ v)) == 0;
+}
+
 template <class Unit>
 bool SameUnits(const Unit* a, const Unit* b, std::size_t n) {
-    return std::memcmp(a, b, n * sizeof(Unit)) == 0;
+    const auto* p = reinterpret_cast<const unsigned char*>(a);
+    const auto* q = reinterpret_cast<const unsigned char*>(b);
+    const std::size_t bytes = n * sizeof(Unit);
+    if (bytes >= 4 && bytes <= 8) return SameEnds<std::uint32_t>(p, q, bytes);
+    if (bytes > 8 && bytes <= 16) return SameEnds<std::uint64_t>(p, q, bytes);
+    if (bytes > 16) return std::memcmp(p, q, bytes) == 0;
+    for (std::size_t i = 0; i < bytes; ++i)
+        if (p[i] != q[i]) return false;
+    return true;
 }
 
 constexpr std::size_t kNotFound = ~std::size_t{0};
