@@ -4,7 +4,10 @@
 
 #include "genassert.h"
 #include "gentrace.h"
+#include "genutil/allocate.h"
 #include "osthread.h"
+
+using genutil::AllocationPasses;
 
 // Programs of the suite reach its members in place.
 static_assert(sizeof(void*) != 4 || sizeof(CGNAssert) == 12);
@@ -21,13 +24,35 @@ char g_guardName[] = "recflag";
 thread_local bool t_inCallback = false;
 
 bool InCallback() {
-    return t_inCallback || CGNLclSt::Instance()->GetLocalVariable(g_guardName) != nullptr;
+    if (t_inCallback) return true;
+    CGNLclSt* variables = CGNLclSt::Instance();
+    return variables && variables->GetLocalVariable(g_guardName) != nullptr;
 }
+
+// For the length of a scope, which may see the store come and go.
+class CallbackGuard {
+  public:
+    CallbackGuard() {
+        t_inCallback = true;
+        if (CGNLclSt* variables = CGNLclSt::Instance())
+            variables->SetLocalVariable(g_guardName, &m_flag);
+    }
+    ~CallbackGuard() {
+        if (CGNLclSt* variables = CGNLclSt::Instance()) variables->UnsetLocalVariable(g_guardName);
+        t_inCallback = false;
+    }
+    CallbackGuard(const CallbackGuard&) = delete;
+    CallbackGuard& operator=(const CallbackGuard&) = delete;
+
+  private:
+    char m_flag = 1;
+};
 
 }  // namespace
 
 CGNAssert* CGNAssert::Instance() {
-    if (!m_pInstance) m_pInstance = new (std::nothrow) CGNAssert;
+    if (!m_pInstance && AllocationPasses(sizeof(CGNAssert)))
+        m_pInstance = new (std::nothrow) CGNAssert;
     return m_pInstance;
 }
 
@@ -63,11 +88,6 @@ unsigned char CGNAssert::cgnassert(unsigned char condition, const char* file, lo
                 "Recursive invocation of callback.\n      Switching to native assert.");
         return 0;
     }
-    char flag = 1;
-    t_inCallback = true;
-    CGNLclSt::Instance()->SetLocalVariable(g_guardName, &flag);
-    const unsigned char result = m_callback(m_argument);
-    CGNLclSt::Instance()->UnsetLocalVariable(g_guardName);
-    t_inCallback = false;
-    return result;
+    const CallbackGuard guard;
+    return m_callback(m_argument);
 }

@@ -198,6 +198,7 @@ const LocaleFacts* RefreshLocaleFacts(std::uint32_t language, int codeSet) {
 }
 
 int CodeSetOfLocaleTexts(std::uint32_t language) {
+    if (language == 0) return mbWestern;
     if (FindLocaleByLanguage(language)) return CodeSetOfLanguage(language);
     const unsigned codePage =
         platform::AnsiCodePageOfLanguage(static_cast<std::uint16_t>(language));

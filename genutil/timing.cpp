@@ -18,22 +18,20 @@ namespace {
 
 unsigned char g_measuring = 0;
 
-// A label as printf would write it, cut behind the last whole character that its buffer holds.
-class FormattedLabel {
-  public:
-    FormattedLabel(const char* format, va_list arguments) {
-        const int length = format ? std::vsnprintf(m_text, sizeof m_text, format, arguments) : 0;
-        constexpr int kLongest = sizeof m_text - 1;
-        if (length <= 0) m_text[0] = 0;
-        if (length <= kLongest) return;
+// Labels a stopwatch as printf would write it, cut behind the last whole character that the buffer
+// holds.
+void SetFormattedLabel(OSTime& watch, const char* format, va_list arguments) {
+    if (!format || !OSTime::LogEnabled()) return;
+    char text[1024];
+    constexpr int kLongest = sizeof text - 1;
+    const int length = std::vsnprintf(text, sizeof text, format, arguments);
+    if (length <= 0) return;
+    if (length > kLongest) {
         Shift shift;
-        m_text[kLongest - CutCharacter(m_text, kLongest, mbGetLocaleCodeSet(), &shift)] = 0;
+        text[kLongest - CutCharacter(text, kLongest, mbGetLocaleCodeSet(), &shift)] = 0;
     }
-    const char* Text() const { return m_text; }
-
-  private:
-    char m_text[1024];
-};
+    watch.SetTraceMsg(text);
+}
 
 // A label of the heap; null, after the report, when there is no memory for it.
 template <class Text>
@@ -153,12 +151,10 @@ void OSTime::SetTraceMsg(const CGNString& label) {
 }
 
 void OSTime::SetVaTraceMsg(const char* format, ...) {
-    if (!m_logEnabled) return;
     va_list arguments;
     va_start(arguments, format);
-    const FormattedLabel label(format, arguments);
+    SetFormattedLabel(*this, format, arguments);
     va_end(arguments);
-    if (*label.Text()) SetTraceMsg(label.Text());
 }
 
 void OSTime::Log(const char* label) {
@@ -172,12 +168,10 @@ void OSTime::Log(const CGNString& label) {
 }
 
 void OSTime::VaLog(const char* format, ...) {
-    if (!m_logEnabled) return;
     va_list arguments;
     va_start(arguments, format);
-    const FormattedLabel label(format, arguments);
+    SetFormattedLabel(*this, format, arguments);
     va_end(arguments);
-    if (*label.Text()) SetTraceMsg(label.Text());
     Log();
 }
 

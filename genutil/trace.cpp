@@ -3,6 +3,7 @@
 #include <new>
 
 #include "gentrace.h"
+#include "genutil/allocate.h"
 #include "genutil/trace_line.h"
 #include "osthread.h"
 
@@ -190,7 +191,8 @@ CGNTraceFileLine::CGNTraceFileLine(long line, const char* file) {
 CGNGlobalTrace* CGNGlobalTrace::m_pInstance = nullptr;
 
 CGNGlobalTrace* CGNGlobalTrace::Instance() {
-    if (!m_pInstance) m_pInstance = new (std::nothrow) CGNGlobalTrace;
+    if (!m_pInstance && AllocationPasses(sizeof(CGNGlobalTrace)))
+        m_pInstance = new (std::nothrow) CGNGlobalTrace;
     return m_pInstance;
 }
 

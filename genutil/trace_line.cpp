@@ -53,7 +53,8 @@ std::size_t TraceLine::Grow(std::size_t extra) {
             m_capacity = capacity;
         }
     }
-    const std::size_t room = m_capacity - m_length - 1;
+    const std::size_t left = m_capacity - m_length;  // none behind the end of a line that was cut
+    const std::size_t room = left == 0 ? 0 : left - 1;
     return extra < room ? extra : room;
 }
 

@@ -34,6 +34,7 @@
 
 namespace genutil {
 struct LocaleFacts;
+struct LocaleAccess;
 }
 
 /** A Japanese era: its name, the Gregorian year in which it begins and how long it lasted. */
@@ -363,6 +364,8 @@ class GENUTIL_API CLCLocale {
     long GregorianYrFromEmperorYr(CEmperor era, long eraYear) const;
 
   private:
+    friend struct genutil::LocaleAccess;
+
     void TakeFacts(const genutil::LocaleFacts& facts);
     void TakeDateFacts(const genutil::LocaleFacts& facts);
     void TakeTimeFacts(const genutil::LocaleFacts& facts);

@@ -65,7 +65,7 @@ Entry* NewEntry(const CGNString& name) {
     if (!AssertAllocation(memory != nullptr, kSource, __LINE__)) return nullptr;
     auto* entry = new (memory) Entry{};
     entry->mutex = OSMutexCreate();
-    entry->name = new (std::nothrow) CGNString(name);
+    entry->name = New<CGNString>(name);
     AssertAllocation(entry->name != nullptr, kSource, __LINE__);
     if (entry->mutex && entry->name && *entry->name == name) return entry;
     DestroyEntry(entry);
@@ -195,7 +195,7 @@ CGNGlobalNamedMutexPool* CGNGlobalNamedMutexPool::m_pInstance = nullptr;
 
 CGNGlobalNamedMutexPool* CGNGlobalNamedMutexPool::GetInstance() {
     if (m_pInstance) return m_pInstance;
-    auto* pool = new (std::nothrow) CGNGlobalNamedMutexPool;
+    auto* pool = New<CGNGlobalNamedMutexPool>();
     if (pool && pool->Init()) return m_pInstance = pool;
     delete pool;
     return nullptr;

@@ -69,7 +69,9 @@ _osthread* OSThreadCreate(unsigned int (*start)(void*), void* argument, void* th
     auto* thread = static_cast<_osthread*>(Allocate(sizeof(_osthread)));
     AssertAllocation(thread != nullptr, "osutil/osthread", __LINE__);
     StartBlock* block = thread ? NewStartBlock(start, argument, threadValue) : nullptr;
-    if (block && Succeeded(platform::StartThread(block, &thread->handle))) return thread;
+    // A system may start no thread and have no code for it.
+    if (block && Succeeded(platform::StartThread(block, &thread->handle)) && thread->handle)
+        return thread;
     Release(block);
     Release(thread);
     return nullptr;

@@ -105,7 +105,8 @@ CGNLclSt::~CGNLclSt() {
 }
 
 CGNLclSt* CGNLclSt::Instance() {
-    if (!m_pInstance) m_pInstance = new (std::nothrow) CGNLclSt;
+    if (!m_pInstance && AllocationPasses(sizeof(CGNLclSt)))
+        m_pInstance = new (std::nothrow) CGNLclSt;
     return m_pInstance;
 }
 

@@ -83,6 +83,22 @@ unsigned KanaAt(const char* p) {
     return first == 0x8E && jis::IsKana(ByteAt(p, 1)) ? ByteAt(p, 1) : 0;
 }
 
+// Copies src, but the characters of `length` bytes that are numbers as `put` writes them.
+template <class Put>
+char* ConvertNumbers(const char* src, char* dst, int length, Put put) {
+    if (src == nullptr || dst == nullptr) return nullptr;
+    const NumberSet* const set = CurrentNumberSet();
+    if (set == nullptr) return Copy(src, dst);
+    char* out = dst;
+    for (const char* p = src; *p != '\0';) {
+        const char* const next = p + mbbytesinchar(reinterpret_cast<const unsigned char*>(p));
+        if (next - p == length && put(*set, p, out)) p = next;
+        while (p != next) *out++ = *p++;
+    }
+    *out = '\0';
+    return dst;
+}
+
 }  // namespace
 
 char* mbHanToZenStr(const char* src, char* dst) {
@@ -111,40 +127,17 @@ char* mbHanToZenStr(const char* src, char* dst) {
 }
 
 char* ConvertMBNumberToSBNumber(const char* src, char* dst) {
-    if (src == nullptr || dst == nullptr) return nullptr;
-    const NumberSet* const set = CurrentNumberSet();
-    if (set == nullptr) return Copy(src, dst);
-    char* out = dst;
-    for (const char* p = src; *p != '\0';) {
-        const int length = mbbytesinchar(reinterpret_cast<const unsigned char*>(p));
-        const char half =
-            length == 2 ? HalfWidthNumber(*set, ByteAt(p, 0) << 8 | ByteAt(p, 1)) : '\0';
-        const char* const next = p + length;
-        if (half != '\0') {
-            *out++ = half;
-            p = next;
-        }
-        while (p != next) *out++ = *p++;
-    }
-    *out = '\0';
-    return dst;
+    return ConvertNumbers(src, dst, 2, [](const NumberSet& set, const char* p, char*& out) {
+        const char half = HalfWidthNumber(set, ByteAt(p, 0) << 8 | ByteAt(p, 1));
+        if (half != '\0') *out++ = half;
+        return half != '\0';
+    });
 }
 
 char* ConvertSBNumberToMBNumber(const char* src, char* dst) {
-    if (src == nullptr || dst == nullptr) return nullptr;
-    const NumberSet* const set = CurrentNumberSet();
-    if (set == nullptr) return Copy(src, dst);
-    char* out = dst;
-    for (const char* p = src; *p != '\0';) {
-        const int length = mbbytesinchar(reinterpret_cast<const unsigned char*>(p));
-        const unsigned full = length == 1 ? FullWidthNumber(*set, *p) : 0;
-        const char* const next = p + length;
-        if (full != 0) {
-            out = PutPair(out, full);
-            p = next;
-        }
-        while (p != next) *out++ = *p++;
-    }
-    *out = '\0';
-    return dst;
+    return ConvertNumbers(src, dst, 1, [](const NumberSet& set, const char* p, char*& out) {
+        const unsigned full = FullWidthNumber(set, *p);
+        if (full != 0) out = PutPair(out, full);
+        return full != 0;
+    });
 }

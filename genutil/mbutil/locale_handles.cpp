@@ -6,11 +6,13 @@
 
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
+#include "genutil/locale_facts.h"
 #include "genutil/mbutil/ascii.h"
 #include "genutil/mbutil/code_set.h"
 #include "genutil/mbutil/copy_out.h"
 #include "genutil/mbutil/display_text.h"
 #include "mbutil.h"
+#include "osutil/platform/locale_facts.h"
 #include "osutil/platform/locales.h"
 
 using namespace genutil;
@@ -125,8 +127,22 @@ bool IsSelected(const LocaleRow* row, int select) {
         const LocaleRow* named = FindLocaleByName(row->name);
         return named->codeSet == mbGetLocaleCodeSet();
     }
-    if (select == mbSelectSystem) return platform::AnsiCodePageOfLanguage(row->language) != 0;
+    if (select == mbSelectSystem) return platform::KnowsLocale(row->language, row->name);
     return true;
+}
+
+// False when the current code set lacks a letter.
+bool WriteNativeName(char* out, int size, const LocaleRow* row) {
+    const LocaleFacts* facts = FindLocaleFacts(row->language, row->codeSet);
+    if (!facts || !facts->text[kNativeLanguage] || !facts->text[kNativeCountry]) return false;
+    char text[160];
+    std::snprintf(text, sizeof text, "%s (%s)", facts->text[kNativeLanguage],
+                  facts->text[kNativeCountry]);
+    mbIsMultiByte();  // settles the current code set
+    mbConversion conversion = {};
+    mbConvert(text, std::strlen(text), facts->codeSet, out, static_cast<std::size_t>(size),
+              mbGetLocaleCodeSet(), &conversion);
+    return conversion.lost == 0 && *out != 0;
 }
 
 }  // namespace
@@ -201,6 +217,7 @@ int mbDisplayLocale(char* out, int size, const char* name, int style) {
     *out = 0;
     const LocaleRow* row = name && *name ? FindLocaleByName(name) : UserRow();
     if (!row) return 0;
+    if (style == mbStyleNative && WriteNativeName(out, size, row)) return 1;
     if (style != mbStyleLanguage) return WriteDisplayText(out, size, row->description);
     char language[64];
     std::snprintf(language, sizeof language, "%s", row->description);

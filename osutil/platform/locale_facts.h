@@ -38,7 +38,7 @@ enum LocaleText : std::uint8_t {
 
 // Names of the numbers. Those of the dates and the time follow from the pictures.
 enum LocaleNumber : std::uint8_t {
-    kShortDateOrder,  // 0 month day year, 1 day month year, 2 year month day
+    kShortDateOrder,  // 0 month day year, 1 day before month, 2 year month day
     kLongDateOrder,
     kCentury,           // 1: years in four digits
     kDayLeadingZero,    // 1: days in two digits
@@ -73,6 +73,9 @@ static_assert(kLocaleTexts <= 64);
 // system that goes by names, and null when the library has none for it. Settings that the user
 // changed for the own locale count. False when the system does not know the locale. Slow.
 bool ReadLocaleFacts(std::uint32_t language, const char* name, LocaleRecord* record);
+
+// Whether the system has the very locale, and not only facts that it takes from a related one.
+bool KnowsLocale(std::uint32_t language, const char* name);
 
 }  // namespace platform
 

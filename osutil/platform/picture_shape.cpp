@@ -207,13 +207,15 @@ bool SeparatorOfPicture(const Unit* picture, Unit* out, std::size_t size) {
 }
 
 int OrderOfPicture(const Unit* picture) {
-    char first = 0;
+    bool yearFirst = false;
+    char first = 0;  // of day and month
     ForEachToken(picture, [&](char letter, int run, const Unit*) {
-        const bool isPart = letter == 'y' || letter == 'M' || (letter == 'd' && run <= 2);
-        if (isPart) first = letter;
-        return !isPart;
+        if (letter == 'y') yearFirst = true;
+        if (letter == 'M' || (letter == 'd' && run <= 2)) first = letter;
+        return first == 0;
     });
-    return first == 'M' ? 0 : first == 'y' ? 2 : 1;
+    if (first == 'd') return 1;
+    return yearFirst ? 2 : 0;
 }
 
 int RunInPicture(const Unit* picture, char token, int limit) {

@@ -16,7 +16,8 @@ bool ShapePicture(const std::uint16_t* pattern, std::uint16_t* out, std::size_t 
 // is empty, has letters in it or does not fit.
 bool SeparatorOfPicture(const std::uint16_t* picture, std::uint16_t* out, std::size_t size);
 
-// The order of a date picture's parts: 0 month day year, 1 day month year, 2 year month day.
+// The order of a date picture's parts: 0 month day year, 1 day before month wherever the year is,
+// 2 year month day.
 int OrderOfPicture(const std::uint16_t* picture);
 // The longest run of a token in a picture, outside apostrophes; of d at most `limit` are counted,
 // since longer runs are names.

@@ -20,6 +20,7 @@ struct ThreadTask {
     unsigned (*run)(ThreadTask* task);
 };
 
+// Null where it fails, which a system may do without a code.
 unsigned StartThread(ThreadTask* task, Thread** thread);
 // Returns when the thread has ended, with all that ends with it. Any number of times.
 unsigned WaitForThreadEnd(Thread* thread);

@@ -15,8 +15,13 @@ struct Zone {
 // Calls `visit` with each zone that a user could choose, in no order. Reads files or the registry.
 void VisitZones(void (*visit)(void* context, const Zone& zone), void* context);
 
-// The rule of any zone that the system knows, old names included. False when it does not.
+// The rule of any zone that the system knows, old names included; null for the one of the machine.
+// False when it does not.
 bool ReadZoneRule(const char* name, char* rule, std::size_t size);
+
+// Reads the compiled file of a zone, null for the one of the machine: its size, 0 when there is none
+// or it does not fit. A system that keeps rules only has none.
+std::size_t ReadZoneFile(const char* name, unsigned char* out, std::size_t size);
 
 // The name of the zone that the machine is set to. False when that cannot be told.
 bool ReadSystemZone(char* name, std::size_t size);
@@ -26,7 +31,13 @@ bool ReadSystemZone(char* name, std::size_t size);
 bool GetZoneVariable(char* out, std::size_t size);
 void SetZoneVariable(const char* text);
 
+// Has the C library read the variable again.
+void RereadZoneVariable();
+
 // Whether the C library finds a zone whose name the variable holds, or understands rules only.
 extern const bool kZoneVariableTakesNames;
+
+// Whether the variable decides what the system itself takes for its zone.
+extern const bool kZoneVariableIsTheSystems;
 
 }  // namespace genutil::platform

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <string>
-#include <vector>
 
 #include "genlist.h"
 #include "mbutil.h"
@@ -33,26 +32,24 @@ TEST(List, AddsInsertsDeletesAndSwaps) {
     for (long i = 0; i < 25; ++i) EXPECT_TRUE(list.AddItem(i * i));
     EXPECT_EQ(list.GetCount(), 25);
     EXPECT_EQ(list.GetItem(24), 576);
-    EXPECT_EQ(list.GetItem(25), 0);
-    EXPECT_EQ(list.GetItem(-1), 0);
-    EXPECT_TRUE(list.InsertItem(0, -1));
-    EXPECT_TRUE(list.InsertItem(26, -2));
-    EXPECT_FALSE(list.InsertItem(28, -3));
-    EXPECT_FALSE(list.InsertItem(-1, -3));
+    EXPECT_TRUE(list.InsertItem(0, -1) && list.InsertItem(26, -2));
+    for (const int outside : {28, -1}) {
+        EXPECT_FALSE(list.InsertItem(outside, -3));
+        EXPECT_FALSE(list.SetItem(outside, 1));
+        EXPECT_EQ(list.GetItem(outside), 0);
+    }
     EXPECT_EQ(list.GetItem(1), 0);
     EXPECT_EQ(list.GetItem(26), -2);
     list.DeleteItem(0);
-    list.DeleteItem(26);
-    list.DeleteItem(-1);
+    for (const int outside : {26, -1}) {
+        list.DeleteItem(outside);
+        EXPECT_FALSE(list.SwapItems(0, outside) || list.SwapItems(outside, 0));
+        EXPECT_EQ(list.GetItem(outside), 0);
+    }
     EXPECT_EQ(list.GetCount(), 26);
     EXPECT_EQ(list.GetItemListPtr()[2], 4);
-    EXPECT_TRUE(list.SwapItems(1, 2));
-    EXPECT_TRUE(list.SwapItems(3, 3));
-    EXPECT_FALSE(list.SwapItems(0, 26));
-    EXPECT_FALSE(list.SwapItems(-1, 0));
+    EXPECT_TRUE(list.SwapItems(1, 2) && list.SwapItems(3, 3));
     EXPECT_EQ(list.GetItem(1), 4);
-    EXPECT_FALSE(list.SetItem(27, 1));
-    EXPECT_FALSE(list.SetItem(-1, 1));
     EXPECT_TRUE(list.SetItem(0, 7));
     EXPECT_EQ(list.GetItem(0), 7);
     list.Free();
@@ -84,10 +81,8 @@ TEST(List, CopiesAreIndependent) {
 TEST(StringList, OwnsCopies) {
     CGNStringList list;
     CGNString s("b");
-    EXPECT_TRUE(list.AddItem(s));
-    EXPECT_TRUE(list.AddItem("c"));
+    EXPECT_TRUE(list.AddItem(s) && list.AddItem("c") && list.InsertItem(0, "a"));
     EXPECT_TRUE(list.AddItem(static_cast<const char*>(nullptr)));
-    EXPECT_TRUE(list.InsertItem(0, CGNString("a")));
     EXPECT_FALSE(list.InsertItem(5, s));
     s = "changed";
     EXPECT_EQ(Join(list), "a|b|c||");
@@ -166,17 +161,12 @@ TEST(StringList, SortsByCollation) {
         EXPECT_LE(mbstrcoll(*list.GetItem(i - 1), *list.GetItem(i)), 0);
     EXPECT_STREQ(*list.GetItem(2), "Banana");
     EXPECT_STREQ(*list.GetItem(5), "pear");
-    CGNStringList none;
-    none.Sort();
-    for (int i = 0; i < 300; ++i)
-        none.AddItem(std::string(1 + i % 3, static_cast<char>(i * 7)).c_str());
-    none.Sort();  // bytes that are no text order somehow, and nothing breaks
-    EXPECT_EQ(none.GetCount(), 300);
 }
 
 // Every number of items, and every order of up to seven: each path through the sort.
 TEST(StringList, SortsAnyOrder) {
     std::string letters;
+    CGNStringList().Sort();
     for (int count = 1; count <= 7; ++count) {
         letters += static_cast<char>('a' + count / 2);  // with equal ones
         std::string order = letters;
@@ -253,10 +243,10 @@ TEST(CleanupList, CallsMayChangeTheList) {
 }
 
 TEST(Crc32, AgreesWithItsByteLoop) {
-    std::vector<unsigned char> data(1000);
-    unsigned int table[256], seed = 1;
-    for (unsigned char& byte : data)
-        byte = static_cast<unsigned char>((seed = seed * 1103515245 + 12345) >> 16);
+    unsigned char data[1000];
+    unsigned int table[256];
+    for (std::size_t i = 0; i < sizeof data; ++i)
+        data[i] = static_cast<unsigned char>(i * i * 2654435761u >> 8);
     for (unsigned int i = 0; i < 256; ++i) {
         const auto byte = static_cast<unsigned char>(i);
         table[i] = gencrc32(0, &byte, 1);
@@ -268,9 +258,9 @@ TEST(Crc32, AgreesWithItsByteLoop) {
             unsigned int slow = 0xDEADBEEF;
             for (unsigned int i = 0; i < length; ++i)
                 slow = slow << 8 ^ table[slow >> 24 ^ data[start + i]];
-            EXPECT_EQ(gencrc32(0xDEADBEEF, data.data() + start, length), slow) << length;
-            const unsigned int half = gencrc32(0xDEADBEEF, data.data() + start, length / 2);
-            EXPECT_EQ(gencrc32(half, data.data() + start + length / 2, length - length / 2), slow);
+            EXPECT_EQ(gencrc32(0xDEADBEEF, data + start, length), slow) << length;
+            const unsigned int half = gencrc32(0xDEADBEEF, data + start, length / 2);
+            EXPECT_EQ(gencrc32(half, data + start + length / 2, length - length / 2), slow);
         }
 }
 

@@ -6,39 +6,34 @@
 #include <string>
 
 #include "genlist.h"
-#include "genutil/allocate.h"
+#include "tests/support/allocation_gate.h"
 #include "tests/support/reported_failures.h"
 
 namespace {
 
-int g_left = 0;  // allocations before the one that fails
-std::size_t g_largest = 0;
-
-// Bytes of the array that an operation allocates; 0 when it allocates none.
-std::size_t BytesAllocated(const std::function<void()>& operation) {
-    g_largest = 0;
-    genutil::g_allocationGate = [](std::size_t bytes) {
-        if (bytes > g_largest) g_largest = bytes;
-        return true;
-    };
+// Items of the array that an operation allocates; 0 when it allocates none.
+std::size_t ItemsAllocated(const std::function<void()>& operation) {
+    const AllocationGate all(INT_MAX);
     operation();
-    genutil::g_allocationGate = nullptr;
-    return g_largest / sizeof(long);
+    return all.Largest() / sizeof(long);
 }
 
 TEST(ListStorage, GrowsInBlocks) {
-    EXPECT_EQ(BytesAllocated([] { CGNList(0, 0); }), 0u);
-    EXPECT_EQ(BytesAllocated([] { CGNList(25, 10); }), 30u);
-    EXPECT_EQ(BytesAllocated([] { CGNList(30, 10); }), 30u);
+    EXPECT_EQ(ItemsAllocated([] { CGNList(0, 0); }), 0u);
+    EXPECT_EQ(ItemsAllocated([] { CGNList(25, 10); }), 30u);
+    EXPECT_EQ(ItemsAllocated([] { CGNList(30, 10); }), 30u);
     CGNList list(0, 0);
-    EXPECT_EQ(BytesAllocated([&] { list.AddItem(1); }), 10u);
-    EXPECT_EQ(BytesAllocated([&] { list.AllocateItemList(10); }), 0u);
-    EXPECT_EQ(BytesAllocated([&] { list.AllocateItemList(11); }), 20u);
+    EXPECT_EQ(ItemsAllocated([&] { list.AddItem(1); }), 10u);
+    EXPECT_EQ(ItemsAllocated([&] { list.AllocateItemList(10); }), 0u);
+    EXPECT_EQ(ItemsAllocated([&] { list.AllocateItemList(11); }), 20u);
     CGNList other(10, 10);
-    EXPECT_EQ(BytesAllocated([&] { other.AllocateItemList(20); }), 30u);  // strictly above
-    EXPECT_EQ(BytesAllocated([&] { CGNList copy(other); }), 30u);
+    EXPECT_EQ(ItemsAllocated([&] { other.AllocateItemList(20); }), 30u);  // strictly above
+    CGNList copy(other), assigned(0, 5);
+    assigned = other;  // increment and all
+    for (CGNList* same : {&copy, &assigned})
+        EXPECT_EQ(ItemsAllocated([&] { same->AllocateItemList(31); }), 40u);
     other.Free();
-    EXPECT_EQ(BytesAllocated([&] { other.AddItem(1); }), 10u);
+    EXPECT_EQ(ItemsAllocated([&] { other.AddItem(1); }), 10u);
     const ReportedFailures reported;
     EXPECT_FALSE(other.AllocateItemList(0xFFFFFFFF));
     EXPECT_EQ(CGNList(0xFFFFFFFF, 0xFFFFFFFF).GetItemListPtr(), nullptr);
@@ -71,12 +66,10 @@ TEST(ListStorage, AFailedInsertionKeepsTheEqualString) {
     CGNStringList list;
     list.ParseFrom(";a;b", ';');
     const ReportedFailures reported;
-    genutil::g_allocationGate = [](std::size_t) { return g_left-- != 0; };
     for (const int failing : {0, 1}) {  // the string, its text
-        g_left = failing;
+        const AllocationGate gate(failing, 1);
         EXPECT_FALSE(list.InsertUnique(0, *list.GetItem(2)));
     }
-    genutil::g_allocationGate = nullptr;
     EXPECT_EQ(reported.Count(), 2);
     ASSERT_EQ(list.GetCount(), 3);
     EXPECT_STREQ(*list.GetItem(2), "b");
@@ -87,7 +80,7 @@ TEST(ListStorage, AGrowingListSeldomMoves) {
     CGNList list(0, 10);
     int moves = 0;
     for (unsigned capacity = 10; capacity <= 20000; capacity += 10) {
-        const std::size_t items = BytesAllocated([&] { list.AllocateItemList(capacity); });
+        const std::size_t items = ItemsAllocated([&] { list.AllocateItemList(capacity); });
         if (items == 0) continue;
         ++moves;
         EXPECT_GE(items, capacity);
@@ -99,49 +92,17 @@ TEST(ListStorage, AGrowingListSeldomMoves) {
 TEST(ListStorage, EachFailureOfMemoryLeavesAUsableList) {
     static const CGNString kText("text");
     const std::function<void(Lists&)> kOperations[] = {
-        [](Lists& l) {
-            l.numbers.AddItem(5);
-            l.numbers.AddItem(6);
-        },
-        [](Lists& l) {
-            l.numbers.InsertItem(0, 5);
-            l.numbers.SetItem(l.numbers.GetCount(), 6);
-        },
-        [](Lists& l) {
-            CGNList copy(l.numbers);
-            l.numbers = CGNList(7, 3);
-            copy.AddItem(1);
-        },
-        [](Lists& l) {
-            l.strings.AddItem(kText);
-            l.strings.AddItem("more");
-        },
-        [](Lists& l) {
-            l.strings.InsertItem(0, kText);
-            l.strings.InsertUnique(0, kText);
-        },
-        [](Lists& l) {
-            l.strings.ParseFrom("a;b;c", ';');
-            l.strings.Sort();
-            l.strings.AddUnique(kText);
-        },
-        [](Lists& l) {
-            CGNStringList copy(l.strings);
-            copy += l.strings;
-            l.strings = copy;
-        },
-        [](Lists& l) {
-            l.lists.AddItem(l.strings);
-            l.lists.InsertItem(0, l.strings);
-        },
-        [](Lists& l) {
-            CGNStringListList copy(l.lists);
-            l.lists = copy;
-        },
-        [](Lists& l) {
-            l.calls.AddItem([](void*) {}, nullptr);
-            l.calls.Execute();
-        },
+        [](Lists& l) { l.numbers.AddItem(5), l.numbers.AddItem(6); },
+        [](Lists& l) { l.numbers.InsertItem(0, 5), l.numbers.SetItem(l.numbers.GetCount(), 6); },
+        [](Lists& l) { CGNList(l.numbers).AddItem(1), l.numbers = CGNList(7, 3); },
+        [](Lists& l) { l.strings.AddItem(kText), l.strings.AddItem("more"); },
+        [](Lists& l) { l.strings.InsertItem(0, kText), l.strings.InsertUnique(0, kText); },
+        [](Lists& l) { l.strings.ParseFrom("a;b;c", ';'), l.strings.AddUnique(kText); },
+        [](Lists& l) { l.strings.AddItem("a"), l.strings.Sort(); },
+        [](Lists& l) { l.strings = CGNStringList(l.strings) += l.strings; },
+        [](Lists& l) { l.lists.AddItem(l.strings), l.lists.InsertItem(0, l.strings); },
+        [](Lists& l) { l.lists = CGNStringListList(l.lists); },
+        [](Lists& l) { l.calls.AddItem([](void*) {}, nullptr), l.calls.Execute(); },
     };
     for (const auto& operation : kOperations)
         for (int failing = 0; failing < 100; ++failing) {
@@ -150,11 +111,11 @@ TEST(ListStorage, EachFailureOfMemoryLeavesAUsableList) {
             lists.strings.AddItem("second");
             lists.lists.AddItem(lists.strings);
             const ReportedFailures reported;
-            g_left = failing;
-            genutil::g_allocationGate = [](std::size_t) { return g_left-- != 0; };
-            operation(lists);
-            genutil::g_allocationGate = nullptr;
-            if (g_left >= 0) break;  // all of its allocations have failed once
+            {
+                const AllocationGate gate(failing, 1);
+                operation(lists);
+                if (gate.Count() <= failing) break;  // all of its allocations have failed once
+            }
             EXPECT_GT(reported.Count(), 0);
             ExpectWhole(lists);
             operation(lists);

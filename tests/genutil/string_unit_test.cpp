@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "genstr.h"
-#include "genutil/allocate.h"
 #include "genutil/mbutil/wide.h"
 #include "genutil/string_storage.h"
 #include "ostext.h"
+#include "tests/support/allocation_gate.h"
 #include "tests/support/code_set_guard.h"
 #include "tests/support/reported_failures.h"
 
@@ -179,18 +179,6 @@ TEST(StringStorage, LossyBytesAreCutAtWholeCharacters) {
 
 // -- Memory that runs out ------------------------------------------------------------------------
 
-int g_allocations = 0;
-int g_failing = -1;
-
-struct Gate {
-    explicit Gate(int failing) {
-        g_allocations = 0;
-        g_failing = failing;
-        genutil::g_allocationGate = [](std::size_t) { return g_allocations++ != g_failing; };
-    }
-    ~Gate() { genutil::g_allocationGate = nullptr; }
-};
-
 TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
     CodeSetGuard codeSet(mbShiftJis);
     static const Wide kWide[] = {'w', 0x3042, 0x0E01, 0};  // the last is not in the code set
@@ -245,9 +233,9 @@ TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
         Probe done(start);
         int needed = 0;
         {
-            Gate count(-1);
+            const AllocationGate all(INT_MAX);
             operation(done);
-            needed = g_allocations;
+            needed = all.Count();
         }
         ASSERT_GT(needed, 0);
         for (int failing = 0; failing < needed; ++failing) {
@@ -255,7 +243,7 @@ TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
             Probe s(start);
             const ReportedFailures reported;
             {
-                Gate gate(failing);
+                const AllocationGate gate(failing, 1);
                 operation(s);
             }
             // A buffer that cannot be made smaller does no harm.

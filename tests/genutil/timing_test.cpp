@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "gendiag.h"
@@ -16,9 +17,24 @@ void Collect(const char* line) {
     g_lines += line;
 }
 
+// What a stopwatch logs while `use` has it and after.
+template <class Use>
+std::string Logged(Use use) {
+    g_lines.clear();
+    {
+        OSTime watch("label");
+        watch.SetLogHandler(Collect);
+        use(watch);
+    }
+    return g_lines;
+}
+
+struct Switched : OSTime {
+    using OSTime::m_startTime;
+};
+
 class Timing : public testing::Test {
   protected:
-    void SetUp() override { g_lines.clear(); }
     void TearDown() override {
         OSTime::EnableLog(0);
         OSSetPerf(0);
@@ -58,51 +74,41 @@ TEST_F(Timing, PerfTimeIsScaledTwice) {
 }
 
 TEST_F(Timing, AStopwatchLogsOnlyWhenSwitchedOn) {
-    {
-        OSTime watch("off");
-        watch.SetLogHandler(Collect);
-        watch.Log("still off");
-    }
-    EXPECT_EQ(g_lines, "");
+    EXPECT_EQ(Logged([](OSTime& watch) { watch.Log("still off"), watch.VaLog("off"); }), "");
     OSTime::EnableLog(1);
     EXPECT_TRUE(OSTime::LogEnabled());
-    {
-        OSTime watch("step");
-        watch.SetLogHandler(Collect);
+    std::string lines = Logged([](OSTime& watch) {
         watch.Log();
         watch.VaLog("%s %d", "part", 2);
         watch.SetVaTraceMsg("%s", "");
-        watch.SetVaTraceMsg("%s", std::string(5000, 'x').c_str());
+        watch.SetVaTraceMsg(nullptr);
+        watch.Log();
         watch.Reset();
-    }
+    });
     int time, elapsed, end = 0;
-    ASSERT_EQ(std::sscanf(g_lines.c_str(),
-                          "step : time %d : elapsed ms %d\npart 2 : time %*d : elapsed ms "
-                          "%*d\ntime %*d : elapsed ms %*d\n%n",
+    ASSERT_EQ(std::sscanf(lines.c_str(),
+                          "label : time %d : elapsed ms %d\npart 2 : time %*d : elapsed ms %*d\n"
+                          "part 2 : time %*d : elapsed ms %*d\ntime %*d : elapsed ms %*d\n%n",
                           &time, &elapsed, &end),
               2)
-        << g_lines;
-    EXPECT_EQ(static_cast<std::size_t>(end), g_lines.size());
+        << lines;
+    EXPECT_EQ(static_cast<std::size_t>(end), lines.size());
     EXPECT_TRUE(time >= 0 && time < 60 && elapsed >= 0 && elapsed < 60000);
-    g_lines.clear();
-    {
-        OSTime watch;
-        watch.SetLogHandler(Collect);
-        watch.SetVaTraceMsg("%s", std::string(5000, 'x').c_str());
-    }
-    EXPECT_EQ(g_lines.find(" : "), 1023u);
-    g_lines.clear();
+    Switched::m_startTime = 5;
+    OSTime::EnableLog(1);
+    EXPECT_EQ(Switched::m_startTime, 5) << "no change, no new start";
+    OSTime::EnableLog(0);
+    EXPECT_GT(Switched::m_startTime, 5);
+}
+
+TEST_F(Timing, LabelsAreCutBehindAWholeCharacter) {
+    OSTime::EnableLog(1);
     const CodeSetGuard guard(5);
     std::string kanji;
     for (int i = 0; i < 600; ++i) kanji += "\x8A\xBF";
-    {
-        OSTime watch("kept");
-        watch.SetLogHandler(Collect);
-        watch.SetVaTraceMsg(nullptr);
-        watch.VaLog("%s", kanji.c_str());
-        watch.Reset();
-    }
-    EXPECT_EQ(g_lines.find(" : "), 1022u);  // whole characters only
+    for (const auto& [text, length] : {std::pair{std::string(5000, 'x'), 1023u}, {kanji, 1022u}})
+        EXPECT_EQ(Logged([&](OSTime& watch) { watch.SetVaTraceMsg("%s", text.c_str()); }).find(' '),
+                  length);
 }
 
 TEST_F(Timing, LinesGoToThePerformanceFile) {
@@ -120,10 +126,7 @@ TEST_F(Timing, LinesGoToThePerformanceFile) {
     EXPECT_EQ(second.Bytes().find("three"), std::string::npos);
 }
 
-struct Notice {
-    bool pair;
-    int code;
-};
+using Notice = std::pair<bool, int>;  // whether there was a pair, and the code
 std::vector<Notice> g_notices;
 
 TEST_F(Timing, NestedScopesOnOneTotalAreTimedOnce) {
@@ -141,12 +144,7 @@ TEST_F(Timing, NestedScopesOnOneTotalAreTimedOnce) {
         const CGNCummPerf none;
     }
     EXPECT_TRUE(total >= 5 && total < 60000) << total;
-    ASSERT_EQ(g_notices.size(), 4u);
-    static const Notice kExpected[] = {{true, 55}, {false, 55}, {false, 66}, {true, 66}};
-    for (std::size_t i = 0; i < 4; ++i) {
-        EXPECT_EQ(g_notices[i].pair, kExpected[i].pair) << i;
-        EXPECT_EQ(g_notices[i].code, kExpected[i].code) << i;
-    }
+    EXPECT_EQ(g_notices, (std::vector<Notice>{{true, 55}, {false, 55}, {false, 66}, {true, 66}}));
     OSSetPerf(0);
     total = 9;
     { const CGNCummPerf off(&total); }

@@ -3,9 +3,10 @@
 
 #include <vector>
 
-#include "genutil/allocate.h"
 #include "osthread.h"
+#include "osutil/lock.h"
 #include "osutil/thread_record.h"
+#include "tests/support/allocation_gate.h"
 #include "tests/support/worker.h"
 
 using namespace genutil;
@@ -16,17 +17,6 @@ _osmutex* Number(std::size_t i) {
     static char s_places[100];
     return reinterpret_cast<_osmutex*>(&s_places[i]);
 }
-
-int g_allocationsLeft;
-
-// Lets a number of allocations pass and none after them.
-struct MemoryFor {
-    explicit MemoryFor(int allocations) {
-        g_allocationsLeft = allocations;
-        g_allocationGate = [](std::size_t) { return g_allocationsLeft-- > 0; };
-    }
-    ~MemoryFor() { g_allocationGate = nullptr; }
-};
 
 }  // namespace
 
@@ -47,35 +37,43 @@ TEST(HeldMutexes, AreTakenOutInAnyOrder) {
     EXPECT_EQ(held.At(44), Number(23));
 }
 
-TEST(ThreadRecord, CountsTheCallsOfLocks) {
+TEST(ThreadRecord, CountsTheCallsOfLocksAndNamesTheOwner) {
     OSSetThreaded();
     const std::uint32_t before = CountLockCalls();
     _osmutex* mutex = OSMutexCreate();
     OSMutexWait(mutex);
+    EXPECT_EQ(mutex->owner, OSGetCurrentThreadID());
     OSMutexRelease(mutex);
+    EXPECT_EQ(mutex->owner, 0u);
+    ThreadRecord* record = nullptr;
+    {
+        Worker worker([&] { OSMutexWait(mutex), record = KnownThreadRecord(); });
+    }
+    ASSERT_NE(record, nullptr);
+    EXPECT_EQ(record->held.Count(), 0u) << "a later thread's";
     OSMutexDestroy(mutex);
-    EXPECT_EQ(CountLockCalls() - before, 4u);
+    EXPECT_EQ(CountLockCalls() - before, 5u);
 }
 
 TEST(Allocation, AFailureIsANullOrAFalseAndLeavesTheRestAtWork) {
     OSSetThreaded();
     Worker worker([] {
         {
-            MemoryFor none(0);
+            AllocationGate none(0);
             EXPECT_EQ(OSMutexCreate(), nullptr);
             EXPECT_EQ(OSConditionCreate(), nullptr);
             EXPECT_EQ(OSThreadCreate([](void*) { return 0u; }, nullptr, nullptr), nullptr);
             EXPECT_FALSE(CGNLclSt::Instance()->Init(3));
         }
         {
-            MemoryFor theRecordOnly(1);
+            AllocationGate theRecordOnly(1);
             EXPECT_EQ(OSThreadCreate([](void*) { return 0u; }, nullptr, nullptr), nullptr);
         }
         CGNLclSt::Instance()->Init(3);
         std::vector<_osmutex*> mutexes(20);
         for (_osmutex*& mutex : mutexes) mutex = OSMutexCreate();
         {
-            MemoryFor none(0);
+            AllocationGate none(0);
             EXPECT_EQ(CGNLclSt::Instance()->SetLocalVariable("a", nullptr), -1);
             for (_osmutex* mutex : mutexes) OSMutexWait(mutex);  // more than there is room to list
         }
@@ -92,7 +90,7 @@ TEST(Allocation, ANamedMutexIsThereWholeOrNotAtAll) {
     OSSetThreaded();
     CGNNamedMutexPool pool;
     {
-        MemoryFor none(0);
+        AllocationGate none(0);
         EXPECT_FALSE(pool.Init());
     }
     ASSERT_TRUE(pool.Init());
@@ -100,12 +98,12 @@ TEST(Allocation, ANamedMutexIsThereWholeOrNotAtAll) {
     bool isTaken = false;
     for (int allocations = 0; !isTaken; ++allocations) {
         ASSERT_LT(allocations, 10);
-        MemoryFor some(allocations);
+        AllocationGate some(allocations);
         isTaken = pool.WaitNamedMutex(name);
     }
     pool.ReleaseNamedMutex(name);
     {
-        MemoryFor none(0);
+        AllocationGate none(0);
         EXPECT_FALSE(pool.WaitNamedMutex(longer));
         EXPECT_TRUE(pool.WaitNamedMutex(name));
     }

@@ -9,7 +9,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <memory>
+#include <string>
 #include <thread>
+#include <vector>
 
 #include "osthread.h"
 
@@ -64,10 +67,28 @@ class Worker {
     _osthread* m_thread;
 };
 
+// Whether a worker, which would soon be done if nothing were in its way, is not.
+inline bool IsHeldUp(const Worker& worker) {
+    return HoldsBack([&] { return worker.IsDone(); });
+}
+
+// What several threads, numbered from 0, do at the same time; returns when all are done.
+template <class Work>
+void AtTheSameTime(int threads, Work work) {
+    std::vector<std::unique_ptr<Worker>> workers;
+    for (int i = 0; i < threads; ++i) workers.push_back(std::make_unique<Worker>([=] { work(i); }));
+}
+
 // What a function prints on standard output.
 template <class Function>
 std::string Printed(Function function) {
     testing::internal::CaptureStdout();
     function();
     return testing::internal::GetCapturedStdout();
+}
+
+// A failure of the system is told there.
+template <class Function>
+void ExpectError(Function function) {
+    EXPECT_EQ(Printed(function).substr(0, 6), "Error ");
 }

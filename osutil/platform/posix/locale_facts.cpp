@@ -7,6 +7,7 @@
 #include <unicode/uenum.h>
 #include <unicode/uloc.h>
 #include <unicode/unum.h>
+#include <unicode/ures.h>
 #include <unicode/ustring.h>
 
 #include <cstdio>
@@ -74,6 +75,31 @@ constexpr Calendar kCalendars[] = {
     {"buddhist", 7},  {"hebrew", 8},   {"persian", 22}, {"islamic-umalqura", 23},
 };
 
+// The list of a locale's date and time patterns in ICU's data: times from full to short, then
+// dates.
+class PatternBundle {
+  public:
+    explicit PatternBundle(const char* locale) {
+        m_bundle.reset(ures_open(nullptr, locale, &m_error));
+        for (const char* key : {"calendar", "gregorian", "DateTimePatterns"})
+            m_bundle.reset(ures_getByKey(m_bundle.get(), key, nullptr, &m_error));
+    }
+
+    const UChar* Time(int style) const { return At(style); }
+    const UChar* Date(int style) const { return At(style + 4); }
+
+  private:
+    // The text lies in ICU's data and not in the bundle.
+    const UChar* At(int index) const {
+        UErrorCode error = m_error;
+        const UChar* text = ures_getStringByIndex(m_bundle.get(), index, nullptr, &error);
+        return U_SUCCESS(error) ? text : nullptr;
+    }
+
+    UErrorCode m_error = U_ZERO_ERROR;
+    std::unique_ptr<UResourceBundle, Close<ures_close>> m_bundle;
+};
+
 class Reader {
   public:
     Reader(std::uint32_t language, const char* locale, LocaleRecord& record)
@@ -83,12 +109,9 @@ class Reader {
 
     bool Read() {
         const DateFormat date = OpenDate(UDAT_NONE, UDAT_SHORT);
-        const DateFormat longDate = OpenDate(UDAT_NONE, LongHasWeekday() ? UDAT_FULL : UDAT_LONG);
-        const DateFormat time = OpenDate(UDAT_MEDIUM, UDAT_NONE);
-        if (!date || !longDate || !time) return false;
-        ReadPicture(date.get(), kShortDate);
-        ReadPicture(longDate.get(), kLongDate);
-        ReadPicture(time.get(), kTimeFormat);
+        if (!date) return false;
+        ReadPattern(date.get(), kShortDate);
+        ReadOtherPictures(date.get());
         ReadSeparators();
         ReadNames(date.get());
         m_record.number[kFirstDayOfWeek] = FirstDay(date.get());
@@ -133,13 +156,39 @@ class Reader {
         Know(which);
     }
 
-    void ReadPicture(const UDateFormat* format, LocaleText which) {
+    void KeepPattern(const UChar* pattern, LocaleText which) {
+        if (ShapePicture(AsUnits(pattern), m_record.text[which], kUnits)) Know(which);
+    }
+
+    void ReadPattern(const UDateFormat* format, LocaleText which) {
         UErrorCode error = U_ZERO_ERROR;
         UChar pattern[kUnits];
         udat_toPattern(format, false, pattern, kUnits, &error);
-        if (U_SUCCESS(error) && error != U_STRING_NOT_TERMINATED_WARNING &&
-            ShapePicture(AsUnits(pattern), m_record.text[which], kUnits))
-            Know(which);
+        if (U_SUCCESS(error) && error != U_STRING_NOT_TERMINATED_WARNING)
+            KeepPattern(pattern, which);
+    }
+
+    // To open a format takes most of the time that ICU needs for a locale, since each has all
+    // names. So the other patterns are read from where ICU has them, as long as the one that is
+    // known already shows that they are where they are expected.
+    void ReadOtherPictures(const UDateFormat* shortDate) {
+        const int longStyle = LongHasWeekday() ? UDAT_FULL : UDAT_LONG;
+        const PatternBundle bundle(m_locale);
+        UChar known[kUnits];
+        UErrorCode error = U_ZERO_ERROR;
+        udat_toPattern(shortDate, false, known, kUnits, &error);
+        const UChar* sameDate = bundle.Date(UDAT_SHORT);
+        const UChar* longDate = bundle.Date(longStyle);
+        const UChar* time = bundle.Time(UDAT_MEDIUM);
+        if (U_SUCCESS(error) && sameDate && longDate && time && u_strcmp(known, sameDate) == 0) {
+            KeepPattern(longDate, kLongDate);
+            KeepPattern(time, kTimeFormat);
+            return;
+        }
+        const DateFormat longFormat = OpenDate(UDAT_NONE, static_cast<UDateFormatStyle>(longStyle));
+        const DateFormat timeFormat = OpenDate(UDAT_MEDIUM, UDAT_NONE);
+        if (longFormat) ReadPattern(longFormat.get(), kLongDate);
+        if (timeFormat) ReadPattern(timeFormat.get(), kTimeFormat);
     }
 
     void ReadSeparators() {
@@ -283,6 +332,13 @@ bool ReadLocaleFacts(std::uint32_t language, const char* name, LocaleRecord* rec
     const char* locale = IcuLocale(language, name);
     if (!locale) return false;
     return Reader(language, locale, *record).Read();
+}
+
+bool KnowsLocale(std::uint32_t language, const char* name) {
+    const char* locale = IcuLocale(language, name);
+    UErrorCode error = U_ZERO_ERROR;  // or a warning, when a related locale was opened
+    if (locale) ures_close(ures_open(nullptr, locale, &error));
+    return locale && error == U_ZERO_ERROR;
 }
 
 }  // namespace genutil::platform

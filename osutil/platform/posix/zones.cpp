@@ -8,11 +8,13 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <mutex>
 #include <new>
 
 namespace genutil::platform {
 
 const bool kZoneVariableTakesNames = true;
+const bool kZoneVariableIsTheSystems = true;
 
 namespace {
 
@@ -29,6 +31,17 @@ bool IsZoneName(const char* name) {
         if (!letter && !(*p >= '0' && *p <= '9') && !std::strchr("/_+-", *p)) return false;
     }
     return true;
+}
+
+// Null is the zone of the machine. Below 0 when there is none.
+int OpenZone(const char* name) {
+    char path[512] = "/etc/localtime";
+    if (name) {
+        if (!IsZoneName(name)) return -1;
+        const int length = std::snprintf(path, sizeof path, "%s/%s", DatabaseFolder(), name);
+        if (length < 0 || static_cast<std::size_t>(length) >= sizeof path) return -1;
+    }
+    return open(path, O_RDONLY | O_CLOEXEC);
 }
 
 // The last line of a compiled zone file is the rule for the years that it does not list.
@@ -129,15 +142,22 @@ void WritePlace(char* out, std::size_t size, const char* name, const char* count
 }  // namespace
 
 bool ReadZoneRule(const char* name, char* rule, std::size_t size) {
-    if (!IsZoneName(name)) return false;
-    char path[512];
-    const int length = std::snprintf(path, sizeof path, "%s/%s", DatabaseFolder(), name);
-    if (length < 0 || static_cast<std::size_t>(length) >= sizeof path) return false;
-    const int file = open(path, O_RDONLY | O_CLOEXEC);
+    const int file = OpenZone(name);
     if (file < 0) return false;
     const bool read = ReadLastLine(file, rule, size);
     close(file);
     return read;
+}
+
+std::size_t ReadZoneFile(const char* name, unsigned char* out, std::size_t size) {
+    const int file = OpenZone(name);
+    if (file < 0) return 0;
+    std::size_t length = 0;
+    ssize_t got = 0;
+    while (length < size && (got = read(file, out + length, size - length)) > 0)
+        length += static_cast<std::size_t>(got);
+    close(file);
+    return got == 0 && length < size ? length : 0;
 }
 
 void VisitZones(void (*visit)(void* context, const Zone& zone), void* context) {
@@ -177,18 +197,30 @@ bool ReadSystemZone(char* name, std::size_t size) {
     return std::snprintf(name, size, "UTC") < static_cast<int>(size);
 }
 
+// One lock for all that the library does with the variable: the C library has one for setting it,
+// but reading then meets the array of variables while it moves.
+static std::mutex g_variable;
+
 bool GetZoneVariable(char* out, std::size_t size) {
+    const std::lock_guard<std::mutex> lock(g_variable);
     const char* value = std::getenv("TZ");
-    const bool fits = value && std::strlen(value) < size;
-    std::snprintf(out, size, "%s", fits ? value : "");
+    const std::size_t length = value ? std::strlen(value) : size;
+    const bool fits = length < size;
+    std::memcpy(out, fits ? value : "", fits ? length + 1 : 1);
     return fits;
 }
 
 void SetZoneVariable(const char* text) {
+    const std::lock_guard<std::mutex> lock(g_variable);
     if (text)
         setenv("TZ", text, 1);
     else
         unsetenv("TZ");
+    tzset();
+}
+
+void RereadZoneVariable() {
+    const std::lock_guard<std::mutex> lock(g_variable);
     tzset();
 }
 

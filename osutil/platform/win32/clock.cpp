@@ -1,3 +1,4 @@
+// The runtime's calls without a 64 in their names end in 2038 here.
 #include "osutil/platform/clock.h"
 
 #include <time.h>
@@ -7,12 +8,12 @@
 namespace genutil::platform {
 
 std::int64_t SecondsNow() {
-    return time(nullptr);
+    return _time64(nullptr);
 }
 
 LocalTime LocalTimeOf(std::int64_t seconds) {
-    const time_t moment = static_cast<time_t>(seconds);
-    const tm* local = localtime(&moment);  // a record of the calling thread
+    const __time64_t moment = seconds;
+    const tm* local = _localtime64(&moment);  // a record of the calling thread
     if (!local) return {1970, 1, 1, 0, 0, 0};
     return {local->tm_year + 1900, local->tm_mon + 1, local->tm_mday,
             local->tm_hour,        local->tm_min,     local->tm_sec};
@@ -29,7 +30,7 @@ WallClock ReadWallClock() {
     fields.tm_min = now.wMinute;
     fields.tm_sec = now.wSecond;
     fields.tm_isdst = -1;
-    return {mktime(&fields), now.wMilliseconds};
+    return {_mktime64(&fields), now.wMilliseconds};
 }
 
 std::uint32_t TickCount() {

@@ -93,9 +93,7 @@ std::int32_t ReadNumber(LCID locale, LCTYPE item) {
 LCID KnownIdentifier(std::uint32_t language) {
     constexpr LCID kSerbianLatin = 0x081A, kSerbianCyrillic = 0x0C1A, kToSerbia = 0x1C00;
     const bool old = language == kSerbianLatin || language == kSerbianCyrillic;
-    if (old && GetLocaleInfoW(language, LOCALE_ILANGUAGE, nullptr, 0) == 0)
-        return language + kToSerbia;
-    return language;
+    return old && !KnowsLocale(language, nullptr) ? language + kToSerbia : language;
 }
 
 }  // namespace
@@ -109,6 +107,10 @@ bool ReadLocaleFacts(std::uint32_t language, const char*, LocaleRecord* record) 
     for (const Number& number : kNumbers)
         record->number[number.number] = ReadNumber(locale, number.item);
     return true;
+}
+
+bool KnowsLocale(std::uint32_t language, const char*) {
+    return GetLocaleInfoW(language, LOCALE_ILANGUAGE, nullptr, 0) != 0;
 }
 
 }  // namespace genutil::platform

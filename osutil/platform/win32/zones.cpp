@@ -11,6 +11,7 @@
 namespace genutil::platform {
 
 const bool kZoneVariableTakesNames = false;
+const bool kZoneVariableIsTheSystems = false;
 
 namespace {
 
@@ -140,11 +141,25 @@ void VisitZones(void (*visit)(void* context, const Zone& zone), void* context) {
 }
 
 bool ReadZoneRule(const char* name, char* rule, std::size_t size) {
-    const Key zones(HKEY_LOCAL_MACHINE, kZones);
     Zone zone;
+    if (!name) {
+        TIME_ZONE_INFORMATION own;
+        if (GetTimeZoneInformation(&own) == TIME_ZONE_ID_INVALID) return false;
+        // Bias and dates by the meaning that the registry gives them; names play no part.
+        WriteRule(
+            zone.rule,
+            {own.Bias, own.StandardBias, own.DaylightBias, own.StandardDate, own.DaylightDate}, "",
+            "");
+        return std::snprintf(rule, size, "%s", zone.rule) < static_cast<int>(size);
+    }
+    const Key zones(HKEY_LOCAL_MACHINE, kZones);
     if (!*name || std::strchr(name, '\\') || !zones.Get() || !ReadZone(zones.Get(), name, &zone))
         return false;
     return std::snprintf(rule, size, "%s", zone.rule) < static_cast<int>(size);
+}
+
+std::size_t ReadZoneFile(const char*, unsigned char*, std::size_t) {
+    return 0;
 }
 
 bool ReadSystemZone(char* name, std::size_t size) {
@@ -154,10 +169,20 @@ bool ReadSystemZone(char* name, std::size_t size) {
                                nullptr, nullptr) > 1;
 }
 
+// The runtime has no lock for its variables.
+static CRITICAL_SECTION* VariableLock() {
+    static CRITICAL_SECTION lock;
+    static const bool made = (InitializeCriticalSection(&lock), true);
+    static_cast<void>(made);
+    return &lock;
+}
+
 bool GetZoneVariable(char* out, std::size_t size) {
+    EnterCriticalSection(VariableLock());
     const char* value = std::getenv("TZ");
     const bool fits = value && std::strlen(value) < size;
-    std::snprintf(out, size, "%s", fits ? value : "");
+    std::strcpy(out, fits ? value : "");
+    LeaveCriticalSection(VariableLock());
     return fits;
 }
 
@@ -165,8 +190,16 @@ void SetZoneVariable(const char* text) {
     char setting[256] = "TZ=";
     if (text && std::strlen(text) + 4 > sizeof setting) return;
     if (text) std::strcpy(setting + 3, text);
+    EnterCriticalSection(VariableLock());
     _putenv(setting);  // the runtime copies it; without a value it removes the variable
     _tzset();
+    LeaveCriticalSection(VariableLock());
+}
+
+void RereadZoneVariable() {
+    EnterCriticalSection(VariableLock());
+    _tzset();
+    LeaveCriticalSection(VariableLock());
 }
 
 }  // namespace genutil::platform

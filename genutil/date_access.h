@@ -1,0 +1,29 @@
+// What the files of the date classes share.
+#pragma once
+
+#include "genlocale.h"
+#include "genutil/date_format.h"
+
+namespace genutil {
+
+// Appends a date in the format of a style (0 and 1 short, 2 long, 3 the locale's own), after the
+// locale took the system's settings anew; any other style appends nothing. *yearFirst, unless null,
+// becomes whether the format begins with the year, and decides where a B.C. marker stands. False at
+// a malformed format.
+bool AppendDate(CGNString& out, DateFields date, unsigned char* yearFirst, long style,
+                CLCLocale* locale);
+
+// The same for a time.
+void AppendTime(CGNString& out, const ClockFields& time, CLCLocale* locale);
+
+// Seconds from midnight; values that are out of range are taken as they are.
+std::int32_t SecondsOf(int hour, int minute, int second);
+
+// The year of two digits in the present century, or in the last when it would lie more than 29
+// years ahead.
+int YearOfTwoDigits(int twoDigits);
+
+// The present local year.
+int PresentYear();
+
+}  // namespace genutil

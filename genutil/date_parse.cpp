@@ -1,0 +1,258 @@
+#include "genutil/date_parse.h"
+
+#include <cstring>
+
+#include "genutil/bc_marker.h"
+#include "genutil/calendar.h"
+#include "genutil/date_access.h"
+#include "genutil/locale_access.h"
+#include "genutil/picture.h"
+#include "mbutil.h"
+
+namespace genutil {
+
+namespace {
+
+constexpr long kJapaneseEras = 3;
+
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool HasPrefix(const char* text, const CGNString& prefix) {
+    return !prefix.IsEmpty() && std::strncmp(text, prefix, prefix.GetLength()) == 0;
+}
+
+// The length of the first B.C. marker, in their order, that stands anywhere in the text; 0 for
+// none.
+std::size_t MarkerIn(const char* text) {
+    if (!std::strpbrk(text, "Bb")) return 0;  // all begin so
+    for (int i = 0; const char* marker = BcMarkerToRead(i); ++i)
+        if (mbstrstr(text, marker)) return std::strlen(marker);
+    return 0;
+}
+
+template <class Name>
+int FindName(const char* text, const CLCLocale& locale, int count, Name name) {
+    for (int i = 0; i < count; ++i)
+        if (HasPrefix(text, *name(locale, i))) return i;
+    return -1;
+}
+
+}  // namespace
+
+int CountDigits(const char* p, int* number) {
+    int digits = 0, value = 0;
+    for (; IsDigit(p[digits]); ++digits)
+        value = value > (INT32_MAX - 9) / 10 ? INT32_MAX / 10 * 10 : value * 10 + (p[digits] - '0');
+    *number = value;
+    return digits;
+}
+
+std::int32_t YearOfDigits(int number, int digits, const CLCLocale& locale,
+                          const DateScratch& scratch) {
+    if (digits > 2 || number >= 100) return number;
+    if (!scratch.shortYears || locale.GetCalendarType() != kJapaneseEras)
+        return YearOfTwoDigits(number);
+    const CEmperor* era = LocaleAccess::Era(locale, scratch.era);
+    return era ? static_cast<std::int32_t>(locale.GregorianYrFromEmperorYr(*era, number)) : number;
+}
+
+const char* DateReader::SkipBlanks() const {
+    return m_at + std::strspn(m_at, " ");
+}
+
+bool DateReader::MonthNumber() {
+    int number = 0;
+    const char* const from = SkipBlanks();
+    const int digits = CountDigits(from, &number);
+    if (digits == 0 || digits > 2) return false;
+    if (number > 12) {
+        m_scratch.status = kDateInvalid;
+        return false;
+    }
+    m_scratch.month = number - 1;  // 0 gives -1, which the check of the date refuses
+    m_at = from + digits;
+    return true;
+}
+
+bool DateReader::DayNumber() {
+    int number = 0;
+    const char* const from = SkipBlanks();
+    const int digits = CountDigits(from, &number);
+    if (digits == 0 || digits > 2) return false;
+    if (number > 31) {
+        m_scratch.status = kDateInvalid;
+        return false;
+    }
+    m_scratch.day = number;
+    m_at = from + digits;
+    return true;
+}
+
+bool DateReader::MonthName() {
+    const char* const from = SkipBlanks();
+    const int i = FindName(from, m_locale, LocaleAccess::kMonths, LocaleAccess::MonthName);
+    if (i < 0) return false;
+    m_scratch.month = i;
+    m_at = from + LocaleAccess::MonthName(m_locale, i)->GetLength();
+    return true;
+}
+
+bool DateReader::MonthAbbreviation() {
+    const char* const from = SkipBlanks();
+    const int i = FindName(from, m_locale, LocaleAccess::kMonths, LocaleAccess::MonthAbbreviation);
+    if (i < 0) return false;
+    m_scratch.month = i;
+    m_at = from + LocaleAccess::MonthAbbreviation(m_locale, i)->GetLength();
+    return true;
+}
+
+bool DateReader::DayName() {
+    const char* const from = SkipBlanks();
+    const int i = FindName(from, m_locale, LocaleAccess::kDays, LocaleAccess::DayName);
+    if (i < 0) return false;
+    m_at = from + LocaleAccess::DayName(m_locale, i)->GetLength();
+    return true;
+}
+
+bool DateReader::DayAbbreviation() {
+    const char* const from = SkipBlanks();
+    const int i = FindName(from, m_locale, LocaleAccess::kDays, LocaleAccess::DayAbbreviation);
+    if (i < 0) return false;
+    m_at = from + LocaleAccess::DayAbbreviation(m_locale, i)->GetLength();
+    return true;
+}
+
+void DateReader::Year() {
+    const char* from = SkipBlanks();
+    const std::size_t marker = MarkerIn(from);
+    int number = 0;
+    if (marker == 0) {
+        const int digits = CountDigits(from, &number);
+        m_scratch.year = YearOfDigits(number, digits, m_locale, m_scratch);
+        m_at = from + digits;
+    } else if (IsDigit(*from)) {
+        // "44 B.C." leaves its digits to be read again: programs find the marker by them.
+        CountDigits(from, &number);
+        m_at = from;
+        m_scratch.year = 1 - number;
+    } else {
+        from += marker;
+        from += std::strspn(from, " ");
+        m_at = from + CountDigits(from, &number);
+        m_scratch.year = 1 - number;
+    }
+    if (m_scratch.year > kLastYear) m_scratch.year = kLastYear;
+    if (m_scratch.year < kFirstYear) m_scratch.year = kFirstYear;
+}
+
+bool DateReader::Separator() {
+    const char* const from = SkipBlanks();
+    const CGNString& separator = LocaleAccess::DateSeparator(m_locale);
+    if (!HasPrefix(from, separator)) return false;
+    m_at = from + separator.GetLength();
+    return true;
+}
+
+bool DateReader::Byte(char c) {
+    const char* const from = SkipBlanks();
+    if (*from != c || c == 0) return false;
+    m_at = from + 1;
+    return true;
+}
+
+bool DateReader::Era() {
+    const char* const from = SkipBlanks();
+    for (int i = 0; const CEmperor* era = LocaleAccess::Era(m_locale, i); ++i) {
+        CGNString name;
+        era->Emperor(name);
+        if (era->IsEmpty()) break;
+        if (!HasPrefix(from, name)) continue;
+        if (m_locale.GetCalendarType() == kJapaneseEras) {
+            m_scratch.era = i;
+            m_at = from + name.GetLength();
+        }
+        return true;
+    }
+    return false;
+}
+
+bool DateReader::Date(const CGNString& picture) {
+    const DateScratch saved = m_scratch;
+    const char* const whole = m_at;
+    if (Elements(picture)) return true;
+    const std::int32_t status = m_scratch.status;
+    m_scratch = saved;
+    m_scratch.status = status;
+    m_at = whole;
+    return false;
+}
+
+// A run that is no date component is a row of letters, each of which may stand in the text.
+bool DateReader::Run(char letter, std::uint32_t count) {
+    switch (letter) {
+        case 'd':
+            return count <= 2   ? DayNumber()
+                   : count == 3 ? DayAbbreviation()
+                   : count == 4 ? DayName()
+                                : false;
+        case 'M':
+            return count <= 2   ? MonthNumber()
+                   : count == 3 ? MonthAbbreviation()
+                   : count == 4 ? MonthName()
+                                : false;
+        case 'y':
+            if (count == 3 || count > 4) return false;
+            Year();
+            return true;
+        case 'g':
+            for (; count > 1; count -= 2) {
+                m_scratch.era = 0;
+                Era();
+            }
+            return count == 0;
+        default:
+            for (; count > 0; --count) Byte(letter);
+            return true;
+    }
+}
+
+bool DateReader::Elements(const CGNString& text) {
+    const Picture picture(text, PictureLetters::kDate, PictureWalk::kBytes);
+    const CGNString& separator = LocaleAccess::DateSeparator(m_locale);
+    bool day = false, month = false, separatorLast = false;
+    std::uint32_t behind = 0;  // what stands before this in the picture was part of a separator
+    for (const PictureElement& element : picture) {
+        const char* const at = picture.Text(element);
+        if (element.at < behind || (element.kind == PictureElement::kOther && *at == ' ')) continue;
+        if (element.kind == PictureElement::kRun) {
+            if (!Run(element.letter, element.length)) return false;
+            day |= element.letter == 'd';
+            month |= element.letter == 'M';
+            if (element.letter == 'd' || element.letter == 'M' || element.letter == 'y')
+                separatorLast = false;
+        } else if (element.kind != PictureElement::kOther) {
+            for (std::uint32_t i = 0; i < element.length; ++i)
+                if (at[i] != ' ' && !Byte(at[i])) return false;
+        } else if (HasPrefix(at, separator)) {
+            behind = element.at + separator.GetLength();
+            if (Separator()) {
+                separatorLast = true;
+            } else if (day && month) {
+                m_scratch.year = PresentYear();
+                return true;
+            }
+        } else {
+            Byte(*at);  // may be missing
+        }
+    }
+    if (!day || !month) return false;
+    const std::uint32_t length = text.GetLength(), tail = separator.GetLength();
+    const bool endsWithSeparator =
+        tail != 0 && tail <= length &&
+        std::memcmp(static_cast<const char*>(text) + length - tail, separator, tail) == 0;
+    return !separatorLast || endsWithSeparator;
+}
+
+}  // namespace genutil

@@ -1,0 +1,161 @@
+// CGNDateTime as text, in the conventions of the global locale.
+#include "gencalendar.h"
+#include "genmoment.h"
+#include "gentimeofday.h"
+#include "genutil/date_access.h"
+#include "genutil/date_format.h"
+#include "genutil/locale_access.h"
+
+using namespace genutil;
+
+namespace {
+
+constexpr long kJapaneseEras = 3;
+
+DateFields FieldsOf(int year, int month, int day, int weekday) {
+    const CLCLocale* locale = CLCGlobalLocale::Instance();
+    const bool eras = locale && locale->GetCalendarType() == kJapaneseEras;
+    const int shown = eras ? static_cast<int>(locale->EmperorYrFromGregorianYr(year)) : year;
+    const bool named = weekday >= 0 && weekday <= 6;
+    return {shown, month + 1, day, named ? NameOfWeekday(weekday) : -1, false, false, true};
+}
+
+unsigned char Number(CGNString& out, int number, int width) {
+    out.Clear();
+    TextBuilder(out).AppendNumber(number, width);
+    return 1;
+}
+
+}  // namespace
+
+unsigned char CGNDateTime::AddDateString(long style) {
+    CLCLocale* locale = CLCGlobalLocale::Instance();
+    return AppendDate(m_display, FieldsOf(m_year, m_month, m_day, m_weekday), nullptr, style,
+                      locale);
+}
+
+unsigned char CGNDateTime::AddTimeString() {
+    AppendTime(m_display, {m_hour, m_minute, m_second}, CLCGlobalLocale::Instance());
+    return 1;
+}
+
+// The blank stands even where the date is missing, and the time always succeeds.
+unsigned char CGNDateTime::FormatForDisplay(long style) {
+    m_display.Clear();
+    if (IsEmpty()) return 0;
+    AddDateString(style);
+    m_display += ' ';
+    return AddTimeString();
+}
+
+// Unlike the others it leaves the last text of an empty value.
+unsigned char CGNDateTime::FormatDateForDisplay(long style) {
+    if (IsEmpty()) return 0;
+    m_display.Clear();
+    return AddDateString(style);
+}
+
+unsigned char CGNDateTime::FormatTimeForDisplay() {
+    m_display.Clear();
+    return AddTimeString();
+}
+
+unsigned char CGNDateTime::Is12Hour() {
+    return CGNTime::Is12Hour();
+}
+unsigned char CGNDateTime::TimeSep(CGNString& out) {
+    return CGNTime::TimeSep(out);
+}
+unsigned char CGNDateTime::DateSep(CGNString& out) {
+    return CGNDate::DateSep(out);
+}
+
+// -- Components ----------------------------------------------------------------------------------
+
+unsigned char CGNDateTime::DayNum(CGNString& out) const {
+    return Number(out, m_day, 1);
+}
+unsigned char CGNDateTime::DayNumLZ(CGNString& out) const {
+    return Number(out, m_day, 2);
+}
+unsigned char CGNDateTime::WeekDayNum(CGNString& out) const {
+    return Number(out, m_weekday + 1, 1);
+}
+unsigned char CGNDateTime::MonthNum(CGNString& out) const {
+    return Number(out, m_month + 1, 1);
+}
+unsigned char CGNDateTime::MonthNumLZ(CGNString& out) const {
+    return Number(out, m_month + 1, 2);
+}
+
+template <class Write>
+unsigned char CGNDateTime::Component(CGNString& out, Write write) const {
+    out.Clear();
+    TextBuilder builder(out);
+    if (const CLCLocale* locale = CLCGlobalLocale::Instance())
+        write(builder, FieldsOf(m_year, m_month, m_day, m_weekday), *locale);
+    return 1;
+}
+
+unsigned char CGNDateTime::DayAbbrev(CGNString& out) const {
+    return Component(out, WriteDayAbbreviation);
+}
+unsigned char CGNDateTime::DayName(CGNString& out) const {
+    return Component(out, WriteDayName);
+}
+unsigned char CGNDateTime::MonthAbbrev(CGNString& out) const {
+    return Component(out, WriteMonthAbbreviation);
+}
+unsigned char CGNDateTime::MonthName(CGNString& out) const {
+    return Component(out, WriteMonthName);
+}
+unsigned char CGNDateTime::Year1Digit(CGNString& out) const {
+    return Component(out, [](TextBuilder& to, const DateFields& date, const CLCLocale&) {
+        WriteYear(to, date, 1);
+    });
+}
+unsigned char CGNDateTime::Year2Digit(CGNString& out) const {
+    return Component(out, [](TextBuilder& to, const DateFields& date, const CLCLocale&) {
+        WriteYear(to, date, 2);
+    });
+}
+unsigned char CGNDateTime::Year4Digit(CGNString& out) const {
+    return Component(out, [](TextBuilder& to, const DateFields& date, const CLCLocale&) {
+        WriteYear(to, date, 4);
+    });
+}
+
+unsigned char CGNDateTime::Emperor(CGNString& out) const {
+    out.Clear();
+    if (const CLCLocale* locale = CLCGlobalLocale::Instance())
+        locale->EmperorFromGregorianYr(m_year, out);
+    return 1;
+}
+
+unsigned char CGNDateTime::Hour12(CGNString& out) const {
+    return Number(out, HourOf12(m_hour), 1);
+}
+unsigned char CGNDateTime::Hour12LZ(CGNString& out) const {
+    return Number(out, HourOf12(m_hour), 2);
+}
+unsigned char CGNDateTime::Hour24(CGNString& out) const {
+    return Number(out, m_hour, 1);
+}
+unsigned char CGNDateTime::Hour24LZ(CGNString& out) const {
+    return Number(out, m_hour, 2);
+}
+unsigned char CGNDateTime::Minute(CGNString& out) const {
+    return Number(out, m_minute, 1);
+}
+unsigned char CGNDateTime::MinuteLZ(CGNString& out) const {
+    return Number(out, m_minute, 2);
+}
+unsigned char CGNDateTime::Second(CGNString& out) const {
+    return Number(out, m_second, 1);
+}
+unsigned char CGNDateTime::SecondLZ(CGNString& out) const {
+    return Number(out, m_second, 2);
+}
+unsigned char CGNDateTime::AMPMMarker(CGNString& out) const {
+    return CGNTime(long{m_hour} * 3600).AMPMMarker(out);
+}

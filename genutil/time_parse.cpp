@@ -1,0 +1,105 @@
+#include "genutil/time_parse.h"
+
+#include <cstring>
+
+#include "genutil/date_parse.h"
+#include "genutil/locale_access.h"
+#include "genutil/picture.h"
+
+namespace genutil {
+
+namespace {
+
+// The walk over one text.
+class TimeReader {
+  public:
+    TimeReader(const char* text, const CLCLocale& locale)
+        : m_at(text), m_locale(locale), m_markerLeads(MarkerLeads(locale)) {
+        locale.HourChar(m_units[0]);
+        locale.MinuteChar(m_units[1]);
+        locale.SecondChar(m_units[2]);
+    }
+
+    bool Walk() {
+        while (*m_at)
+            if (!Step()) return false;
+        return m_count > 0 && !m_separatorLast;
+    }
+    ClockFields Numbers() const { return {m_numbers[0], m_numbers[1], m_numbers[2]}; }
+    int Marker() const { return m_marker; }
+
+  private:
+    bool Step() {
+        if (*m_at == ' ') return ++m_at, true;
+        if (m_marker >= 0 && !m_markerLeads) return false;  // the marker is the end
+        if (*m_at >= '0' && *m_at <= '9') return Number();
+        if (m_count > 0 && !m_separatorLast && Skip(LocaleAccess::TimeSeparator(m_locale)))
+            return m_separatorLast = true;
+        if (Marker(false) || Marker(true)) return true;
+        return Skip(m_units[0]) || Skip(m_units[1]) || Skip(m_units[2]);
+    }
+    bool Number() {
+        int number = 0;
+        const int digits = CountDigits(m_at, &number);
+        if (digits > 2 || m_count == 3) return false;
+        m_numbers[m_count++] = number;
+        m_separatorLast = false;
+        m_at += digits;
+        return true;
+    }
+    // In front of the numbers or behind them, as the locale has it.
+    bool Marker(bool pm) {
+        if (m_marker >= 0 || m_markerLeads != (m_count == 0)) return false;
+        if (!Skip(LocaleAccess::Marker(m_locale, pm))) return false;
+        m_marker = pm;
+        return true;
+    }
+    bool Skip(const CGNString& text) {
+        if (text.IsEmpty() || std::strncmp(m_at, text, text.GetLength()) != 0) return false;
+        m_at += text.GetLength();
+        return true;
+    }
+
+    const char* m_at;
+    const CLCLocale& m_locale;
+    CGNString m_units[3];
+    bool m_markerLeads;
+    bool m_separatorLast = false;
+    int m_numbers[3] = {};
+    int m_count = 0;
+    int m_marker = -1;  // 1 is PM
+};
+
+}  // namespace
+
+bool MarkerLeads(const CLCLocale& locale) {
+    const Picture picture(LocaleAccess::TimeFormat(locale), PictureLetters::kTime,
+                          PictureWalk::kCharacters);
+    for (const PictureElement& element : picture)
+        if (element.kind == PictureElement::kRun) return element.letter == 't';
+    return false;
+}
+
+TimeReading CheckTime(ClockFields* time, int marker) {
+    if (time->hour < 0 || time->hour > 23 || (marker >= 0 && time->hour > 12) || time->minute < 0 ||
+        time->minute > 59 || time->second < 0 || time->second > 59)
+        return TimeReading::kOutOfRange;
+    if (marker == 0 && time->hour == 12) time->hour = 0;
+    if (marker == 1 && time->hour < 12) time->hour += 12;
+    return TimeReading::kRead;
+}
+
+TimeReading ReadLocaleTime(const char* text, const CLCLocale& locale, ClockFields* time,
+                           bool* midnight) {
+    TimeReader reader(text, locale);
+    if (!reader.Walk()) return TimeReading::kNotATime;
+    ClockFields read = reader.Numbers();
+    const bool twelve = read.hour == 12 && reader.Marker() == 0;
+    if (CheckTime(&read, reader.Marker()) != TimeReading::kRead) return TimeReading::kOutOfRange;
+    if (reader.Marker() >= 0 && locale.Is24Hour()) return TimeReading::kNotATime;
+    *time = read;
+    *midnight = twelve;
+    return TimeReading::kRead;
+}
+
+}  // namespace genutil

@@ -1,0 +1,23 @@
+// Times of day read in the conventions of a locale.
+#pragma once
+
+#include "genlocale.h"
+#include "genutil/date_format.h"
+
+namespace genutil {
+
+enum class TimeReading { kRead, kNotATime, kOutOfRange };
+
+// Reads a whole text as up to three numbers with the locale's separator, markers for AM and PM and
+// unit characters. *time, which is left alone otherwise, receives the time; *midnight becomes true
+// where it was written as 12 AM.
+TimeReading ReadLocaleTime(const char* text, const CLCLocale& locale, ClockFields* time,
+                           bool* midnight);
+
+// Puts an hour with a marker, or without (-1) into 0 to 23; numbers are checked before.
+TimeReading CheckTime(ClockFields* time, int marker);
+
+// Whether the locale writes its markers in front of the time.
+bool MarkerLeads(const CLCLocale& locale);
+
+}  // namespace genutil

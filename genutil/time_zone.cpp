@@ -1,0 +1,97 @@
+// The zone of the process and of each thread.
+#include <cstdio>
+#include <cstring>
+
+#include "gentimezone.h"
+#include "genutil/allocate.h"
+#include "genutil/assert_allocation.h"
+#include "genutil/two_transitions.h"
+#include "genutil/zone.h"
+#include "genutil/zoned_clock.h"
+#include "osthread.h"
+#include "osutil/platform/clock.h"
+#include "osutil/platform/zones.h"
+
+using namespace genutil;
+
+OSTimeZone* OSTimeZone::m_instance = nullptr;
+
+namespace {
+
+// More than programs set: what is longer counts as not set.
+constexpr std::size_t kVariableSize = 256;
+
+}  // namespace
+
+OSTimeZone* OSTimeZone::GetInstance() {
+    if (m_instance) return m_instance;
+    if (AllocationPasses(sizeof(OSTimeZone))) m_instance = new (std::nothrow) OSTimeZone;
+    AssertAllocation(m_instance != nullptr, "genutil/timezone", __LINE__);
+    return m_instance;
+}
+
+void OSTimeZone::Free() {
+    delete m_instance;
+    m_instance = nullptr;
+}
+
+OSTimeZone::OSTimeZone() : m_environment(), m_systemZone(GetTZ()) {}
+OSTimeZone::OSTimeZone(const OSTimeZone& other) = default;
+OSTimeZone& OSTimeZone::operator=(const OSTimeZone& other) = default;
+OSTimeZone::~OSTimeZone() = default;
+
+CGNString OSTimeZone::GetTZ() const {
+    char zone[kVariableSize];
+    platform::GetZoneVariable(zone, sizeof zone);
+    return zone;
+}
+
+CGNString OSTimeZone::GetSystemTZ() const {
+    return m_systemZone;
+}
+
+void OSTimeZone::SetTZ(const char* zone) {
+    if (!OSIsThreaded()) return;
+    if (!zone) zone = "";
+    char current[kVariableSize];
+    platform::GetZoneVariable(current, sizeof current);
+    if (std::strcmp(current, zone) == 0) return;
+    if (std::strlen(zone) + sizeof "TZ=" > sizeof m_environment) return;
+    std::snprintf(m_environment, sizeof m_environment, "TZ=%s", zone);
+    // Runtimes are known that do not take the first zone they are given.
+    if (!*current) platform::SetZoneVariable("dummy");
+    // An empty zone is that of the machine: the variable goes.
+    platform::SetZoneVariable(*zone ? zone : nullptr);
+}
+
+void OSTimeZone::SetThreadTZ() {
+    if (!OSIsThreaded())
+        platform::RereadZoneVariable();
+    else if (const char* zone = ThreadZone())
+        SetTZ(zone);
+}
+
+void OSTimeZone::CheckLayout() {
+    static_assert(sizeof(void*) != 4 || sizeof(OSTimeZone) == 128 + sizeof(CGNString));
+}
+
+struct tm* GetLocalTimeFromUCT(const long* utc) {
+    char variable[kVariableSize];
+    const bool byVariable =
+        platform::kZoneVariableIsTheSystems && platform::GetZoneVariable(variable, sizeof variable);
+    const Zone& zone = Zone::Find(byVariable ? variable : kMachineZone);
+    std::tm now;
+    zone.ToLocal(MomentOf(static_cast<long>(platform::SecondsNow())), &now);
+    const TwoTransitions rules = TwoTransitionsOf(zone.Rule(), now.tm_year + 1900);
+
+    const std::int64_t standard = std::int64_t{MomentOf(*utc)} - rules.bias * 60;
+    const auto convert = [](std::int64_t seconds) -> std::tm* {
+        const auto moment = static_cast<std::time_t>(seconds);
+        return moment == seconds ? std::gmtime(&moment) : nullptr;
+    };
+    std::tm* local = convert(standard);
+    if (!local || !IsDaylight(*local, rules)) return local;
+    local = convert(standard - rules.daylightBias * 60);
+    if (local) local->tm_isdst = 1;
+    return local;
+}

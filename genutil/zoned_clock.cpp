@@ -1,0 +1,77 @@
+#include "genutil/zoned_clock.h"
+
+#include <atomic>
+#include <cstring>
+
+#include "gentimezone.h"
+#include "genutil/zone.h"
+#include "osutil/platform/clock.h"
+#include "osutil/platform/zones.h"
+
+namespace genutil {
+
+namespace {
+
+class Lock {
+  public:
+    explicit Lock(_osmutex* mutex) : m_mutex(mutex) {
+        if (mutex) OSMutexWait(mutex);
+    }
+    ~Lock() {
+        if (m_mutex) OSMutexRelease(m_mutex);
+    }
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+
+  private:
+    _osmutex* m_mutex;
+};
+
+// The zone to convert in, made that of the process first as programs expect. A thread with a zone
+// of its own converts in it even when another class sets the variable at the same moment.
+const Zone& ZoneInForce() {
+    if (OSTimeZone* zone = OSTimeZone::GetInstance()) zone->SetThreadTZ();
+    const char* own = OSIsThreaded() ? ThreadZone() : nullptr;
+    if (own) return Zone::Find(own);
+    char variable[256];
+    return Zone::Find(platform::GetZoneVariable(variable, sizeof variable) ? variable
+                                                                           : kMachineZone);
+}
+
+}  // namespace
+
+const char* ThreadZone() {
+    CGNLclSt* variables = CGNLclSt::Instance();
+    return variables ? static_cast<const char*>(variables->GetLocalVariable("timezone")) : nullptr;
+}
+
+std::int32_t MomentOf(long seconds) {
+    if (seconds > INT32_MAX) return INT32_MAX;
+    if (seconds < INT32_MIN) return INT32_MIN;
+    return static_cast<std::int32_t>(seconds);
+}
+
+unsigned char CreateClockMutex(_osmutex** mutex) {
+    if (!*mutex) *mutex = OSMutexCreate();
+    return *mutex != nullptr;
+}
+
+void LocalTime(_osmutex* mutex, long seconds, std::tm* local) {
+    const Lock lock(mutex);
+    const std::int32_t moment = MomentOf(seconds);
+    // Programs have stored negative numbers for "no end".
+    ZoneInForce().ToLocal(moment < 0 ? kLastSecond : moment, local);
+}
+
+long MakeTime(_osmutex* mutex, std::tm* local) {
+    const Lock lock(mutex);
+    return ZoneInForce().FromLocal(local);
+}
+
+long ReadClock(_osmutex* mutex) {
+    const Lock lock(mutex);
+    if (OSTimeZone* zone = OSTimeZone::GetInstance()) zone->SetTZ(zone->GetSystemTZ());
+    return MomentOf(static_cast<long>(platform::SecondsNow()));
+}
+
+}  // namespace genutil

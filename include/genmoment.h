@@ -1,0 +1,207 @@
+/* CGNDateTime: a moment, in seconds since 1 January 1970 UTC, with its local date and time.
+
+   Moments are those of a signed 32-bit number: from second 0 to 03:14:07 UTC on 19 January 2038. A
+   larger number, where a long holds one, counts as the nearest of these. The fields are those of
+   the zone that the thread had when the value was made (gentimezone.h). */
+#ifndef GENUTIL_GENMOMENT_H
+#define GENUTIL_GENMOMENT_H
+
+#include <cstdint>
+#include <ctime>
+
+#include "export.h"
+#include "genlocale.h"
+#include "genstr.h"
+#include "osthread.h"
+
+/** A moment with its local date and time and with what formatting last gave. Its months count from
+    0 and its weekdays from 0 (Sunday), as in struct tm and unlike in CGNDate. */
+class GENUTIL_API CGNDateTime {
+  public:
+    /* -- Construction and state ------------------------------------------------------------ */
+
+    /** The empty value. */
+    CGNDateTime();
+    /** The empty value; the locale has no effect. */
+    explicit CGNDateTime(CLCLocale* locale);
+    /** @param seconds since 1970. A negative number stays in the value, but its date and time are
+        those of second 2147483647. */
+    explicit CGNDateTime(long seconds);
+    /** Takes the local date and time of a record and formats them in style 3. The seconds since
+        1970 stay 0: programs compute them with MkTimeTS when they want them. */
+    explicit CGNDateTime(struct tm* local);
+    CGNDateTime(const CGNDateTime& other);
+    CGNDateTime& operator=(const CGNDateTime& other);
+    ~CGNDateTime();
+
+    /** @return 1 when date, time and seconds are all 0; the weekday plays no part. */
+    unsigned char IsEmpty() const;
+    /** Back to the empty value; the range status stays. */
+    void Empty();
+
+    /** @return the seconds since 1970. */
+    long GetSecsFrom70() const { return m_seconds; }
+    int GetHour() const { return m_hour; }     /**< @return 0 to 23 */
+    int GetMinute() const { return m_minute; } /**< @return 0 to 59 */
+    int GetSecond() const { return m_second; } /**< @return 0 to 59 */
+    /** @return 1 a valid moment; 2 a date out of range or none; 3 a time out of range; 4 a time
+        behind the last on the last day; 5 a time that was not readable. */
+    long GetDateTimeRangeStatus() const { return m_rangeStatus; }
+    /** Copies what was last formatted. @param out receives it. */
+    void GetDisplayBuffer(CGNString& out) const { out = m_display; }
+
+    /** Fills a record with the present local time and writes date and time over it.
+        @param out receives it. */
+    void ToTM(struct tm* out) const;
+
+    /* -- Clock and zone; any thread. The same as in CGNDate, under a mutex of this class. --- */
+
+    static unsigned char ModuleInit();                      /**< see CGNDate::ModuleInit */
+    static void LocalTimeTS(const long& t, struct tm& out); /**< see CGNDate::LocalTimeTS */
+    static long MkTimeTS(struct tm* t);                     /**< see CGNDate::MkTimeTS */
+    static long TimeTS(long* t);                            /**< see CGNDate::TimeTS */
+    static long Now();                                      /**< see CGNDate::Now */
+    /** @return the moment at which the present day began in the zone of the thread; where clocks
+        change at midnight, within an hour of it. */
+    static long GetLocalMidnightToday();
+
+    /* -- Range ----------------------------------------------------------------------------- */
+
+    /** Texts of the first and the last date that a moment can have. @param least receives the
+       first.
+        @param most receives the last. @param style as CGNDate::AddDateString. */
+    static void GetMinMaxDateRange(CGNString& least, CGNString& most, long style);
+    /** Texts of 00:00:00 and 23:59:59. */
+    static void GetMinMaxTimeRange(CGNString& least, CGNString& most);
+    /** Texts of the first and the last moment. */
+    static void GetMinMaxDateTimeRange(CGNString& least, CGNString& most, long style);
+    /** @return the local year of second 0, as years since 1900: 70, or 69 west of Greenwich. */
+    static int MinYear();
+    /** The local time of second 2147483647. */
+    static void MaxTime(int* hour, int* minute, int* second);
+    /** Whether a date lies in the range. @param year years since 1900. @param month from 0. @param
+        day from 1. */
+    static unsigned char IsValidDate(int year, int month, int day);
+    /** Checks a local date and time against the range and the calendar; the last day is 18 January
+        2038 in every zone. The range status follows. @return whether they are valid. */
+    unsigned char VerifyDateTime(struct tm* local);
+    /** Checks that a local date and time exist in the zone of the thread. The range status becomes
+       2 when they do not. @return whether they do; 0, with the status as it was, when it is not a
+        moment at all. */
+    unsigned char VerifyDay(struct tm* local);
+
+    /* -- Writing --------------------------------------------------------------------------- */
+
+    /** Replaces the display buffer by date, blank and time. @param style as CGNDate::AddDateString.
+        @return 0 for an empty value, with an empty buffer. */
+    unsigned char FormatForDisplay(long style);
+    /** Replaces the display buffer by the date; for an empty value it stays. @return 0 for an empty
+        value and a malformed format. */
+    unsigned char FormatDateForDisplay(long style);
+    /** Replaces the display buffer by the time. @return 1. */
+    unsigned char FormatTimeForDisplay();
+    /** Appends the date to the display buffer: as CGNDate::AddDateString, but one and two "y" are
+        years of so many digits, and years are those of eras where the locale counts so. */
+    unsigned char AddDateString(long style);
+    /** Appends the time to the display buffer. @return 1. */
+    unsigned char AddTimeString();
+
+    /** @return 1 when the global locale counts hours to 12. */
+    static unsigned char Is12Hour();
+    /** The time separator of the global locale. @param out receives it. @return 1. */
+    static unsigned char TimeSep(CGNString& out);
+
+    /* Each replaces out by one component and returns 1. */
+    unsigned char DayNum(CGNString& out) const;      /**< "5" */
+    unsigned char DayNumLZ(CGNString& out) const;    /**< "05" */
+    unsigned char WeekDayNum(CGNString& out) const;  /**< "1" is Sunday */
+    unsigned char DayAbbrev(CGNString& out) const;   /**< in the global locale */
+    unsigned char DayName(CGNString& out) const;     /**< in the global locale */
+    unsigned char MonthNum(CGNString& out) const;    /**< "3" is March */
+    unsigned char MonthNumLZ(CGNString& out) const;  /**< "03" */
+    unsigned char MonthAbbrev(CGNString& out) const; /**< in the global locale */
+    unsigned char MonthName(CGNString& out) const;   /**< in the global locale */
+    unsigned char Year1Digit(CGNString& out) const;  /**< of the year modulo 100: "5" */
+    unsigned char Year2Digit(CGNString& out) const;  /**< of the year modulo 100: "05" */
+    unsigned char Year4Digit(CGNString& out) const;  /**< "2010"; an era's year in two digits */
+    static unsigned char DateSep(CGNString& out);    /**< the locale's date separator */
+    unsigned char Emperor(CGNString& out) const;     /**< the era's name; empty without one */
+    unsigned char Hour12(CGNString& out) const;      /**< as in CGNTime, and so the following */
+    unsigned char Hour12LZ(CGNString& out) const;
+    unsigned char Hour24(CGNString& out) const;
+    unsigned char Hour24LZ(CGNString& out) const;
+    unsigned char Minute(CGNString& out) const;
+    unsigned char MinuteLZ(CGNString& out) const;
+    unsigned char Second(CGNString& out) const;
+    unsigned char SecondLZ(CGNString& out) const;
+    unsigned char AMPMMarker(CGNString& out) const;
+
+    /* -- Reading --------------------------------------------------------------------------- */
+
+    /** Reads a date, or a date and a time behind it, from one text. The value follows, in the zone
+        of the thread; on failure it stays, and the range status tells why.
+        @return whether it was read. */
+    unsigned char FromString(const CGNString& text);
+    /** The same from two texts; an empty time is midnight. */
+    unsigned char FromString(const CGNString& date, const CGNString& time);
+    /** Reads a date, a time or both, and tells what the text had.
+        @param text the text. @param found receives 1 or 0 for each of year, month, day, hour,
+        minute and second, in this order; may be null. @param size elements of found.
+        @return whether the whole text was read. */
+    unsigned char parseDateTime(const CGNString& text, unsigned char* found, int size);
+
+    /* As the functions of the same names in CGNDate and CGNTime; they leave date and time in the
+       value itself. */
+    unsigned char GetDateFromString(const CGNString& text, CGNString& rest);
+    unsigned char GetLongDateFromString(const CGNString& text, CGNString& rest);
+    unsigned char GetShortDateFromString(const CGNString& text, CGNString& rest);
+    unsigned char GetDateFromStringUsingFormat(const CGNString& text, CGNString& rest,
+                                               const CGNString& format);
+    unsigned char GetMonthNumFromString(const CGNString& text, CGNString& rest);
+    unsigned char GetMonthAbbrevFromString(const CGNString& text, CGNString& rest);
+    unsigned char GetMonthNameFromString(const CGNString& text, CGNString& rest);
+    unsigned char GetDayNumFromString(const CGNString& text, CGNString& rest);
+    unsigned char GetDayAbbrevFromString(const CGNString& text, CGNString& rest);
+    unsigned char GetDayNameFromString(const CGNString& text, CGNString& rest);
+    unsigned char Get1DigitYearFromString(const CGNString& text, CGNString& rest);
+    unsigned char Get2DigitYearFromString(const CGNString& text, CGNString& rest);
+    unsigned char Get4DigitYearFromString(const CGNString& text, CGNString& rest);
+    unsigned char GetDateSepFromString(const CGNString& text, CGNString& rest);
+    unsigned char GetMatchingCharFromString(const CGNString& text, CGNString& rest, char c);
+    long GetEmperorFromString(const CGNString& text, CGNString& rest);
+    unsigned char GetTimeFromString(const CGNString& text, CGNString& rest);
+    unsigned char parseDate(const CGNString& text, CGNString& rest);
+    unsigned char parseNumDate(const CGNString& text, CGNString& rest);
+    unsigned char parseCharDate(const CGNString& text, CGNString& rest);
+    unsigned char parseKanjiDate(const CGNString& text, CGNString& rest);
+    unsigned char parseTime(const CGNString& text, CGNString& rest);
+    static unsigned char extractDateWord(const CGNString& text, CGNString& word, CGNString& rest);
+    static unsigned char extractTimeWord(const CGNString& text, CGNString& word, CGNString& rest);
+    static unsigned char FindAMPMMarker(const CGNString& text, long& pm, CGNString& rest);
+
+    /** Serialises the clock and zone functions of this class; null before ModuleInit. */
+    static _osmutex* osMutexLocalTime;
+
+  private:
+    static void CheckLayout();
+    void TakeFields(const struct tm& local);
+    template <class Read>
+    unsigned char ReadWith(const CGNString& text, CGNString& rest, Read read);
+    template <class Write>
+    unsigned char Component(CGNString& out, Write write) const;
+
+    std::int32_t m_hour;
+    std::int32_t m_minute;
+    std::int32_t m_second;
+    std::int32_t m_year;
+    std::int32_t m_month;
+    std::int32_t m_day;
+    std::int32_t m_weekday;
+    CGNString m_display;
+    struct tm m_working;
+    std::int32_t m_seconds;
+    std::int32_t m_spare;
+    std::int32_t m_rangeStatus;
+};
+
+#endif

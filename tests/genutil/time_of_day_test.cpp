@@ -1,0 +1,155 @@
+// CGNTime: its value, its text, its reading in the locale's format.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+
+#include "gendate.h"
+#include "tests/support/custom_locale.h"
+
+namespace {
+
+template <class Value>
+std::string Display(const Value& value) {
+    CGNString text;
+    value.GetDisplayBuffer(text);
+    return static_cast<const char*>(text);
+}
+
+}  // namespace
+
+TEST(TimeOfDay, IsClampedToTheDay) {
+    const struct {
+        int line;
+        long seconds;
+        int hour, minute, second;
+    } kRows[] = {
+        {__LINE__, -1, 0, 0, 0},       {__LINE__, 0, 0, 0, 0},
+        {__LINE__, 47109, 13, 5, 9},   {__LINE__, 86399, 23, 59, 59},
+        {__LINE__, 86400, 23, 59, 59}, {__LINE__, 2147483647, 23, 59, 59},
+    };
+    for (const auto& row : kRows) {
+        const CGNTime time(row.seconds);
+        EXPECT_EQ(time.GetHour(), row.hour) << row.line;
+        EXPECT_EQ(time.GetMinute(), row.minute) << row.line;
+        EXPECT_EQ(time.GetSecond(), row.second) << row.line;
+        EXPECT_EQ(time.GetSecondsFromMidnight(), row.hour * 3600 + row.minute * 60 + row.second);
+        EXPECT_EQ(time.IsEmpty(), row.seconds <= 0) << row.line;
+    }
+    CGNTime time(1, 2, 3);
+    EXPECT_EQ(time.VerifyTime(23, 59, 59), 1);
+    EXPECT_EQ(time.GetTimeRangeStatus(), 1);
+    for (const auto& [hour, minute, second] : {std::array{24, 0, 0}, {-1, 0, 0}, {0, 60, 0},
+                                               {0, -1, 0}, {0, 0, 60}, {0, 0, -1}}) {
+        EXPECT_EQ(time.VerifyTime(hour, minute, second), 0);
+        EXPECT_EQ(time.GetTimeRangeStatus(), 3);
+    }
+    time.Empty();
+    EXPECT_TRUE(time.IsEmpty());
+    EXPECT_EQ(Display(time), "");
+    EXPECT_EQ(time.GetTimeRangeStatus(), 3);
+}
+
+TEST(TimeOfDay, Written) {
+    const struct {
+        int line;
+        const char* picture;
+        int hour;
+        const char* text;
+    } kRows[] = {
+        {__LINE__, "h:mm:ss tt", 13, "1:05:09 PM"},
+        {__LINE__, "hh:m:s tt", 0, "12:5:9 AM"},
+        {__LINE__, "H:mm", 9, "9:05"},
+        {__LINE__, "HHH", 9, "099"},
+        {__LINE__, "hhhhh", 12, "121212"},
+        {__LINE__, "t", 9, ""},
+        {__LINE__, "ttt H", 9, "AM 9"},
+        {__LINE__, "H'h'mm'' 'open", 9, "9h05 "},
+        {__LINE__, "d/H", 9, "d/9"},
+        {__LINE__, "H\xE9", 9, "9\xE9"},
+    };
+    for (const auto& row : kRows) {
+        const CustomLocale locale("en_US", "", "", row.picture);
+        CGNTime time(row.hour, 5, 9);
+        EXPECT_EQ(Display(time), row.text) << row.line;
+        EXPECT_EQ(time.AddTimeString(), 1);
+        EXPECT_EQ(Display(time), std::string(row.text) + row.text) << row.line;
+    }
+    const CustomLocale japanese("ja_JP", "", "", "tt h'\x8E\x9E'm'\x95\xAA'");
+    EXPECT_EQ(Display(CGNTime(13, 5, 9)),
+              "\x8C\xDF\x8C\xE3 1\x8E\x9E"
+              "5\x95\xAA");
+    CGNString earliest, latest;
+    CGNTime::GetMinMaxTimeRange(earliest, latest);
+    EXPECT_TRUE(latest ==
+                "\x8C\xDF\x8C\xE3 11\x8E\x9E"
+                "59\x95\xAA");
+    EXPECT_EQ(CGNTime::Is12Hour(), 1);
+}
+
+// The result goes to the scratch values, of which only a moment lets one look at all.
+TEST(TimeOfDay, ReadInTheFormatOfTheLocale) {
+    const struct {
+        int line;
+        const char *picture, *text;
+        int time;  // hhmmss; -1 no time, -3 out of range
+    } kRows[] = {
+        {__LINE__, "h:mm tt", "1:05 PM", 130500},
+        {__LINE__, "h:mm tt", "12:00 AM", 0},
+        {__LINE__, "h:mm tt", "12:30PM", 123000},
+        {__LINE__, "h:mm tt", " 9 : 5 : 7 ", 90507},
+        {__LINE__, "h:mm tt", "9", 90000},
+        {__LINE__, "h:mm tt", "23:15", 231500},
+        {__LINE__, "h:mm tt", "12", 120000},
+        {__LINE__, "h:mm tt", "10 30", 103000},
+        {__LINE__, "h:mm tt", "13:00 PM", -3},
+        {__LINE__, "h:mm tt", "24:00", -3},
+        {__LINE__, "h:mm tt", "10:60", -3},
+        {__LINE__, "h:mm tt", "10:00:60", -3},
+        {__LINE__, "h:mm tt", "123:00", -1},
+        {__LINE__, "h:mm tt", "10:", -1},
+        {__LINE__, "h:mm tt", ":10", -1},
+        {__LINE__, "h:mm tt", "10::30", -1},
+        {__LINE__, "h:mm tt", "", -1},
+        {__LINE__, "h:mm tt", "PM", -1},
+        {__LINE__, "h:mm tt", "PM 1:05", -1},
+        {__LINE__, "h:mm tt", "1:05 PM x", -1},
+        {__LINE__, "h:mm tt", "1:05 PM AM", -1},
+        {__LINE__, "h:mm tt", "1:05 pm", -1},
+        {__LINE__, "h:mm tt", "1:2:3:4", -1},
+        {__LINE__, "tt h:mm", "PM 1:05", 130500},
+        {__LINE__, "tt h:mm", "1:05 PM", -1},
+        {__LINE__, "tt h:mm", "AM PM 1:05", -1},
+        {__LINE__, "H:mm", "10:00 AM", -1},
+        {__LINE__, "H:mm", "13:00 PM", -3},
+        {__LINE__, "H.mm", "10.30", 103000},
+        {__LINE__, "H.mm", "10:30", -1},
+    };
+    for (const auto& row : kRows) {
+        const CustomLocale locale("en_US", "", "", row.picture);
+        locale->SetTimeSep(row.picture[1] == '.' ? "." : ":");
+        CGNDateTime moment;
+        CGNString rest("kept");
+        const bool read = moment.GetTimeFromString(row.text, rest) != 0;
+        const int time = moment.GetHour() * 10000 + moment.GetMinute() * 100 + moment.GetSecond();
+        EXPECT_EQ(read                                   ? time
+                  : moment.GetDateTimeRangeStatus() == 3 ? -3
+                                                         : -1,
+                  row.time)
+            << row.line;
+        EXPECT_STREQ(rest, read ? "" : row.time == -3 ? row.text : "kept") << row.line;
+    }
+    const CustomLocale locale("ja_JP", "", "", "H:mm");
+    CGNTime time(12, 30, 0);
+    CGNString rest;
+    EXPECT_EQ(time.GetTimeFromString("10\x8E\x9E"
+                                     "5\x95\xAA",
+                                     rest),
+              1);
+    EXPECT_EQ(time.GetSecondsFromMidnight(), 45000);  // its own, not what was read
+    locale->Customize("h:mm tt", "", "", 1, "", 1, 1, "", "", "", "ja_JP");
+    locale->SetAMPMMarker(0, "AM");
+    EXPECT_EQ(time.GetTimeFromString("12:07 AM", rest), 1);
+    EXPECT_EQ(time.GetHour(), 0);
+    EXPECT_EQ(time.GetSecondsFromMidnight(), 1800);
+}

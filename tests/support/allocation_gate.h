@@ -1,0 +1,34 @@
+// Watches the library's allocations for the length of a scope, and makes some of them fail.
+#pragma once
+
+#include <algorithm>
+#include <climits>
+#include <cstddef>
+
+#include "genutil/allocate.h"
+
+class AllocationGate {
+  public:
+    // So many pass, and so many behind them fail.
+    explicit AllocationGate(int passing, int failing = INT_MAX) {
+        s_count = 0;
+        s_passing = passing;
+        s_failing = failing;
+        s_largest = 0;
+        genutil::g_allocationGate = [](std::size_t bytes) {
+            s_largest = std::max(s_largest, bytes);
+            const int behind = s_count++ - s_passing;
+            return behind < 0 || behind >= s_failing;
+        };
+    }
+    ~AllocationGate() { genutil::g_allocationGate = nullptr; }
+    AllocationGate(const AllocationGate&) = delete;
+    AllocationGate& operator=(const AllocationGate&) = delete;
+
+    int Count() const { return s_count; }              // of all that were asked for
+    std::size_t Largest() const { return s_largest; }  // in bytes; 0 without any
+
+  private:
+    inline static int s_count, s_passing, s_failing;
+    inline static std::size_t s_largest;
+};
