@@ -512,4 +512,32 @@ TEST(StringEdit, EscapesAndReadsEscapes) {
     EXPECT_EQ(Bytes(s), "\x0Cz");
 }
 
+// Time in proportion to the length: with a match at every second byte, and where characters of
+// several bytes or invalid ones stand between.
+TEST(StringEdit, ManyMatchesInLongTexts) {
+    for (const int inCodeSet : {0, 5})
+        for (const char* other : {"b", "\x95\x5C", "\x82 "}) {
+            CodeSetGuard codeSet(inCodeSet);
+            constexpr unsigned kTimes = 100000;
+            CGNString s;
+            s.AllocateBuffer(4 * kTimes, 1);
+            for (unsigned i = 0; i < kTimes; ++i) (s += 'a') += other;
+            const unsigned length = s.GetLength();
+            s.Replace("a", "&");
+            s.EncodeXMLString();
+            EXPECT_EQ(s.GetLength(), length + 4 * kTimes);
+            s.Replace("&amp;", "\n");
+            s.ExpandSpecials();
+            s.UnexpandSpecials();
+            s.ExpandQuotes('\n');
+            s.UnexpandQuotes('\n');
+            EXPECT_EQ(s.GetNumLines(), static_cast<int>(kTimes) - 1);
+            CGNStringList parts;
+            s.Split(parts, "\n");
+            EXPECT_EQ(parts.GetCount(), static_cast<int>(kTimes) + 1);
+            s.Replace("\n", "a");
+            EXPECT_EQ(s.GetLength(), length);
+        }
+}
+
 }  // namespace
