@@ -343,6 +343,10 @@ TEST(StringEdit, InsertsAndRemoves) {
             }
         }
     }
+    CGNString roomy("abcdefghij");
+    roomy.Truncate(4);
+    EXPECT_TRUE(roomy.InsertAt(1, roomy));
+    EXPECT_STREQ(roomy, "aabcdbcd");
     CGNString empty;
     EXPECT_FALSE(empty.RemoveAt(0, 1) || empty.InsertAt(1, "a"));
     EXPECT_TRUE(empty.InsertAt(0, empty) && empty.InsertAt(0, "a"));
@@ -398,6 +402,16 @@ TEST(StringEdit, ReplacesWholeCharacters) {
     {
         CodeSetGuard codeSet(5);
         CGNString s("a\x95\x5C");
+        // Of two codes the usual one, in a long text too; it does not depend on where it stands.
+        CGNString mixed("\xED\x40 \x82\xA0");
+        for (int i = 0; i < 6; ++i) mixed += mixed;
+        mixed.Replace("\x82\xA0", "\x82\xA2");
+        mixed.Truncate(5);
+        EXPECT_EQ(Bytes(mixed), "\xFA\x5C \x82\xA2\xFA\x5C ");
+        CGNString plain(std::string(100, '-').c_str());
+        plain += "\xED\x40";
+        plain.Replace('-', '\xB1');
+        EXPECT_EQ(Bytes(plain).substr(99), "\xB1\xFA\x5C");
         s.Replace(s, s);
         s.Replace('\x95', 'x');
         s.Replace('a', '\x95');
