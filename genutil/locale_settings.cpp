@@ -68,7 +68,9 @@ void CLCLocale::SetLocale(CGNString name) {
 }
 
 void CLCLocale::Init() {
-    const LocaleFacts* facts = FactsOf(m_localeName, m_localeId, false);
+    // The user's own may have been changed since they were read.
+    const LocaleFacts* facts =
+        FactsOf(m_localeName, m_localeId, /* refresh = */ m_localeId == kUserLocaleId);
     // What the system does not tell of a locale must not stay from the one before.
     if (!facts || !IsComplete(*facts)) TakeFacts(EnglishFacts());
     if (facts) TakeFacts(*facts);

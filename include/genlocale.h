@@ -35,7 +35,7 @@
 namespace genutil {
 struct LocaleFacts;
 struct LocaleAccess;
-}
+}  // namespace genutil
 
 /** A Japanese era: its name, the Gregorian year in which it begins and how long it lasted. */
 class GENUTIL_API CEmperor {
@@ -169,8 +169,9 @@ class GENUTIL_API CLCLocale {
     void SetLocale(CGNString name);
 
     /** Fills all settings from the system's for the locale identifier; settings that the user
-        changed in the control panel count. A locale that the system does not know gets plain
-        English. In a customised locale, date and time settings and those of numbers stay. */
+        changed in the control panel count, and are read anew for the user's locale. A locale that
+       the system does not know gets plain English. In a customised locale, date and time settings
+       and those of numbers stay. */
     void Init();
 
     /** Fills all settings in plain English, "M/d/yyyy" and "h:mm:ss tt"; the name and the

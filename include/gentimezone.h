@@ -4,7 +4,7 @@
    zones keeps the zone of each thread in the thread's variable "timezone" (CGNLclSt, osthread.h);
    before every conversion the date classes make it that of the process, under their mutex:
 
-       CGNLclSt::Instance()->InitThread(10);
+       CGNLclSt::Instance()->Init(10);
        CGNLclSt::Instance()->SetLocalVariable("timezone", zone);     // "Asia/Tokyo", kept by you
        CGNDateTime::LocalTimeTS(now, local);                         // in Tokyo
 

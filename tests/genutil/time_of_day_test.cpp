@@ -39,8 +39,8 @@ TEST(TimeOfDay, IsClampedToTheDay) {
     CGNTime time(1, 2, 3);
     EXPECT_EQ(time.VerifyTime(23, 59, 59), 1);
     EXPECT_EQ(time.GetTimeRangeStatus(), 1);
-    for (const auto& [hour, minute, second] : {std::array{24, 0, 0}, {-1, 0, 0}, {0, 60, 0},
-                                               {0, -1, 0}, {0, 0, 60}, {0, 0, -1}}) {
+    for (const auto& [hour, minute, second] :
+         {std::array{24, 0, 0}, {-1, 0, 0}, {0, 60, 0}, {0, -1, 0}, {0, 0, 60}, {0, 0, -1}}) {
         EXPECT_EQ(time.VerifyTime(hour, minute, second), 0);
         EXPECT_EQ(time.GetTimeRangeStatus(), 3);
     }
