@@ -200,8 +200,9 @@ void CGNString::SubStrInBytes(unsigned int start, int count) {
 unsigned char CGNString::InsertAt(int index, const CGNString& t) {
     if (!Storage::EnsureWide(*this) || index < 0 || static_cast<unsigned>(index) > m_wideLength)
         return 0;
-    // The characters of the string itself move while they are inserted.
-    const WideView added(&t == this ? nullptr : t.m_wide, t.m_wideLength, t.m_data, t.m_length);
+    // The string itself may be inserted: its tail moves beyond its end, and what it grows out of
+    // lives to the end of this.
+    const WideView added(t.m_wide, t.m_wideLength, t.m_data, t.m_length);
     const std::uint64_t sum = std::uint64_t{m_wideLength} + added.Length();
     Owned<Wide> old;
     if (!added.Characters() || (m_wideCapacity < sum && !Storage::GrowWide(*this, sum, old)))
