@@ -75,8 +75,8 @@ class TimeReader {
 
 bool MarkerLeads(const CLCLocale& locale) {
     static Kept<const Picture::Elements> kept;
-    const Picture picture(LocaleAccess::TimeFormat(locale), PictureLetters::kTime,
-                          PictureWalk::kCharacters, kept, MarkOf(&locale));
+    const Picture picture(kept, MarkOf(&locale), PictureLetters::kTime, PictureWalk::kCharacters,
+                          [&]() -> const CGNString& { return LocaleAccess::TimeFormat(locale); });
     for (const PictureElement& element : picture)
         if (element.kind == PictureElement::kRun) return element.letter == 't';
     return false;
