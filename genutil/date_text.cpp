@@ -25,7 +25,7 @@ unsigned char Component(CGNString& out, Write write) {
 
 }  // namespace
 
-bool genutil::AppendDate(TextBuilder& out, DateFields date, unsigned char* yearFirst, long style,
+bool genutil::AppendDate(TextBuilder& out, DateFields& date, unsigned char* yearFirst, long style,
                          CLCLocale* locale) {
     constexpr long kStyles = 4;
     if (!locale) return false;
@@ -59,8 +59,8 @@ static DateFields FieldsOf(const CGNDate& date, unsigned char yearFirst) {
 
 unsigned char CGNDate::AddDateString(long style) {
     TextBuilder builder(m_display);
-    return AppendDate(builder, FieldsOf(*this, 0), &m_yearFirst, style,
-                      CLCGlobalLocale::Instance());
+    DateFields fields = FieldsOf(*this, 0);
+    return AppendDate(builder, fields, &m_yearFirst, style, CLCGlobalLocale::Instance());
 }
 
 unsigned char CGNDate::FormatForDisplay(long style) {

@@ -30,8 +30,8 @@ unsigned char Number(CGNString& out, int number, int width) {
 
 unsigned char CGNDateTime::AddDateString(long style) {
     TextBuilder builder(m_display);
-    return AppendDate(builder, FieldsOf(m_year, m_month, m_day, m_weekday), nullptr, style,
-                      CLCGlobalLocale::Instance());
+    DateFields fields = FieldsOf(m_year, m_month, m_day, m_weekday);
+    return AppendDate(builder, fields, nullptr, style, CLCGlobalLocale::Instance());
 }
 
 unsigned char CGNDateTime::AddTimeString() {
@@ -46,7 +46,8 @@ unsigned char CGNDateTime::FormatForDisplay(long style) {
     if (IsEmpty()) return 0;
     TextBuilder builder(m_display);
     CLCLocale* locale = CLCGlobalLocale::Instance();
-    AppendDate(builder, FieldsOf(m_year, m_month, m_day, m_weekday), nullptr, style, locale);
+    DateFields fields = FieldsOf(m_year, m_month, m_day, m_weekday);
+    AppendDate(builder, fields, nullptr, style, locale);
     builder.Append(' ');
     AppendTime(builder, {m_hour, m_minute, m_second}, locale);
     return 1;
