@@ -87,19 +87,11 @@ long CGNDateTime::GetEmperorFromString(const CGNString& text, CGNString& rest) {
 }
 
 unsigned char CGNDateTime::GetTimeFromString(const CGNString& text, CGNString& rest) {
-    const CLCLocale* locale = CLCGlobalLocale::Instance();
-    if (!locale) return 0;
     ClockFields time = {};
     bool midnight = false;
-    const TimeReading reading = ReadLocaleTime(text, *locale, &time, &midnight);
-    if (reading == TimeReading::kOutOfRange) {
-        m_rangeStatus = 3;
-        if (&rest != &text) rest = text;
-    }
-    if (reading != TimeReading::kRead) return 0;
+    if (!ReadLocaleTime(text, rest, &time, &midnight, &m_rangeStatus)) return 0;
     m_hour = time.hour;
     m_minute = time.minute;
     m_second = time.second;
-    rest.Clear();
     return 1;
 }

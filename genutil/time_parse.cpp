@@ -91,6 +91,19 @@ TimeReading CheckTime(ClockFields* time, int marker) {
     return TimeReading::kRead;
 }
 
+bool ReadLocaleTime(const CGNString& text, CGNString& rest, ClockFields* time, bool* midnight,
+                    std::int32_t* rangeStatus) {
+    constexpr std::int32_t kOutOfRange = 3;
+    const CLCLocale* locale = CLCGlobalLocale::Instance();
+    if (!locale) return false;
+    const TimeReading reading = ReadLocaleTime(text, *locale, time, midnight);
+    if (reading == TimeReading::kRead) rest.Clear();
+    if (reading != TimeReading::kOutOfRange) return reading == TimeReading::kRead;
+    *rangeStatus = kOutOfRange;
+    if (&rest != &text) rest = text;
+    return false;
+}
+
 TimeReading ReadLocaleTime(const char* text, const CLCLocale& locale, ClockFields* time,
                            bool* midnight) {
     TimeReader reader(text, locale);
