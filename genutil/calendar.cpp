@@ -1,14 +1,11 @@
-// Dates are computed in years that begin on 1 March, so that the leap day is the last: then the
-// days before a month are a linear function of it, 30.6 days a month, and both ways are
-// multiplications by a fraction with a power of two below.
 #include "genutil/calendar.h"
 
 namespace genutil {
 
 namespace {
 
-// Day numbers of 1 March of year 0.
-constexpr std::uint32_t kJulianEpoch = 1721118, kGregorianEpoch = 1721120;
+// Day number of 1 March of Julian year 0.
+constexpr std::uint32_t kJulianEpoch = 1721118;
 constexpr std::int32_t kFirstGregorianDay = 2299161;
 
 // Years are moved up by this many, so that they are positive; whole cycles of both calendars.
@@ -31,27 +28,6 @@ constexpr std::uint32_t DaysBeforeMonth(std::uint32_t month) {
     return (979 * month - 2919) >> 5;  // 30.6 a month
 }
 static_assert(DaysBeforeMonth(3) == 0 && DaysBeforeMonth(4) == 31 && DaysBeforeMonth(14) == 337);
-
-// From a March year and the day in it, 0 to 365.
-inline CalendarDate FromMarchYear(std::int32_t year, std::uint32_t day) {
-    const std::uint32_t scaled = 2141 * day + 197913;  // 2141 / 65536 is a month in days
-    const std::uint32_t month = scaled >> 16;          // 3 to 14
-    const std::int32_t next = day >= 306;              // January and February
-    return {year + next, static_cast<std::int32_t>(month) - 12 * next,
-            static_cast<std::int32_t>((scaled & 0xFFFF) / 2141) + 1};
-}
-
-// Days since 1 March of Gregorian year 0, up to 2^30.
-inline CalendarDate FromGregorianDays(std::uint32_t days) {
-    const std::uint32_t quarters = 4 * days + 3;
-    const std::uint32_t century = quarters / 146097;
-    const std::uint32_t inCentury = (quarters % 146097) | 3;  // quarters of days again
-    // Division by 1461 through 2^32 / 1461, exact for a century.
-    const std::uint64_t product = std::uint64_t{2939745} * inCentury;
-    const auto yearOfCentury = static_cast<std::uint32_t>(product >> 32);
-    const std::uint32_t dayOfYear = static_cast<std::uint32_t>(product) / 2939745 / 4;
-    return FromMarchYear(static_cast<std::int32_t>(100 * century + yearOfCentury), dayOfYear);
-}
 
 CalendarDate FromJulianDays(std::uint32_t days) {
     const std::uint32_t quarters = 4 * (days + kShiftedJulianDays) + 3;
@@ -87,11 +63,6 @@ CalendarDate DateOf(std::int32_t dayNumber) {
     const auto days = static_cast<std::uint32_t>(dayNumber);
     return dayNumber >= kFirstGregorianDay ? FromGregorianDays(days - kGregorianEpoch)
                                            : FromJulianDays(days - kJulianEpoch);
-}
-
-CalendarDate DateSince1970(std::int32_t days) {
-    constexpr std::uint32_t k1970 = static_cast<std::uint32_t>(kDayOf1970) - kGregorianEpoch;
-    return FromGregorianDays(k1970 + static_cast<std::uint32_t>(days));
 }
 
 int WeekdayOf(std::int32_t dayNumber) {

@@ -27,7 +27,38 @@ CalendarDate DateOf(std::int32_t dayNumber);
 // 1 is Sunday, 7 Saturday.
 int WeekdayOf(std::int32_t dayNumber);
 
+// Dates are computed in years that begin on 1 March, so that the leap day is the last: then the
+// days before a month are a linear function of it, 30.6 days a month, and both ways are
+// multiplications by a fraction with a power of two below.
+
+// Day number of 1 March of Gregorian year 0.
+constexpr std::uint32_t kGregorianEpoch = 1721120;
+
+// From a March year and the day in it, 0 to 365.
+inline CalendarDate FromMarchYear(std::int32_t year, std::uint32_t day) {
+    const std::uint32_t scaled = 2141 * day + 197913;  // 2141 / 65536 is a month in days
+    const std::uint32_t month = scaled >> 16;          // 3 to 14
+    const std::int32_t next = day >= 306;              // January and February
+    return {year + next, static_cast<std::int32_t>(month) - 12 * next,
+            static_cast<std::int32_t>((scaled & 0xFFFF) / 2141) + 1};
+}
+
+// Days since 1 March of Gregorian year 0, up to 2^30.
+inline CalendarDate FromGregorianDays(std::uint32_t days) {
+    const std::uint32_t quarters = 4 * days + 3;
+    const std::uint32_t century = quarters / 146097;
+    const std::uint32_t inCentury = (quarters % 146097) | 3;  // quarters of days again
+    // Division by 1461 through 2^32 / 1461, exact for a century.
+    const std::uint64_t product = std::uint64_t{2939745} * inCentury;
+    const auto yearOfCentury = static_cast<std::uint32_t>(product >> 32);
+    const std::uint32_t dayOfYear = static_cast<std::uint32_t>(product) / 2939745 / 4;
+    return FromMarchYear(static_cast<std::int32_t>(100 * century + yearOfCentury), dayOfYear);
+}
+
 // The date of a day counted from 1 January 1970, for days of the Gregorian calendar.
-CalendarDate DateSince1970(std::int32_t days);
+inline CalendarDate DateSince1970(std::int32_t days) {
+    constexpr std::uint32_t k1970 = static_cast<std::uint32_t>(kDayOf1970) - kGregorianEpoch;
+    return FromGregorianDays(k1970 + static_cast<std::uint32_t>(days));
+}
 
 }  // namespace genutil

@@ -10,11 +10,11 @@ namespace genutil {
 // locale took the system's settings anew; any other style appends nothing. *yearFirst, unless null,
 // becomes whether the format begins with the year, and decides where a B.C. marker stands. False at
 // a malformed format.
-bool AppendDate(CGNString& out, DateFields date, unsigned char* yearFirst, long style,
+bool AppendDate(TextBuilder& out, DateFields& date, unsigned char* yearFirst, long style,
                 CLCLocale* locale);
 
 // The same for a time.
-void AppendTime(CGNString& out, const ClockFields& time, CLCLocale* locale);
+void AppendTime(TextBuilder& out, const ClockFields& time, CLCLocale* locale);
 
 // Seconds from midnight; values that are out of range are taken as they are.
 std::int32_t SecondsOf(int hour, int minute, int second);
@@ -28,9 +28,6 @@ int PresentYear();
 
 // The code set of texts that are to be read.
 int TextCodeSet();
-
-// Puts what is left of a text, which may be part of the string that receives it, into that.
-void Leave(CGNString& rest, const char* left);
 
 // The first word of a text, for callers outside.
 unsigned char ExtractWord(const CGNString& text, CGNString& word, CGNString& rest);

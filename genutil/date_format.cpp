@@ -2,7 +2,6 @@
 
 #include "genutil/bc_marker.h"
 #include "genutil/locale_access.h"
-#include "genutil/picture.h"
 
 namespace genutil {
 
@@ -74,14 +73,15 @@ void WriteTimeRun(TextBuilder& out, char letter, std::uint32_t count, const Cloc
 
 // Calls `writeRun` for each run and copies the rest; quoted text that is not closed is dropped.
 template <class WriteRun>
-bool WritePicture(TextBuilder& out, const CGNString& text, PictureLetters letters,
-                  WriteRun writeRun) {
-    const Picture picture(text, letters, PictureWalk::kCharacters);
+bool WritePicture(TextBuilder& out, const Picture& picture, WriteRun writeRun) {
     for (const PictureElement& element : picture) {
         if (element.kind == PictureElement::kRun) {
             if (!writeRun(element.letter, element.length)) return false;
         } else if (element.kind != PictureElement::kUnclosed) {
-            out.Append(picture.Text(element), element.length);
+            if (element.length == 1)
+                out.Append(*picture.Text(element));
+            else
+                out.Append(picture.Text(element), element.length);
         }
     }
     return true;
@@ -122,16 +122,16 @@ void WriteMarker(TextBuilder& out, const ClockFields& time, const CLCLocale& loc
     out.Append(LocaleAccess::Marker(locale, time.hour >= 12));
 }
 
-bool WriteDate(TextBuilder& out, const CGNString& picture, const DateFields& date,
+bool WriteDate(TextBuilder& out, const Picture& picture, const DateFields& date,
                const CLCLocale& locale) {
-    return WritePicture(out, picture, PictureLetters::kDate, [&](char letter, std::uint32_t count) {
+    return WritePicture(out, picture, [&](char letter, std::uint32_t count) {
         return WriteDateRun(out, letter, count, date, locale);
     });
 }
 
-void WriteTime(TextBuilder& out, const CGNString& picture, const ClockFields& time,
+void WriteTime(TextBuilder& out, const Picture& picture, const ClockFields& time,
                const CLCLocale& locale) {
-    WritePicture(out, picture, PictureLetters::kTime, [&](char letter, std::uint32_t count) {
+    WritePicture(out, picture, [&](char letter, std::uint32_t count) {
         WriteTimeRun(out, letter, count, time, locale);
         return true;
     });

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "genlocale.h"
+#include "genutil/picture.h"
 #include "genutil/text_builder.h"
 
 namespace genutil {
@@ -36,7 +37,7 @@ void WriteDayAbbreviation(TextBuilder& out, const DateFields& date, const CLCLoc
 
 // Writes a date as the picture has it. False at a malformed run, with what stands before it
 // written.
-bool WriteDate(TextBuilder& out, const CGNString& picture, const DateFields& date,
+bool WriteDate(TextBuilder& out, const Picture& picture, const DateFields& date,
                const CLCLocale& locale);
 
 // The hour from 1 to 12.
@@ -46,7 +47,7 @@ constexpr int HourOf12(int hour) {
 void WriteMarker(TextBuilder& out, const ClockFields& time, const CLCLocale& locale);
 
 // Writes a time as the picture has it; every picture is good.
-void WriteTime(TextBuilder& out, const CGNString& picture, const ClockFields& time,
+void WriteTime(TextBuilder& out, const Picture& picture, const ClockFields& time,
                const CLCLocale& locale);
 
 }  // namespace genutil

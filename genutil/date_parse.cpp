@@ -183,9 +183,9 @@ bool DateReader::Date(const CGNString& picture) {
     const DateScratch saved = m_scratch;
     const char* const whole = m_at;
     if (Elements(picture)) return true;
-    const std::int32_t status = m_scratch.status;
-    m_scratch = saved;
-    m_scratch.status = status;
+    m_scratch.year = saved.year;
+    m_scratch.month = saved.month;
+    m_scratch.day = saved.day;
     m_at = whole;
     return false;
 }

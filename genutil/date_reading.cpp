@@ -10,18 +10,13 @@
 
 using namespace genutil;
 
-void genutil::Leave(CGNString& rest, const char* left) {
-    const CGNString copy(left);
-    rest = copy;
-}
-
 int genutil::TextCodeSet() {
     mbIsMultiByte();  // chooses the code set, unless that was done
     return mbGetLocaleCodeSet();
 }
 
 unsigned char genutil::ExtractWord(const CGNString& text, CGNString& word, CGNString& rest) {
-    const CGNString whole(text);
+    const CGNString whole(text);  // which may be one of the others
     TextCursor at(whole, TextCodeSet());
     const char* from = nullptr;
     std::size_t length = 0;
@@ -45,13 +40,12 @@ unsigned char CGNDate::ReadWith(const CGNString& text, CGNString& rest, Read rea
     m_parsedDay = scratch.day;
     m_era = scratch.era;
     m_status = scratch.status;
-    if (done) Leave(rest, reader.At());
+    if (done) rest = reader.At();  // which may be part of rest itself
     return done;
 }
 
 unsigned char CGNDate::GetDateFromString(const CGNString& text, CGNString& rest) {
-    const CGNString whole(text);
-    return GetLongDateFromString(whole, rest) || GetShortDateFromString(whole, rest);
+    return GetLongDateFromString(text, rest) || GetShortDateFromString(text, rest);
 }
 
 unsigned char CGNDate::GetLongDateFromString(const CGNString& text, CGNString& rest) {
@@ -67,9 +61,8 @@ unsigned char CGNDate::GetShortDateFromString(const CGNString& text, CGNString& 
 
 unsigned char CGNDate::GetDateFromStringUsingFormat(const CGNString& text, CGNString& rest,
                                                     const CGNString& format) {
-    const CGNString whole(text);
-    if (ReadWith(whole, rest, [&](DateReader& reader) { return reader.Date(format); })) return 1;
-    rest = whole;
+    if (ReadWith(text, rest, [&](DateReader& reader) { return reader.Date(format); })) return 1;
+    if (&rest != &text) rest = text;
     return 0;
 }
 
@@ -106,9 +99,8 @@ long CGNDate::GetEmperorFromString(const CGNString& text, CGNString& rest) {
     const CLCLocale* locale = CLCGlobalLocale::Instance();
     if (!locale) return 0;
     DateScratch scratch = {};
-    const CGNString whole(text);
-    DateReader reader(whole, *locale, scratch);
-    if (reader.Era()) Leave(rest, reader.At());
+    DateReader reader(text, *locale, scratch);
+    if (reader.Era()) rest = reader.At();
     return scratch.era;
 }
 
@@ -130,7 +122,7 @@ unsigned char CGNDate::ParseWith(const CGNString& text, CGNString& rest, Read re
     m_parsedMonth = found.date.month;
     m_parsedDay = found.date.day;
     m_era = found.date.era;
-    Leave(rest, at.At());
+    rest = at.At();  // which may be part of rest itself
     return 1;
 }
 

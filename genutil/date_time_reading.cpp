@@ -25,15 +25,12 @@ unsigned char CGNDateTime::ReadWith(const CGNString& text, CGNString& rest, Read
     m_month = scratch.month;
     m_day = scratch.day;
     if (scratch.status == kDateInvalid) m_rangeStatus = 2;
-    if (!done) return 0;
-    const CGNString left(reader.At());  // which may be part of rest itself
-    rest = left;
-    return 1;
+    if (done) rest = reader.At();  // which may be part of rest itself
+    return done;
 }
 
 unsigned char CGNDateTime::GetDateFromString(const CGNString& text, CGNString& rest) {
-    const CGNString whole(text);
-    return GetLongDateFromString(whole, rest) || GetShortDateFromString(whole, rest);
+    return GetLongDateFromString(text, rest) || GetShortDateFromString(text, rest);
 }
 
 unsigned char CGNDateTime::GetLongDateFromString(const CGNString& text, CGNString& rest) {
@@ -49,9 +46,8 @@ unsigned char CGNDateTime::GetShortDateFromString(const CGNString& text, CGNStri
 
 unsigned char CGNDateTime::GetDateFromStringUsingFormat(const CGNString& text, CGNString& rest,
                                                         const CGNString& format) {
-    const CGNString whole(text);
-    if (ReadWith(whole, rest, [&](DateReader& reader) { return reader.Date(format); })) return 1;
-    rest = whole;
+    if (ReadWith(text, rest, [&](DateReader& reader) { return reader.Date(format); })) return 1;
+    if (&rest != &text) rest = text;
     return 0;
 }
 
@@ -96,21 +92,12 @@ long CGNDateTime::GetEmperorFromString(const CGNString& text, CGNString& rest) {
 }
 
 unsigned char CGNDateTime::GetTimeFromString(const CGNString& text, CGNString& rest) {
-    const CLCLocale* locale = CLCGlobalLocale::Instance();
-    if (!locale) return 0;
     ClockFields time = {};
     bool midnight = false;
-    const TimeReading reading = ReadLocaleTime(text, *locale, &time, &midnight);
-    if (reading == TimeReading::kOutOfRange) {
-        m_rangeStatus = 3;
-        const CGNString whole(text);
-        rest = whole;
-    }
-    if (reading != TimeReading::kRead) return 0;
+    if (!ReadLocaleTime(text, rest, &time, &midnight, &m_rangeStatus)) return 0;
     m_hour = time.hour;
     m_minute = time.minute;
     m_second = time.second;
-    rest.Clear();
     return 1;
 }
 
@@ -254,7 +241,7 @@ unsigned char CGNDateTime::ParseWith(const CGNString& text, CGNString& rest, Rea
     m_year = found.date.year;
     m_month = found.date.month;
     m_day = found.date.day;
-    Leave(rest, at.At());
+    rest = at.At();
     return 1;
 }
 
@@ -282,7 +269,7 @@ unsigned char CGNDateTime::parseTime(const CGNString& text, CGNString& rest) {
     m_hour = time.hour;
     m_minute = time.minute;
     m_second = time.second;
-    Leave(rest, static_cast<const char*>(text) + length);
+    rest = static_cast<const char*>(text) + length;
     return 1;
 }
 

@@ -28,11 +28,25 @@ unsigned char Number(CGNString& out, int number, int width) {
 }  // namespace
 
 unsigned char CGNDateTime::AddDateIn(CLCLocale* locale, long style) {
-    return AppendDate(m_display, FieldsOf(locale, m_year, m_month, m_day, m_weekday), nullptr,
-                      style, locale);
+    TextBuilder builder(m_display);
+    DateFields fields = FieldsOf(locale, m_year, m_month, m_day, m_weekday);
+    return AppendDate(builder, fields, nullptr, style, locale);
 }
 unsigned char CGNDateTime::AddTimeIn(CLCLocale* locale) {
-    AppendTime(m_display, {m_hour, m_minute, m_second}, locale);
+    TextBuilder builder(m_display);
+    AppendTime(builder, {m_hour, m_minute, m_second}, locale);
+    return 1;
+}
+
+// The blank stands even where the date is missing, and the time always succeeds.
+unsigned char CGNDateTime::FormatIn(CLCLocale* locale, long style) {
+    m_display.Clear();
+    if (IsEmpty()) return 0;
+    TextBuilder builder(m_display);
+    DateFields fields = FieldsOf(locale, m_year, m_month, m_day, m_weekday);
+    AppendDate(builder, fields, nullptr, style, locale);
+    builder.Append(' ');
+    AppendTime(builder, {m_hour, m_minute, m_second}, locale);
     return 1;
 }
 
@@ -42,14 +56,8 @@ unsigned char CGNDateTime::AddDateString(long style) {
 unsigned char CGNDateTime::AddTimeString() {
     return AddTimeIn(CLCGlobalLocale::Instance());
 }
-
-// The blank stands even where the date is missing, and the time always succeeds.
 unsigned char CGNDateTime::FormatForDisplay(long style) {
-    m_display.Clear();
-    if (IsEmpty()) return 0;
-    AddDateString(style);
-    m_display += ' ';
-    return AddTimeString();
+    return FormatIn(CLCGlobalLocale::Instance(), style);
 }
 
 // Unlike the others it leaves the last text of an empty value.

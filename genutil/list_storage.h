@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <utility>
 
 #include "genlist.h"
 #include "genutil/allocate.h"
@@ -37,6 +38,12 @@ struct ListStorage {
         return true;
     }
     static void Copy(CGNList& to, const CGNList& from);
+    // The increments stay where they are.
+    static void SwapItems(CGNList& a, CGNList& b) {
+        std::swap(a.m_items, b.m_items);
+        std::swap(a.m_count, b.m_count);
+        std::swap(a.m_capacity, b.m_capacity);
+    }
     static void RemoveItems(CGNList& list) { list.m_count = 0; }
 
   private:

@@ -65,6 +65,7 @@ unsigned char CLCLocale::DateFormatString(long which, CGNString& format) const {
 }
 void CLCLocale::SetDateFormatString(long which, CGNString format) {
     (which == kLong ? m_longDateFormat : m_shortDateFormat) = format;
+    Touch();
 }
 
 long CLCLocale::LongOrShort() const {
@@ -72,6 +73,7 @@ long CLCLocale::LongOrShort() const {
 }
 void CLCLocale::SetLongOrShort(long which) {
     m_longOrShort = static_cast<std::int32_t>(which);
+    Touch();
 }
 
 unsigned char CLCLocale::DateSep(CGNString& separator) const {
@@ -79,12 +81,14 @@ unsigned char CLCLocale::DateSep(CGNString& separator) const {
 }
 void CLCLocale::SetDateSep(CGNString separator) {
     m_dateSeparator = separator;
+    Touch();
 }
 unsigned char CLCLocale::TimeSep(CGNString& separator) const {
     return Give(separator, m_timeSeparator);
 }
 void CLCLocale::SetTimeSep(CGNString separator) {
     m_timeSeparator = separator;
+    Touch();
 }
 
 unsigned char CLCLocale::MonthName(long i, CGNString& name) const {
@@ -105,6 +109,7 @@ unsigned char CLCLocale::AMPMMarker(long pm, CGNString& marker) const {
 }
 void CLCLocale::SetAMPMMarker(long pm, CGNString marker) {
     (pm ? m_pm : m_am) = marker;
+    Touch();
 }
 CGNString CLCLocale::GetAMString() const {
     return m_am;
@@ -138,6 +143,7 @@ long CLCLocale::GetCalendarType() const {
 }
 void CLCLocale::SetCalendarType(long type) {
     m_calendarType = static_cast<std::int32_t>(type);
+    Touch();
 }
 
 /* -- Numbers ----------------------------------------------------------------------------------- */
@@ -208,6 +214,7 @@ unsigned char CLCLocale::Customized() const {
 }
 void CLCLocale::SetCustomized(unsigned char customized) {
     m_customized = customized;
+    Touch();
 }
 
 void CLCLocale::GetFileSuffix(char* out) const {

@@ -15,12 +15,7 @@ CLCLocale* CLCDateTime::Locale() const {
 }
 
 unsigned char CLCDateTime::FormatForDisplay(long style) {
-    m_moment.m_display.Clear();
-    if (m_moment.IsEmpty()) return 0;
-    m_moment.AddDateIn(Locale(), style);
-    m_moment.m_display += ' ';
-    m_moment.AddTimeIn(Locale());
-    return 1;
+    return m_moment.FormatIn(Locale(), style);
 }
 
 unsigned char CLCDateTime::FormatDateForDisplay(long style) {

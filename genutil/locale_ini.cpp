@@ -207,4 +207,5 @@ void CLCLocale::LoadIniDateTimeSettings(char* iniFile, CGNString& section) {
         m_timeFormat = JoinTimePicture(parts);
     }
     ReadEras(ini, m_eras, kEras);
+    Touch();
 }

@@ -6,6 +6,7 @@
 #include "genlocale.h"
 #include "genutil/era.h"
 #include "genutil/locale_code_set.h"
+#include "genutil/locale_edits.h"
 #include "genutil/locale_facts.h"
 #include "genutil/locale_picture.h"
 #include "genutil/mbutil/code_set.h"
@@ -68,7 +69,9 @@ void CLCLocale::SetLocale(CGNString name) {
 }
 
 void CLCLocale::Init() {
-    const LocaleFacts* facts = FactsOf(m_localeName, m_localeId, false);
+    // The user's own may have been changed since they were read.
+    const LocaleFacts* facts =
+        FactsOf(m_localeName, m_localeId, /* refresh = */ m_localeId == kUserLocaleId);
     // What the system does not tell of a locale must not stay from the one before.
     if (!facts || !IsComplete(*facts)) TakeFacts(EnglishFacts());
     if (facts) TakeFacts(*facts);
@@ -84,17 +87,26 @@ void CLCLocale::InitDefault() {
     m_customized = customized;
 }
 
+// Every formatting asks for this, so it does nothing when neither the system's settings nor any
+// locale object changed since the last time.
 void CLCLocale::InitControlPanelDateSettings() {
-    if (m_customized) return;
+    static Freshness fresh;
+    const std::uint64_t mark = MarkOf(this);
+    if (m_customized || fresh.Is(mark)) return;
     if (const LocaleFacts* facts = FactsOf(m_localeName, m_localeId, true)) TakeDateFacts(*facts);
+    fresh.Note(mark);
 }
 
 void CLCLocale::InitControlPanelTimeSettings() {
-    if (m_customized) return;
+    static Freshness fresh;
+    const std::uint64_t mark = MarkOf(this);
+    if (m_customized || fresh.Is(mark)) return;
     if (const LocaleFacts* facts = FactsOf(m_localeName, m_localeId, true)) TakeTimeFacts(*facts);
+    fresh.Note(mark);
 }
 
 void CLCLocale::TakeFacts(const LocaleFacts& facts) {
+    Touch();
     const CodeSetInfo* codeSet = FindCodeSet(facts.codeSet);
     m_multiByte = codeSet && codeSet->multiByte;
     m_unicode = facts.codeSet == mbUtf8 || facts.codeSet == mbUtf16;
@@ -187,4 +199,5 @@ void CLCLocale::Customize(const CGNString& timeFormat, const CGNString& shortDat
     Replace(m_negativeSign, negativeSign);
     Replace(m_groupSeparator, digitGroupSeparator);
     m_customized = 1;
+    Touch();
 }

@@ -77,10 +77,17 @@ std::uint32_t Split(const char* text, std::uint32_t length, PictureLetters lette
 }
 
 std::uint32_t Hash(const char* text, std::uint32_t length, std::uint32_t seed) {
-    std::uint32_t hash = seed;
-    for (std::uint32_t i = 0; i < length; ++i)
-        hash = (hash ^ static_cast<unsigned char>(text[i])) * 16777619u;
-    return hash;
+    std::uint64_t hash = seed;
+    for (; length != 0;) {
+        const std::uint32_t n = length < 8 ? length : 8;
+        std::uint64_t word = n;
+        std::memcpy(&word, text, n);
+        hash = (hash ^ word) * 0x9E3779B97F4A7C15u;
+        hash ^= hash >> 29;
+        text += n;
+        length -= n;
+    }
+    return static_cast<std::uint32_t>(hash);
 }
 
 // Pictures in use, in an open hash table that is only added to. A process has a few; what does not
@@ -106,6 +113,23 @@ Picture::Elements* Picture::TakeApart(const CGNString& text, PictureLetters lett
 
 Picture::Picture(const CGNString& text, PictureLetters letters, PictureWalk walk)
     : m_elements(nullptr), m_owned(false) {
+    Find(text, letters, walk);
+    Take(m_elements);
+}
+
+bool Picture::IsOfCodeSet() const {
+    return m_elements->codeSet == mbGetLocaleCodeSet();
+}
+
+void Picture::Take(const Elements* elements) {
+    if (!elements) return;
+    m_begin = elements->List();
+    m_end = m_begin + elements->count;
+    m_text = elements->Text();
+}
+
+void Picture::Find(const CGNString& text, PictureLetters letters, PictureWalk walk) {
+    m_elements = nullptr;
     static std::atomic<Elements*> kept[kSlots];
     const std::uint32_t length = text.GetLength();
     const int codeSet = mbGetLocaleCodeSet();
@@ -137,16 +161,6 @@ Picture::Picture(const CGNString& text, PictureLetters letters, PictureWalk walk
 
 Picture::~Picture() {
     if (m_owned) Release(const_cast<Elements*>(m_elements));
-}
-
-const PictureElement* Picture::begin() const {
-    return m_elements ? m_elements->List() : nullptr;
-}
-const PictureElement* Picture::end() const {
-    return m_elements ? m_elements->List() + m_elements->count : nullptr;
-}
-const char* Picture::Text(const PictureElement& element) const {
-    return m_elements->Text() + element.at;
 }
 
 }  // namespace genutil

@@ -12,6 +12,7 @@
 #include <cstdint>
 
 #include "genstr.h"
+#include "genutil/locale_edits.h"
 
 namespace genutil {
 
@@ -34,19 +35,39 @@ enum class PictureWalk : std::uint8_t { kCharacters, kBytes };
 class Picture {
   public:
     Picture(const CGNString& text, PictureLetters letters, PictureWalk walk);
+
+    // The picture that one place in the program last walked, if `mark` says that nothing changed on
+    // which it depends; else `read` is called for it. So it is found again without a look at it.
+    struct Elements;
+    template <class Read>
+    Picture(Kept<const Elements>& where, std::uint64_t mark, PictureLetters letters,
+            PictureWalk walk, Read read)
+        : m_elements(where.For(mark)), m_owned(false) {
+        if (!m_elements || !IsOfCodeSet()) {
+            Find(read(), letters, walk);
+            if (!m_owned) where.Keep(mark, m_elements);
+        }
+        Take(m_elements);
+    }
     ~Picture();
     Picture(const Picture&) = delete;
     Picture& operator=(const Picture&) = delete;
 
-    const PictureElement* begin() const;
-    const PictureElement* end() const;
-    const char* Text(const PictureElement& element) const;
+    const PictureElement* begin() const { return m_begin; }
+    const PictureElement* end() const { return m_end; }
+    const char* Text(const PictureElement& element) const { return m_text + element.at; }
 
   private:
-    struct Elements;
+    void Find(const CGNString& text, PictureLetters letters, PictureWalk walk);
     static Elements* TakeApart(const CGNString& text, PictureLetters letters, PictureWalk walk);
 
+    void Take(const Elements* elements);
+    bool IsOfCodeSet() const;
+
     const Elements* m_elements;
+    const PictureElement* m_begin = nullptr;
+    const PictureElement* m_end = nullptr;
+    const char* m_text = nullptr;
     bool m_owned;
 };
 

@@ -85,9 +85,27 @@ void StringStorage::Take(CGNString& s, const char* text, std::uint64_t n, std::u
     if (!taken) return;
     CopyUnits(taken, text, n);
     std::memset(taken + n, 0, static_cast<std::size_t>(length - n) + 1);
+    Adopt(s, taken, length, length);
+}
+
+void StringStorage::Adopt(CGNString& s, char* text, std::uint64_t length, std::uint64_t capacity) {
     s.FreeBuffers();
-    s.m_data = taken;
-    s.m_length = s.m_capacity = static_cast<std::uint32_t>(length);
+    s.m_data = text;
+    s.m_length = static_cast<std::uint32_t>(length);
+    s.m_capacity = static_cast<std::uint32_t>(capacity);
+}
+
+void StringStorage::Splice(CGNString& s, const char* begin, const char* end,
+                           std::string_view other) {
+    const std::size_t head = static_cast<std::size_t>(begin - s.m_data), tail = std::strlen(end);
+    const std::uint64_t length = std::uint64_t{head} + other.size() + tail;
+    char* text = NewText<char>(length);
+    if (!text) return;
+    CopyUnits(text, static_cast<const char*>(s.m_data), head);
+    CopyUnits(text + head, other.data(), other.size());
+    CopyUnits(text + head + other.size(), end, tail);
+    text[length] = 0;
+    Adopt(s, text, length, length);
 }
 
 }  // namespace genutil

@@ -5,6 +5,7 @@
 #include "genstr.h"
 #include "genutil/mbutil/wide.h"
 #include "genutil/string_storage.h"
+#include "genutil/wide_text.h"
 
 using genutil::CopyUnits;
 using genutil::NewText;
@@ -20,57 +21,6 @@ std::uint64_t Length(const Wide* w) {
     while (*end) ++end;
     return static_cast<std::uint64_t>(end - w);
 }
-
-// The characters of a text, or its bytes one by one where it is invalid in the code set.
-Wide* NewWideText(const char* text, std::uint32_t bytes, std::uint32_t* length) {
-    const long characters = genutil::WideLength(text, bytes);
-    *length = characters < 0 ? bytes : static_cast<std::uint32_t>(characters);
-    Wide* wide = NewText<Wide>(*length);
-    if (!wide) return nullptr;
-    if (characters < 0)
-        genutil::ToWideBytewise(wide, text, bytes);
-    else
-        genutil::ToWide(wide, *length, text, bytes);
-    wide[*length] = 0;
-    return wide;
-}
-
-// The bytes of 16-bit text and their number. What does not convert becomes '?', and the whole is
-// then cut behind the last character that fits in `lossyLimit` bytes. Null without memory.
-char* NewNarrowText(const Wide* wide, std::uint64_t lossyLimit, std::uint32_t* length) {
-    long bytes = genutil::NarrowLength(wide);
-    Owned<char> scratch;
-    if (bytes < 0) {
-        scratch.Reset(NewText<char>(lossyLimit));
-        if (!scratch.Get()) return nullptr;
-        const auto limit = static_cast<std::size_t>(lossyLimit);
-        bytes = genutil::ToNarrowLossy(scratch.Get(), limit, wide);
-    }
-    const auto size = static_cast<std::size_t>(bytes);
-    char* text = NewText<char>(size);
-    if (!text) return nullptr;
-    if (scratch.Get())
-        CopyUnits(text, static_cast<const char*>(scratch.Get()), size);
-    else
-        genutil::ToNarrow(text, size, wide);
-    text[size] = 0;
-    *length = static_cast<std::uint32_t>(size);
-    return text;
-}
-
-// Another string's characters, from its 16-bit copy if it has one. The other string is not changed:
-// it may be in use elsewhere.
-struct WideView {
-    WideView(const Wide* built, std::uint32_t builtLength, const char* text, std::uint32_t bytes)
-        : characters(built), length(builtLength), made(nullptr) {
-        if (characters) return;
-        made.Reset(NewWideText(text, bytes, &length));
-        characters = made.Get();
-    }
-    const Wide* characters;
-    std::uint32_t length;
-    Owned<Wide> made;
-};
 
 }  // namespace
 
@@ -99,7 +49,7 @@ bool StringStorage::RebuildData(const CGNString& s, unsigned bytesPerCharacter) 
     if (!s.m_wide) return false;
     std::uint32_t length;
     const std::uint64_t lossyLimit = std::uint64_t{s.m_wideLength} * bytesPerCharacter;
-    char* text = NewNarrowText(s.m_wide, lossyLimit, &length);
+    char* text = NewNarrowText(s.m_wide, s.m_wideLength, lossyLimit, &length);
     if (!text) {
         DropWide(s);
         return false;
@@ -108,6 +58,12 @@ bool StringStorage::RebuildData(const CGNString& s, unsigned bytesPerCharacter) 
     s.m_data = text;
     s.m_length = s.m_capacity = length;
     return true;
+}
+
+void StringStorage::StoreWide(CGNString& s, const unsigned short* wide, std::uint64_t count) {
+    std::uint32_t length;
+    char* text = NewNarrowText(wide, count, count * 2, &length);
+    if (text) Adopt(s, text, length, length);
 }
 
 }  // namespace genutil
@@ -134,7 +90,7 @@ void CGNString::ExpandBufferToWzBuffer(unsigned short* w) {
 void CGNString::DuplicateWzBufferFromData() const {
     Storage::DropWide(*this);
     std::uint32_t length;
-    m_wide = NewWideText(m_data, m_length, &length);
+    m_wide = genutil::NewWideText(m_data, m_length, &length);
     if (m_wide) m_wideLength = m_wideCapacity = length;
 }
 
@@ -241,19 +197,20 @@ unsigned char CGNString::SetAt(unsigned int index, char c) {
 unsigned char CGNString::IsEqualNoCase(const CGNString& other) const {
     const unsigned int count = GetNumChars();
     if (count != other.GetNumChars()) return 0;
-    const WideView theirs(other.m_wide, other.m_wideLength, other.m_data, other.m_length);
-    if (!Storage::EnsureWide(*this) || !theirs.characters) return *this == other;
+    const genutil::WideView theirs(other.m_wide, other.m_wideLength, other.m_data, other.m_length);
+    if (!Storage::EnsureWide(*this) || !theirs.Characters()) return *this == other;
     // Characters that became '?' may be more of them in 16 bits than in bytes.
-    const unsigned int n = std::min({count, m_wideLength, theirs.length});
+    const unsigned int n = std::min({count, m_wideLength, theirs.Length()});
     for (unsigned int i = 0; i < n; ++i) {
-        const Wide a = m_wide[i], b = theirs.characters[i];
+        const Wide a = m_wide[i], b = theirs.Characters()[i];
         if (a != b && genutil::ToUpperWide(a) != genutil::ToUpperWide(b)) return 0;
     }
     return 1;
 }
 
 int CGNString::Collate(const CGNString& other) const {
-    const WideView theirs(other.m_wide, other.m_wideLength, other.m_data, other.m_length);
-    if (!Storage::EnsureWide(*this) || !theirs.characters) return std::strcmp(m_data, other.m_data);
-    return genutil::CollateWide(m_wide, theirs.characters);
+    const genutil::WideView theirs(other.m_wide, other.m_wideLength, other.m_data, other.m_length);
+    if (!Storage::EnsureWide(*this) || !theirs.Characters())
+        return std::strcmp(m_data, other.m_data);
+    return genutil::CollateWide(m_wide, theirs.Characters());
 }

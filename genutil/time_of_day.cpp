@@ -78,11 +78,15 @@ unsigned char CGNTime::VerifyTime(int hour, int minute, int second) {
 
 // -- Text ----------------------------------------------------------------------------------------
 
-void genutil::AppendTime(CGNString& out, const ClockFields& time, CLCLocale* locale) {
+void genutil::AppendTime(TextBuilder& out, const ClockFields& time, CLCLocale* locale) {
     if (!locale) return;
-    locale->InitControlPanelTimeSettings();
-    TextBuilder builder(out);
-    WriteTime(builder, LocaleAccess::TimeFormat(*locale), time, *locale);
+    static Kept<const Picture::Elements> kept;
+    const Picture picture(kept, MarkOf(locale), PictureLetters::kTime, PictureWalk::kCharacters,
+                          [&]() -> const CGNString& {
+                              locale->InitControlPanelTimeSettings();
+                              return LocaleAccess::TimeFormat(*locale);
+                          });
+    WriteTime(out, picture, time, *locale);
 }
 
 unsigned char CGNTime::FormatForDisplay() {
@@ -91,7 +95,8 @@ unsigned char CGNTime::FormatForDisplay() {
 }
 
 unsigned char CGNTime::AddTimeString() {
-    AppendTime(m_display, {m_hour, m_minute, m_second}, CLCGlobalLocale::Instance());
+    TextBuilder builder(m_display);
+    AppendTime(builder, {m_hour, m_minute, m_second}, CLCGlobalLocale::Instance());
     return 1;
 }
 

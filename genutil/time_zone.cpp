@@ -53,9 +53,10 @@ CGNString OSTimeZone::GetSystemTZ() const {
 void OSTimeZone::SetTZ(const char* zone) {
     if (!OSIsThreaded()) return;
     if (!zone) zone = "";
+    if (platform::ZoneVariableIs(zone)) return;
     char current[kVariableSize];
     platform::GetZoneVariable(current, sizeof current);
-    if (std::strcmp(current, zone) == 0) return;
+    if (!*zone && !*current) return;
     if (std::strlen(zone) + sizeof "TZ=" > sizeof m_environment) return;
     std::snprintf(m_environment, sizeof m_environment, "TZ=%s", zone);
     // Runtimes are known that do not take the first zone they are given.

@@ -131,6 +131,14 @@ Zone* Zone::Load(const char* variable) {
 }
 
 const Zone& Zone::Find(const char* variable) {
+    static thread_local const Zone* last = nullptr;
+    if (last && std::strcmp(last->m_variable, variable) == 0) return *last;
+    const Zone& zone = FindOrLoad(variable);
+    if (zone.m_variable) last = &zone;
+    return zone;
+}
+
+const Zone& Zone::FindOrLoad(const char* variable) {
     for (const Zone* zone = g_zones.load(std::memory_order_acquire); zone; zone = zone->m_next)
         if (std::strcmp(zone->m_variable, variable) == 0) return *zone;
     static constexpr Period kAlways = {0, 0, false};

@@ -46,6 +46,7 @@ class Zone {
     static constexpr int kBucketBits = 22;  // 48 days
     static constexpr std::size_t kBuckets = (std::size_t{1} << (31 - kBucketBits)) + 1;
 
+    static const Zone& FindOrLoad(const char* variable);
     static Zone* Load(const char* variable);
     static Zone* Make(const ZonePeriods& periods, const ZoneRule& rule, const char* variable);
     std::size_t IndexAt(std::int32_t seconds) const;

@@ -30,9 +30,13 @@ class Lock {
 // The zone to convert in, made that of the process first as programs expect. A thread with a zone
 // of its own converts in it even when another class sets the variable at the same moment.
 const Zone& ZoneInForce() {
-    if (OSTimeZone* zone = OSTimeZone::GetInstance()) zone->SetThreadTZ();
+    OSTimeZone* zone = OSTimeZone::GetInstance();
     const char* own = OSIsThreaded() ? ThreadZone() : nullptr;
-    if (own) return Zone::Find(own);
+    if (own) {
+        if (zone) zone->SetTZ(own);
+        return Zone::Find(own);
+    }
+    if (zone) zone->SetThreadTZ();
     char variable[256];
     return Zone::Find(platform::GetZoneVariable(variable, sizeof variable) ? variable
                                                                            : kMachineZone);

@@ -15,6 +15,14 @@
 #define GENUTIL_API __attribute__((visibility("default")))
 #endif
 
+/* A function whose argument `text` (from 1) is a format of printf, for arguments from `first` on.
+ */
+#if defined(__GNUC__)
+#define GENUTIL_PRINTF(text, first) __attribute__((format(printf, text, first)))
+#else
+#define GENUTIL_PRINTF(text, first)
+#endif
+
 #if defined(__cplusplus)
 #define GENUTIL_C extern "C"
 #else

@@ -35,7 +35,21 @@
 namespace genutil {
 struct LocaleFacts;
 struct LocaleAccess;
-}
+
+/** Counts the changes of all locale objects, so that what was derived from their settings is known
+    to be right as long as there were none. Takes no room in them. */
+struct GENUTIL_API LocaleEdits {
+    LocaleEdits() { Touch(); }
+    LocaleEdits(const LocaleEdits&) { Touch(); }
+    LocaleEdits& operator=(const LocaleEdits&) {
+        Touch();
+        return *this;
+    }
+    ~LocaleEdits() { Touch(); }
+    /** Notes a change. Any thread. */
+    static void Touch();
+};
+}  // namespace genutil
 
 /** A Japanese era: its name, the Gregorian year in which it begins and how long it lasted. */
 class GENUTIL_API CEmperor {
@@ -150,7 +164,7 @@ enum CLCLanguage : std::int32_t {
 };
 
 /** The settings of one locale. Text accessors assign to their CGNString argument and return 1. */
-class GENUTIL_API CLCLocale {
+class GENUTIL_API CLCLocale : private genutil::LocaleEdits {
   public:
     /* -- Construction ---------------------------------------------------------------------- */
 
@@ -169,8 +183,9 @@ class GENUTIL_API CLCLocale {
     void SetLocale(CGNString name);
 
     /** Fills all settings from the system's for the locale identifier; settings that the user
-        changed in the control panel count. A locale that the system does not know gets plain
-        English. In a customised locale, date and time settings and those of numbers stay. */
+        changed in the control panel count, and are read anew for the user's locale. A locale that
+       the system does not know gets plain English. In a customised locale, date and time settings
+       and those of numbers stay. */
     void Init();
 
     /** Fills all settings in plain English, "M/d/yyyy" and "h:mm:ss tt"; the name and the

@@ -197,6 +197,7 @@ class GENUTIL_API CGNDateTime {
     unsigned char ReadIn(const CLCLocale* locale, const CGNString& date, const CGNString& time);
     unsigned char AddDateIn(CLCLocale* locale, long style);
     unsigned char AddTimeIn(CLCLocale* locale);
+    unsigned char FormatIn(CLCLocale* locale, long style);
     friend class CLCDateTime;
 
     std::int32_t m_hour;

@@ -25,12 +25,6 @@
 
 struct _osmutex;
 
-#if defined(__GNUC__)
-#define GENUTIL_PRINTF(text, first) __attribute__((format(printf, text, first)))
-#else
-#define GENUTIL_PRINTF(text, first)
-#endif
-
 /** The text "Line %5d in %s" of a source position. */
 class GENUTIL_API CGNTraceFileLine : public CGNString {
   public:

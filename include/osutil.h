@@ -2,6 +2,7 @@
 #ifndef GENUTIL_OSUTIL_H
 #define GENUTIL_OSUTIL_H
 
+#include "ostext.h"
 #include "osthread.h"
 
 #endif

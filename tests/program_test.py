@@ -229,6 +229,19 @@ class Program(unittest.TestCase):
             self.expect(run('read'), 2, 'give a date')
             self.expect(run('read', '--locale', 'xx', 'x'), 2, "'xx'")
 
+    def test_locale(self):
+        out = self.expect(run('locale', 'fr', 'JA_jp.eucJP'), 0).decode().splitlines()
+        for line in ('name                   fr_FR', 'identifier             0x040c',
+                     'short date             "dd/MM/yyyy"', 'digits in group        "3;0"',
+                     'months                 janvier, février, mars, avril, mai, juin, juillet, août, '
+                     'septembre, octobre, novembre, décembre', '', 'name                   ja_JP',
+                     'encoding               shift_jis', 'after noon             "午後"',
+                     'era                    平成'):
+            self.assertIn(line, out)
+        self.assertEqual(len(out), 2 * 27 + 1)
+        self.expect(run('locale', 'xx', 'en_US'), 2, "locale 'xx' is not known")
+        self.expect(run('locale'), 2, 'name a locale')
+
 
 if __name__ == '__main__':
     unittest.main(argv=sys.argv[:1])

@@ -51,6 +51,14 @@ struct CodePage {
     std::uint16_t backRow[0x10000 / 64] = {};
     std::unique_ptr<std::uint16_t[]> back;
 
+    // Whether all one-byte and two-byte codes that begin with a byte are the codes of their
+    // characters on the way back; a code set has several for some.
+    bool returns[256] = {};
+    // The bytes for which it is not so, as many as there is room for; their number may be more.
+    static constexpr unsigned kMostAmbiguous = 8;
+    std::uint8_t ambiguous[kMostAmbiguous] = {};
+    unsigned ambiguousCount = 0;
+
     // The tables that a code set with escape sequences takes its characters from.
     const CodePage* base = nullptr;
     const CodePage* secondBase = nullptr;

@@ -65,9 +65,17 @@ class BackTable {
     CodePage& m_page;
 };
 
-}  // namespace
+bool ReturnsWithin(const CodePage& page, unsigned lead) {
+    if (page.prefixed && lead == page.prefix[0]) return false;  // not looked into
+    if (page.bytes[lead] != kNoCharacter) return page.Back(page.bytes[lead]) == lead;
+    for (unsigned trail = 0; page.pairs && lead >= 0x80 && trail < 256; ++trail) {
+        const unsigned character = page.pairs[CodePage::PairIndex(lead, trail)];
+        if (character != kNoCharacter && page.Back(character) != (lead << 8 | trail)) return false;
+    }
+    return true;
+}
 
-bool FillBack(CodePage& page, int codeSet) {
+bool FillTables(CodePage& page, int codeSet) {
     const bool japanese = codeSet == mbShiftJis || codeSet == mbEucJp;
     BackTable back(page);
     if (!back.Lay(japanese)) return false;
@@ -84,6 +92,18 @@ bool FillBack(CodePage& page, int codeSet) {
     if (japanese)
         for (const Variant& variant : kJisVariants)
             back.Offer(variant.other, back.Cell(variant.ours));
+    return true;
+}
+
+}  // namespace
+
+bool FillBack(CodePage& page, int codeSet) {
+    if (!FillTables(page, codeSet)) return false;
+    for (unsigned lead = 0; lead < 256; ++lead) {
+        page.returns[lead] = ReturnsWithin(page, lead);
+        if (!page.returns[lead] && page.ambiguousCount++ < CodePage::kMostAmbiguous)
+            page.ambiguous[page.ambiguousCount - 1] = static_cast<std::uint8_t>(lead);
+    }
     return true;
 }
 

@@ -29,7 +29,8 @@ const LocaleRow* FindLocaleByName(const char* name) {
     const std::size_t length = std::strcspn(name, ".@");
     const LocaleRow* reserved = nullptr;
     for (const LocaleRow* row = kLocaleTable; row->language; ++row) {
-        if (std::strlen(row->name) != length || std::memcmp(row->name, name, length)) continue;
+        if (row->name[0] != name[0] || row->name[1] != name[1]) continue;  // most, at once
+        if (std::strncmp(row->name, name, length) || row->name[length]) continue;
         // 0x0400 and 0x0800 are no locale's own identifier: "en_US" means the row of 0x0409.
         if (row->language & 0x3FF) return row;
         if (!reserved) reserved = row;

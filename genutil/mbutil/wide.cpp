@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "genutil/mbutil/ascii_units.h"
+#include "genutil/mbutil/character_table.h"
 #include "genutil/mbutil/code_read.h"
 #include "genutil/mbutil/code_set.h"
 #include "genutil/mbutil/pivot.h"
@@ -13,13 +14,6 @@ namespace genutil {
 namespace {
 
 static_assert(sizeof(unsigned short) == 2);
-
-// A NUL-terminated text holds no UTF-16, so there that code set counts as one that is not listed.
-const CodePage* CurrentPage() {
-    EnsureInitialised();
-    const int codeSet = g_codeSetState.codeSet;
-    return FindCodePage(codeSet == mbUtf16 ? mbWestern : codeSet);
-}
 
 Source SourceOf(const char* text, std::size_t bytes) {
     const auto start = reinterpret_cast<const unsigned char*>(text);
@@ -34,9 +28,10 @@ unsigned char* Bytes(unsigned short* units) {
     return reinterpret_cast<unsigned char*>(units);
 }
 
-const unsigned char* EndOf(const unsigned short* text) {
-    while (*text) ++text;
-    return Bytes(text);
+std::size_t CharactersIn(const unsigned short* text) {
+    const unsigned short* end = text;
+    while (*end) ++end;
+    return static_cast<std::size_t>(end - text);
 }
 
 // Bytes of text that the code set does not know travel as units that no character has.
@@ -70,13 +65,14 @@ Stop EncodeText(const CodePage& page, const unsigned char*& units, const unsigne
     }
 }
 
-long Narrow(char* out, std::size_t limit, const unsigned short* text, Unknown unknown) {
-    const CodePage* page = CurrentPage();
+long Narrow(char* out, std::size_t limit, const unsigned short* text, const unsigned char* end,
+            Unknown unknown) {
+    const CodePage* page = CurrentCodePage();
     if (!page) return -1;
     const auto start = reinterpret_cast<unsigned char*>(out);
     Sink dst{start, start + limit};
     const unsigned char* units = Bytes(text);
-    if (EncodeText(*page, units, EndOf(text), dst, unknown) == Stop::kBad) return -1;
+    if (EncodeText(*page, units, end, dst, unknown) == Stop::kBad) return -1;
     CloseText(*page, dst);
     if (dst.at < dst.end) *dst.at = 0;
     return static_cast<long>(dst.at - start);
@@ -84,8 +80,15 @@ long Narrow(char* out, std::size_t limit, const unsigned short* text, Unknown un
 
 }  // namespace
 
+// A NUL-terminated text holds no UTF-16, so there that code set counts as one that is not listed.
+const CodePage* CurrentCodePage() {
+    EnsureInitialised();
+    const int codeSet = g_codeSetState.codeSet;
+    return FindCodePage(codeSet == mbUtf16 ? mbWestern : codeSet);
+}
+
 long WideLength(const char* text, std::size_t bytes) {
-    const CodePage* page = CurrentPage();
+    const CodePage* page = CurrentCodePage();
     if (!page) return -1;
     Source src = SourceOf(text, bytes);
     unsigned char chunk[1024];
@@ -99,7 +102,7 @@ long WideLength(const char* text, std::size_t bytes) {
 }
 
 long ToWide(unsigned short* out, std::size_t limit, const char* text, std::size_t bytes) {
-    const CodePage* page = CurrentPage();
+    const CodePage* page = CurrentCodePage();
     if (!page) return -1;
     Source src = SourceOf(text, bytes);
     unsigned char* end = Bytes(out);
@@ -110,7 +113,7 @@ long ToWide(unsigned short* out, std::size_t limit, const char* text, std::size_
 }
 
 void ToWideBytewise(unsigned short* out, const char* text, std::size_t bytes) {
-    const CodePage* page = CurrentPage();
+    const CodePage* page = CurrentCodePage();
     const auto p = reinterpret_cast<const unsigned char*>(text);
     for (std::size_t i = 0; i < bytes; ++i) {
         const bool tables =
@@ -121,11 +124,11 @@ void ToWideBytewise(unsigned short* out, const char* text, std::size_t bytes) {
     }
 }
 
-long NarrowLength(const unsigned short* text) {
-    const CodePage* page = CurrentPage();
+long NarrowLength(const unsigned short* text, std::size_t count) {
+    const CodePage* page = CurrentCodePage();
     if (!page) return -1;
     const unsigned char* units = Bytes(text);
-    const unsigned char* const end = EndOf(text);
+    const unsigned char* const end = Bytes(text + count);
     unsigned char chunk[512];
     Sink dst{chunk, chunk + sizeof chunk};
     for (long length = 0;;) {
@@ -138,16 +141,32 @@ long NarrowLength(const unsigned short* text) {
     }
 }
 
-long ToNarrow(char* out, std::size_t limit, const unsigned short* text) {
-    return Narrow(out, limit, text, Unknown::kRefuse);
+long ToNarrow(char* out, std::size_t limit, const unsigned short* text, std::size_t count) {
+    return Narrow(out, limit, text, Bytes(text + count), Unknown::kRefuse);
 }
 
+long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text, std::size_t count) {
+    return Narrow(out, limit, text, Bytes(text + count), Unknown::kReplace);
+}
+
+long NarrowLength(const unsigned short* text) {
+    return NarrowLength(text, CharactersIn(text));
+}
+long ToNarrow(char* out, std::size_t limit, const unsigned short* text) {
+    return ToNarrow(out, limit, text, CharactersIn(text));
+}
 long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text) {
-    return Narrow(out, limit, text, Unknown::kReplace);
+    return ToNarrowLossy(out, limit, text, CharactersIn(text));
+}
+
+std::size_t LongestNarrow() {
+    const CodePage* page = CurrentCodePage();
+    if (!page || page->base) return 0;
+    return page->form == CodeForm::kUtf8 ? 3 : page->longest;
 }
 
 int ToWideCharacter(unsigned short* out, const char* text, std::size_t bytes) {
-    const CodePage* page = CurrentPage();
+    const CodePage* page = CurrentCodePage();
     if (!page) return -1;
     if (bytes == 0 || *text == 0) return 0;
     const std::size_t longest = bytes < 16 ? bytes : 16;  // escapes and a character
@@ -167,7 +186,7 @@ int ToWideCharacter(unsigned short* out, const char* text, std::size_t bytes) {
 }
 
 int ToNarrowCharacter(char* out, unsigned short character) {
-    const CodePage* page = CurrentPage();
+    const CodePage* page = CurrentCodePage();
     if (!page) return -1;
     unsigned char bytes[16];
     Sink dst{bytes, bytes + sizeof bytes};
@@ -183,15 +202,14 @@ int ToNarrowCharacter(char* out, unsigned short character) {
 }
 
 unsigned short ToUpperWide(unsigned short character) {
-    return platform::ToUpper(character);
+    return PageOfCharacter(character).upper[character & 0xFF];
 }
 unsigned short ToLowerWide(unsigned short character) {
-    return platform::ToLower(character);
+    return PageOfCharacter(character).lower[character & 0xFF];
 }
 
 int CollateWide(const unsigned short* a, const unsigned short* b) {
-    return platform::Collate(a, static_cast<std::size_t>(EndOf(a) - Bytes(a)) / 2, b,
-                             static_cast<std::size_t>(EndOf(b) - Bytes(b)) / 2);
+    return platform::Collate(a, CharactersIn(a), b, CharactersIn(b));
 }
 
 }  // namespace genutil

@@ -10,6 +10,11 @@
 
 namespace genutil {
 
+struct CodePage;
+
+// The tables that all of this goes by; null as FindCodePage.
+const CodePage* CurrentCodePage();
+
 constexpr unsigned short kRawByte = 0xDC00;
 
 // Characters of text, terminator excluded; looks at no more than `bytes` bytes.
@@ -32,6 +37,14 @@ long ToNarrow(char* out, std::size_t limit, const unsigned short* text);
 
 // As ToNarrow, with '?' for each character that does not convert; never fails.
 long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text);
+
+// The same three for `count` characters, of which none is 0, without a terminator behind them.
+long NarrowLength(const unsigned short* text, std::size_t count);
+long ToNarrow(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
+long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
+
+// The most bytes that a character needs; 0 in a code set with escape sequences, which come on top.
+std::size_t LongestNarrow();
 
 // One character. ToWideCharacter returns the number of bytes it took (0 at a terminator) or -1;
 // ToNarrowCharacter the number of bytes stored (1 to 4; no terminator is added) or -1.

@@ -77,6 +77,10 @@ bool ReadLocaleFacts(std::uint32_t language, const char* name, LocaleRecord* rec
 // Whether the system has the very locale, and not only facts that it takes from a related one.
 bool KnowsLocale(std::uint32_t language, const char* name);
 
+// Changes when settings of the system may have: what was read under the same number is still right.
+// Fast.
+std::uint32_t LocaleSettingsStamp();
+
 }  // namespace platform
 
 }  // namespace genutil

@@ -29,6 +29,8 @@ bool ReadSystemZone(char* name, std::size_t size);
 // The variable TZ of the process. Reading gives false, and an empty text, when it is not set or
 // does not fit; setting copies the text, null removes the variable, and the C library goes by it.
 bool GetZoneVariable(char* out, std::size_t size);
+// Whether it is set to a text; fast when asked again.
+bool ZoneVariableIs(const char* text);
 void SetZoneVariable(const char* text);
 
 // Has the C library read the variable again.

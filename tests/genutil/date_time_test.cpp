@@ -31,8 +31,14 @@ std::tm Record(int year, int month, int day, int hour, int minute, int second) {
 // Puts moments into a zone for the length of a test.
 class DateTime : public testing::Test {
   protected:
-    DateTime() { mbSetTZone("Asia/Tokyo"); }
-    ~DateTime() override { mbSetTZone(nullptr); }
+    DateTime() { SetZone("Asia/Tokyo"); }
+    ~DateTime() override { SetZone(nullptr); }
+
+    // As the zone that the process started with, which the clock goes back to.
+    static void SetZone(const char* zone) {
+        mbSetTZone(zone);
+        OSTimeZone::Free();
+    }
 };
 
 }  // namespace
@@ -55,7 +61,7 @@ TEST_F(DateTime, BreaksMomentsDown) {
         EXPECT_EQ(Display(moment), row.text) << row.line;
     }
     if (sizeof(long) > 4) {
-        CGNDateTime far(kLast * 2);
+        CGNDateTime far(static_cast<long>(2LL * kLast));
         EXPECT_EQ(far.GetSecsFrom70(), kLast);
     }
     CGNDateTime moment(1269093600L);
@@ -160,7 +166,7 @@ TEST_F(DateTime, ChecksTheRange) {
     EXPECT_EQ(hour * 10000 + minute * 100 + second, 121407);
     EXPECT_EQ(CGNDateTime::IsValidDate(70, 0, 1) + CGNDateTime::IsValidDate(138, 0, 19), 2);
     EXPECT_EQ(CGNDateTime::IsValidDate(69, 11, 31) + CGNDateTime::IsValidDate(138, 0, 20), 0);
-    mbSetTZone("America/New_York");
+    SetZone("America/New_York");
     EXPECT_EQ(CGNDateTime::MinYear(), 69);
     EXPECT_EQ(CGNDateTime::IsValidDate(69, 11, 31), 1);
     std::tm skipped = Record(2010, 3, 14, 2, 30, 0);  // clocks go from 2 to 3
@@ -187,7 +193,7 @@ TEST_F(DateTime, NamesItsRange) {
 
 TEST_F(DateTime, KnowsMidnight) {
     for (const char* zone : {"Asia/Tokyo", "America/New_York", "Asia/Kathmandu", "UTC"}) {
-        mbSetTZone(zone);
+        SetZone(zone);
         const long midnight = CGNDateTime::GetLocalMidnightToday(), now = CGNDateTime::Now();
         std::tm local, present;
         CGNDateTime::LocalTimeTS(midnight, local);

@@ -430,6 +430,10 @@ TEST(Locale, IniNumbersMarkersAndMissingFiles) {
     locale.LoadIniDateTimeSettings(const_cast<char*>(bad.Path()), section);
     const TemporaryFile large("[s]\nCalendarType=24\nDateDisplayMode=99999999999999999999\n");
     locale.LoadIniDateTimeSettings(const_cast<char*>(large.Path()), section);
+    locale.SetDateFormatString(kShort, "d/M 'a/b'");
+    const TemporaryFile separator("[s]\nDateSeparator=-\n");
+    locale.LoadIniDateTimeSettings(const_cast<char*>(separator.Path()), section);
+    EXPECT_EQ(Date(locale, kShort), "d-M 'a/b'");
     char missing[] = "no such file.ini", folder[] = ".";
     for (char* path : {missing, folder, static_cast<char*>(nullptr)})
         locale.LoadIniDateTimeSettings(path, section);

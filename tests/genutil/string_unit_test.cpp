@@ -12,6 +12,7 @@
 #include "genstr.h"
 #include "genutil/mbutil/wide.h"
 #include "genutil/string_storage.h"
+#include "ostext.h"
 #include "tests/support/allocation_gate.h"
 #include "tests/support/code_set_guard.h"
 #include "tests/support/reported_failures.h"
@@ -182,7 +183,9 @@ TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
     CodeSetGuard codeSet(mbShiftJis);
     static const Wide kWide[] = {'w', 0x3042, 0x0E01, 0};  // the last is not in the code set
     static const CGNString kOther("Other\x82\xA0");
-    static const CGNString kCapital("OLD\x82\xA0");
+    static const CGNString kCapital("O\\N\nD\x82\xA0"), kPadded("  a text with blanks  ");
+    static const CGNString kPath("directory\\file.txt");
+    static const CGNString kLong(std::string(100, 'o').c_str());
     using Operation = std::function<void(Probe&)>;
     const Operation operations[] = {
         [](Probe& s) { s = kOther; },
@@ -201,12 +204,32 @@ TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
         [](Probe& s) { s.SetCodePageCharAt(0, "\x82\xA0"); },
         [](Probe& s) { s.IsEqualNoCase(kCapital); },
         [](Probe& s) { s.Collate(kCapital); },
+        [](Probe& s) { s.InsertAt(1, kOther); },
+        [](Probe& s) { s.InsertAt(1, s); },
+        [](Probe& s) { s.RemoveAt(1, 2); },
+        [](Probe& s) { s.ToUpper(-1); },
+        [](Probe& s) { s.Truncate(2); },
+        [](Probe& s) { s.SubStr(1, 2); },
+        [](Probe& s) { s.RightString(s, 2); },
+        [](Probe& s) { s.LeftStringInBytes(s, 4); },
+        [](Probe& s) { s.RightStringInBytes(s, 4); },
+        [](Probe& s) { kPadded.LeftRightTrim(s); },
+        [](Probe& s) { s.Replace("d", "a longer text"); },
+        [](Probe& s) { s.Replace(kLong, kLong), s.Find(kLong, 0), s.FindFirstOf(kLong, 0); },
+        [](Probe& s) { s.UnexpandSpecials(); },
+        [](Probe& s) { kPath.SplitFilePath(s, s); },
+        [](Probe& s) { s.MakeFilePath(kPath, kOther); },
+        [](Probe& s) { s.ForceTo8By3(); },
+        [](Probe& s) { s.ConvertSingleToDouble(); },
+        [](Probe& s) { s.sprintf("%s %d", "formatted", 5); },
+        [](Probe& s) { s.ReplaceEncodingStringInHTML("ja_JP"); },
+        [](Probe& s) { OSClientFormatString(s); },
         [](Probe& s) { s = CGNString("text", 30); },
         [](Probe& s) { s = Probe(kWide); },
     };
     for (const Operation& operation : operations) {
         SCOPED_TRACE(&operation - operations);
-        const Probe start("old\x82\xA0");
+        const Probe start("o\\n\nd\x82\xA0");
         Probe done(start);
         int needed = 0;
         {
@@ -223,7 +246,8 @@ TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
                 const AllocationGate gate(failing, 1);
                 operation(s);
             }
-            EXPECT_GT(reported.Count(), 0);
+            // A buffer that cannot be made smaller does no harm.
+            EXPECT_TRUE(reported.Count() > 0 || s.Bytes() == done.Bytes());
             EXPECT_TRUE(s.Bytes() == start.Bytes() || s.Bytes() == done.Bytes() || s.IsEmpty())
                 << s.Bytes();
             ExpectSound(s);
@@ -289,6 +313,30 @@ Model Until(const Model& model, const std::string& delimiter) {
     return {model.begin(), std::find(model.begin(), model.end(), delimiter)};
 }
 
+Model Part(const Model& model, std::size_t from, std::size_t count) {
+    const std::size_t begin = std::min(from, model.size());
+    const std::size_t end = begin + std::min(count, model.size() - begin);
+    return {model.begin() + static_cast<std::ptrdiff_t>(begin),
+            model.begin() + static_cast<std::ptrdiff_t>(end)};
+}
+
+Model Inserted(const Model& model, std::size_t at, const Model& more) {
+    Model text = Part(model, 0, at);
+    Append(text, more);
+    Append(text, Part(model, at, model.size()));
+    return text;
+}
+
+Model Replaced(const Model& model, const std::string& from, const Model& to) {
+    Model text;
+    for (const std::string& character : model)
+        if (character == from)
+            Append(text, to);
+        else
+            text.push_back(character);
+    return text;
+}
+
 void RandomStep(std::mt19937& random, const Alphabet& alphabet, Probe& s, Model& model) {
     const Model other = RandomText(random, alphabet, 12);
     const std::string text = Join(other);
@@ -296,6 +344,7 @@ void RandomStep(std::mt19937& random, const Alphabet& alphabet, Probe& s, Model&
     const std::string& character = alphabet.characters[random() % alphabet.characters.size()];
     const unsigned first = model.empty() ? 0 : random() % model.size();
     const Model tail(model.begin() + first, model.end());
+    const int at = static_cast<int>(first);
     const char* const inside = s.m_data + (Join(model).size() - Join(tail).size());
     const Model start(other.begin(), other.begin() + std::min<std::size_t>(position, other.size()));
     const std::function<void()> steps[] = {
@@ -313,6 +362,24 @@ void RandomStep(std::mt19937& random, const Alphabet& alphabet, Probe& s, Model&
         [&] { s.AllocateBuffer(random() % 100, random() % 4 == 0); },
         [&] { s += '=', model.push_back("="); },
         [&] { random() % 2 ? s.Clear() : s.Empty(), model.clear(); },
+        [&] { s.InsertAt(at, text.c_str()), model = Inserted(model, first, other); },
+        [&] { s.InsertAt(at, s), model = Inserted(model, first, model); },
+        [&] {
+            s.RemoveAt(at, static_cast<int>(position));
+            model = Inserted(Part(model, 0, first), first, Part(model, first + position, 1000));
+        },
+        [&] { s.SubStr(first, static_cast<int>(position)), model = Part(model, first, position); },
+        [&] {
+            s.RightString(s, position), model = Part(model, Part(model, position, 1000).size(), 16);
+        },
+        [&] { s.Truncate(position), model = Part(model, 0, position); },
+        [&] { s.TruncateAt(character.c_str()), model = Until(model, character); },
+        [&] {
+            s.Replace(character.c_str(), text.c_str()), model = Replaced(model, character, other);
+        },
+        [&] { s.Replace(character.c_str(), s), model = Replaced(model, character, model); },
+        [&] { s.ExpandSpecials(), s.UnexpandSpecials(); },
+        [&] { s.ExpandQuotes('='), s.UnexpandQuotes('='); },
         [&] {
             const bool there = position < model.size();
             EXPECT_EQ(s.SetCodePageCharAt(static_cast<int>(position), character.c_str()), there);

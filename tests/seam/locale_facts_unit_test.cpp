@@ -9,11 +9,11 @@
 #include <thread>
 #include <vector>
 
-#include "genutil/allocate.h"
 #include "genutil/locale_facts.h"
 #include "genutil/locale_text.h"
 #include "genutil/mbutil/code_set.h"
 #include "osutil/platform/picture_shape.h"
+#include "tests/support/allocation_gate.h"
 #include "tests/support/reported_failures.h"
 
 using namespace genutil;
@@ -87,7 +87,11 @@ TEST(LocaleFacts, EveryTextIsWrittenInTheCodeSetOfItsRow) {
 
 TEST(LocaleFacts, AreReadOnceForALanguageAndACodeSet) {
     const LocaleFacts* croatian = FindLocaleFacts(0x041A, mbWindows1250);
-    EXPECT_EQ(FindLocaleFacts(0x041A, mbWindows1250), croatian);
+    {
+        const AllocationGate nothingIsMade(0);
+        EXPECT_EQ(FindLocaleFacts(0x041A, mbWindows1250), croatian);
+        EXPECT_EQ(nothingIsMade.Count(), 0);
+    }
     EXPECT_EQ(RefreshLocaleFacts(0x041A, mbWindows1250), croatian);  // nothing changed
     const LocaleFacts* cyrillic = FindLocaleFacts(0x041A, mbWindows1251);
     EXPECT_NE(cyrillic, croatian);
@@ -113,15 +117,11 @@ TEST(LocaleFacts, ThreadsThatMeetGetTheSame) {
 }
 
 TEST(LocaleFacts, WithoutMemoryThereAreNoneAndTheNextCallTriesAgain) {
-    static int left;
     FindLocaleFacts(0x0407, mb8859_15);  // the tables of the code set are there
     for (int passing : {0, 1}) {
         const ReportedFailures failures;
-        left = passing;
-        g_allocationGate = [](std::size_t) { return left-- > 0; };
-        const LocaleFacts* facts = FindLocaleFacts(0x0410, mb8859_15);
-        g_allocationGate = nullptr;
-        EXPECT_EQ(facts, nullptr) << passing;
+        const AllocationGate gate(passing);
+        EXPECT_EQ(FindLocaleFacts(0x0410, mb8859_15), nullptr) << passing;
         EXPECT_EQ(failures.Count(), 1) << passing;
     }
     EXPECT_NE(FindLocaleFacts(0x0410, mb8859_15), nullptr);
@@ -142,6 +142,7 @@ TEST(LocaleFacts, TheNearestCharacterIsWritten) {
         {__LINE__, mbWindows1256, u"\u062F\u06CC", "\xCF\xED"},
         {__LINE__, mbKorean, u"\u20A9", "\xA3\xDC"},
         {__LINE__, mbShiftJis, u"\u5348\u524D", "\x8C\xDF\x91\x4F"},
+        {__LINE__, mbWestern, u"m\u1ED9t", "mot"},  // its tone mark is lacking, not its letter
         {__LINE__, mbWestern, u"a\u0939", nullptr},
     };
     for (const auto& row : kRows) {

@@ -341,4 +341,9 @@ bool KnowsLocale(std::uint32_t language, const char* name) {
     return locale && error == U_ZERO_ERROR;
 }
 
+// The data of ICU stay as they are while a process runs.
+std::uint32_t LocaleSettingsStamp() {
+    return 0;
+}
+
 }  // namespace genutil::platform

@@ -210,6 +210,25 @@ bool GetZoneVariable(char* out, std::size_t size) {
     return fits;
 }
 
+// The thread remembers where in the environment the variable stands, since looking for it takes
+// longer than a conversion. A place that another program part changed meanwhile no longer holds the
+// same pointer.
+bool ZoneVariableIs(const char* text) {
+    static thread_local struct {
+        char** environment;
+        std::size_t slot;
+        const char* entry;
+    } seen = {nullptr, 0, nullptr};
+    if (!seen.entry || environ != seen.environment || environ[seen.slot] != seen.entry) {
+        const std::lock_guard<std::mutex> lock(g_variable);
+        seen = {environ, 0, nullptr};
+        for (std::size_t i = 0; environ && environ[i] && !seen.entry; ++i)
+            if (std::strncmp(environ[i], "TZ=", 3) == 0) seen = {environ, i, environ[i]};
+        if (!seen.entry) return false;
+    }
+    return std::strcmp(seen.entry + 3, text) == 0;
+}
+
 void SetZoneVariable(const char* text) {
     const std::lock_guard<std::mutex> lock(g_variable);
     if (text)

@@ -113,4 +113,43 @@ bool KnowsLocale(std::uint32_t language, const char*) {
     return GetLocaleInfoW(language, LOCALE_ILANGUAGE, nullptr, 0) != 0;
 }
 
+namespace {
+
+// Tells of changes of the user's settings, which live in the registry.
+class SettingsWatch {
+  public:
+    SettingsWatch() : m_event(CreateEventA(nullptr, FALSE, FALSE, nullptr)) {
+        if (RegOpenKeyExA(HKEY_CURRENT_USER, "Control Panel\\International", 0, KEY_NOTIFY,
+                          &m_key) != ERROR_SUCCESS)
+            m_key = nullptr;
+        Arm();
+    }
+    // Without a watch every look counts as a change.
+    bool Changed() {
+        if (m_armed && WaitForSingleObject(m_event, 0) == WAIT_TIMEOUT) return false;
+        Arm();
+        return true;
+    }
+
+  private:
+    void Arm() {
+        constexpr DWORD kValues = REG_NOTIFY_CHANGE_LAST_SET | REG_NOTIFY_CHANGE_NAME;
+        m_armed = m_event && m_key &&
+                  RegNotifyChangeKeyValue(m_key, TRUE, kValues, m_event, TRUE) == ERROR_SUCCESS;
+    }
+    HANDLE m_event;
+    HKEY m_key;
+    bool m_armed = false;
+};
+
+}  // namespace
+
+// With the thread's language in it, which decides whose settings the user's are.
+std::uint32_t LocaleSettingsStamp() {
+    static SettingsWatch watch;
+    static LONG changes = 0;
+    if (watch.Changed()) InterlockedIncrement(&changes);
+    return static_cast<std::uint32_t>(changes) << 16 | LANGIDFROMLCID(GetThreadLocale());
+}
+
 }  // namespace genutil::platform

@@ -186,6 +186,14 @@ bool GetZoneVariable(char* out, std::size_t size) {
     return fits;
 }
 
+bool ZoneVariableIs(const char* text) {
+    EnterCriticalSection(VariableLock());
+    const char* value = std::getenv("TZ");
+    const bool same = value && std::strcmp(value, text) == 0;
+    LeaveCriticalSection(VariableLock());
+    return same;
+}
+
 void SetZoneVariable(const char* text) {
     char setting[256] = "TZ=";
     if (text && std::strlen(text) + 4 > sizeof setting) return;

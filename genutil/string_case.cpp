@@ -1,0 +1,104 @@
+// CGNString's letter case, and what its characters are.
+#include <cstdlib>
+#include <cstring>
+
+#include "genstr.h"
+#include "genutil/mbutil/character_table.h"
+#include "genutil/string_storage.h"
+
+using genutil::CharacterPage;
+using genutil::IsOfClass;
+using genutil::PageOfCharacter;
+using Storage = genutil::StringStorage;
+namespace platform = genutil::platform;
+
+namespace {
+
+constexpr int kAll = -1;
+
+}  // namespace
+
+void CGNString::MapCase(int index, bool upper) {
+    if (IsEmpty() || !Storage::EnsureWide(*this)) return;
+    const auto map = upper ? &CharacterPage::upper : &CharacterPage::lower;
+    const auto at = static_cast<unsigned>(index);
+    const std::uint32_t begin = index == kAll ? 0 : at;
+    const std::uint32_t end = index == kAll ? m_wideLength : at < m_wideLength ? at + 1 : at;
+    for (std::uint32_t i = begin; i < end; ++i)
+        m_wide[i] = (PageOfCharacter(m_wide[i]).*map)[m_wide[i] & 0xFF];
+    Storage::RebuildData(*this, 2);
+}
+
+void CGNString::ToUpper(int index) {
+    MapCase(index, true);
+}
+void CGNString::ToLower(int index) {
+    MapCase(index, false);
+}
+
+// The character at index, or all of them, has one of the classes. All of none do.
+bool CGNString::AreOfClass(int index, unsigned classes) const {
+    if (!Storage::EnsureWide(*this)) return false;
+    if (index != kAll)
+        return index >= 0 && static_cast<unsigned>(index) < m_wideLength &&
+               IsOfClass(m_wide[index], classes);
+    for (std::uint32_t i = 0; i < m_wideLength; ++i)
+        if (!IsOfClass(m_wide[i], classes)) return false;
+    return true;
+}
+
+unsigned char CGNString::IsAlphaAt(int index) const {
+    return AreOfClass(index, platform::kAlpha);
+}
+unsigned char CGNString::IsAlphaNumAt(int index) const {
+    return AreOfClass(index, platform::kAlpha | platform::kDigit);
+}
+unsigned char CGNString::IsLowerAt(int index) const {
+    return AreOfClass(index, platform::kLower);
+}
+unsigned char CGNString::IsUpperAt(int index) const {
+    return AreOfClass(index, platform::kUpper);
+}
+unsigned char CGNString::IsPrintAt(int index) const {
+    return AreOfClass(index, platform::kPrint);
+}
+unsigned char CGNString::IsSpaceAt(int index) const {
+    return AreOfClass(index, platform::kSpace);
+}
+unsigned char CGNString::IsXDigitAt(int index) const {
+    return AreOfClass(index, platform::kHexDigit);
+}
+
+// For these two, unlike the others, an empty string has no digit and no punctuation.
+unsigned char CGNString::IsDigitAt(int index) const {
+    return AreOfClass(index, platform::kDigit) && m_wideLength != 0;
+}
+unsigned char CGNString::IsPunctAt(int index) const {
+    return AreOfClass(index, platform::kPunct) && m_wideLength != 0;
+}
+
+// Digits pass too: programs depend on it.
+unsigned char CGNString::IsAlpha() const {
+    return AreOfClass(kAll, platform::kAlpha | platform::kDigit) && m_wideLength != 0;
+}
+
+unsigned char CGNString::IsNumAt(unsigned int index) const {
+    if (index >= m_length) return 0;
+    const char first = GetAt(index);
+    return first >= '0' && first <= '9';
+}
+
+unsigned char CGNString::CompareSingleByteAt(int index, char c) const {
+    char character[8];
+    GetCodePageCharAt(index, character);
+    return character[0] != 0 && character[1] == 0 && character[0] == c;
+}
+
+unsigned char CGNString::CompareMultiByteAt(int index, const char* mbchar) const {
+    char character[8];
+    return mbchar && std::strcmp(GetCodePageCharAt(index, character), mbchar) == 0;
+}
+
+long CGNString::Number() const {
+    return std::strtol(m_data, nullptr, 10);
+}

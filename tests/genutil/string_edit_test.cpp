@@ -1,0 +1,556 @@
+// CGNString's operations on characters: search, extraction, trims, case, editing, parts.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstring>
+#include <string>
+
+#include "genutil.h"
+#include "tests/support/code_set_guard.h"
+#include "tests/support/texts.h"
+
+namespace {
+
+// A text of six characters in each code set, of which the third and the last have most bytes; "x"
+// stands for what the fourth is.
+struct Six {
+    int codeSet;
+    const char* characters[6];
+    std::string Text(unsigned from, unsigned to) const {
+        std::string text;
+        for (unsigned i = from; i < to && i < 6; ++i) text += characters[i];
+        return text;
+    }
+};
+const Six kTexts[] = {
+    {0, {"a", "b", "\xE9", "x", "\\", "\x80"}},
+    {4, {"a", "b", "\x8F\xB0\xA1", "x", "\xA4\xA2", "\x8E\xB1"}},
+    {5, {"a", "\xB1", "\x95\x5C", "x", "\\", "\x83\x7C"}},
+    {9, {"a", "b", "\xA5\x5C", "x", "\\", "\xA4\xA4"}},
+    {11, {"a", "b", "\x81\x41", "x", "A", "\xC7\xD1"}},
+    {65, {"a", "b", "\xC3\xA9", "x", "\\", "\xE3\x81\x82"}},
+};
+
+TEST(StringEdit, FindsCharacters) {
+    for (const Six& six : kTexts) {
+        SCOPED_TRACE(six.codeSet);
+        CodeSetGuard codeSet(six.codeSet);
+        const std::string all = six.Text(0, 6);
+        const CGNString s(Join({all, all}).c_str());
+        for (unsigned i = 0; i < 6; ++i) {
+            const std::string rest = six.Text(i, 6);
+            const int at = static_cast<int>(i);
+            EXPECT_EQ(s.Find(six.characters[i], 0), at);
+            EXPECT_EQ(s.Find(CGNString(rest.c_str()), at), at);
+            EXPECT_EQ(s.Find(rest.c_str(), at + 1), at + 6);
+            EXPECT_EQ(s.Find(rest.c_str(), at + 7), -1);
+            EXPECT_EQ(s.ReverseFind(rest.c_str()), at + 6);
+            if (std::strlen(six.characters[i]) == 1) {
+                EXPECT_EQ(s.StrChr(i + 1, six.characters[i][0]), at + 6);
+            }
+        }
+        for (const int start : {-1, 12, 13, INT_MIN, INT_MAX}) {
+            EXPECT_EQ(s.Find("x", start), -1);
+            EXPECT_EQ(s.Find("", start), -1);
+            EXPECT_EQ(s.StrChr(static_cast<unsigned>(start), 'x'), -1);
+            EXPECT_EQ(s.FindFirstOf("x", start), 12);
+            EXPECT_EQ(s.FindFirstNotOf("x", start), 12);
+        }
+        EXPECT_EQ(s.Find("", 3), 3);
+        EXPECT_EQ(s.Find(nullptr, 3), 3);
+        EXPECT_EQ(s.Find(s, 0), 0);
+        for (const char* none : {"Q", "", "\xFF", static_cast<const char*>(nullptr)})
+            EXPECT_EQ(s.ReverseFind(none), -1);
+        // Distances from the start, not positions.
+        EXPECT_EQ(s.FindFirstOf(six.characters[5], 3), 2);
+        EXPECT_EQ(s.FindFirstOf("Q", 3), 9);
+        EXPECT_EQ(s.FindFirstOf("", 3), 9);
+        EXPECT_EQ(s.FindFirstNotOf(six.Text(3, 5).c_str(), 3), 2);
+        EXPECT_EQ(s.FindFirstNotOf(s, 3), 9);
+        EXPECT_EQ(s.FindFirstNotOf("", 3), 0);
+    }
+    EXPECT_EQ(CGNString().Find("", 0), -1);
+    EXPECT_EQ(CGNString().FindFirstOf("a", 0), 0);
+}
+
+// Needles that end in the last bytes of a text, in each place relative to the blocks of a search.
+TEST(StringEdit, FindsAtEveryOffset) {
+    CodeSetGuard codeSet(5);
+    for (unsigned length = 1; length < 70; ++length)
+        for (const char* needle : {"z", "yz", "xyz", "x\x95\x5Cyz", "xaaaaaaaaaaaaaaaaaaaaz"}) {
+            CGNString s(std::string(length, 'a').c_str());
+            EXPECT_EQ(s.Find(needle, 0), -1);
+            s += needle;
+            EXPECT_EQ(s.Find(needle, 0), static_cast<int>(length));
+            s.Replace(needle, "-");
+            EXPECT_EQ(Bytes(s), std::string(length, 'a').append("-"));
+        }
+}
+
+TEST(StringEdit, ExtractsCharacters) {
+    for (const Six& six : kTexts) {
+        SCOPED_TRACE(six.codeSet);
+        CodeSetGuard codeSet(six.codeSet);
+        const CGNString s(six.Text(0, 6).c_str());
+        for (unsigned start = 0; start < 8; ++start)
+            for (const int count : {-1, 0, 1, 3, 6, 7, INT_MAX, INT_MIN}) {
+                const unsigned end = count < 0 || count > 6 ? 6 : start + unsigned(count);
+                const std::string expected = six.Text(start, end);
+                CGNString out("before"), self(s);
+                s.SubStr(out, start, count);
+                EXPECT_EQ(Bytes(out), expected);
+                s.MidString(out, static_cast<int>(start), count);
+                EXPECT_EQ(Bytes(out), expected);
+                self.SubStr(start, count);
+                EXPECT_EQ(Bytes(self), expected);
+            }
+        for (const unsigned n : {0u, 1u, 3u, 5u, 6u, 7u, 0xFFFFFFFFu}) {
+            CGNString left("before"), right("before"), truncated(s), self(s);
+            s.LeftString(left, n);
+            s.RightString(right, n);
+            truncated.Truncate(n);
+            EXPECT_EQ(Bytes(left), six.Text(0, n));
+            EXPECT_EQ(Bytes(right), six.Text(n < 6 ? 6 - n : 0, 6));
+            EXPECT_EQ(Bytes(truncated), six.Text(0, n));
+            self.RightString(self, n);
+            EXPECT_EQ(Bytes(self), Bytes(right));
+            self = s;
+            self.LeftString(self, n);
+            EXPECT_EQ(Bytes(self), Bytes(left));
+        }
+        CGNString out("before");
+        s.MidString(out, -1, 2);
+        EXPECT_TRUE(out.IsEmpty());
+        CGNString cut(s);
+        cut.TruncateAt("Q");
+        cut.TruncateAt("");
+        cut.TruncateAt('\0');
+        EXPECT_EQ(Bytes(cut), Bytes(s));
+        cut.TruncateAt(Join({six.Text(5, 6), "Q"}).c_str());
+        EXPECT_EQ(Bytes(cut), six.Text(0, 5));
+        cut.TruncateAt('x');
+        EXPECT_EQ(Bytes(cut), six.Text(0, 3));
+    }
+}
+
+TEST(StringEdit, ExtractsBytesOfWholeCharacters) {
+    const struct {
+        int line, codeSet;
+        const char* text;
+        unsigned n;
+        std::string left, right;
+    } rows[] = {
+        {__LINE__, 0, "abcdef", 4, "abcd", "cdef"},
+        {__LINE__, 0, "abcdef", 0, "", ""},
+        {__LINE__, 0, "abc", 3, "abc", "abc"},
+        {__LINE__, 0, "abc", 5, std::string("abc\0\0", 5), "abc"},
+        {__LINE__, 5, "a\x82\xA0z", 2, "a", "z"},
+        {__LINE__, 5, "a\x82\xA0z", 3, "a\x82\xA0", "\x82\xA0z"},
+        {__LINE__, 5, "\x95\x5C\x83\x7C", 1, "", ""},
+        {__LINE__, 5, "\x95\x5C\x83\x7C", 3, "\x95\x5C", "\x83\x7C"},
+        {__LINE__, 4, "\x8F\xB0\xA1\x8F\xB0\xA1", 5, "\x8F\xB0\xA1", "\x8F\xB0\xA1"},
+        {__LINE__, 9, "a\xA5\x5Cz", 2, "a", "z"},
+        {__LINE__, 11, "a\x81\x41z", 2, "a", "z"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        CodeSetGuard codeSet(row.codeSet);
+        const CGNString s(row.text);
+        CGNString out("before"), self(s);
+        s.LeftStringInBytes(out, row.n);
+        EXPECT_EQ(Bytes(out), row.left);
+        s.RightStringInBytes(out, row.n);
+        EXPECT_EQ(Bytes(out), row.right);
+        self.LeftStringInBytes(self, row.n);
+        EXPECT_EQ(Bytes(self), row.left);
+        self = s;
+        self.RightStringInBytes(self, row.n);
+        EXPECT_EQ(Bytes(self), row.right);
+    }
+    const auto inBytes = [](unsigned start, int count) {
+        CGNString s("abcdef");
+        s.GetAt(0);
+        s.SubStrInBytes(start, count);
+        return Bytes(s);
+    };
+    EXPECT_EQ(inBytes(2, 2), "cd");
+    EXPECT_EQ(inBytes(2, -1), "cdef");
+    EXPECT_EQ(inBytes(2, INT_MAX), "cdef");
+    EXPECT_EQ(inBytes(0, 0), "");
+    EXPECT_EQ(inBytes(6, 1), std::string("\0bcdef", 6));  // empty as a text, of the same length
+    CGNString empty;
+    empty.SubStrInBytes(0, 1);
+    EXPECT_TRUE(empty.IsEmpty());
+}
+
+TEST(StringEdit, Trims) {
+    CodeSetGuard codeSet(5);
+    const struct {
+        int line;
+        const char *text, *left, *leftTab, *right, *rightTab, *both;
+    } rows[] = {
+        {__LINE__, "  a b  ", "a b  ", "a b  ", "  a b", "  a b", "a b"},
+        {__LINE__, "\t a \t", "\t a \t", "a \t", "\t a \t", "\t a", "\t a \t"},
+        {__LINE__, " \ta\t ", "\ta\t ", "a\t ", " \ta\t", " \ta", "\ta\t"},
+        {__LINE__, "   ", "", "", "", "", ""},
+        {__LINE__, "", "", "", "", "", ""},
+        {__LINE__, "a", "a", "a", "a", "a", "a"},
+        {__LINE__, " \x81\x40 ", "\x81\x40 ", "\x81\x40 ", " \x81\x40", " \x81\x40", "\x81\x40"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        using Trim = void (CGNString::*)(CGNString&) const;
+        const std::pair<Trim, const char*> trims[] = {
+            {&CGNString::LeftTrim, row.left},
+            {&CGNString::LeftTrimWithTab, row.leftTab},
+            {&CGNString::RightTrim, row.right},
+            {&CGNString::LeftRightTrim, row.both},
+            {&CGNString::RightTrimWithTab, row.rightTab},
+        };
+        for (const auto& [trim, expected] : trims) {
+            const CGNString s(row.text);
+            CGNString out("before"), self(s);
+            (s.*trim)(out);
+            EXPECT_EQ(Bytes(out), expected);
+            (self.*trim)(self);
+            EXPECT_EQ(Bytes(self), expected);
+        }
+    }
+    CGNString s("ab\t\t"), out;
+    EXPECT_EQ(s.GetAt(2), '\t');
+    s.RightTrimWithTab(out);
+    EXPECT_EQ(Bytes(s), "ab \t");
+    EXPECT_EQ(s.GetAt(2), ' ');
+}
+
+TEST(StringEdit, MapsCaseByTheLanguageOfTheCodeSet) {
+    const struct {
+        int line, codeSet;
+        const char *lower, *upper;
+    } rows[] = {
+        {__LINE__, 0, "abc \xE9\xFF\xB5\xDF", "ABC \xC9\x9F\xB5\xDF"},
+        {__LINE__, 5, "ab\x82\x81\x95\x61\x84\x71\xB1", "AB\x82\x60\x95\x61\x84\x41\xB1"},
+        {__LINE__, 9, "ab\xA3\x6B", "AB\xA3\x53"},
+        {__LINE__, 11, "ab\xA3\xE1\x81\x61", "AB\xA3\xC1\x81\x61"},
+        {__LINE__, 24, "\xE6\xB8", "\xC6\xA8"},
+        {__LINE__, 65, "\xC3\xA9\xD0\xB6", "\xC3\x89\xD0\x96"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        CodeSetGuard codeSet(row.codeSet);
+        CGNString s(row.lower);
+        s.ToUpper(-1);
+        EXPECT_EQ(Bytes(s), row.upper);
+        s.ToLower(-1);
+        if (row.codeSet != 0) {
+            EXPECT_EQ(Bytes(s), row.lower);
+        }
+    }
+    CodeSetGuard codeSet(5);
+    CGNString s("a\x82\x81z");
+    s.ToUpper(1);
+    for (const int none : {3, -2, INT_MAX}) s.ToUpper(none);
+    EXPECT_EQ(Bytes(s), "a\x82\x60z");
+    s.ToUpper(2);
+    s.ToLower(1);
+    EXPECT_EQ(Bytes(s), "a\x82\x81Z");
+}
+
+using Test = unsigned char (CGNString::*)(int) const;
+const std::pair<char, Test> kTests[] = {
+    {'a', &CGNString::IsAlphaAt},  {'n', &CGNString::IsAlphaNumAt}, {'l', &CGNString::IsLowerAt},
+    {'u', &CGNString::IsUpperAt},  {'p', &CGNString::IsPrintAt},    {'s', &CGNString::IsSpaceAt},
+    {'x', &CGNString::IsXDigitAt}, {'d', &CGNString::IsDigitAt},    {'t', &CGNString::IsPunctAt},
+};
+
+std::string ClassesAt(const CGNString& s, int index) {
+    std::string classes;
+    for (const auto& [name, test] : kTests)
+        if ((s.*test)(index)) classes += name;
+    return classes;
+}
+
+TEST(StringEdit, TellsClassesOfCharacters) {
+    const struct {
+        int line, codeSet;
+        const char *text, *classes;
+    } rows[] = {
+        {__LINE__, 0, "e", "anlpx"},       {__LINE__, 0, "Z", "anup"},
+        {__LINE__, 0, "7", "npxd"},        {__LINE__, 0, " ", "ps"},
+        {__LINE__, 0, "\t", "s"},          {__LINE__, 0, "_", "pt"},
+        {__LINE__, 0, "\xE9", "anlp"},     {__LINE__, 0, "\xA7", "pt"},
+        {__LINE__, 0, "\x01", ""},         {__LINE__, 5, "\x82\xA0", "anp"},
+        {__LINE__, 5, "\x82\x50", "npxd"}, {__LINE__, 5, "\x82\x60", "anupx"},
+        {__LINE__, 5, "\x81\x40", "ps"},   {__LINE__, 5, "\x81\x42", "pt"},
+        {__LINE__, 4, "\xFF", ""},         {__LINE__, 9, "\xA4\xA4", "anp"},
+        {__LINE__, 11, "\xB0\xA1", "anp"}, {__LINE__, 24, "\xE6", "anlp"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        CodeSetGuard codeSet(row.codeSet);
+        const CGNString s(row.text), twice(Join({row.text, row.text}).c_str());
+        EXPECT_EQ(ClassesAt(s, 0), row.classes);
+        EXPECT_EQ(ClassesAt(s, -1), row.classes);
+        EXPECT_EQ(ClassesAt(twice, -1), row.classes);
+        EXPECT_EQ(ClassesAt(s, 1), "");
+        EXPECT_EQ(ClassesAt(s, -2), "");
+        EXPECT_EQ(ClassesAt(s, INT_MAX), "");
+    }
+    CodeSetGuard codeSet(0);
+    EXPECT_EQ(ClassesAt("a1", -1), "npx");
+    EXPECT_EQ(ClassesAt("", -1), "anlupsx");  // but neither digits nor punctuation
+    EXPECT_EQ(ClassesAt("", 0), "");
+    EXPECT_TRUE(CGNString("abc123").IsAlpha());
+    EXPECT_FALSE(CGNString("abc 123").IsAlpha());
+    EXPECT_FALSE(CGNString().IsAlpha());
+}
+
+TEST(StringEdit, ComparesCharactersAndReadsNumbers) {
+    CodeSetGuard codeSet(5);
+    const CGNString s("7\x82\x50\xB1z");
+    EXPECT_TRUE(s.IsNumAt(0));
+    EXPECT_FALSE(s.IsNumAt(1) || s.IsNumAt(4) || s.IsNumAt(9));
+    EXPECT_TRUE(s.CompareSingleByteAt(0, '7') && s.CompareSingleByteAt(2, '\xB1'));
+    EXPECT_FALSE(s.CompareSingleByteAt(1, '\x82') || s.CompareSingleByteAt(4, 0));
+    EXPECT_TRUE(s.CompareMultiByteAt(1, "\x82\x50") && s.CompareMultiByteAt(9, ""));
+    EXPECT_FALSE(s.CompareMultiByteAt(1, "\x82") || s.CompareMultiByteAt(1, nullptr));
+    EXPECT_EQ(CGNString(" -12x").Number(), -12);
+    EXPECT_EQ(CGNString().Number(), 0);
+    EXPECT_EQ(CGNString("x").Number(), 0);
+}
+
+TEST(StringEdit, InsertsAndRemoves) {
+    for (const Six& six : kTexts) {
+        SCOPED_TRACE(six.codeSet);
+        CodeSetGuard codeSet(six.codeSet);
+        const std::string all = six.Text(0, 6);
+        for (int index = -1; index < 8; ++index) {
+            const bool place = index >= 0 && index <= 6, there = index >= 0 && index < 6;
+            const unsigned at = static_cast<unsigned>(index);
+            const std::string head = six.Text(0, at), tail = six.Text(at, 6);
+            CGNString s(all.c_str());
+            EXPECT_EQ(s.InsertAt(index, six.characters[2]), place);
+            EXPECT_EQ(Bytes(s), place ? Join({head, six.characters[2], tail}) : all);
+            s = all.c_str();
+            EXPECT_EQ(s.InsertAt(index, s), place);
+            EXPECT_EQ(Bytes(s), place ? Join({head, all, tail}) : all);
+            for (const int count : {-1, INT_MIN, 0, 1, 2, 7, INT_MAX}) {
+                CGNString removed(all.c_str());
+                EXPECT_EQ(removed.RemoveAt(index, count), there && count >= 0);
+                const unsigned end = count > 6 ? 6 : at + static_cast<unsigned>(count);
+                EXPECT_EQ(Bytes(removed),
+                          there && count >= 0 ? Join({head, six.Text(end, 6)}) : all);
+            }
+        }
+    }
+    CGNString roomy("abcdefghij");
+    roomy.Truncate(4);
+    EXPECT_TRUE(roomy.InsertAt(1, roomy));
+    EXPECT_STREQ(roomy, "aabcdbcd");
+    CGNString empty;
+    EXPECT_FALSE(empty.RemoveAt(0, 1) || empty.InsertAt(1, "a"));
+    EXPECT_TRUE(empty.InsertAt(0, empty) && empty.InsertAt(0, "a"));
+    EXPECT_STREQ(empty, "a");
+}
+
+TEST(StringEdit, ReplacesWholeCharacters) {
+    const auto replace = [](int inCodeSet, const char* text, const char* from, const char* to) {
+        CodeSetGuard codeSet(inCodeSet);
+        CGNString s(text);
+        s.Replace(from, to);
+        if (from && to && std::strlen(from) == 1 && std::strlen(to) == 1) {
+            CGNString byCharacter(text);
+            byCharacter.Replace(from[0], to[0]);
+            EXPECT_EQ(Bytes(byCharacter), Bytes(s));
+        }
+        return Bytes(s);
+    };
+    for (const int codeSet : {0, 5, 9, 11, 65}) {
+        EXPECT_EQ(replace(codeSet, "aXbXX", "X", "--"), "a--b----");
+        EXPECT_EQ(replace(codeSet, "aXbXX", "X", ""), "ab");
+        EXPECT_EQ(replace(codeSet, "aXbXX", "X", nullptr), "ab");
+        EXPECT_EQ(replace(codeSet, "XXX", "XX", "X"), "XX");
+        EXPECT_EQ(replace(codeSet, "XXX", "XXX", ""), "");
+        EXPECT_EQ(replace(codeSet, "abc", "", "-"), "abc");
+        EXPECT_EQ(replace(codeSet, "abc", nullptr, "-"), "abc");
+        EXPECT_EQ(replace(codeSet, "", "a", "-"), "");
+        EXPECT_EQ(replace(codeSet, "ab", "a", "a longer text than it was before"),
+                  "a longer text than it was beforeb");
+    }
+    EXPECT_EQ(replace(5, "\x95\x5C\\\x83\x5C\\", "\\", "/"), "\x95\x5C/\x83\x5C/");
+    EXPECT_EQ(replace(5, "\x95\x5C\x95\x5C", "\x5C\x95", "-"), "\x95\x5C\x95\x5C");
+    EXPECT_EQ(replace(5, "\x82\xA0\x82\xA0", "\xA0", "-"), "\x82\xA0\x82\xA0");
+    EXPECT_EQ(replace(5, "a\x82\xA0\x82\xA2\x82\xA0", "\x82\xA0", "\xB1"), "a\xB1\x82\xA2\xB1");
+    EXPECT_EQ(replace(5, "\xF0\x5C\\", "\\", "/"), "\xF0\x5C/");  // user-defined
+    EXPECT_EQ(replace(5, "\xED\x40x", "x", "y"), "\xFA\x5Cy");    // of two codes, the usual one
+    EXPECT_EQ(replace(5, "\xED\x40", "\xFA\x5C", "y"), "y");
+    EXPECT_EQ(replace(5, "z\x82 \x82=", "=", "-"), "z\x82 \x82-");  // invalid: byte by byte
+    EXPECT_EQ(replace(5, "z\x82 \x82", "\x82", "--"), "z-- --");
+    EXPECT_EQ(replace(9, "\xA5\x5C\\", "\\", "/"), "\xA5\x5C/");
+    EXPECT_EQ(replace(11,
+                      "\x81\x41"
+                      "A",
+                      "A", "b"),
+              "\x81\x41"
+              "b");
+    EXPECT_EQ(replace(12, "\xD9\x3C<", "<", "-"), "\xD9\x3C-");
+    EXPECT_EQ(replace(4, "\xA4\xA2\xA2\xA4", "\xA2\xA2", "-"), "\xA4\xA2\xA2\xA4");
+    EXPECT_EQ(replace(4, "\x8F\xB0\xA1\xB0\xA1", "\xB0\xA1", "-"), "\x8F\xB0\xA1-");
+    EXPECT_EQ(replace(65, "\xE3\x81\x82\xE3\x81\x84", "\xE3\x81\x84", "i"), "\xE3\x81\x82i");
+    EXPECT_EQ(replace(65, "\xE3\x81\x82", "\x81", "-"), "\xE3\x81\x82");
+    EXPECT_EQ(replace(3, "a<\x1B$B$\"\x1B(B<", "<", "-"), "a-\x1B$B$\"\x1B(B-");
+    {
+        CodeSetGuard codeSet(5);
+        CGNString s("a\x95\x5C");
+        // Of two codes the usual one, in a long text too; it does not depend on where it stands.
+        CGNString mixed("\xED\x40 \x82\xA0");
+        for (int i = 0; i < 6; ++i) mixed += mixed;
+        mixed.Replace("\x82\xA0", "\x82\xA2");
+        EXPECT_EQ(Bytes(mixed).substr(0, 8), "\xFA\x5C \x82\xA2\xFA\x5C ");
+        CGNString plain(std::string(100, '-').c_str());
+        plain += "\xED\x40";
+        plain.Replace('-', '\xB1');
+        EXPECT_EQ(Bytes(plain).substr(99), "\xB1\xFA\x5C");
+        s.Replace(s, s);
+        s.Replace('\x95', 'x');
+        s.Replace('a', '\x95');
+        EXPECT_EQ(Bytes(s), "a\x95\x5C");
+        s.Replace(static_cast<const char*>(s) + 1, s);
+        EXPECT_EQ(Bytes(s), "aa\x95\x5C");
+        s.Replace('\\', 0);
+        EXPECT_EQ(Bytes(s), "aa\x95\x5C");
+        s.Replace('a', 0);
+        EXPECT_TRUE(s.IsEmpty());
+    }
+}
+
+TEST(StringEdit, Splits) {
+    const struct {
+        int line, codeSet;
+        const char *text, *delimiter, *parts;
+    } rows[] = {
+        {__LINE__, 0, "a,,b", ",", "[a][][b]"},
+        {__LINE__, 0, "a,b,", ",", "[a][b]"},
+        {__LINE__, 0, ",", ",", "[]"},
+        {__LINE__, 0, "", ",", ""},
+        {__LINE__, 0, "a--b-c", "--", "[a][b-c]"},
+        {__LINE__, 0, "a-=+b-=+", "-=+", "[a][b]"},
+        {__LINE__, 0, "abc", "", "[abc]"},
+        {__LINE__, 0, "abc", nullptr, "[abc]"},
+        {__LINE__, 0,
+         "a\xE9"
+         "b",
+         "\xE9", "[a][b]"},
+        {__LINE__, 5, "\x95\x5C\\z", "\\", "[\x95\x5C][z]"},
+        {__LINE__, 5, "a\x83\x7C|\x83\x7C", "|", "[a\x83\x7C][\x83\x7C]"},
+        {__LINE__, 5, "\x82\xA0\x81\x41\x82\xA2", "\x81\x41", "[\x82\xA0][\x82\xA2]"},
+        {__LINE__, 9, "\xA5\x5C\\z", "\\", "[\xA5\x5C][z]"},
+        {__LINE__, 11,
+         "\x81\x41"
+         "Az",
+         "A", "[\x81\x41][z]"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        CodeSetGuard codeSet(row.codeSet);
+        const CGNString s(row.text);
+        const auto joined = [&](auto delimiter) {
+            CGNStringList list;
+            list.AddItem("before");
+            s.Split(list, delimiter);
+            std::string parts;
+            for (int i = 0; i < list.GetCount(); ++i)
+                parts += Join({"[", Bytes(*list.GetItem(i)), "]"});
+            return parts;
+        };
+        EXPECT_EQ(joined(row.delimiter), row.parts);
+        if (row.delimiter && std::strlen(row.delimiter) == 1) {
+            EXPECT_EQ(joined(static_cast<unsigned char>(row.delimiter[0])), row.parts);
+        }
+    }
+    CGNStringList own;
+    own.AddItem("x,y");
+    own.GetItem(0)->Split(own, ",");
+    EXPECT_EQ(own.GetCount(), 2);
+    EXPECT_STREQ(*own.GetItem(1), "y");
+}
+
+TEST(StringEdit, EscapesAndReadsEscapes) {
+    for (const int inCodeSet : {0, 5, 9, 11, 65}) {
+        CodeSetGuard codeSet(inCodeSet);
+        const auto apply = [](const char* text, auto operation) {
+            CGNString s(text);
+            operation(s);
+            return Bytes(s);
+        };
+        const auto expand = [&](const char* t) {
+            return apply(t, [](CGNString& s) { s.ExpandSpecials(); });
+        };
+        const auto unexpand = [&](const char* t) {
+            return apply(t, [](CGNString& s) { s.UnexpandSpecials(); });
+        };
+        EXPECT_EQ(expand("a\b\n\f\r\"\\\t"), "a\\b\\n\\f\\r\\\"\\\\\t");
+        EXPECT_EQ(unexpand("\\b\\n\\r\\t\\\\"), "\b\n\r\t\\");
+        EXPECT_EQ(unexpand("\\f\\\"\\q"), "\\f\\\"\\q");
+        EXPECT_EQ(unexpand("ab\\"), "ab\\");
+        EXPECT_EQ(unexpand("\\065xy"), "Ay");    // with the character behind the digits
+        EXPECT_EQ(unexpand("\\6x5yz"), "Az");    // digits among three characters
+        EXPECT_EQ(unexpand("\\65"), "A");        // fewer at the end
+        EXPECT_EQ(unexpand("\\300x"), "\x1Ex");  // above 255: two digits, the third is dropped
+        EXPECT_EQ(unexpand("\\255z"), "\xFF");
+        EXPECT_EQ(unexpand("a\\000bcd"), "a");  // a 0 ends the text
+        EXPECT_EQ(unexpand("a\\0\\065xb"), "a");
+        EXPECT_EQ(unexpand(""), "");
+        const auto quotes = [&](const char* t, bool more) {
+            return apply(
+                t, [=](CGNString& s) { more ? s.ExpandQuotes('\'') : s.UnexpandQuotes('\''); });
+        };
+        EXPECT_EQ(quotes("'a''", true), "''a''''");
+        EXPECT_EQ(quotes("''a'''b'", false), "'a''b'");
+    }
+    CodeSetGuard codeSet(5);
+    CGNString s("\x95\x5C\\n\x83\x5C");
+    s.ExpandSpecials();
+    EXPECT_EQ(Bytes(s), "\x95\x5C\\\\n\x83\x5C");
+    s.UnexpandSpecials();
+    EXPECT_EQ(Bytes(s), "\x95\x5C\\n\x83\x5C");
+    s.UnexpandSpecials();
+    EXPECT_EQ(Bytes(s), "\x95\x5C\n\x83\x5C");
+    s = "\\1\x82\xA0"
+        "2\x82\xA0z";
+    s.UnexpandSpecials();
+    EXPECT_EQ(Bytes(s), "\x0Cz");
+    s.ExpandQuotes('\x82');  // no character
+    s.ExpandQuotes(0);
+    EXPECT_EQ(Bytes(s), "\x0Cz");
+}
+
+// Time in proportion to the length: with a match at every second byte, and where characters of
+// several bytes or invalid ones stand between.
+TEST(StringEdit, ManyMatchesInLongTexts) {
+    for (const int inCodeSet : {0, 5})
+        for (const char* other : {"b", "\x95\x5C", "\x82 "}) {
+            CodeSetGuard codeSet(inCodeSet);
+            constexpr unsigned kTimes = 100000;
+            CGNString s;
+            s.AllocateBuffer(4 * kTimes, 1);
+            for (unsigned i = 0; i < kTimes; ++i) (s += 'a') += other;
+            const unsigned length = s.GetLength();
+            s.Replace("a", "&");
+            s.EncodeXMLString();
+            EXPECT_EQ(s.GetLength(), length + 4 * kTimes);
+            s.Replace("&amp;", "\n");
+            s.ExpandSpecials();
+            s.UnexpandSpecials();
+            s.ExpandQuotes('\n');
+            s.UnexpandQuotes('\n');
+            EXPECT_EQ(s.GetNumLines(), static_cast<int>(kTimes) - 1);
+            CGNStringList parts;
+            s.Split(parts, "\n");
+            EXPECT_EQ(parts.GetCount(), static_cast<int>(kTimes) + 1);
+            s.Replace("\n", "a");
+            EXPECT_EQ(s.GetLength(), length);
+        }
+}
+
+}  // namespace

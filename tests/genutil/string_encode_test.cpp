@@ -1,0 +1,302 @@
+// CGNString's escaping and encodings, file names and formats; text layout of client and server.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstdarg>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "genutil.h"
+#include "tests/support/code_set_guard.h"
+#include "tests/support/texts.h"
+
+namespace {
+
+bool IsJapaneseUser() {
+    return (mbGetLCID(nullptr) & 0x3FF) == 0x11;
+}
+
+template <class Operation>
+std::string After(const char* text, Operation operation) {
+    CGNString s(text);
+    operation(s);
+    return Bytes(s);
+}
+
+TEST(StringEncode, EscapesInEveryCodeSet) {
+    for (const int inCodeSet : {0, 3, 5, 9, 11, 65}) {
+        SCOPED_TRACE(inCodeSet);
+        CodeSetGuard codeSet(inCodeSet);
+        const char* const text = "a&<b>\"c'\\\r\n\nd\r&amp;";
+        const auto html = [](CGNString& s) { s.EncodeHtmlString(); };
+        const auto area = [](CGNString& s) { s.EncodeHtmlStringTextArea(); };
+        const auto quoted = [](CGNString& s) { s.EncodeHtmlQuotedString(); };
+        const auto xml = [](CGNString& s) { s.EncodeXMLString(); };
+        const auto script = [](CGNString& s) { s.EncodeJavaScriptQuotedString(0); };
+        const auto flat = [](CGNString& s) { s.EncodeJavaScriptQuotedString(1); };
+        EXPECT_EQ(After(text, html), "a&amp;&lt;b&gt;\"c'\\<br><br>d\r&amp;amp;");
+        EXPECT_EQ(After(text, area), "a&amp;&lt;b&gt;\"c'\\\r\n\nd\r&amp;amp;");
+        EXPECT_EQ(After(text, quoted), "a&amp;<b>&quot;c'\\&#13;&#10;&#10;d&#13;&amp;amp;");
+        EXPECT_EQ(After(text, xml), "a&amp;&lt;b&gt;&quot;c&apos;\\\r\n\nd\r&amp;amp;");
+        EXPECT_EQ(After(text, script), "a&<b>\\\"c\\'\\\\\\r\\n\\nd\\r&amp;");
+        EXPECT_EQ(After(text, flat), "a&<b>\\\"c\\'\\\\   d &amp;");
+        EXPECT_EQ(After("\r", html), "\r");
+        CGNString never;
+        for (const auto& encode : {+html, +area, +quoted, +xml, +script, +flat}) {
+            encode(never);
+            EXPECT_EQ(After("plain text of no interest", encode), "plain text of no interest");
+        }
+        never.EncodeReplace("", "x");
+        never.EncodeReplace("x", "y");
+        never.EncodeReplace(nullptr, nullptr);
+        EXPECT_TRUE(never.IsEmpty());
+        EXPECT_EQ(After("axbx", [](CGNString& s) { s.EncodeReplace("x", s); }), "aaxbxbaxbx");
+    }
+}
+
+TEST(StringEncode, EscapesNoPartOfACharacter) {
+    const auto script = [](int inCodeSet, const char* text) {
+        CodeSetGuard codeSet(inCodeSet);
+        return After(text, [](CGNString& s) { s.EncodeJavaScriptQuotedString(0); });
+    };
+    EXPECT_EQ(script(5, "\x95\x5C\\\x83\x5C"), "\x95\x5C\\\\\x83\x5C");
+    EXPECT_EQ(script(9, "\xA5\x5C'"), "\xA5\x5C\\'");
+    EXPECT_EQ(script(0, "\x95\x5C"), "\x95\\\\");            // two characters there
+    EXPECT_EQ(script(5, "\x95\x5C\x82 "), "\x95\\\\\x82 ");  // invalid text is bytes
+    CodeSetGuard johab(12);
+    EXPECT_EQ(After("\xD9\x3C<", [](CGNString& s) { s.EncodeHtmlString(); }), "\xD9\x3C&lt;");
+    CodeSetGuard western(0);
+    EXPECT_EQ(After("a\xE9"
+                    "b",
+                    [](CGNString& s) { s.EncodeReplace("\xE9", "e"); }),
+              "aeb");
+}
+
+TEST(StringEncode, ConvertsBetweenTheUsersCodeSetAndUtf8) {
+    CodeSetGuard codeSet(IsJapaneseUser() ? 5 : 0);
+    const char* const own = IsJapaneseUser() ? "a\x82\xA0" : "a\xE9";
+    const char* const utf8 = IsJapaneseUser() ? "a\xE3\x81\x82" : "a\xC3\xA9";
+    EXPECT_EQ(After(own, [](CGNString& s) { s.ConvertToUTF8(nullptr); }), utf8);
+    EXPECT_EQ(After("\x82\xA0", [](CGNString& s) { s.ConvertToUTF8("ja_JP"); }), "\xE3\x81\x82");
+    EXPECT_EQ(After("\x82\xA0", [](CGNString& s) { s.ConvertToUTF8("xx_XX"); }), "");
+    EXPECT_EQ(After(utf8, [](CGNString& s) { s.ConvertFromUTF8(); }), own);
+    EXPECT_EQ(After("%41+%7E%zz%00b", [](CGNString& s) { s.UrlDecode(); }), "A+~%zz");
+    EXPECT_EQ(After("", [](CGNString& s) { s.UrlDecode(); }), "");
+}
+
+TEST(StringEncode, WidensAndNarrowsJapanese) {
+    const auto widen = [](CGNString& s) { s.ConvertSingleToDouble(); };
+    const auto narrow = [](CGNString& s) { s.ConvertRomanjiToASCII(); };
+    const auto tag = [](CGNString& s) { s.ConvertSpecialAlphaNumForXMLTag(); };
+    {
+        CodeSetGuard codeSet(5);
+        EXPECT_EQ(After("a1\xB1\xB6\xDE", widen), "\x82\x81\x82\x50\x83\x41\x83\x4B");
+        EXPECT_EQ(After("\x82\x4F\x82\x58\x82\x81\x82\x9A\x82\x60\x82\x79\x82\xA0\x81\x43", narrow),
+                  "09azAZ\x82\xA0\x81\x43");
+        EXPECT_EQ(After("a<\xB1", tag), "a\x81\x83\x83\x41");
+    }
+    CodeSetGuard codeSet(4);
+    EXPECT_EQ(After("a", widen), "\xA3\xE1");
+    EXPECT_EQ(After("\xA3\xE1", narrow), "\xA3\xE1");
+    EXPECT_EQ(After("a", tag), "\xA3\xE1");
+    CodeSetGuard western(0);
+    EXPECT_EQ(After("a\x82\x81", tag), "a\x82\x81");
+}
+
+TEST(StringEncode, DeclaresTheCharacterSetOfAPage) {
+    CodeSetGuard codeSet(11);
+    EXPECT_STREQ(CGNString().GetEncodingStringForHTML(""),
+                 "content=\"text/html; charset=euc-kr\">");
+    EXPECT_STREQ(CGNString().GetEncodingStringForHTML("ja_JP"),
+                 "content=\"text/html; charset=shift_jis\">");
+    const struct {
+        int line;
+        const char *page, *declared;
+    } rows[] = {
+        {__LINE__, "<html><head><META content=\"text/html; CHARSET=utf-8\"></head>charset=x",
+         "<html><head><META content=\"text/html; CHARSET=shift_jis\"></head>charset=x"},
+        {__LINE__, "<meta name='charset'><meta charset = 'utf-8' />",
+         "<meta name='charset'><meta charset = 'shift_jis' />"},
+        {__LINE__, "<!DOCTYPE html><HTML lang=x><HEAD>\n</HEAD><metal charset=x>",
+         "<!DOCTYPE html><HTML lang=x><HEAD><meta http-equiv=\"Content-Type\" "
+         "content=\"text/html; charset=shift_jis\">\n</HEAD><metal charset=x>"},
+        {__LINE__, "<header>charset=x",
+         "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=shift_jis\">"
+         "<header>charset=x"},
+        {__LINE__, "<html",
+         "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=shift_jis\"><html"},
+        {__LINE__, "<meta charset=", "<meta charset=shift_jis"},
+        {__LINE__, "",
+         "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=shift_jis\">"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        const auto declare = [](CGNString& s) { s.ReplaceEncodingStringInHTML("ja_JP"); };
+        EXPECT_EQ(After(row.page, declare), row.declared);
+    }
+}
+
+// -- File names ----------------------------------------------------------------------------------
+
+TEST(StringFileName, Splits) {
+    const struct {
+        int line, codeSet;
+        const char *path, *dir, *file, *base, *ext;
+    } rows[] = {
+        {__LINE__, 0, "C:\\a\\b.txt", "C:\\a", "b.txt", "C:\\a\\b", "txt"},
+        {__LINE__, 0, "a/b\\c.d.e", "a/b", "c.d.e", "a/b\\c.d", "e"},
+        {__LINE__, 0, "a\\b/c", "a\\b", "c", "a\\b/c", ""},
+        {__LINE__, 0, "file", "", "file", "file", ""},
+        {__LINE__, 0, "/", "", "", "/", ""},
+        {__LINE__, 0, "a.", "", "a.", "a", ""},
+        {__LINE__, 0, "", "", "", "", ""},
+        {__LINE__, 5, "\x95\x5C\\\x83\x5C.z", "\x95\x5C", "\x83\x5C.z", "\x95\x5C\\\x83\x5C", "z"},
+        {__LINE__, 5, "\x83\x5C", "", "\x83\x5C", "\x83\x5C", ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        CodeSetGuard codeSet(row.codeSet);
+        CGNString s(row.path), a("before"), b("before");
+        s.SplitFilePath(a, b);
+        EXPECT_EQ(Join({Bytes(a), "|", Bytes(b)}), Join({row.dir, "|", row.file}));
+        s.SplitFileName(a, b);
+        EXPECT_EQ(Join({Bytes(a), "|", Bytes(b)}), Join({row.base, "|", row.ext}));
+        CGNString first(s), second(s);
+        first.SplitFilePath(first, b);
+        second.SplitFilePath(a, second);
+        EXPECT_EQ(Join({Bytes(first), "|", Bytes(second)}), Join({row.dir, "|", row.file}));
+    }
+}
+
+TEST(StringFileName, JoinsAndShortens) {
+    const auto make = [](int inCodeSet, const char* dir, const char* file) {
+        CodeSetGuard codeSet(inCodeSet);
+        CGNString s("before"), self(dir), other(file);
+        EXPECT_TRUE(s.MakeFilePath(dir, file) && self.MakeFilePath(self, file) &&
+                    other.MakeFilePath(dir, other));
+        EXPECT_TRUE(s == self && s == other);
+        return Bytes(s);
+    };
+    EXPECT_EQ(make(0, "a", "b"), "a\\b");
+    EXPECT_EQ(make(0, "a\\", "b"), "a\\b");
+    EXPECT_EQ(make(0, "a/", "b"), "a/\\b");
+    EXPECT_EQ(make(0, "", "b"), "\\b");
+    EXPECT_EQ(make(0, "", ""), "\\");
+    EXPECT_EQ(make(5, "\x95\x5C", "b"), "\x95\x5C\\b");
+    EXPECT_EQ(make(5, "\x95\x5C\\", "b"), "\x95\x5C\\b");
+    const auto shorten = [](int inCodeSet, const char* name) {
+        CodeSetGuard codeSet(inCodeSet);
+        return After(name, [](CGNString& s) { s.ForceTo8By3(); });
+    };
+    EXPECT_EQ(shorten(0, "long file name.html"), "LONGFILE.HTM");
+    EXPECT_EQ(shorten(0, "a.b.c"), "AB.C");
+    EXPECT_EQ(shorten(0, "C:\\My Dir\\\xE9t\xE9+[1].x"),
+              "C:\\My Dir\\\xC9T\xC9"
+              "1.X");
+    EXPECT_EQ(shorten(0, ".profile"), "PROFILE");
+    EXPECT_EQ(shorten(0, "name."), "NAME");
+    EXPECT_EQ(shorten(0, ""), "");
+    EXPECT_EQ(shorten(5, "abc\x95\x5C\x95\x5C\x95\x5Cz.h\x95\x5Cm"),
+              "ABC\x95\x5C\x95\x5C.H\x95\x5C");
+    EXPECT_EQ(shorten(65,
+                      "\xF0\x9F\x98\x80"
+                      "abcdefg\xE3\x81\x82.t"),
+              "ABCDEFG.T");
+}
+
+// -- Formats -------------------------------------------------------------------------------------
+
+int FormatOn(CGNString& s, const char* format, ...) GENUTIL_PRINTF(2, 3);
+int FormatOn(CGNString& s, const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    const int length = s.sprintf2(format, arguments);
+    va_end(arguments);
+    return length;
+}
+
+TEST(StringFormat, FormatsAnyLength) {
+    CGNString s("7 days");
+    EXPECT_EQ(s.sprintf("%s and %d", static_cast<const char*>(s), 8), 12);
+    EXPECT_STREQ(s, "7 days and 8");
+    for (const int width : {1, 510, 511, 512, 513, 100000}) {
+        EXPECT_EQ(FormatOn(s, "%*dx", width, 5), width + 1);
+        EXPECT_EQ(s.GetLength(), static_cast<unsigned>(width) + 1);
+        EXPECT_EQ(std::strlen(s), s.GetLength());
+        EXPECT_STREQ(static_cast<const char*>(s) + width - 1, "5x");
+    }
+    const char* const none = nullptr;
+    EXPECT_EQ(s.sprintf(none), 0);
+    EXPECT_TRUE(s.IsEmpty());
+    EXPECT_FALSE(s.LoadStringResource(1, "a"));
+    EXPECT_TRUE(s.IsEmpty());
+}
+
+// -- Client and server ---------------------------------------------------------------------------
+
+TEST(TextLayout, ChangesLineEnds) {
+    const struct {
+        int line;
+        const char *text, *client, *server;
+        int breaks;
+    } rows[] = {
+        {__LINE__, "\n\r\n\x01", "\r\n\r\n\n", "\n\n\x01", 1},
+        {__LINE__, "\r\n\r", "\r\n\r", "\n\r", 1},
+        {__LINE__, "a\nb\r\r\n\r", "a\r\nb\r\r\n\r", "a\nb\r\n\r", 2},
+        {__LINE__, "\x01\n", "\n\r\n", "\x01\n", 1},
+        {__LINE__, "\nabc\n", "\r\nabc\r\n", "\nabc\n", 1},
+        {__LINE__, "abc", "abc", "abc", 0},
+        {__LINE__, "\n", "\r\n", "\n", 0},
+        {__LINE__, "", "", "", 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        CGNString client(row.text), server(row.text);
+        EXPECT_EQ(OSClientGetNumLines(client), row.breaks);
+        EXPECT_EQ(client.GetNumLines(), row.breaks);
+        EXPECT_EQ(OSClientFormatString(client), static_cast<int>(std::strlen(row.client)));
+        EXPECT_EQ(OSServerFormatString(server), static_cast<int>(std::strlen(row.server)));
+        EXPECT_EQ(Bytes(client), row.client);
+        EXPECT_EQ(Bytes(server), row.server);
+        EXPECT_EQ(After(row.text, [](CGNString& s) { s.ClientFormat(); }), row.client);
+        EXPECT_EQ(After(row.text, [](CGNString& s) { s.ServerFormat(); }), row.server);
+    }
+}
+
+TEST(TextLayout, LimitsForTheOtherSide) {
+    const bool japanese = IsJapaneseUser();
+    const struct {
+        int line, codeSet;
+        const char* text;
+        int limit, length;
+    } rows[] = {
+        {__LINE__, 5, "\xB1\xB2\xB3\xB4", 4, 2},  // two bytes each at the server
+        {__LINE__, 5, "\xB1\xB2\xB3\xB4", 3, 1},
+        {__LINE__, 5, "a\x82\xA0\x82\xA2", 4, 3},
+        {__LINE__, 5, "a\x82\xA0\x82\xA2", 5, 5},
+        {__LINE__, 5, "a\x82\xA0", 100, 3},
+        {__LINE__, 0, "abc", 2, 2},
+        {__LINE__, 0, "abc", 100, 3},
+        {__LINE__, 5, "abc", 0, 0},
+        {__LINE__, 5, "abc", -1, 0},
+        {__LINE__, 5, nullptr, 7, 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        CodeSetGuard codeSet(row.codeSet);
+        EXPECT_EQ(OSFindPlatformStringLength(row.text, row.limit),
+                  japanese ? row.length : row.limit);
+    }
+    CodeSetGuard codeSet(japanese ? 5 : 0);
+    const char* const text = japanese ? "a\x82\xA0z" : "a\xE9z";  // 1, 2 or 3, and 1 bytes
+    const int second = japanese ? 4 : 3;
+    EXPECT_EQ(FindUTF8StringLength(text, second - 1), 1);
+    EXPECT_EQ(FindUTF8StringLength(text, second), 2);
+    EXPECT_EQ(FindUTF8StringLength(text, INT_MAX), 3);
+    EXPECT_EQ(FindUTF8StringLength(text, 0), 0);
+    EXPECT_EQ(FindUTF8StringLength(text, -1), 0);
+    EXPECT_EQ(FindUTF8StringLength(nullptr, 5), 0);
+}
+
+}  // namespace

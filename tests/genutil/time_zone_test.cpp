@@ -1,0 +1,188 @@
+// The zone of the process and of threads; local time by the system's own rules.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <ctime>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "gendate.h"
+#include "osthread.h"
+#include "tests/support/worker.h"
+
+namespace {
+
+std::string TZ() {
+    return static_cast<const char*>(OSTimeZone::GetInstance()->GetTZ());
+}
+
+class TimeZone : public testing::Test {
+  protected:
+    TimeZone() {
+        OSSetThreaded();
+        CGNDate::ModuleInit();
+        CGNDateTime::ModuleInit();
+        OSTimeZone::Free();
+        mbSetTZone(nullptr);
+    }
+    ~TimeZone() override {
+        OSTimeZone::Free();
+        mbSetTZone(nullptr);
+    }
+};
+
+int HourOf(long seconds) {
+    std::tm local;
+    CGNDateTime::LocalTimeTS(seconds, local);
+    return local.tm_hour;
+}
+
+}  // namespace
+
+TEST_F(TimeZone, OfTheProcessIsTheVariable) {
+    mbSetTZone("JST-9");
+    OSTimeZone* zone = OSTimeZone::GetInstance();
+    EXPECT_TRUE(zone->GetSystemTZ() == "JST-9");
+    zone->SetTZ("AAA3");
+    EXPECT_EQ(TZ(), "AAA3");
+    EXPECT_EQ(HourOf(1269093600), 11);
+    EXPECT_TRUE(zone->GetSystemTZ() == "JST-9");
+    zone->SetTZ(std::string(125, 'x').c_str());
+    EXPECT_EQ(TZ(), "AAA3");
+    EXPECT_GT(CGNDateTime::Now(), 1700000000);  // restores the zone of the start
+    EXPECT_EQ(TZ(), "JST-9");
+    EXPECT_EQ(HourOf(1269093600), 23);
+    zone->SetTZ("AAA3");
+    const OSTimeZone copy(*zone);
+    EXPECT_TRUE(copy.GetSystemTZ() == "JST-9");
+    OSTimeZone::Free();
+    EXPECT_STREQ(std::getenv("TZ"), "AAA3");  // outlives the object that set it
+    EXPECT_TRUE(OSTimeZone::GetInstance()->GetSystemTZ() == "AAA3");
+    OSTimeZone::GetInstance()->SetTZ("");
+    EXPECT_EQ(TZ(), "");
+    OSTimeZone::GetInstance()->SetTZ(nullptr);
+    EXPECT_EQ(TZ(), "");
+}
+
+TEST_F(TimeZone, OfAThreadIsItsVariable) {
+    mbSetTZone("AAA3");
+    OSTimeZone::GetInstance();
+    Worker([] {
+        OSTimeZone::GetInstance()->SetThreadTZ();
+        EXPECT_EQ(TZ(), "AAA3");  // without a variable nothing changes
+        CGNLclSt::Instance()->Init(4);
+        char zone[] = "Asia/Tokyo";
+        CGNLclSt::Instance()->SetLocalVariable("timezone", zone);
+        EXPECT_EQ(HourOf(1269093600), 23);
+        EXPECT_EQ(TZ(), "Asia/Tokyo");
+        std::tm local = {};
+        local.tm_year = 110;
+        local.tm_mon = 2;
+        local.tm_mday = 20;
+        local.tm_hour = 23;
+        local.tm_isdst = -1;
+        EXPECT_EQ(CGNDate::MkTimeTS(&local), 1269093600);
+    }).Join();
+}
+
+// Eight threads in eight zones, through both classes, whose mutexes are not the same.
+TEST_F(TimeZone, OfAThreadIsNeverAnothers) {
+    const char* const kZones[] = {"AAA0",  "BBB-1", "CCC-2", "DDD-3",
+                                  "EEE-4", "FFF-5", "GGG-6", "Asia/Tokyo"};
+    const int kHours[] = {14, 15, 16, 17, 18, 19, 20, 23};
+    std::atomic<int> wrong{0};
+    std::vector<std::unique_ptr<Worker>> workers;
+    for (int i = 0; i < 8; ++i)
+        workers.push_back(std::make_unique<Worker>([&, i] {
+            CGNLclSt::Instance()->Init(4);
+            std::string zone(kZones[i]);
+            CGNLclSt::Instance()->SetLocalVariable("timezone", zone.data());
+            for (int round = 0; round < 300; ++round) {
+                std::tm local;
+                if ((i + round) % 2)
+                    CGNDate::LocalTimeTS(1269093600, local);
+                else
+                    CGNDateTime::LocalTimeTS(1269093600, local);
+                wrong += local.tm_hour != kHours[i];
+            }
+        }));
+    for (auto& worker : workers) worker->Join();
+    EXPECT_EQ(wrong, 0);
+}
+
+// The changes of clocks in the zones of the tz database, against what it says of 2010.
+TEST_F(TimeZone, KnowsWhenClocksChange) {
+    const struct {
+        int line;
+        const char* zone;
+        long change;        // the first second of the new offset
+        int before, after;  // seconds east of Greenwich
+    } kRows[] = {
+        {__LINE__, "America/New_York", 1268550000, -18000, -14400},
+        {__LINE__, "America/New_York", 1289109600, -14400, -18000},
+        {__LINE__, "America/Los_Angeles", 1268560800, -28800, -25200},
+        {__LINE__, "Europe/Berlin", 1269738000, 3600, 7200},
+        {__LINE__, "Europe/Berlin", 1288486800, 7200, 3600},
+        {__LINE__, "Europe/London", 1269738000, 0, 3600},
+        {__LINE__, "Australia/Sydney", 1270310400, 39600, 36000},
+        {__LINE__, "Australia/Sydney", 1286035200, 36000, 39600},
+        {__LINE__, "Pacific/Auckland", 1270303200, 46800, 43200},
+        {__LINE__, "CET-1CEST,M3.5.0,M10.5.0/3", 1288486800, 7200, 3600},
+        {__LINE__, "LHST-10:30LHDT-11,M10.1.0,M4.1.0", 1286033400, 37800, 39600},
+    };
+    const auto offset = [](long seconds) {
+        std::tm local;
+        CGNDateTime::LocalTimeTS(seconds, local);
+        const long day =
+            CGNDate::DateToJulianDate(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday) -
+            2440588L;
+        EXPECT_EQ(local.tm_wday, (day + 4) % 7);
+        return static_cast<int>(day * 86400 + local.tm_hour * 3600 + local.tm_min * 60 +
+                                local.tm_sec - seconds);
+    };
+    for (const auto& row : kRows) {
+        ASSERT_EQ(mbSetTZone(row.zone), 1) << row.line;
+        EXPECT_EQ(offset(row.change - 1), row.before) << row.line;
+        EXPECT_EQ(offset(row.change), row.after) << row.line;
+        std::tm local;
+        for (long seconds : {row.change - 7201, row.change - 1, row.change, row.change + 7200}) {
+            CGNDateTime::LocalTimeTS(seconds, local);
+            EXPECT_EQ(CGNDateTime::MkTimeTS(&local), seconds) << row.line;
+        }
+    }
+    mbSetTZone("America/New_York");
+    std::tm local = {};  // the hour that the clocks skip, and fields out of range
+    local.tm_year = 109;
+    local.tm_mon = 14;
+    local.tm_mday = 13;
+    local.tm_hour = 26;
+    local.tm_min = 30;
+    local.tm_isdst = -1;
+    EXPECT_EQ(CGNDate::MkTimeTS(&local), 1268551800);
+    EXPECT_EQ(local.tm_hour * 100 + local.tm_isdst, 301);
+    local = {};
+    local.tm_year = 110;
+    local.tm_mon = 10;
+    local.tm_mday = 7;
+    local.tm_hour = 1;
+    local.tm_isdst = -1;
+    EXPECT_EQ(CGNDate::MkTimeTS(&local), 1289106000);  // the first of two
+    local.tm_isdst = 0;
+    EXPECT_EQ(CGNDate::MkTimeTS(&local), 1289109600);
+    local.tm_year = 2147483647;
+    EXPECT_EQ(CGNDate::MkTimeTS(&local), -1);
+    EXPECT_EQ(local.tm_year, 2147483647);
+}
+
+TEST_F(TimeZone, UnknownZonesAreUtc) {
+    OSTimeZone::GetInstance()->SetTZ("Nowhere/Land");
+    EXPECT_EQ(HourOf(1269093600), 14);
+    OSTimeZone::GetInstance()->SetTZ(":");
+    EXPECT_EQ(HourOf(1269093600), 14);
+    OSTimeZone::GetInstance()->SetTZ(":Asia/Tokyo");
+    EXPECT_EQ(HourOf(1269093600), 23);
+    OSTimeZone::GetInstance()->SetTZ("Tokyo Standard Time");
+    EXPECT_EQ(HourOf(1269093600), 23);
+}

@@ -1,0 +1,19 @@
+// Texts of tests: all bytes of a string, and texts put together.
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+#include "genstr.h"
+
+inline std::string Bytes(const CGNString& s) {
+    return {static_cast<const char*>(s), s.GetLength()};
+}
+
+// Sums of std::string draw false warnings from the compiler.
+inline std::string Join(std::initializer_list<std::string_view> parts) {
+    std::string text;
+    for (const std::string_view part : parts) text.append(part.data(), part.size());
+    return text;
+}
