@@ -138,16 +138,23 @@ class GENUTIL_API CGNDateTime {
 
     /* -- Reading --------------------------------------------------------------------------- */
 
-    /** Reads a date, or a date and a time behind it, from one text. The value follows, in the zone
-        of the thread; on failure it stays, and the range status tells why.
+    /** Reads a whole text with a date, or with a date and a time in either order, in the forms that
+        CGNDate::parseDate and CGNTime::parseTime know. A comma, "at" or the "T" of ISO 8601 may
+        stand between them, and "Z", "UTC" or an offset such as "+09:00" behind the time, which is
+        then not that of the zone of the thread. The fields of the value are those of that zone in
+        any case. A time that stands twice when clocks change is the first.
+        On failure the value stays, and the range status tells why: 2 no date, none that exists or
+        none that a moment can have, 3 a time out of range, 4 one behind the last moment, 5 text
+        behind the date that is no time.
         @return whether it was read. */
     unsigned char FromString(const CGNString& text);
     /** The same from two texts; an empty time is midnight. */
     unsigned char FromString(const CGNString& date, const CGNString& time);
-    /** Reads a date, a time or both, and tells what the text had.
+    /** Reads a date, a time or both into the fields of the value, unchecked against the range; the
+        seconds since 1970 stay, and an offset behind the time is skipped.
         @param text the text. @param found receives 1 or 0 for each of year, month, day, hour,
-        minute and second, in this order; may be null. @param size elements of found.
-        @return whether the whole text was read. */
+        minute and second, in this order, for what the text had; may be null. @param size elements
+        of found. @return whether the whole text was read; the range status as for FromString. */
     unsigned char parseDateTime(const CGNString& text, unsigned char* found, int size);
 
     /* As the functions of the same names in CGNDate and CGNTime; they leave date and time in the
