@@ -29,8 +29,8 @@ class GENUTIL_API CGNDate {
     /** Takes five values as they are, without a check. @param year from 1. @param bc 1 for a year
         before Christ. @param month from 1. @param day from 1. @param weekday 1 is Sunday. */
     CGNDate(int year, unsigned char bc, int month, int day, int weekday);
-    CGNDate(const CGNDate& other);
-    CGNDate& operator=(const CGNDate& other);
+    CGNDate(const CGNDate& other);            /**< a copy of all of it */
+    CGNDate& operator=(const CGNDate& other); /**< takes all of it */
     ~CGNDate();
 
     /** @return 1 when year, month and day are all 0. */

@@ -30,8 +30,8 @@ class GENUTIL_API CGNDateTime {
     /** Takes the local date and time of a record and formats them in style 3. The seconds since
         1970 stay 0: programs compute them with MkTimeTS when they want them. */
     explicit CGNDateTime(struct tm* local);
-    CGNDateTime(const CGNDateTime& other);
-    CGNDateTime& operator=(const CGNDateTime& other);
+    CGNDateTime(const CGNDateTime& other);            /**< a copy of all of it */
+    CGNDateTime& operator=(const CGNDateTime& other); /**< takes all of it */
     ~CGNDateTime();
 
     /** @return 1 when date, time and seconds are all 0; the weekday plays no part. */
@@ -127,14 +127,14 @@ class GENUTIL_API CGNDateTime {
     static unsigned char DateSep(CGNString& out);    /**< the locale's date separator */
     unsigned char Emperor(CGNString& out) const;     /**< the era's name; empty without one */
     unsigned char Hour12(CGNString& out) const;      /**< as in CGNTime, and so the following */
-    unsigned char Hour12LZ(CGNString& out) const;
-    unsigned char Hour24(CGNString& out) const;
-    unsigned char Hour24LZ(CGNString& out) const;
-    unsigned char Minute(CGNString& out) const;
-    unsigned char MinuteLZ(CGNString& out) const;
-    unsigned char Second(CGNString& out) const;
-    unsigned char SecondLZ(CGNString& out) const;
-    unsigned char AMPMMarker(CGNString& out) const;
+    unsigned char Hour12LZ(CGNString& out) const;    /**< see CGNTime */
+    unsigned char Hour24(CGNString& out) const;      /**< see CGNTime */
+    unsigned char Hour24LZ(CGNString& out) const;    /**< see CGNTime */
+    unsigned char Minute(CGNString& out) const;      /**< see CGNTime */
+    unsigned char MinuteLZ(CGNString& out) const;    /**< see CGNTime */
+    unsigned char Second(CGNString& out) const;      /**< see CGNTime */
+    unsigned char SecondLZ(CGNString& out) const;    /**< see CGNTime */
+    unsigned char AMPMMarker(CGNString& out) const;  /**< see CGNTime */
 
     /* -- Reading --------------------------------------------------------------------------- */
 
@@ -159,31 +159,56 @@ class GENUTIL_API CGNDateTime {
 
     /* As the functions of the same names in CGNDate and CGNTime; they leave date and time in the
        value itself. */
+    /** see CGNDate::GetDateFromString */
     unsigned char GetDateFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetLongDateFromString */
     unsigned char GetLongDateFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetShortDateFromString */
     unsigned char GetShortDateFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetDateFromStringUsingFormat */
     unsigned char GetDateFromStringUsingFormat(const CGNString& text, CGNString& rest,
                                                const CGNString& format);
+    /** see CGNDate::GetMonthNumFromString */
     unsigned char GetMonthNumFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetMonthAbbrevFromString */
     unsigned char GetMonthAbbrevFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetMonthNameFromString */
     unsigned char GetMonthNameFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetDayNumFromString */
     unsigned char GetDayNumFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetDayAbbrevFromString */
     unsigned char GetDayAbbrevFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetDayNameFromString */
     unsigned char GetDayNameFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::Get4DigitYearFromString */
     unsigned char Get1DigitYearFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::Get4DigitYearFromString */
     unsigned char Get2DigitYearFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::Get4DigitYearFromString */
     unsigned char Get4DigitYearFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetDateSepFromString */
     unsigned char GetDateSepFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetMatchingCharFromString */
     unsigned char GetMatchingCharFromString(const CGNString& text, CGNString& rest, char c);
+    /** see CGNDate::GetEmperorFromString */
     long GetEmperorFromString(const CGNString& text, CGNString& rest);
+    /** see CGNTime::GetTimeFromString */
     unsigned char GetTimeFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::parseDate */
     unsigned char parseDate(const CGNString& text, CGNString& rest);
+    /** see CGNDate::parseNumDate */
     unsigned char parseNumDate(const CGNString& text, CGNString& rest);
+    /** see CGNDate::parseCharDate */
     unsigned char parseCharDate(const CGNString& text, CGNString& rest);
+    /** see CGNDate::parseKanjiDate */
     unsigned char parseKanjiDate(const CGNString& text, CGNString& rest);
+    /** see CGNTime::parseTime */
     unsigned char parseTime(const CGNString& text, CGNString& rest);
+    /** see CGNDate::extractDateWord */
     static unsigned char extractDateWord(const CGNString& text, CGNString& word, CGNString& rest);
+    /** see CGNTime::extractTimeWord */
     static unsigned char extractTimeWord(const CGNString& text, CGNString& word, CGNString& rest);
+    /** see CGNTime::FindAMPMMarker */
     static unsigned char FindAMPMMarker(const CGNString& text, long& pm, CGNString& rest);
 
     /** Serialises the clock and zone functions of this class; null before ModuleInit. */
@@ -237,8 +262,8 @@ class GENUTIL_API CLCDateTime {
     explicit CLCDateTime(CLCLocale* locale);
     /** @param locale as above. @param seconds since 1970, as CGNDateTime takes them. */
     CLCDateTime(CLCLocale* locale, long seconds);
-    CLCDateTime(const CLCDateTime& other);
-    CLCDateTime& operator=(const CLCDateTime& other);
+    CLCDateTime(const CLCDateTime& other);            /**< a copy of all of it */
+    CLCDateTime& operator=(const CLCDateTime& other); /**< takes all of it */
     ~CLCDateTime();
 
     /** @return the moment, with its fields and the status of the last reading; its own functions go

@@ -17,8 +17,8 @@ class GENUTIL_API CGNTime {
     CGNTime(int hour, int minute, int second);
     /** @param secondsFromMidnight below 0 counts as 0, above 86399 as 86399. */
     explicit CGNTime(long secondsFromMidnight);
-    CGNTime(const CGNTime& other);
-    CGNTime& operator=(const CGNTime& other);
+    CGNTime(const CGNTime& other);            /**< a copy of all of it */
+    CGNTime& operator=(const CGNTime& other); /**< takes all of it */
     ~CGNTime();
 
     /** @return 1 when hour, minute, second and seconds from midnight are 0. */
