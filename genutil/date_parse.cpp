@@ -128,8 +128,9 @@ void DateReader::Year() {
     const char* from = SkipBlanks();
     const std::size_t marker = MarkerIn(from);
     int number = 0;
+    m_scratch.yearDigits = kBcYear;
     if (marker == 0) {
-        const int digits = CountDigits(from, &number);
+        const int digits = m_scratch.yearDigits = CountDigits(from, &number);
         m_scratch.year = YearOfDigits(number, digits, m_locale, m_scratch);
         m_at = from + digits;
     } else if (IsDigit(*from)) {

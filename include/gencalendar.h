@@ -212,6 +212,8 @@ class GENUTIL_API CGNDate {
     static void CheckLayout();
     template <class Read>
     unsigned char ReadWith(const CGNString& text, CGNString& rest, Read read);
+    template <class Read>
+    unsigned char ParseWith(const CGNString& text, CGNString& rest, Read read);
 
     std::int32_t m_status;
     std::int32_t m_year;

@@ -187,8 +187,18 @@ class GENUTIL_API CGNDateTime {
     void TakeFields(const struct tm& local);
     template <class Read>
     unsigned char ReadWith(const CGNString& text, CGNString& rest, Read read);
+    template <class Read>
+    unsigned char ParseWith(const CGNString& text, CGNString& rest, Read read);
+    template <class Found>
+    unsigned char Take(const Found& moment);
     template <class Write>
     unsigned char Component(CGNString& out, Write write) const;
+    unsigned char ReadIn(const CLCLocale* locale, const CGNString& text);
+    unsigned char ReadIn(const CLCLocale* locale, const CGNString& date, const CGNString& time);
+    unsigned char FormatIn(CLCLocale* locale, long style);
+    unsigned char AddDateIn(CLCLocale* locale, long style);
+    unsigned char AddTimeIn(CLCLocale* locale);
+    friend class CLCDateTime;
 
     std::int32_t m_hour;
     std::int32_t m_minute;
@@ -202,6 +212,47 @@ class GENUTIL_API CGNDateTime {
     std::int32_t m_seconds;
     std::int32_t m_spare;
     std::int32_t m_rangeStatus;
+};
+
+/** A moment that is written and read in a locale of its own instead of the global one, as for the
+    users of a server:
+
+        CLCLocale german;
+        german.SetLocale("de_DE");
+        CLCDateTime moment(&german, 1271772000L);
+        moment.FormatForDisplay(2);                  // "Dienstag, 20. April 2010 16:00:00"
+
+    Texts are in the code set that is current, as the names of the locale must be. */
+class GENUTIL_API CLCDateTime {
+  public:
+    /** The empty value. @param locale is kept, stays the caller's and must outlive the object; null
+        means the global locale. */
+    explicit CLCDateTime(CLCLocale* locale);
+    /** @param locale as above. @param seconds since 1970, as CGNDateTime takes them. */
+    CLCDateTime(CLCLocale* locale, long seconds);
+    CLCDateTime(const CLCDateTime& other);
+    CLCDateTime& operator=(const CLCDateTime& other);
+    ~CLCDateTime();
+
+    /** @return the moment, with its fields and the status of the last reading; its own functions go
+        by the global locale. */
+    const CGNDateTime& Moment() const { return m_moment; }
+    /** Takes a moment. */
+    void Set(const CGNDateTime& moment) { m_moment = moment; }
+
+    /** As the functions of the same names in CGNDateTime, in the locale of this object. */
+    unsigned char FormatForDisplay(long style);
+    unsigned char FormatDateForDisplay(long style);                         /**< the same */
+    unsigned char FormatTimeForDisplay();                                   /**< the same */
+    void GetDisplayBuffer(CGNString& out) const;                            /**< the same */
+    unsigned char FromString(const CGNString& text);                        /**< the same */
+    unsigned char FromString(const CGNString& date, const CGNString& time); /**< the same */
+
+  private:
+    CLCLocale* Locale() const;
+
+    CLCLocale* m_locale;
+    CGNDateTime m_moment;
 };
 
 #endif
