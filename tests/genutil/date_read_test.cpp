@@ -414,7 +414,7 @@ TEST(DateRead, Moments) {
         EXPECT_EQ(moment.GetHour(), 21);
     }
     {  // clocks go from 2 to 3
-        const ZoneGuard zone("America/New_York");
+        ZoneGuard::Set("America/New_York");
         const CustomLocale locale("en_US", "M/d/yyyy", "", "h:mm:ss tt");
         CGNDateTime moment;
         EXPECT_EQ(moment.FromString("3/14/2010 2:30"), 0);
