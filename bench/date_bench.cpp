@@ -202,6 +202,36 @@ void ParseFields(benchmark::State& state, const Style& style, Order order) {
     }
 }
 
+void ParseMoment(benchmark::State& state, const Style& style, Order order) {
+    std::vector<CGNString> texts;
+    for (const std::string& text : Texts(style, order)) texts.emplace_back(text.c_str());
+    CGNDateTime moment;
+    std::size_t i = 0;
+    for (auto _ : state)
+        if (!moment.FromString(texts[i++ % texts.size()]))
+            return state.SkipWithError("a text was not read");
+}
+
+// In a form that is none of the locale's: 5 March 2010, 2 pm.
+void ParseFreeForm(benchmark::State& state, Order order) {
+    UseStyle(kStyles[0]);
+    Moments moments(order);
+    std::vector<CGNString> texts;
+    for (int i = 0; i < 4096; ++i) {
+        const time_t moment = moments.Next();
+        struct tm local;
+        localtime_r(&moment, &local);
+        char text[128];
+        strftime(text, sizeof text, "%d %b %Y, %I:%M %p", &local);
+        texts.emplace_back(text);
+    }
+    CGNDateTime moment;
+    std::size_t i = 0;
+    for (auto _ : state)
+        if (!moment.FromString(texts[i++ % texts.size()]))
+            return state.SkipWithError("a text was not read");
+}
+
 void ParseFieldsByC(benchmark::State& state, const Style& style, Order order) {
     const std::vector<std::string> texts = TextsOfC(style, order);
     std::size_t i = 0;
@@ -408,6 +438,7 @@ void AddStyle(const Style& style, Order order, const std::string& orderName) {
     Add(fields, "strptime", ParseFieldsByC, style, order);
     Add(fields, "ICU", ParseMomentByIcu, style, order);
     const std::string moment = std::string("read moment, ") + style.name + ", " + orderName;
+    Add(moment, "genutil", ParseMoment, style, order);
     Add(moment, "strptime and mktime", ParseMomentByC, style, order);
     Add(moment, "ICU", ParseMomentByIcu, style, order);
 }
@@ -421,6 +452,7 @@ const int kRegistered = [] {
     Add("date to day number", "std::chrono", FromDateByChrono);
     for (const auto& [order, name] : kOrders) {
         for (const Style& style : kStyles) AddStyle(style, order, name);
+        Add(std::string("read moment, free form, ") + name, "genutil", ParseFreeForm, order);
         const std::string settings = std::string("show in the system's settings, ") + name;
         Add(settings, "genutil", FormatUncustomised, order);
         Add(settings, "strftime", FormatByC, kStyles[0], order);

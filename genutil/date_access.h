@@ -29,9 +29,6 @@ int PresentYear();
 // The code set of texts that are to be read.
 int TextCodeSet();
 
-// Puts what is left of a text, which may be part of the string that receives it, into that.
-void Leave(CGNString& rest, const char* left);
-
 // The first word of a text, for callers outside.
 unsigned char ExtractWord(const CGNString& text, CGNString& word, CGNString& rest);
 

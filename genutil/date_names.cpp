@@ -1,5 +1,7 @@
 #include "genutil/date_names.h"
 
+#include <initializer_list>
+
 #include "genutil/bc_marker.h"
 #include "genutil/locale_access.h"
 #include "genutil/locale_facts.h"
@@ -107,7 +109,8 @@ bool SkipWeekday(TextCursor& at, const CLCLocale& locale) {
 }
 
 bool SkipFiller(TextCursor& at, const CLCLocale& locale) {
-    if (at.SkipWord("of") || at.SkipWord("the")) return true;
+    for (const char* word : {"of", "the", "de", "den", "le"})
+        if (at.SkipWord(word)) return true;
     const Picture picture(LocaleAccess::DateFormat(locale, LocaleAccess::kLong),
                           PictureLetters::kDate, PictureWalk::kCharacters);
     const int codeSet = locale.GetCodeSet();

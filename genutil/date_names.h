@@ -16,7 +16,7 @@ int SkipDayName(TextCursor& at, const CLCLocale& locale);
 bool SkipWeekday(TextCursor& at, const CLCLocale& locale);
 
 // Words between the parts of a date that mean nothing by themselves: those that the locale's long
-// date format has between apostrophes, and "of" and "the".
+// date format has between apostrophes, and articles and the like of several languages.
 bool SkipFiller(TextCursor& at, const CLCLocale& locale);
 
 // The first of the markers for years before Christ that stands at the cursor.

@@ -51,10 +51,12 @@ enum Part { kYear, kMonth, kDay };
 // The order of year, month and day in the short date format.
 struct DateOrder {
     Part parts[3];
+    bool known;  // there may be no memory to look at the format; then nothing is guessed
 
     explicit DateOrder(const CLCLocale& locale) {
         const Picture picture(LocaleAccess::DateFormat(locale, 1), PictureLetters::kDate,
                               PictureWalk::kCharacters);
+        known = picture.begin() != nullptr;
         bool seen[3] = {};
         int count = 0;
         const auto add = [&](Part part) {
@@ -128,6 +130,7 @@ struct NumberRow {
 // Three numbers as year, month and day.
 Reading Assign(const DateNumber (&n)[3], const DateSetting& setting, int bcAt, DateFound* found) {
     const DateOrder order(setting.locale);
+    if (!order.known) return Reading::kNotKnown;
     const int yearAt = bcAt >= 0            ? bcAt
                        : IsYearBySize(n[0]) ? 0
                        : IsYearBySize(n[2]) ? 2
@@ -143,7 +146,9 @@ Reading Assign(const DateNumber (&n)[3], const DateSetting& setting, int bcAt, D
 
 Reading AssignWithoutYear(const DateNumber* n, const DateSetting& setting, DateFound* found) {
     if (IsYearBySize(n[0]) || IsYearBySize(n[1])) return Reading::kNotKnown;
-    const bool monthFirst = DateOrder(setting.locale).MonthFirst();
+    const DateOrder order(setting.locale);
+    if (!order.known) return Reading::kNotKnown;
+    const bool monthFirst = order.MonthFirst();
     return FinishDate(PresentYear(), n[!monthFirst].value, n[monthFirst].value, false, found);
 }
 
@@ -238,7 +243,9 @@ bool SkipMonthAndDay(TextCursor& at, const DateSetting& setting, NamedDate* date
     SkipBetween(at, setting);
     date->month = SkipMonthName(at, setting.locale);
     if (date->month < 0) return false;
-    const bool yearFirst = IsYearBySize(date->day) || DateOrder(setting.locale).YearAt() == 0;
+    const DateOrder order(setting.locale);
+    if (!order.known) return false;
+    const bool yearFirst = IsYearBySize(date->day) || order.YearAt() == 0;
     TextCursor behind = at;
     if (!yearFirst) return true;
     SkipBetween(behind, setting);

@@ -10,17 +10,13 @@
 
 using namespace genutil;
 
-void genutil::Leave(CGNString& rest, const char* left) {
-    rest = left;  // which may be part of rest itself
-}
-
 int genutil::TextCodeSet() {
     mbIsMultiByte();  // chooses the code set, unless that was done
     return mbGetLocaleCodeSet();
 }
 
 unsigned char genutil::ExtractWord(const CGNString& text, CGNString& word, CGNString& rest) {
-    const CGNString whole(text);
+    const CGNString whole(text);  // which may be one of the others
     TextCursor at(whole, TextCodeSet());
     const char* from = nullptr;
     std::size_t length = 0;
@@ -126,7 +122,7 @@ unsigned char CGNDate::ParseWith(const CGNString& text, CGNString& rest, Read re
     m_parsedMonth = found.date.month;
     m_parsedDay = found.date.day;
     m_era = found.date.era;
-    Leave(rest, at.At());
+    rest = at.At();  // which may be part of rest itself
     return 1;
 }
 

@@ -241,7 +241,7 @@ unsigned char CGNDateTime::ParseWith(const CGNString& text, CGNString& rest, Rea
     m_year = found.date.year;
     m_month = found.date.month;
     m_day = found.date.day;
-    Leave(rest, at.At());
+    rest = at.At();
     return 1;
 }
 
@@ -269,7 +269,7 @@ unsigned char CGNDateTime::parseTime(const CGNString& text, CGNString& rest) {
     m_hour = time.hour;
     m_minute = time.minute;
     m_second = time.second;
-    Leave(rest, static_cast<const char*>(text) + length);
+    rest = static_cast<const char*>(text) + length;
     return 1;
 }
 

@@ -38,13 +38,6 @@ unsigned char CGNDateTime::AddTimeIn(CLCLocale* locale) {
     return 1;
 }
 
-unsigned char CGNDateTime::AddDateString(long style) {
-    return AddDateIn(CLCGlobalLocale::Instance(), style);
-}
-unsigned char CGNDateTime::AddTimeString() {
-    return AddTimeIn(CLCGlobalLocale::Instance());
-}
-
 // The blank stands even where the date is missing, and the time always succeeds.
 unsigned char CGNDateTime::FormatIn(CLCLocale* locale, long style) {
     m_display.Clear();
@@ -57,6 +50,12 @@ unsigned char CGNDateTime::FormatIn(CLCLocale* locale, long style) {
     return 1;
 }
 
+unsigned char CGNDateTime::AddDateString(long style) {
+    return AddDateIn(CLCGlobalLocale::Instance(), style);
+}
+unsigned char CGNDateTime::AddTimeString() {
+    return AddTimeIn(CLCGlobalLocale::Instance());
+}
 unsigned char CGNDateTime::FormatForDisplay(long style) {
     return FormatIn(CLCGlobalLocale::Instance(), style);
 }

@@ -51,7 +51,7 @@ unsigned char CGNTime::parseTime(const CGNString& text, CGNString& rest) {
     m_parsedHour = time.hour;
     m_parsedMinute = time.minute;
     m_parsedSecond = time.second;
-    Leave(rest, static_cast<const char*>(text) + length);
+    rest = static_cast<const char*>(text) + length;
     return 1;
 }
 
@@ -81,6 +81,6 @@ unsigned char CGNTime::FindAMPMMarker(const CGNString& text, long& pm, CGNString
     bool isPm = false;
     if (!locale || !SkipMarker(at, *locale, &isPm)) return 0;
     pm = isPm;
-    Leave(rest, at.At());
+    rest = at.At();
     return 1;
 }
