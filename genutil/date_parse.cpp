@@ -26,7 +26,9 @@ bool HasPrefix(const char* text, const CGNString& prefix) {
 // The length of the first B.C. marker, in their order, that stands anywhere in the text; 0 for
 // none.
 std::size_t MarkerIn(const char* text) {
-    if (!std::strpbrk(text, "Bb")) return 0;  // all begin so
+    const char* p = text;
+    while (*p && (*p | 0x20) != 'b') ++p;  // all begin so
+    if (!*p) return 0;
     for (int i = 0; const char* marker = BcMarkerToRead(i); ++i)
         if (mbstrstr(text, marker)) return std::strlen(marker);
     return 0;
@@ -59,7 +61,9 @@ std::int32_t YearOfDigits(int number, int digits, const CLCLocale& locale,
 }
 
 const char* DateReader::SkipBlanks() const {
-    return m_at + std::strspn(m_at, " ");
+    const char* from = m_at;
+    while (*from == ' ') ++from;
+    return from;
 }
 
 bool DateReader::MonthNumber() {

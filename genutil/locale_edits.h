@@ -14,9 +14,8 @@ extern std::atomic<std::uint32_t> g_localeEdits;
 // A number for an object and the state of all locale objects and of the system's settings: it is
 // another one as soon as any of them changed.
 inline std::uint64_t MarkOf(const void* object) {
-    const std::uint64_t state =
-        std::uint64_t{g_localeEdits.load(std::memory_order_relaxed)} << 32 |
-        platform::LocaleSettingsStamp();
+    const std::uint64_t state = std::uint64_t{g_localeEdits.load(std::memory_order_relaxed)} << 32 |
+                                platform::LocaleSettingsStamp();
     return (reinterpret_cast<std::uintptr_t>(object) + state * 0x9E3779B97F4A7C15u) | 1;
 }
 

@@ -28,18 +28,22 @@ class GENUTIL_API LocaleInfo {
     LocaleInfo();
     /** A copy, which the catalogue does not list. */
     LocaleInfo(const LocaleInfo& other) = default;
+    /** Takes the content; which of the two the catalogue lists stays as it is. */
     LocaleInfo& operator=(const LocaleInfo& other) = default;
     /** Leaves the catalogue, if the row is in it. */
     ~LocaleInfo();
 
     /** @return the locale's name, such as "en_US". */
     const CGNString& GetName() const { return m_name; }
+    /** @param name the locale's name. */
     void SetName(const CGNString& name) { m_name = name; }
     /** @return what the locale is called for people: "English (United States)". */
     const CGNString& GetDescription() const { return m_description; }
+    /** @param description what the locale is called for people. */
     void SetDescription(const CGNString& description) { m_description = description; }
     /** @return the Windows locale identifier. */
     unsigned long GetLocaleId() const { return m_localeId; }
+    /** @param id the Windows locale identifier; its low 32 bits are kept. */
     void SetLocaleId(unsigned long id) { m_localeId = static_cast<std::uint32_t>(id); }
 
     /** Builds the catalogue if it is empty. Locales with a description of less than 13 bytes are
@@ -84,15 +88,18 @@ class GENUTIL_API CLCTimeZoneInfo {
     CLCTimeZoneInfo();
     /** A copy, which the catalogue does not list. */
     CLCTimeZoneInfo(const CLCTimeZoneInfo& other) = default;
+    /** Takes the content; which of the two the catalogue lists stays as it is. */
     CLCTimeZoneInfo& operator=(const CLCTimeZoneInfo& other) = default;
     /** Leaves the catalogue, if the row is in it. */
     ~CLCTimeZoneInfo();
 
     /** @return the zone's name, such as "Asia/Tokyo". */
     const CGNString& GetName() const { return m_name; }
+    /** @param name the zone's name. */
     void SetName(const CGNString& name) { m_name = name; }
     /** @return what the zone is called for people: "(UTC+09:00) Tokyo, Japan". */
     const CGNString& GetDisplayText() const { return m_display; }
+    /** @param text what the zone is called for people. */
     void SetDisplayText(const CGNString& text) { m_display = text; }
 
     /** Builds the catalogue if it is empty. @return the number of rows. */

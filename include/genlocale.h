@@ -40,7 +40,9 @@ struct LocaleAccess;
     to be right as long as there were none. Takes no room in them. */
 struct GENUTIL_API LocaleEdits {
     LocaleEdits() { Touch(); }
+    /** A new object is a change. */
     LocaleEdits(const LocaleEdits&) { Touch(); }
+    /** So are other settings in an object. */
     LocaleEdits& operator=(const LocaleEdits&) {
         Touch();
         return *this;

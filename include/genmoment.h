@@ -227,9 +227,9 @@ class GENUTIL_API CGNDateTime {
     unsigned char Component(CGNString& out, Write write) const;
     unsigned char ReadIn(const CLCLocale* locale, const CGNString& text);
     unsigned char ReadIn(const CLCLocale* locale, const CGNString& date, const CGNString& time);
+    unsigned char FormatIn(CLCLocale* locale, long style);
     unsigned char AddDateIn(CLCLocale* locale, long style);
     unsigned char AddTimeIn(CLCLocale* locale);
-    unsigned char FormatIn(CLCLocale* locale, long style);
     friend class CLCDateTime;
 
     std::int32_t m_hour;

@@ -241,9 +241,13 @@ GENUTIL_API int mbDisplayLocale(char* out, int size, const char* name, int style
 
 /** Where an enumeration of zones stands. All bytes 0xFF, as in mbFirstTZone, begin a new one. */
 typedef struct mbTZoneCursor {
-    int position[4];
+    int position[4]; /**< the library's; copied as a whole */
 } mbTZoneCursor;
-#define mbFirstTZone {{-1, -1, -1, -1}}
+/** The cursor in front of the first zone. */
+#define mbFirstTZone       \
+    {                      \
+        { -1, -1, -1, -1 } \
+    }
 
 /** Steps through the time zones that the system knows, from west to east.
     @param name receives the next zone's name; empty when it does not fit (48 bytes always do).

@@ -19,8 +19,8 @@ void VisitZones(void (*visit)(void* context, const Zone& zone), void* context);
 // False when it does not.
 bool ReadZoneRule(const char* name, char* rule, std::size_t size);
 
-// Reads the compiled file of a zone, null for the one of the machine: its size, 0 when there is none
-// or it does not fit. A system that keeps rules only has none.
+// Reads the compiled file of a zone, null for the one of the machine: its size, 0 when there is
+// none or it does not fit. A system that keeps rules only has none.
 std::size_t ReadZoneFile(const char* name, unsigned char* out, std::size_t size);
 
 // The name of the zone that the machine is set to. False when that cannot be told.

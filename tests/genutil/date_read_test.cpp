@@ -6,6 +6,7 @@
 
 #include "gendate.h"
 #include "tests/support/custom_locale.h"
+#include "tests/support/zone_guard.h"
 
 namespace {
 
@@ -61,12 +62,6 @@ void CheckDates(const Row (&rows)[N]) {
 }
 
 constexpr char kMarch5[] = "2010-03-05 6", kMay3[] = "2010-05-03 2";
-
-// The zone of the process, also for those who ask what it started with.
-void SetZone(const char* zone) {
-    mbSetTZone(zone);
-    OSTimeZone::Free();
-}
 
 }  // namespace
 
@@ -346,7 +341,7 @@ TEST(DateRead, Times) {
 }
 
 TEST(DateRead, Moments) {
-    SetZone("Asia/Tokyo");
+    const ZoneGuard zone("Asia/Tokyo");
     {
         const CustomLocale locale("en_US", "M/d/yyyy", "dddd, MMMM d, yyyy", "h:mm:ss tt");
         constexpr long kMoment = 1269093600;  // 20 March 2010, 23:00 in Tokyo
@@ -419,7 +414,7 @@ TEST(DateRead, Moments) {
         EXPECT_EQ(moment.GetHour(), 21);
     }
     {  // clocks go from 2 to 3
-        SetZone("America/New_York");
+        ZoneGuard::Set("America/New_York");
         const CustomLocale locale("en_US", "M/d/yyyy", "", "h:mm:ss tt");
         CGNDateTime moment;
         EXPECT_EQ(moment.FromString("3/14/2010 2:30"), 0);
@@ -427,12 +422,11 @@ TEST(DateRead, Moments) {
         EXPECT_EQ(moment.FromString("3/14/2010 3:00"), 1);
         EXPECT_EQ(moment.GetSecsFrom70(), 1268550000);
     }
-    SetZone(nullptr);
 }
 
 // What a locale writes in either style it reads.
 TEST(DateRead, LocaleBoundMoments) {
-    SetZone("Europe/Berlin");
+    const ZoneGuard zone("Europe/Berlin");
     for (const char* name : {"en_US", "en_GB", "de_DE", "fr_FR", "ru_RU", "ja_JP", "zh_TW", "ko_KR",
                              "th_TH", "ar_SA", "he_IL", "pl_PL", "es_ES", "hu_HU", "fi_FI"}) {
         CLCLocale locale;
@@ -450,7 +444,6 @@ TEST(DateRead, LocaleBoundMoments) {
             }
         }
     }
-    SetZone(nullptr);
 }
 
 TEST(DateRead, LongTexts) {

@@ -53,11 +53,28 @@ TEST(ZoneRule, Parses) {
 }
 
 TEST(ZoneRule, RefusesWhatIsNone) {
-    for (const char* text :
-         {"", "JST", "JS-9", "9", "JST-9 ", "JST-25", "JST-9:60", "JST--9", "<JST-9", "<JS>-9",
-          "EST5EDT,", "EST5EDT,M3.2.0", "EST5EDT,M0.2.0,M11.1.0", "EST5EDT,M3.6.0,M11.1.0",
-          "EST5EDT,M3.2.7,M11.1.0", "EST5EDT,M3.2.0,M11.1.0,", "EST5EDT,J0,J365", "EST5EDT,0,366",
-          "EST5EDT,M3.2.0/168,M11.1.0", "EST99999999999999999999", "Asia/Tokyo",
-          "ABCDEFGHIJKLMNOP5", "EST5ED"})
+    for (const char* text : {"",
+                             "JST",
+                             "JS-9",
+                             "9",
+                             "JST-9 ",
+                             "JST-25",
+                             "JST-9:60",
+                             "JST--9",
+                             "<JST-9",
+                             "<JS>-9",
+                             "EST5EDT,",
+                             "EST5EDT,M3.2.0",
+                             "EST5EDT,M0.2.0,M11.1.0",
+                             "EST5EDT,M3.6.0,M11.1.0",
+                             "EST5EDT,M3.2.7,M11.1.0",
+                             "EST5EDT,M3.2.0,M11.1.0,",
+                             "EST5EDT,J0,J365",
+                             "EST5EDT,0,366",
+                             "EST5EDT,M3.2.0/168,M11.1.0",
+                             "EST99999999999999999999",
+                             "Asia/Tokyo",
+                             "ABCDEFGHIJKLMNOP5",
+                             "EST5ED"})
         EXPECT_EQ(Parse(text), "no rule") << text;
 }

@@ -34,8 +34,9 @@ int main() {
             zones[Utf8(windows, size)].push_back(name);
     }
     uenum_close(ids);
-    std::puts("// Zone of Windows and its names in the tz database, the usual one first; written by\n"
-              "// tools/tables/windows_zones.cpp.");
+    std::puts(
+        "// Zone of Windows and its names in the tz database, the usual one first; written by\n"
+        "// tools/tables/windows_zones.cpp.");
     for (auto& [windows, names] : zones) {
         UChar wide[128], first[128];
         u_uastrcpy(wide, windows.c_str());
