@@ -309,6 +309,16 @@ Reading ReadNamedDate(TextCursor& at, const DateSetting& setting, DateFound* fou
     return WithWeekday(at, setting, found, ReadNames);
 }
 
+bool ReadDateInFormat(TextCursor& at, const DateSetting& setting, DateFound* found) {
+    for (const auto read : {ReadLongFormat, ReadShortFormat}) {
+        TextCursor text = at;
+        if (read(text, setting, found) != Reading::kRead || !found->yearGiven) continue;
+        at = text;
+        return true;
+    }
+    return false;
+}
+
 Reading ReadAnyDate(TextCursor& at, const DateSetting& setting, DateFound* found) {
     Reading best = Reading::kNotKnown;
     TextCursor end = at;

@@ -50,6 +50,9 @@ Reading ReadKanjiDate(TextCursor& at, const DateSetting& setting, DateFound* fou
 // The text must end with a NUL.
 Reading ReadAnyDate(TextCursor& at, const DateSetting& setting, DateFound* found);
 
+// Only the locale's formats, and only with a year.
+bool ReadDateInFormat(TextCursor& at, const DateSetting& setting, DateFound* found);
+
 // -- What the readers share ----------------------------------------------------------------------
 
 struct DateNumber {

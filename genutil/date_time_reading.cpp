@@ -182,7 +182,7 @@ unsigned char CGNDateTime::Take(const Found& moment) {
 unsigned char CGNDateTime::ReadIn(const CLCLocale* locale, const CGNString& text) {
     if (!locale) return 0;
     MomentFound moment;
-    MomentReading reading = ReadMoment(text, SettingIn(*locale), &moment);
+    MomentReading reading = ReadMomentAsWritten(text, SettingIn(*locale), &moment);
     if (reading == MomentReading::kRead && !moment.hasDate) reading = MomentReading::kBadDate;
     m_rangeStatus = StatusOf(reading);
     return reading == MomentReading::kRead && Take(moment);

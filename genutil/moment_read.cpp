@@ -118,6 +118,24 @@ MomentReading ReadMomentTime(const CGNString& text, const DateSetting& setting,
     return reading == TimeReading::kRead ? MomentReading::kRead : Failure(reading);
 }
 
+// What the locale itself writes; nothing else can be meant by that.
+static bool ReadAsWritten(TextCursor at, const DateSetting& setting, MomentFound* found) {
+    bool midnight = false;
+    if (!ReadDateInFormat(at, setting, &found->date) || at.Peek() != ' ') return false;
+    if (ReadLocaleTime(at.At(), setting.locale, &found->time.time, &midnight) != TimeReading::kRead)
+        return false;
+    found->hasDate = found->hasTime = true;
+    return true;
+}
+
+MomentReading ReadMomentAsWritten(const CGNString& text, const DateSetting& setting,
+                                  MomentFound* found) {
+    *found = {};
+    if (ReadAsWritten(TextCursor(text, setting.codeSet), setting, found))
+        return MomentReading::kRead;
+    return ReadMoment(text, setting, found);
+}
+
 MomentReading ReadMoment(const CGNString& text, const DateSetting& setting, MomentFound* found) {
     *found = {};
     const TextCursor from(text, setting.codeSet);

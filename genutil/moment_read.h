@@ -21,6 +21,11 @@ enum class MomentReading { kRead, kBadDate, kBadTime, kTimeOutOfRange };
 // behind it.
 MomentReading ReadMoment(const CGNString& text, const DateSetting& setting, MomentFound* found);
 
+// The same for a caller who does not ask which parts the text has: at once where the text is as the
+// locale writes moments.
+MomentReading ReadMomentAsWritten(const CGNString& text, const DateSetting& setting,
+                                  MomentFound* found);
+
 // A whole text with a date only; and with a time only, which may have an offset, in which nothing
 // but blanks is midnight.
 MomentReading ReadMomentDate(const CGNString& text, const DateSetting& setting, MomentFound* found);
