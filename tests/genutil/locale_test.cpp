@@ -1,6 +1,7 @@
 // The locale object: what it holds for well-known locales, and how applications change it.
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -472,6 +473,10 @@ TEST(Era, OneByItself) {
     CEmperor era("e", 1900, 10);
     EXPECT_EQ(era.EmperorYrFromGregorianYr(2000), 101);  // a count does not end it
     EXPECT_EQ(era.EmperorYrFromGregorianYr(1899), 0);
+    EXPECT_EQ(era.EmperorYrFromGregorianYr(LONG_MIN), 0);
+    EXPECT_EQ(era.EmperorYrFromGregorianYr(LONG_MAX), LONG_MAX - 1899);
+    EXPECT_EQ(CLCLocale().GregorianYrFromEmperorYr(era, LONG_MAX), LONG_MIN + 1898);
+    EXPECT_EQ(CEmperor("e", -1, 0).EmperorYrFromGregorianYr(LONG_MAX), LONG_MIN + 1);
     era.Set("e", 1900, -1);
     EXPECT_EQ(era.EmperorYrFromGregorianYr(2000), 0);
     EXPECT_EQ(era.IsEmpty(), 0);
