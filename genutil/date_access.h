@@ -10,7 +10,7 @@ namespace genutil {
 // locale took the system's settings anew; any other style appends nothing. *yearFirst, unless null,
 // becomes whether the format begins with the year, and decides where a B.C. marker stands. False at
 // a malformed format.
-bool AppendDate(TextBuilder& out, DateFields date, unsigned char* yearFirst, long style,
+bool AppendDate(TextBuilder& out, DateFields& date, unsigned char* yearFirst, long style,
                 CLCLocale* locale);
 
 // The same for a time.
@@ -25,5 +25,11 @@ int YearOfTwoDigits(int twoDigits);
 
 // The present local year.
 int PresentYear();
+
+// The code set of texts that are to be read.
+int TextCodeSet();
+
+// The first word of a text, for callers outside.
+unsigned char ExtractWord(const CGNString& text, CGNString& word, CGNString& rest);
 
 }  // namespace genutil

@@ -26,7 +26,9 @@ bool HasPrefix(const char* text, const CGNString& prefix) {
 // The length of the first B.C. marker, in their order, that stands anywhere in the text; 0 for
 // none.
 std::size_t MarkerIn(const char* text) {
-    if (!std::strpbrk(text, "Bb")) return 0;  // all begin so
+    const char* p = text;
+    while (*p && (*p | 0x20) != 'b') ++p;  // all begin so
+    if (!*p) return 0;
     for (int i = 0; const char* marker = BcMarkerToRead(i); ++i)
         if (mbstrstr(text, marker)) return std::strlen(marker);
     return 0;
@@ -59,7 +61,9 @@ std::int32_t YearOfDigits(int number, int digits, const CLCLocale& locale,
 }
 
 const char* DateReader::SkipBlanks() const {
-    return m_at + std::strspn(m_at, " ");
+    const char* from = m_at;
+    while (*from == ' ') ++from;
+    return from;
 }
 
 bool DateReader::MonthNumber() {
@@ -128,8 +132,9 @@ void DateReader::Year() {
     const char* from = SkipBlanks();
     const std::size_t marker = MarkerIn(from);
     int number = 0;
+    m_scratch.yearDigits = kBcYear;
     if (marker == 0) {
-        const int digits = CountDigits(from, &number);
+        const int digits = m_scratch.yearDigits = CountDigits(from, &number);
         m_scratch.year = YearOfDigits(number, digits, m_locale, m_scratch);
         m_at = from + digits;
     } else if (IsDigit(*from)) {
@@ -182,9 +187,9 @@ bool DateReader::Date(const CGNString& picture) {
     const DateScratch saved = m_scratch;
     const char* const whole = m_at;
     if (Elements(picture)) return true;
-    const std::int32_t status = m_scratch.status;
-    m_scratch = saved;
-    m_scratch.status = status;
+    m_scratch.year = saved.year;
+    m_scratch.month = saved.month;
+    m_scratch.day = saved.day;
     m_at = whole;
     return false;
 }

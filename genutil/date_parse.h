@@ -16,7 +16,9 @@ struct DateScratch {
     std::int32_t era;     // slot of the era that was named; 0 also for none
     std::int32_t status;  // becomes 1 for a number that is no month or day
     bool shortYears;      // years are those of eras where the locale counts so: CGNDateTime's
+    std::int32_t yearDigits = 0;  // of the year that was read last; kBcYear for one before Christ
 };
+constexpr std::int32_t kNoYearRead = -1, kBcYear = -2;
 
 enum DateStatus : std::int32_t { kDateValid = 0, kDateInvalid = 1, kDateNotRecognised = 2 };
 

@@ -1,10 +1,31 @@
 // CGNDate from text, in the formats of the global locale.
 #include "gencalendar.h"
 #include "genlocale.h"
+#include "genutil/calendar.h"
+#include "genutil/date_access.h"
 #include "genutil/date_parse.h"
+#include "genutil/date_read.h"
 #include "genutil/locale_access.h"
+#include "mbutil.h"
 
 using namespace genutil;
+
+int genutil::TextCodeSet() {
+    mbIsMultiByte();  // chooses the code set, unless that was done
+    return mbGetLocaleCodeSet();
+}
+
+unsigned char genutil::ExtractWord(const CGNString& text, CGNString& word, CGNString& rest) {
+    const CGNString whole(text);  // which may be one of the others
+    TextCursor at(whole, TextCodeSet());
+    const char* from = nullptr;
+    std::size_t length = 0;
+    const bool found = NextWord(at, &from, &length);
+    word.Clear();
+    if (found) word.CopyNBytes(from, static_cast<unsigned>(length));
+    rest = at.At();
+    return found;
+}
 
 // Runs a reader over the scratch values of this object; what is left goes to rest if it succeeds.
 template <class Read>
@@ -81,4 +102,60 @@ long CGNDate::GetEmperorFromString(const CGNString& text, CGNString& rest) {
     DateReader reader(text, *locale, scratch);
     if (reader.Era()) rest = reader.At();
     return scratch.era;
+}
+
+// -- Free forms ----------------------------------------------------------------------------------
+
+// Runs a reader over a text, and leaves what it found in the scratch values.
+template <class Read>
+unsigned char CGNDate::ParseWith(const CGNString& text, CGNString& rest, Read read) {
+    const CLCLocale* locale = CLCGlobalLocale::Instance();
+    if (!locale) return 0;
+    DateFound found = {};
+    TextCursor at(text, TextCodeSet());
+    const Reading reading = read(at, DateSetting{*locale, TextCodeSet(), false}, &found);
+    m_status = reading == Reading::kRead      ? kDateValid
+               : reading == Reading::kInvalid ? kDateInvalid
+                                              : kDateNotRecognised;
+    if (reading != Reading::kRead) return 0;
+    m_parsedYear = found.date.year;
+    m_parsedMonth = found.date.month;
+    m_parsedDay = found.date.day;
+    m_era = found.date.era;
+    rest = at.At();  // which may be part of rest itself
+    return 1;
+}
+
+unsigned char CGNDate::parseDate(const CGNString& text, CGNString& rest) {
+    return ParseWith(text, rest, ReadAnyDate);
+}
+unsigned char CGNDate::parseNumDate(const CGNString& text, CGNString& rest) {
+    return ParseWith(text, rest, ReadNumericDate);
+}
+unsigned char CGNDate::parseCharDate(const CGNString& text, CGNString& rest) {
+    return ParseWith(text, rest, ReadNamedDate);
+}
+unsigned char CGNDate::parseKanjiDate(const CGNString& text, CGNString& rest) {
+    return ParseWith(text, rest, ReadKanjiDate);
+}
+
+unsigned char CGNDate::extractDateWord(const CGNString& text, CGNString& word, CGNString& rest) {
+    return ExtractWord(text, word, rest);
+}
+
+unsigned char CGNDate::FromString(const CGNString& text) {
+    const auto whole = [](TextCursor& at, const DateSetting& setting, DateFound* found) {
+        const Reading reading = ReadAnyDate(at, setting, found);
+        at.SkipBlanks();
+        const bool left = reading == Reading::kRead && at.Peek() != TextCursor::kEnd;
+        return left ? Reading::kNotKnown : reading;
+    };
+    CGNString rest;
+    if (!ParseWith(text, rest, whole)) return 0;
+    m_bc = m_parsedYear <= 0;
+    m_year = m_bc ? 1 - m_parsedYear : m_parsedYear;
+    m_month = m_parsedMonth + 1;
+    m_day = m_parsedDay;
+    m_weekday = WeekdayOf(DayNumberOf(m_parsedYear, m_month, m_day));
+    return 1;
 }

@@ -9,19 +9,9 @@ using namespace genutil;
 
 namespace {
 
-// The date format of a style; null for a style that writes nothing.
-const CGNString* FormatOfStyle(const CLCLocale& locale, long style) {
-    switch (style) {
-        case 0:
-        case 1:
-            return &LocaleAccess::DateFormat(locale, 1);
-        case 2:
-            return &LocaleAccess::DateFormat(locale, LocaleAccess::kLong);
-        case 3:
-            return &LocaleAccess::DateFormat(locale, locale.LongOrShort());
-        default:
-            return nullptr;
-    }
+const CGNString& FormatOfStyle(const CLCLocale& locale, long style) {
+    constexpr long kOwn = 3;
+    return LocaleAccess::DateFormat(locale, style == kOwn ? locale.LongOrShort() : style);
 }
 
 // Replaces out by what `write` writes of the date in the global locale.
@@ -35,20 +25,23 @@ unsigned char Component(CGNString& out, Write write) {
 
 }  // namespace
 
-bool genutil::AppendDate(TextBuilder& out, DateFields date, unsigned char* yearFirst, long style,
+bool genutil::AppendDate(TextBuilder& out, DateFields& date, unsigned char* yearFirst, long style,
                          CLCLocale* locale) {
+    constexpr long kStyles = 4;
     if (!locale) return false;
-    locale->InitControlPanelDateSettings();
-    const CGNString* format = FormatOfStyle(*locale, style);
-    if (!format) return true;
+    if (style < 0 || style >= kStyles) return true;
+    static Kept<const Picture::Elements> pictures[kStyles];
+    const Picture picture(pictures[style], MarkOf(locale), PictureLetters::kDate,
+                          PictureWalk::kCharacters, [&]() -> const CGNString& {
+                              locale->InitControlPanelDateSettings();
+                              return FormatOfStyle(*locale, style);
+                          });
     if (yearFirst) {
-        date.yearFirst = *static_cast<const char*>(*format) == 'y';
+        const PictureElement* first = picture.begin();
+        date.yearFirst =
+            first != picture.end() && first->kind == PictureElement::kRun && first->letter == 'y';
         *yearFirst = date.yearFirst;
     }
-    static Kept<const Picture::Elements> pictures[2];
-    const bool isLong = format == &LocaleAccess::DateFormat(*locale, LocaleAccess::kLong);
-    const Picture picture(*format, PictureLetters::kDate, PictureWalk::kCharacters,
-                          pictures[isLong], MarkOf(locale));
     return WriteDate(out, picture, date, *locale);
 }
 
@@ -66,8 +59,8 @@ static DateFields FieldsOf(const CGNDate& date, unsigned char yearFirst) {
 
 unsigned char CGNDate::AddDateString(long style) {
     TextBuilder builder(m_display);
-    return AppendDate(builder, FieldsOf(*this, 0), &m_yearFirst, style,
-                      CLCGlobalLocale::Instance());
+    DateFields fields = FieldsOf(*this, 0);
+    return AppendDate(builder, fields, &m_yearFirst, style, CLCGlobalLocale::Instance());
 }
 
 unsigned char CGNDate::FormatForDisplay(long style) {

@@ -12,8 +12,7 @@ namespace {
 
 constexpr long kJapaneseEras = 3;
 
-DateFields FieldsOf(int year, int month, int day, int weekday) {
-    const CLCLocale* locale = CLCGlobalLocale::Instance();
+DateFields FieldsOf(const CLCLocale* locale, int year, int month, int day, int weekday) {
     const bool eras = locale && locale->GetCalendarType() == kJapaneseEras;
     const int shown = eras ? static_cast<int>(locale->EmperorYrFromGregorianYr(year)) : year;
     const bool named = weekday >= 0 && weekday <= 6;
@@ -28,28 +27,37 @@ unsigned char Number(CGNString& out, int number, int width) {
 
 }  // namespace
 
-unsigned char CGNDateTime::AddDateString(long style) {
+unsigned char CGNDateTime::AddDateIn(CLCLocale* locale, long style) {
     TextBuilder builder(m_display);
-    return AppendDate(builder, FieldsOf(m_year, m_month, m_day, m_weekday), nullptr, style,
-                      CLCGlobalLocale::Instance());
+    DateFields fields = FieldsOf(locale, m_year, m_month, m_day, m_weekday);
+    return AppendDate(builder, fields, nullptr, style, locale);
 }
-
-unsigned char CGNDateTime::AddTimeString() {
+unsigned char CGNDateTime::AddTimeIn(CLCLocale* locale) {
     TextBuilder builder(m_display);
-    AppendTime(builder, {m_hour, m_minute, m_second}, CLCGlobalLocale::Instance());
+    AppendTime(builder, {m_hour, m_minute, m_second}, locale);
     return 1;
 }
 
 // The blank stands even where the date is missing, and the time always succeeds.
-unsigned char CGNDateTime::FormatForDisplay(long style) {
+unsigned char CGNDateTime::FormatIn(CLCLocale* locale, long style) {
     m_display.Clear();
     if (IsEmpty()) return 0;
     TextBuilder builder(m_display);
-    CLCLocale* locale = CLCGlobalLocale::Instance();
-    AppendDate(builder, FieldsOf(m_year, m_month, m_day, m_weekday), nullptr, style, locale);
+    DateFields fields = FieldsOf(locale, m_year, m_month, m_day, m_weekday);
+    AppendDate(builder, fields, nullptr, style, locale);
     builder.Append(' ');
     AppendTime(builder, {m_hour, m_minute, m_second}, locale);
     return 1;
+}
+
+unsigned char CGNDateTime::AddDateString(long style) {
+    return AddDateIn(CLCGlobalLocale::Instance(), style);
+}
+unsigned char CGNDateTime::AddTimeString() {
+    return AddTimeIn(CLCGlobalLocale::Instance());
+}
+unsigned char CGNDateTime::FormatForDisplay(long style) {
+    return FormatIn(CLCGlobalLocale::Instance(), style);
 }
 
 // Unlike the others it leaves the last text of an empty value.
@@ -97,7 +105,7 @@ unsigned char CGNDateTime::Component(CGNString& out, Write write) const {
     out.Clear();
     TextBuilder builder(out);
     if (const CLCLocale* locale = CLCGlobalLocale::Instance())
-        write(builder, FieldsOf(m_year, m_month, m_day, m_weekday), *locale);
+        write(builder, FieldsOf(locale, m_year, m_month, m_day, m_weekday), *locale);
     return 1;
 }
 

@@ -131,6 +131,10 @@ constexpr std::size_t kSlots = 2048;
 using Slot = std::atomic<const LocaleFacts*>;
 Slot g_facts[kSlots];
 
+// The state of the system's settings, plus 1, under which the facts of a slot were last found
+// right.
+std::atomic<std::uint32_t> g_checked[kSlots];
+
 // The slot that has the facts, or the one where they belong; null when all are taken.
 Slot* FindSlot(std::uint32_t language, int codeSet) {
     const std::uint32_t hash = (language * 31 + static_cast<std::uint32_t>(codeSet)) * 2654435761u;
@@ -190,6 +194,9 @@ const LocaleFacts* RefreshLocaleFacts(std::uint32_t language, int codeSet) {
     Slot* slot = FindSlot(language, codeSet);
     const LocaleFacts* known = slot ? slot->load(std::memory_order_acquire) : nullptr;
     if (!known) return FindLocaleFacts(language, codeSet);
+    std::atomic<std::uint32_t>& checked = g_checked[slot - g_facts];
+    const std::uint32_t state = platform::LocaleSettingsStamp() + 1;
+    if (checked.exchange(state, std::memory_order_relaxed) == state) return known;
     LocaleFacts* facts = ReadFacts(language, codeSet);
     if (!facts) return known;
     if (!SameFacts(*known, *facts)) return Publish(*slot, known, facts);

@@ -117,14 +117,8 @@ Picture::Picture(const CGNString& text, PictureLetters letters, PictureWalk walk
     Take(m_elements);
 }
 
-Picture::Picture(const CGNString& text, PictureLetters letters, PictureWalk walk,
-                 Kept<const Elements>& where, std::uint64_t mark)
-    : m_elements(where.For(mark)), m_owned(false) {
-    if (!m_elements || m_elements->codeSet != mbGetLocaleCodeSet()) {
-        Find(text, letters, walk);
-        if (!m_owned) where.Keep(mark, m_elements);
-    }
-    Take(m_elements);
+bool Picture::IsOfCodeSet() const {
+    return m_elements->codeSet == mbGetLocaleCodeSet();
 }
 
 void Picture::Take(const Elements* elements) {

@@ -36,11 +36,19 @@ class Picture {
   public:
     Picture(const CGNString& text, PictureLetters letters, PictureWalk walk);
 
-    // The same, found again without a look at the text: `where` is one place in a program, and
-    // `mark` stands for all that the text there depends on.
+    // The picture that one place in the program last walked, if `mark` says that nothing changed on
+    // which it depends; else `read` is called for it. So it is found again without a look at it.
     struct Elements;
-    Picture(const CGNString& text, PictureLetters letters, PictureWalk walk,
-            Kept<const Elements>& where, std::uint64_t mark);
+    template <class Read>
+    Picture(Kept<const Elements>& where, std::uint64_t mark, PictureLetters letters,
+            PictureWalk walk, Read read)
+        : m_elements(where.For(mark)), m_owned(false) {
+        if (!m_elements || !IsOfCodeSet()) {
+            Find(read(), letters, walk);
+            if (!m_owned) where.Keep(mark, m_elements);
+        }
+        Take(m_elements);
+    }
     ~Picture();
     Picture(const Picture&) = delete;
     Picture& operator=(const Picture&) = delete;
@@ -54,6 +62,7 @@ class Picture {
     static Elements* TakeApart(const CGNString& text, PictureLetters letters, PictureWalk walk);
 
     void Take(const Elements* elements);
+    bool IsOfCodeSet() const;
 
     const Elements* m_elements;
     const PictureElement* m_begin = nullptr;

@@ -80,10 +80,12 @@ unsigned char CGNTime::VerifyTime(int hour, int minute, int second) {
 
 void genutil::AppendTime(TextBuilder& out, const ClockFields& time, CLCLocale* locale) {
     if (!locale) return;
-    locale->InitControlPanelTimeSettings();
     static Kept<const Picture::Elements> kept;
-    const Picture picture(LocaleAccess::TimeFormat(*locale), PictureLetters::kTime,
-                          PictureWalk::kCharacters, kept, MarkOf(locale));
+    const Picture picture(kept, MarkOf(locale), PictureLetters::kTime, PictureWalk::kCharacters,
+                          [&]() -> const CGNString& {
+                              locale->InitControlPanelTimeSettings();
+                              return LocaleAccess::TimeFormat(*locale);
+                          });
     WriteTime(out, picture, time, *locale);
 }
 

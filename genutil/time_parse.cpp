@@ -75,8 +75,8 @@ class TimeReader {
 
 bool MarkerLeads(const CLCLocale& locale) {
     static Kept<const Picture::Elements> kept;
-    const Picture picture(LocaleAccess::TimeFormat(locale), PictureLetters::kTime,
-                          PictureWalk::kCharacters, kept, MarkOf(&locale));
+    const Picture picture(kept, MarkOf(&locale), PictureLetters::kTime, PictureWalk::kCharacters,
+                          [&]() -> const CGNString& { return LocaleAccess::TimeFormat(locale); });
     for (const PictureElement& element : picture)
         if (element.kind == PictureElement::kRun) return element.letter == 't';
     return false;
@@ -89,6 +89,19 @@ TimeReading CheckTime(ClockFields* time, int marker) {
     if (marker == 0 && time->hour == 12) time->hour = 0;
     if (marker == 1 && time->hour < 12) time->hour += 12;
     return TimeReading::kRead;
+}
+
+bool ReadLocaleTime(const CGNString& text, CGNString& rest, ClockFields* time, bool* midnight,
+                    std::int32_t* rangeStatus) {
+    constexpr std::int32_t kOutOfRange = 3;
+    const CLCLocale* locale = CLCGlobalLocale::Instance();
+    if (!locale) return false;
+    const TimeReading reading = ReadLocaleTime(text, *locale, time, midnight);
+    if (reading == TimeReading::kRead) rest.Clear();
+    if (reading != TimeReading::kOutOfRange) return reading == TimeReading::kRead;
+    *rangeStatus = kOutOfRange;
+    if (&rest != &text) rest = text;
+    return false;
 }
 
 TimeReading ReadLocaleTime(const char* text, const CLCLocale& locale, ClockFields* time,

@@ -14,6 +14,11 @@ enum class TimeReading { kRead, kNotATime, kOutOfRange };
 TimeReading ReadLocaleTime(const char* text, const CLCLocale& locale, ClockFields* time,
                            bool* midnight);
 
+// The same for a member function: nothing is left of a text that was read, all of one that is out
+// of range, which *rangeStatus tells, and otherwise rest stays.
+bool ReadLocaleTime(const CGNString& text, CGNString& rest, ClockFields* time, bool* midnight,
+                    std::int32_t* rangeStatus);
+
 // Puts an hour with a marker, or without (-1) into 0 to 23; numbers are checked before.
 TimeReading CheckTime(ClockFields* time, int marker);
 

@@ -48,10 +48,12 @@ bool ReadBody(const unsigned char* body, const Header& h, int timeSize, ZonePeri
         return ZonePeriod{start, static_cast<std::int32_t>(ReadNumber(entry, 4)), entry[4] != 0};
     };
     periods->Add(period(kBeginning, 0));
+    std::int64_t previous = INT64_MIN;
     for (std::uint32_t i = 0; i < h.times; ++i) {
         const std::int64_t start =
             ReadNumber(body + i * static_cast<std::size_t>(timeSize), timeSize);
-        if (types[i] >= h.types || start < periods->at[periods->count - 1].start) return false;
+        if (types[i] >= h.types || start <= previous) return false;
+        previous = start;
         // What was before 1970 counts only as what is in force then.
         const ZonePeriod next = period(start, types[i]);
         if (start < 0) periods->count = 0;
@@ -82,6 +84,7 @@ void ZonePeriods::Add(const ZonePeriod& period) {
     if (count != 0) {
         const ZonePeriod& last = at[count - 1];
         if (last.offset == period.offset && last.daylight == period.daylight) return;
+        if (period.start <= last.start) return;  // a rule whose changes cross, at the year's end
     }
     if (count < kMost) at[count++] = period;
 }

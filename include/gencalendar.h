@@ -29,8 +29,8 @@ class GENUTIL_API CGNDate {
     /** Takes five values as they are, without a check. @param year from 1. @param bc 1 for a year
         before Christ. @param month from 1. @param day from 1. @param weekday 1 is Sunday. */
     CGNDate(int year, unsigned char bc, int month, int day, int weekday);
-    CGNDate(const CGNDate& other);
-    CGNDate& operator=(const CGNDate& other);
+    CGNDate(const CGNDate& other);            /**< a copy of all of it */
+    CGNDate& operator=(const CGNDate& other); /**< takes all of it */
     ~CGNDate();
 
     /** @return 1 when year, month and day are all 0. */
@@ -142,8 +142,9 @@ class GENUTIL_API CGNDate {
     /* -- Reading (date_parse) -------------------------------------------------------------- */
 
     /** Reads a whole text as a date: in the long or the short date format of the global locale, or
-        in any form that parseDate knows. The date, its weekday and the status follow: 0 with the
-        date, 1 for one that does not exist, 2 for text that is none; the date then stays.
+        in any form that parseDate knows. The date, its weekday and the era code follow. The status
+        is then 0; it becomes 1 for a date that does not exist and 2 for text that is none, and the
+        date stays. A weekday's name in the text is only skipped.
         @return whether a date was read. */
     unsigned char FromString(const CGNString& text);
 
@@ -186,23 +187,34 @@ class GENUTIL_API CGNDate {
         from the first. */
     long GetEmperorFromString(const CGNString& text, CGNString& rest);
 
-    /* Free forms (date_read). Each reads a date from the front of text into the scratch values and
-       copies what is left to rest; on failure rest is left alone and the status is 1 for numbers
-       that are no date and 2 for text that is none. */
+    /* Free forms (date_read). Each reads a date from the front of text, perhaps with a weekday in
+       front or behind, into the scratch values and copies what is left to rest; the status is 0
+       then. On failure the scratch values and rest are left alone, and the status is 1 for numbers
+       that are no date and 2 for text that is none. Letter case and width do not matter, nor the
+       script of digits. A year of two digits is put into a century, a missing one is the present
+       one, and one before Christ has its marker in front or behind. Only dates that exist are
+       read; years end with 9999. */
 
-    /** Any of the locale's formats and of the three kinds below. */
+    /** Any of the locale's formats and of the three kinds below: the reading that leaves least of
+        the text counts, so that "5 March 2010" is not read as 5 March of this year. */
     unsigned char parseDate(const CGNString& text, CGNString& rest);
-    /** Numbers with any of the usual separators, in the order of the global locale unless a number
-        of four digits or more than 31 is a year by its size; ISO 8601 in any locale. */
+    /** Numbers between which one of / - . , or a blank stands, always the same, in the order of the
+        global locale's short format. A number of three digits or more, or above 31, is the year by
+        its size; in front it has month and day behind it, as in ISO 8601, which may also be eight
+        digits without separators. Month and day do not change places to make a date of what would
+        be none: "13/5/2010" is status 1 where the month comes first. */
     unsigned char parseNumDate(const CGNString& text, CGNString& rest);
-    /** A month by its name or abbreviation, in any letter case, in the global locale or English,
-        with numbers and perhaps a weekday around it. */
+    /** A month by its name or abbreviation, in the global locale or English, with the day in front
+        of it or behind, also as an ordinal ("1st", "2."). */
     unsigned char parseCharDate(const CGNString& text, CGNString& rest);
-    /** Numbers with the Japanese characters for year, month and day behind them, half-width or
-        full-width, and perhaps an era's name in front. */
+    /** Numbers, in digits or Japanese numerals, with the Japanese or Korean characters for year,
+        month and day behind them. In front may stand the name of an era in the locale's list, in a
+        Japanese locale also its letter ("S63.1.7"); its first year may be called the origin. A year
+        behind the era's end is status 1. */
     unsigned char parseKanjiDate(const CGNString& text, CGNString& rest);
-    /** The first word, number or separator of text. @param text the text. @param word receives it.
-        @param rest receives what follows. @return 0, with both empty, at the end. */
+    /** The first word of text behind blanks: a run of letters, a run of digits, or one character of
+        any other kind. @param text the text. @param word receives it. @param rest receives what
+        follows. @return 0, with both empty, at the end. */
     static unsigned char extractDateWord(const CGNString& text, CGNString& word, CGNString& rest);
 
     /** Serialises the clock and zone functions of this class; null before ModuleInit. */
@@ -212,6 +224,8 @@ class GENUTIL_API CGNDate {
     static void CheckLayout();
     template <class Read>
     unsigned char ReadWith(const CGNString& text, CGNString& rest, Read read);
+    template <class Read>
+    unsigned char ParseWith(const CGNString& text, CGNString& rest, Read read);
 
     std::int32_t m_status;
     std::int32_t m_year;

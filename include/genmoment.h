@@ -30,8 +30,8 @@ class GENUTIL_API CGNDateTime {
     /** Takes the local date and time of a record and formats them in style 3. The seconds since
         1970 stay 0: programs compute them with MkTimeTS when they want them. */
     explicit CGNDateTime(struct tm* local);
-    CGNDateTime(const CGNDateTime& other);
-    CGNDateTime& operator=(const CGNDateTime& other);
+    CGNDateTime(const CGNDateTime& other);            /**< a copy of all of it */
+    CGNDateTime& operator=(const CGNDateTime& other); /**< takes all of it */
     ~CGNDateTime();
 
     /** @return 1 when date, time and seconds are all 0; the weekday plays no part. */
@@ -127,56 +127,88 @@ class GENUTIL_API CGNDateTime {
     static unsigned char DateSep(CGNString& out);    /**< the locale's date separator */
     unsigned char Emperor(CGNString& out) const;     /**< the era's name; empty without one */
     unsigned char Hour12(CGNString& out) const;      /**< as in CGNTime, and so the following */
-    unsigned char Hour12LZ(CGNString& out) const;
-    unsigned char Hour24(CGNString& out) const;
-    unsigned char Hour24LZ(CGNString& out) const;
-    unsigned char Minute(CGNString& out) const;
-    unsigned char MinuteLZ(CGNString& out) const;
-    unsigned char Second(CGNString& out) const;
-    unsigned char SecondLZ(CGNString& out) const;
-    unsigned char AMPMMarker(CGNString& out) const;
+    unsigned char Hour12LZ(CGNString& out) const;    /**< see CGNTime */
+    unsigned char Hour24(CGNString& out) const;      /**< see CGNTime */
+    unsigned char Hour24LZ(CGNString& out) const;    /**< see CGNTime */
+    unsigned char Minute(CGNString& out) const;      /**< see CGNTime */
+    unsigned char MinuteLZ(CGNString& out) const;    /**< see CGNTime */
+    unsigned char Second(CGNString& out) const;      /**< see CGNTime */
+    unsigned char SecondLZ(CGNString& out) const;    /**< see CGNTime */
+    unsigned char AMPMMarker(CGNString& out) const;  /**< see CGNTime */
 
     /* -- Reading --------------------------------------------------------------------------- */
 
-    /** Reads a date, or a date and a time behind it, from one text. The value follows, in the zone
-        of the thread; on failure it stays, and the range status tells why.
+    /** Reads a whole text with a date, or with a date and a time in either order, in the forms that
+        CGNDate::parseDate and CGNTime::parseTime know. A comma, "at" or the "T" of ISO 8601 may
+        stand between them, and "Z", "UTC" or an offset such as "+09:00" behind the time, which is
+        then not that of the zone of the thread. The fields of the value are those of that zone in
+        any case. A time that stands twice when clocks change is the first.
+        On failure the value stays, and the range status tells why: 2 no date, none that exists or
+        none that a moment can have, 3 a time out of range, 4 one behind the last moment, 5 text
+        behind the date that is no time.
         @return whether it was read. */
     unsigned char FromString(const CGNString& text);
     /** The same from two texts; an empty time is midnight. */
     unsigned char FromString(const CGNString& date, const CGNString& time);
-    /** Reads a date, a time or both, and tells what the text had.
+    /** Reads a date, a time or both into the fields of the value, unchecked against the range; the
+        seconds since 1970 stay, and an offset behind the time is skipped.
         @param text the text. @param found receives 1 or 0 for each of year, month, day, hour,
-        minute and second, in this order; may be null. @param size elements of found.
-        @return whether the whole text was read. */
+        minute and second, in this order, for what the text had; may be null. @param size elements
+        of found. @return whether the whole text was read; the range status as for FromString. */
     unsigned char parseDateTime(const CGNString& text, unsigned char* found, int size);
 
     /* As the functions of the same names in CGNDate and CGNTime; they leave date and time in the
        value itself. */
+    /** see CGNDate::GetDateFromString */
     unsigned char GetDateFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetLongDateFromString */
     unsigned char GetLongDateFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetShortDateFromString */
     unsigned char GetShortDateFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetDateFromStringUsingFormat */
     unsigned char GetDateFromStringUsingFormat(const CGNString& text, CGNString& rest,
                                                const CGNString& format);
+    /** see CGNDate::GetMonthNumFromString */
     unsigned char GetMonthNumFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetMonthAbbrevFromString */
     unsigned char GetMonthAbbrevFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetMonthNameFromString */
     unsigned char GetMonthNameFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetDayNumFromString */
     unsigned char GetDayNumFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetDayAbbrevFromString */
     unsigned char GetDayAbbrevFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetDayNameFromString */
     unsigned char GetDayNameFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::Get4DigitYearFromString */
     unsigned char Get1DigitYearFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::Get4DigitYearFromString */
     unsigned char Get2DigitYearFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::Get4DigitYearFromString */
     unsigned char Get4DigitYearFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetDateSepFromString */
     unsigned char GetDateSepFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::GetMatchingCharFromString */
     unsigned char GetMatchingCharFromString(const CGNString& text, CGNString& rest, char c);
+    /** see CGNDate::GetEmperorFromString */
     long GetEmperorFromString(const CGNString& text, CGNString& rest);
+    /** see CGNTime::GetTimeFromString */
     unsigned char GetTimeFromString(const CGNString& text, CGNString& rest);
+    /** see CGNDate::parseDate */
     unsigned char parseDate(const CGNString& text, CGNString& rest);
+    /** see CGNDate::parseNumDate */
     unsigned char parseNumDate(const CGNString& text, CGNString& rest);
+    /** see CGNDate::parseCharDate */
     unsigned char parseCharDate(const CGNString& text, CGNString& rest);
+    /** see CGNDate::parseKanjiDate */
     unsigned char parseKanjiDate(const CGNString& text, CGNString& rest);
+    /** see CGNTime::parseTime */
     unsigned char parseTime(const CGNString& text, CGNString& rest);
+    /** see CGNDate::extractDateWord */
     static unsigned char extractDateWord(const CGNString& text, CGNString& word, CGNString& rest);
+    /** see CGNTime::extractTimeWord */
     static unsigned char extractTimeWord(const CGNString& text, CGNString& word, CGNString& rest);
+    /** see CGNTime::FindAMPMMarker */
     static unsigned char FindAMPMMarker(const CGNString& text, long& pm, CGNString& rest);
 
     /** Serialises the clock and zone functions of this class; null before ModuleInit. */
@@ -187,8 +219,18 @@ class GENUTIL_API CGNDateTime {
     void TakeFields(const struct tm& local);
     template <class Read>
     unsigned char ReadWith(const CGNString& text, CGNString& rest, Read read);
+    template <class Read>
+    unsigned char ParseWith(const CGNString& text, CGNString& rest, Read read);
+    template <class Found>
+    unsigned char Take(const Found& moment);
     template <class Write>
     unsigned char Component(CGNString& out, Write write) const;
+    unsigned char ReadIn(const CLCLocale* locale, const CGNString& text);
+    unsigned char ReadIn(const CLCLocale* locale, const CGNString& date, const CGNString& time);
+    unsigned char FormatIn(CLCLocale* locale, long style);
+    unsigned char AddDateIn(CLCLocale* locale, long style);
+    unsigned char AddTimeIn(CLCLocale* locale);
+    friend class CLCDateTime;
 
     std::int32_t m_hour;
     std::int32_t m_minute;
@@ -202,6 +244,47 @@ class GENUTIL_API CGNDateTime {
     std::int32_t m_seconds;
     std::int32_t m_spare;
     std::int32_t m_rangeStatus;
+};
+
+/** A moment that is written and read in a locale of its own instead of the global one, as for the
+    users of a server:
+
+        CLCLocale german;
+        german.SetLocale("de_DE");
+        CLCDateTime moment(&german, 1271772000L);
+        moment.FormatForDisplay(2);                  // "Dienstag, 20. April 2010 16:00:00"
+
+    Texts are in the code set that is current, as the names of the locale must be. */
+class GENUTIL_API CLCDateTime {
+  public:
+    /** The empty value. @param locale is kept, stays the caller's and must outlive the object; null
+        means the global locale. */
+    explicit CLCDateTime(CLCLocale* locale);
+    /** @param locale as above. @param seconds since 1970, as CGNDateTime takes them. */
+    CLCDateTime(CLCLocale* locale, long seconds);
+    CLCDateTime(const CLCDateTime& other);            /**< a copy of all of it */
+    CLCDateTime& operator=(const CLCDateTime& other); /**< takes all of it */
+    ~CLCDateTime();
+
+    /** @return the moment, with its fields and the status of the last reading; its own functions go
+        by the global locale. */
+    const CGNDateTime& Moment() const { return m_moment; }
+    /** Takes a moment. */
+    void Set(const CGNDateTime& moment) { m_moment = moment; }
+
+    /** As the functions of the same names in CGNDateTime, in the locale of this object. */
+    unsigned char FormatForDisplay(long style);
+    unsigned char FormatDateForDisplay(long style);                         /**< the same */
+    unsigned char FormatTimeForDisplay();                                   /**< the same */
+    void GetDisplayBuffer(CGNString& out) const;                            /**< the same */
+    unsigned char FromString(const CGNString& text);                        /**< the same */
+    unsigned char FromString(const CGNString& date, const CGNString& time); /**< the same */
+
+  private:
+    CLCLocale* Locale() const;
+
+    CLCLocale* m_locale;
+    CGNDateTime m_moment;
 };
 
 #endif

@@ -17,8 +17,8 @@ class GENUTIL_API CGNTime {
     CGNTime(int hour, int minute, int second);
     /** @param secondsFromMidnight below 0 counts as 0, above 86399 as 86399. */
     explicit CGNTime(long secondsFromMidnight);
-    CGNTime(const CGNTime& other);
-    CGNTime& operator=(const CGNTime& other);
+    CGNTime(const CGNTime& other);            /**< a copy of all of it */
+    CGNTime& operator=(const CGNTime& other); /**< takes all of it */
     ~CGNTime();
 
     /** @return 1 when hour, minute, second and seconds from midnight are 0. */
@@ -82,13 +82,15 @@ class GENUTIL_API CGNTime {
     unsigned char GetTimeFromString(const CGNString& text, CGNString& rest);
 
     /** Reads a time from the front of text into the scratch values: as GetTimeFromString, and also
-        with dots, with the English AM and PM, with "h" or the hour characters, and in full-width
-        digits.
+        with dots; with "h", "m", "s", "Uhr" or the characters of China, Japan and Korea behind the
+        numbers; with the AM and PM of the locale or of English in front or behind, in any letter
+        case and also where hours count to 24; in digits of any script or width. A fraction of a
+        second is read and dropped.
         @param text the text. @param rest receives what is left; on failure it is left alone.
-        @return 0 with range status 5 for text that is no time, 3 for one out of range. */
+        @return whether a time was read, with range status 1; else that is 5 for text that is no
+        time and 3 for one out of range. */
     unsigned char parseTime(const CGNString& text, CGNString& rest);
-    /** The first word, number or separator of text. @param text the text. @param word receives it.
-        @param rest receives what follows. @return 0, with both empty, at the end. */
+    /** As CGNDate::extractDateWord. */
     static unsigned char extractTimeWord(const CGNString& text, CGNString& word, CGNString& rest);
     /** Looks for an AM or PM text, of the locale or in English, at the front of text, behind
        blanks, in any letter case. @param text the text. @param pm receives 0 or 1. @param rest

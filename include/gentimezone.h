@@ -28,8 +28,8 @@ class GENUTIL_API OSTimeZone {
     /** Destroys the instance; TZ stays as it is. */
     static void Free();
 
-    OSTimeZone(const OSTimeZone& other);
-    OSTimeZone& operator=(const OSTimeZone& other);
+    OSTimeZone(const OSTimeZone& other);            /**< a copy of all of it */
+    OSTimeZone& operator=(const OSTimeZone& other); /**< takes all of it */
     ~OSTimeZone();
 
     /** @return the variable TZ; empty when it is not set. */
@@ -39,8 +39,8 @@ class GENUTIL_API OSTimeZone {
 
     /** Sets TZ and has the C library read it, unless it has that value. Where there was no zone, a
         placeholder is set first. Does nothing in a process that is not threaded.
-        @param zone at most 124 bytes; a longer one is not set. Empty or null removes TZ: the zone is
-        then that of the machine. */
+        @param zone at most 124 bytes; a longer one is not set. Empty or null removes TZ: the zone
+       is then that of the machine. */
     void SetTZ(const char* zone);
 
     /** Makes the calling thread's zone that of the process; a thread without one leaves it. In a

@@ -194,6 +194,41 @@ class Program(unittest.TestCase):
         if NATIVE:
             self.expect(run('text', '--show', 'many', 'utf8'), 2, "'many' is no number")
 
+    def test_show(self):
+        out = self.expect(run('show', '--zone', 'Asia/Tokyo', '--time', '1269093600'), 0).decode()
+        lines = out.splitlines()
+        self.assertEqual(lines[0], '2010-03-20T23:00:00+09:00 in Asia/Tokyo, '
+                                   '1269093600 seconds since 1970')
+        self.assertEqual(lines[-1], '22 texts, each read back to the same moment')
+        for text in ('en_US    the same   Saturday, March 20, 2010 11:00:00 PM',
+                     'de_DE    the same   Samstag, 20. März 2010 23:00:00',
+                     '平成22年3月20日 23:00:00'):
+            self.assertIn(text, out)
+        for arguments, word in ((('--locale', 'xx_XX'), "locale 'xx_XX'"), (('--zone', 'Nowhere/X'), 'zone'),
+                                (('--time', 'soon'), 'seconds'), (('--time', '-1'), 'seconds'),
+                                (('--time', '2147483648'), 'seconds'), (('here',), "'here'")):
+            if NATIVE or arguments[0] == '--locale':
+                self.expect(run('show', *arguments), 2, word)
+
+    def test_read(self):
+        rows = {'3/20/2010 11 pm': '2010-03-20T23:00:00+09:00 in Asia/Tokyo, 1269093600 seconds since 1970',
+                'Sat, 20 Mar 2010 14:00:00 GMT': '2010-03-20T23:00:00+09:00 in Asia/Tokyo, '
+                                                 '1269093600 seconds since 1970',
+                '20 Mars 2010': 'not read: no date is recognised, at character 4',
+                '2/30/2010': 'not read: there is no such date, at character 1',
+                '3/20/2010, x': 'not read: what follows the date is no time, at character 12',
+                '3/20/2010 25:00': 'not read: the time is out of range, at character 11',
+                '1/1/1969': 'not read: there is no such moment between 1970 and 18 January 2038 '
+                            'in this zone, at character 1'}
+        out = self.expect(run('read', '--zone', 'Asia/Tokyo', *rows), 1).decode()
+        self.assertEqual(out.splitlines(), [f'{text}: {result}' for text, result in rows.items()])
+        if NATIVE:
+            got = run('read', '--locale=ja', '--zone', 'Asia/Tokyo', '平成２２年３月２０日（土）午後１１時')
+            self.assertIn(b'1269093600', self.expect(got, 0))
+            self.assertIn(b'at character 3', self.expect(run('read', '1 日 2010'), 1))
+            self.expect(run('read'), 2, 'give a date')
+            self.expect(run('read', '--locale', 'xx', 'x'), 2, "'xx'")
+
     def test_locale(self):
         out = self.expect(run('locale', 'fr', 'JA_jp.eucJP'), 0).decode().splitlines()
         for line in ('name                   fr_FR', 'identifier             0x040c',

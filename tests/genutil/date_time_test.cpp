@@ -6,6 +6,7 @@
 
 #include "gendate.h"
 #include "tests/support/custom_locale.h"
+#include "tests/support/zone_guard.h"
 
 namespace {
 
@@ -31,14 +32,7 @@ std::tm Record(int year, int month, int day, int hour, int minute, int second) {
 // Puts moments into a zone for the length of a test.
 class DateTime : public testing::Test {
   protected:
-    DateTime() { SetZone("Asia/Tokyo"); }
-    ~DateTime() override { SetZone(nullptr); }
-
-    // As the zone that the process started with, which the clock goes back to.
-    static void SetZone(const char* zone) {
-        mbSetTZone(zone);
-        OSTimeZone::Free();
-    }
+    ZoneGuard m_zone{"Asia/Tokyo"};
 };
 
 }  // namespace
@@ -166,7 +160,7 @@ TEST_F(DateTime, ChecksTheRange) {
     EXPECT_EQ(hour * 10000 + minute * 100 + second, 121407);
     EXPECT_EQ(CGNDateTime::IsValidDate(70, 0, 1) + CGNDateTime::IsValidDate(138, 0, 19), 2);
     EXPECT_EQ(CGNDateTime::IsValidDate(69, 11, 31) + CGNDateTime::IsValidDate(138, 0, 20), 0);
-    SetZone("America/New_York");
+    ZoneGuard::Set("America/New_York");
     EXPECT_EQ(CGNDateTime::MinYear(), 69);
     EXPECT_EQ(CGNDateTime::IsValidDate(69, 11, 31), 1);
     std::tm skipped = Record(2010, 3, 14, 2, 30, 0);  // clocks go from 2 to 3
@@ -193,7 +187,7 @@ TEST_F(DateTime, NamesItsRange) {
 
 TEST_F(DateTime, KnowsMidnight) {
     for (const char* zone : {"Asia/Tokyo", "America/New_York", "Asia/Kathmandu", "UTC"}) {
-        SetZone(zone);
+        ZoneGuard::Set(zone);
         const long midnight = CGNDateTime::GetLocalMidnightToday(), now = CGNDateTime::Now();
         std::tm local, present;
         CGNDateTime::LocalTimeTS(midnight, local);

@@ -214,6 +214,7 @@ TEST(Locale, CustomizeTakesWhatIsGiven) {
     EXPECT_EQ(Text(locale, &CLCLocale::GetDecDigitGroupSeparator), "'");
 
     // Neither a refresh nor another locale takes the application's settings away.
+    locale.SetAMPMMarker(0, "early");
     locale.InitControlPanelDateSettings();
     locale.InitControlPanelTimeSettings();
     locale.Init();
@@ -222,12 +223,21 @@ TEST(Locale, CustomizeTakesWhatIsGiven) {
     EXPECT_EQ(locale.LongOrShort(), kLong);
     EXPECT_EQ(Text(locale, &CLCLocale::GetDecDecimalSymbol), "\xA5");
     EXPECT_EQ(Item(locale, &CLCLocale::MonthName, 0), "janvier");
+    EXPECT_STREQ(locale.GetAMString(), "early");
     locale.SetCustomized(0);
     locale.InitControlPanelDateSettings();
+    locale.InitControlPanelTimeSettings();
+    EXPECT_STRNE(locale.GetAMString(), "early");
     EXPECT_EQ(Date(locale, kShort), "dd/MM/yyyy");
     EXPECT_EQ(Text(locale, &CLCLocale::GetDecDecimalSymbol), "\xA5");
     locale.Init();
     EXPECT_EQ(Text(locale, &CLCLocale::GetDecDecimalSymbol), ",");
+
+    // Empty signs are none that an application gave.
+    locale.Customize("", "", "", kShort, "3;0", 1, 1, "", "", "", "de_DE");
+    EXPECT_EQ(Text(locale, &CLCLocale::GetDecDecimalSymbol), ",");
+    EXPECT_EQ(Text(locale, &CLCLocale::GetDecNegativeSign), "-");
+    EXPECT_EQ(Text(locale, &CLCLocale::GetDecDigitGroupSeparator), ".");
 }
 
 TEST(Locale, ACustomTimeFormatDecidesSeparatorAndClock) {

@@ -2,6 +2,8 @@
 // back: this is a program of its own, with one test.
 #include <gtest/gtest.h>
 
+#include "gendate.h"
+#include "mbutil.h"
 #include "osthread.h"
 #include "tests/support/worker.h"
 
@@ -49,6 +51,15 @@ TEST(Inert, LocksDoNothingUntilTheProcessIsThreaded) {
               "");
     _osmutex* brief = OSMutexCreate();
     OSMutexDestroy(brief);
+
+    // The zone of a process without threads is that of its environment, whatever is asked for.
+    mbSetTZone("AAA3");
+    OSTimeZone::GetInstance()->SetTZ("BBB4");
+    CGNLclSt::Instance()->SetLocalVariable("timezone", const_cast<char*>("BBB4"));
+    std::tm local;
+    CGNDateTime::LocalTimeTS(1269093600, local);
+    EXPECT_EQ(local.tm_hour, 11);
+    mbSetTZone(nullptr);
 
     OSSetThreaded();
     OSSetThreaded();

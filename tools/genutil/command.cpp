@@ -65,10 +65,12 @@ bool ParseArguments(const Arguments& arguments, const std::vector<Option>& optio
                 return false;
             }
             *option->flag = true;
-        } else if (joined) {
-            *option->value = argument.substr(equals + 1);
-        } else if (i + 1 < arguments.size()) {
-            *option->value = arguments[++i];
+        } else if (joined || i + 1 < arguments.size()) {
+            const std::string value = joined ? argument.substr(equals + 1) : arguments[++i];
+            if (option->values)
+                option->values->push_back(value);
+            else
+                *option->value = value;
         } else {
             Complain("option '" + name + "' needs a value");
             return false;

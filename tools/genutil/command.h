@@ -24,14 +24,15 @@ struct Command {
     Status (*run)(const Arguments& arguments);
 };
 extern const Command kDetectCommand, kConvertCommand, kTextCommand, kLocaleCommand, kLocalesCommand,
-    kZonesCommand;
+    kZonesCommand, kShowCommand, kReadCommand;
 
-// An option of a subcommand: where its value goes, or (value null) the flag it sets.
+// An option of a subcommand: where its value goes, or the flag it sets, or where its values go.
 struct Option {
     const char* name;       // "--from"
     const char* shortName;  // "-o", or null
     std::string* value;
     bool* flag;
+    std::vector<std::string>* values = nullptr;  // of one that may be repeated
 };
 
 // Sorts arguments into options and the rest, which goes into `files`. "--name=value" is understood;

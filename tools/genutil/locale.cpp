@@ -1,25 +1,16 @@
 // genutil locale: every setting of a locale.
 #include <cstdio>
-#include <cstdlib>
 
 #include "genlocale.h"
 #include "mbutil.h"
 #include "tools/genutil/command.h"
 #include "tools/genutil/encoding.h"
+#include "tools/genutil/locale_text.h"
 
 namespace {
 
 using TextGetter = unsigned char (CLCLocale::*)(CGNString&) const;
 using ItemGetter = unsigned char (CLCLocale::*)(long, CGNString&) const;
-
-std::string ToUtf8(const CGNString& text, int codeSet) {
-    char* out = nullptr;
-    mbConversion conversion = {};
-    if (!mbConvertAlloc(text, text.GetLength(), codeSet, &out, mbUtf8, &conversion)) return "";
-    std::string utf8(out, conversion.produced);
-    std::free(out);
-    return utf8;
-}
 
 // Rows of a name and a value. Texts stand between quotation marks, where blanks are seen.
 class Table {
@@ -102,17 +93,6 @@ void PrintNumbers(const Table& table, const CLCLocale& locale) {
     table.Text("negative sign", &CLCLocale::GetDecNegativeSign);
     table.Number("negative format", locale.GetDecNegativeNumFormat());
     table.Flag("leading zero", locale.GetDecDisplayLeadingZeroes() != 0);
-}
-
-// The name that the library's table has for a name that a user may write; empty for none.
-std::string TableName(const std::string& name) {
-    const mbLocale locale =
-        name.empty() ? nullptr : mbOpenLocale(name.c_str(), mbOpenBest, nullptr);
-    if (!locale) return "";
-    char part[64];
-    mbGetLocalePart(locale, mbPartName, part, sizeof part);
-    mbCloseLocale(locale);
-    return part;
 }
 
 void Print(const std::string& name) {

@@ -8,7 +8,8 @@
 namespace {
 
 const Command* const kCommands[] = {&kDetectCommand, &kConvertCommand, &kTextCommand,
-                                    &kLocaleCommand, &kLocalesCommand, &kZonesCommand};
+                                    &kLocaleCommand, &kLocalesCommand, &kZonesCommand,
+                                    &kShowCommand,   &kReadCommand};
 
 void PrintHelp() {
     std::puts("genutil: text in the encodings and customs of its readers\n");

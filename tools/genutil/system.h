@@ -17,3 +17,6 @@ bool MoveOver(const std::string& from, const std::string& to);
 void UseBinaryStreams();
 
 bool IsTerminal(std::FILE* stream);
+
+// An argument of the command line as text in UTF-8.
+std::string ArgumentToUtf8(const std::string& argument);

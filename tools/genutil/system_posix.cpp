@@ -25,3 +25,7 @@ void UseBinaryStreams() {}
 bool IsTerminal(std::FILE* stream) {
     return isatty(fileno(stream)) != 0;
 }
+
+std::string ArgumentToUtf8(const std::string& argument) {
+    return argument;
+}

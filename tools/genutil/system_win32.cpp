@@ -30,3 +30,15 @@ void UseBinaryStreams() {
 bool IsTerminal(std::FILE* stream) {
     return _isatty(_fileno(stream)) != 0;
 }
+
+std::string ArgumentToUtf8(const std::string& argument) {
+    const int size = static_cast<int>(argument.size());
+    std::wstring wide(argument.size(), L'\0');
+    wide.resize(static_cast<std::size_t>(
+        MultiByteToWideChar(CP_ACP, 0, argument.data(), size, wide.data(), size)));
+    std::string utf8(wide.size() * 3, '\0');
+    utf8.resize(static_cast<std::size_t>(
+        WideCharToMultiByte(CP_UTF8, 0, wide.data(), static_cast<int>(wide.size()), utf8.data(),
+                            static_cast<int>(utf8.size()), nullptr, nullptr)));
+    return utf8;
+}

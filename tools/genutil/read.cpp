@@ -1,0 +1,129 @@
+// genutil read: a date and time as a user types it.
+#include <cstdio>
+
+#include "gendate.h"
+#include "genlocale.h"
+#include "mbutil.h"
+#include "tools/genutil/command.h"
+#include "tools/genutil/locale_text.h"
+#include "tools/genutil/moment.h"
+#include "tools/genutil/system.h"
+
+namespace {
+
+bool IsAscii(const CGNString& text, const char* set) {
+    const char* p = text;
+    while (*p && std::string(set).find(*p) != std::string::npos) ++p;
+    return *p == 0;
+}
+
+// Whether a word has a place in a date: a number, a sign, a name that a reader of dates knows.
+bool IsDateWord(const CGNString& word) {
+    if (IsAscii(word, "0123456789") || IsAscii(word, "/-.,:'()")) return true;
+    for (const char* frame : {"1 %s 2000", "%s 1 January 2000", "1%s March 2000", "%s1/1/1"}) {
+        char text[256];
+        std::snprintf(text, sizeof text, frame, static_cast<const char*>(word));
+        CGNString rest;
+        if (CGNDate().parseDate(text, rest) && rest.IsEmpty()) return true;
+    }
+    return false;
+}
+
+// What is left of the text from the first word that no date has; all of it if there is none such.
+CGNString FromStrangeWord(const CGNString& text) {
+    CGNString rest(text), word;
+    while (CGNDate::extractDateWord(rest, word, rest)) {
+        if (IsDateWord(word)) continue;
+        word += rest;
+        return word;
+    }
+    return text;
+}
+
+struct Fault {
+    std::string what;
+    CGNString from;  // the text from where it could not be read
+};
+
+Fault FindFault(const CGNString& text, long status) {
+    CGNDate date;
+    CGNString rest;
+    if (!date.parseDate(text, rest))
+        return date.GetDateStatus() == 1 ? Fault{"there is no such date", text}
+                                         : Fault{"no date is recognised", FromStrangeWord(text)};
+    CGNString word, behind(rest);
+    while (CGNDate::extractDateWord(behind, word, behind))
+        if (!(word == ",")) {
+            word += behind;
+            break;
+        }
+    switch (status) {
+        case 3:
+            return {"the time is out of range", word};
+        case 5:
+            return {"what follows the date is no time", word};
+        case 4:
+            return {"the time lies behind the last that there is, 03:14:07 UTC on 19 January 2038",
+                    word};
+        default:
+            return {"there is no such moment between 1970 and 18 January 2038 in this zone", text};
+    }
+}
+
+Status ReadText(const std::string& utf8, CLCGlobalLocale& locale) {
+    CGNString text;
+    std::size_t lostAt = 0;
+    const int codeSet = locale.GetCodeSet();
+    if (!FromUtf8(utf8, codeSet, &text, &lostAt)) {
+        std::printf("%s: not read: no character of the locale's encoding, at character %zu\n",
+                    utf8.c_str(), CountCharacters(utf8.substr(0, lostAt)) + 1);
+        return kLoss;
+    }
+    CGNDateTime moment;
+    if (moment.FromString(text)) {
+        std::printf("%s: %s\n", utf8.c_str(), DescribeMoment(moment.GetSecsFrom70()).c_str());
+        return kOk;
+    }
+    const Fault fault = FindFault(text, moment.GetDateTimeRangeStatus());
+    const std::size_t left = CountCharacters(ToUtf8(fault.from, codeSet));
+    std::printf("%s: not read: %s, at character %zu\n", utf8.c_str(), fault.what.c_str(),
+                CountCharacters(utf8) - left + 1);
+    return kLoss;
+}
+
+Status RunRead(const Arguments& arguments) {
+    Arguments texts;
+    std::string locale, zone;
+    const std::vector<Option> options = {{"--locale", nullptr, &locale, nullptr},
+                                         {"--zone", nullptr, &zone, nullptr}};
+    if (!ParseArguments(arguments, options, &texts)) return kError;
+    if (texts.empty()) return Complain("read: give a date, or a date and time, as one argument");
+    const std::string name = TableName(locale.empty() ? "en_US" : locale);
+    if (name.empty()) return Complain("locale '" + locale + "' is not known");
+    if (!UseZone(zone)) return kError;
+    CLCGlobalLocale* global = CLCGlobalLocale::Instance();
+    if (!global) return Complain("memory ran out");
+    global->SetLocale(name.c_str());
+    UseCodeSetOf(*global);
+    Status status = kOk;
+    for (const std::string& text : texts)
+        status = Worse(status, ReadText(ArgumentToUtf8(text), *global));
+    return status;
+}
+
+}  // namespace
+
+const Command kReadCommand = {
+    "read", "[--locale NAME] TEXT...   reads a date and time as a user types it",
+    "genutil read [--locale NAME] [--zone NAME] TEXT...\n"
+    "\n"
+    "Reads each text as a date, or a date and time, in the customs of a locale, and prints the\n"
+    "moment that it is: by ISO 8601, with its zone, and in seconds since 1970. What cannot be "
+    "read\n"
+    "is said, with the character where, which count from 1.\n"
+    "\n"
+    "  --locale NAME   a locale, such as de_DE (en_US)\n"
+    "  --zone NAME     the time zone, such as Asia/Tokyo (that of the machine)\n"
+    "\n"
+    "Exit status: 0 all is well, 1 a text could not be read, 2 wrong usage.\n",
+    RunRead};
