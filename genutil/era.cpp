@@ -37,11 +37,22 @@ unsigned char CEmperor::IsEmpty() const {
     return m_name.IsEmpty() && m_firstYear == 0 && m_yearCount == 0;
 }
 
+namespace {
+
+// a - b + c without an overflow: any number may be asked about.
+long Shifted(long a, long b, long c) {
+    using Unsigned = unsigned long;
+    return static_cast<long>(static_cast<Unsigned>(a) - static_cast<Unsigned>(b) +
+                             static_cast<Unsigned>(c));
+}
+
+}  // namespace
+
 // The count is compared as programs know it: with the year and not with the first year, so it ends
 // no era. The list does, being newest first.
 long CEmperor::EmperorYrFromGregorianYr(long year) const {
     if (year < m_firstYear || m_yearCount < 0) return 0;
-    return year - m_firstYear + 1;
+    return Shifted(year, m_firstYear, 1);
 }
 
 namespace genutil {
@@ -86,5 +97,5 @@ long CLCLocale::EmperorYrFromGregorianYr(long year) const {
 }
 
 long CLCLocale::GregorianYrFromEmperorYr(CEmperor era, long eraYear) const {
-    return era.GetFirstYear() + eraYear - 1;
+    return Shifted(era.GetFirstYear(), 1, eraYear);
 }

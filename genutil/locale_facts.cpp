@@ -131,7 +131,8 @@ constexpr std::size_t kSlots = 2048;
 using Slot = std::atomic<const LocaleFacts*>;
 Slot g_facts[kSlots];
 
-// The state of the system's settings, plus 1, under which the facts of a slot were last found right.
+// The state of the system's settings, plus 1, under which the facts of a slot were last found
+// right.
 std::atomic<std::uint32_t> g_checked[kSlots];
 
 // The slot that has the facts, or the one where they belong; null when all are taken.

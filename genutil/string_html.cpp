@@ -78,7 +78,7 @@ Part FindCharset(const char* tag) {
         if (*name++ != '=') continue;
         name += std::strspn(name, " \t\r\n\"'");
         const char* nameEnd = name + std::strcspn(name, " \t\r\n\"';/>");
-        if (name <= end) return {name, nameEnd};
+        return {name, nameEnd};
     }
     return {nullptr, nullptr};
 }

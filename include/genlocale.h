@@ -349,7 +349,8 @@ class GENUTIL_API CLCLocale : private genutil::LocaleEdits {
 
         With Era1 the era list is what the keys say, so a new era needs no new library. A key that
        is missing or empty, a number that is none and a value of 256 bytes or more leave the
-       setting.
+       setting. Dates and times are formatted with what the system has today unless the locale is
+        customised: SetCustomized(1) keeps what the file had.
         @param iniFile path of the file, in the current code set. @param section its section. */
     void LoadIniDateTimeSettings(char* iniFile, CGNString& section);
 

@@ -82,10 +82,11 @@ const LocaleRow* FindRow(const char* name, int kind) {
     return kind == mbOpenSpelled ? nullptr : FindByLanguageCode(normal);
 }
 
-// What stands behind the first "." up to "@", and the code set that it denotes.
+// What stands behind the first "." up to "@", and the code set that it denotes. A "." behind "@"
+// belongs to the modifier.
 void TakeCharset(mbLocaleRecord* record, const char* name) {
-    const char* charset = name ? std::strchr(name, '.') : nullptr;
-    if (!charset) return;
+    const char* charset = name ? std::strpbrk(name, ".@") : nullptr;
+    if (!charset || *charset == '@') return;
     const std::size_t length = std::strcspn(++charset, "@");
     if (length >= sizeof record->charset) return;
     std::memcpy(record->charset, charset, length);

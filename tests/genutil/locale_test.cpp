@@ -1,6 +1,7 @@
 // The locale object: what it holds for well-known locales, and how applications change it.
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -213,6 +214,7 @@ TEST(Locale, CustomizeTakesWhatIsGiven) {
     EXPECT_EQ(Text(locale, &CLCLocale::GetDecDigitGroupSeparator), "'");
 
     // Neither a refresh nor another locale takes the application's settings away.
+    locale.SetAMPMMarker(0, "early");
     locale.InitControlPanelDateSettings();
     locale.InitControlPanelTimeSettings();
     locale.Init();
@@ -221,12 +223,21 @@ TEST(Locale, CustomizeTakesWhatIsGiven) {
     EXPECT_EQ(locale.LongOrShort(), kLong);
     EXPECT_EQ(Text(locale, &CLCLocale::GetDecDecimalSymbol), "\xA5");
     EXPECT_EQ(Item(locale, &CLCLocale::MonthName, 0), "janvier");
+    EXPECT_STREQ(locale.GetAMString(), "early");
     locale.SetCustomized(0);
     locale.InitControlPanelDateSettings();
+    locale.InitControlPanelTimeSettings();
+    EXPECT_STRNE(locale.GetAMString(), "early");
     EXPECT_EQ(Date(locale, kShort), "dd/MM/yyyy");
     EXPECT_EQ(Text(locale, &CLCLocale::GetDecDecimalSymbol), "\xA5");
     locale.Init();
     EXPECT_EQ(Text(locale, &CLCLocale::GetDecDecimalSymbol), ",");
+
+    // Empty signs are none that an application gave.
+    locale.Customize("", "", "", kShort, "3;0", 1, 1, "", "", "", "de_DE");
+    EXPECT_EQ(Text(locale, &CLCLocale::GetDecDecimalSymbol), ",");
+    EXPECT_EQ(Text(locale, &CLCLocale::GetDecNegativeSign), "-");
+    EXPECT_EQ(Text(locale, &CLCLocale::GetDecDigitGroupSeparator), ".");
 }
 
 TEST(Locale, ACustomTimeFormatDecidesSeparatorAndClock) {
@@ -472,6 +483,10 @@ TEST(Era, OneByItself) {
     CEmperor era("e", 1900, 10);
     EXPECT_EQ(era.EmperorYrFromGregorianYr(2000), 101);  // a count does not end it
     EXPECT_EQ(era.EmperorYrFromGregorianYr(1899), 0);
+    EXPECT_EQ(era.EmperorYrFromGregorianYr(LONG_MIN), 0);
+    EXPECT_EQ(era.EmperorYrFromGregorianYr(LONG_MAX), LONG_MAX - 1899);
+    EXPECT_EQ(CLCLocale().GregorianYrFromEmperorYr(era, LONG_MAX), LONG_MIN + 1898);
+    EXPECT_EQ(CEmperor("e", -1, 0).EmperorYrFromGregorianYr(LONG_MAX), LONG_MIN + 1);
     era.Set("e", 1900, -1);
     EXPECT_EQ(era.EmperorYrFromGregorianYr(2000), 0);
     EXPECT_EQ(era.IsEmpty(), 0);

@@ -131,6 +131,15 @@ TEST(StringEdit, ExtractsCharacters) {
         cut.TruncateAt('x');
         EXPECT_EQ(Bytes(cut), six.Text(0, 3));
     }
+    // Of characters of three bytes, around the lengths up to which texts are made on the stack.
+    CodeSetGuard utf8(mbUtf8);
+    std::string text;
+    for (unsigned n = 1; n <= 300; ++n) {
+        text += "\xE3\x81\x82";
+        CGNString s(text.c_str());
+        s.SubStr(0, -1);
+        ASSERT_EQ(Bytes(s), text) << n;
+    }
 }
 
 TEST(StringEdit, ExtractsBytesOfWholeCharacters) {
@@ -279,6 +288,7 @@ TEST(StringEdit, TellsClassesOfCharacters) {
         {__LINE__, 0, "7", "npxd"},        {__LINE__, 0, " ", "ps"},
         {__LINE__, 0, "\t", "s"},          {__LINE__, 0, "_", "pt"},
         {__LINE__, 0, "\xE9", "anlp"},     {__LINE__, 0, "\xA7", "pt"},
+        {__LINE__, 0, "\xAA", "anlpt"},    {__LINE__, 0, "\xB2", "nptd"},
         {__LINE__, 0, "\x01", ""},         {__LINE__, 5, "\x82\xA0", "anp"},
         {__LINE__, 5, "\x82\x50", "npxd"}, {__LINE__, 5, "\x82\x60", "anupx"},
         {__LINE__, 5, "\x81\x40", "ps"},   {__LINE__, 5, "\x81\x42", "pt"},
@@ -473,6 +483,18 @@ TEST(StringEdit, Splits) {
     own.GetItem(0)->Split(own, ",");
     EXPECT_EQ(own.GetCount(), 2);
     EXPECT_STREQ(*own.GetItem(1), "y");
+
+    // A list of a program's own is emptied in its own way, once.
+    struct Counting : CGNStringList {
+        void Free() override {
+            ++freed;
+            CGNStringList::Free();
+        }
+        int freed = 0;
+    } counting;
+    CGNString("a,b").Split(counting, ",");
+    EXPECT_EQ(counting.freed, 1);
+    EXPECT_EQ(counting.GetCount(), 2);
 }
 
 TEST(StringEdit, EscapesAndReadsEscapes) {

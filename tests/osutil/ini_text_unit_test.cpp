@@ -44,6 +44,7 @@ TEST(IniText, SectionsKeysAndValues) {
          "[a]\n\x1A"
          "k=v\n",
          "a", "k", nullptr},
+        {__LINE__, "[a]\n\x1A\nk=v\n", "a", "k", nullptr},
         {__LINE__, "[ab]\nk=v\n", "a", "k", nullptr},
         {__LINE__, "[a]", "a", "k", nullptr},
         {__LINE__, "", "", "", nullptr},

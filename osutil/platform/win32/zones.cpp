@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <initializer_list>
 
 #include "osutil/platform/win32/windows_api.h"
 
@@ -22,6 +23,18 @@ struct RegistryRule {
     LONG bias, standardBias, daylightBias;  // minutes west of Greenwich
     SYSTEMTIME toStandard, toDaylight;
 };
+
+// Any program may have written the value: numbers that no zone has would not fit in a rule.
+bool IsSound(const RegistryRule& rule) {
+    constexpr LONG kDay = 24 * 60;
+    for (const LONG bias : {rule.bias, rule.standardBias, rule.daylightBias})
+        if (bias < -kDay || bias > kDay) return false;
+    for (const SYSTEMTIME& change : {rule.toStandard, rule.toDaylight})
+        if (change.wMonth > 12 || change.wDay > 5 || change.wDayOfWeek > 6 || change.wHour > 23 ||
+            change.wMinute > 59 || change.wSecond > 59)
+            return false;
+    return true;
+}
 
 class Key {
   public:
@@ -49,7 +62,7 @@ class Key {
         DWORD bytes = sizeof *rule;
         return RegQueryValueExA(m_key, "TZI", nullptr, nullptr, reinterpret_cast<BYTE*>(rule),
                                 &bytes) == ERROR_SUCCESS &&
-               bytes == sizeof *rule;
+               bytes == sizeof *rule && IsSound(*rule);
     }
 
   private:
@@ -129,7 +142,7 @@ bool ReadZone(HKEY zones, const char* name, Zone* zone) {
 void VisitZones(void (*visit)(void* context, const Zone& zone), void* context) {
     const Key zones(HKEY_LOCAL_MACHINE, kZones);
     if (!zones.Get()) return;
-    char name[128];
+    char name[256];  // the longest that a key has
     for (DWORD i = 0;; ++i) {
         DWORD length = sizeof name;
         if (RegEnumKeyExA(zones.Get(), i, name, &length, nullptr, nullptr, nullptr, nullptr) !=
@@ -146,10 +159,10 @@ bool ReadZoneRule(const char* name, char* rule, std::size_t size) {
         TIME_ZONE_INFORMATION own;
         if (GetTimeZoneInformation(&own) == TIME_ZONE_ID_INVALID) return false;
         // Bias and dates by the meaning that the registry gives them; names play no part.
-        WriteRule(
-            zone.rule,
-            {own.Bias, own.StandardBias, own.DaylightBias, own.StandardDate, own.DaylightDate}, "",
-            "");
+        const RegistryRule ownRule = {own.Bias, own.StandardBias, own.DaylightBias,
+                                      own.StandardDate, own.DaylightDate};
+        if (!IsSound(ownRule)) return false;
+        WriteRule(zone.rule, ownRule, "", "");
         return std::snprintf(rule, size, "%s", zone.rule) < static_cast<int>(size);
     }
     const Key zones(HKEY_LOCAL_MACHINE, kZones);

@@ -36,6 +36,7 @@ TEST(LocaleHandles, FindsNamesAsFarAsTheKindAllows) {
     } kRows[] = {
         {__LINE__, "ja_JP", {"ja_JP", "ja_JP", "ja_JP"}, mbShiftJis},
         {__LINE__, "ja_JP.eucJP@x", {"ja_JP", "ja_JP", "ja_JP"}, mbEucJp},
+        {__LINE__, "ja_JP@x.eucJP", {"ja_JP", "ja_JP", "ja_JP"}, mbShiftJis},
         {__LINE__, "ja_JP.no-such", {"ja_JP", "ja_JP", "ja_JP"}, mbShiftJis},
         {__LINE__, "ru_RU.1252", {"ru_RU", "ru_RU", "ru_RU"}, mbWestern},
         {__LINE__, "en_US.UTF-8", {"en_US", "en_US", "en_US"}, mbUtf8},

@@ -65,6 +65,15 @@ TEST_F(Zones, OfTheSystemAreListed) {
         EXPECT_EQ(text.substr(0, 12), offset) << name;
     }
     EXPECT_NE(zones["Asia/Tokyo"].find("Tokyo"), std::string::npos);
+    char zone[48];
+    mbTZoneCursor each = mbFirstTZone;
+    for (int minutes = -24 * 60; mbGetNextTZone(zone, sizeof zone, &each);) {
+        const std::string text = Display(zone);  // "(UTC-03:30) ..."
+        const int magnitude = std::stoi(text.substr(5, 2)) * 60 + std::stoi(text.substr(8, 2));
+        const int next = text[4] == '-' ? -magnitude : magnitude;
+        EXPECT_LE(minutes, next) << text << " lies west of the zone before it";
+        minutes = next;
+    }
     char name[4] = "?";
     mbTZoneCursor cursor = mbFirstTZone;
     EXPECT_GT(mbGetNextTZone(name, sizeof name, &cursor), 4);
