@@ -137,8 +137,8 @@ void CGNCurrency::SplitOnDemand() {
     if (m_parsed) return;
     Portions portions;
     const bool split = Split(TextOf(m_buffer), portions);
-    const bool stored = PutText(m_raw, portions.amount) & PutText(m_code, portions.code);
-    m_parsed = split && stored;
+    const bool amount = PutText(m_raw, portions.amount), code = PutText(m_code, portions.code);
+    m_parsed = split && amount && code;
 }
 
 CGNString& CGNCurrency::GetCodePortion() {

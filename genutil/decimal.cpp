@@ -55,7 +55,12 @@ bool Read(std::string_view text, const DecimalSymbols& regional, bool force,
 // Most conversions find the settings as they are.
 void Refresh(CGNString& cached, const CGNString& setting) {
     const unsigned length = setting.GetLength();
-    if (cached.GetLength() == length && std::memcmp(cached, setting, length) == 0) return;
+    if (cached.GetLength() == length) {
+        const char *a = cached, *b = setting;
+        unsigned i = 0;
+        while (i < length && a[i] == b[i]) ++i;
+        if (i == length) return;
+    }
     cached = setting;
 }
 
@@ -136,8 +141,8 @@ bool CGNDecimal::GetLocaleSettings() {
     const CLCLocale* locale = CLCGlobalLocale::Instance();
     if (!locale) return false;
     Refresh(m_grouping, LocaleAccess::DigitsInGroup(*locale));
-    m_negativeFormat = static_cast<std::int32_t>(locale->GetDecNegativeNumFormat());
-    m_leadingZeroes = locale->GetDecDisplayLeadingZeroes();
+    m_negativeFormat = LocaleAccess::NegativeFormat(*locale);
+    m_leadingZeroes = LocaleAccess::LeadingZeroes(*locale);
     Refresh(m_decimalSymbol, LocaleAccess::DecimalSymbol(*locale));
     Refresh(m_negativeSign, LocaleAccess::NegativeSign(*locale));
     Refresh(m_groupSeparator, LocaleAccess::GroupSeparator(*locale));

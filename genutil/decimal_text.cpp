@@ -1,8 +1,11 @@
 #include "genutil/decimal_text.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
+
+#include "genutil/digit_masks.h"
 
 namespace genutil {
 namespace {
@@ -46,22 +49,71 @@ bool TakeSign(std::string_view prefix, std::string_view suffix, DecimalNumber& n
 
 // Drops the separators, wherever they stand.
 DecimalStatus TakeInteger(std::string_view digits, char separator, DecimalNumber& number) {
-    if (digits.size() <= kMaxDigits && AreDigits(digits)) {
-        number.integer = digits;
-        return DecimalStatus::kValid;
-    }
     std::size_t n = 0;
     for (const char c : digits) {
-        number.integer = {number.storage, n};
-        if (!IsDigit(c)) {
-            if (c != separator) return DecimalStatus::kInvalid;
-        } else {
-            if (n == kMaxDigits) return DecimalStatus::kTooLong;
-            number.storage[n++] = c;
+        const bool isDigit = IsDigit(c);
+        if (!(isDigit | (c == separator))) {
+            number.integer = {number.storage, n};
+            return DecimalStatus::kInvalid;
         }
+        number.storage[n] = c;
+        n += isDigit;
+        if (n > kMaxDigits) return DecimalStatus::kTooLong;
     }
     number.integer = {number.storage, n};
     return DecimalStatus::kValid;
+}
+
+}  // namespace
+
+namespace {
+
+constexpr std::size_t kNone = std::string_view::npos;
+
+// The run of digits and symbols in a text.
+struct Run {
+    std::size_t begin = kNone, end = 0;
+    std::size_t point = kNone;                        // the decimal symbol
+    bool plainInteger = false, plainFraction = true;  // of digits alone
+};
+
+Run FindRun(std::string_view text, const DecimalSymbols& symbols) {
+    Run run;
+    const auto begins = [&](char c) { return IsDigit(c) || c == symbols.decimal; };
+    std::size_t at = 0;
+    while (at < text.size() && !begins(text[at])) ++at;
+    if (at == text.size()) return run;
+    run.begin = at;
+    while (at < text.size() && (begins(text[at]) || text[at] == symbols.separator)) ++at;
+    run.end = at;
+    text = text.substr(run.begin, run.end - run.begin);
+    const std::size_t point = FindDecimal(text, symbols.decimal, symbols.steps);
+    run.plainInteger = AreDigits(text.substr(0, point));
+    if (point == kNone) return run;
+    run.point = run.begin + point;
+    run.plainFraction = AreDigits(text.substr(point + 1));
+    return run;
+}
+
+// The same by masks, for symbols that are part of no longer character.
+Run FindShortRun(std::string_view text, const DecimalSymbols& symbols) {
+    Run run;
+    const DigitMasks masks = MasksOf(text, symbols.decimal, symbols.separator);
+    const std::uint64_t begins = masks.digits | masks.decimals, others = ~masks.digits;
+    if (begins == 0) return run;
+    run.begin = static_cast<std::size_t>(std::countr_zero(begins));
+    const std::uint64_t behind = ~(begins | masks.separators) & ~BitsBelow(run.begin);
+    run.end = static_cast<std::size_t>(std::countr_zero(behind));
+    const std::uint64_t inRun = BitsBelow(run.end) & ~BitsBelow(run.begin);
+    const std::uint64_t points = masks.decimals & inRun;
+    if (points == 0) {
+        run.plainInteger = (others & inRun) == 0;
+        return run;
+    }
+    run.point = static_cast<std::size_t>(std::countr_zero(points));
+    run.plainInteger = (others & inRun & BitsBelow(run.point)) == 0;
+    run.plainFraction = (others & inRun & ~BitsBelow(run.point + 1)) == 0;
+    return run;
 }
 
 }  // namespace
@@ -73,36 +125,38 @@ DecimalStatus ParseDecimal(std::string_view text, const DecimalSymbols& symbols,
     if (end) *end = 0;
     if (text.empty()) return DecimalStatus::kValid;
     text = WithoutTrailingBlanks(text);
-
-    std::size_t begin = 0;
-    while (begin < text.size() && !IsDigit(text[begin]) && text[begin] != symbols.decimal) ++begin;
-    if (begin == text.size()) return DecimalStatus::kInvalid;
-    std::size_t behind = begin;
-    const auto inRun = [&](char c) {
-        return IsDigit(c) || c == symbols.decimal || c == symbols.separator;
-    };
-    while (behind < text.size() && inRun(text[behind])) ++behind;
-    if (end) *end = behind;
+    const bool isShort = text.size() <= kMaskedText && !symbols.steps;
+    const Run run = isShort ? FindShortRun(text, symbols) : FindRun(text, symbols);
+    if (run.begin == kNone) return DecimalStatus::kInvalid;
+    if (end) *end = run.end;
     // Blanks in front are part of the prefix, so that " 5" is no number while "5 " is one.
-    if (!TakeSign(text.substr(0, begin), text.substr(behind), number))
+    if (!TakeSign(text.substr(0, run.begin), text.substr(run.end), number))
         return DecimalStatus::kInvalid;
 
-    const std::string_view run = text.substr(begin, behind - begin);
-    const std::size_t point = FindDecimal(run, symbols.decimal, symbols.steps);
-    if (point != run.npos) {
-        if (run.size() == 1) return DecimalStatus::kInvalid;
-        number.fraction = run.substr(point + 1);
+    if (run.point != kNone) {
+        if (run.end - run.begin == 1) return DecimalStatus::kInvalid;
+        number.fraction = text.substr(run.point + 1, run.end - run.point - 1);
         if (number.fraction.size() > kMaxDigits) return DecimalStatus::kTooLong;
-        if (!AreDigits(number.fraction)) return DecimalStatus::kInvalid;
+        if (!run.plainFraction) return DecimalStatus::kInvalid;
     }
-    return TakeInteger(run.substr(0, point), symbols.separator, number);
+    const std::size_t behind = run.point == kNone ? run.end : run.point;
+    const std::string_view digits = text.substr(run.begin, behind - run.begin);
+    if (!run.plainInteger || digits.size() > kMaxDigits)
+        return TakeInteger(digits, symbols.separator, number);
+    number.integer = digits;
+    return DecimalStatus::kValid;
 }
 
 bool IsCDecimal(std::string_view text) {
     text = WithoutTrailingBlanks(text);
     while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
     if (!text.empty() && text.front() == '-') text.remove_prefix(1);
-    return std::all_of(text.begin(), text.end(), [](char c) { return IsDigit(c) || c == '.'; });
+    if (text.size() <= kMaskedText) {
+        const DigitMasks masks = MasksOf(text, kCSymbols.decimal, kCSymbols.decimal);
+        return (masks.digits | masks.decimals) == BitsBelow(text.size());
+    }
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return IsDigit(c) || c == kCSymbols.decimal; });
 }
 
 // -- Shifting ------------------------------------------------------------------------------------
