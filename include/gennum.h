@@ -48,7 +48,9 @@ class GENUTIL_API CGNDecimal {
     /** An empty number. @param locale is filled from the system (CLCLocale::Init) and not kept;
         null is allowed. */
     CGNDecimal(CLCLocale* locale);
+    /** A copy, with what is displayed. */
     CGNDecimal(const CGNDecimal& other);
+    /** Takes number and display. */
     CGNDecimal& operator=(const CGNDecimal& other);
     ~CGNDecimal();
 

@@ -11,8 +11,8 @@ class GENUTIL_API CLCNumber {
   public:
     CLCNumber();
     ~CLCNumber();
-    CLCNumber(const CLCNumber& other);
-    CLCNumber& operator=(const CLCNumber& other);
+    CLCNumber(const CLCNumber& other);            /**< nothing to copy */
+    CLCNumber& operator=(const CLCNumber& other); /**< nothing to take */
 };
 
 /** A place for settings of money; there are none. */
@@ -20,8 +20,8 @@ class GENUTIL_API CLCMoney {
   public:
     CLCMoney();
     ~CLCMoney();
-    CLCMoney(const CLCMoney& other);
-    CLCMoney& operator=(const CLCMoney& other);
+    CLCMoney(const CLCMoney& other);            /**< nothing to copy */
+    CLCMoney& operator=(const CLCMoney& other); /**< nothing to take */
 };
 
 /** Holds a locale, in plain English at first. */
