@@ -120,7 +120,8 @@ Run FindShortRun(std::string_view text, const DecimalSymbols& symbols) {
 
 DecimalStatus ParseDecimal(std::string_view text, const DecimalSymbols& symbols,
                            DecimalNumber& number, std::size_t* end) {
-    number.integer = number.fraction = {};
+    number.integer = {};
+    number.fraction = {};
     number.negative = false;
     if (end) *end = 0;
     if (text.empty()) return DecimalStatus::kValid;
