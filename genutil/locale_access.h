@@ -16,6 +16,13 @@ struct LocaleAccess {
     static const CGNString& TimeSeparator(const CLCLocale& l) { return l.m_timeSeparator; }
     static const CGNString& Marker(const CLCLocale& l, bool pm) { return pm ? l.m_pm : l.m_am; }
 
+    static const CGNString& DecimalSymbol(const CLCLocale& l) { return l.m_decimalSymbol; }
+    static const CGNString& NegativeSign(const CLCLocale& l) { return l.m_negativeSign; }
+    static const CGNString& DigitsInGroup(const CLCLocale& l) { return l.m_digitsInGroup; }
+    static std::int32_t NegativeFormat(const CLCLocale& l) { return l.m_negativeFormat; }
+    static unsigned char LeadingZeroes(const CLCLocale& l) { return l.m_leadingZeroes; }
+    static const CGNString& GroupSeparator(const CLCLocale& l) { return l.m_groupSeparator; }
+
     // Null outside of the names that there are.
     static const CGNString* MonthName(const CLCLocale& l, int i) {
         return At(l.m_monthNames, i, kMonths);

@@ -70,14 +70,27 @@ void StringStorage::Store(CGNString& s, const char* text, std::uint64_t offset, 
 }
 
 // In a new buffer; the old one lives until the text is copied.
-void StringStorage::StoreAnew(CGNString& s, const char* text, std::uint64_t offset,
-                              std::uint64_t n) {
+void StringStorage::StoreAnew(CGNString& s, const char* text, std::uint64_t offset, std::uint64_t n,
+                              std::uint64_t spare) {
     Owned<char> old;
-    if (!GrowData(s, offset + n, old)) return;
+    if (!GrowData(s, offset + n + spare, old)) return;
     CopyUnits(s.m_data + offset, text, n);
     s.m_length = static_cast<std::uint32_t>(offset + n);
     s.m_data[s.m_length] = 0;
     DropWide(s);
+}
+
+bool StringStorage::Put(CGNString& s, const char* text, std::uint64_t n) {
+    constexpr std::uint64_t kSpare = 16;
+    if (n == 0) {
+        s.Clear();
+        return true;
+    }
+    if (n < s.m_capacity)
+        Store(s, text, 0, n);
+    else
+        StoreAnew(s, text, 0, n, kSpare);
+    return n < s.m_capacity;
 }
 
 void StringStorage::Take(CGNString& s, const char* text, std::uint64_t n, std::uint64_t length) {

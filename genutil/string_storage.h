@@ -82,6 +82,10 @@ struct StringStorage {
 
     // The text becomes its first `offset` bytes and n bytes of `text`, which may lie in it itself.
     static void Store(CGNString& s, const char* text, std::uint64_t offset, std::uint64_t n);
+    // The text becomes n bytes of `text`, which may lie in it itself. Where the buffer is too small
+    // the new one has room to spare, so that values of much the same length need no other. False,
+    // with the text as it was, when memory runs out.
+    static bool Put(CGNString& s, const char* text, std::uint64_t n);
     // The text becomes n bytes of `text` and 0 bytes up to `length`, in a buffer of that size.
     static void Take(CGNString& s, const char* text, std::uint64_t n, std::uint64_t length);
 
@@ -111,7 +115,8 @@ struct StringStorage {
     static bool ReplaceBytes(CGNString& s, const Rule* rules, unsigned count, bool starts);
     static bool ReplaceWide(CGNString& s, const Rule* rules, unsigned count);
     static bool GrowData(CGNString& s, std::uint64_t n, Owned<char>& old);
-    static void StoreAnew(CGNString& s, const char* text, std::uint64_t offset, std::uint64_t n);
+    static void StoreAnew(CGNString& s, const char* text, std::uint64_t offset, std::uint64_t n,
+                          std::uint64_t spare = 0);
     static void CheckLayout();
     friend class ::CGNString;
 };

@@ -4,6 +4,7 @@
 
 #include "gendiag.h"
 #include "genlocale.h"
+#include "gennum.h"
 #include "genstr.h"
 #include "mbutil.h"
 #include "osutil.h"

@@ -1,0 +1,65 @@
+// Digits and symbols of a short text, 16 bytes at a time: no branch depends on a single byte.
+#pragma once
+
+#include <emmintrin.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+namespace genutil {
+
+// Bit i of a mask speaks of byte i; all bits behind the text are 0.
+struct DigitMasks {
+    std::uint64_t digits, decimals, separators;
+};
+constexpr std::size_t kMaskedText = 63;  // bytes at most, so that a mask of all has room for one
+
+inline std::uint64_t BitsBelow(std::size_t n) {  // n is at most 63
+    return (std::uint64_t{1} << n) - 1;
+}
+
+// n bytes, 1 to 15, and zeroes behind them, without a look at any other.
+inline __m128i LoadBeginning(const char* p, std::size_t n) {
+    std::uint64_t low = 0, high = 0;
+    if (n >= 8) {
+        std::memcpy(&low, p, 8);
+        std::memcpy(&high, p + n - 8, 8);
+        high = n == 8 ? 0 : high >> 8 * (16 - n);
+    } else if (n >= 4) {
+        std::uint32_t first, last;
+        std::memcpy(&first, p, 4);
+        std::memcpy(&last, p + n - 4, 4);
+        low = first | std::uint64_t{last} << 8 * (n - 4);
+    } else {
+        for (std::size_t i = 0; i < n; ++i)
+            low |= std::uint64_t{static_cast<unsigned char>(p[i])} << 8 * i;
+    }
+    return _mm_set_epi64x(static_cast<long long>(high), static_cast<long long>(low));
+}
+
+inline DigitMasks MasksOf(std::string_view text, char decimal, char separator) {
+    DigitMasks masks{};
+    const __m128i decimals = _mm_set1_epi8(decimal), separators = _mm_set1_epi8(separator);
+    const __m128i zero = _mm_set1_epi8('0'), nine = _mm_set1_epi8(9);
+    const auto bits = [](__m128i matches) {
+        return std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(matches))};
+    };
+    for (std::size_t at = 0; at < text.size(); at += 16) {
+        const std::size_t left = text.size() - at;
+        const __m128i block =
+            left >= 16 ? _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at))
+                       : LoadBeginning(text.data() + at, left);
+        const __m128i value = _mm_sub_epi8(block, zero);
+        masks.digits |= bits(_mm_cmpeq_epi8(_mm_min_epu8(value, nine), value)) << at;
+        masks.decimals |= bits(_mm_cmpeq_epi8(block, decimals)) << at;
+        masks.separators |= bits(_mm_cmpeq_epi8(block, separators)) << at;
+    }
+    const std::uint64_t all = BitsBelow(text.size());
+    masks.decimals &= all;
+    masks.separators &= all;
+    return masks;
+}
+
+}  // namespace genutil

@@ -1,0 +1,45 @@
+// The holders of a locale, of number settings and of money settings.
+#include "gennumholder.h"
+#include "genutil/allocate.h"
+#include "genutil/assert_allocation.h"
+
+using namespace genutil;
+
+CLCNumber::CLCNumber() {}
+CLCNumber::~CLCNumber() {}
+CLCNumber::CLCNumber(const CLCNumber&) {}
+CLCNumber& CLCNumber::operator=(const CLCNumber&) {
+    return *this;
+}
+
+CLCMoney::CLCMoney() {}
+CLCMoney::~CLCMoney() {}
+CLCMoney::CLCMoney(const CLCMoney&) {}
+CLCMoney& CLCMoney::operator=(const CLCMoney&) {
+    return *this;
+}
+
+template <class Held>
+static Held* Hold() {
+    Held* held = New<Held>();
+    AssertAllocation(held != nullptr, "genutil/number_holders", __LINE__);
+    return held;
+}
+
+// Programs embed holders: each is its pointer and no more.
+static_assert(sizeof(CGNLocale) == sizeof(void*));
+static_assert(sizeof(CGNNumber) == sizeof(void*));
+static_assert(sizeof(CGNMoney) == sizeof(void*));
+
+CGNLocale::CGNLocale() : m_locale(Hold<CLCLocale>()) {}
+CGNLocale::~CGNLocale() {
+    delete m_locale;
+}
+CGNNumber::CGNNumber() : m_number(Hold<CLCNumber>()) {}
+CGNNumber::~CGNNumber() {
+    delete m_number;
+}
+CGNMoney::CGNMoney() : m_money(Hold<CLCMoney>()) {}
+CGNMoney::~CGNMoney() {
+    delete m_money;
+}

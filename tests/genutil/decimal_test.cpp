@@ -1,0 +1,353 @@
+// CGNDecimal: numbers as text, in the C spelling and that of a locale.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <random>
+#include <string>
+
+#include "gennum.h"
+#include "tests/support/number_locale.h"
+#include "tests/support/slow_decimal.h"
+#include "tests/support/texts.h"
+
+namespace {
+
+constexpr const char* kFails = nullptr;
+
+std::string Display(const CGNDecimal& number) {
+    CGNString text;
+    number.GetDisplayBuffer(text);
+    return static_cast<const char*>(text);
+}
+
+// What a conversion displays; "fails" when it says so, and then it must display nothing.
+std::string Shown(const CGNDecimal& number, unsigned char converted) {
+    if (converted) return Display(number);
+    return Display(number).empty() ? "fails" : Join({"fails and displays ", Display(number)});
+}
+
+std::string ToC(const std::string& text, unsigned char regional) {
+    CGNDecimal number("7");
+    number.ConvertToCLocale(0);
+    number.SetRawBuffer(text.c_str());
+    return Shown(number, number.ConvertToCLocale(regional));
+}
+
+std::string ToRegional(const std::string& text, unsigned char separators = 1) {
+    CGNDecimal number("7");
+    number.ConvertToCLocale(0);
+    number.SetRawBuffer(text.c_str());
+    return Shown(number, number.ConvertToRegionalLocale(separators));
+}
+
+std::string OrFails(const std::optional<std::string>& text) {
+    return text.value_or("fails");
+}
+
+}  // namespace
+
+TEST(Decimal, ReadIntoTheCSpelling) {
+    const struct {
+        int line;
+        const char *text, *english, *german;  // "." and ",", "," and "."
+    } kRows[] = {
+        {__LINE__, "", "0", "0"},
+        {__LINE__, "12", "12", "12"},
+        {__LINE__, "007", "007", "007"},
+        {__LINE__, "-.5", "-0.5", "-0.5"},
+        {__LINE__, "5.", "5", "5"},
+        {__LINE__, "5.500", "5.500", "5.500"},
+        {__LINE__, "5-", "-5", "-5"},
+        {__LINE__, "5-  ", "-5", "-5"},
+        {__LINE__, "5 ", "5", "5"},
+        {__LINE__, " 5", kFails, kFails},
+        {__LINE__, " -5", kFails, kFails},
+        {__LINE__, "- 5", kFails, kFails},
+        {__LINE__, "5 -", kFails, kFails},
+        {__LINE__, "-5-", kFails, kFails},
+        {__LINE__, "--5", kFails, kFails},
+        {__LINE__, "5--", kFails, kFails},
+        {__LINE__, "+5", kFails, kFails},
+        {__LINE__, "(5)", kFails, kFails},
+        {__LINE__, "(5", kFails, kFails},
+        {__LINE__, "5)", kFails, kFails},
+        {__LINE__, "   ", kFails, kFails},
+        {__LINE__, "-", kFails, kFails},
+        {__LINE__, ".", kFails, kFails},
+        {__LINE__, "-.", kFails, kFails},
+        {__LINE__, ",", kFails, kFails},
+        {__LINE__, ",,,", kFails, kFails},
+        {__LINE__, ",5", kFails, "0.5"},
+        {__LINE__, ".,", kFails, kFails},
+        {__LINE__, "5 5", kFails, kFails},
+        {__LINE__, "5e3", kFails, kFails},
+        {__LINE__, "x", kFails, kFails},
+        {__LINE__, "1.2.3", kFails, kFails},
+        {__LINE__, "1,2.3,4", kFails, kFails},
+        {__LINE__, "1,2,3.5", "123.5", kFails},
+        {__LINE__, "1,,2,", "12", kFails},
+        {__LINE__, "1.234,5", kFails, "1234.5"},
+        {__LINE__, "1.234", "1.234", "1.234"},  // valid both ways: as in C
+        {__LINE__, "-1.234.567", kFails, kFails},
+        {__LINE__, "1.234.567,", kFails, "1234567"},
+        {__LINE__, "5\xB2", kFails, kFails},
+        {__LINE__,
+         "\xA0"
+         "5",
+         kFails, kFails},
+        {__LINE__, "5\x83", kFails, kFails},  // half a character in Shift-JIS
+    };
+    for (const int codeSet : {int{mbWestern}, int{mbShiftJis}, int{mbUtf8}}) {
+        for (const auto& row : kRows) {
+            const NumberLocale locale(".", ",", "3;0", codeSet);
+            EXPECT_EQ(ToC(row.text, 0), row.english ? row.english : "fails") << row.line;
+            locale.Change(",", ".");
+            EXPECT_EQ(ToC(row.text, 0), row.german ? row.german : "fails") << row.line;
+        }
+    }
+    const NumberLocale german(",", ".");
+    EXPECT_EQ(ToC("1.234", 1), "1234");
+    EXPECT_EQ(ToC("1.234.567", 1), "1234567");
+    EXPECT_EQ(ToC(".5", 1), "fails");
+    EXPECT_EQ(CGNDecimal::IsValid("1.234.567"), 0);
+    EXPECT_EQ(CGNDecimal::IsValid(".5"), -1);
+    EXPECT_EQ(CGNDecimal::IsValid("x"), -1);
+    EXPECT_EQ(CGNDecimal::IsValid(""), 0);
+    EXPECT_EQ(CGNDecimal::IsValid(nullptr), -1);
+}
+
+TEST(Decimal, WrittenInTheRegionalSpelling) {
+    const struct {
+        int line;
+        const char *decimal, *separator, *grouping, *text, *regional;
+    } kRows[] = {
+        {__LINE__, ".", ",", "3;0", "1234567.891", "1,234,567.891"},
+        {__LINE__, ".", ",", "3;0", "-123", "-123"},
+        {__LINE__, ".", ",", "3;0", "1234-", "-1,234"},
+        {__LINE__, ".", ",", "3;0", "-.50", "-0.50"},
+        {__LINE__, ".", ",", "3;0", "000000", "000,000"},
+        {__LINE__, ".", ",", "3;2;0", "123456789", "12,34,56,789"},
+        {__LINE__, ".", ",", "12;0", "123456789", "12,34,56,78,9"},
+        {__LINE__, ".", ",", "3", "1234567", "1234,567"},
+        {__LINE__, ".", ",", "3;2", "1234567", "12,34,567"},
+        {__LINE__, ".", ",", "30", "1234567", "1,234,567"},
+        {__LINE__, ".", ",", "9;0", "1234567890123", "1234,567890123"},
+        {__LINE__, ".", ",", "3;x;0", "1234567", "1234,567"},
+        {__LINE__, ".", ",", "0", "1234567", "1234567"},
+        {__LINE__, ".", ",", ";;;", "1234567", "1234567"},
+        {__LINE__, ".", ",", "", "1234567", "1234567"},
+        {__LINE__, ",", ".", "3;0", "1234567.891", "1.234.567,891"},
+        {__LINE__, ",", ".", "3;0", "1.234", "1,234"},
+        {__LINE__, ",", ".", "3;0", "1.234,5", "1.234,5"},
+        {__LINE__, ",", "\xA0", "3;0", "1234567.8",
+         "1\xA0"
+         "234\xA0"
+         "567,8"},
+        {__LINE__, ",", "\xA0", "3;0",
+         "1\xA0"
+         "234,8-",
+         "-1\xA0"
+         "234,8"},
+        {__LINE__, ",", " ", "3;0", "12 34,8 ", "1 234,8"},
+        {__LINE__, ".", "'", "3;0", "1'234567.8", "1'234'567.8"},
+        {__LINE__, ".", ".", "3;0", "1234.5", "1.234.5"},
+        // Of a longer symbol its first byte.
+        {__LINE__, "\xC2\xB7", "\xC2\xA0", "3;0", "1234.5",
+         "1\xC2"
+         "234\xC2"
+         "5"},
+        {__LINE__, "..", ",,", "3;0", "1234.5", "1,234.5"},
+    };
+    for (const auto& row : kRows) {
+        const NumberLocale locale(row.decimal, row.separator, row.grouping);
+        EXPECT_EQ(ToRegional(row.text), row.regional) << row.line;
+    }
+    const NumberLocale locale(".", ",");
+    EXPECT_EQ(ToRegional("1,2345,67.891", 0), "1234567.891");
+    EXPECT_EQ(ToRegional("5,5.5,5"), "fails");
+}
+
+// A symbol's byte counts where it is a character, or begins one, and not inside a longer one.
+TEST(Decimal, SymbolsInTextOfSeveralBytes) {
+    const NumberLocale locale("|", "\x81", "3;0", mbShiftJis);
+    EXPECT_EQ(ToC("1\x81"
+                  "234|5",
+                  1),
+              "1234.5");
+    EXPECT_EQ(ToC("12\x81|5", 1), "fails");  // 0x81 0x7C is a dash
+    EXPECT_EQ(ToC("12|5\x81", 1), "fails");
+    locale.Change("|", "\x81");
+    EXPECT_EQ(ToRegional("1234.5"),
+              "1\x81"
+              "234|5");
+    const CodeSetGuard western(mbWestern);
+    EXPECT_EQ(ToC("12\x81|5", 1), "12.5");
+}
+
+TEST(Decimal, ShiftedByPowersOfTen) {
+    const struct {
+        int line;
+        const char* text;
+        int exponent;
+        const char* shifted;
+    } kRows[] = {
+        {__LINE__, "12345", -2, "123,45"},
+        {__LINE__, "5", -3, "0,005"},
+        {__LINE__, "-12345,6", -5, "-0,123456"},
+        {__LINE__, "-12345,6", -6, "-0,0123456"},
+        {__LINE__, "", -2, "0,00"},
+        {__LINE__, "1,5", 3, "1500"},
+        {__LINE__, "1,5", 1, "15"},
+        {__LINE__, "0,5", 1, "05"},
+        {__LINE__, ",5", 1, "05"},
+        {__LINE__, "-7,12345", 2, "-712,34"},  // as many digits stay as were moved
+        {__LINE__, "7,123", 2, "712,3"},
+        {__LINE__, "1.234.567,8", 0, "1.234.567,8"},
+        {__LINE__, "1.234.567,8", 2, "123456780"},
+        {__LINE__, "1,5", INT_MIN, "1,5"},
+        {__LINE__, "1,5", INT_MAX, "1,5"},
+    };
+    const NumberLocale locale(",", ".");
+    for (const auto& row : kRows) {
+        CGNDecimal number(row.text);
+        ASSERT_EQ(number.ConvertToRegionalLocale(1), 1) << row.line;
+        number.ApplyExponent(row.exponent);
+        EXPECT_EQ(Display(number), row.shifted) << row.line;
+        EXPECT_EQ(number.GetRawBuffer(), row.text) << row.line;
+    }
+    CGNDecimal never;
+    never.ApplyExponent(2);
+    EXPECT_EQ(Display(never), "00");
+    // What was displayed before the locale changed is read as far as it goes.
+    CGNDecimal number("1234.5");
+    number.ConvertToRegionalLocale(1);
+    locale.Change(".", ",");
+    number.ApplyExponent(1);
+    EXPECT_EQ(Display(number), "2.3");
+}
+
+TEST(Decimal, LongTexts) {
+    const NumberLocale locale(".", ",", "1;0");
+    const std::string digits(10000, '9'), separators(9999, ','), limit(255, '8'), ones(62, '1');
+    EXPECT_EQ(ToC(digits, 0), digits.substr(0, 63));
+    EXPECT_EQ(ToC(Join({ones, "-5"}), 0), Join({"-", ones}));
+    EXPECT_EQ(ToRegional(Join({ones, ".5"})).size(), 123u);
+    EXPECT_EQ(ToC(Join({std::string(64, ' '), "5"}), 0), "fails");
+    EXPECT_EQ(CGNDecimal::IsValid(digits.c_str()), -1);
+    EXPECT_EQ(CGNDecimal::DetermineNumDecimalChars(digits.c_str()), 10000);
+    EXPECT_EQ(CGNDecimal::IsValid(Join({limit, ".", limit}).c_str()), 0);
+    EXPECT_EQ(CGNDecimal::IsValid(Join({limit, "1"}).c_str()), -1);
+    EXPECT_EQ(CGNDecimal::IsValid(Join({"1,", limit}).c_str()), -1);
+    EXPECT_EQ(CGNDecimal::IsValid(Join({".", limit, "1"}).c_str()), -1);
+    EXPECT_EQ(CGNDecimal::IsValid(Join({separators, "5"}).c_str()), -1);
+    EXPECT_EQ(CGNDecimal::IsValid(Join({"5", separators}).c_str()), 0);
+    CGNDecimal number("1");
+    number.ConvertToCLocale(0);
+    number.ApplyExponent(254);
+    EXPECT_EQ(Display(number), Join({"1", std::string(254, '0')}));
+    number.ApplyExponent(1);
+    EXPECT_EQ(Display(number).size(), 255u);
+    number.ApplyExponent(-255);
+    EXPECT_EQ(Display(number), Join({"0.1", std::string(254, '0')}));
+    number.ApplyExponent(-1);
+    EXPECT_EQ(Display(number).size(), 257u);
+}
+
+TEST(Decimal, EndOfANumber) {
+    const NumberLocale locale(".", ",");
+    const struct {
+        int line;
+        const char* text;
+        int end;
+    } kRows[] = {
+        {__LINE__, "12", 2},     {__LINE__, "1,234.5kg", 7}, {__LINE__, "  -5 USD", 4},
+        {__LINE__, "USD 5.", 6}, {__LINE__, "5..,,5 ", 6},   {__LINE__, "(5)", 2},
+        {__LINE__, ",5", 2},     {__LINE__, "x", 0},         {__LINE__, "   ", 0},
+        {__LINE__, "", 0},       {__LINE__, nullptr, 0},     {__LINE__, "-.", 2},
+    };
+    for (const auto& row : kRows)
+        EXPECT_EQ(CGNDecimal::DetermineNumDecimalChars(row.text), row.end) << row.line;
+}
+
+TEST(Decimal, SymbolsOfTheLocale) {
+    const NumberLocale locale("*#", "'#");
+    CGNDecimal number;
+    EXPECT_EQ(number.GetRegionalDecimalSymbol(), '*');
+    EXPECT_EQ(number.GetRegionalThousandSep(), '\'');
+    locale.Change(",", ".");
+    EXPECT_EQ(number.GetRegionalDecimalSymbol(), ',');
+    EXPECT_EQ(number.GetRegionalThousandSep(), '.');
+    EXPECT_EQ(number.GetCLocaleDecimalSymbol(), '.');
+    EXPECT_EQ(number.GetCLocaleThousandSep(), ',');
+    EXPECT_EQ(CGNDecimal::IsThousandsSeparator('.'), 1);
+    EXPECT_EQ(CGNDecimal::IsThousandsSeparator(','), 0);
+}
+
+TEST(Decimal, IsAValue) {
+    const NumberLocale locale(",", ".");
+    CGNDecimal number("1234,5");
+    ASSERT_EQ(number.ConvertToRegionalLocale(1), 1);
+    CGNDecimal copy(number), assigned("9");
+    assigned = number;
+    CGNDecimal& itself = number;
+    number = itself;
+    number.SetRawBuffer(nullptr);
+    EXPECT_TRUE(number.IsEmpty());
+    EXPECT_EQ(Display(number), "1.234,5");
+    for (CGNDecimal* each : {&copy, &assigned}) {
+        EXPECT_EQ(each->GetRawBuffer(), "1234,5");
+        EXPECT_EQ(Display(*each), "1.234,5");
+        each->InitValue();
+        EXPECT_TRUE(each->IsEmpty());
+        EXPECT_EQ(Display(*each), "");
+    }
+    CGNDecimal same("1,5-");
+    same.SetRawBuffer(same.GetRawBuffer());
+    EXPECT_EQ(same.GetRawBuffer(), "1,5-");
+    CLCLocale filled;
+    filled.SetLocale("de_DE");
+    filled.SetTimeSep("?");
+    const CGNDecimal empty(&filled);
+    EXPECT_TRUE(empty.IsEmpty());
+    CGNString separator;
+    filled.TimeSep(separator);
+    EXPECT_EQ(separator, ":");
+    EXPECT_TRUE(CGNDecimal(static_cast<CLCLocale*>(nullptr)).IsEmpty());
+}
+
+TEST(Decimal, AgreesWithTheSlowWay) {
+    const struct {
+        char decimal, separator;
+        const char* grouping;
+    } kLocales[] = {{'.', ',', "3;0"},   {',', '.', "3;2;0"}, {',', '\xA0', ""},
+                    {'.', '\'', "12;0"}, {',', ' ', "3"},     {'-', '.', "21;0"}};
+    std::mt19937 random(7);
+    for (const auto& [decimal, separator, grouping] : kLocales) {
+        const char symbols[2][2] = {{decimal, 0}, {separator, 0}};
+        const NumberLocale locale(symbols[0], symbols[1], grouping);
+        const std::string alphabet = Join({"0123456789.,'- (\xA0)x", symbols[0], symbols[1]});
+        for (int round = 0; round < 4000; ++round) {
+            // Most characters are digits, so that many texts are numbers.
+            std::string text;
+            for (std::size_t n = random() % (round % 8 ? 12 : 80); n > 0; --n)
+                text += alphabet[random() % (random() % 8 ? 10 : alphabet.size())];
+            const auto number = slow::Parse(text, separator, decimal);
+            ASSERT_EQ(CGNDecimal::IsValid(text.c_str()), number.valid ? 0 : -1) << text;
+            ASSERT_EQ(CGNDecimal::DetermineNumDecimalChars(text.c_str()),
+                      static_cast<int>(number.end));
+            for (const bool flag : {false, true}) {
+                ASSERT_EQ(ToC(text, flag), OrFails(slow::ToC(text, separator, decimal, flag)));
+                ASSERT_EQ(ToRegional(text, flag), OrFails(slow::ToRegional(text, separator, decimal,
+                                                                           flag ? grouping : "")));
+            }
+            CGNDecimal shifted(text.c_str());
+            if (decimal == '-' || !shifted.ConvertToRegionalLocale(round & 1)) continue;
+            const int exponent = static_cast<int>(random() % 41) - 20;
+            const std::string before = Display(shifted);
+            shifted.ApplyExponent(exponent);
+            ASSERT_EQ(Display(shifted),
+                      exponent == 0 ? before : slow::Shift(before, exponent, separator, decimal))
+                << before << " by " << exponent;
+        }
+    }
+}
