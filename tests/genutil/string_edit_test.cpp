@@ -288,7 +288,7 @@ TEST(StringEdit, TellsClassesOfCharacters) {
         {__LINE__, 0, "7", "npxd"},        {__LINE__, 0, " ", "ps"},
         {__LINE__, 0, "\t", "s"},          {__LINE__, 0, "_", "pt"},
         {__LINE__, 0, "\xE9", "anlp"},     {__LINE__, 0, "\xA7", "pt"},
-        {__LINE__, 0, "\xAA", "anlpt"},    {__LINE__, 0, "\xB2", "nptd"},
+        {__LINE__, 0, "\xAA", "anlpt"},    {__LINE__, 0, "\xB2", "npdt"},
         {__LINE__, 0, "\x01", ""},         {__LINE__, 5, "\x82\xA0", "anp"},
         {__LINE__, 5, "\x82\x50", "npxd"}, {__LINE__, 5, "\x82\x60", "anupx"},
         {__LINE__, 5, "\x81\x40", "ps"},   {__LINE__, 5, "\x81\x42", "pt"},

@@ -54,6 +54,11 @@ TEST(LocaleFacts, ThePlatformKnowsEveryLocaleWhollyAndAgreesWithItself) {
         EXPECT_EQ(record->text[kMonthName + 12][0], 0);
     });
     EXPECT_FALSE(platform::ReadLocaleFacts(0x7777, nullptr, record.get()));
+    constexpr std::int32_t kMonday = 0, kSunday = 6;
+    ASSERT_TRUE(platform::ReadLocaleFacts(0x0407, "de_DE", record.get()));
+    EXPECT_EQ(record->number[kFirstDayOfWeek], kMonday);
+    ASSERT_TRUE(platform::ReadLocaleFacts(0x0409, "en_US", record.get()));
+    EXPECT_EQ(record->number[kFirstDayOfWeek], kSunday);
 }
 
 std::size_t Lost(const std::string& text, int codeSet) {
