@@ -3,6 +3,7 @@
 
 #include "gendate.h"
 #include "genlocale.h"
+#include "gennum.h"
 #include "mbutil.h"
 #include "tools/genutil/command.h"
 #include "tools/genutil/locale_text.h"
@@ -70,6 +71,19 @@ Fault FindFault(const CGNString& text, long status) {
     }
 }
 
+// The number, or the amount with its code, in the C spelling; empty when the text is neither.
+std::string NumberOrAmount(const CGNString& text) {
+    CGNString display;
+    CGNCurrency amount(text);
+    CGNDecimal number(amount.GetDecimalPortion());
+    if (amount.GetDecimalPortion().IsEmpty() || !number.ConvertToCLocale(1)) return "";
+    number.GetDisplayBuffer(display);
+    const char* const value = display;
+    if (amount.GetCodePortion().IsEmpty()) return std::string("the number ") + value;
+    amount.FormatCurrencyToCLocale();
+    return std::string("the amount ") + static_cast<const char*>(amount.GetDisplayCurrency());
+}
+
 Status ReadText(const std::string& utf8, CLCGlobalLocale& locale) {
     CGNString text;
     std::size_t lostAt = 0;
@@ -82,6 +96,11 @@ Status ReadText(const std::string& utf8, CLCGlobalLocale& locale) {
     CGNDateTime moment;
     if (moment.FromString(text)) {
         std::printf("%s: %s\n", utf8.c_str(), DescribeMoment(moment.GetSecsFrom70()).c_str());
+        return kOk;
+    }
+    const std::string number = NumberOrAmount(text);
+    if (!number.empty()) {
+        std::printf("%s: %s\n", utf8.c_str(), number.c_str());
         return kOk;
     }
     const Fault fault = FindFault(text, moment.GetDateTimeRangeStatus());
@@ -114,13 +133,14 @@ Status RunRead(const Arguments& arguments) {
 }  // namespace
 
 const Command kReadCommand = {
-    "read", "[--locale NAME] TEXT...   reads a date and time as a user types it",
+    "read", "[--locale NAME] TEXT...   reads dates, times and numbers as a user types them",
     "genutil read [--locale NAME] [--zone NAME] TEXT...\n"
     "\n"
     "Reads each text as a date, or a date and time, in the customs of a locale, and prints the\n"
-    "moment that it is: by ISO 8601, with its zone, and in seconds since 1970. What cannot be "
-    "read\n"
-    "is said, with the character where, which count from 1.\n"
+    "moment that it is: by ISO 8601, with its zone, and in seconds since 1970. What is no date is\n"
+    "read as a number, or an amount of money with the code of its currency, and printed with \".\" "
+    "as\n"
+    "decimal symbol. What cannot be read is said, with the character where, which count from 1.\n"
     "\n"
     "  --locale NAME   a locale, such as de_DE (en_US)\n"
     "  --zone NAME     the time zone, such as Asia/Tokyo (that of the machine)\n"

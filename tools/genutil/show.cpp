@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "gendate.h"
+#include "gennum.h"
 #include "mbutil.h"
 #include "tools/genutil/command.h"
 #include "tools/genutil/locale_text.h"
@@ -22,16 +23,23 @@ class Show {
         UseCodeSetOf(locale);
         m_name = name;
         Both(locale);
-        if (!locale.LocaleIsJapanese()) return;
-        locale.SetCalendarType(kJapaneseEras);
-        Both(locale);
+        if (locale.LocaleIsJapanese()) {
+            locale.SetCalendarType(kJapaneseEras);
+            Both(locale);
+        }
+        // Numbers go by the global locale.
+        CLCGlobalLocale* global = CLCGlobalLocale::Instance();
+        if (!global) return;
+        global->SetLocale(name.c_str());
+        Number(locale.GetCodeSet());
+        Amount(locale.GetCodeSet());
     }
 
     Status Sum() const {
         if (m_failed == 0)
-            std::printf("\n%d texts, each read back to the same moment\n", m_count);
+            std::printf("\n%d texts, each read back to the same value\n", m_count);
         else
-            std::printf("\n%d texts, %d not read back to the same moment\n", m_count, m_failed);
+            std::printf("\n%d texts, %d not read back to the same value\n", m_count, m_failed);
         return m_failed == 0 ? kOk : kLoss;
     }
 
@@ -50,13 +58,39 @@ class Show {
         text += display;
         const bool read = again.FromString(text) != 0;
         const bool same = read && again.Moment().GetSecsFrom70() == m_seconds;
+        Print(text, locale.GetCodeSet(), read, same);
+    }
+
+    void Number(int codeSet) {
+        constexpr char kNumber[] = "-1234567.89";
+        CGNString text, back;
+        CGNDecimal number(kNumber), again;
+        number.ConvertToRegionalLocale(1);
+        number.GetDisplayBuffer(text);
+        again.SetRawBuffer(text);
+        const bool read = again.ConvertToCLocale(1) != 0;
+        again.GetDisplayBuffer(back);
+        Print(text, codeSet, read, back == kNumber);
+    }
+
+    void Amount(int codeSet) {
+        constexpr char kAmount[] = "9876543.21 EUR";
+        CGNCurrency amount(kAmount);
+        amount.FormatCurrencyToRegional(1);
+        const CGNString text = amount.GetDisplayCurrency();
+        CGNCurrency again(text);
+        again.FormatCurrencyToCLocale();
+        Print(text, codeSet, true, again.GetDisplayCurrency() == kAmount);
+    }
+
+    void Print(const CGNString& text, int codeSet, bool read, bool same) {
         ++m_count;
         m_failed += !same;
         std::printf("%-8s %-10s %s\n", m_name.c_str(),
                     same   ? "the same"
                     : read ? "another"
                            : "not read",
-                    ToUtf8(text, locale.GetCodeSet()).c_str());
+                    ToUtf8(text, codeSet).c_str());
         m_name.clear();
     }
 
@@ -95,13 +129,13 @@ const Command kShowCommand = {
     "show", "[--locale NAME]...        shows a moment in the customs of several countries",
     "genutil show [--locale NAME]... [--zone NAME] [--time SECONDS|now]\n"
     "\n"
-    "Shows a moment with its date, long and short, and its time in each locale, reads every text\n"
-    "back, and says whether that gave the same moment. Texts are in UTF-8. Japan is shown with\n"
-    "years of the Gregorian calendar and of the eras.\n"
+    "Shows a moment with its date, long and short, and its time in each locale, a number and an\n"
+    "amount of money, reads every text back, and says whether that gave the same value. Texts are\n"
+    "in UTF-8. Japan is shown with years of the Gregorian calendar and of the eras.\n"
     "\n"
     "  --locale NAME   a locale, such as de_DE; may be repeated (ten countries)\n"
     "  --zone NAME     the time zone, such as Asia/Tokyo (that of the machine)\n"
     "  --time SECONDS  the moment, in seconds since 1970 (now)\n"
     "\n"
-    "Exit status: 0 all is well, 1 a text was not read back to the same moment, 2 wrong usage.\n",
+    "Exit status: 0 all is well, 1 a text was not read back to the same value, 2 wrong usage.\n",
     RunShow};
