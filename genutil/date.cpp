@@ -68,7 +68,7 @@ void CGNDate::Empty() {
 
 void CGNDate::ToTM(struct tm* out) const {
     LocalTimeTS(Now(), *out);
-    out->tm_year = m_year - 1900;
+    out->tm_year = Added(m_year, -1900);
     out->tm_mon = m_month;
     out->tm_mday = m_day;
     out->tm_wday = m_weekday;
@@ -176,7 +176,7 @@ int genutil::PresentYear() {
 
 int genutil::YearOfTwoDigits(int twoDigits) {
     const int present = PresentYear();
-    const int candidate = present - present % 100 + twoDigits;
+    const int candidate = Added(present - present % 100, twoDigits);
     return candidate > present + 29 ? candidate - 100 : candidate;
 }
 

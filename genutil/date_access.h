@@ -16,6 +16,11 @@ bool AppendDate(TextBuilder& out, DateFields& date, unsigned char* yearFirst, lo
 // The same for a time.
 void AppendTime(TextBuilder& out, const ClockFields& time, CLCLocale* locale);
 
+// A sum of values that nobody checked, which wraps around.
+constexpr int Added(int a, int b) {
+    return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
+}
+
 // Seconds from midnight; values that are out of range are taken as they are.
 std::int32_t SecondsOf(int hour, int minute, int second);
 

@@ -100,7 +100,9 @@ long CGNDate::GetEmperorFromString(const CGNString& text, CGNString& rest) {
     if (!locale) return 0;
     DateScratch scratch = {};
     DateReader reader(text, *locale, scratch);
-    if (reader.Era()) rest = reader.At();
+    // In another calendar all of the text is left, whether it names an era or not.
+    constexpr long kJapaneseEras = 3;
+    if (reader.Era() || locale->GetCalendarType() != kJapaneseEras) rest = reader.At();
     return scratch.era;
 }
 

@@ -67,7 +67,7 @@ void CGNDateTime::TakeFields(const struct tm& local) {
     m_hour = local.tm_hour;
     m_minute = local.tm_min;
     m_second = local.tm_sec;
-    m_year = local.tm_year + 1900;
+    m_year = Added(local.tm_year, 1900);
     m_month = local.tm_mon;
     m_day = local.tm_mday;
     m_weekday = local.tm_wday;
@@ -91,7 +91,7 @@ void CGNDateTime::ToTM(struct tm* out) const {
     out->tm_hour = m_hour;
     out->tm_min = m_minute;
     out->tm_sec = m_second;
-    out->tm_year = m_year - 1900;
+    out->tm_year = Added(m_year, -1900);
     out->tm_mon = m_month;
     out->tm_mday = m_day;
     out->tm_wday = m_weekday;
@@ -174,7 +174,7 @@ unsigned char CGNDateTime::VerifyDateTime(struct tm* local) {
         MaxTime(&hour, &minute, &second);
         const bool behind = SecondsOf(local->tm_hour, local->tm_min, local->tm_sec) >
                             SecondsOf(hour, minute, second);
-        if (local->tm_mday == kLastDay && behind) {
+        if (local->tm_mon == 0 && local->tm_mday == kLastDay && behind) {
             m_rangeStatus = kBehindTheEnd;
             return 0;
         }
@@ -216,10 +216,15 @@ void CGNDateTime::GetMinMaxDateTimeRange(CGNString& least, CGNString& most, long
 }
 
 // What the reader of dates leaves of the text is the time.
-static void KeepDate(CGNString& text) {
+static void KeepDate(CGNString& text, long seconds, long style) {
     CGNDateTime reader;
     CGNString rest;
-    if (!reader.GetDateFromString(text, rest)) return;
+    if (!reader.GetDateFromString(text, rest)) {  // a format that cannot be read back
+        CGNDateTime end(seconds);
+        end.FormatDateForDisplay(style);
+        end.GetDisplayBuffer(text);
+        return;
+    }
     const unsigned length = text.GetLength() - rest.GetLength();
     CGNString date;
     date.CopyNBytes(text, length);
@@ -228,8 +233,8 @@ static void KeepDate(CGNString& text) {
 
 void CGNDateTime::GetMinMaxDateRange(CGNString& least, CGNString& most, long style) {
     GetMinMaxDateTimeRange(least, most, style);
-    KeepDate(least);
-    KeepDate(most);
+    KeepDate(least, 0, style);
+    KeepDate(most, kLastSecond, style);
 }
 
 void CGNDateTime::CheckLayout() {

@@ -16,7 +16,7 @@ DateFields FieldsOf(const CLCLocale* locale, int year, int month, int day, int w
     const bool eras = locale && locale->GetCalendarType() == kJapaneseEras;
     const int shown = eras ? static_cast<int>(locale->EmperorYrFromGregorianYr(year)) : year;
     const bool named = weekday >= 0 && weekday <= 6;
-    return {shown, month + 1, day, named ? NameOfWeekday(weekday) : -1, false, false, true};
+    return {shown, Added(month, 1), day, named ? NameOfWeekday(weekday) : -1, false, false, true};
 }
 
 unsigned char Number(CGNString& out, int number, int width) {
@@ -91,13 +91,13 @@ unsigned char CGNDateTime::DayNumLZ(CGNString& out) const {
     return Number(out, m_day, 2);
 }
 unsigned char CGNDateTime::WeekDayNum(CGNString& out) const {
-    return Number(out, m_weekday + 1, 1);
+    return Number(out, Added(m_weekday, 1), 1);
 }
 unsigned char CGNDateTime::MonthNum(CGNString& out) const {
-    return Number(out, m_month + 1, 1);
+    return Number(out, Added(m_month, 1), 1);
 }
 unsigned char CGNDateTime::MonthNumLZ(CGNString& out) const {
-    return Number(out, m_month + 1, 2);
+    return Number(out, Added(m_month, 1), 2);
 }
 
 template <class Write>
@@ -169,5 +169,5 @@ unsigned char CGNDateTime::SecondLZ(CGNString& out) const {
     return Number(out, m_second, 2);
 }
 unsigned char CGNDateTime::AMPMMarker(CGNString& out) const {
-    return CGNTime(long{m_hour} * 3600).AMPMMarker(out);
+    return CGNTime(m_hour < 12 ? 0L : 43200L).AMPMMarker(out);
 }

@@ -18,8 +18,9 @@ using namespace genutil;
 namespace {
 
 // What the system does not tell leaves the setting.
+// An equal one is not written: other threads may be reading the global locale.
 void Take(CGNString& setting, const char* fact) {
-    if (fact) setting = fact;
+    if (fact && setting != fact) setting = fact;
 }
 void Take(std::int32_t& setting, std::int32_t fact) {
     if (fact >= 0) setting = fact;
@@ -136,7 +137,7 @@ void CLCLocale::TakeTimeFacts(const LocaleFacts& facts) {
     Take(m_timeSeparator, facts.text[kTimeSeparator]);
     Take(m_am, facts.text[kAm]);
     Take(m_pm, facts.text[kPm]);
-    if (!facts.text[kTimeFormat]) return;
+    if (!facts.text[kTimeFormat] || m_timeFormat == facts.text[kTimeFormat]) return;
     m_timeFormat = facts.text[kTimeFormat];
     m_24Hour = PictureHas(m_timeFormat, facts.codeSet, 'H');
 }

@@ -1,6 +1,7 @@
 // The zone of the process and of each thread.
 #include <cstdio>
 #include <cstring>
+#include <mutex>
 
 #include "gentimezone.h"
 #include "genutil/allocate.h"
@@ -54,6 +55,9 @@ void OSTimeZone::SetTZ(const char* zone) {
     if (!OSIsThreaded()) return;
     if (!zone) zone = "";
     if (platform::ZoneVariableIs(zone)) return;
+    // The date classes call with mutexes of their own.
+    static std::mutex oneAtATime;
+    const std::lock_guard<std::mutex> lock(oneAtATime);
     char current[kVariableSize];
     platform::GetZoneVariable(current, sizeof current);
     if (!*zone && !*current) return;
@@ -81,9 +85,15 @@ struct tm* GetLocalTimeFromUCT(const long* utc) {
     const bool byVariable =
         platform::kZoneVariableIsTheSystems && platform::GetZoneVariable(variable, sizeof variable);
     const Zone& zone = Zone::Find(byVariable ? variable : kMachineZone);
+    // The machine's zone is asked for anew: it may have been changed since.
+    char text[64];
+    ZoneRule rule;
+    const bool fresh = !byVariable && platform::ReadZoneRule(nullptr, text, sizeof text) &&
+                       ParseZoneRule(text, &rule);
+    if (!fresh) rule = zone.Rule();
     std::tm now;
     zone.ToLocal(MomentOf(static_cast<long>(platform::SecondsNow())), &now);
-    const TwoTransitions rules = TwoTransitionsOf(zone.Rule(), now.tm_year + 1900);
+    const TwoTransitions rules = TwoTransitionsOf(rule, now.tm_year + 1900);
 
     const std::int64_t standard = std::int64_t{MomentOf(*utc)} - rules.bias * 60;
     const auto convert = [](std::int64_t seconds) -> std::tm* {

@@ -83,8 +83,12 @@ std::int64_t LocalSeconds(const std::tm& t) {
     // Far from 1970 to 2038 no day or hour brings the moment back into these years by much; days
     // of 400 years more keep the day number in its range.
     if (year > 500000 || year < -500000) return year > 0 ? INT64_MAX / 2 : INT64_MIN / 2;
-    const std::int32_t first = DayNumberOf(static_cast<std::int32_t>(year), month + 1, 1);
-    const std::int64_t days = std::int64_t{first} - kDayOf1970 + t.tm_mday - 1;
+    // Gregorian throughout, as mktime is: early years are looked up whole cycles later.
+    constexpr std::int64_t kYearsOfCycle = 400, kDaysOfCycle = 146097;
+    const std::int64_t cycles = year < 1600 ? (2000 - year) / kYearsOfCycle : 0;
+    const auto later = static_cast<std::int32_t>(year + cycles * kYearsOfCycle);
+    const std::int64_t days =
+        DayNumberOf(later, month + 1, 1) - cycles * kDaysOfCycle - kDayOf1970 + t.tm_mday - 1;
     return days * kSecondsOfDay + std::int64_t{t.tm_hour} * 3600 + std::int64_t{t.tm_min} * 60 +
            t.tm_sec;
 }

@@ -83,8 +83,12 @@ bool ReadFooter(const unsigned char* p, std::size_t size, ZoneRule* rule) {
 void ZonePeriods::Add(const ZonePeriod& period) {
     if (count != 0) {
         const ZonePeriod& last = at[count - 1];
+        if (period.start == last.start) {  // daylight time all year ends and begins in one second
+            --count;
+            return Add(period);
+        }
         if (last.offset == period.offset && last.daylight == period.daylight) return;
-        if (period.start <= last.start) return;  // a rule whose changes cross, at the year's end
+        if (period.start < last.start) return;  // a rule whose changes cross, at the year's end
     }
     if (count < kMost) at[count++] = period;
 }

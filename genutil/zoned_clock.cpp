@@ -34,7 +34,7 @@ const Zone& ZoneInForce() {
     const char* own = OSIsThreaded() ? ThreadZone() : nullptr;
     if (own) {
         if (zone) zone->SetTZ(own);
-        return Zone::Find(own);
+        return Zone::Find(*own ? own : kMachineZone);
     }
     if (zone) zone->SetThreadTZ();
     char variable[256];

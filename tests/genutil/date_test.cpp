@@ -234,7 +234,7 @@ TEST(Date, ReadByComponent) {
         "5");
     rest = "kept";
     EXPECT_EQ(date.GetEmperorFromString("5", rest), 0);
-    EXPECT_TRUE(rest == "kept");
+    EXPECT_TRUE(rest == "5");
     EXPECT_EQ(date.GetEmperorFromString(showa, rest), 0);  // no calendar of eras
     EXPECT_TRUE(rest == showa);
     locale->SetCalendarType(3);

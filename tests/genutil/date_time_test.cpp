@@ -134,6 +134,7 @@ TEST_F(DateTime, ChecksTheRange) {
         {__LINE__, Record(2010, 4, 1, 0, 0, -1), 3},
         {__LINE__, Record(2010, 13, 1, 0, 0, 0), 2},
         {__LINE__, Record(2010, 4, 0, 0, 0, 0), 2},
+        {__LINE__, Record(2038, 0, 18, 23, 0, 0), 2},
         {__LINE__, Record(2039, 1, 1, 0, 0, 0), 2},
         {__LINE__, Record(1969, 12, 31, 0, 0, 0), 2},
         {__LINE__, Record(1970, 1, 1, 9, 0, 0), 1},

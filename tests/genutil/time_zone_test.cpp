@@ -131,6 +131,7 @@ TEST_F(TimeZone, KnowsWhenClocksChange) {
         {__LINE__, "Pacific/Auckland", 1270303200, 46800, 43200},
         {__LINE__, "CET-1CEST,M3.5.0,M10.5.0/3", 1288486800, 7200, 3600},
         {__LINE__, "LHST-10:30LHDT-11,M10.1.0,M4.1.0", 1286033400, 37800, 39600},
+        {__LINE__, "EST5EDT,0/0,J365/25", 1262322000, -14400, -14400},
     };
     const auto offset = [](long seconds) {
         std::tm local;

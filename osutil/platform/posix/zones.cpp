@@ -18,14 +18,22 @@ const bool kZoneVariableIsTheSystems = true;
 
 namespace {
 
-const char* DatabaseFolder() {
+// One lock for all that the library does with the environment: the C library has one for setting
+// variables, but reading then meets the array of them while it moves.
+std::mutex g_variable;
+
+// "/usr/share/zoneinfo/Asia/Tokyo"; false when it does not fit.
+bool WritePath(char* out, std::size_t size, const char* file) {
+    const std::lock_guard<std::mutex> lock(g_variable);
     const char* folder = std::getenv("TZDIR");
-    return folder && *folder ? folder : "/usr/share/zoneinfo";
+    const int length =
+        std::snprintf(out, size, "%s/%s", folder && *folder ? folder : "/usr/share/zoneinfo", file);
+    return length >= 0 && static_cast<std::size_t>(length) < size;
 }
 
 // "Asia/Tokyo", and nothing that leads out of the folder or is a file of another kind.
 bool IsZoneName(const char* name) {
-    if (!(*name >= 'A' && *name <= 'Z')) return false;
+    if (!*name || *name == '/') return false;
     for (const char* p = name; *p; ++p) {
         const bool letter = (*p >= 'A' && *p <= 'Z') || (*p >= 'a' && *p <= 'z');
         if (!letter && !(*p >= '0' && *p <= '9') && !std::strchr("/_+-", *p)) return false;
@@ -36,11 +44,9 @@ bool IsZoneName(const char* name) {
 // Null is the zone of the machine. Below 0 when there is none.
 int OpenZone(const char* name) {
     char path[512] = "/etc/localtime";
-    if (name) {
-        if (!IsZoneName(name)) return -1;
-        const int length = std::snprintf(path, sizeof path, "%s/%s", DatabaseFolder(), name);
-        if (length < 0 || static_cast<std::size_t>(length) >= sizeof path) return -1;
-    }
+    if (name && std::strcmp(name, path) != 0 &&
+        !(IsZoneName(name) && WritePath(path, sizeof path, name)))
+        return -1;
     return open(path, O_RDONLY | O_CLOEXEC);
 }
 
@@ -66,8 +72,7 @@ class Table {
   public:
     explicit Table(const char* name) {
         char path[512];
-        std::snprintf(path, sizeof path, "%s/%s", DatabaseFolder(), name);
-        m_file = std::fopen(path, "re");
+        m_file = WritePath(path, sizeof path, name) ? std::fopen(path, "re") : nullptr;
     }
     ~Table() {
         if (m_file) std::fclose(m_file);
@@ -197,10 +202,6 @@ bool ReadSystemZone(char* name, std::size_t size) {
     return std::snprintf(name, size, "UTC") < static_cast<int>(size);
 }
 
-// One lock for all that the library does with the variable: the C library has one for setting it,
-// but reading then meets the array of variables while it moves.
-static std::mutex g_variable;
-
 bool GetZoneVariable(char* out, std::size_t size) {
     const std::lock_guard<std::mutex> lock(g_variable);
     const char* value = std::getenv("TZ");
@@ -219,8 +220,8 @@ bool ZoneVariableIs(const char* text) {
         std::size_t slot;
         const char* entry;
     } seen = {nullptr, 0, nullptr};
+    const std::lock_guard<std::mutex> lock(g_variable);
     if (!seen.entry || environ != seen.environment || environ[seen.slot] != seen.entry) {
-        const std::lock_guard<std::mutex> lock(g_variable);
         seen = {environ, 0, nullptr};
         for (std::size_t i = 0; environ && environ[i] && !seen.entry; ++i)
             if (std::strncmp(environ[i], "TZ=", 3) == 0) seen = {environ, i, environ[i]};

@@ -30,8 +30,8 @@ bool IsSound(const RegistryRule& rule) {
     for (const LONG bias : {rule.bias, rule.standardBias, rule.daylightBias})
         if (bias < -kDay || bias > kDay) return false;
     for (const SYSTEMTIME& change : {rule.toStandard, rule.toDaylight})
-        if (change.wMonth > 12 || change.wDay > 5 || change.wDayOfWeek > 6 || change.wHour > 23 ||
-            change.wMinute > 59 || change.wSecond > 59)
+        if (change.wMonth > 12 || change.wDay > (change.wYear ? 31 : 5) || change.wDayOfWeek > 6 ||
+            change.wHour > 23 || change.wMinute > 59 || change.wSecond > 59)
             return false;
     return true;
 }
@@ -88,7 +88,13 @@ int WriteOffset(char* out, std::size_t size, LONG minutes) {
                : std::snprintf(out, size, "%s%ld", sign, magnitude / 60);
 }
 
+// With a year it is a date, which stands for the same one in every year.
 int WriteChange(char* out, std::size_t size, const SYSTEMTIME& change) {
+    static constexpr int kBefore[] = {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334};
+    if (change.wYear && change.wMonth)
+        return std::snprintf(out, size, ",J%d/%d:%02d:%02d",
+                             kBefore[change.wMonth - 1] + change.wDay, change.wHour, change.wMinute,
+                             change.wSecond);
     return std::snprintf(out, size, ",M%d.%d.%d/%d:%02d:%02d", change.wMonth, change.wDay,
                          change.wDayOfWeek, change.wHour, change.wMinute, change.wSecond);
 }
