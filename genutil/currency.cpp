@@ -75,7 +75,9 @@ void Capitalise(CGNString& code) {
 // "amount code", or the amount alone; nothing rather than a part when memory runs out.
 void PutJoined(CGNString& to, const CGNString& amount, const CGNString& code) {
     if (!PutText(to, TextOf(amount)) || code.IsEmpty()) return;
+    constexpr unsigned kSpare = 16;  // so that the next amount of about that length fits
     const unsigned length = to.GetLength() + 1 + code.GetLength();
+    if (StringStorage::Capacity(to) <= length) to.AllocateBuffer(length + kSpare);
     to += ' ';
     to += code;
     if (to.GetLength() != length) to.Clear();
@@ -87,24 +89,24 @@ void PutJoined(CGNString& to, const CGNString& amount, const CGNString& code) {
 
 CGNCurrency::CGNCurrency() : m_parsed(0) {}
 
-CGNCurrency::CGNCurrency(const CGNString& text) : m_buffer(text), m_parsed(0) {}
+CGNCurrency::CGNCurrency(const CGNString& text) : m_parsed(0) {
+    PutText(m_buffer, TextOf(text));
+}
 
-CGNCurrency::CGNCurrency(const CGNCurrency& other)
-    : CGNDecimal(other),
-      m_displayCurrency(other.m_displayCurrency),
-      m_code(other.m_code),
-      m_buffer(other.m_buffer),
-      m_parsed(0) {}
+CGNCurrency::CGNCurrency(const CGNCurrency& other) : CGNDecimal(), m_parsed(0) {
+    *this = other;
+}
 
 CGNCurrency::CGNCurrency(CLCLocale* locale) : CGNDecimal(locale), m_parsed(0) {}
 
 CGNCurrency::~CGNCurrency() = default;
 
 CGNCurrency& CGNCurrency::operator=(const CGNCurrency& other) {
+    if (this == &other) return *this;
     CGNDecimal::operator=(other);
-    m_displayCurrency = other.m_displayCurrency;
-    m_code = other.m_code;
-    m_buffer = other.m_buffer;
+    PutText(m_displayCurrency, TextOf(other.m_displayCurrency));
+    PutText(m_code, TextOf(other.m_code));
+    PutText(m_buffer, TextOf(other.m_buffer));
     return *this;
 }
 
@@ -151,7 +153,7 @@ CGNString& CGNCurrency::GetDecimalPortion() {
     return m_raw;
 }
 
-// The arguments may be strings of the value itself, so the display is cleared after they are taken.
+// The argument may be the display currency, which is cleared after it is taken.
 void CGNCurrency::UpdateDecimalPortion(const CGNString& amount) {
     SplitOnDemand();
     PutText(m_raw, TextOf(amount));

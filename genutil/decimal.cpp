@@ -53,15 +53,15 @@ bool Read(std::string_view text, const DecimalSymbols& regional, bool force,
 }
 
 // Most conversions find the settings as they are.
-void Refresh(CGNString& cached, const CGNString& setting) {
+bool Refresh(CGNString& cached, const CGNString& setting) {
     const unsigned length = setting.GetLength();
     if (cached.GetLength() == length) {
         const char *a = cached, *b = setting;
         unsigned i = 0;
         while (i < length && a[i] == b[i]) ++i;
-        if (i == length) return;
+        if (i == length) return true;
     }
-    cached = setting;
+    return StringStorage::Put(cached, setting, length);
 }
 
 }  // namespace
@@ -98,28 +98,31 @@ struct NumberAccess {
 
 CGNDecimal::CGNDecimal() : m_negativeFormat(0), m_leadingZeroes(0) {}
 
-CGNDecimal::CGNDecimal(const CGNString& text)
-    : m_raw(text), m_negativeFormat(0), m_leadingZeroes(0) {}
+CGNDecimal::CGNDecimal(const CGNString& text) : CGNDecimal() {
+    PutText(m_raw, TextOf(text));
+}
 
 CGNDecimal::CGNDecimal(CLCLocale* locale) : CGNDecimal() {
     if (locale) locale->Init();
 }
 
-CGNDecimal::CGNDecimal(const CGNDecimal& other) = default;
+CGNDecimal::CGNDecimal(const CGNDecimal& other) : CGNDecimal() {
+    *this = other;
+}
 CGNDecimal::~CGNDecimal() = default;
 
 // Emptied first: what there is no memory for must not stay from the number before.
 CGNDecimal& CGNDecimal::operator=(const CGNDecimal& other) {
     if (this == &other) return *this;
     InitValue();
-    m_display = other.m_display;
-    m_raw = other.m_raw;
-    m_grouping = other.m_grouping;
+    PutText(m_display, TextOf(other.m_display));
+    PutText(m_raw, TextOf(other.m_raw));
+    PutText(m_grouping, TextOf(other.m_grouping));
     m_negativeFormat = other.m_negativeFormat;
     m_leadingZeroes = other.m_leadingZeroes;
-    m_decimalSymbol = other.m_decimalSymbol;
-    m_negativeSign = other.m_negativeSign;
-    m_groupSeparator = other.m_groupSeparator;
+    PutText(m_decimalSymbol, TextOf(other.m_decimalSymbol));
+    PutText(m_negativeSign, TextOf(other.m_negativeSign));
+    PutText(m_groupSeparator, TextOf(other.m_groupSeparator));
     return *this;
 }
 
@@ -140,13 +143,12 @@ void CGNDecimal::SetRawBuffer(const char* text) {
 bool CGNDecimal::GetLocaleSettings() {
     const CLCLocale* locale = CLCGlobalLocale::Instance();
     if (!locale) return false;
-    Refresh(m_grouping, LocaleAccess::DigitsInGroup(*locale));
     m_negativeFormat = LocaleAccess::NegativeFormat(*locale);
     m_leadingZeroes = LocaleAccess::LeadingZeroes(*locale);
-    Refresh(m_decimalSymbol, LocaleAccess::DecimalSymbol(*locale));
-    Refresh(m_negativeSign, LocaleAccess::NegativeSign(*locale));
-    Refresh(m_groupSeparator, LocaleAccess::GroupSeparator(*locale));
-    return true;
+    return Refresh(m_grouping, LocaleAccess::DigitsInGroup(*locale)) &&
+           Refresh(m_decimalSymbol, LocaleAccess::DecimalSymbol(*locale)) &&
+           Refresh(m_negativeSign, LocaleAccess::NegativeSign(*locale)) &&
+           Refresh(m_groupSeparator, LocaleAccess::GroupSeparator(*locale));
 }
 
 char CGNDecimal::GetRegionalThousandSep() {
@@ -166,7 +168,7 @@ char CGNDecimal::GetCLocaleDecimalSymbol() const {
 
 unsigned char CGNDecimal::IsThousandsSeparator(char c) {
     DecimalSymbols symbols;
-    return RegionalSymbols(symbols) && c == symbols.separator;
+    return c != 0 && RegionalSymbols(symbols) && c == symbols.separator;
 }
 
 int CGNDecimal::IsValid(const char* text) {

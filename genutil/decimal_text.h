@@ -1,8 +1,8 @@
 // Decimal numbers as text: read, shifted and written digit by digit, so that none is ever lost. The
 // symbols of a locale are handed in.
 //
-//   number = blank* "-"? run " "*  |  run "-" blank*     (nothing stands in front of a sign)
-//   run    = (digit | separator)* [decimal digit*]       (not the decimal symbol alone)
+//   number = "-"? run blank*  |  run "-" blank*  |  nothing     (nothing stands in front)
+//   run    = digit (digit | separator)* [decimal digit*]  |  decimal digit+
 #pragma once
 
 #include <cstddef>

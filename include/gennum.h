@@ -16,10 +16,10 @@
        price.GetDisplayCurrency();                  // "1.234,5 USD"
 
    What counts as a number: digits with one decimal symbol at most, in front of or behind a digit;
-   separators anywhere in front of it, at right places or not; one "-" directly in front or directly
-   behind; blanks behind it all, but not in front. The empty text is the number zero. Brackets, "+"
-   and digits other than "0" to "9" are not known. Separator and decimal symbol are one byte: of a
-   locale's longer ones the first byte counts, which is then written too.
+   separators anywhere between the first digit and it, at right places or not; one "-" directly in
+   front or directly behind; blanks behind it all, but not in front. The empty text is the number
+   zero. Brackets, "+" and digits other than "0" to "9" are not known. Separator and decimal symbol
+   are one byte: of a locale's longer ones the first byte counts, which is then written too.
 
    Results that answer yes or no are an unsigned char of 1 or 0. Nothing throws; without memory a
    conversion fails as that of a text which is no number. An object belongs to one thread at a

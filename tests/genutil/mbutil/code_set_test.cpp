@@ -91,7 +91,7 @@ TEST(CodeSet, CharsetNames) {
 TEST(CodeSet, WindowsNamesOfIsoCharsets) {
     std::string all;
     for (int part = 1; part <= 16; ++part) {
-        char name[16];
+        char name[24];
         std::snprintf(name, sizeof name, "iso-8859-%d", part);
         EXPECT_EQ(MapToWindowsCharsetName(name), name);
         all += name + std::string(" ");
