@@ -10,6 +10,11 @@
 
 namespace genutil {
 
+struct ZoneAccess {
+    // No copy, which without memory would be empty: the zone of the machine.
+    static const char* SystemZone(const OSTimeZone& zone) { return zone.m_systemZone; }
+};
+
 namespace {
 
 class Lock {
@@ -74,7 +79,7 @@ long MakeTime(_osmutex* mutex, std::tm* local) {
 
 long ReadClock(_osmutex* mutex) {
     const Lock lock(mutex);
-    if (OSTimeZone* zone = OSTimeZone::GetInstance()) zone->SetTZ(zone->GetSystemTZ());
+    if (OSTimeZone* zone = OSTimeZone::GetInstance()) zone->SetTZ(ZoneAccess::SystemZone(*zone));
     return MomentOf(static_cast<long>(platform::SecondsNow()));
 }
 

@@ -19,6 +19,10 @@
 #include "export.h"
 #include "genstr.h"
 
+namespace genutil {
+struct ZoneAccess;
+}
+
 /** Switches the zone of the process. */
 class GENUTIL_API OSTimeZone {
   public:
@@ -48,6 +52,8 @@ class GENUTIL_API OSTimeZone {
     void SetThreadTZ();
 
   private:
+    friend struct genutil::ZoneAccess;
+
     OSTimeZone();
     static void CheckLayout();
 
