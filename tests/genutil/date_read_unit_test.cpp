@@ -5,10 +5,11 @@
 #include "tests/support/allocation_gate.h"
 #include "tests/support/custom_locale.h"
 #include "tests/support/reported_failures.h"
+#include "tests/support/zone_guard.h"
 
 // Whatever fails, a text is read as it is or not at all: never in the order of another locale.
 TEST(DateRead, MemoryFailures) {
-    mbSetTZone("Asia/Tokyo");
+    const ZoneGuard zone("Asia/Tokyo");
     const CGNString texts[] = {"5.3.2010 10:30", "5 de marzo de 2010 10:30", "5/3/10, 10h30"};
     // Pictures are kept, so that each round needs formats of its own.
     int round = 0;
@@ -35,5 +36,4 @@ TEST(DateRead, MemoryFailures) {
             EXPECT_TRUE(read || failures.Count() > 0) << failing << text;
         }
     }
-    mbSetTZone(nullptr);
 }
