@@ -1,4 +1,7 @@
 // Lists of the files in a directory.
+#include <cstring>
+
+#include "genutil/string_storage.h"
 #include "osfile.h"
 #include "osutil/name_pattern.h"
 #include "osutil/path.h"
@@ -7,6 +10,7 @@
 using genutil::IsDots;
 using genutil::JoinPath;
 using genutil::platform::Directory;
+using Storage = genutil::StringStorage;
 
 namespace {
 
@@ -41,26 +45,41 @@ class Matches {
     genutil::NamePattern m_pattern;
 };
 
-void AddPath(CGNStringList& list, CGNString const& directory, const char* name) {
-    CGNString path;
-    if (JoinPath(path, directory, name)) list.AddItem(path);
-}
+// The paths of a directory's entries, one after the other in the same buffer.
+class Paths {
+  public:
+    explicit Paths(CGNString const& directory)
+        : m_good(JoinPath(m_path, directory, "")), m_prefix(m_path.GetLength()) {}
+    void AddTo(CGNStringList& list, const char* name) {
+        const std::size_t length = std::strlen(name);
+        if (!m_good) return;
+        Storage::Store(m_path, name, m_prefix, length);
+        if (m_path.GetLength() == m_prefix + length) list.AddItem(m_path);
+    }
+
+  private:
+    CGNString m_path;
+    const bool m_good;
+    const std::uint32_t m_prefix;
+};
 
 }  // namespace
 
 int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList& list) {
     Matches matches(path, pattern);
-    while (matches.Next()) AddPath(list, path, matches.Entry().Name());
+    Paths paths(path);
+    while (matches.Next()) paths.AddTo(list, matches.Entry().Name());
     return matches.IsOpen() ? 0 : osFileFailed;
 }
 
 int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList& list,
                   unsigned char recurse, unsigned char fullPaths) {
     Matches matches(path, pattern);
+    Paths paths(path);
     while (matches.Next()) {
         if (matches.Entry().IsDirectory()) continue;
         if (fullPaths)
-            AddPath(list, path, matches.Entry().Name());
+            paths.AddTo(list, matches.Entry().Name());
         else
             list.AddItem(matches.Entry().Name());
     }
