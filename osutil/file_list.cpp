@@ -7,9 +7,9 @@
 #include "osutil/path.h"
 #include "osutil/platform/files.h"
 
-using genutil::IsDots;
 using genutil::JoinPath;
 using genutil::platform::Directory;
+using genutil::platform::IsDots;
 using Storage = genutil::StringStorage;
 
 namespace {
@@ -72,8 +72,12 @@ int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList
     return matches.IsOpen() ? 0 : osFileFailed;
 }
 
-int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList& list,
-                  unsigned char recurse, unsigned char fullPaths) {
+namespace {
+
+// Not inlined, so that what it takes of the stack is given back before directories below are
+// listed.
+[[gnu::noinline]] int ListFiles(CGNString const& path, CGNString const& pattern,
+                                CGNStringList& list, bool fullPaths) {
     Matches matches(path, pattern);
     Paths paths(path);
     while (matches.Next()) {
@@ -83,16 +87,35 @@ int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList
         else
             list.AddItem(matches.Entry().Name());
     }
-    if (!recurse) return matches.IsOpen() ? 0 : osFileFailed;
+    return matches.IsOpen() ? 0 : osFileFailed;
+}
+
+// The directories in one, which is closed before they are listed, because trees may be deep.
+[[gnu::noinline]] int ListFolders(CGNString const& path, CGNStringList& list) {
     Matches all(path, "*");
     while (all.Next()) {
         const Directory& entry = all.Entry();
-        if (IsDots(entry.Name()) || entry.IsLink() || !entry.IsDirectory()) continue;
+        // A link may lead up again.
+        if (!IsDots(entry.Name()) && !entry.IsLink() && entry.IsDirectory())
+            list.AddItem(entry.Name());
+    }
+    return all.IsOpen() ? 0 : osFileFailed;
+}
+
+}  // namespace
+
+int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList& list,
+                  unsigned char recurse, unsigned char fullPaths) {
+    const int result = ListFiles(path, pattern, list, fullPaths != 0);
+    if (!recurse) return result;
+    CGNStringList folders(10, 10);
+    const int recursion = ListFolders(path, folders);
+    for (int i = 0; i < folders.GetCount(); ++i) {
         CGNString below;
-        if (!JoinPath(below, path, entry.Name())) continue;
+        if (!folders.GetItem(i) || !JoinPath(below, path, *folders.GetItem(i))) continue;
         CGNStringList found(10, 10);
         OSGetFileList(below, pattern, found, recurse, fullPaths);
         list += found;
     }
-    return all.IsOpen() ? 0 : osFileFailed;
+    return recursion;
 }

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <set>
 #include <string>
 #include <vector>
@@ -450,7 +451,7 @@ TEST_F(Files, ReportNamesAreFree) {
     CGNString folder, first, second, third;
     EXPECT_EQ(OSGetTempDir(folder), 1);
     EXPECT_TRUE(folder.CompareSingleByteAt(static_cast<int>(folder.GetNumChars()) - 1, '\\'));
-    const std::string qualifier = "a.b\\/:*?\"<>|" + std::to_string(std::rand());
+    const std::string qualifier = "a.b\\/:*?\"<>|" + std::to_string(std::random_device()());
     const std::string name = "Sales(a_b_________" + qualifier.substr(12) + ")";
     const std::string path = static_cast<const char*>(folder) + name;
     ASSERT_TRUE(OSGetReportTempFileName("Sales", qualifier.c_str(), first));
