@@ -162,6 +162,11 @@ unsigned char CGNDate::FromString(const CGNString& text) {
         const bool left = reading == Reading::kRead && at.Peek() != TextCursor::kEnd;
         return left ? Reading::kNotKnown : reading;
     };
+    constexpr unsigned kLongestDate = 255;  // bytes
+    if (text.GetLength() > kLongestDate) {
+        m_status = kDateInvalid;
+        return 0;
+    }
     CGNString rest;
     if (!ParseWith(text, rest, whole)) return 0;
     m_bc = m_parsedYear <= 0;
