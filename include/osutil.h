@@ -3,6 +3,7 @@
 #define GENUTIL_OSUTIL_H
 
 #include "ostext.h"
+#include "osprocess.h"
 #include "osthread.h"
 
 #endif
