@@ -11,7 +11,9 @@
 #ifdef _WIN32
 #include <io.h>
 #include <process.h>
-extern "C" int _dowildcard = 0;  // arguments are to arrive as they were given
+extern "C" {
+int _dowildcard = 0;  // arguments are to arrive as they were given
+}
 #endif
 
 namespace {
