@@ -2,7 +2,9 @@
 #ifndef GENUTIL_OSUTIL_H
 #define GENUTIL_OSUTIL_H
 
+#include "ossystem.h"
 #include "ostext.h"
+#include "osprocess.h"
 #include "osthread.h"
 
 #endif

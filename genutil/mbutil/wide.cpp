@@ -65,9 +65,8 @@ Stop EncodeText(const CodePage& page, const unsigned char*& units, const unsigne
     }
 }
 
-long Narrow(char* out, std::size_t limit, const unsigned short* text, const unsigned char* end,
-            Unknown unknown) {
-    const CodePage* page = CurrentCodePage();
+long Narrow(const CodePage* page, char* out, std::size_t limit, const unsigned short* text,
+            const unsigned char* end, Unknown unknown) {
     if (!page) return -1;
     const auto start = reinterpret_cast<unsigned char*>(out);
     Sink dst{start, start + limit};
@@ -101,8 +100,10 @@ long WideLength(const char* text, std::size_t bytes) {
     }
 }
 
-long ToWide(unsigned short* out, std::size_t limit, const char* text, std::size_t bytes) {
-    const CodePage* page = CurrentCodePage();
+namespace {
+
+long Widen(const CodePage* page, unsigned short* out, std::size_t limit, const char* text,
+           std::size_t bytes) {
     if (!page) return -1;
     Source src = SourceOf(text, bytes);
     unsigned char* end = Bytes(out);
@@ -110,6 +111,15 @@ long ToWide(unsigned short* out, std::size_t limit, const char* text, std::size_
     const std::size_t stored = static_cast<std::size_t>(end - Bytes(out)) / 2;
     if (stored < limit) out[stored] = 0;
     return static_cast<long>(stored);
+}
+
+}  // namespace
+
+long ToWide(unsigned short* out, std::size_t limit, const char* text, std::size_t bytes) {
+    return Widen(CurrentCodePage(), out, limit, text, bytes);
+}
+long FromUtf8(unsigned short* out, const char* text, std::size_t bytes) {
+    return Widen(FindListedCodePage(mbUtf8), out, bytes, text, bytes);
 }
 
 void ToWideBytewise(unsigned short* out, const char* text, std::size_t bytes) {
@@ -142,11 +152,15 @@ long NarrowLength(const unsigned short* text, std::size_t count) {
 }
 
 long ToNarrow(char* out, std::size_t limit, const unsigned short* text, std::size_t count) {
-    return Narrow(out, limit, text, Bytes(text + count), Unknown::kRefuse);
+    return Narrow(CurrentCodePage(), out, limit, text, Bytes(text + count), Unknown::kRefuse);
+}
+long ToUtf8(char* out, std::size_t limit, const unsigned short* text, std::size_t count) {
+    return Narrow(FindListedCodePage(mbUtf8), out, limit, text, Bytes(text + count),
+                  Unknown::kRefuse);
 }
 
 long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text, std::size_t count) {
-    return Narrow(out, limit, text, Bytes(text + count), Unknown::kReplace);
+    return Narrow(CurrentCodePage(), out, limit, text, Bytes(text + count), Unknown::kReplace);
 }
 
 long NarrowLength(const unsigned short* text) {

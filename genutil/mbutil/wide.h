@@ -43,6 +43,12 @@ long NarrowLength(const unsigned short* text, std::size_t count);
 long ToNarrow(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
 long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
 
+// UTF-8 whatever the code set. FromUtf8 stores the characters of `bytes` bytes, of which none is 0,
+// in at most as many units, and returns their number; -1 when the text is invalid. ToUtf8 is
+// ToNarrow into UTF-8; three bytes for each unit are enough.
+long FromUtf8(unsigned short* out, const char* text, std::size_t bytes);
+long ToUtf8(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
+
 // The most bytes that a character needs; 0 in a code set with escape sequences, which come on top.
 std::size_t LongestNarrow();
 

@@ -7,6 +7,8 @@
 
 #include <cerrno>
 
+#include "osutil/platform/posix/paths.h"
+
 namespace genutil::platform {
 
 namespace {
@@ -25,7 +27,8 @@ bool ReadAll(int file, char* out, std::size_t size) {
 }  // namespace
 
 std::int64_t ReadProfile(const char* path, char* out, std::size_t size) {
-    const int file = open(path, O_RDONLY | O_CLOEXEC);
+    const SystemPath systemPath(path);
+    const int file = systemPath.Get() ? open(systemPath.Get(), O_RDONLY | O_CLOEXEC) : -1;
     if (file < 0) return -1;
     struct stat status;
     std::int64_t length = -1;

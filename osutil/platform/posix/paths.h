@@ -1,0 +1,39 @@
+// Paths of the system from paths in the current code set, and names in the current code set from
+// names of the system. The system's paths are UTF-8 with "/" between names.
+#pragma once
+
+#include "osutil/platform/path_units.h"
+
+namespace genutil::platform {
+
+// A path in the current code set, with "\" or "/" between its names, as the system takes it. A byte
+// 0x5C that is part of a character is no separator. Bytes that do not convert pass as they are.
+class SystemPath {
+  public:
+    explicit SystemPath(const char* path);  // null is no path
+    SystemPath(const SystemPath&) = delete;
+    SystemPath& operator=(const SystemPath&) = delete;
+
+    // Null, with errno set, when there is no path or memory ran out (which has been reported).
+    const char* Get() const { return m_path; }
+
+  private:
+    PathBuffer<char> m_buffer;
+    const char* m_path = nullptr;
+};
+
+// A name that the system gave, in the current code set. One that does not convert passes as it is.
+class NameText {
+  public:
+    explicit NameText(const char* name);
+    NameText(const NameText&) = delete;
+    NameText& operator=(const NameText&) = delete;
+
+    const char* Get() const { return m_name; }  // null when memory ran out, which has been reported
+
+  private:
+    PathBuffer<char> m_buffer;
+    const char* m_name = nullptr;
+};
+
+}  // namespace genutil::platform

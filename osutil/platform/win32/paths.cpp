@@ -1,0 +1,58 @@
+#include "osutil/platform/win32/paths.h"
+
+#include <cwchar>
+
+#include "genutil/mbutil/wide.h"
+#include "osutil/platform/win32/windows_api.h"
+
+namespace genutil::platform {
+
+static_assert(sizeof(wchar_t) == sizeof(unsigned short));
+
+namespace {
+
+// Directories must leave room for a name of 12 characters below MAX_PATH.
+constexpr std::size_t kLongPath = MAX_PATH - 12;
+
+}  // namespace
+
+SystemPath::SystemPath(const char* path) : m_units(path) {
+    SetLastError(path ? ERROR_NOT_ENOUGH_MEMORY : ERROR_INVALID_PARAMETER);
+    if (!m_units.Get()) return;
+    const auto wide = reinterpret_cast<const wchar_t*>(m_units.Get());
+    if (m_units.Count() < kLongPath || std::wcsncmp(wide, L"\\\\?\\", 4) == 0)
+        m_path = wide;
+    else if (Extend(wide))
+        m_path = m_extended.Get();
+}
+
+bool SystemPath::Extend(const wchar_t* path) {
+    const DWORD size = GetFullPathNameW(path, 0, nullptr, nullptr);
+    constexpr std::size_t kPrefix = 8;  // of the longer "\\?\UNC\"
+    wchar_t* const out = size == 0 ? nullptr : m_extended.Reserve(size + kPrefix);
+    if (!out) return false;
+    if (GetFullPathNameW(path, size, out + kPrefix, nullptr) == 0) return false;
+    const bool share = out[kPrefix] == L'\\' && out[kPrefix + 1] == L'\\';
+    // The two backslashes of a share's path become the end of the prefix.
+    const wchar_t* const prefix = share ? L"\\\\?\\UNC\\" : L"\\\\?\\";
+    const wchar_t* const rest = out + kPrefix + (share ? 2 : 0);
+    const std::size_t length = std::wcslen(prefix);
+    std::wmemmove(out + length, rest, std::wcslen(rest) + 1);
+    std::wmemcpy(out, prefix, length);
+    return true;
+}
+
+NameText::NameText(const wchar_t* name) {
+    const auto units = reinterpret_cast<const unsigned short*>(name);
+    const std::size_t count = std::wcslen(name);
+    // Four bytes and two escapes of four make the longest character.
+    const std::size_t room = 12 * count;
+    char* const out = m_buffer.Reserve(room + 1);
+    if (!out) return;
+    const long length = ToNarrowLossy(out, room, units, count);
+    if (!AssertAllocation(length >= 0, "osutil/osfile", __LINE__)) return;
+    out[length] = 0;
+    m_name = out;
+}
+
+}  // namespace genutil::platform

@@ -1,0 +1,43 @@
+// Paths of the system from paths in the current code set, and names in the current code set from
+// names of the system. The system's paths are UTF-16.
+#pragma once
+
+#include "osutil/platform/path_units.h"
+
+namespace genutil::platform {
+
+// A path in the current code set, which need not be the ANSI code page, as the system's wide
+// functions take it. A long one is made a full path of the form that has no limit.
+class SystemPath {
+  public:
+    explicit SystemPath(const char* path);  // null is no path
+    SystemPath(const SystemPath&) = delete;
+    SystemPath& operator=(const SystemPath&) = delete;
+
+    // Null, with the last error set, when there is no path or memory ran out (which has been
+    // reported).
+    const wchar_t* Get() const { return m_path; }
+
+  private:
+    bool Extend(const wchar_t* path);
+
+    PathUnits m_units;
+    PathBuffer<wchar_t> m_extended;
+    const wchar_t* m_path = nullptr;
+};
+
+// A name that the system gave, in the current code set, with "?" for what it does not have.
+class NameText {
+  public:
+    explicit NameText(const wchar_t* name);
+    NameText(const NameText&) = delete;
+    NameText& operator=(const NameText&) = delete;
+
+    const char* Get() const { return m_name; }  // null when memory ran out, which has been reported
+
+  private:
+    PathBuffer<char> m_buffer;
+    const char* m_name = nullptr;
+};
+
+}  // namespace genutil::platform
