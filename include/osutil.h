@@ -3,6 +3,8 @@
 #define GENUTIL_OSUTIL_H
 
 #include "osfile.h"
+#include "osprocess.h"
+#include "ossystem.h"
 #include "ostext.h"
 #include "osthread.h"
 
