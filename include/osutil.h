@@ -2,6 +2,8 @@
 #ifndef GENUTIL_OSUTIL_H
 #define GENUTIL_OSUTIL_H
 
+#include "osbuildversion.h"
+#include "osresource.h"
 #include "ostext.h"
 #include "osthread.h"
 

@@ -1,0 +1,91 @@
+// Reads the resources of a Windows program or DLL, 32-bit or 64-bit, out of the bytes of its file.
+//
+// Resources stand in a tree of three levels: kind, number, language. A leaf names bytes by their
+// address in the program as it would be loaded; the table of sections says where in the file that
+// is. All of it is taken for what anybody may have written: no number is believed before it is
+// compared with the bytes that there are, every walk is a loop of bounded length, and a tree whose
+// leaf comes early or late has no such leaf.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace genutil {
+
+// Bytes of somebody else, numbers little-endian. What lies outside reads as nothing.
+class Bytes {
+  public:
+    Bytes() = default;
+    Bytes(const unsigned char* data, std::size_t size) : m_data(data), m_size(size) {}
+
+    const unsigned char* Data() const { return m_data; }
+    std::size_t Size() const { return m_size; }
+
+    // Whether `size` bytes stand at `at`.
+    bool Has(std::uint64_t at, std::uint64_t size) const {
+        return at <= m_size && size <= m_size - at;
+    }
+    // 0 where there is no such number.
+    unsigned Read16(std::uint64_t at) const {
+        return Has(at, 2) ? m_data[at] | unsigned{m_data[at + 1]} << 8 : 0;
+    }
+    std::uint32_t Read32(std::uint64_t at) const {
+        return Has(at, 4) ? Read16(at) | std::uint32_t{Read16(at + 2)} << 16 : 0;
+    }
+    // As much of `size` bytes as there is.
+    Bytes Part(std::uint64_t at, std::uint64_t size) const {
+        if (at > m_size) return {};
+        const std::size_t most = m_size - static_cast<std::size_t>(at);
+        return {m_data + at, size < most ? static_cast<std::size_t>(size) : most};
+    }
+    Bytes From(std::uint64_t at) const { return Part(at, m_size); }
+
+  private:
+    const unsigned char* m_data = nullptr;
+    std::size_t m_size = 0;
+};
+
+// 16-bit characters, at any address.
+struct ResourceText {
+    const unsigned char* units = nullptr;
+    std::size_t count = 0;
+
+    unsigned short Unit(std::size_t i) const {
+        return static_cast<unsigned short>(units[2 * i] | units[2 * i + 1] << 8);
+    }
+};
+
+class ResourceFile {
+  public:
+    // The bytes stay the caller's, for as long as anything is asked. False when they do not begin
+    // as a program or DLL does; one without resources is no failure.
+    bool Open(Bytes file);
+
+    // The string of a number. Where several languages have its block, the one is taken that Windows
+    // takes for a user of `language`: neutral, the user's, the user's primary language without a
+    // country, English (0x0409), and else the first. Another one is not looked into if the string
+    // is missing in this. False when there is none; an empty one counts as none.
+    bool FindString(unsigned id, unsigned language, ResourceText* text) const;
+
+    // The version resource, in the language taken likewise; empty when there is none.
+    Bytes FindVersion(unsigned language) const;
+
+  private:
+    Bytes AtAddress(std::uint32_t address) const;
+    bool FindEntry(std::uint32_t directory, unsigned id, std::uint32_t* target) const;
+    Bytes FindLeaf(std::uint32_t kind, unsigned id, unsigned language) const;
+
+    Bytes m_file, m_sections, m_tree;
+    std::uint32_t m_strings = 0, m_versions = 0;  // their directories in the tree; 0 without
+};
+
+// The numbers of a version resource.
+struct VersionRecord {
+    std::uint32_t high = 0, low = 0;  // of the file's version, two 16-bit numbers each
+    unsigned language = 0;            // of the first translation; 0 without any
+};
+
+// False when the bytes are no version resource with its fixed part.
+bool ReadVersionRecord(Bytes resource, VersionRecord* record);
+
+}  // namespace genutil
