@@ -131,9 +131,8 @@ bool SkipFiller(TextCursor& at, const CLCLocale& locale) {
 
 bool SkipBcMarker(TextCursor& at) {
     Longest longest(at);
-    const int codeSet = mbGetLocaleCodeSet();
     for (int i = 0; const char* marker = BcMarkerToRead(i); ++i)
-        longest.Try(TextCursor(marker, std::strlen(marker), codeSet), i);
+        longest.Try(at.Over(marker, std::strlen(marker)), i);
     at = longest.End();
     return longest.Index() >= 0;
 }

@@ -71,7 +71,7 @@ Module ModuleOf(long handle) {
 }
 
 long Attach(const char* path) {
-    const Module module = platform::LoadModule(path);
+    const Module module = platform::LoadResourceLibrary(path);
     if (!module) return 0;
     g_table.Place(module);
     NoteResourceChange();
@@ -123,7 +123,7 @@ long OSAttachLocaleResDLL(long module, const char* file, CGNString& path, unsign
 
 void OSDetachLocaleResDLL(long handle) {
     if (!g_table.Remove(ModuleOf(handle))) return;
-    platform::FreeModule(ModuleOf(handle));
+    platform::FreeResourceLibrary(ModuleOf(handle));
     NoteResourceChange();
 }
 

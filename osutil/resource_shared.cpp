@@ -69,13 +69,13 @@ Module FindShared(const char* file) {
 }
 
 Module LoadShared(const char* file) {
-    const Module module = platform::LoadModule(file);
+    const Module module = platform::LoadResourceLibrary(file);
     if (!module) return nullptr;
     auto* entry = New<Entry>(file, module);
     AssertAllocation(entry != nullptr, kSource, __LINE__);
     if (entry && ReshandleLookupList().AddItem(reinterpret_cast<long>(entry))) return module;
     delete entry;
-    platform::FreeModule(module);
+    platform::FreeResourceLibrary(module);
     return nullptr;
 }
 
@@ -101,7 +101,7 @@ void ReleaseShared(Module module) {
     Entry* entry = EntryAt(index);
     if (entry && --entry->count < 1) {
         ReshandleLookupList().DeleteItem(index);
-        platform::FreeModule(module);
+        platform::FreeResourceLibrary(module);
         NoteResourceChange();
         delete entry;
     }

@@ -15,17 +15,17 @@ using Module = void*;
 // Loads a library for its resources. The same file gives the same module as long as it is loaded,
 // and has to be freed as often. A path without a folder is looked for where the program lies and in
 // the current folder; a name without a dot gets ".dll". Null when there is no such library.
-Module LoadModule(const char* path);
-void FreeModule(Module module);
+Module LoadResourceLibrary(const char* path);
+void FreeResourceLibrary(Module module);
 
 // The string of a number, as much of it as fits: 16-bit characters, without a terminator. 0 when
 // the module has none, or is none that has resources here; the program has some on Windows only.
 // A number is taken modulo 65536. Any thread; asks no system on Linux.
 std::size_t LoadModuleString(Module module, unsigned id, unsigned short* out, std::size_t size);
 
-// The file of a module: one that LoadModule gave, the program, or a library that runs in this
-// process, by the handle with which the system loaded it or, on Linux, any address in it. Empty
-// when it is none.
+// The file of a module: one that LoadResourceLibrary gave, the program, or a library that runs in
+// this process, by the handle with which the system loaded it or, on Linux, any address in it.
+// Empty when it is none.
 CGNString ModuleFile(Module module);
 
 // Reads the version resource of any program or DLL into memory that the caller releases

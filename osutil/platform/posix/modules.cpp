@@ -186,7 +186,7 @@ std::string SystemFile(Module module) {
 
 }  // namespace
 
-Module LoadModule(const char* path) {
+Module LoadResourceLibrary(const char* path) {
     const SystemPath system(path);
     if (!system.Get()) return nullptr;
     std::string file = system.Get();
@@ -200,7 +200,7 @@ Module LoadModule(const char* path) {
     return LoadFile(file);
 }
 
-void FreeModule(Module module) {
+void FreeResourceLibrary(Module module) {
     const std::lock_guard lock(g_modulesLock);
     LoadedModule* loaded = FindModule(module);
     if (!loaded || --loaded->uses > 0) return;

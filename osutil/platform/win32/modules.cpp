@@ -33,7 +33,7 @@ class QuietErrors {
 
 // As a module of its own kind, so that its handle serves every function of the system; as data
 // where it is a 64-bit one, which has resources all the same.
-Module LoadModule(const char* path) {
+Module LoadResourceLibrary(const char* path) {
     const QuietErrors quiet;
     const SystemPath file(path);
     if (!file.Get()) return nullptr;
@@ -44,7 +44,7 @@ Module LoadModule(const char* path) {
     return module;
 }
 
-void FreeModule(Module module) {
+void FreeResourceLibrary(Module module) {
     FreeLibrary(AsHandle(module));
 }
 
