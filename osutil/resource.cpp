@@ -102,6 +102,13 @@ CGNString PathOf(const CGNString& folder, unsigned language, const char* file) {
     return path;
 }
 
+// Seldom is there a 0 within a text, so that is asked first, of many characters at once.
+std::size_t UpToZero(const unsigned short* text, std::size_t count) {
+    unsigned short zeroes = 0;
+    for (std::size_t i = 0; i < count; ++i) zeroes |= static_cast<unsigned short>(text[i] == 0);
+    return zeroes ? static_cast<std::size_t>(std::find(text, text + count, 0) - text) : count;
+}
+
 }  // namespace
 
 long OSAttachLocaleResDLL(const char* file) {
@@ -147,13 +154,12 @@ int OSLoadString(CGNString& text, long id) {
             if (count != 0 || !module) break;
         }
     }
-    const auto* end = std::find(wide, wide + count, 0);
     if (count == 0) return 0;
+    count = UpToZero(wide, count);
     EnsureInitialised();
     char bytes[kMostBytes + 1];
-    const long length =
-        ToNarrowLossy(bytes, kMostBytes, wide, static_cast<std::size_t>(end - wide));
-    StringStorage::Store(text, bytes, 0, static_cast<std::size_t>(length));
+    const long length = ToNarrowLossy(bytes, kMostBytes, wide, count);
+    StringStorage::Put(text, bytes, static_cast<std::size_t>(length));
     return static_cast<int>(length);
 }
 

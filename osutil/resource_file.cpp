@@ -1,6 +1,10 @@
 #include "osutil/resource_file.h"
 
+#include <algorithm>
 #include <initializer_list>
+#include <iterator>
+
+#include "genutil/allocate.h"
 
 namespace genutil {
 
@@ -11,7 +15,6 @@ constexpr unsigned kMostSections = 96;
 constexpr unsigned kSectionSize = 40;
 
 constexpr unsigned kStringKind = 6, kVersionKind = 16, kVersionId = 1;
-constexpr unsigned kStringsInBlock = 16;
 
 // A directory: a header, its entries with names, those with numbers in ascending order.
 constexpr unsigned kDirectorySize = 16, kEntrySize = 8;
@@ -108,19 +111,52 @@ Bytes ResourceFile::FindLeaf(std::uint32_t kind, unsigned id, unsigned language)
     return data.Has(0, size) ? data.Part(0, size) : Bytes();
 }
 
-// A block holds 16 strings, each behind the number of its characters.
-bool ResourceFile::FindString(unsigned id, unsigned language, ResourceText* text) const {
-    const Bytes block = FindLeaf(m_strings, id / kStringsInBlock + 1, language);
-    std::uint64_t at = 0;
-    for (unsigned i = 0; i < id % kStringsInBlock; ++i) at += 2 + 2 * block.Read16(at);
-    const unsigned count = block.Read16(at);
-    if (count == 0 || !block.Has(at + 2, std::uint64_t{count} * 2)) return false;
-    *text = {block.Data() + at + 2, count};
-    return true;
+// In the file the numbers of blocks begin with 1.
+unsigned ResourceFile::CountStringBlocks() const {
+    return m_strings == 0 ? 0 : NumberedEntries(m_tree, m_strings).count;
+}
+unsigned ResourceFile::StringBlockAt(unsigned i) const {
+    return m_tree.Read32(NumberedEntries(m_tree, m_strings).at + std::uint64_t{i} * kEntrySize) - 1;
+}
+Bytes ResourceFile::FindStrings(unsigned block, unsigned language) const {
+    return FindLeaf(m_strings, block + 1, language);
 }
 
 Bytes ResourceFile::FindVersion(unsigned language) const {
     return FindLeaf(m_versions, kVersionId, language);
+}
+
+bool ResourceStrings::Fill(const ResourceFile& file, unsigned language) {
+    Clear();
+    std::uint16_t count = 0;
+    for (unsigned i = 0; i < file.CountStringBlocks(); ++i) {
+        const unsigned number = file.StringBlockAt(i);
+        if (number < std::size(m_blockOf) && m_blockOf[number] == 0 &&
+            file.FindStrings(number, language).Size() != 0)
+            m_blockOf[number] = ++count;
+    }
+    if (count == 0) return true;
+    m_blocks = static_cast<Block*>(Allocate(count * sizeof(Block)));
+    if (!m_blocks) return false;
+    for (unsigned i = 0; i < std::size(m_blockOf); ++i) {
+        if (m_blockOf[i] == 0) continue;
+        const Bytes block = file.FindStrings(i, language);
+        std::uint64_t at = 0;  // of a string, behind the number of its characters
+        for (ResourceText& text : m_blocks[m_blockOf[i] - 1].texts) {
+            const unsigned length = block.Read16(at);
+            text = {};
+            if (block.Has(at + 2, std::uint64_t{length} * 2))
+                text = {block.Data() + at + 2, length};
+            at += 2 + std::uint64_t{length} * 2;
+        }
+    }
+    return true;
+}
+
+void ResourceStrings::Clear() {
+    Release(m_blocks);
+    m_blocks = nullptr;
+    std::fill(std::begin(m_blockOf), std::end(m_blockOf), std::uint16_t{0});
 }
 
 namespace {

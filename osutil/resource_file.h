@@ -61,11 +61,15 @@ class ResourceFile {
     // as a program or DLL does; one without resources is no failure.
     bool Open(Bytes file);
 
-    // The string of a number. Where several languages have its block, the one is taken that Windows
-    // takes for a user of `language`: neutral, the user's, the user's primary language without a
-    // country, English (0x0409), and else the first. Another one is not looked into if the string
-    // is missing in this. False when there is none; an empty one counts as none.
-    bool FindString(unsigned id, unsigned language, ResourceText* text) const;
+    // Strings stand in blocks of 16, numbered from 0. The number of the i-th block that the file
+    // has, of CountStringBlocks(); may be any.
+    unsigned CountStringBlocks() const;
+    unsigned StringBlockAt(unsigned i) const;
+
+    // A block of strings; empty when there is none. Where it stands in several languages, the one
+    // is taken that Windows takes for a user of `language`: neutral, the user's, the user's primary
+    // language without a country, English (0x0409), and else the first.
+    Bytes FindStrings(unsigned block, unsigned language) const;
 
     // The version resource, in the language taken likewise; empty when there is none.
     Bytes FindVersion(unsigned language) const;
@@ -77,6 +81,39 @@ class ResourceFile {
 
     Bytes m_file, m_sections, m_tree;
     std::uint32_t m_strings = 0, m_versions = 0;  // their directories in the tree; 0 without
+};
+
+// The strings of a file, found by their numbers without a search.
+class ResourceStrings {
+  public:
+    ResourceStrings() = default;
+    ResourceStrings(const ResourceStrings&) = delete;
+    ResourceStrings& operator=(const ResourceStrings&) = delete;
+    ~ResourceStrings() { Clear(); }
+
+    // Takes those of a file, in the language for a user of `language`: a string which that block
+    // lacks is not looked for in another. False without memory.
+    bool Fill(const ResourceFile& file, unsigned language);
+    void Clear();
+
+    // False when there is none; an empty one counts as none.
+    bool Find(unsigned id, ResourceText* text) const {
+        if (id > kMostId || !m_blocks) return false;
+        const unsigned block = m_blockOf[id / kInBlock];
+        if (block == 0) return false;
+        *text = m_blocks[block - 1].texts[id % kInBlock];
+        return text->count != 0;
+    }
+
+  private:
+    static constexpr unsigned kInBlock = 16, kMostId = 0xFFFF;
+
+    struct Block {
+        ResourceText texts[kInBlock];
+    };
+
+    std::uint16_t m_blockOf[(kMostId + 1) / kInBlock] = {};  // from 1; 0 for none
+    Block* m_blocks = nullptr;
 };
 
 // The numbers of a version resource.

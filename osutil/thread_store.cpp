@@ -36,9 +36,25 @@ struct VariableTable {
     }
 
     CGNLclStSlot* Named(const char* name) const {
-        for (CGNLclStSlot& slot : *this)
-            if (name && slot.m_name && std::strcmp(slot.m_name, name) == 0) return &slot;
+        for (CGNLclStSlot* slot = FirstInUse(slots); name && slot != end();
+             slot = FirstInUse(slot + 1))
+            if (std::strcmp(slot->m_name, name) == 0) return slot;
         return nullptr;
+    }
+
+  private:
+    // Tables have room for many and hold few, so free slots are passed eight at a time.
+    CGNLclStSlot* FirstInUse(CGNLclStSlot* slot) const {
+        constexpr std::ptrdiff_t kStep = 8;
+        while (end() - slot >= kStep) {
+            std::uintptr_t any = 0;
+            for (std::ptrdiff_t i = 0; i < kStep; ++i)
+                any |= reinterpret_cast<std::uintptr_t>(slot[i].m_name);
+            if (any) break;
+            slot += kStep;
+        }
+        while (slot != end() && !slot->m_name) ++slot;
+        return slot;
     }
 };
 

@@ -52,9 +52,11 @@ std::string Examine(const Image& image) {
     ResourceFile file;
     if (!file.Open({exact.get(), image.size()})) return "none";
     std::string found;
+    ResourceStrings strings;
+    EXPECT_TRUE(strings.Fill(file, 0x407));
     for (const unsigned id : {0u, 15u, 16u, 1000u, 1020u, 1040u, 1060u, 1200u, 65535u}) {
         ResourceText text;
-        if (!file.FindString(id, 0x407, &text)) continue;
+        if (!strings.Find(id, &text)) continue;
         EXPECT_TRUE(text.count > 0 && text.units >= exact.get() &&
                     text.count <= static_cast<std::size_t>(end - text.units) / 2);
         unsigned sum = 0;

@@ -91,8 +91,7 @@ struct LoadedModule {
     FileIdentity file{};
     unsigned char* bytes = nullptr;
     std::string path;
-    ResourceFile resources;
-    unsigned language = 0;  // the user's
+    ResourceStrings strings;
     LoadedModule* next = nullptr;
 };
 
@@ -135,15 +134,14 @@ Module LoadFile(const std::string& path) {
     if (!loaded) return nullptr;
     unsigned char* bytes = file.ReadAll();
     ResourceFile resources;
-    if (!bytes || !resources.Open({bytes, file.Size()})) {
+    if (!bytes || !resources.Open({bytes, file.Size()}) ||
+        !loaded->strings.Fill(resources, UserLanguage())) {
         Release(bytes);
         return nullptr;
     }
     loaded->file = file.Identity();
     loaded->bytes = bytes;
     loaded->path = path;
-    loaded->resources = resources;
-    loaded->language = UserLanguage();
     loaded->uses.store(1, std::memory_order_release);
     return loaded;
 }
@@ -206,13 +204,13 @@ void FreeResourceLibrary(Module module) {
     if (!loaded || --loaded->uses > 0) return;
     Release(loaded->bytes);
     loaded->bytes = nullptr;
-    loaded->resources = {};
+    loaded->strings.Clear();
 }
 
 std::size_t LoadModuleString(Module module, unsigned id, unsigned short* out, std::size_t size) {
     const LoadedModule* loaded = FindModule(module);
     ResourceText text;
-    if (!loaded || !loaded->resources.FindString(id & 0xFFFF, loaded->language, &text)) return 0;
+    if (!loaded || !loaded->strings.Find(id & 0xFFFF, &text)) return 0;
     const std::size_t count = text.count < size ? text.count : size;
     std::memcpy(out, text.units, count * sizeof *out);  // little-endian, as this machine
     return count;
