@@ -2,7 +2,9 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
+#include <cstring>
 
+#include "genutil/mbutil/ascii_units.h"
 #include "genutil/mbutil/code_set.h"
 #include "genutil/mbutil/wide.h"
 #include "genutil/string_storage.h"
@@ -102,11 +104,25 @@ CGNString PathOf(const CGNString& folder, unsigned language, const char* file) {
     return path;
 }
 
-// Seldom is there a 0 within a text, so that is asked first, of many characters at once.
-std::size_t UpToZero(const unsigned short* text, std::size_t count) {
-    unsigned short zeroes = 0;
-    for (std::size_t i = 0; i < count; ++i) zeroes |= static_cast<unsigned short>(text[i] == 0);
-    return zeroes ? static_cast<std::size_t>(std::find(text, text + count, 0) - text) : count;
+constexpr std::size_t kMostBytes = 2047;  // programs have a buffer of 2048 for a text
+
+// The text of `count` characters, up to its first 0, in the current code set; its length in bytes.
+// Most begin with ASCII, which is the same in all; the blocks are independent of each other.
+std::size_t NarrowText(const unsigned short* wide, std::size_t count, char* out) {
+    constexpr std::size_t kBlock = 8;
+    if (count > kMostBytes) count = kMostBytes;
+    std::size_t at = 0;
+    while (count - at >= kBlock &&
+           NarrowAscii8(reinterpret_cast<const unsigned char*>(wide + at),
+                        reinterpret_cast<unsigned char*>(out + at)) == kBlock)
+        at += kBlock;
+    for (; at != count && wide[at] < 0x80; ++at) out[at] = static_cast<char>(wide[at]);
+    if (const void* end = std::memchr(out, 0, at))
+        return static_cast<std::size_t>(static_cast<const char*>(end) - out);
+    if (at == count) return at;
+    const unsigned short* const rest = wide + at;
+    const auto size = static_cast<std::size_t>(std::find(rest, wide + count, 0) - rest);
+    return at + static_cast<std::size_t>(ToNarrowLossy(out + at, kMostBytes - at, rest, size));
 }
 
 }  // namespace
@@ -142,25 +158,21 @@ long OSSetResourceHandle(long handle) {
 }
 
 int OSLoadString(CGNString& text, long id) {
-    constexpr std::size_t kMostBytes = 2047;  // programs have a buffer of 2048 for it
-    unsigned short wide[kMostBytes];
     const auto number = static_cast<unsigned>(id);
+    const unsigned short* wide = nullptr;
     std::size_t count = 0;
     if (const Module own = ThreadLibrary()) {
-        count = platform::LoadModuleString(own, number, wide, kMostBytes);
+        wide = platform::FindModuleString(own, number, &count);
     } else {
         for (const Module module : g_table.slots) {
-            count = platform::LoadModuleString(module, number, wide, kMostBytes);
-            if (count != 0 || !module) break;
+            wide = platform::FindModuleString(module, number, &count);
+            if (wide || !module) break;
         }
     }
-    if (count == 0) return 0;
-    count = UpToZero(wide, count);
-    EnsureInitialised();
+    if (!wide) return 0;
     char bytes[kMostBytes + 1];
-    const long length = ToNarrowLossy(bytes, kMostBytes, wide, count);
-    StringStorage::Put(text, bytes, static_cast<std::size_t>(length));
-    return static_cast<int>(length);
+    const std::size_t length = NarrowText(wide, count, bytes);
+    return StringStorage::Put(text, bytes, length) ? static_cast<int>(length) : 0;
 }
 
 int OSLangIDToFontCharSet(long language) {

@@ -31,6 +31,16 @@ Entries NumberedEntries(const Bytes& tree, std::uint32_t directory) {
             tree.Read16(std::uint64_t{directory} + 14)};
 }
 
+// Whether the table of sections and all that it names is there, as it must be to be loaded.
+bool HasSections(const Bytes& file, std::uint64_t table, unsigned count) {
+    if (!file.Has(table, std::uint64_t{count} * kSectionSize)) return false;
+    for (unsigned i = 0; i < count; ++i, table += kSectionSize) {
+        const std::uint32_t size = file.Read32(table + 16);
+        if (size != 0 && !file.Has(file.Read32(table + 20), size)) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 bool ResourceFile::Open(Bytes file) {
@@ -43,8 +53,9 @@ bool ResourceFile::Open(Bytes file) {
     const Bytes optional = file.Part(header + 24, optionalSize);
     const unsigned magic = optional.Read16(0);
     if (magic != 0x10B && magic != 0x20B) return false;
-    unsigned count = file.Read16(header + 6);
-    if (count > kMostSections) count = kMostSections;
+    const unsigned count = file.Read16(header + 6);
+    if (count > kMostSections || !HasSections(file, header + 24 + optionalSize, count))
+        return false;
     m_file = file;
     m_sections = file.Part(header + 24 + optionalSize, std::uint64_t{count} * kSectionSize);
 
@@ -145,7 +156,8 @@ bool ResourceStrings::Fill(const ResourceFile& file, unsigned language) {
         for (ResourceText& text : m_blocks[m_blockOf[i] - 1].texts) {
             const unsigned length = block.Read16(at);
             text = {};
-            if (block.Has(at + 2, std::uint64_t{length} * 2))
+            const bool isAligned = reinterpret_cast<std::uintptr_t>(block.Data()) % 2 == 0;
+            if (isAligned && block.Has(at + 2, std::uint64_t{length} * 2))
                 text = {block.Data() + at + 2, length};
             at += 2 + std::uint64_t{length} * 2;
         }

@@ -45,7 +45,7 @@ class Bytes {
     std::size_t m_size = 0;
 };
 
-// 16-bit characters, at any address.
+// 16-bit characters.
 struct ResourceText {
     const unsigned char* units = nullptr;
     std::size_t count = 0;
@@ -57,8 +57,8 @@ struct ResourceText {
 
 class ResourceFile {
   public:
-    // The bytes stay the caller's, for as long as anything is asked. False when they do not begin
-    // as a program or DLL does; one without resources is no failure.
+    // The bytes stay the caller's, for as long as anything is asked. False when they are no
+    // program or DLL, or not all of it; one without resources is no failure.
     bool Open(Bytes file);
 
     // Strings stand in blocks of 16, numbered from 0. The number of the i-th block that the file
@@ -96,7 +96,8 @@ class ResourceStrings {
     bool Fill(const ResourceFile& file, unsigned language);
     void Clear();
 
-    // False when there is none; an empty one counts as none.
+    // False when there is none; an empty one counts as none, and so does one at an
+    // odd address, where no tool puts it.
     bool Find(unsigned id, ResourceText* text) const {
         if (id > kMostId || !m_blocks) return false;
         const unsigned block = m_blockOf[id / kInBlock];

@@ -18,10 +18,11 @@ using Module = void*;
 Module LoadResourceLibrary(const char* path);
 void FreeResourceLibrary(Module module);
 
-// The string of a number, as much of it as fits: 16-bit characters, without a terminator. 0 when
-// the module has none, or is none that has resources here; the program has some on Windows only.
-// A number is taken modulo 65536. Any thread; asks no system on Linux.
-std::size_t LoadModuleString(Module module, unsigned id, unsigned short* out, std::size_t size);
+// The string of a number: 16-bit characters without a terminator, at least one, which stay where
+// they are while the module is loaded. Null when the module has none, or is none that has resources
+// here; the program has some on Windows only. A number is taken modulo 65536. Any thread; asks no
+// system on Linux.
+const unsigned short* FindModuleString(Module module, unsigned id, std::size_t* count);
 
 // The file of a module: one that LoadResourceLibrary gave, the program, or a library that runs in
 // this process, by the handle with which the system loaded it or, on Linux, any address in it.

@@ -89,12 +89,13 @@ TEST(ResourceFile, DamageIsMet) {
         {__LINE__, 0x3C, 4, 0xFFFFFFF0, "none"},
         {__LINE__, 0x3C, 4, static_cast<unsigned>(whole.size()) - 23, "none"},
         {__LINE__, at.header, 1, 'N', "none"},
-        {__LINE__, at.header + 6, 2, 0, ""},         // sections
-        {__LINE__, at.header + 6, 2, 0xFFFF, kAll},  //
-        {__LINE__, at.header + 20, 2, 0, "none"},    // size of the optional header
-        {__LINE__, at.header + 20, 2, 0xFFFF, ""},   //
-        {__LINE__, at.optional, 2, 0x107, "none"},   // its kind
-        {__LINE__, at.optional + 92, 4, 2, ""},      // directories
+        {__LINE__, at.header + 6, 2, 0, ""},  // sections
+        {__LINE__, at.header + 6, 2, 0xFFFF, "none"},
+        {__LINE__, at.sections + 16, 4, 0x7FFFFFFF, "none"},  // bytes of a section
+        {__LINE__, at.header + 20, 2, 0, "none"},             // size of the optional header
+        {__LINE__, at.header + 20, 2, 0xFFFF, "none"},        //
+        {__LINE__, at.optional, 2, 0x107, "none"},            // its kind
+        {__LINE__, at.optional + 92, 4, 2, ""},               // directories
         {__LINE__, at.optional + 92, 4, 0xFFFFFFFF, kAll},
         {__LINE__, at.optional + 112, 4, 0, ""},  // address of the resources
         {__LINE__, at.optional + 112, 4, 0xFFFFFFFF, ""},
@@ -117,7 +118,8 @@ TEST(ResourceFile, NothingOutsideIsReadWhateverTheBytesAre) {
         const Image whole = Read(name);
         const Places at(whole);
         for (std::size_t size = 0; size < whole.size(); ++size)
-            Examine(Image(whole.begin(), whole.begin() + static_cast<long>(size)));
+            EXPECT_EQ(Examine(Image(whole.begin(), whole.begin() + static_cast<long>(size))),
+                      "none");
         for (std::size_t i = 0; i < whole.size(); ++i) {
             if (i == at.sections + 200) i = at.tree;
             for (const unsigned value : {0u, 1u, 0x7Fu, 0x80u, 0xFFu, whole[i] ^ 1u}) {

@@ -207,13 +207,12 @@ void FreeResourceLibrary(Module module) {
     loaded->strings.Clear();
 }
 
-std::size_t LoadModuleString(Module module, unsigned id, unsigned short* out, std::size_t size) {
+const unsigned short* FindModuleString(Module module, unsigned id, std::size_t* count) {
     const LoadedModule* loaded = FindModule(module);
     ResourceText text;
-    if (!loaded || !loaded->strings.Find(id & 0xFFFF, &text)) return 0;
-    const std::size_t count = text.count < size ? text.count : size;
-    std::memcpy(out, text.units, count * sizeof *out);  // little-endian, as this machine
-    return count;
+    if (!loaded || !loaded->strings.Find(id & 0xFFFF, &text)) return nullptr;
+    *count = text.count;
+    return reinterpret_cast<const unsigned short*>(text.units);  // little-endian, as this machine
 }
 
 CGNString ModuleFile(Module module) {

@@ -1,8 +1,6 @@
 // Modules as Windows loads them.
 #include "osutil/platform/modules.h"
 
-#include <cstring>
-
 #include "genutil/allocate.h"
 #include "osutil/platform/win32/paths.h"
 #include "osutil/platform/win32/windows_api.h"
@@ -48,15 +46,13 @@ void FreeResourceLibrary(Module module) {
     FreeLibrary(AsHandle(module));
 }
 
-std::size_t LoadModuleString(Module module, unsigned id, unsigned short* out, std::size_t size) {
+const unsigned short* FindModuleString(Module module, unsigned id, std::size_t* count) {
     // With no room for it, the text is not copied but pointed to.
-    const wchar_t* text = nullptr;
+    const unsigned short* text = nullptr;
     const int length =
         LoadStringW(AsHandle(module), id & 0xFFFF, reinterpret_cast<wchar_t*>(&text), 0);
-    if (length <= 0 || !text) return 0;
-    const std::size_t count = static_cast<std::size_t>(length) < size ? length : size;
-    std::memcpy(out, text, count * sizeof *out);
-    return count;
+    *count = static_cast<std::size_t>(length);
+    return length > 0 ? text : nullptr;
 }
 
 CGNString ModuleFile(Module module) {
