@@ -37,11 +37,11 @@ struct VariableTable {
     }
 
     CGNLclStSlot* Named(const char* name) const {
-        return FirstInUse([=](const char* other) { return name && std::strcmp(other, name) == 0; });
+        return FindInUse([=](const char* other) { return name && std::strcmp(other, name) == 0; });
     }
     // The same in a few instructions.
     CGNLclStSlot* Named(const ShortName& name) const {
-        return FirstInUse([&](const char* other) {
+        return FindInUse([&](const char* other) {
             return std::memcmp(other, name.text, sizeof name.text) == 0;
         });
     }
@@ -49,7 +49,7 @@ struct VariableTable {
   private:
     // Tables have room for many and hold few, so free slots are passed eight at a time.
     template <class Matches>
-    CGNLclStSlot* FirstInUse(Matches matches) const {
+    CGNLclStSlot* FindInUse(Matches matches) const {
         constexpr std::ptrdiff_t kStep = 8;
         for (CGNLclStSlot* slot = slots; slot != end();) {
             std::ptrdiff_t n = end() - slot;

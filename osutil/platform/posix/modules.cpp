@@ -10,10 +10,11 @@
 
 #include <atomic>
 #include <cerrno>
+#include <climits>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
-#include <string>
 
 #include "genutil/allocate.h"
 #include "genutil/mbutil/code_set.h"
@@ -46,10 +47,9 @@ FileIdentity IdentityOf(const struct stat& status) {
 class OpenFile {
   public:
     explicit OpenFile(const char* path) : m_file(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
-        if (m_file < 0 || fstat(m_file, &m_status) != 0 || !S_ISREG(m_status.st_mode))
-            m_size = -1;
-        else
-            m_size = m_status.st_size;
+        const bool isRegular = m_file >= 0 && fstat(m_file, &m_status) == 0 &&
+                               S_ISREG(m_status.st_mode) && m_status.st_size <= INT32_MAX;
+        m_size = isRegular ? m_status.st_size : -1;
     }
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
@@ -61,10 +61,14 @@ class OpenFile {
     FileIdentity Identity() const { return IdentityOf(m_status); }
     std::size_t Size() const { return static_cast<std::size_t>(m_size); }
 
-    // All of it, for the caller to release; null when it cannot be read or is being cut short. It
-    // is not mapped, because who cuts a mapped file short ends the programs that read it.
+    // All of it, for the caller to release; null when it cannot be read, is being cut short or
+    // does not begin as a program does. It is not mapped, because who cuts a mapped file short ends
+    // the programs that read it.
     unsigned char* ReadAll() const {
-        auto* bytes = m_size > 0 ? static_cast<unsigned char*>(Allocate(Size())) : nullptr;
+        char mark[2];
+        if (m_size <= 0 || pread(m_file, mark, 2, 0) != 2 || std::memcmp(mark, "MZ", 2) != 0)
+            return nullptr;
+        auto* bytes = static_cast<unsigned char*>(Allocate(Size()));
         for (off_t at = 0; bytes && at < m_size;) {
             const ssize_t count =
                 pread(m_file, bytes + at, Size() - static_cast<std::size_t>(at), at);
@@ -90,7 +94,7 @@ struct LoadedModule {
     std::atomic<int> uses{0};
     FileIdentity file{};
     unsigned char* bytes = nullptr;
-    std::string path;
+    char path[PATH_MAX];
     ResourceStrings strings;
     LoadedModule* next = nullptr;
 };
@@ -122,8 +126,17 @@ LoadedModule* UnusedModule() {
     return loaded;
 }
 
-Module LoadFile(const std::string& path) {
-    const OpenFile file(path.c_str());
+// An absolute path without links; false when there is none.
+bool RealPath(const char* path, char (&out)[PATH_MAX]) {
+    return realpath(path, out) != nullptr;
+}
+
+bool ProgramFile(char (&out)[PATH_MAX]) {
+    return RealPath("/proc/self/exe", out);
+}
+
+Module LoadFile(const char* path) {
+    const OpenFile file(path);
     if (!file.IsRegular()) return nullptr;
     const std::lock_guard lock(g_modulesLock);
     if (LoadedModule* loaded = FindModule(file.Identity())) {
@@ -131,7 +144,7 @@ Module LoadFile(const std::string& path) {
         return loaded;
     }
     LoadedModule* loaded = UnusedModule();
-    if (!loaded) return nullptr;
+    if (!loaded || !RealPath(path, loaded->path)) return nullptr;
     unsigned char* bytes = file.ReadAll();
     ResourceFile resources;
     if (!bytes || !resources.Open({bytes, file.Size()}) ||
@@ -141,61 +154,68 @@ Module LoadFile(const std::string& path) {
     }
     loaded->file = file.Identity();
     loaded->bytes = bytes;
-    loaded->path = path;
     loaded->uses.store(1, std::memory_order_release);
     return loaded;
 }
 
-// An absolute path without links; the path itself where there is no such file.
-std::string RealPath(const char* path) {
-    char* real = realpath(path, nullptr);
-    const std::string result(real ? real : path);
-    std::free(real);
-    return result;
+// The program itself is without a name there.
+bool FileOfMap(const link_map& map, char (&out)[PATH_MAX]) {
+    return *map.l_name ? RealPath(map.l_name, out) : ProgramFile(out);
 }
 
-std::string ProgramFile() {
-    return RealPath("/proc/self/exe");
-}
-
-// The file of what dlopen gave; empty when it is none. Handles are compared with those that there
+// The file of what dlopen gave; false when it is none. Handles are compared with those that there
 // are, because one that is none must not be looked into.
-std::string FileOfHandle(Module module) {
-    std::string path;
-    void* program = dlopen(nullptr, RTLD_LAZY);
-    if (!program) return path;
-    for (const auto* map = static_cast<const link_map*>(program); map; map = map->l_next)
-        if (map == module) path = *map->l_name ? RealPath(map->l_name) : ProgramFile();
+bool FileOfHandle(Module module, char (&out)[PATH_MAX]) {
+    void* const program = dlopen(nullptr, RTLD_LAZY);
+    if (!program) return false;
+    const auto* map = static_cast<const link_map*>(program);
+    while (map && map != module) map = map->l_next;
+    const bool found = map && FileOfMap(*map, out);
     dlclose(program);
-    return path;
+    return found;
 }
 
-std::string SystemFile(Module module) {
-    if (!module) return ProgramFile();
+bool FileOfModule(Module module, char (&out)[PATH_MAX]) {
+    if (!module) return ProgramFile(out);
     {
         const std::lock_guard lock(g_modulesLock);
-        if (const LoadedModule* loaded = FindModule(module)) return RealPath(loaded->path.c_str());
+        if (const LoadedModule* loaded = FindModule(module)) {
+            std::memcpy(out, loaded->path, sizeof out);
+            return true;
+        }
     }
-    const std::string path = FileOfHandle(module);
     Dl_info info;
-    if (path.empty() && dladdr(module, &info) && info.dli_fname) return RealPath(info.dli_fname);
-    return path;
+    link_map* map = nullptr;
+    return FileOfHandle(module, out) ||
+           (dladdr1(module, &info, reinterpret_cast<void**>(&map), RTLD_DL_LINKMAP) && map &&
+            FileOfMap(*map, out));
+}
+
+// Loads a file of a folder, whose path ends in "/" or is empty.
+Module LoadFrom(const char* folder, std::size_t length, const char* name) {
+    char path[PATH_MAX];
+    const int size = std::snprintf(path, sizeof path, "%.*s%s%s", static_cast<int>(length), folder,
+                                   name, std::strchr(name, '.') ? "" : ".dll");
+    return *name && size < PATH_MAX ? LoadFile(path) : nullptr;
 }
 
 }  // namespace
 
 Module LoadResourceLibrary(const char* path) {
-    const SystemPath system(path);
-    if (!system.Get()) return nullptr;
-    std::string file = system.Get();
-    const std::size_t name = file.find_last_of('/') + 1;
-    if (file.find('.', name) == std::string::npos) file += ".dll";
-    if (name == 0) {
-        const std::string program = ProgramFile();
-        if (Module module = LoadFile(program.substr(0, program.find_last_of('/') + 1) + file))
-            return module;
+    const SystemPath file(path);
+    if (!file.Get()) return nullptr;
+    if (const char* slash = std::strrchr(file.Get(), '/')) {
+        const char* const name = slash + 1;
+        return LoadFrom(file.Get(), static_cast<std::size_t>(name - file.Get()), name);
     }
-    return LoadFile(file);
+    char program[PATH_MAX];
+    if (ProgramFile(program)) {
+        const char* const name = std::strrchr(program, '/') + 1;
+        const Module module =
+            LoadFrom(program, static_cast<std::size_t>(name - program), file.Get());
+        if (module) return module;
+    }
+    return LoadFrom("", 0, file.Get());
 }
 
 void FreeResourceLibrary(Module module) {
@@ -216,7 +236,8 @@ const unsigned short* FindModuleString(Module module, unsigned id, std::size_t* 
 }
 
 CGNString ModuleFile(Module module) {
-    return NameText(SystemFile(module).c_str()).Get();
+    char path[PATH_MAX];
+    return FileOfModule(module, path) ? NameText(path).Get() : "";
 }
 
 unsigned char* ReadVersionResource(const char* path, std::size_t* size) {
