@@ -195,6 +195,18 @@ TEST(Resource, ALanguageFallsBackToItsPrimaryOneAndToEnglish) {
     }
 }
 
+// The messages lie beside the library, and a function's address tells where that is. Windows, the
+// target with 32 bits, takes module handles only.
+TEST(Resource, TheLibrarysMessagesAreFoundBesideIt) {
+    const TableGuard table;
+    const CodeSetGuard codeSet(mbUtf8);
+    CGNString path;
+    const auto module = reinterpret_cast<long>(&OSLoadString);
+    const bool found = OSAttachLocaleResDLL(module, "genmsg.dll", path, 0x0c0a) != 0;
+    EXPECT_EQ(found, sizeof(void*) == 8);
+    EXPECT_EQ(Load(25048), found ? "a. C." : "none");
+}
+
 TEST(Resource, AThreadHasALibraryOfItsOwn) {
     OSSetThreaded();
     const TableGuard table;
