@@ -10,6 +10,18 @@ install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/genutil COMPO
   FILES_MATCHING PATTERN "*.h")
 install(TARGETS genutil_program RUNTIME COMPONENT program)
 if(NOT WIN32)
+  # What the program says in its help, for man and for bash.
+  foreach(kind manual completion)
+    add_custom_command(OUTPUT ${PROJECT_BINARY_DIR}/genutil.${kind}
+      COMMAND genutil_program --${kind} > ${PROJECT_BINARY_DIR}/genutil.${kind}
+      DEPENDS genutil_program VERBATIM)
+  endforeach()
+  add_custom_target(genutil_manual ALL
+    DEPENDS ${PROJECT_BINARY_DIR}/genutil.manual ${PROJECT_BINARY_DIR}/genutil.completion)
+  install(FILES ${PROJECT_BINARY_DIR}/genutil.manual RENAME genutil.1
+    DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT program)
+  install(FILES ${PROJECT_BINARY_DIR}/genutil.completion RENAME genutil
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT program)
   # Found beside the program wherever both are put.
   set_target_properties(genutil_program PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 endif()

@@ -3,7 +3,9 @@
 #define GENUTIL_OSUTIL_H
 
 #include "osbuildversion.h"
+#include "osprocess.h"
 #include "osresource.h"
+#include "ossystem.h"
 #include "ostext.h"
 #include "osthread.h"
 

@@ -53,6 +53,11 @@ class Installed(unittest.TestCase):
         self.check(build)
         program = PREFIX / ('bin/genutil.exe' if EMULATOR else 'bin/genutil')
         self.assertRegex(run(*EMULATOR, program, '--version'), r'^genutil 1\.')
+        if not EMULATOR:
+            self.assertIn('.SH convert', (PREFIX / 'share/man/man1/genutil.1').read_text())
+            complete = 'source share/bash-completion/completions/genutil; COMP_CWORD=2;' \
+                       'COMP_WORDS=(genutil convert --f); _genutil; echo ${COMPREPLY[@]}'
+            self.assertEqual(run('bash', '-c', complete, cwd=PREFIX), '--force --from\n')
 
     @unittest.skipIf(EMULATOR, 'the tool of this system only')
     def test_examples_by_pkg_config(self):
