@@ -53,7 +53,9 @@ bool IsLoaded(long handle) {
 // A program's folder with resource libraries below it.
 class Layout {
   public:
-    Layout() : m_root("layout." + std::to_string(reinterpret_cast<std::size_t>(this) & 0xFFFF)) {
+    Layout() : m_root("layout." + std::to_string(++s_count)) {
+        std::error_code ignored;
+        fs::remove_all(m_root, ignored);  // Windows keeps what is loaded beyond the test
         fs::create_directory(m_root);
         fs::copy_file(kTexts, m_root / "base.dll");
     }
@@ -69,6 +71,7 @@ class Layout {
     std::string Root() const { return fs::canonical(m_root).string(); }
 
   private:
+    inline static int s_count = 0;
     fs::path m_root;
 };
 
