@@ -21,9 +21,7 @@ bool IsDigit(char c) {
 // The length of the first B.C. marker, in their order, that stands anywhere in the text; 0 for
 // none.
 std::size_t MarkerIn(const char* text) {
-    const char* p = text;
-    while (*p && (*p | 0x20) != 'b') ++p;  // all begin so
-    if (!*p) return 0;
+    if (!FindBcMarkerStart(text)) return 0;
     for (int i = 0; const char* marker = BcMarkerToRead(i); ++i)
         if (mbstrstr(text, marker)) return std::strlen(marker);
     return 0;

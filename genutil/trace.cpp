@@ -5,6 +5,7 @@
 #include "gentrace.h"
 #include "genutil/allocate.h"
 #include "genutil/trace_line.h"
+#include "osresource.h"
 #include "osthread.h"
 
 using namespace genutil;
@@ -135,9 +136,11 @@ void CGNTrace::WriteMsg(const char* fileLine, short mask, const CGNString& modul
 void CGNTrace::WriteMsg(const char* fileLine, short mask, const CGNString& module, long messageId,
                         ...) {
     if (!IsEnabled(mask)) return;
+    CGNString format;
+    OSLoadString(format, messageId);
     va_list arguments;
     va_start(arguments, messageId);
-    DoWriteMsg(fileLine, module, "", arguments);
+    DoWriteMsg(fileLine, module, format, arguments);
     va_end(arguments);
 }
 

@@ -2,8 +2,10 @@
 #ifndef GENUTIL_OSUTIL_H
 #define GENUTIL_OSUTIL_H
 
+#include "osbuildversion.h"
 #include "osfile.h"
 #include "osprocess.h"
+#include "osresource.h"
 #include "ossystem.h"
 #include "ostext.h"
 #include "osthread.h"

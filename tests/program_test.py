@@ -13,6 +13,7 @@ import sys
 import unittest
 
 SCRATCH = pathlib.Path(sys.argv[1])
+RESOURCES = SCRATCH.parent / 'resources'
 COMMAND = sys.argv[2:]
 NATIVE = len(COMMAND) == 1
 
@@ -228,6 +229,25 @@ class Program(unittest.TestCase):
             self.assertIn(b'at character 3', self.expect(run('read', '1 日 2010'), 1))
             self.expect(run('read'), 2, 'give a date')
             self.expect(run('read', '--locale', 'xx', 'x'), 2, "'xx'")
+
+    def test_resources(self):
+        for name in ('texts', 'other'):
+            write(f'{name}.dll', (RESOURCES / f'{name}.dll').read_bytes())
+        write('damaged.dll', read('texts.dll')[:300])
+        out = self.expect(run('version', 'texts.dll', 'other.dll'), 1, 'other.dll has no version')
+        self.assertEqual(out.decode().splitlines(),
+                         ['texts.dll', '  version   7.6.4.2', '  text      "Version 7.6.04  002 "',
+                          '  language  0x0411'])
+        out = self.expect(run('message', 'texts.dll', '1202', '17', '65535'), 1, 'has no message 17')
+        self.assertEqual(out.decode().splitlines(), ['日本 한국', 'the last of all'])
+        if NATIVE:
+            self.expect(run('version', 'missing.dll', 'texts.dll'), 2, 'missing.dll is no file')
+            self.expect(run('version', 'damaged.dll'), 1, 'damaged.dll has no version')
+            self.expect(run('version'), 2, 'name a program')
+            self.expect(run('message', 'damaged.dll', '1'), 2, 'no resource library')
+            self.expect(run('message', 'texts.dll', 'x1'), 2, "'x1' is no number")
+            self.expect(run('message', 'texts.dll', '65536'), 2, "'65536' is no number")
+            self.expect(run('message', 'texts.dll'), 2, 'number')
 
     def test_locale(self):
         out = self.expect(run('locale', 'fr', 'JA_jp.eucJP'), 0).decode().splitlines()

@@ -9,9 +9,9 @@
 
 namespace {
 
-const Command* const kCommands[] = {&kDetectCommand, &kConvertCommand, &kTextCommand,
-                                    &kLocaleCommand, &kLocalesCommand, &kZonesCommand,
-                                    &kShowCommand,   &kReadCommand};
+const Command* const kCommands[] = {
+    &kDetectCommand, &kConvertCommand, &kTextCommand, &kLocaleCommand,  &kLocalesCommand,
+    &kZonesCommand,  &kShowCommand,    &kReadCommand, &kVersionCommand, &kMessageCommand};
 
 void PrintHelp() {
     std::puts("genutil: text in the encodings and customs of its readers\n");
