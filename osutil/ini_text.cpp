@@ -87,6 +87,11 @@ bool AnyLine(std::string_view text, Visit visit) {
     return line < end && visit(line, end);
 }
 
+std::string_view WithoutFeed(std::string_view line) {
+    if (!line.empty() && line.back() == '\n') line.remove_suffix(1);
+    return line;
+}
+
 bool BeginsLine(const char* begin, const char* at) {
     while (at > begin && IsBlank(at[-1])) --at;
     return at == begin || at[-1] == '\n';
@@ -145,7 +150,7 @@ const char* EndOfIniLine(const char* at, const char* end) {
 }
 
 std::string_view NameOfIniHead(std::string_view line) {
-    line.remove_prefix(1);
+    line = WithoutFeed(line).substr(1);
     // The last bracket ends the name; one that is part of a longer character does not.
     std::size_t end = line.rfind(']');
     if (end != std::string_view::npos && g_currentStep) {
@@ -159,7 +164,7 @@ std::string_view NameOfIniHead(std::string_view line) {
 }
 
 bool SplitIniLine(std::string_view line, std::string_view* key, std::string_view* value) {
-    line = TrimIni(line);
+    line = TrimIni(WithoutFeed(line));
     if (line.empty() || line.front() == ';') return false;
     const std::size_t equals = line.find('=');
     if (equals == std::string_view::npos) return false;

@@ -49,7 +49,7 @@ std::string_view SkipIniMark(std::string_view text);
 const char* NextIniHead(const char* at, const char* end);
 // The end of the line at `at`, behind its LF.
 const char* EndOfIniLine(const char* at, const char* end);
-// The name in a line that begins with "[".
+// These two take a line with its LF or without. The name in a line that begins with "[".
 std::string_view NameOfIniHead(std::string_view line);
 
 // A line's key and value as they stand, without the blanks around them; false for a comment and a

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 #include "osutil/platform/posix/config_home.h"
 #include "osutil/platform/posix/paths.h"
@@ -39,11 +40,11 @@ class ProfilePath {
   public:
     explicit ProfilePath(const char* file);
     const char* Get() const { return m_path; }  // null when there is none
-    bool IsKept() const { return m_path && m_path == m_kept.Get(); }
+    bool IsKept() const { return m_kept.has_value(); }
 
   private:
     SystemPath m_given;
-    ConfigPath m_kept;  // of the file in the configuration folder
+    std::optional<ConfigPath> m_kept;  // of the file in the configuration folder
     const char* m_path;
 };
 

@@ -25,10 +25,9 @@ bool ReadExactly(int file, char* out, std::size_t size) {
     return true;
 }
 
-ProfilePath::ProfilePath(const char* file)
-    : m_given(file), m_kept(file && m_given.Get() ? m_given.Get() : "default.ini") {
-    m_path = file ? m_given.Get() : m_kept.Get();
-    if (file && m_path && !std::strchr(m_path, '/')) m_path = m_kept.Get();
+ProfilePath::ProfilePath(const char* file) : m_given(file), m_path(m_given.Get()) {
+    if (file && (!m_path || std::strchr(m_path, '/'))) return;
+    m_path = m_kept.emplace(file ? m_path : "default.ini").Get();
 }
 
 std::int64_t ReadProfile(const char* path, char* out, std::size_t size) {
