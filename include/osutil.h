@@ -2,6 +2,7 @@
 #ifndef GENUTIL_OSUTIL_H
 #define GENUTIL_OSUTIL_H
 
+#include "osfile.h"
 #include "ostext.h"
 #include "osthread.h"
 

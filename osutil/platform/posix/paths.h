@@ -7,7 +7,8 @@
 namespace genutil::platform {
 
 // A path in the current code set, with "\" or "/" between its names, as the system takes it. A byte
-// 0x5C that is part of a character is no separator. Bytes that do not convert pass as they are.
+// 0x5C that is part of a character is no separator. Bytes that do not convert pass as they are, and
+// so does a name that the system has under its bytes only: NameText may have passed it.
 class SystemPath {
   public:
     explicit SystemPath(const char* path);  // null is no path
@@ -18,7 +19,9 @@ class SystemPath {
     const char* Get() const { return m_path; }
 
   private:
-    PathBuffer<char> m_buffer;
+    void UseNamesAsTheyAre(const char* path);
+
+    PathBuffer<char> m_buffer, m_found;
     const char* m_path = nullptr;
 };
 

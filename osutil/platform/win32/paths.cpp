@@ -18,11 +18,24 @@ constexpr std::size_t kLongPath = MAX_PATH - 12;
 
 SystemPath::SystemPath(const char* path) : m_units(path) {
     SetLastError(path ? ERROR_NOT_ENOUGH_MEMORY : ERROR_INVALID_PARAMETER);
-    if (!m_units.Get()) return;
-    const auto wide = reinterpret_cast<const wchar_t*>(m_units.Get());
-    if (m_units.Count() < kLongPath || std::wcsncmp(wide, L"\\\\?\\", 4) == 0)
-        m_path = wide;
-    else if (Extend(wide))
+    if (m_units.Get()) Take(reinterpret_cast<const wchar_t*>(m_units.Get()), m_units.Count());
+}
+
+SystemPath::SystemPath(const wchar_t* directory, const wchar_t* name) : m_units(nullptr) {
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    const std::size_t above = std::wcslen(directory), length = above + 1 + std::wcslen(name);
+    wchar_t* const joined = m_joined.Reserve(length + 1);
+    if (!joined) return;
+    std::wmemcpy(joined, directory, above);
+    joined[above] = L'\\';
+    std::wmemcpy(joined + above + 1, name, length - above);
+    Take(joined, length);
+}
+
+void SystemPath::Take(const wchar_t* path, std::size_t length) {
+    if (length < kLongPath || std::wcsncmp(path, L"\\\\?\\", 4) == 0)
+        m_path = path;
+    else if (Extend(path))
         m_path = m_extended.Get();
 }
 

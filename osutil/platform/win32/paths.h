@@ -11,6 +11,8 @@ namespace genutil::platform {
 class SystemPath {
   public:
     explicit SystemPath(const char* path);  // null is no path
+    // That of a name in a directory, as the system has them.
+    SystemPath(const wchar_t* directory, const wchar_t* name);
     SystemPath(const SystemPath&) = delete;
     SystemPath& operator=(const SystemPath&) = delete;
 
@@ -19,10 +21,11 @@ class SystemPath {
     const wchar_t* Get() const { return m_path; }
 
   private:
+    void Take(const wchar_t* path, std::size_t length);
     bool Extend(const wchar_t* path);
 
     PathUnits m_units;
-    PathBuffer<wchar_t> m_extended;
+    PathBuffer<wchar_t> m_joined, m_extended;
     const wchar_t* m_path = nullptr;
 };
 

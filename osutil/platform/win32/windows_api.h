@@ -9,3 +9,6 @@
 #define _WIN32_WINNT 0x0601
 #endif
 #include <windows.h>
+// Behind it, which they need.
+#include <shellapi.h>
+#include <winnetwk.h>
