@@ -2,7 +2,9 @@
 #ifndef GENUTIL_OSUTIL_H
 #define GENUTIL_OSUTIL_H
 
+#include "osconfig.h"
 #include "osfile.h"
+#include "ospreferences.h"
 #include "ostext.h"
 #include "osthread.h"
 

@@ -9,7 +9,7 @@ namespace {
 
 const Command* const kCommands[] = {&kDetectCommand, &kConvertCommand, &kTextCommand,
                                     &kLocaleCommand, &kLocalesCommand, &kZonesCommand,
-                                    &kShowCommand,   &kReadCommand,   &kConfigCommand};
+                                    &kShowCommand,   &kReadCommand,    &kConfigCommand};
 
 void PrintHelp() {
     std::puts("genutil: text in the encodings and customs of its readers\n");
