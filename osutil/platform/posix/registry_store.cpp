@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <mutex>
 
 #include "osutil/platform/posix/config_home.h"
@@ -35,11 +36,21 @@ constexpr unsigned kStatementCount = sizeof kStatements / sizeof *kStatements;
 
 constexpr int kPatience = 10000;  // milliseconds for other processes
 
+// How long a reader may go on with a file that another one has taken the place of.
+constexpr std::int64_t kCheckAfter = 500'000'000;  // nanoseconds
+
+std::int64_t Now() {
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    return FileState::Nanoseconds(now);
+}
+
 struct Store {
     sqlite3* connection;
     sqlite3_stmt* statements[kStatementCount];
     dev_t device;
     ino_t inode;
+    std::int64_t checked;  // nanoseconds
     char path[PATH_MAX];
 
     bool Open(const char* file, bool forWriting);
@@ -89,8 +100,12 @@ void MakeFile(const char* path) {
 }
 
 bool Store::Open(const char* file, bool forWriting) {
+    const std::int64_t now = Now();
+    if (connection && !forWriting && now - checked < kCheckAfter && std::strcmp(file, path) == 0)
+        return true;
     struct stat status;
     bool exists = stat(file, &status) == 0;
+    checked = now;
     if (connection && (!exists || !IsFile(status) || std::strcmp(file, path) != 0)) Close();
     if (connection) return true;
     if (!exists && forWriting) {

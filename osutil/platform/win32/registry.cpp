@@ -11,7 +11,7 @@ namespace genutil::platform {
 
 namespace {
 
-constexpr HKEY kRoot = HKEY_CURRENT_USER;
+const HKEY kRoot = HKEY_CURRENT_USER;
 
 class Key {
   public:
