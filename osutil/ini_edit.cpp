@@ -91,6 +91,7 @@ bool PlanIniValue(std::string_view text, std::string_view section, std::string_v
     const std::string_view end = LineEndOf(text);
     section = TrimIni(section);
     key = TrimIni(key);
+    value = TrimIni(value);  // nobody would read its blanks
     std::string_view lines;
     const bool hasSection = FindIniSection(text, section, &lines);
     if (hasSection) {

@@ -28,8 +28,8 @@ constexpr char kSchema[] =
 constexpr const char* kStatements[] = {
     "SELECT data FROM entry WHERE key=?1 AND name=?2",
     "SELECT shown, data FROM entry WHERE key=?1 ORDER BY name",
-    "INSERT INTO entry(key, name, shown, data) VALUES(?1, ?2, ?3, ?4)"
-    " ON CONFLICT(key, name) DO UPDATE SET data=excluded.data",
+    ("INSERT INTO entry(key, name, shown, data) VALUES(?1, ?2, ?3, ?4)"
+     " ON CONFLICT(key, name) DO UPDATE SET data=excluded.data"),
     "DELETE FROM entry WHERE key=?1 AND name=?2",
 };
 constexpr unsigned kStatementCount = sizeof kStatements / sizeof *kStatements;
