@@ -212,7 +212,7 @@ TEST(LocaleInfo, AnswersByType) {
     } kRows[] = {
         {__LINE__, 0x0409, 0x0E, "."},
         {__LINE__, 0x0407, 0x0F, "."},
-        {__LINE__, 0x0411, 0x1F, "yyyy/MM/dd"},
+        {__LINE__, 0x040C, 0x1F, "dd/MM/yyyy"},
         {__LINE__, 0x0407, 0x21, "1"},
         {__LINE__, 0x0409, 0x2A, "Monday"},
         {__LINE__, 0x0407, 0x43, "Dezember"},
