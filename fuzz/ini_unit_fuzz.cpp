@@ -36,7 +36,10 @@ Answer Find(std::string_view text, std::string_view section, std::string_view ke
 Answer FindByIndex(std::string_view text, std::string_view section, std::string_view key) {
     IniIndex index;
     std::string_view value;
-    Check(index.Build(text), "memory");
+    if (!index.Build(text)) {  // too many lines of one name
+        index.Clear();
+        return Find(text, section, key);
+    }
     const bool found = index.Find(text, section, key, &value);
     index.Clear();
     return found ? Answer{true, std::string(value)} : Answer{};

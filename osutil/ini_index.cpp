@@ -10,6 +10,9 @@ namespace genutil {
 
 namespace {
 
+constexpr std::size_t kMostEntries = 1 << 16;
+constexpr unsigned kMostSteps = 256;  // to a free place: more mean that hundreds have one name
+
 std::uint32_t OffsetIn(std::string_view text, const char* at) {
     return static_cast<std::uint32_t>(at - text.data());
 }
@@ -37,9 +40,11 @@ void IniIndex::Swap(IniIndex* other) {
 
 bool IniIndex::Build(std::string_view text) {
     Clear();
-    // Each entry has a line of its own; the table stays half empty.
-    const auto lines = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
-    const std::size_t size = std::bit_ceil(lines * 2);
+    // Each entry has one of these; the table stays half empty.
+    const auto entries = static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char c) { return c == '=' || c == '['; }));
+    if (entries > kMostEntries) return false;
+    const std::size_t size = std::bit_ceil(entries * 2 + 2);
     m_entries = static_cast<Entry*>(Allocate(std::uint64_t{size} * sizeof(Entry)));
     if (!m_entries) return false;
     std::fill_n(m_entries, size, Entry{0, 0, kFree});
@@ -54,29 +59,34 @@ bool IniIndex::Build(std::string_view text) {
         const std::uint32_t hash = HashIniName(name);
         if (HasSection(text, hash, name)) continue;  // the first of a name counts
         const std::uint32_t offset = OffsetIn(text, head);
-        Add({hash, offset, offset});
         const char* next = NextIniHead(at, end);
-        AddLines(text, offset, hash, {at, static_cast<std::size_t>(next - at)});
+        if (!Add({hash, offset, offset}) ||
+            !AddLines(text, offset, hash, {at, static_cast<std::size_t>(next - at)}))
+            return false;
         at = next;
     }
 }
 
-void IniIndex::AddLines(std::string_view text, std::uint32_t head, std::uint32_t hash,
+bool IniIndex::AddLines(std::string_view text, std::uint32_t head, std::uint32_t hash,
                         std::string_view lines) {
     const char* const end = lines.data() + lines.size();
     std::string_view key, value;
     for (const char *at = lines.data(), *next; at != end; at = next) {
         next = EndOfIniLine(at, end);
-        if (SplitIniLine({at, static_cast<std::size_t>(next - at)}, &key, &value))
-            Add({HashOfEntry(hash, key), head, OffsetIn(text, at)});
+        if (SplitIniLine({at, static_cast<std::size_t>(next - at)}, &key, &value) &&
+            !Add({HashOfEntry(hash, key), head, OffsetIn(text, at)}))
+            return false;
     }
+    return true;
 }
 
 // Entries with one hash stand in the order of their lines, so that the first line is found.
-void IniIndex::Add(const Entry& entry) {
+bool IniIndex::Add(const Entry& entry) {
     std::size_t place = PlaceOf(entry.hash);
-    while (m_entries[place].line != kFree) place = (place + 1) & m_mask;
+    for (unsigned steps = 0; m_entries[place].line != kFree; place = (place + 1) & m_mask)
+        if (++steps > kMostSteps) return false;
     m_entries[place] = entry;
+    return true;
 }
 
 bool IniIndex::HasSection(std::string_view text, std::uint32_t hash, std::string_view name) const {

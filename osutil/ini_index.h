@@ -12,7 +12,8 @@ namespace genutil {
 // A hash table of places in a text. What it finds is what a search through the text would find.
 class IniIndex {
   public:
-    // Goes through a text of less than 4 GB; false when memory runs out.
+    // Goes through a text of less than 4 GB. False, with an index of no use, when memory runs out
+    // or the text has too many lines, or too many of one name.
     bool Build(std::string_view text);
 
     // The text is the one that it was built from, at whatever address.
@@ -32,8 +33,8 @@ class IniIndex {
 
     std::size_t PlaceOf(std::uint32_t hash) const { return hash & m_mask; }
     bool HasSection(std::string_view text, std::uint32_t hash, std::string_view name) const;
-    void Add(const Entry& entry);
-    void AddLines(std::string_view text, std::uint32_t head, std::uint32_t hash,
+    bool Add(const Entry& entry);
+    bool AddLines(std::string_view text, std::uint32_t head, std::uint32_t hash,
                   std::string_view lines);
 
     Entry* m_entries = nullptr;

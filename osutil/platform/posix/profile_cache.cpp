@@ -97,9 +97,9 @@ Cached AskProfileCache(const FileState& state, std::string_view section, std::st
 void FillProfileCache(const FileState& state, Owned<char>* text) {
     IniIndex index;
     const int codeSet = g_codeSetState.codeSet;
-    if (!index.Build({text->Get(), static_cast<std::size_t>(state.size)})) return;
+    const bool built = index.Build({text->Get(), static_cast<std::size_t>(state.size)});
     const Turn turn;
-    Slot* slot = turn.IsTaken() ? FindSlot(state) : nullptr;
+    Slot* slot = built && turn.IsTaken() ? FindSlot(state) : nullptr;
     if (slot && !slot->text && slot->codeSet == codeSet) {
         slot->text = text->Take();
         slot->index.Swap(&index);
