@@ -33,15 +33,21 @@ class GENUTIL_API IQVPreferenceSet {
         localPreferences = 0 /**< in initialisation files */
     };
 
+    /** @param type where the set keeps its values. */
     explicit IQVPreferenceSet(PreferenceType type) : m_type(type) {}
+    /** Copies the type. */
     IQVPreferenceSet(const IQVPreferenceSet&) = default;
+    /** Copies the type. */
     IQVPreferenceSet& operator=(const IQVPreferenceSet&) = default;
     virtual ~IQVPreferenceSet();
 
-    /** Reads a value. @param value receives it, or the default where there is none. */
+    /** Reads a value. @param key its name. @param value receives it, or the default where there is
+        none. @param defaultValue the default. @param section the group of names. @param file where
+        the groups are. @return 1 for success. */
     virtual long GetPreferenceValue(const char* key, CGNString& value, const char* defaultValue,
                                     const char* section, const char* file) = 0;
-    /** Writes a value, which is not changed. */
+    /** Writes a value. @param key its name. @param value is not changed. @param section the group
+        of names. @param file where the groups are. @return 1 for success. */
     virtual long SetPreferenceValue(const char* key, CGNString& value, const char* section,
                                     const char* file) = 0;
     /** Fetches what the set holds in memory. This one does nothing. @return 1. */
@@ -68,7 +74,9 @@ class GENUTIL_API OSLocalPreferenceSet : public IQVPreferenceSet {
     OSLocalPreferenceSet();
     /** @param defaultsOnly the flag. */
     explicit OSLocalPreferenceSet(unsigned char defaultsOnly);
+    /** Copies type and flag. */
     OSLocalPreferenceSet(const OSLocalPreferenceSet&) = default;
+    /** Copies type and flag. */
     OSLocalPreferenceSet& operator=(const OSLocalPreferenceSet&) = default;
     ~OSLocalPreferenceSet() override;
 
@@ -87,8 +95,8 @@ class GENUTIL_API OSLocalPreferenceSet : public IQVPreferenceSet {
         end is left out, or to the end of the file. The head is the first line that begins with
         "[section]", in this letter case. A line "[" that follows the head at once ends nothing:
         programs rely on it.
-        @param value receives the lines; without such a section it stays as it is. @param file its
-        path, relative to the current folder.
+        @param section its name. @param value receives the lines; without such a section it stays as
+        it is. @param file its path, where a bare name is one in the current folder.
         @return 1; 0 when the file cannot be read or is empty. */
     long GetPreferenceSectionValueFromIni(const char* section, CGNString& value, const char* file);
 
