@@ -88,7 +88,7 @@ GENUTIL_API int OSGetFileContents(char*& buffer, char const* path);
 
 /** Reads the part of a file that its trailer tells: the last strlen(marker) + 16 bytes have the
     marker in them, and behind their first ":" the number of bytes to read. A file without the
-    marker there is read whole.
+    marker there, or without a ":", is read whole.
     @param buffer receives the bytes with a 0 behind them; to be released with free.
     @param path the file. @param marker what the trailer begins with; not null.
     @return bytes; 0, with buffer null, when the number is 0 or negative, when there are less bytes
@@ -136,7 +136,8 @@ GENUTIL_API int OSRemoveFile(CGNString const& path);
     it them. @return that of OSRemoveDirectory, also when the directory could not be read. */
 GENUTIL_API int OSRemoveDirectoryAndContents(CGNString const& path);
 
-/** Removes a directory with all that is in it, read-only entries included; or a file. On Windows
+/** Removes a directory with all that is in it, read-only entries included; or a file. The root of a
+    file system stays. On Windows
     the shell does it, which takes no path of 260 characters or more.
     @return 0, for an empty path too; 1 when it failed, which may be half way. */
 GENUTIL_API int OSDeleteDirectoryTree(CGNString const& path);

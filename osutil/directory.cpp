@@ -4,8 +4,8 @@
 #include "osutil/path.h"
 #include "osutil/platform/files.h"
 
-using genutil::IsDots;
 using genutil::platform::Directory;
+using genutil::platform::IsDots;
 using Links = Directory::Links;
 
 static_assert(int{osFileFailed} == int{genutil::platform::kFailed} &&

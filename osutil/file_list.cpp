@@ -1,12 +1,16 @@
 // Lists of the files in a directory.
+#include <cstring>
+
+#include "genutil/string_storage.h"
 #include "osfile.h"
 #include "osutil/name_pattern.h"
 #include "osutil/path.h"
 #include "osutil/platform/files.h"
 
-using genutil::IsDots;
 using genutil::JoinPath;
 using genutil::platform::Directory;
+using genutil::platform::IsDots;
+using Storage = genutil::StringStorage;
 
 namespace {
 
@@ -41,39 +45,77 @@ class Matches {
     genutil::NamePattern m_pattern;
 };
 
-void AddPath(CGNStringList& list, CGNString const& directory, const char* name) {
-    CGNString path;
-    if (JoinPath(path, directory, name)) list.AddItem(path);
-}
+// The paths of a directory's entries, one after the other in the same buffer.
+class Paths {
+  public:
+    explicit Paths(CGNString const& directory)
+        : m_good(JoinPath(m_path, directory, "")), m_prefix(m_path.GetLength()) {}
+    void AddTo(CGNStringList& list, const char* name) {
+        const std::size_t length = std::strlen(name);
+        if (!m_good) return;
+        Storage::Store(m_path, name, m_prefix, length);
+        if (m_path.GetLength() == m_prefix + length) list.AddItem(m_path);
+    }
+
+  private:
+    CGNString m_path;
+    const bool m_good;
+    const std::uint32_t m_prefix;
+};
 
 }  // namespace
 
 int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList& list) {
     Matches matches(path, pattern);
-    while (matches.Next()) AddPath(list, path, matches.Entry().Name());
+    Paths paths(path);
+    while (matches.Next()) paths.AddTo(list, matches.Entry().Name());
     return matches.IsOpen() ? 0 : osFileFailed;
 }
 
-int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList& list,
-                  unsigned char recurse, unsigned char fullPaths) {
+namespace {
+
+// Not inlined, so that what it takes of the stack is given back before directories below are
+// listed.
+[[gnu::noinline]] int ListFiles(CGNString const& path, CGNString const& pattern,
+                                CGNStringList& list, bool fullPaths) {
     Matches matches(path, pattern);
+    Paths paths(path);
     while (matches.Next()) {
         if (matches.Entry().IsDirectory()) continue;
         if (fullPaths)
-            AddPath(list, path, matches.Entry().Name());
+            paths.AddTo(list, matches.Entry().Name());
         else
             list.AddItem(matches.Entry().Name());
     }
-    if (!recurse) return matches.IsOpen() ? 0 : osFileFailed;
+    return matches.IsOpen() ? 0 : osFileFailed;
+}
+
+// The directories in one, which is closed before they are listed, because trees may be deep.
+[[gnu::noinline]] int ListFolders(CGNString const& path, CGNStringList& list) {
     Matches all(path, "*");
     while (all.Next()) {
         const Directory& entry = all.Entry();
-        if (IsDots(entry.Name()) || entry.IsLink() || !entry.IsDirectory()) continue;
+        // A link may lead up again.
+        if (!IsDots(entry.Name()) && !entry.IsLink() && entry.IsDirectory())
+            list.AddItem(entry.Name());
+    }
+    return all.IsOpen() ? 0 : osFileFailed;
+}
+
+}  // namespace
+
+int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList& list,
+                  unsigned char recurse, unsigned char fullPaths) {
+    const int result = ListFiles(path, pattern, list, fullPaths != 0);
+    if (!recurse) return result;
+    CGNStringList folders(10, 10);
+    const int recursion = ListFolders(path, folders);
+    for (int i = 0; i < folders.GetCount(); ++i) {
         CGNString below;
-        if (!JoinPath(below, path, entry.Name())) continue;
+        if (!folders.GetItem(i) || !JoinPath(below, path, *folders.GetItem(i))) continue;
         CGNStringList found(10, 10);
         OSGetFileList(below, pattern, found, recurse, fullPaths);
         list += found;
     }
-    return all.IsOpen() ? 0 : osFileFailed;
+    return recursion;
 }

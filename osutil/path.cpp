@@ -4,10 +4,6 @@
 
 namespace genutil {
 
-bool IsDots(const char* name) {
-    return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
-}
-
 bool JoinPath(CGNString& path, const CGNString& directory, const char* name) {
     const std::size_t least = directory.GetLength() + std::strlen(name);
     path.MakeFilePath(directory, name);

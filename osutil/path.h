@@ -5,8 +5,6 @@
 
 namespace genutil {
 
-bool IsDots(const char* name);  // "." or ".."
-
 // CGNString::MakeFilePath; false when memory ran out for a part of it, so that what there is names
 // something else.
 bool JoinPath(CGNString& path, const CGNString& directory, const char* name);

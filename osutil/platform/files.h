@@ -59,6 +59,12 @@ FileCode RemoveFile(const char* path);
 // Stops at the first failure.
 bool RemoveTree(const char* path);
 
+// Whether a name is "." or "..".
+template <class Unit>
+bool IsDots(const Unit* name) {
+    return name[0] == '.' && (name[1] == 0 || (name[1] == '.' && name[2] == 0));
+}
+
 // A walk over the entries of a directory, "." and ".." among them where the system has them.
 class Directory {
   public:

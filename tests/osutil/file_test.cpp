@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <set>
 #include <string>
 #include <vector>
@@ -148,7 +149,7 @@ TEST_F(Files, TrailerTellsTheLength) {
         {__LINE__, hundred, "DATA:109", "DATA", 0},
         {__LINE__, hundred, "DATA:-1", "DATA", 0},
         {__LINE__, hundred, "DATA:0", "DATA", 0},
-        {__LINE__, hundred, "DATA:99999999999999999999", "DATA", 0},
+        {__LINE__, hundred, "DATA:999999999999", "DATA", 0},
         {__LINE__, hundred, "DATA", "DATA", -1},
         {__LINE__, "abc", "M:3", "M", 3},
         {__LINE__, "a:2c", "M:3", "M", 2},  // the first ":" of the tail, which is all of it
@@ -304,10 +305,11 @@ TEST_F(Files, RemovesTreesDeeperThanAnyPath) {
     const fs::path here = fs::current_path();
     fs::create_directory(At("tree"));
     fs::current_path(At("tree"));
-    for (int i = 0; i < 3000; ++i) {
+    const std::string name(60, 'd');
+    for (int i = 0; i < 100; ++i) {
         std::ofstream("f") << i;
-        fs::create_directory("directory");
-        fs::current_path("directory");
+        fs::create_directory(name);
+        fs::current_path(name);
     }
     fs::current_path(here);
     EXPECT_EQ(OSDeleteDirectoryTree(Path("tree")), 0);
@@ -449,7 +451,7 @@ TEST_F(Files, ReportNamesAreFree) {
     CGNString folder, first, second, third;
     EXPECT_EQ(OSGetTempDir(folder), 1);
     EXPECT_TRUE(folder.CompareSingleByteAt(static_cast<int>(folder.GetNumChars()) - 1, '\\'));
-    const std::string qualifier = "a.b\\/:*?\"<>|" + std::to_string(std::rand());
+    const std::string qualifier = "a.b\\/:*?\"<>|" + std::to_string(std::random_device()());
     const std::string name = "Sales(a_b_________" + qualifier.substr(12) + ")";
     const std::string path = static_cast<const char*>(folder) + name;
     ASSERT_TRUE(OSGetReportTempFileName("Sales", qualifier.c_str(), first));

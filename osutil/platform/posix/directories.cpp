@@ -19,10 +19,6 @@ namespace {
 
 constexpr int kOpenDirectory = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 
-bool IsDots(const char* name) {
-    return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
-}
-
 // A path to a directory without what stands behind its last name: "link/" and "link/." are what the
 // link leads to.
 class DirectoryPath {
@@ -270,7 +266,9 @@ class TreeRemoval {
 bool RemoveTree(const char* path) {
     const DirectoryPath name(path);
     struct stat status;
-    if (!name.Get() || lstat(name.Get(), &status) != 0) return false;
+    struct stat root;
+    if (!name.Get() || lstat(name.Get(), &status) != 0 || stat("/", &root) != 0) return false;
+    if (status.st_dev == root.st_dev && status.st_ino == root.st_ino) return false;
     if (!S_ISDIR(status.st_mode)) return unlink(name.Get()) == 0;
     int top = open(name.Get(), kOpenDirectory | O_NOFOLLOW);
     if (top < 0 && errno == EACCES && chmod(name.Get(), S_IRWXU) == 0)

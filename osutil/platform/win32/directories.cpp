@@ -126,10 +126,6 @@ FileCode Directory::RemoveEntryDirectory() {
 
 namespace {
 
-bool IsDots(const wchar_t* name) {
-    return std::wcscmp(name, L".") == 0 || std::wcscmp(name, L"..") == 0;
-}
-
 // Takes the links to directories out of a tree, because not every shell leaves alone what they lead
 // to. False too for a path that is too long for the shell, which is left as it is.
 bool RemoveLinks(const wchar_t* directory) {

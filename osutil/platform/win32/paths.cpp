@@ -18,7 +18,12 @@ constexpr std::size_t kLongPath = MAX_PATH - 12;
 
 SystemPath::SystemPath(const char* path) : m_units(path) {
     SetLastError(path ? ERROR_NOT_ENOUGH_MEMORY : ERROR_INVALID_PARAMETER);
-    if (m_units.Get()) Take(reinterpret_cast<const wchar_t*>(m_units.Get()), m_units.Count());
+    if (!m_units.Get()) return;
+    // The system answers for an empty path in many ways.
+    if (m_units.Count() == 0)
+        SetLastError(ERROR_PATH_NOT_FOUND);
+    else
+        Take(reinterpret_cast<const wchar_t*>(m_units.Get()), m_units.Count());
 }
 
 SystemPath::SystemPath(const wchar_t* directory, const wchar_t* name) : m_units(nullptr) {

@@ -16,8 +16,8 @@ class SystemPath {
     SystemPath(const SystemPath&) = delete;
     SystemPath& operator=(const SystemPath&) = delete;
 
-    // Null, with the last error set, when there is no path or memory ran out (which has been
-    // reported).
+    // Null, with the last error set, when there is no path, when it is empty, and when memory
+    // ran out (which has been reported).
     const wchar_t* Get() const { return m_path; }
 
   private:
