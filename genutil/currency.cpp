@@ -135,12 +135,13 @@ void CGNCurrency::SetBuffer(const CGNString& text) {
 
 // -- Portions ------------------------------------------------------------------------------------
 
-void CGNCurrency::SplitOnDemand() {
-    if (m_parsed) return;
+bool CGNCurrency::SplitOnDemand() {
+    if (m_parsed) return true;
     Portions portions;
     const bool split = Split(TextOf(m_buffer), portions);
     const bool amount = PutText(m_raw, portions.amount), code = PutText(m_code, portions.code);
     m_parsed = split && amount && code;
+    return amount && code;
 }
 
 CGNString& CGNCurrency::GetCodePortion() {
@@ -153,15 +154,16 @@ CGNString& CGNCurrency::GetDecimalPortion() {
     return m_raw;
 }
 
-// The argument may be the display currency, which is cleared after it is taken.
+// The argument may be the display currency, which is cleared after it is taken. Without memory for
+// the other portion the value stays, which would lose it.
 void CGNCurrency::UpdateDecimalPortion(const CGNString& amount) {
-    SplitOnDemand();
+    if (!SplitOnDemand()) return;
     PutText(m_raw, TextOf(amount));
     Join();
 }
 
 void CGNCurrency::UpdateCodePortion(const CGNString& code) {
-    SplitOnDemand();
+    if (!SplitOnDemand()) return;
     PutText(m_code, TextOf(code));
     Join();
 }

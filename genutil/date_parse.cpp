@@ -6,7 +6,6 @@
 #include "genutil/calendar.h"
 #include "genutil/date_access.h"
 #include "genutil/locale_access.h"
-#include "genutil/picture.h"
 #include "mbutil.h"
 
 namespace genutil {
@@ -17,10 +16,6 @@ constexpr long kJapaneseEras = 3;
 
 bool IsDigit(char c) {
     return c >= '0' && c <= '9';
-}
-
-bool HasPrefix(const char* text, const CGNString& prefix) {
-    return !prefix.IsEmpty() && std::strncmp(text, prefix, prefix.GetLength()) == 0;
 }
 
 // The length of the first B.C. marker, in their order, that stands anywhere in the text; 0 for
@@ -184,6 +179,18 @@ bool DateReader::Era() {
 }
 
 bool DateReader::Date(const CGNString& picture) {
+    return Date(Picture(picture, PictureLetters::kDate, PictureWalk::kBytes));
+}
+
+bool DateReader::LocaleDate(long kind) {
+    static Kept<const Picture::Elements> kept[2];
+    return Date(Picture(kept[kind == LocaleAccess::kLong], MarkOf(&m_locale), PictureLetters::kDate,
+                        PictureWalk::kBytes, [&]() -> const CGNString& {
+                            return LocaleAccess::DateFormat(m_locale, kind);
+                        }));
+}
+
+bool DateReader::Date(const Picture& picture) {
     const DateScratch saved = m_scratch;
     const char* const whole = m_at;
     if (Elements(picture)) return true;
@@ -223,8 +230,7 @@ bool DateReader::Run(char letter, std::uint32_t count) {
     }
 }
 
-bool DateReader::Elements(const CGNString& text) {
-    const Picture picture(text, PictureLetters::kDate, PictureWalk::kBytes);
+bool DateReader::Elements(const Picture& picture) {
     const CGNString& separator = LocaleAccess::DateSeparator(m_locale);
     bool day = false, month = false, separatorLast = false;
     std::uint32_t behind = 0;  // what stands before this in the picture was part of a separator
@@ -253,11 +259,7 @@ bool DateReader::Elements(const CGNString& text) {
         }
     }
     if (!day || !month) return false;
-    const std::uint32_t length = text.GetLength(), tail = separator.GetLength();
-    const bool endsWithSeparator =
-        tail != 0 && tail <= length &&
-        std::memcmp(static_cast<const char*>(text) + length - tail, separator, tail) == 0;
-    return !separatorLast || endsWithSeparator;
+    return !separatorLast || picture.EndsWith(separator);
 }
 
 }  // namespace genutil

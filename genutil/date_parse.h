@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 #include "genlocale.h"
+#include "genutil/picture.h"
 
 namespace genutil {
 
@@ -46,18 +48,26 @@ class DateReader {
 
     // A whole date in a picture. True also when only the year at its end is missing, which is then
     // the present one.
+    bool Date(const Picture& picture);
     bool Date(const CGNString& picture);
+    // In the locale's format of a kind of LocaleAccess::DateFormat.
+    bool LocaleDate(long kind);
 
   private:
-    bool Elements(const CGNString& picture);
+    bool Elements(const Picture& picture);
     bool Run(char letter, std::uint32_t count);
-    bool SeparatorOrLess(bool dayAndMonth, bool* separatorLast, bool* yearMissing);
     const char* SkipBlanks() const;
 
     const char* m_at;
     const CLCLocale& m_locale;
     DateScratch& m_scratch;
 };
+
+// Whether a text begins with another, which is not empty.
+inline bool HasPrefix(const char* text, const CGNString& prefix) {
+    const char* const other = prefix;
+    return *other && *other == *text && std::strncmp(text, other, prefix.GetLength()) == 0;
+}
 
 // Digits from p on, and the number that they are; it stops growing where an int ends.
 int CountDigits(const char* p, int* number);

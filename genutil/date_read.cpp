@@ -280,7 +280,7 @@ Reading ReadFormat(TextCursor& at, long which, const DateSetting& setting, DateF
     scratch.shortYears = setting.shortYears;
     scratch.yearDigits = kNoYearRead;
     DateReader reader(at.At(), setting.locale, scratch);
-    if (!reader.Date(LocaleAccess::DateFormat(setting.locale, which))) return Reading::kNotKnown;
+    if (!reader.LocaleDate(which)) return Reading::kNotKnown;
     // A format takes no digits for the year 00, five for the last one and an hour for a year.
     const int digits = scratch.yearDigits;
     const bool given = digits != kNoYearRead;
@@ -296,7 +296,7 @@ Reading ReadLongFormat(TextCursor& at, const DateSetting& setting, DateFound* fo
     return ReadFormat(at, LocaleAccess::kLong, setting, found);
 }
 Reading ReadShortFormat(TextCursor& at, const DateSetting& setting, DateFound* found) {
-    return ReadFormat(at, 1, setting, found);
+    return ReadFormat(at, LocaleAccess::kShort, setting, found);
 }
 
 }  // namespace

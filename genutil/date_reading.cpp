@@ -27,6 +27,18 @@ unsigned char genutil::ExtractWord(const CGNString& text, CGNString& word, CGNSt
     return found;
 }
 
+void genutil::TakeRest(const char* at, CGNString& rest) {
+    if (*at)
+        rest = at;
+    else
+        rest.Clear();
+}
+
+unsigned char genutil::KeepWhole(const CGNString& text, CGNString& rest) {
+    if (&rest != &text) rest = text;
+    return 0;
+}
+
 // Runs a reader over the scratch values of this object; what is left goes to rest if it succeeds.
 template <class Read>
 unsigned char CGNDate::ReadWith(const CGNString& text, CGNString& rest, Read read) {
@@ -40,7 +52,7 @@ unsigned char CGNDate::ReadWith(const CGNString& text, CGNString& rest, Read rea
     m_parsedDay = scratch.day;
     m_era = scratch.era;
     m_status = scratch.status;
-    if (done) rest = reader.At();  // which may be part of rest itself
+    if (done) TakeRest(reader.At(), rest);
     return done;
 }
 
@@ -49,21 +61,19 @@ unsigned char CGNDate::GetDateFromString(const CGNString& text, CGNString& rest)
 }
 
 unsigned char CGNDate::GetLongDateFromString(const CGNString& text, CGNString& rest) {
-    const CLCLocale* locale = CLCGlobalLocale::Instance();
-    return locale && GetDateFromStringUsingFormat(
-                         text, rest, LocaleAccess::DateFormat(*locale, LocaleAccess::kLong));
+    const auto read = [](DateReader& reader) { return reader.LocaleDate(LocaleAccess::kLong); };
+    return ReadWith(text, rest, read) || KeepWhole(text, rest);
 }
 
 unsigned char CGNDate::GetShortDateFromString(const CGNString& text, CGNString& rest) {
-    const CLCLocale* locale = CLCGlobalLocale::Instance();
-    return locale && GetDateFromStringUsingFormat(text, rest, LocaleAccess::DateFormat(*locale, 1));
+    const auto read = [](DateReader& reader) { return reader.LocaleDate(LocaleAccess::kShort); };
+    return ReadWith(text, rest, read) || KeepWhole(text, rest);
 }
 
 unsigned char CGNDate::GetDateFromStringUsingFormat(const CGNString& text, CGNString& rest,
                                                     const CGNString& format) {
-    if (ReadWith(text, rest, [&](DateReader& reader) { return reader.Date(format); })) return 1;
-    if (&rest != &text) rest = text;
-    return 0;
+    const auto read = [&](DateReader& reader) { return reader.Date(format); };
+    return ReadWith(text, rest, read) || KeepWhole(text, rest);
 }
 
 unsigned char CGNDate::GetMonthNumFromString(const CGNString& text, CGNString& rest) {
@@ -152,6 +162,11 @@ unsigned char CGNDate::FromString(const CGNString& text) {
         const bool left = reading == Reading::kRead && at.Peek() != TextCursor::kEnd;
         return left ? Reading::kNotKnown : reading;
     };
+    constexpr unsigned kLongestDate = 255;  // bytes
+    if (text.GetLength() > kLongestDate) {
+        m_status = kDateInvalid;
+        return 0;
+    }
     CGNString rest;
     if (!ParseWith(text, rest, whole)) return 0;
     m_bc = m_parsedYear <= 0;

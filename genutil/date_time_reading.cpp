@@ -25,7 +25,7 @@ unsigned char CGNDateTime::ReadWith(const CGNString& text, CGNString& rest, Read
     m_month = scratch.month;
     m_day = scratch.day;
     if (scratch.status == kDateInvalid) m_rangeStatus = 2;
-    if (done) rest = reader.At();  // which may be part of rest itself
+    if (done) TakeRest(reader.At(), rest);
     return done;
 }
 
@@ -34,21 +34,19 @@ unsigned char CGNDateTime::GetDateFromString(const CGNString& text, CGNString& r
 }
 
 unsigned char CGNDateTime::GetLongDateFromString(const CGNString& text, CGNString& rest) {
-    const CLCLocale* locale = CLCGlobalLocale::Instance();
-    return locale && GetDateFromStringUsingFormat(
-                         text, rest, LocaleAccess::DateFormat(*locale, LocaleAccess::kLong));
+    const auto read = [](DateReader& reader) { return reader.LocaleDate(LocaleAccess::kLong); };
+    return ReadWith(text, rest, read) || KeepWhole(text, rest);
 }
 
 unsigned char CGNDateTime::GetShortDateFromString(const CGNString& text, CGNString& rest) {
-    const CLCLocale* locale = CLCGlobalLocale::Instance();
-    return locale && GetDateFromStringUsingFormat(text, rest, LocaleAccess::DateFormat(*locale, 1));
+    const auto read = [](DateReader& reader) { return reader.LocaleDate(LocaleAccess::kShort); };
+    return ReadWith(text, rest, read) || KeepWhole(text, rest);
 }
 
 unsigned char CGNDateTime::GetDateFromStringUsingFormat(const CGNString& text, CGNString& rest,
                                                         const CGNString& format) {
-    if (ReadWith(text, rest, [&](DateReader& reader) { return reader.Date(format); })) return 1;
-    if (&rest != &text) rest = text;
-    return 0;
+    const auto read = [&](DateReader& reader) { return reader.Date(format); };
+    return ReadWith(text, rest, read) || KeepWhole(text, rest);
 }
 
 unsigned char CGNDateTime::GetMonthNumFromString(const CGNString& text, CGNString& rest) {

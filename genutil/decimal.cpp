@@ -48,8 +48,9 @@ DecimalStatus ParseRegional(const char* text, std::size_t* end) {
 // Reads in the regional spelling, or in the C spelling what that allows.
 bool Read(std::string_view text, const DecimalSymbols& regional, bool force,
           DecimalNumber& number) {
-    const bool inC = !force && IsCDecimal(text);
-    return ParseDecimal(text, inC ? kCSymbols : regional, number) == DecimalStatus::kValid;
+    const DecimalStatus status =
+        force ? ParseDecimal(text, regional, number) : ParseCOrRegional(text, regional, number);
+    return status == DecimalStatus::kValid;
 }
 
 // Most conversions find the settings as they are.

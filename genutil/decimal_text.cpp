@@ -23,6 +23,11 @@ std::string_view WithoutTrailingBlanks(std::string_view text) {
     return text;
 }
 
+// In front; no digit or symbol is looked for there, even where a blank is one.
+std::size_t CountBlanks(std::string_view text) {
+    return std::min(text.find_first_not_of(' '), text.size());
+}
+
 // The first decimal symbol of a run that is not inside a longer character.
 std::size_t FindDecimal(std::string_view run, char decimal, const StepTable* steps) {
     if (!steps) return run.find(decimal);
@@ -80,7 +85,7 @@ struct Run {
 Run FindRun(std::string_view text, const DecimalSymbols& symbols) {
     Run run;
     const auto begins = [&](char c) { return IsDigit(c) || c == symbols.decimal; };
-    std::size_t at = 0;
+    std::size_t at = CountBlanks(text);
     while (at < text.size() && !begins(text[at])) ++at;
     if (at == text.size()) return run;
     run.begin = at;
@@ -96,12 +101,12 @@ Run FindRun(std::string_view text, const DecimalSymbols& symbols) {
 }
 
 // The same by masks, for symbols that are part of no longer character.
-Run FindShortRun(std::string_view text, const DecimalSymbols& symbols) {
+Run FindRun(const DigitMasks& masks, std::size_t blanks) {
     Run run;
-    const DigitMasks masks = MasksOf(text, symbols.decimal, symbols.separator);
     const std::uint64_t begins = masks.digits | masks.decimals, others = ~masks.digits;
-    if (begins == 0) return run;
-    run.begin = static_cast<std::size_t>(std::countr_zero(begins));
+    const std::uint64_t first = begins & ~BitsBelow(blanks);
+    if (first == 0) return run;
+    run.begin = static_cast<std::size_t>(std::countr_zero(first));
     const std::uint64_t behind = ~(begins | masks.separators) & ~BitsBelow(run.begin);
     run.end = static_cast<std::size_t>(std::countr_zero(behind));
     const std::uint64_t inRun = BitsBelow(run.end) & ~BitsBelow(run.begin);
@@ -116,18 +121,23 @@ Run FindShortRun(std::string_view text, const DecimalSymbols& symbols) {
     return run;
 }
 
-}  // namespace
+bool CanMask(std::string_view text, const DecimalSymbols& symbols) {
+    return text.size() <= kMaskedText && !symbols.steps;
+}
 
-DecimalStatus ParseDecimal(std::string_view text, const DecimalSymbols& symbols,
-                           DecimalNumber& number, std::size_t* end) {
+// Where digits and "." are to stand in the C spelling: behind blanks and a "-".
+std::size_t BeginOfCDigits(std::string_view text) {
+    const std::size_t at = CountBlanks(text);
+    return at + (at < text.size() && text[at] == '-');
+}
+
+// Of the text without blanks behind it, and of its run.
+DecimalStatus Parse(std::string_view text, const Run& run, char separator, DecimalNumber& number,
+                    std::size_t* end) {
     number.integer = {};
     number.fraction = {};
     number.negative = false;
     if (end) *end = 0;
-    if (text.empty()) return DecimalStatus::kValid;
-    text = WithoutTrailingBlanks(text);
-    const bool isShort = text.size() <= kMaskedText && !symbols.steps;
-    const Run run = isShort ? FindShortRun(text, symbols) : FindRun(text, symbols);
     if (run.begin == kNone) return DecimalStatus::kInvalid;
     if (end) *end = run.end;
     // Blanks in front are part of the prefix, so that " 5" is no number while "5 " is one.
@@ -143,19 +153,51 @@ DecimalStatus ParseDecimal(std::string_view text, const DecimalSymbols& symbols,
     const std::size_t behind = run.point == kNone ? run.end : run.point;
     const std::string_view digits = text.substr(run.begin, behind - run.begin);
     if (!run.plainInteger || digits.size() > kMaxDigits)
-        return TakeInteger(digits, symbols.separator, number);
+        return TakeInteger(digits, separator, number);
     number.integer = digits;
     return DecimalStatus::kValid;
 }
 
+DecimalStatus NoDigits(DecimalNumber& number) {
+    number.integer = {};
+    number.fraction = {};
+    number.negative = false;
+    return DecimalStatus::kValid;
+}
+
+}  // namespace
+
+DecimalStatus ParseDecimal(std::string_view text, const DecimalSymbols& symbols,
+                           DecimalNumber& number, std::size_t* end) {
+    if (end) *end = 0;
+    if (text.empty()) return NoDigits(number);
+    text = WithoutTrailingBlanks(text);
+    const Run run =
+        CanMask(text, symbols)
+            ? FindRun(MasksOf(text, symbols.decimal, symbols.separator), CountBlanks(text))
+            : FindRun(text, symbols);
+    return Parse(text, run, symbols.separator, number, end);
+}
+
+DecimalStatus ParseCOrRegional(std::string_view text, const DecimalSymbols& regional,
+                               DecimalNumber& number) {
+    if (text.empty()) return NoDigits(number);
+    const std::string_view trimmed = WithoutTrailingBlanks(text);
+    if (!CanMask(trimmed, regional))
+        return ParseDecimal(text, IsCDecimal(trimmed) ? kCSymbols : regional, number);
+    DigitMasks masks = MasksOf(trimmed, regional.decimal, regional.separator);
+    const std::uint64_t body = BitsBelow(trimmed.size()) & ~BitsBelow(BeginOfCDigits(trimmed));
+    if ((masks.digits | masks.points) == body) {
+        masks.decimals = masks.points;
+        masks.separators = 0;
+    }
+    return Parse(trimmed, FindRun(masks, CountBlanks(trimmed)), regional.separator, number,
+                 nullptr);
+}
+
 bool IsCDecimal(std::string_view text) {
     text = WithoutTrailingBlanks(text);
-    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-    if (!text.empty() && text.front() == '-') text.remove_prefix(1);
-    if (text.size() <= kMaskedText) {
-        const DigitMasks masks = MasksOf(text, kCSymbols.decimal, kCSymbols.decimal);
-        return (masks.digits | masks.decimals) == BitsBelow(text.size());
-    }
+    text.remove_prefix(BeginOfCDigits(text));
     return std::all_of(text.begin(), text.end(),
                        [](char c) { return IsDigit(c) || c == kCSymbols.decimal; });
 }

@@ -46,6 +46,10 @@ enum class DecimalStatus {
 DecimalStatus ParseDecimal(std::string_view text, const DecimalSymbols& symbols,
                            DecimalNumber& number, std::size_t* end = nullptr);
 
+// The same for a text that may be in the C spelling, which it is in then, or in that of a locale.
+DecimalStatus ParseCOrRegional(std::string_view text, const DecimalSymbols& regional,
+                               DecimalNumber& number);
+
 // Whether nothing but digits and "." stand behind a "-" that may be there; blanks around do not
 // count. True for the empty text.
 bool IsCDecimal(std::string_view text);

@@ -13,6 +13,7 @@ namespace genutil {
 // Bit i of a mask speaks of byte i; all bits behind the text are 0.
 struct DigitMasks {
     std::uint64_t digits, decimals, separators;
+    std::uint64_t points;  // "." whatever the symbols are
 };
 constexpr std::size_t kMaskedText = 63;  // bytes at most, so that a mask of all has room for one
 
@@ -42,6 +43,7 @@ inline __m128i LoadBeginning(const char* p, std::size_t n) {
 inline DigitMasks MasksOf(std::string_view text, char decimal, char separator) {
     DigitMasks masks{};
     const __m128i decimals = _mm_set1_epi8(decimal), separators = _mm_set1_epi8(separator);
+    const __m128i point = _mm_set1_epi8('.');
     const __m128i zero = _mm_set1_epi8('0'), nine = _mm_set1_epi8(9);
     const auto bits = [](__m128i matches) {
         return std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(matches))};
@@ -55,6 +57,7 @@ inline DigitMasks MasksOf(std::string_view text, char decimal, char separator) {
         masks.digits |= bits(_mm_cmpeq_epi8(_mm_min_epu8(value, nine), value)) << at;
         masks.decimals |= bits(_mm_cmpeq_epi8(block, decimals)) << at;
         masks.separators |= bits(_mm_cmpeq_epi8(block, separators)) << at;
+        masks.points |= bits(_mm_cmpeq_epi8(block, point)) << at;
     }
     const std::uint64_t all = BitsBelow(text.size());
     masks.decimals &= all;

@@ -6,7 +6,7 @@
 namespace genutil {
 
 struct LocaleAccess {
-    static constexpr long kLong = 2;
+    static constexpr long kShort = 1, kLong = 2;
 
     static const CGNString& DateFormat(const CLCLocale& locale, long which) {
         return which == kLong ? locale.m_longDateFormat : locale.m_shortDateFormat;

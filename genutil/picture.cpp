@@ -126,6 +126,13 @@ void Picture::Take(const Elements* elements) {
     m_begin = elements->List();
     m_end = m_begin + elements->count;
     m_text = elements->Text();
+    m_length = elements->textLength;
+}
+
+bool Picture::EndsWith(const CGNString& text) const {
+    const std::uint32_t length = text.GetLength();
+    return length != 0 && length <= m_length &&
+           std::memcmp(m_text + m_length - length, text, length) == 0;
 }
 
 void Picture::Find(const CGNString& text, PictureLetters letters, PictureWalk walk) {

@@ -56,6 +56,7 @@ class Picture {
     const PictureElement* begin() const { return m_begin; }
     const PictureElement* end() const { return m_end; }
     const char* Text(const PictureElement& element) const { return m_text + element.at; }
+    bool EndsWith(const CGNString& text) const;
 
   private:
     void Find(const CGNString& text, PictureLetters letters, PictureWalk walk);
@@ -68,6 +69,7 @@ class Picture {
     const PictureElement* m_begin = nullptr;
     const PictureElement* m_end = nullptr;
     const char* m_text = nullptr;
+    std::uint32_t m_length = 0;
     bool m_owned;
 };
 

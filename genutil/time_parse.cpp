@@ -14,12 +14,7 @@ namespace {
 class TimeReader {
   public:
     TimeReader(const char* text, const CLCLocale& locale)
-        : m_at(text), m_locale(locale), m_markerLeads(MarkerLeads(locale)) {
-        if (!locale.LocaleIsJapanese()) return;  // no other has unit characters
-        locale.HourChar(m_units[0]);
-        locale.MinuteChar(m_units[1]);
-        locale.SecondChar(m_units[2]);
-    }
+        : m_at(text), m_locale(locale), m_markerLeads(MarkerLeads(locale)) {}
 
     bool Walk() {
         while (*m_at)
@@ -37,7 +32,15 @@ class TimeReader {
         if (m_count > 0 && !m_separatorLast && Skip(LocaleAccess::TimeSeparator(m_locale)))
             return m_separatorLast = true;
         if (Marker(false) || Marker(true)) return true;
-        return Skip(m_units[0]) || Skip(m_units[1]) || Skip(m_units[2]);
+        return Unit();
+    }
+    bool Unit() {
+        if (!m_locale.LocaleIsJapanese()) return false;  // no other has them
+        CGNString hour, minute, second;
+        m_locale.HourChar(hour);
+        m_locale.MinuteChar(minute);
+        m_locale.SecondChar(second);
+        return Skip(hour) || Skip(minute) || Skip(second);
     }
     bool Number() {
         int number = 0;
@@ -56,14 +59,13 @@ class TimeReader {
         return true;
     }
     bool Skip(const CGNString& text) {
-        if (text.IsEmpty() || std::strncmp(m_at, text, text.GetLength()) != 0) return false;
+        if (!HasPrefix(m_at, text)) return false;
         m_at += text.GetLength();
         return true;
     }
 
     const char* m_at;
     const CLCLocale& m_locale;
-    CGNString m_units[3];
     bool m_markerLeads;
     bool m_separatorLast = false;
     int m_numbers[3] = {};

@@ -12,6 +12,7 @@
 #include "osthread.h"
 #include "osutil/platform/clock.h"
 #include "osutil/platform/zones.h"
+#include "osutil/threaded.h"
 
 using namespace genutil;
 
@@ -52,7 +53,7 @@ CGNString OSTimeZone::GetSystemTZ() const {
 }
 
 void OSTimeZone::SetTZ(const char* zone) {
-    if (!OSIsThreaded()) return;
+    if (!IsThreaded()) return;
     if (!zone) zone = "";
     if (platform::ZoneVariableIs(zone)) return;
     // The date classes call with mutexes of their own.
@@ -70,7 +71,7 @@ void OSTimeZone::SetTZ(const char* zone) {
 }
 
 void OSTimeZone::SetThreadTZ() {
-    if (!OSIsThreaded())
+    if (!IsThreaded())
         platform::RereadZoneVariable();
     else if (const char* zone = ThreadZone())
         SetTZ(zone);

@@ -7,6 +7,8 @@
 #include "genutil/zone.h"
 #include "osutil/platform/clock.h"
 #include "osutil/platform/zones.h"
+#include "osutil/thread_value.h"
+#include "osutil/threaded.h"
 
 namespace genutil {
 
@@ -36,7 +38,7 @@ class Lock {
 // of its own converts in it even when another class sets the variable at the same moment.
 const Zone& ZoneInForce() {
     OSTimeZone* zone = OSTimeZone::GetInstance();
-    const char* own = OSIsThreaded() ? ThreadZone() : nullptr;
+    const char* own = IsThreaded() ? ThreadZone() : nullptr;
     if (own) {
         if (zone) zone->SetTZ(own);
         return Zone::Find(*own ? own : kMachineZone);
@@ -50,8 +52,8 @@ const Zone& ZoneInForce() {
 }  // namespace
 
 const char* ThreadZone() {
-    CGNLclSt* variables = CGNLclSt::Instance();
-    return variables ? static_cast<const char*>(variables->GetLocalVariable("timezone")) : nullptr;
+    static constexpr ShortName kName = {"timezone"};
+    return static_cast<const char*>(ThreadVariable(kName));
 }
 
 std::int32_t MomentOf(long seconds) {

@@ -143,8 +143,8 @@ class GENUTIL_API CGNDate {
 
     /** Reads a whole text as a date: in the long or the short date format of the global locale, or
         in any form that parseDate knows. The date, its weekday and the era code follow. The status
-        is then 0; it becomes 1 for a date that does not exist and 2 for text that is none, and the
-        date stays. A weekday's name in the text is only skipped.
+        is then 0; it becomes 1 for a date that does not exist or more than 255 bytes of text, and 2
+        for text that is none, and the date stays. A weekday's name in the text is only skipped.
         @return whether a date was read. */
     unsigned char FromString(const CGNString& text);
 

@@ -185,7 +185,7 @@ class GENUTIL_API CGNCurrency : public CGNDecimal {
   private:
     friend struct genutil::NumberAccess;
 
-    void SplitOnDemand();
+    bool SplitOnDemand();
     unsigned char Display(bool converted);
     void Join();
 

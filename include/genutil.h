@@ -2,6 +2,7 @@
 #ifndef GENUTIL_GENUTIL_H
 #define GENUTIL_GENUTIL_H
 
+#include "gendate.h"
 #include "gendiag.h"
 #include "genlocale.h"
 #include "gennum.h"

@@ -1,4 +1,5 @@
 // CGNLclSt: the variables of a thread by name.
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <limits>
@@ -40,7 +41,20 @@ struct VariableTable {
             if (name && slot.m_name && std::strcmp(slot.m_name, name) == 0) return &slot;
         return nullptr;
     }
+    // The same in a few instructions.
+    CGNLclStSlot* Named(const ShortName& name) const {
+        for (CGNLclStSlot& slot : *this)
+            if (slot.m_name && std::memcmp(slot.m_name, name.text, sizeof name.text) == 0)
+                return &slot;
+        return nullptr;
+    }
 };
+
+void* ThreadVariable(const ShortName& name) {
+    const CGNLclSt* variables = CGNLclSt::Instance();
+    const CGNLclStSlot* slot = variables ? VariableTable::Find(*variables).Named(name) : nullptr;
+    return slot ? slot->m_value : nullptr;
+}
 
 }  // namespace genutil
 
@@ -58,11 +72,15 @@ void* NewSlots(std::size_t header, long count) {
     return memory;
 }
 
+// Filled up with zeros to the size of a short name at least, so that one compares at once.
 char* CopyName(const char* name) {
     const std::size_t size = std::strlen(name) + 1;
-    void* copy = Allocate(size);
-    if (!AssertAllocation(copy != nullptr, kSource, __LINE__)) return nullptr;
-    return static_cast<char*>(std::memcpy(copy, name, size));
+    void* memory = Allocate(std::max(size, sizeof(ShortName)));
+    if (!AssertAllocation(memory != nullptr, kSource, __LINE__)) return nullptr;
+    char* copy = static_cast<char*>(memory);
+    std::memset(copy, 0, sizeof(ShortName));
+    std::memcpy(copy, name, size);
+    return copy;
 }
 
 void Clear(CGNLclStSlot& slot) {

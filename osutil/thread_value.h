@@ -1,4 +1,4 @@
-// One pointer for each thread, under its variable store.
+// One pointer for each thread, under its variable store; and a variable of the store at speed.
 #pragma once
 
 namespace genutil {
@@ -9,5 +9,13 @@ bool SetThreadValue(void* value, void (*release)(void* value));
 
 // The calling thread's; null without one.
 void* ThreadValue();
+
+// The name of a variable, filled up with zeros.
+struct ShortName {
+    char text[16];
+};
+
+// As CGNLclSt::GetLocalVariable.
+void* ThreadVariable(const ShortName& name);
 
 }  // namespace genutil

@@ -320,7 +320,8 @@ TEST(Decimal, AgreesWithTheSlowWay) {
         char decimal, separator;
         const char* grouping;
     } kLocales[] = {{'.', ',', "3;0"},   {',', '.', "3;2;0"}, {',', '\xA0', ""},
-                    {'.', '\'', "12;0"}, {',', ' ', "3"},     {'-', '.', "21;0"}};
+                    {'.', '\'', "12;0"}, {',', ' ', "3"},     {'-', '.', "21;0"},
+                    {' ', '.', "3;0"}};
     std::mt19937 random(7);
     for (const auto& [decimal, separator, grouping] : kLocales) {
         const char symbols[2][2] = {{decimal, 0}, {separator, 0}};

@@ -57,6 +57,7 @@ TEST(NamePattern, MatchesAsWindowsDoes) {
 TEST(FileMemory, NoFailureIsLost) {
     const CodeSetGuard japanese(mbShiftJis);
     const fs::path top = fs::absolute("file_memory_test");
+    const CGNString folder("file_memory_test"), pattern("*.x");
     const std::string longName(330, '\xB1');
     const std::function<bool()> calls[] = {
         [] {
@@ -74,9 +75,9 @@ TEST(FileMemory, NoFailureIsLost) {
             std::free(text);
             return read;
         },
-        [] {
+        [&] {
             CGNStringList list;
-            OSGetFileList("file_memory_test", "*.x", list, 1, 1);
+            OSGetFileList(folder, pattern, list, 1, 1);
             return list.GetCount() == 1;
         },
         [&] { return OSCreateDirectory(longName.c_str()) == osFileNotFound; },

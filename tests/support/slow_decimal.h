@@ -32,7 +32,7 @@ inline Decimal Parse(std::string text, char separator, char point) {
         return result;
     }
     text.erase(text.find_last_not_of(' ') + 1);
-    const std::size_t first = text.find_first_of(starts);
+    const std::size_t first = text.find_first_of(starts, text.find_first_not_of(' '));
     if (first == text.npos) return result;
     result.end = std::min(text.find_first_not_of(runs, first), text.size());
     const std::string before = text.substr(0, first), behind = text.substr(result.end);

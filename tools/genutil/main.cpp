@@ -1,8 +1,10 @@
 // genutil: says what text files are encoded in, converts them, and looks into them.
 #include <cstdio>
+#include <iterator>
 
 #include "tools/genutil/command.h"
 #include "tools/genutil/encoding.h"
+#include "tools/genutil/manual.h"
 #include "tools/genutil/system.h"
 
 namespace {
@@ -44,6 +46,15 @@ int main(int count, char** values) {
     arguments.erase(arguments.begin());
     if (name == "--help" || name == "-h" || name == "help") {
         PrintHelp();
+        return kOk;
+    }
+    // For those who install the program.
+    if (name == "--manual") {
+        PrintManual(kCommands, std::size(kCommands));
+        return kOk;
+    }
+    if (name == "--completion") {
+        PrintCompletion(kCommands, std::size(kCommands));
         return kOk;
     }
     if (name == "--version") {

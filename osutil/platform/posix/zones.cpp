@@ -202,32 +202,36 @@ bool ReadSystemZone(char* name, std::size_t size) {
     return std::snprintf(name, size, "UTC") < static_cast<int>(size);
 }
 
+// The thread remembers where in the environment the variable stands, since looking for it takes
+// longer than a conversion. A place that another program part changed meanwhile no longer holds the
+// same pointer. Null when it is not set. The lock is held.
+static const char* ZoneVariable() {
+    static thread_local struct {
+        char** environment;
+        std::size_t slot;
+        const char* entry;
+    } seen = {nullptr, 0, nullptr};
+    if (!seen.entry || environ != seen.environment || environ[seen.slot] != seen.entry) {
+        seen = {environ, 0, nullptr};
+        for (std::size_t i = 0; environ && environ[i] && !seen.entry; ++i)
+            if (std::strncmp(environ[i], "TZ=", 3) == 0) seen = {environ, i, environ[i]};
+    }
+    return seen.entry ? seen.entry + 3 : nullptr;
+}
+
 bool GetZoneVariable(char* out, std::size_t size) {
     const std::lock_guard<std::mutex> lock(g_variable);
-    const char* value = std::getenv("TZ");
+    const char* value = ZoneVariable();
     const std::size_t length = value ? std::strlen(value) : size;
     const bool fits = length < size;
     std::memcpy(out, fits ? value : "", fits ? length + 1 : 1);
     return fits;
 }
 
-// The thread remembers where in the environment the variable stands, since looking for it takes
-// longer than a conversion. A place that another program part changed meanwhile no longer holds the
-// same pointer.
 bool ZoneVariableIs(const char* text) {
-    static thread_local struct {
-        char** environment;
-        std::size_t slot;
-        const char* entry;
-    } seen = {nullptr, 0, nullptr};
     const std::lock_guard<std::mutex> lock(g_variable);
-    if (!seen.entry || environ != seen.environment || environ[seen.slot] != seen.entry) {
-        seen = {environ, 0, nullptr};
-        for (std::size_t i = 0; environ && environ[i] && !seen.entry; ++i)
-            if (std::strncmp(environ[i], "TZ=", 3) == 0) seen = {environ, i, environ[i]};
-        if (!seen.entry) return false;
-    }
-    return std::strcmp(seen.entry + 3, text) == 0;
+    const char* value = ZoneVariable();
+    return value && std::strcmp(value, text) == 0;
 }
 
 void SetZoneVariable(const char* text) {
@@ -239,9 +243,24 @@ void SetZoneVariable(const char* text) {
     tzset();
 }
 
+// What the C library makes of a zone is told by these; while they and the variable are what its
+// last reading left, another reading changes nothing and takes as long as a conversion.
 void RereadZoneVariable() {
+    static struct {
+        char text[48];
+        const char *standard, *daylight;
+        long west;
+        int hasDaylight;
+    } last = {};
     const std::lock_guard<std::mutex> lock(g_variable);
+    const char* value = ZoneVariable();
+    if (value && *value && std::strcmp(value, last.text) == 0 && last.standard == tzname[0] &&
+        last.daylight == tzname[1] && last.west == timezone && last.hasDaylight == daylight)
+        return;
     tzset();
+    last = {{}, tzname[0], tzname[1], timezone, daylight};
+    const std::size_t size = value ? std::strlen(value) + 1 : 0;
+    if (size != 0 && size <= sizeof last.text) std::memcpy(last.text, value, size);
 }
 
 }  // namespace genutil::platform

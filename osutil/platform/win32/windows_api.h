@@ -8,6 +8,9 @@
 #ifndef _WIN32_WINNT
 #define _WIN32_WINNT 0x0601
 #endif
+// Before it, which has older sockets of its own.
+#include <winsock2.h>
+
 #include <windows.h>
 // Behind it, which they need.
 #include <shellapi.h>

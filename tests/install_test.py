@@ -1,0 +1,96 @@
+#!/usr/bin/env python3
+"""Installs the library and uses it as its users do: install_test.py TREE BUILD SCRATCH [EMULATOR]
+
+Builds the programs of examples/ against what was installed, by find_package and (where there is no
+emulator) by pkg-config, runs them and compares what they print. The packages hold what they should.
+"""
+import pathlib
+import shutil
+import subprocess
+import sys
+import unittest
+import zipfile
+
+TREE, BUILD, SCRATCH = map(pathlib.Path, sys.argv[1:4])
+EMULATOR = sys.argv[4:]
+PREFIX = SCRATCH / 'prefix'
+
+
+def run(*command, **options):
+    done = subprocess.run([str(part) for part in command], capture_output=True, timeout=300, **options)
+    assert done.returncode == 0, f'{command}\n{done.stdout.decode()}\n{done.stderr.decode()}'
+    return done.stdout.replace(b'\r', b'').decode()
+
+
+# The emulator's formats of dates are not quite those of the system.
+def comparable(text):
+    return [line for line in text.splitlines() if not (EMULATOR and '2025' in line)]
+
+
+class Installed(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        shutil.rmtree(SCRATCH, ignore_errors=True)
+        run('cmake', '--install', BUILD, '--prefix', SCRATCH / 'first')
+        # An installed tree can be moved as a whole.
+        (SCRATCH / 'first').rename(PREFIX)
+
+    def check(self, folder):
+        for expected in sorted((TREE / 'examples/output').iterdir()):
+            suffix = '.exe' if EMULATOR else ''
+            printed = run(*EMULATOR, folder / (expected.stem + suffix))
+            self.assertEqual(comparable(printed), comparable(expected.read_text(encoding='utf-8')))
+
+    def test_examples_by_find_package(self):
+        build = SCRATCH / 'examples'
+        options = [f'-DCMAKE_PREFIX_PATH={PREFIX}', f'-DCMAKE_FIND_ROOT_PATH={PREFIX}']
+        if EMULATOR:
+            options.append(f'-DCMAKE_TOOLCHAIN_FILE={TREE}/cmake/toolchain-win32.cmake')
+        run('cmake', '-G', 'Ninja', '-S', TREE / 'examples', '-B', build, *options)
+        run('cmake', '--build', build)
+        if EMULATOR:
+            shutil.copy(PREFIX / 'bin/genutil.dll', build)
+        self.check(build)
+        program = PREFIX / ('bin/genutil.exe' if EMULATOR else 'bin/genutil')
+        self.assertRegex(run(*EMULATOR, program, '--version'), r'^genutil 1\.')
+        if not EMULATOR:
+            self.assertIn('.SH convert', (PREFIX / 'share/man/man1/genutil.1').read_text())
+            complete = 'source share/bash-completion/completions/genutil; COMP_CWORD=2;' \
+                       'COMP_WORDS=(genutil convert --f); _genutil; echo ${COMPREPLY[@]}'
+            self.assertEqual(run('bash', '-c', complete, cwd=PREFIX), '--force --from\n')
+
+    @unittest.skipIf(EMULATOR, 'the tool of this system only')
+    def test_examples_by_pkg_config(self):
+        pc = next(PREFIX.rglob('genutil.pc')).parent
+        flags = run('pkg-config', '--cflags', '--libs', 'genutil',
+                    env={'PATH': '/usr/bin:/bin', 'PKG_CONFIG_PATH': str(pc)}).split()
+        out = SCRATCH / 'by-pkg-config'
+        out.mkdir()
+        libraries = f'-Wl,-rpath,{pc.parent}'
+        for source in sorted((TREE / 'examples').glob('*.c*')):
+            compiler = ['cc', '-std=c99'] if source.suffix == '.c' else ['c++', '-std=c++17']
+            run(*compiler, source, '-o', out / source.stem, *flags, libraries)
+        self.check(out)
+
+    def test_packages(self):
+        folder = SCRATCH / 'packages'
+        run('cpack', '--config', BUILD / 'CPackConfig.cmake', '-B', folder)
+        if EMULATOR:
+            archive, = folder.glob('*.zip')
+            names = ' '.join(zipfile.ZipFile(archive).namelist())
+            for part in 'bin/genutil.dll', 'lib/libgenutil.dll.a', 'include/genutil/genstr.h', 'bin/genutil.exe':
+                self.assertIn(part, names)
+            return
+        parts = {'libgenutil1_': 'libgenutil.so.1.', 'libgenutil-dev_': 'include/genutil/genstr.h',
+                 'genutil_': 'bin/genutil'}
+        for package, part in parts.items():
+            archive, = folder.glob(package + '*.deb')
+            names = run('dpkg-deb', '-c', archive)
+            for other in parts.values():
+                self.assertEqual(other in names, other == part, (package, other))
+            self.assertIn('libgenutil1 (=' if package != 'libgenutil1_' else 'libicu',
+                          run('dpkg-deb', '-f', archive, 'Depends'))
+
+
+if __name__ == '__main__':
+    unittest.main(argv=sys.argv[:1], verbosity=1)

@@ -1,0 +1,225 @@
+// Programs run, started and opened. The child is tests/child/process_child.cpp.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <thread>
+
+#include "osutil.h"
+#include "tests/support/code_set_guard.h"
+#include "tests/support/texts.h"
+
+namespace {
+
+#ifdef _WIN32
+extern "C" __declspec(dllimport) int __stdcall GetProcessHandleCount(void*, unsigned long*);
+
+constexpr bool kWindows = true;
+unsigned long CountHandles() {
+    unsigned long count = 0;
+    const std::intptr_t self = -1;
+    GetProcessHandleCount(reinterpret_cast<void*>(self), &count);
+    return count;
+}
+void Set(const char* name, const char* value) {
+    _putenv(Join({name, "=", value}).c_str());
+}
+#else
+constexpr bool kWindows = false;
+unsigned long CountHandles() {
+    const std::filesystem::directory_iterator handles("/proc/self/fd");
+    return static_cast<unsigned long>(std::distance(begin(handles), end(handles)));
+}
+void Set(const char* name, const char* value) {
+    setenv(name, value, 1);
+}
+#endif
+
+std::string Child(const std::string& arguments) {
+    return Join({"..\\process_child ", arguments});
+}
+
+struct ChildRun {
+    std::string output;
+    long code;
+    explicit ChildRun(const std::string& arguments, const char* before = "") {
+        CGNString text(before);
+        code = OSRunSyncProcess(Child(arguments).c_str(), text);
+        output = Bytes(text);
+    }
+};
+
+TEST(Process, OutputAndExitCode) {
+    const struct {
+        int line;
+        const char *arguments, *output;
+        long code;
+    } kRows[] = {
+        {__LINE__, "print out err 3", "outerr", 3},
+        {__LINE__, "print out err", "outerr", 0},
+        {__LINE__, "die 200", "", 200},
+        {__LINE__, "slow 3", "012", 0},
+        {__LINE__, "leave 5", "ab", 5},
+        {__LINE__, "close 1500", "early", OS_STILL_ACTIVE},
+        {__LINE__, "close 0", "early", kWindows ? OS_STILL_ACTIVE : 0},
+    };
+    for (const auto& row : kRows) {
+        const ChildRun run(row.arguments, "before ");
+        EXPECT_EQ(run.output, Join({"before ", row.output})) << row.line;
+        // Windows asks at once, and may be ahead of a program that is ending; Wine keeps an output
+        // open to the end.
+        EXPECT_TRUE(run.code == row.code ||
+                    (kWindows && (run.code == OS_STILL_ACTIVE || row.code == OS_STILL_ACTIVE)))
+            << row.line << ' ' << run.code;
+    }
+}
+
+TEST(Process, OutputIsAppendedByteByByte) {
+    const CodeSetGuard shiftJis(mbShiftJis);
+    const ChildRun bytes("bytes"), wide("wide 20001"), many("many 10", "x");
+    EXPECT_EQ(bytes.output, std::string("a\0b\r\n\xff", 6));
+    ASSERT_EQ(wide.output.size(), 40003u);
+    EXPECT_EQ(wide.output.substr(39998), "\x82\xA0\x82\xA0x");
+    EXPECT_EQ(many.output.size(), 1u + 10 * 1024 * 1024);
+    EXPECT_EQ(many.output.find_first_not_of("x\n"), std::string::npos);
+}
+
+TEST(Process, ArgumentsByTheQuotingRules) {
+    const struct {
+        int line;
+        const char *arguments, *read;
+    } kRows[] = {
+        {__LINE__, "a b", "[a][b]"},
+        {__LINE__, "  a \t b  ", "[a][b]"},
+        {__LINE__, "\"a b\" \"\" c", "[a b][][c]"},
+        {__LINE__, "a\\b\\\\c \\\\server\\", "[a\\b\\\\c][\\\\server\\]"},
+        {__LINE__, "a\\\"b \"c\\\"d\" e\\\\\"f g\"", "[a\"b][c\"d][e\\f g]"},
+        {__LINE__, "\"a\\\\\" b", "[a\\][b]"},
+        {__LINE__, "\"a\"\"b c\" d", "[a\"b c][d]"},
+        {__LINE__, "a\"b c\"d", "[ab cd]"},
+        {__LINE__, "\"open to the end", "[open to the end]"},
+        {__LINE__, "*.cpp ? $HOME ; | > &", "[*.cpp][?][$HOME][;][|][>][&]"},
+    };
+    for (const auto& row : kRows)
+        EXPECT_EQ(ChildRun(Join({"args ", row.arguments})).output, row.read) << row.line;
+    CGNString output;
+    EXPECT_EQ(OSRunSyncProcess("\"..\\process_child\" args quoted", output), 0);
+    EXPECT_EQ(output, "[quoted]");
+}
+
+TEST(Process, WhatCannotStart) {
+    for (const char* line :
+         {"no-such-program-here -x", "..\\no\\such\\program", "\"..\\pro cess\""}) {
+        CGNString output("kept"), error;
+        const long code = OSRunSyncProcess(line, output);
+        EXPECT_TRUE(code == 2 || (kWindows && code == 3)) << line << ' ' << code;
+        EXPECT_EQ(output, "kept");
+        EXPECT_EQ(OSRunAsyncProcess(line, error), 0);
+        EXPECT_FALSE(error.IsEmpty()) << line;
+    }
+    CGNString error;
+    for (const char* line : {"", " \t", "\"\""}) {
+        EXPECT_NE(OSRunSyncProcess(line, error), 0);
+        EXPECT_EQ(OSRunAsyncProcess(line, error), 0);
+    }
+}
+
+TEST(Process, StartedAndNotWaitedFor) {
+    CGNString error("kept");
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(OSRunAsyncProcess(Child("close 2000").c_str(), error), 1);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1900));
+    EXPECT_EQ(error, "kept");
+}
+
+TEST(Process, NothingIsLeftOpen) {
+    CGNString text;
+    OSRunSyncProcess(Child("die").c_str(), text);
+    const unsigned long before = CountHandles();
+    for (int i = 0; i < (kWindows ? 20 : 300); ++i) {
+        OSRunSyncProcess(Child("print a b").c_str(), text);
+        OSRunSyncProcess("no-such-program-here", text);
+        OSRunAsyncProcess(Child("die").c_str(), text);
+    }
+    EXPECT_EQ(CountHandles(), before);
+}
+
+#ifndef _WIN32
+TEST(Process, EndedBySignal) {
+    CGNString output;
+    EXPECT_EQ(OSRunSyncProcess("sh -c \"kill -9 $$\"", output), 128 + 9);
+}
+
+TEST(Process, DocumentsOpenWithTheSystemsProgram) {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::absolute("opener");
+    fs::remove_all(folder);
+    fs::create_directories(folder);
+    fs::copy_file("../process_child", folder / "xdg-open");
+    const std::string log = (folder / "log").string(), path = std::getenv("PATH");
+    Set("OPENED", log.c_str());
+    Set("PATH", Join({folder.string(), ":", path}).c_str());
+    std::ofstream("report.txt") << "text";
+    for (const char* document : {"report.txt", "https://localhost/page"}) {
+        fs::remove(log);
+        EXPECT_NE(OSOpenFile(document), 0);
+        std::string opened;
+        for (int i = 0; i < 500 && opened.find(" in ") == opened.npos; ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+            std::ifstream read(log);
+            std::getline(read, opened);
+        }
+        const std::string what = *document == 'r' ? fs::absolute(document).string() : document;
+        EXPECT_EQ(opened, Join({what, " in ", fs::temp_directory_path().string()}));
+    }
+    Set("PATH", folder.parent_path().c_str());
+    EXPECT_EQ(OSOpenFile("report.txt"), 0);
+    Set("PATH", path.c_str());
+    fs::remove_all(folder);
+}
+#endif
+
+TEST(Process, MissingDocument) {
+    EXPECT_EQ(OSOpenFile("..\\no such report.txt"), 0);
+}
+
+TEST(Environment, ReferencesAreReplaced) {
+    const std::string longest(255, 'v'), tooLong(300, 'v'), longName(300, 'n');
+    Set("GN_A", "12345");
+    Set("GN_EMPTY", "");
+    Set("GN_SELF", "%GN_SELF%");
+    Set("GN_REF", "[%GN_A%]");
+    Set("GN_LONG", tooLong.c_str());
+    Set(longName.substr(0, 255).c_str(), "cut");
+    const struct {
+        int line;
+        std::string text, expanded;
+    } kRows[] = {
+        {__LINE__, "%NOSUCH%", "%NOSUCH%"},
+        {__LINE__, "", ""},
+        {__LINE__, "100%", "100%"},
+        {__LINE__, "%GN_A%x", "12345x"},
+        {__LINE__, "a%GN_A%%GN_A%b%GN_A", "a1234512345b%GN_A"},
+        // The search goes on behind an unknown name: its second sign begins no other.
+        {__LINE__, "%NO%GN_A%", "%NO%GN_A%"},
+        {__LINE__, "%%GN_A%%", "%%GN_A%%"},
+        // A value's own reference is found only where the place to go on from lies before it.
+        {__LINE__, "%GN_REF%", "[12345]"},
+        {__LINE__, "x%GN_LONG%", Join({"x", longest})},
+        {__LINE__, Join({"%", longName, "%"}), "cut"},
+    };
+    for (const auto& row : kRows) {
+        const CGNString text(row.text.c_str());
+        EXPECT_EQ(Bytes(OSExpandEnvironmentVariables(text)), row.expanded) << row.line;
+        EXPECT_EQ(Bytes(text), row.text);
+    }
+    EXPECT_EQ(Bytes(OSExpandEnvironmentVariables("%GN_SELF%")), "%GN_SELF%");
+    EXPECT_EQ(Bytes(OSExpandEnvironmentVariables("%GN_EMPTY%|")), kWindows ? "%GN_EMPTY%|" : "|");
+}
+
+}  // namespace

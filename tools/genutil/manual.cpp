@@ -1,0 +1,89 @@
+#include "tools/genutil/manual.h"
+
+#include <cctype>
+#include <cstdio>
+#include <cstring>
+#include <set>
+
+namespace {
+
+// As it stands: what has a meaning at the beginning of a line or anywhere is escaped.
+void PrintText(const char* text) {
+    bool lineBegins = true;
+    for (const char* p = text; *p; ++p) {
+        if (lineBegins && (*p == '.' || *p == '\'')) std::fputs("\\&", stdout);
+        if (*p == '\\' || *p == '-')
+            std::printf("\\%c", *p == '\\' ? 'e' : '-');
+        else
+            std::putchar(*p);
+        lineBegins = *p == '\n';
+    }
+}
+
+// The first line of a help text is its synopsis.
+const char* BehindSynopsis(const char* help) {
+    const char* end = std::strstr(help, "\n\n");
+    return end ? end + 2 : help;
+}
+
+// The words of a help text that begin with two hyphens.
+std::set<std::string> OptionsIn(const char* help) {
+    std::set<std::string> options = {"--help"};
+    for (const char* p = help; (p = std::strstr(p, "--"));) {
+        const char* end = p + 2;
+        while (std::islower(static_cast<unsigned char>(*end)) || *end == '-') ++end;
+        if (end - p > 3) options.emplace(p, end);
+        p = end;
+    }
+    return options;
+}
+
+}  // namespace
+
+void PrintManual(const Command* const* commands, std::size_t count) {
+    std::puts(".TH GENUTIL 1 \"\" \"genutil " GENUTIL_VERSION
+              "\" \"User Commands\"\n"
+              ".SH NAME\n"
+              "genutil \\- text in the encodings and customs of its readers\n"
+              ".SH SYNOPSIS\n"
+              ".B genutil\n"
+              ".I COMMAND ARGUMENT...\n"
+              ".br\n"
+              ".B genutil\n"
+              "[\\fICOMMAND\\fR] \\fB\\-\\-help\\fR | \\fB\\-\\-version\\fR");
+    for (std::size_t i = 0; i < count; ++i) {
+        const char* const help = commands[i]->help;
+        const char* const body = BehindSynopsis(help);
+        std::printf(".SH %s\n.nf\n\\fB", commands[i]->name);
+        PrintText(std::string(help, body).c_str());
+        std::fputs("\\fR", stdout);
+        PrintText(body);
+        std::puts(".fi");
+    }
+}
+
+void PrintCompletion(const Command* const* commands, std::size_t count) {
+    std::puts(
+        "_genutil() {\n"
+        "    local word=${COMP_WORDS[COMP_CWORD]} words=\n"
+        "    if [ \"$COMP_CWORD\" = 1 ]; then");
+    std::fputs("        words='--help --version", stdout);
+    for (std::size_t i = 0; i < count; ++i) std::printf(" %s", commands[i]->name);
+    std::puts("'\n    else\n        case ${COMP_WORDS[1]} in");
+    for (std::size_t i = 0; i < count; ++i) {
+        std::printf("        %s) words='", commands[i]->name);
+        const char* separator = "";
+        for (const std::string& option : OptionsIn(commands[i]->help)) {
+            std::printf("%s%s", separator, option.c_str());
+            separator = " ";
+        }
+        std::puts("' ;;");
+    }
+    std::puts(
+        "        esac\n"
+        "        [[ $word == -* ]] || words=\n"
+        "    fi\n"
+        "    COMPREPLY=($(compgen -W \"$words\" -- \"$word\"))\n"
+        "}\n"
+        "complete -o default -F _genutil genutil");
+}
