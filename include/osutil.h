@@ -4,12 +4,9 @@
 
 #include "osconfig.h"
 #include "osfile.h"
-<<<<<<< HEAD
 #include "ospreferences.h"
-=======
 #include "osprocess.h"
 #include "ossystem.h"
->>>>>>> files
 #include "ostext.h"
 #include "osthread.h"
 
