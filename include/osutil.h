@@ -3,7 +3,9 @@
 #define GENUTIL_OSUTIL_H
 
 #include "osbuildversion.h"
+#include "osconfig.h"
 #include "osfile.h"
+#include "ospreferences.h"
 #include "osprocess.h"
 #include "osresource.h"
 #include "ossystem.h"

@@ -17,6 +17,8 @@ RESOURCES = SCRATCH.parent / 'resources'
 COMMAND = sys.argv[2:]
 NATIVE = len(COMMAND) == 1
 
+HOME = dict(os.environ, XDG_CONFIG_HOME=str(SCRATCH.resolve() / 'home'))
+
 TEXT = '東京タワー\n漢字 and ASCII\nかな\n'
 
 
@@ -248,6 +250,30 @@ class Program(unittest.TestCase):
             self.expect(run('message', 'texts.dll', 'x1'), 2, "'x1' is no number")
             self.expect(run('message', 'texts.dll', '65536'), 2, "'65536' is no number")
             self.expect(run('message', 'texts.dll'), 2, 'number')
+
+    def test_config(self):
+        write('app.ini', b'; tour\r\n[Screen]\r\nWidth = 80\r\n\r\n[Other]\r\nk=1\r\n')
+        self.expect(run('config', 'set', 'app.ini', 'screen', 'Height', '25'), 0)
+        self.assertEqual(self.expect(run('config', 'get', 'app.ini', 'SCREEN', 'width'), 0), b'80\n')
+        self.assertEqual(self.expect(run('config', 'list', 'app.ini', 'Screen'), 0).split(),
+                         [b'Width', b'=', b'80', b'Height=25'] if NATIVE else [b'Width=80', b'Height=25'])
+        self.expect(run('config', 'delete', 'app.ini', 'Screen', 'Width'), 0)
+        self.expect(run('config', 'get', 'app.ini', 'Screen', 'Width'), 1, "no value 'Width'")
+        self.assertIn(b'[Other]\r\nk=1\r\n', read('app.ini'))
+        registry = ('--registry', 'Software\\genutil program test', 'sub')
+        self.expect(run('config', 'set', *registry, 'Name', '東京' if NATIVE else 'Kyoto', env=HOME), 0)
+        self.assertEqual(self.expect(run('config', 'list', *registry, env=HOME), 0).decode(),
+                         'Name=東京\n' if NATIVE else 'Name=Kyoto\n')
+        self.expect(run('config', 'delete', *registry, 'name', env=HOME), 0)
+        if NATIVE:
+            self.assertEqual(read('app.ini'), b'; tour\r\n[Screen]\r\nHeight=25\r\n\r\n[Other]\r\nk=1\r\n')
+            self.expect(run('config', 'get', *registry, 'name', env=HOME), 1, "no value 'name'")
+            self.expect(run('config', 'set', 'app.ini', 'a', 'k', 'two\nlines'), 2, 'cannot be written')
+            self.expect(run('config', 'set', 'app.ini', 'a', 'k', ' "x" '), 1, "read back as 'x'")
+            self.expect(run('config', 'list', 'none.ini', 'a'), 2, 'no such file')
+            self.expect(run('config', 'list', 'app.ini', 'x'), 1, 'nothing there')
+            self.expect(run('config', 'get', 'app.ini', 'x'), 2, 'give FILE SECTION KEY')
+            self.expect(run('config', 'put'), 2, 'get, set, delete or list')
 
     def test_locale(self):
         out = self.expect(run('locale', 'fr', 'JA_jp.eucJP'), 0).decode().splitlines()

@@ -6,6 +6,7 @@
 #include "osutil.h"
 #include "tools/genutil/command.h"
 #include "tools/genutil/input.h"
+#include "tools/genutil/locale_text.h"
 #include "tools/genutil/system.h"
 
 namespace {
@@ -15,11 +16,6 @@ namespace {
 std::string LibraryPath(const std::string& file) {
     const std::string path = ArgumentToUtf8(file);
     return path.find_first_of("/\\:") == std::string::npos ? "./" + path : path;
-}
-
-void UseUtf8() {
-    mbIsMultiByte();  // initialises: a choice before that would not last
-    InitMbutilExt(mbUtf8);
 }
 
 void PrintVersion(const std::string& file, COSBuildVersion& version) {
