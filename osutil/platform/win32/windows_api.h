@@ -13,5 +13,6 @@
 
 #include <windows.h>
 // Behind it, which they need.
+#include <ddeml.h>
 #include <shellapi.h>
 #include <winnetwk.h>

@@ -1,0 +1,365 @@
+// Conversations through the system's DDE library, which belongs to the thread that initialised it:
+// each link has a thread with an instance of its own.
+#include "osutil/platform/dde.h"
+
+#include <atomic>
+#include <cstring>
+#include <cwchar>
+
+#include "genutil/allocate.h"
+#include "osutil/platform/win32/windows_api.h"
+
+namespace genutil::platform {
+
+namespace {
+
+constexpr DWORD kGrace = 1000;  // for a thread that is ending
+
+class Event {
+  public:
+    Event(bool manual, bool set) : m_handle(CreateEventW(nullptr, manual, set, nullptr)) {}
+    ~Event() {
+        if (m_handle) CloseHandle(m_handle);
+    }
+    Event(const Event&) = delete;
+    Event& operator=(const Event&) = delete;
+
+    HANDLE Get() const { return m_handle; }
+    void Set() const { SetEvent(m_handle); }
+    bool IsSet() const { return WaitForSingleObject(m_handle, 0) == WAIT_OBJECT_0; }
+
+  private:
+    HANDLE m_handle;
+};
+
+class Deadline {
+  public:
+    explicit Deadline(unsigned timeout) : m_start(GetTickCount()), m_timeout(timeout) {}
+    DWORD Left() const {
+        const DWORD passed = GetTickCount() - m_start;
+        return passed < m_timeout ? m_timeout - passed : 0;
+    }
+
+  private:
+    DWORD m_start, m_timeout;
+};
+
+// Waits for one of them and meanwhile answers what is sent to windows of the calling thread: a
+// search for servers asks all windows there are, and must not wait for those of whoever began it.
+DWORD WaitServing(const HANDLE* handles, DWORD count, const Deadline& deadline) {
+    for (;;) {
+        const DWORD got = MsgWaitForMultipleObjects(count, handles, FALSE, deadline.Left(),
+                                                    QS_SENDMESSAGE);
+        if (got != WAIT_OBJECT_0 + count) return got;
+        MSG message;
+        PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+    }
+}
+
+}  // namespace
+
+struct DdeLink {
+    std::atomic<int> holders{1};  // the thread is one
+    std::atomic<bool> open{false};
+    std::atomic<bool> gone{false};  // the partner ended the conversation
+    Event turn{false, true};        // for one call at a time
+    Event request{false, false};    // there is a call for the thread
+    Event done{false, false};       // it has been carried out
+    Event end{true, false};         // EndDde
+    HANDLE thread = nullptr;
+    HANDLE partner = nullptr;  // its process; null when the system keeps it from us
+    HWND window = nullptr, partnerWindow = nullptr;
+
+    wchar_t service[kLongestDdeName + 1], topic[kLongestDdeName + 1];
+    const DdeCall* call = nullptr;
+    DWORD timeout = 0;
+    DdeOutcome outcome = DdeOutcome::kFailed;
+    Owned<unsigned short> answer{nullptr};
+    std::size_t answerCount = 0;
+
+    bool HasEvents() const { return turn.Get() && request.Get() && done.Get() && end.Get(); }
+    ~DdeLink() {
+        if (thread) CloseHandle(thread);
+        if (partner) CloseHandle(partner);
+    }
+};
+
+namespace {
+
+// -- The thread ----------------------------------------------------------------------------------
+
+thread_local DdeLink* t_link;  // of this thread
+
+HDDEDATA CALLBACK OnDde(UINT type, UINT, HCONV, HSZ, HSZ, HDDEDATA, ULONG_PTR, ULONG_PTR) {
+    if (type == XTYP_DISCONNECT && t_link) {
+        t_link->gone = true;
+        t_link->open = false;
+    }
+    return nullptr;
+}
+
+class Instance {
+  public:
+    Instance() {
+        m_made = DdeInitializeW(&m_id, OnDde,
+                                APPCMD_CLIENTONLY | CBF_SKIP_REGISTRATIONS |
+                                    CBF_SKIP_UNREGISTRATIONS | CBF_SKIP_CONNECT_CONFIRMS,
+                                0) == DMLERR_NO_ERROR;
+    }
+    ~Instance() {
+        if (m_made) DdeUninitialize(m_id);
+    }
+    Instance(const Instance&) = delete;
+    Instance& operator=(const Instance&) = delete;
+
+    bool IsMade() const { return m_made; }
+    DWORD Id() const { return m_id; }
+
+  private:
+    DWORD m_id = 0;
+    bool m_made;
+};
+
+class Name {
+  public:
+    Name(const Instance& instance, const wchar_t* text)
+        : m_instance(instance),
+          m_handle(DdeCreateStringHandleW(instance.Id(), text, CP_WINUNICODE)) {}
+    ~Name() {
+        if (m_handle) DdeFreeStringHandle(m_instance.Id(), m_handle);
+    }
+    Name(const Name&) = delete;
+    Name& operator=(const Name&) = delete;
+    HSZ Get() const { return m_handle; }
+
+  private:
+    const Instance& m_instance;
+    HSZ m_handle;
+};
+
+const wchar_t* Wide(const unsigned short* text) {
+    return reinterpret_cast<const wchar_t*>(text);
+}
+
+// Text of the system's code page; the caller releases it. Null without memory.
+unsigned short* FromSystemText(const char* text, std::size_t bytes, std::size_t* count) {
+    const int size = static_cast<int>(bytes);
+    const auto wide = static_cast<unsigned short*>(Allocate((std::uint64_t{bytes} + 1) * 2));
+    if (wide)
+        *count = static_cast<std::size_t>(MultiByteToWideChar(
+            CP_ACP, 0, text, size, reinterpret_cast<wchar_t*>(wide), size));
+    return wide;
+}
+
+unsigned short* FromUnits(const BYTE* data, std::size_t units, std::size_t* count) {
+    const auto wide = static_cast<unsigned short*>(Allocate((std::uint64_t{units} + 1) * 2));
+    if (!wide) return nullptr;
+    std::memcpy(wide, data, units * 2);
+    wide[units] = 0;
+    *count = std::wcslen(reinterpret_cast<wchar_t*>(wide));
+    return wide;
+}
+
+// What a partner sent, up to its first 0, if there is one.
+bool TakeAnswer(DdeLink& link, HDDEDATA data, UINT format) {
+    DWORD size = 0;
+    const BYTE* const bytes = DdeAccessData(data, &size);
+    if (!bytes) return false;
+    const auto text = reinterpret_cast<const char*>(bytes);
+    link.answerCount = 0;
+    link.answer.Reset(format == CF_UNICODETEXT
+                          ? FromUnits(bytes, size / 2, &link.answerCount)
+                          : FromSystemText(text, strnlen(text, size), &link.answerCount));
+    DdeUnaccessData(data);
+    return link.answer.Get() != nullptr;
+}
+
+// An item's text in the system's code page, for a partner that knows no other.
+Owned<char>& MakeSystemText(const DdeCall& call, Owned<char>& text, DWORD* size) {
+    const int units = static_cast<int>(call.count + 1);
+    const int bytes = WideCharToMultiByte(CP_ACP, 0, Wide(call.text), units, nullptr, 0, nullptr,
+                                          nullptr);
+    text.Reset(static_cast<char*>(Allocate(static_cast<std::uint64_t>(bytes))));
+    if (text.Get())
+        *size = static_cast<DWORD>(WideCharToMultiByte(CP_ACP, 0, Wide(call.text), units,
+                                                       text.Get(), bytes, nullptr, nullptr));
+    return text;
+}
+
+DdeOutcome OutcomeOf(UINT error) {
+    switch (error) {
+        case DMLERR_EXECACKTIMEOUT:
+        case DMLERR_POKEACKTIMEOUT:
+        case DMLERR_DATAACKTIMEOUT: return DdeOutcome::kTimedOut;
+        case DMLERR_BUSY: return DdeOutcome::kBusy;
+        case DMLERR_NOTPROCESSED: return DdeOutcome::kRefused;
+        case DMLERR_NO_CONV_ESTABLISHED:
+        case DMLERR_POSTMSG_FAILED:
+        case DMLERR_SERVER_DIED: return DdeOutcome::kGone;
+        default: return DdeOutcome::kFailed;
+    }
+}
+
+class Conversation {
+  public:
+    Conversation(DdeLink& link, const Instance& instance) : m_link(link), m_instance(instance) {
+        const Name service(instance, link.service), topic(instance, link.topic);
+        m_handle = DdeConnect(instance.Id(), service.Get(), topic.Get(), nullptr);
+        if (m_handle) FindPartner();
+    }
+    ~Conversation() {
+        if (m_handle) DdeDisconnect(m_handle);
+    }
+    Conversation(const Conversation&) = delete;
+    Conversation& operator=(const Conversation&) = delete;
+
+    bool IsMade() const { return m_handle != nullptr; }
+
+    DdeOutcome Transact(const DdeCall& call, const Deadline& deadline) {
+        if (call.kind == DdeCall::kExecute) return Send(call, 0, call.text, 0, deadline);
+        const Name item(m_instance, Wide(call.item));
+        if (!item.Get()) return DdeOutcome::kFailed;
+        const DdeOutcome outcome = Send(call, item.Get(), call.text, CF_UNICODETEXT, deadline);
+        return outcome == DdeOutcome::kRefused ? SendAsSystemText(call, item.Get(), deadline)
+                                               : outcome;
+    }
+
+  private:
+    void FindPartner() {
+        CONVINFO info = {};
+        info.cb = sizeof info;
+        if (!DdeQueryConvInfo(m_handle, static_cast<DWORD>(QID_SYNC), &info)) return;
+        m_link.window = info.hwnd;
+        m_link.partnerWindow = info.hwndPartner;
+        DWORD process = 0;
+        GetWindowThreadProcessId(info.hwndPartner, &process);
+        m_link.partner = OpenProcess(SYNCHRONIZE, FALSE, process);
+    }
+
+    DdeOutcome SendAsSystemText(const DdeCall& call, HSZ item, const Deadline& deadline) {
+        if (call.kind == DdeCall::kRequest) return Send(call, item, nullptr, CF_TEXT, deadline);
+        Owned<char> text(nullptr);
+        DWORD size = 0;
+        if (!MakeSystemText(call, text, &size).Get()) return DdeOutcome::kFailed;
+        return Send(call.kind, item, text.Get(), size, CF_TEXT, deadline);
+    }
+
+    DdeOutcome Send(const DdeCall& call, HSZ item, const unsigned short* text, UINT format,
+                    const Deadline& deadline) {
+        const DWORD size = text ? static_cast<DWORD>((call.count + 1) * 2) : 0;
+        return Send(call.kind, item, text, size, format, deadline);
+    }
+
+    DdeOutcome Send(DdeCall::Kind kind, HSZ item, const void* text, DWORD size, UINT format,
+                    const Deadline& deadline) {
+        static constexpr UINT kTypes[] = {XTYP_EXECUTE, XTYP_POKE, XTYP_REQUEST};
+        const DWORD left = deadline.Left();
+        if (left == 0) return DdeOutcome::kTimedOut;
+        DWORD flags = 0;
+        // The system does not change the text.
+        const auto bytes = static_cast<BYTE*>(const_cast<void*>(text));
+        const HDDEDATA data = DdeClientTransaction(bytes, size, m_handle, item, format,
+                                                   kTypes[kind], left, &flags);
+        if (m_link.gone) return DdeOutcome::kGone;
+        if (kind != DdeCall::kRequest && (flags & DDE_FBUSY)) return DdeOutcome::kBusy;
+        if (!data) {
+            const UINT error = DdeGetLastError(m_instance.Id());
+            return flags & DDE_FBUSY ? DdeOutcome::kBusy : OutcomeOf(error);
+        }
+        if (kind == DdeCall::kRequest) {
+            const bool taken = TakeAnswer(m_link, data, format);
+            DdeFreeDataHandle(data);
+            return taken ? DdeOutcome::kDone : DdeOutcome::kFailed;
+        }
+        // A text that was refused may come back as a success, with the partner's own word beside.
+        return kind == DdeCall::kExecute || (flags & DDE_FACK) ? DdeOutcome::kDone
+                                                                : DdeOutcome::kRefused;
+    }
+
+    DdeLink& m_link;
+    const Instance& m_instance;
+    HCONV m_handle = nullptr;
+};
+
+void PumpMessages() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+}
+
+// Carries out calls until the link or the partner ends, or time runs out for an answer.
+void Serve(DdeLink& link, Conversation& conversation) {
+    const HANDLE handles[] = {link.end.Get(), link.request.Get(), link.partner};
+    const DWORD count = link.partner ? 3 : 2;
+    while (!link.gone) {
+        const DWORD got =
+            MsgWaitForMultipleObjects(count, handles, FALSE, INFINITE, QS_ALLINPUT);
+        PumpMessages();
+        if (got == WAIT_OBJECT_0 || got == WAIT_FAILED) return;
+        if (got == WAIT_OBJECT_0 + 2) link.gone = true;
+        if (got != WAIT_OBJECT_0 + 1) continue;
+        link.outcome = link.gone ? DdeOutcome::kGone
+                                 : conversation.Transact(*link.call, Deadline(link.timeout));
+        const bool ended = link.outcome == DdeOutcome::kTimedOut;
+        if (ended || link.gone) link.open = false;
+        link.done.Set();
+        if (ended) return;
+    }
+}
+
+void Converse(DdeLink& link) {
+    const Instance instance;
+    link.outcome = instance.IsMade() ? DdeOutcome::kNoServer : DdeOutcome::kFailed;
+    if (!instance.IsMade()) return;
+    t_link = &link;
+    {
+        Conversation conversation(link, instance);
+        if (conversation.IsMade()) {
+            link.outcome = DdeOutcome::kDone;
+            link.open = !link.end.IsSet();
+            link.done.Set();
+            Serve(link, conversation);
+        }
+        link.open = false;
+    }
+    t_link = nullptr;
+}
+
+HMODULE HoldModule() {
+    HMODULE module = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                       reinterpret_cast<const wchar_t*>(&HoldModule), &module);
+    return module;
+}
+
+DWORD WINAPI RunThread(void* context) {
+    DdeLink* const link = static_cast<DdeLink*>(context);
+    Converse(*link);
+    link->done.Set();
+    DropDde(link);
+    FreeLibraryAndExitThread(HoldModule(), 0);
+}
+
+// -- Callers -------------------------------------------------------------------------------------
+
+// In the partner's name, which ends the conversation for the system's DDE library too, that is in
+// the midst of a call.
+void PostEnd(const DdeLink& link) {
+    PostMessageW(link.window, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(link.partnerWindow), 0);
+}
+
+// Waits for the answer to a call. When the link or the partner ends before it comes, the thread is
+// told and its answer is of no interest.
+DdeOutcome Await(DdeLink& link, const Deadline& deadline, bool connecting) {
+    const HANDLE handles[] = {link.done.Get(), link.end.Get(), link.partner};
+    const DWORD count = !connecting && link.partner ? 3 : 2;
+    switch (WaitServing(handles, count, deadline)) {
+        case WAIT_OBJECT_0: return link.outcome;
+        case WAIT_OBJECT_0 + 1: return DdeOutcome::kEnded;
+        case WAIT_OBJECT_0 + 2: return DdeOutcome::kGone;
+        case WAIT_TIMEOUT: return DdeOutcome::kTimedOut;
+        default: return DdeOutcome::kFailed;
+    }
+}
+
+}  // namespace
+}  // namespace genutil::platform
