@@ -52,14 +52,14 @@ enum osDDEError {
                                    bytes are no text in the current code set */
     osDDENoServer = -4,       /**< no program answers for this service and topic */
     osDDENotConnected = -5,   /**< the object has no conversation */
-    osDDERefused = -6,        /**< the partner did not take the command or the text, or does not have
-                                   the item */
-    osDDEBusy = -7,           /**< the partner is busy and asks to try again later */
-    osDDETimedOut = -8,       /**< the time ran out; the partner may still do what it was asked */
-    osDDEPartnerGone = -9,    /**< the partner ended the conversation, or itself */
-    osDDEEnded = -10,         /**< OSDDEUnInit or Disconnect on another thread ended the
-                                   conversation */
-    osDDEFailed = -11         /**< memory or another means of the system ran out */
+    osDDERefused = -6,     /**< the partner did not take the command or the text, or does not have
+                                the item */
+    osDDEBusy = -7,        /**< the partner is busy and asks to try again later */
+    osDDETimedOut = -8,    /**< the time ran out; the partner may still do what it was asked */
+    osDDEPartnerGone = -9, /**< the partner ended the conversation, or itself */
+    osDDEEnded = -10,      /**< OSDDEUnInit or Disconnect on another thread ended the
+                                conversation */
+    osDDEFailed = -11      /**< memory or another means of the system ran out */
 };
 
 /** @return 1 where the system has DDE, else 0. */

@@ -38,34 +38,56 @@ DdeConversation* g_first;  // that has a link
 
 int ErrorOf(DdeOutcome outcome) {
     switch (outcome) {
-        case DdeOutcome::kDone: return osDDENone;
-        case DdeOutcome::kUnavailable: return osDDENotAvailable;
-        case DdeOutcome::kNoServer: return osDDENoServer;
-        case DdeOutcome::kNotConnected: return osDDENotConnected;
-        case DdeOutcome::kRefused: return osDDERefused;
-        case DdeOutcome::kBusy: return osDDEBusy;
-        case DdeOutcome::kTimedOut: return osDDETimedOut;
-        case DdeOutcome::kGone: return osDDEPartnerGone;
-        case DdeOutcome::kEnded: return osDDEEnded;
-        case DdeOutcome::kFailed: break;
+        case DdeOutcome::kDone:
+            return osDDENone;
+        case DdeOutcome::kUnavailable:
+            return osDDENotAvailable;
+        case DdeOutcome::kNoServer:
+            return osDDENoServer;
+        case DdeOutcome::kNotConnected:
+            return osDDENotConnected;
+        case DdeOutcome::kRefused:
+            return osDDERefused;
+        case DdeOutcome::kBusy:
+            return osDDEBusy;
+        case DdeOutcome::kTimedOut:
+            return osDDETimedOut;
+        case DdeOutcome::kGone:
+            return osDDEPartnerGone;
+        case DdeOutcome::kEnded:
+            return osDDEEnded;
+        case DdeOutcome::kFailed:
+            break;
     }
     return osDDEFailed;
 }
 
 const char* TextOf(int code) {
     switch (code) {
-        case osDDENotAvailable: return "DDE is not available on this system";
-        case osDDENotInitialized: return "DDE is not initialized";
-        case osDDEBadText: return "a name or text for DDE is missing, too long or not valid";
-        case osDDENoServer: return "no program answers for this DDE service and topic";
-        case osDDENotConnected: return "there is no DDE conversation";
-        case osDDERefused: return "the DDE partner refused";
-        case osDDEBusy: return "the DDE partner is busy";
-        case osDDETimedOut: return "the DDE partner did not answer in time";
-        case osDDEPartnerGone: return "the DDE partner ended the conversation";
-        case osDDEEnded: return "the DDE conversation was ended by this program";
-        case osDDEFailed: return "DDE failed for lack of memory or resources";
-        default: return "";
+        case osDDENotAvailable:
+            return "DDE is not available on this system";
+        case osDDENotInitialized:
+            return "DDE is not initialized";
+        case osDDEBadText:
+            return "a name or text for DDE is missing, too long or not valid";
+        case osDDENoServer:
+            return "no program answers for this DDE service and topic";
+        case osDDENotConnected:
+            return "there is no DDE conversation";
+        case osDDERefused:
+            return "the DDE partner refused";
+        case osDDEBusy:
+            return "the DDE partner is busy";
+        case osDDETimedOut:
+            return "the DDE partner did not answer in time";
+        case osDDEPartnerGone:
+            return "the DDE partner ended the conversation";
+        case osDDEEnded:
+            return "the DDE conversation was ended by this program";
+        case osDDEFailed:
+            return "DDE failed for lack of memory or resources";
+        default:
+            return "";
     }
 }
 

@@ -22,7 +22,7 @@ enum class DdeOutcome {
 bool HasDde();
 
 // One conversation, from before it is connected until it is ended, which it stays. It has holders,
-// of which the maker is the first, and is ended when the last one drops it.
+// of which the maker is the first; somebody ends it before the last one drops it.
 struct DdeLink;
 DdeOutcome MakeDde(DdeLink** link);
 void HoldDde(DdeLink* link);

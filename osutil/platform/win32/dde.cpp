@@ -48,8 +48,8 @@ class Deadline {
 // search for servers asks all windows there are, and must not wait for those of whoever began it.
 DWORD WaitServing(const HANDLE* handles, DWORD count, const Deadline& deadline) {
     for (;;) {
-        const DWORD got = MsgWaitForMultipleObjects(count, handles, FALSE, deadline.Left(),
-                                                    QS_SENDMESSAGE);
+        const DWORD got =
+            MsgWaitForMultipleObjects(count, handles, FALSE, deadline.Left(), QS_SENDMESSAGE);
         if (got != WAIT_OBJECT_0 + count) return got;
         MSG message;
         PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
@@ -66,20 +66,24 @@ struct DdeLink {
     Event request{false, false};    // there is a call for the thread
     Event done{false, false};       // it has been carried out
     Event end{true, false};         // EndDde
-    HANDLE thread = nullptr;
+    std::atomic<HANDLE> thread{nullptr};
     HANDLE partner = nullptr;  // its process; null when the system keeps it from us
     HWND window = nullptr, partnerWindow = nullptr;
 
-    wchar_t service[kLongestDdeName + 1], topic[kLongestDdeName + 1];
-    const DdeCall* call = nullptr;
+    wchar_t service[kLongestDdeName + 1] = {}, topic[kLongestDdeName + 1] = {};
+    // The call, copied: its caller may have given up while the thread is at it.
+    DdeCall call = {};
+    wchar_t item[kLongestDdeName + 1] = {};
+    Owned<wchar_t> text{nullptr};
     DWORD timeout = 0;
+    // And its result.
     DdeOutcome outcome = DdeOutcome::kFailed;
     Owned<unsigned short> answer{nullptr};
     std::size_t answerCount = 0;
 
     bool HasEvents() const { return turn.Get() && request.Get() && done.Get() && end.Get(); }
     ~DdeLink() {
-        if (thread) CloseHandle(thread);
+        if (const HANDLE handle = thread) CloseHandle(handle);
         if (partner) CloseHandle(partner);
     }
 };
@@ -146,8 +150,8 @@ unsigned short* FromSystemText(const char* text, std::size_t bytes, std::size_t*
     const int size = static_cast<int>(bytes);
     const auto wide = static_cast<unsigned short*>(Allocate((std::uint64_t{bytes} + 1) * 2));
     if (wide)
-        *count = static_cast<std::size_t>(MultiByteToWideChar(
-            CP_ACP, 0, text, size, reinterpret_cast<wchar_t*>(wide), size));
+        *count = static_cast<std::size_t>(
+            MultiByteToWideChar(CP_ACP, 0, text, size, reinterpret_cast<wchar_t*>(wide), size));
     return wide;
 }
 
@@ -175,28 +179,32 @@ bool TakeAnswer(DdeLink& link, HDDEDATA data, UINT format) {
 }
 
 // An item's text in the system's code page, for a partner that knows no other.
-Owned<char>& MakeSystemText(const DdeCall& call, Owned<char>& text, DWORD* size) {
-    const int units = static_cast<int>(call.count + 1);
-    const int bytes = WideCharToMultiByte(CP_ACP, 0, Wide(call.text), units, nullptr, 0, nullptr,
-                                          nullptr);
-    text.Reset(static_cast<char*>(Allocate(static_cast<std::uint64_t>(bytes))));
-    if (text.Get())
-        *size = static_cast<DWORD>(WideCharToMultiByte(CP_ACP, 0, Wide(call.text), units,
-                                                       text.Get(), bytes, nullptr, nullptr));
-    return text;
+bool MakeSystemText(const wchar_t* text, std::size_t count, Owned<char>& made, DWORD* size) {
+    const int units = static_cast<int>(count + 1);
+    const int room = WideCharToMultiByte(CP_ACP, 0, text, units, nullptr, 0, nullptr, nullptr);
+    made.Reset(static_cast<char*>(Allocate(static_cast<std::uint64_t>(room))));
+    if (!made.Get()) return false;
+    *size = static_cast<DWORD>(
+        WideCharToMultiByte(CP_ACP, 0, text, units, made.Get(), room, nullptr, nullptr));
+    return true;
 }
 
 DdeOutcome OutcomeOf(UINT error) {
     switch (error) {
         case DMLERR_EXECACKTIMEOUT:
         case DMLERR_POKEACKTIMEOUT:
-        case DMLERR_DATAACKTIMEOUT: return DdeOutcome::kTimedOut;
-        case DMLERR_BUSY: return DdeOutcome::kBusy;
-        case DMLERR_NOTPROCESSED: return DdeOutcome::kRefused;
+        case DMLERR_DATAACKTIMEOUT:
+            return DdeOutcome::kTimedOut;
+        case DMLERR_BUSY:
+            return DdeOutcome::kBusy;
+        case DMLERR_NOTPROCESSED:
+            return DdeOutcome::kRefused;
         case DMLERR_NO_CONV_ESTABLISHED:
         case DMLERR_POSTMSG_FAILED:
-        case DMLERR_SERVER_DIED: return DdeOutcome::kGone;
-        default: return DdeOutcome::kFailed;
+        case DMLERR_SERVER_DIED:
+            return DdeOutcome::kGone;
+        default:
+            return DdeOutcome::kFailed;
     }
 }
 
@@ -215,13 +223,24 @@ class Conversation {
 
     bool IsMade() const { return m_handle != nullptr; }
 
-    DdeOutcome Transact(const DdeCall& call, const Deadline& deadline) {
-        if (call.kind == DdeCall::kExecute) return Send(call, 0, call.text, 0, deadline);
-        const Name item(m_instance, Wide(call.item));
+    // Carries out the link's call.
+    DdeOutcome Transact() {
+        const Deadline deadline(m_link.timeout);
+        const DWORD size = static_cast<DWORD>((m_link.call.count + 1) * 2);
+        if (m_link.call.kind == DdeCall::kExecute)
+            return Send(nullptr, m_link.text.Get(), size, 0, deadline);
+        const Name item(m_instance, m_link.item);
         if (!item.Get()) return DdeOutcome::kFailed;
-        const DdeOutcome outcome = Send(call, item.Get(), call.text, CF_UNICODETEXT, deadline);
-        return outcome == DdeOutcome::kRefused ? SendAsSystemText(call, item.Get(), deadline)
-                                               : outcome;
+        const bool poke = m_link.call.kind == DdeCall::kPoke;
+        const DdeOutcome outcome =
+            Send(item.Get(), m_link.text.Get(), poke ? size : 0, CF_UNICODETEXT, deadline);
+        if (outcome != DdeOutcome::kRefused || m_link.end.IsSet()) return outcome;
+        // To a partner that knows the system's text only.
+        Owned<char> text(nullptr);
+        DWORD bytes = 0;
+        if (poke && !MakeSystemText(m_link.text.Get(), m_link.call.count, text, &bytes))
+            return DdeOutcome::kFailed;
+        return Send(item.Get(), text.Get(), bytes, CF_TEXT, deadline);
     }
 
   private:
@@ -236,30 +255,16 @@ class Conversation {
         m_link.partner = OpenProcess(SYNCHRONIZE, FALSE, process);
     }
 
-    DdeOutcome SendAsSystemText(const DdeCall& call, HSZ item, const Deadline& deadline) {
-        if (call.kind == DdeCall::kRequest) return Send(call, item, nullptr, CF_TEXT, deadline);
-        Owned<char> text(nullptr);
-        DWORD size = 0;
-        if (!MakeSystemText(call, text, &size).Get()) return DdeOutcome::kFailed;
-        return Send(call.kind, item, text.Get(), size, CF_TEXT, deadline);
-    }
-
-    DdeOutcome Send(const DdeCall& call, HSZ item, const unsigned short* text, UINT format,
-                    const Deadline& deadline) {
-        const DWORD size = text ? static_cast<DWORD>((call.count + 1) * 2) : 0;
-        return Send(call.kind, item, text, size, format, deadline);
-    }
-
-    DdeOutcome Send(DdeCall::Kind kind, HSZ item, const void* text, DWORD size, UINT format,
-                    const Deadline& deadline) {
+    DdeOutcome Send(HSZ item, const void* text, DWORD size, UINT format, const Deadline& deadline) {
+        const DdeCall::Kind kind = m_link.call.kind;
         static constexpr UINT kTypes[] = {XTYP_EXECUTE, XTYP_POKE, XTYP_REQUEST};
         const DWORD left = deadline.Left();
         if (left == 0) return DdeOutcome::kTimedOut;
         DWORD flags = 0;
         // The system does not change the text.
         const auto bytes = static_cast<BYTE*>(const_cast<void*>(text));
-        const HDDEDATA data = DdeClientTransaction(bytes, size, m_handle, item, format,
-                                                   kTypes[kind], left, &flags);
+        const HDDEDATA data =
+            DdeClientTransaction(bytes, size, m_handle, item, format, kTypes[kind], left, &flags);
         if (m_link.gone) return DdeOutcome::kGone;
         if (kind != DdeCall::kRequest && (flags & DDE_FBUSY)) return DdeOutcome::kBusy;
         if (!data) {
@@ -273,7 +278,7 @@ class Conversation {
         }
         // A text that was refused may come back as a success, with the partner's own word beside.
         return kind == DdeCall::kExecute || (flags & DDE_FACK) ? DdeOutcome::kDone
-                                                                : DdeOutcome::kRefused;
+                                                               : DdeOutcome::kRefused;
     }
 
     DdeLink& m_link;
@@ -286,80 +291,190 @@ void PumpMessages() {
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
 }
 
-// Carries out calls until the link or the partner ends, or time runs out for an answer.
-void Serve(DdeLink& link, Conversation& conversation) {
+// Carries out calls until the link or the partner ends, or time runs out for an answer: the result
+// of the call that is under way then.
+DdeOutcome Serve(DdeLink& link, Conversation& conversation) {
     const HANDLE handles[] = {link.end.Get(), link.request.Get(), link.partner};
     const DWORD count = link.partner ? 3 : 2;
     while (!link.gone) {
-        const DWORD got =
-            MsgWaitForMultipleObjects(count, handles, FALSE, INFINITE, QS_ALLINPUT);
+        const DWORD got = MsgWaitForMultipleObjects(count, handles, FALSE, INFINITE, QS_ALLINPUT);
         PumpMessages();
-        if (got == WAIT_OBJECT_0 || got == WAIT_FAILED) return;
+        if (got == WAIT_OBJECT_0 || got == WAIT_FAILED) return DdeOutcome::kEnded;
         if (got == WAIT_OBJECT_0 + 2) link.gone = true;
         if (got != WAIT_OBJECT_0 + 1) continue;
-        link.outcome = link.gone ? DdeOutcome::kGone
-                                 : conversation.Transact(*link.call, Deadline(link.timeout));
-        const bool ended = link.outcome == DdeOutcome::kTimedOut;
-        if (ended || link.gone) link.open = false;
+        const DdeOutcome outcome = link.gone ? DdeOutcome::kGone : conversation.Transact();
+        if (link.gone || outcome == DdeOutcome::kTimedOut) return outcome;
+        link.outcome = outcome;
         link.done.Set();
-        if (ended) return;
     }
+    return DdeOutcome::kGone;
 }
 
-void Converse(DdeLink& link) {
+DdeOutcome Converse(DdeLink& link) {
     const Instance instance;
-    link.outcome = instance.IsMade() ? DdeOutcome::kNoServer : DdeOutcome::kFailed;
-    if (!instance.IsMade()) return;
-    t_link = &link;
-    {
-        Conversation conversation(link, instance);
-        if (conversation.IsMade()) {
-            link.outcome = DdeOutcome::kDone;
-            link.open = !link.end.IsSet();
-            link.done.Set();
-            Serve(link, conversation);
-        }
-        link.open = false;
-    }
-    t_link = nullptr;
+    if (!instance.IsMade()) return DdeOutcome::kFailed;
+    Conversation conversation(link, instance);
+    if (!conversation.IsMade()) return DdeOutcome::kNoServer;
+    link.open = true;
+    link.outcome = DdeOutcome::kDone;
+    link.done.Set();
+    const DdeOutcome last = Serve(link, conversation);
+    link.open = false;
+    return last;
 }
 
-HMODULE HoldModule() {
+// The library, with one more or no more user of it.
+HMODULE ThisModule(DWORD flags) {
     HMODULE module = nullptr;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
-                       reinterpret_cast<const wchar_t*>(&HoldModule), &module);
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | flags,
+                       reinterpret_cast<const wchar_t*>(&ThisModule), &module);
     return module;
 }
 
+// May still run when its caller has given up, and so keeps the library loaded.
 DWORD WINAPI RunThread(void* context) {
     DdeLink* const link = static_cast<DdeLink*>(context);
-    Converse(*link);
+    t_link = link;
+    link->outcome = Converse(*link);
+    t_link = nullptr;
     link->done.Set();
     DropDde(link);
-    FreeLibraryAndExitThread(HoldModule(), 0);
+    FreeLibraryAndExitThread(ThisModule(GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT), 0);
 }
 
 // -- Callers -------------------------------------------------------------------------------------
 
-// In the partner's name, which ends the conversation for the system's DDE library too, that is in
-// the midst of a call.
-void PostEnd(const DdeLink& link) {
-    PostMessageW(link.window, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(link.partnerWindow), 0);
+bool StartThread(DdeLink* link) {
+    HoldDde(link);
+    const HMODULE module = ThisModule(0);
+    link->thread = CreateThread(nullptr, 0, RunThread, link, 0, nullptr);
+    if (link->thread) return true;
+    FreeLibrary(module);
+    DropDde(link);
+    return false;
 }
 
-// Waits for the answer to a call. When the link or the partner ends before it comes, the thread is
-// told and its answer is of no interest.
-DdeOutcome Await(DdeLink& link, const Deadline& deadline, bool connecting) {
-    const HANDLE handles[] = {link.done.Get(), link.end.Get(), link.partner};
-    const DWORD count = !connecting && link.partner ? 3 : 2;
-    switch (WaitServing(handles, count, deadline)) {
-        case WAIT_OBJECT_0: return link.outcome;
-        case WAIT_OBJECT_0 + 1: return DdeOutcome::kEnded;
-        case WAIT_OBJECT_0 + 2: return DdeOutcome::kGone;
-        case WAIT_TIMEOUT: return DdeOutcome::kTimedOut;
-        default: return DdeOutcome::kFailed;
+DdeOutcome WaitForAnswer(DdeLink& link, const Deadline& deadline, HANDLE partner) {
+    const HANDLE handles[] = {link.done.Get(), link.end.Get(), partner};
+    switch (WaitServing(handles, partner ? 3 : 2, deadline)) {
+        case WAIT_OBJECT_0:
+            return link.outcome;
+        case WAIT_OBJECT_0 + 1:
+            return DdeOutcome::kEnded;
+        case WAIT_OBJECT_0 + 2:
+            return DdeOutcome::kGone;
+        case WAIT_TIMEOUT:
+            return DdeOutcome::kTimedOut;
+        default:
+            return DdeOutcome::kFailed;
     }
 }
 
+// The end of the conversation in the partner's name, who cannot say it: so that the system's
+// library does not wait for an answer any longer. What comes of it is of no interest.
+void BreakOff(DdeLink& link) {
+    link.end.Set();
+    PostMessageW(link.window, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(link.partnerWindow), 0);
+    const HANDLE thread = link.thread;
+    WaitServing(&thread, 1, Deadline(kGrace));
+}
+
+bool EndsLink(DdeOutcome outcome) {
+    return outcome == DdeOutcome::kTimedOut || outcome == DdeOutcome::kGone ||
+           outcome == DdeOutcome::kEnded;
+}
+
+bool Store(DdeLink& link, const DdeCall& call) {
+    link.call = call;
+    if (call.item) std::wcscpy(link.item, Wide(call.item));
+    link.text.Reset(nullptr);
+    if (!call.text) return true;
+    const std::uint64_t size = (std::uint64_t{call.count} + 1) * 2;
+    link.text.Reset(static_cast<wchar_t*>(Allocate(size)));
+    if (link.text.Get()) std::memcpy(link.text.Get(), call.text, static_cast<std::size_t>(size));
+    return link.text.Get() != nullptr;
+}
+
+// With the turn.
+DdeOutcome TakeTurn(DdeLink& link, const DdeCall& call, const Deadline& deadline) {
+    if (link.gone) return DdeOutcome::kGone;
+    if (link.end.IsSet()) return DdeOutcome::kEnded;
+    if (!link.open) return DdeOutcome::kNotConnected;
+    if (!Store(link, call)) return DdeOutcome::kFailed;
+    link.timeout = deadline.Left();
+    link.request.Set();
+    const DdeOutcome outcome = WaitForAnswer(link, Deadline(link.timeout + kGrace), link.partner);
+    if (EndsLink(outcome)) {
+        BreakOff(link);
+        return outcome;
+    }
+    if (outcome == DdeOutcome::kDone && call.take)
+        call.take(call.context, link.answer.Get(), link.answerCount);
+    link.answer.Reset(nullptr);
+    return outcome;
+}
+
 }  // namespace
+
+bool HasDde() {
+    return true;
+}
+
+DdeOutcome MakeDde(DdeLink** link) {
+    *link = New<DdeLink>();
+    if (*link && (*link)->HasEvents()) return DdeOutcome::kDone;
+    delete *link;
+    *link = nullptr;
+    return DdeOutcome::kFailed;
+}
+
+void HoldDde(DdeLink* link) {
+    ++link->holders;
+}
+
+void DropDde(DdeLink* link) {
+    if (link && --link->holders == 0) delete link;
+}
+
+DdeOutcome ConnectDde(DdeLink* link, const unsigned short* service, const unsigned short* topic,
+                      unsigned timeout) {
+    const Deadline deadline(timeout);
+    std::wcscpy(link->service, Wide(service));
+    std::wcscpy(link->topic, Wide(topic));
+    if (!StartThread(link)) return DdeOutcome::kFailed;
+    // The search itself cannot be broken off: it ends by itself, and then the thread.
+    const DdeOutcome outcome = WaitForAnswer(*link, deadline, nullptr);
+    if (outcome != DdeOutcome::kDone) link->end.Set();
+    return outcome;
+}
+
+DdeOutcome TransactDde(DdeLink* link, const DdeCall& call, unsigned timeout) {
+    const Deadline deadline(timeout);
+    const HANDLE handles[] = {link->turn.Get(), link->end.Get()};
+    switch (WaitServing(handles, 2, deadline)) {
+        case WAIT_OBJECT_0:
+            break;
+        case WAIT_OBJECT_0 + 1:
+            return link->gone ? DdeOutcome::kGone : DdeOutcome::kEnded;
+        case WAIT_TIMEOUT:
+            return DdeOutcome::kTimedOut;
+        default:
+            return DdeOutcome::kFailed;
+    }
+    const DdeOutcome outcome = TakeTurn(*link, call, deadline);
+    link->turn.Set();
+    return outcome;
+}
+
+bool IsDdeOpen(DdeLink* link) {
+    return link->open && !link->end.IsSet() &&
+           !(link->partner && WaitForSingleObject(link->partner, 0) == WAIT_OBJECT_0);
+}
+
+void EndDde(DdeLink* link) {
+    link->end.Set();
+    const HANDLE thread = link->thread;
+    if (thread) WaitServing(&thread, 1, Deadline(kGrace));
+}
+
 }  // namespace genutil::platform
