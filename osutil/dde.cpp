@@ -150,7 +150,9 @@ DdeLink* UnlinkFirst() {
 }
 
 void EndAndDrop(DdeLink* link) {
-    if (link) platform::EndDde(link);
+    if (!link) return;
+    platform::EndDde(link);
+    platform::AwaitDdeEnd(link);
     platform::DropDde(link);
 }
 
@@ -270,6 +272,9 @@ void OSDDEUnInit() {
     {
         const std::lock_guard<std::mutex> lock(g_lock);
         if (g_initialized == 0 || --g_initialized > 0) return;
+        // All at once, so that their partners take their time together.
+        for (const DdeConversation* one = g_first; one; one = one->next)
+            platform::EndDde(one->link);
     }
     while (DdeLink* const link = UnlinkFirst()) EndAndDrop(link);
 }

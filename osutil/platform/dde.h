@@ -47,7 +47,9 @@ DdeOutcome TransactDde(DdeLink* link, const DdeCall& call, unsigned timeout);
 
 bool IsDdeOpen(DdeLink* link);
 
-// Ends the conversation, and a call that is under way with kEnded.
+// Ends the conversation, and a call that is under way with kEnded. AwaitDdeEnd returns when the
+// partner knows, or has not answered for a second since EndDde.
 void EndDde(DdeLink* link);
+void AwaitDdeEnd(DdeLink* link);
 
 }  // namespace genutil::platform

@@ -1,11 +1,12 @@
 // A DDE server for the tests: dde_server SERVICE. What it does with a call is the conversation's
-// topic: "take", "refuse", "busy", "slow" (takes it after two seconds), "die", "leave" (ends the
-// conversation, and takes nothing) and "system" (takes it, and knows only text of the system's code
+// topic: "take", "refuse", "busy", "slow" (takes it after 1.2 seconds), "die", "leave" (ends the
+// conversation) and "system" (takes it, and knows only text of the system's code
 // page). Texts that it takes are kept under their item's name, commands under "last"; "open" is
 // the number of conversations. The command "[quit]" ends it. dde_server hang MILLISECONDS has a
 // window that answers nothing.
 #include <windows.h>
 // Behind it, which it needs.
+#include <dde.h>
 #include <ddeml.h>
 
 #include <cstdlib>
@@ -37,22 +38,27 @@ HDDEDATA Take(const std::wstring& name, HDDEDATA data) {
     return Result(DDE_FACK);
 }
 
+// As the server's side of the protocol has it; DdeDisconnect may be for clients only.
+void Leave(HCONV conversation) {
+    CONVINFO info = {};
+    info.cb = sizeof info;
+    DdeQueryConvInfo(conversation, static_cast<DWORD>(QID_SYNC), &info);
+    PostMessageW(info.hwndPartner, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(info.hwnd), 0);
+}
+
 HDDEDATA Change(const std::wstring& topic, HCONV conversation, const std::wstring& name,
                 HDDEDATA data) {
     if (topic == L"refuse") return Result(DDE_FNOTPROCESSED);
     if (topic == L"busy") return Result(DDE_FBUSY);
-    if (topic == L"slow") Sleep(2000);
+    if (topic == L"slow") Sleep(1200);
     if (topic == L"die") ExitProcess(3);
-    if (topic == L"leave") {
-        DdeDisconnect(conversation);
-        return Result(DDE_FNOTPROCESSED);
-    }
+    if (topic == L"leave") Leave(conversation);
     return Take(name, data);
 }
 
 HDDEDATA Give(const std::wstring& topic, HSZ item, UINT format) {
     if (topic == L"busy") return Result(DDE_FNOTPROCESSED);
-    if (topic == L"slow") Sleep(2000);
+    if (topic == L"slow") Sleep(1200);
     if (topic == L"die") ExitProcess(3);
     const std::wstring name = NameOf(item);
     if (name == L"open") {

@@ -69,7 +69,7 @@ long Since(std::chrono::steady_clock::time_point start) {
 void Start(const char* arguments) {
     CGNString error;
     ASSERT_TRUE(OSRunAsyncProcess(Join({"..\\dde_server ", arguments}).c_str(), error))
-        << error.c_str();
+        << Bytes(error);
 }
 
 // Each test has a server of its own.
@@ -142,7 +142,7 @@ TEST_F(Dde, TextsPassBothWaysInTheCurrentCodeSet) {
         const char *item, *text;
     } kRows[] = {
         {__LINE__, mbShiftJis, "\x95\x5C", "\x93\x8C\x8B\x9E\x83\x5C"},
-        {__LINE__, mbUTF8, "\xC3\xA9t\xC3\xA9", "\xE6\x9D\xB1\xE4\xBA\xAC \xF0\x9F\x98\x80"},
+        {__LINE__, mbUtf8, "\xC3\xA9t\xC3\xA9", "\xE6\x9D\xB1\xE4\xBA\xAC \xF0\x9F\x98\x80"},
         {__LINE__, mbWestern, "caf\xE9", "\x80 25"},
         {__LINE__, mbWestern, "empty", ""},
     };
@@ -154,12 +154,13 @@ TEST_F(Dde, TextsPassBothWaysInTheCurrentCodeSet) {
         EXPECT_TRUE(conversation.Poke(row.item, row.text)) << row.line;
         EXPECT_TRUE(conversation.Request(row.item, text)) << row.line;
         EXPECT_EQ(Bytes(text), row.text) << row.line;
-        EXPECT_TRUE(conversation.Execute(row.text)) << row.line;
-        EXPECT_EQ(Ask("last"), row.text) << row.line;
+        const std::string command = Join({"[Open(", row.text, ")]"});
+        EXPECT_TRUE(conversation.Execute(command.c_str())) << row.line;
+        EXPECT_EQ(Ask("last"), command) << row.line;
     }
     const CodeSetGuard western(mbWestern);
-    EXPECT_EQ(Ask("\xE9t\xE9"), "?? ??");
-    const CodeSetGuard utf8(mbUTF8);
+    EXPECT_EQ(Ask("\xE9t\xE9"), "?? ?");
+    const CodeSetGuard utf8(mbUtf8);
     for (const char* broken : {"\xFF", "a\xE6\x9D"}) {
         EXPECT_FALSE(conversation.Execute(broken));
         EXPECT_EQ(conversation.GetError(), osDDEBadText);
@@ -251,6 +252,21 @@ TEST_F(Dde, APartnerThatDies) {
     EXPECT_TRUE(conversation.Connect(m_service, "take"));
 }
 
+TEST_F(Dde, APartnerThatLeaves) {
+    OSDDEConversation conversation;
+    ASSERT_TRUE(conversation.Connect(m_service, "leave"));
+    EXPECT_FALSE(conversation.Execute("x"));
+    EXPECT_EQ(conversation.GetError(), osDDEPartnerGone);
+    EXPECT_FALSE(conversation.IsConnected());
+    EXPECT_FALSE(conversation.Execute("x"));
+    EXPECT_EQ(conversation.GetError(), osDDEPartnerGone);
+    EXPECT_TRUE(conversation.Connect(m_service, "take"));
+    OSDDESend(m_service, "take", "[quit]");
+    for (int i = 0; i < 100 && conversation.IsConnected(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    EXPECT_FALSE(conversation.IsConnected());
+}
+
 TEST_F(Dde, UnInitEndsWhatIsOpen) {
     OSDDEConversation open, busy;
     ASSERT_TRUE(OSDDEInit());
@@ -311,13 +327,13 @@ TEST_F(Dde, WindowsOfTheCallerDoNotWait) {
 }
 
 TEST_F(Dde, AWindowThatAnswersNothing) {
-    Start("hang 5000");
-    std::this_thread::sleep_for(std::chrono::milliseconds(1000));
+    Start("hang 3000");
+    std::this_thread::sleep_for(std::chrono::milliseconds(700));
     const auto start = std::chrono::steady_clock::now();
     const int error = ErrorOfSend("missing", 400);
     EXPECT_TRUE(error == osDDETimedOut || error == osDDENoServer) << error;
     EXPECT_LT(Since(start), 1500);
-    std::this_thread::sleep_for(std::chrono::milliseconds(5000));
+    std::this_thread::sleep_for(std::chrono::milliseconds(2500));
 }
 
 TEST_F(Dde, NothingIsLeftOpen) {

@@ -11,7 +11,7 @@ namespace {
 
 const Command* const kCommands[] = {&kDetectCommand, &kConvertCommand, &kTextCommand,
                                     &kLocaleCommand, &kLocalesCommand, &kZonesCommand,
-                                    &kShowCommand,   &kReadCommand};
+                                    &kShowCommand,   &kReadCommand,    &kDdeCommand};
 
 void PrintHelp() {
     std::puts("genutil: text in the encodings and customs of its readers\n");

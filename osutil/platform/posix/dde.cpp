@@ -30,4 +30,6 @@ bool IsDdeOpen(DdeLink*) {
 
 void EndDde(DdeLink*) {}
 
+void AwaitDdeEnd(DdeLink*) {}
+
 }  // namespace genutil::platform

@@ -66,6 +66,7 @@ struct DdeLink {
     Event request{false, false};    // there is a call for the thread
     Event done{false, false};       // it has been carried out
     Event end{true, false};         // EndDde
+    std::atomic<DWORD> endTime{0};
     std::atomic<HANDLE> thread{nullptr};
     HANDLE partner = nullptr;  // its process; null when the system keeps it from us
     HWND window = nullptr, partnerWindow = nullptr;
@@ -95,7 +96,7 @@ namespace {
 thread_local DdeLink* t_link;  // of this thread
 
 HDDEDATA CALLBACK OnDde(UINT type, UINT, HCONV, HSZ, HSZ, HDDEDATA, ULONG_PTR, ULONG_PTR) {
-    if (type == XTYP_DISCONNECT && t_link) {
+    if (type == XTYP_DISCONNECT && !t_link->end.IsSet()) {
         t_link->gone = true;
         t_link->open = false;
     }
@@ -223,6 +224,15 @@ class Conversation {
 
     bool IsMade() const { return m_handle != nullptr; }
 
+    // Asked for, since whoever ends a conversation in the midst of a call may pass for one who
+    // refuses it.
+    bool HasEnded() const {
+        CONVINFO info = {};
+        info.cb = sizeof info;
+        return !DdeQueryConvInfo(m_handle, static_cast<DWORD>(QID_SYNC), &info) ||
+               !(info.wStatus & ST_CONNECTED);
+    }
+
     // Carries out the link's call.
     DdeOutcome Transact() {
         const Deadline deadline(m_link.timeout);
@@ -265,6 +275,7 @@ class Conversation {
         const auto bytes = static_cast<BYTE*>(const_cast<void*>(text));
         const HDDEDATA data =
             DdeClientTransaction(bytes, size, m_handle, item, format, kTypes[kind], left, &flags);
+        if (!data && HasEnded()) m_link.gone = true;
         if (m_link.gone) return DdeOutcome::kGone;
         if (kind != DdeCall::kRequest && (flags & DDE_FBUSY)) return DdeOutcome::kBusy;
         if (!data) {
@@ -300,7 +311,7 @@ DdeOutcome Serve(DdeLink& link, Conversation& conversation) {
         const DWORD got = MsgWaitForMultipleObjects(count, handles, FALSE, INFINITE, QS_ALLINPUT);
         PumpMessages();
         if (got == WAIT_OBJECT_0 || got == WAIT_FAILED) return DdeOutcome::kEnded;
-        if (got == WAIT_OBJECT_0 + 2) link.gone = true;
+        if (got == WAIT_OBJECT_0 + 2 || conversation.HasEnded()) link.gone = true;
         if (got != WAIT_OBJECT_0 + 1) continue;
         const DdeOutcome outcome = link.gone ? DdeOutcome::kGone : conversation.Transact();
         if (link.gone || outcome == DdeOutcome::kTimedOut) return outcome;
@@ -398,8 +409,7 @@ bool Store(DdeLink& link, const DdeCall& call) {
 // With the turn.
 DdeOutcome TakeTurn(DdeLink& link, const DdeCall& call, const Deadline& deadline) {
     if (link.gone) return DdeOutcome::kGone;
-    if (link.end.IsSet()) return DdeOutcome::kEnded;
-    if (!link.open) return DdeOutcome::kNotConnected;
+    if (!link.open || link.end.IsSet()) return DdeOutcome::kEnded;
     if (!Store(link, call)) return DdeOutcome::kFailed;
     link.timeout = deadline.Left();
     link.request.Set();
@@ -450,6 +460,7 @@ DdeOutcome ConnectDde(DdeLink* link, const unsigned short* service, const unsign
 
 DdeOutcome TransactDde(DdeLink* link, const DdeCall& call, unsigned timeout) {
     const Deadline deadline(timeout);
+    if (!link->gone && (!link->open || link->end.IsSet())) return DdeOutcome::kNotConnected;
     const HANDLE handles[] = {link->turn.Get(), link->end.Get()};
     switch (WaitServing(handles, 2, deadline)) {
         case WAIT_OBJECT_0:
@@ -472,9 +483,14 @@ bool IsDdeOpen(DdeLink* link) {
 }
 
 void EndDde(DdeLink* link) {
+    if (!link->end.IsSet()) link->endTime = GetTickCount();
     link->end.Set();
+}
+
+void AwaitDdeEnd(DdeLink* link) {
     const HANDLE thread = link->thread;
-    if (thread) WaitServing(&thread, 1, Deadline(kGrace));
+    const DWORD passed = GetTickCount() - link->endTime;
+    if (thread) WaitServing(&thread, 1, Deadline(passed < kGrace ? kGrace - passed : 0));
 }
 
 }  // namespace genutil::platform
