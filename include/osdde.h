@@ -76,7 +76,7 @@ GENUTIL_API unsigned char OSDDEInit(CGNString* error = nullptr);
 GENUTIL_API void OSDDEUnInit();
 
 /** Connects to a service and a topic, has one command carried out and disconnects.
-    @param service @param topic the names. @param command as the partner understands it.
+    @param service its name. @param topic its name. @param command as the partner understands it.
     @param timeout of all of that together.
     @param error receives the text of a failure; may be null.
     @return 1 when the partner took the command, else 0. */
@@ -97,7 +97,7 @@ class GENUTIL_API OSDDEConversation {
     OSDDEConversation& operator=(const OSDDEConversation&) = delete;
 
     /** Starts a conversation; one that the object has is ended first.
-        @param service @param topic the names. @param timeout of the call. */
+        @param service its name. @param topic its name. @param timeout of the call. */
     unsigned char Connect(const char* service, const char* topic, long timeout = OS_DDE_TIMEOUT);
     /** @return 1 as long as neither side has ended the conversation. */
     unsigned char IsConnected() const;

@@ -2,14 +2,14 @@
 // topic: "take", "refuse", "busy", "slow" (takes it after 1.2 seconds), "die", "leave" (ends the
 // conversation) and "system" (takes it, and knows only text of the system's code
 // page). Texts that it takes are kept under their item's name, commands under "last"; "open" is
-// the number of conversations. The command "[quit]" ends it. dde_server hang MILLISECONDS has a
-// window that answers nothing.
+// the number of conversations. The command "[quit]" ends it. With an argument behind SERVICE
+// commands come to it in the system's code page. dde_server hang has a window that answers nothing.
 #include <windows.h>
 // Behind it, which it needs.
 #include <dde.h>
 #include <ddeml.h>
 
-#include <cstdlib>
+#include <cstring>
 #include <cwchar>
 #include <map>
 #include <string>
@@ -34,7 +34,8 @@ HDDEDATA Take(const std::wstring& name, HDDEDATA data) {
     std::string bytes(DdeGetData(data, nullptr, 0, 0), '\0');
     DdeGetData(data, reinterpret_cast<BYTE*>(bytes.data()), static_cast<DWORD>(bytes.size()), 0);
     g_texts[name] = bytes;
-    if (bytes.find(std::string("[\0q\0u\0i\0t\0]\0", 12)) == 0) PostQuitMessage(0);
+    for (const std::string& quit : {std::string("[\0q\0u\0i\0t\0]\0", 12), std::string("[quit]")})
+        if (bytes.compare(0, quit.size(), quit) == 0) PostQuitMessage(0);
     return Result(DDE_FACK);
 }
 
@@ -111,8 +112,9 @@ int Hang(DWORD milliseconds) {
 
 int main(int count, char** arguments) {
     if (count < 2) return 2;
-    if (count > 2) return Hang(static_cast<DWORD>(std::atoi(arguments[2])));
-    if (DdeInitializeW(&g_instance, OnDde, APPCLASS_STANDARD, 0) != DMLERR_NO_ERROR) return 1;
+    if (std::strcmp(arguments[1], "hang") == 0) return Hang(3000);
+    const auto initialize = count > 2 ? DdeInitializeA : DdeInitializeW;
+    if (initialize(&g_instance, OnDde, APPCLASS_STANDARD, 0) != DMLERR_NO_ERROR) return 1;
     const HSZ service = DdeCreateStringHandleA(g_instance, arguments[1], CP_WINANSI);
     DdeNameService(g_instance, service, nullptr, DNS_REGISTER);
     SetTimer(nullptr, 0, 120000, GiveUp);
