@@ -4,6 +4,7 @@
 
 #include "osbuildversion.h"
 #include "osconfig.h"
+#include "osdde.h"
 #include "osfile.h"
 #include "ospreferences.h"
 #include "osprocess.h"

@@ -288,6 +288,14 @@ class Program(unittest.TestCase):
         self.expect(run('locale', 'xx', 'en_US'), 2, "locale 'xx' is not known")
         self.expect(run('locale'), 2, 'name a locale')
 
+    def test_dde(self):
+        # There is no screen either, where the program runs in the emulator.
+        got = run('dde', 'NoSuchService', 'topic', '[command]')
+        self.expect(got, 2 if NATIVE else 1, 'not available' if NATIVE else 'no program answers')
+        if NATIVE:
+            self.expect(run('dde', 'service', 'topic'), 2, 'name a service')
+            self.expect(run('dde', '--timeout', '-1', 'a', 'b', 'c'), 2, 'seconds')
+
 
 if __name__ == '__main__':
     unittest.main(argv=sys.argv[:1])
