@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 
 #include "osutil/platform/posix/errors.h"
@@ -103,9 +102,7 @@ FileCode RemoveFile(const char* path) {
 // -- Places --------------------------------------------------------------------------------------
 
 std::size_t TemporaryDirectory(char* out, std::size_t size) {
-    const char* directory = std::getenv("TMPDIR");
-    if (!directory || *directory != '/') directory = "/tmp";
-    const NameText text(directory);
+    const NameText text(TemporaryFolder());
     if (!text.Get()) return 0;
     std::size_t length = std::strlen(text.Get());
     while (length > 0 && text.Get()[length - 1] == '/') --length;
