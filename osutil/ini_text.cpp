@@ -99,6 +99,16 @@ bool BeginsLine(const char* begin, const char* at) {
 
 }  // namespace
 
+std::size_t WholeCharacters(std::string_view text) {
+    std::size_t end = 0;
+    while (end < text.size()) {
+        const std::size_t next = end + PromisedLength(g_currentStep, Bytes(text.data() + end));
+        if (next > text.size()) break;
+        end = next;
+    }
+    return end;
+}
+
 std::string_view TrimIni(std::string_view text) {
     while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
     while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
