@@ -10,6 +10,9 @@ namespace genutil::platform {
 // The system's number for the kind of the processor, 586 for a Pentium; 0 where it has none.
 unsigned long ProcessorType();
 
+// The number of this process: one that was forked has another.
+std::uint32_t ProcessId();
+
 // Of Windows; all numbers are 0 elsewhere.
 struct WindowsVersion {
     bool known;

@@ -22,6 +22,10 @@ unsigned long ProcessorType() {
     return 0;
 }
 
+std::uint32_t ProcessId() {
+    return static_cast<std::uint32_t>(getpid());
+}
+
 WindowsVersion ReadWindowsVersion() {
     return {};
 }
@@ -41,7 +45,7 @@ bool TakeValue(char* line, const char* key, char* out, std::size_t size) {
         if (close) *close = 0;
         ++value;
     }
-    out[mbstrncpyi(out, value, static_cast<unsigned>(size - 1))] = 0;
+    std::snprintf(out, size, "%s", value);  // UTF-8 as yet
     return *out != 0;
 }
 
@@ -54,7 +58,7 @@ void CopyName(const char* name, char* out, std::size_t size) {
 }  // namespace
 
 bool ReadSystemName(char* out, std::size_t size) {
-    char name[256] = "";
+    char name[512] = "";  // as long as a line
     for (const char* path : {"/etc/os-release", "/usr/lib/os-release"}) {
         std::FILE* const file = std::fopen(path, "re");
         if (!file) continue;

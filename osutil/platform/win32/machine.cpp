@@ -13,6 +13,10 @@ unsigned long ProcessorType() {
     return system.dwProcessorType;
 }
 
+std::uint32_t ProcessId() {
+    return GetCurrentProcessId();
+}
+
 // The extended record on the systems that have it.
 WindowsVersion ReadWindowsVersion() {
     OSVERSIONINFOEXA extended;
