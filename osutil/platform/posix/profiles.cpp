@@ -31,7 +31,7 @@ ProfilePath::ProfilePath(const char* file) : m_given(file), m_path(m_given.Get()
 }
 
 std::int64_t ReadProfile(const char* path, char* out, std::size_t size) {
-    const OpenDescriptor file(open(path, O_RDONLY | O_CLOEXEC));
+    const OpenDescriptor file(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.IsOpen()) return -1;
     struct stat status;
     std::int64_t length = -1;
