@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "osutil/platform/posix/descriptor.h"
 #include "osutil/platform/posix/errors.h"
 #include "osutil/platform/posix/paths.h"
 
@@ -52,15 +53,7 @@ std::int64_t File::Size() const {
 }
 
 bool File::ReadAt(std::int64_t offset, char* out, std::size_t count) {
-    while (count > 0) {
-        const ssize_t done = pread(static_cast<int>(m_handle), out, count, offset);
-        if (done < 0 && errno == EINTR) continue;
-        if (done <= 0) return false;
-        out += done;
-        offset += done;
-        count -= static_cast<std::size_t>(done);
-    }
-    return true;
+    return ReadExactly(static_cast<int>(m_handle), offset, out, count);
 }
 
 bool File::Write(const char* bytes, std::size_t count) {

@@ -9,7 +9,6 @@
 #include <unistd.h>
 
 #include <atomic>
-#include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
@@ -18,6 +17,7 @@
 
 #include "genutil/allocate.h"
 #include "genutil/mbutil/code_set.h"
+#include "osutil/platform/posix/descriptor.h"
 #include "osutil/platform/posix/paths.h"
 #include "osutil/resource_file.h"
 
@@ -47,14 +47,9 @@ FileIdentity IdentityOf(const struct stat& status) {
 class OpenFile {
   public:
     explicit OpenFile(const char* path) : m_file(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
-        const bool isRegular = m_file >= 0 && fstat(m_file, &m_status) == 0 &&
+        const bool isRegular = m_file.IsOpen() && fstat(m_file.Get(), &m_status) == 0 &&
                                S_ISREG(m_status.st_mode) && m_status.st_size <= INT32_MAX;
         m_size = isRegular ? m_status.st_size : -1;
-    }
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-    ~OpenFile() {
-        if (m_file >= 0) close(m_file);
     }
 
     bool IsRegular() const { return m_size >= 0; }
@@ -66,24 +61,16 @@ class OpenFile {
     // the programs that read it.
     unsigned char* ReadAll() const {
         char mark[2];
-        if (m_size <= 0 || pread(m_file, mark, 2, 0) != 2 || std::memcmp(mark, "MZ", 2) != 0)
+        if (m_size <= 0 || !ReadExactly(m_file.Get(), 0, mark, sizeof mark) ||
+            std::memcmp(mark, "MZ", sizeof mark) != 0)
             return nullptr;
-        auto* bytes = static_cast<unsigned char*>(Allocate(Size()));
-        for (off_t at = 0; bytes && at < m_size;) {
-            const ssize_t count =
-                pread(m_file, bytes + at, Size() - static_cast<std::size_t>(at), at);
-            if (count > 0) {
-                at += count;
-            } else if (count == 0 || errno != EINTR) {
-                Release(bytes);
-                return nullptr;
-            }
-        }
-        return bytes;
+        Owned<unsigned char> bytes(static_cast<unsigned char*>(Allocate(Size())));
+        const bool good = bytes.Get() && ReadExactly(m_file.Get(), 0, bytes.Get(), Size());
+        return good ? bytes.Take() : nullptr;
     }
 
   private:
-    int m_file;
+    OpenDescriptor m_file;
     struct stat m_status;
     off_t m_size;
 };
