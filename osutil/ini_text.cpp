@@ -64,8 +64,7 @@ class Folded {
 };
 
 // Calls visit(begin, end) for each line, without its LF, until it returns true, which is the
-// result. Line ends
-// are searched 16 bytes at a time.
+// result. Line ends are searched 16 bytes at a time.
 template <class Visit>
 bool AnyLine(std::string_view text, Visit visit) {
     const char *line = text.data(), *at = line, *const end = line + text.size();

@@ -102,9 +102,10 @@ Directory::Directory(const char* path, Links links) : m_state(nullptr) {
     }
 }
 
-Directory::Directory(const Directory& parent)
-    : m_state(State::Of(openat(dirfd(parent.m_state->stream), parent.m_state->entry->d_name,
-                               kOpenDirectory | O_NOFOLLOW))) {}
+Directory Directory::EntryAsDirectory() const {
+    return Directory(State::Of(
+        openat(dirfd(m_state->stream), m_state->entry->d_name, kOpenDirectory | O_NOFOLLOW)));
+}
 
 Directory::~Directory() {
     delete m_state;
