@@ -9,6 +9,7 @@
 #include "genutil/assert_allocation.h"
 #include "ossystem.h"
 #include "osthread.h"
+#include "osutil/platform/awake.h"
 #include "osutil/platform/machine.h"
 
 void* OSKeepAwake::m_hDLL = nullptr;

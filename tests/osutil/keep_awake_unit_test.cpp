@@ -13,7 +13,7 @@
 
 #include "ossystem.h"
 #include "osutil/keep_awake.h"
-#include "osutil/platform/machine.h"
+#include "osutil/platform/awake.h"
 #include "tests/support/worker.h"
 
 namespace {

@@ -56,22 +56,4 @@ void ReadHostName(char* out, std::size_t size) {
     WSACleanup();
 }
 
-void* LoadAwakeLibrary() {
-    return LoadLibraryA("Kernel32");
-}
-
-void* FindAwakeFunction(void* library) {
-    return reinterpret_cast<void*>(
-        GetProcAddress(static_cast<HMODULE>(library), "SetThreadExecutionState"));
-}
-
-void CallAwakeFunction(void* function, unsigned long flags) {
-    using SetState = EXECUTION_STATE(WINAPI*)(EXECUTION_STATE);
-    reinterpret_cast<SetState>(function)(flags);
-}
-
-void FreeAwakeLibrary(void* library) {
-    FreeLibrary(static_cast<HMODULE>(library));
-}
-
 }  // namespace genutil::platform
