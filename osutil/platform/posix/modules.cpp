@@ -16,6 +16,7 @@
 #include <mutex>
 
 #include "genutil/allocate.h"
+#include "genutil/assert_allocation.h"
 #include "genutil/mbutil/code_set.h"
 #include "osutil/platform/posix/descriptor.h"
 #include "osutil/platform/posix/paths.h"
@@ -26,6 +27,8 @@ namespace genutil::platform {
 const char* const kFolderSeparators = "\\/";
 
 namespace {
+
+constexpr char kSource[] = "osutil/osresdll";
 
 // A file as the system tells it from others, and in the state in which it was read.
 struct FileIdentity {
@@ -65,7 +68,8 @@ class OpenFile {
             std::memcmp(mark, "MZ", sizeof mark) != 0)
             return nullptr;
         Owned<unsigned char> bytes(static_cast<unsigned char*>(Allocate(Size())));
-        const bool good = bytes.Get() && ReadExactly(m_file.Get(), 0, bytes.Get(), Size());
+        const bool good = AssertAllocation(bytes.Get() != nullptr, kSource, __LINE__) &&
+                          ReadExactly(m_file.Get(), 0, bytes.Get(), Size());
         return good ? bytes.Take() : nullptr;
     }
 
@@ -107,7 +111,7 @@ LoadedModule* UnusedModule() {
     while (loaded && loaded->uses > 0) loaded = loaded->next;
     if (loaded) return loaded;
     loaded = New<LoadedModule>();
-    if (!loaded) return nullptr;
+    if (!AssertAllocation(loaded != nullptr, kSource, __LINE__)) return nullptr;
     loaded->next = g_modules.load(std::memory_order_relaxed);
     g_modules.store(loaded, std::memory_order_release);
     return loaded;
@@ -135,7 +139,7 @@ Module LoadFile(const char* path) {
     unsigned char* bytes = file.ReadAll();
     ResourceFile resources;
     if (!bytes || !resources.Open({bytes, file.Size()}) ||
-        !loaded->strings.Fill(resources, UserLanguage())) {
+        !AssertAllocation(loaded->strings.Fill(resources, UserLanguage()), kSource, __LINE__)) {
         Release(bytes);
         return nullptr;
     }
@@ -235,9 +239,10 @@ unsigned char* ReadVersionResource(const char* path, std::size_t* size) {
     if (!bytes.Get() || !resources.Open({bytes.Get(), file.Size()})) return nullptr;
     const Bytes version = resources.FindVersion(UserLanguage());
     *size = version.Size();
-    void* copy = version.Size() ? Allocate(version.Size()) : nullptr;
-    return copy ? static_cast<unsigned char*>(std::memcpy(copy, version.Data(), version.Size()))
-                : nullptr;
+    if (version.Size() == 0) return nullptr;
+    void* const copy = Allocate(version.Size());
+    if (!AssertAllocation(copy != nullptr, kSource, __LINE__)) return nullptr;
+    return static_cast<unsigned char*>(std::memcpy(copy, version.Data(), version.Size()));
 }
 
 }  // namespace genutil::platform
