@@ -19,8 +19,8 @@
 
    A text that is read has at most 1023 bytes: in a file what is longer is cut behind its last whole
    character, in the registry it is not read at all. Nothing is written when a name or value cannot
-   stand in a file without changing the rest of it: with a line end or 0 byte in it, a key that is
-   empty, has "=" in it or begins with ";" or "[".
+   stand in a file without changing the rest of it: with a line end or 0 byte in it, a section that
+   ends within a character, a key that is empty, has "=" in it or begins with ";" or "[".
 
    Where the targets differ: on Windows these are the system's own calls, a file that is named
    without a folder lies in the Windows folder, the default file is win.ini, and names and values

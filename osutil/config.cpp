@@ -6,6 +6,7 @@
 #include "genutil/mbutil/step.h"
 #include "osconfig.h"
 #include "osutil/ini_edit.h"
+#include "osutil/ini_text.h"
 #include "osutil/platform/locale_info.h"
 #include "osutil/platform/profiles.h"
 #include "osutil/platform/registry.h"
@@ -42,24 +43,12 @@ long NumberOf(const char* text) {
     return static_cast<long>(negative ? -number : number);
 }
 
-// How much of a text that filled the buffer is whole characters.
-std::size_t WholeCharacters(const char* text, std::size_t length) {
-    EnsureInitialised();
-    std::size_t end = 0;
-    while (end < length) {
-        const std::size_t next = end + PromisedLength(g_currentStep, Bytes(text + end));
-        if (next > length) break;
-        end = next;
-    }
-    return end;
-}
-
 void ReadProfileText(char* text, const char* file, const char* section, const char* key,
                      const char* fallback) {
     EnsureInitialised();
     const std::size_t length =
         platform::ReadProfileValue(file, section, key, fallback, text, kBuffer);
-    if (length >= kBuffer - 2) text[WholeCharacters(text, length)] = 0;
+    if (length >= kBuffer - 2) text[WholeCharacters({text, length})] = 0;
 }
 
 void WriteProfileText(const char* file, const char* section, const char* key, const char* value) {

@@ -81,6 +81,8 @@ bool HasLineEnd(std::string_view text) {
 
 bool IniHolds(std::string_view section, std::string_view key, std::string_view value) {
     if (HasLineEnd(section) || HasLineEnd(key) || HasLineEnd(value)) return false;
+    section = TrimIni(section);
+    if (WholeCharacters(section) != section.size()) return false;  // would take the "]" in
     key = TrimIni(key);
     return !key.empty() && key.front() != ';' && key.front() != '[' && key.front() != '\x1A' &&
            key.find('=') == std::string_view::npos;

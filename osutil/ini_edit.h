@@ -18,7 +18,8 @@ struct IniEdit {
 };
 
 // Whether a file can hold these names and value, so that they are read back and nothing else
-// changes: no line ends, no "=" in a key, no key that begins as a comment or a section does.
+// changes: no line ends, no section that ends within a character, no "=" in a key, no key that
+// begins as a comment or a section does.
 bool IniHolds(std::string_view section, std::string_view key, std::string_view value);
 
 // Each of these plans a change of a text and returns false when there is nothing to change. A value

@@ -64,8 +64,7 @@ class Folded {
 };
 
 // Calls visit(begin, end) for each line, without its LF, until it returns true, which is the
-// result. Line ends
-// are searched 16 bytes at a time.
+// result. Line ends are searched 16 bytes at a time.
 template <class Visit>
 bool AnyLine(std::string_view text, Visit visit) {
     const char *line = text.data(), *at = line, *const end = line + text.size();
@@ -98,6 +97,16 @@ bool BeginsLine(const char* begin, const char* at) {
 }
 
 }  // namespace
+
+std::size_t WholeCharacters(std::string_view text) {
+    std::size_t end = 0;
+    while (end < text.size()) {
+        const std::size_t next = end + PromisedLength(g_currentStep, Bytes(text.data() + end));
+        if (next > text.size()) break;
+        end = next;
+    }
+    return end;
+}
 
 std::string_view TrimIni(std::string_view text) {
     while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);

@@ -7,6 +7,7 @@
 // UTF-8 is no part of the text. The views returned point into the text.
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 namespace genutil {
@@ -36,6 +37,9 @@ class IniSearch {
 };
 
 // -- What the other readers and the writer of such texts share ------------------------------------
+
+// How much of a text is whole characters: it may end within one.
+std::size_t WholeCharacters(std::string_view text);
 
 std::string_view TrimIni(std::string_view text);
 bool SameIniName(std::string_view a, std::string_view b);  // both trimmed

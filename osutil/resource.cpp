@@ -80,10 +80,12 @@ long Attach(const char* path) {
     return HandleOf(module);
 }
 
-// The folder of a module, without the separator at its end.
-CGNString FolderOf(Module module) {
+// The folder of a module, without the separator at its end: empty for a root. False when it is no
+// module.
+bool FindFolder(Module module, CGNString& file) {
     constexpr unsigned kMostBytes = 200;
-    CGNString file = platform::ModuleFile(module);
+    file = platform::ModuleFile(module);
+    if (file.IsEmpty()) return false;
     if (file.GetLength() > kMostBytes) StringStorage::Store(file, file, 0, mbidx(file, kMostBytes));
     const char* const text = file;
     const char* cut = text;
@@ -92,7 +94,7 @@ CGNString FolderOf(Module module) {
         if (last && last > cut) cut = last;
     }
     StringStorage::Store(file, text, 0, static_cast<std::size_t>(cut - text));
-    return file;
+    return true;
 }
 
 CGNString PathOf(const CGNString& folder, unsigned language, const char* file) {
@@ -133,8 +135,8 @@ long OSAttachLocaleResDLL(const char* file) {
 
 long OSAttachLocaleResDLL(long module, const char* file, CGNString& path, unsigned int language) {
     constexpr unsigned kPrimary = 0x3FF, kEnglish = 0x09;
-    const CGNString folder = FolderOf(ModuleOf(module));
-    if (!file || folder.IsEmpty()) return 0;
+    CGNString folder;
+    if (!file || !FindFolder(ModuleOf(module), folder)) return 0;
     if (language == 0) language = UserLanguage();
     const CGNString wanted = PathOf(folder, language, file);
     long handle = Attach(wanted);

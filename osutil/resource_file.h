@@ -96,8 +96,8 @@ class ResourceStrings {
     bool Fill(const ResourceFile& file, unsigned language);
     void Clear();
 
-    // False when there is none; an empty one counts as none, and so does one at an
-    // odd address, where no tool puts it.
+    // False when there is none; an empty one counts as none, and so does one at an odd address,
+    // where no tool puts it.
     bool Find(unsigned id, ResourceText* text) const {
         if (id > kMostId || !m_blocks) return false;
         const unsigned block = m_blockOf[id / kInBlock];

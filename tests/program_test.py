@@ -274,6 +274,9 @@ class Program(unittest.TestCase):
             self.expect(run('config', 'list', 'app.ini', 'x'), 1, 'nothing there')
             self.expect(run('config', 'get', 'app.ini', 'x'), 2, 'give FILE SECTION KEY')
             self.expect(run('config', 'put'), 2, 'get, set, delete or list')
+            write('app.ini', b'[a]\nk=1\nk=1\n')
+            for status in (0, 0, 1):
+                self.expect(run('config', 'delete', 'app.ini', 'a', 'k'), status)
 
     def test_locale(self):
         out = self.expect(run('locale', 'fr', 'JA_jp.eucJP'), 0).decode().splitlines()

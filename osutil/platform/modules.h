@@ -1,5 +1,6 @@
 // What the library asks of an operating system about modules: the program, the libraries that are
-// loaded into it, and resource libraries. Texts and paths are in the current code set.
+// loaded into it, and resource libraries. Texts and paths are in the current code set. Memory that
+// runs out is reported to the assertion service and fails the call.
 #pragma once
 
 #include <cstddef>

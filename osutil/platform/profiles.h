@@ -3,16 +3,11 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 
 namespace genutil::platform {
 
-// Reads the first `size` bytes of a file. Returns the length of the whole file in bytes; -1 when it
-// cannot be read.
-std::int64_t ReadProfile(const char* path, char* out, std::size_t size);
-
-// In these two a null file is the system's default one, and one that is named without a folder lies
-// where the system keeps such files.
+// A null file is the system's default one, and one that is named without a folder lies where the
+// system keeps such files.
 
 // Stores the value of a key, or the fall-back without the blanks at its end where there is none, as
 // a terminated text of at most size - 1 bytes. Returns its length. What is longer is cut, perhaps

@@ -93,6 +93,7 @@ TEST(Config, WritesAndDeletesAndKeepsTheRest) {
 
 TEST(Config, RefusesWhatWouldChangeTheRest) {
     const std::string before = "[a]\r\nk=1\r\n";
+    const CodeSetGuard guard(mbShiftJis);
     const IniFile file(before);
     static const struct {
         int line;
@@ -100,7 +101,7 @@ TEST(Config, RefusesWhatWouldChangeTheRest) {
     } kRows[] = {{__LINE__, "a\n[b", "k", "v"},  {__LINE__, "a", "k\rj", "v"},
                  {__LINE__, "a", "k", "v\nj=2"}, {__LINE__, "a", "k=1", "v"},
                  {__LINE__, "a", ";k", "v"},     {__LINE__, "a", "[k]", "v"},
-                 {__LINE__, "a", "", "v"}};
+                 {__LINE__, "a", "", "v"},       {__LINE__, "b\x81 ", "k", "v"}};
     for (const auto& row : kRows) {
         EXPECT_EQ(OSSetConfig(row.value, row.section, row.key, file.Path()), 1);
         EXPECT_EQ(file.Bytes(), before) << row.line;

@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "osconfig.h"
+#include "osfile.h"
 #include "ospreferences.h"
 #include "tools/genutil/command.h"
 #include "tools/genutil/system.h"
@@ -52,6 +53,11 @@ class Place {
         std::fputs(text.c_str(), stdout);
         return true;
     }
+    // Of the file in bytes, which tells whether a line is gone.
+    long long Size() const {
+        struct _stat status;
+        return !m_registry && OSFileStat(m_where, status) == 0 ? status.st_size : 0;
+    }
     const std::string& Name() const { return m_name; }
 
   private:
@@ -95,10 +101,11 @@ Status Set(const Place& place, const std::string& key, const std::string& value)
 Status Delete(const Place& place, const std::string& key) {
     CGNString value;
     if (!place.Get(key.c_str(), value)) return Tell(place.Name() + ": no value '" + key + "'");
+    const long long size = place.Size();
     place.Delete(key.c_str());
     // Another line may have the key, too; its value comes to light.
     CGNString next;
-    if (place.Get(key.c_str(), next) && next == value)
+    if (place.Get(key.c_str(), next) && next == value && place.Size() == size)
         return Complain(place.Name() + ": '" + key + "' cannot be deleted");
     return kOk;
 }

@@ -30,13 +30,22 @@ ConfigPath::ConfigPath(const char* name) {
 
 bool MakeFolderOf(const char* path) {
     char folder[PATH_MAX];
-    const char* end = std::strrchr(path, '/');
-    const auto length = static_cast<std::size_t>(end ? end - path : 0);
+    const char* slash = std::strrchr(path, '/');
+    const auto length = static_cast<std::size_t>(slash ? slash - path : 0);
     if (length == 0 || length >= sizeof folder) return length == 0;
     std::memcpy(folder, path, length);
     folder[length] = 0;
-    if (mkdir(folder, 0700) == 0 || errno == EEXIST) return true;
-    return errno == ENOENT && MakeFolderOf(folder) && (mkdir(folder, 0700) == 0 || errno == EEXIST);
+    const auto make = [&folder] { return mkdir(folder, 0700) == 0 || errno == EEXIST; };
+    if (make()) return true;
+    if (errno != ENOENT) return false;
+    // Those above it, from the top. One that is there need not be told from one that fails: the
+    // last one tells.
+    for (char* end = std::strchr(folder + 1, '/'); end; end = std::strchr(end + 1, '/')) {
+        *end = 0;
+        make();
+        *end = '/';
+    }
+    return make();
 }
 
 }  // namespace genutil::platform

@@ -9,7 +9,6 @@
 #include <unistd.h>
 
 #include <atomic>
-#include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
@@ -17,7 +16,9 @@
 #include <mutex>
 
 #include "genutil/allocate.h"
+#include "genutil/assert_allocation.h"
 #include "genutil/mbutil/code_set.h"
+#include "osutil/platform/posix/descriptor.h"
 #include "osutil/platform/posix/paths.h"
 #include "osutil/resource_file.h"
 
@@ -26,6 +27,8 @@ namespace genutil::platform {
 const char* const kFolderSeparators = "\\/";
 
 namespace {
+
+constexpr char kSource[] = "osutil/osresdll";
 
 // A file as the system tells it from others, and in the state in which it was read.
 struct FileIdentity {
@@ -47,14 +50,9 @@ FileIdentity IdentityOf(const struct stat& status) {
 class OpenFile {
   public:
     explicit OpenFile(const char* path) : m_file(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
-        const bool isRegular = m_file >= 0 && fstat(m_file, &m_status) == 0 &&
+        const bool isRegular = m_file.IsOpen() && fstat(m_file.Get(), &m_status) == 0 &&
                                S_ISREG(m_status.st_mode) && m_status.st_size <= INT32_MAX;
         m_size = isRegular ? m_status.st_size : -1;
-    }
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-    ~OpenFile() {
-        if (m_file >= 0) close(m_file);
     }
 
     bool IsRegular() const { return m_size >= 0; }
@@ -66,24 +64,17 @@ class OpenFile {
     // the programs that read it.
     unsigned char* ReadAll() const {
         char mark[2];
-        if (m_size <= 0 || pread(m_file, mark, 2, 0) != 2 || std::memcmp(mark, "MZ", 2) != 0)
+        if (m_size <= 0 || !ReadExactly(m_file.Get(), 0, mark, sizeof mark) ||
+            std::memcmp(mark, "MZ", sizeof mark) != 0)
             return nullptr;
-        auto* bytes = static_cast<unsigned char*>(Allocate(Size()));
-        for (off_t at = 0; bytes && at < m_size;) {
-            const ssize_t count =
-                pread(m_file, bytes + at, Size() - static_cast<std::size_t>(at), at);
-            if (count > 0) {
-                at += count;
-            } else if (count == 0 || errno != EINTR) {
-                Release(bytes);
-                return nullptr;
-            }
-        }
-        return bytes;
+        Owned<unsigned char> bytes(static_cast<unsigned char*>(Allocate(Size())));
+        const bool good = AssertAllocation(bytes.Get() != nullptr, kSource, __LINE__) &&
+                          ReadExactly(m_file.Get(), 0, bytes.Get(), Size());
+        return good ? bytes.Take() : nullptr;
     }
 
   private:
-    int m_file;
+    OpenDescriptor m_file;
     struct stat m_status;
     off_t m_size;
 };
@@ -120,7 +111,7 @@ LoadedModule* UnusedModule() {
     while (loaded && loaded->uses > 0) loaded = loaded->next;
     if (loaded) return loaded;
     loaded = New<LoadedModule>();
-    if (!loaded) return nullptr;
+    if (!AssertAllocation(loaded != nullptr, kSource, __LINE__)) return nullptr;
     loaded->next = g_modules.load(std::memory_order_relaxed);
     g_modules.store(loaded, std::memory_order_release);
     return loaded;
@@ -148,7 +139,7 @@ Module LoadFile(const char* path) {
     unsigned char* bytes = file.ReadAll();
     ResourceFile resources;
     if (!bytes || !resources.Open({bytes, file.Size()}) ||
-        !loaded->strings.Fill(resources, UserLanguage())) {
+        !AssertAllocation(loaded->strings.Fill(resources, UserLanguage()), kSource, __LINE__)) {
         Release(bytes);
         return nullptr;
     }
@@ -248,9 +239,10 @@ unsigned char* ReadVersionResource(const char* path, std::size_t* size) {
     if (!bytes.Get() || !resources.Open({bytes.Get(), file.Size()})) return nullptr;
     const Bytes version = resources.FindVersion(UserLanguage());
     *size = version.Size();
-    void* copy = version.Size() ? Allocate(version.Size()) : nullptr;
-    return copy ? static_cast<unsigned char*>(std::memcpy(copy, version.Data(), version.Size()))
-                : nullptr;
+    if (version.Size() == 0) return nullptr;
+    void* const copy = Allocate(version.Size());
+    if (!AssertAllocation(copy != nullptr, kSource, __LINE__)) return nullptr;
+    return static_cast<unsigned char*>(std::memcpy(copy, version.Data(), version.Size()));
 }
 
 }  // namespace genutil::platform

@@ -1,10 +1,8 @@
-// Files behind the profile functions: their paths, their state and their bytes.
+// Files behind the profile functions: their paths and their state.
 #pragma once
 
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 
@@ -12,27 +10,6 @@
 #include "osutil/platform/posix/paths.h"
 
 namespace genutil::platform {
-
-// A file descriptor, closed at the end of the scope.
-class OpenDescriptor {
-  public:
-    explicit OpenDescriptor(int file) : m_file(file) {}
-    OpenDescriptor(const OpenDescriptor&) = delete;
-    OpenDescriptor& operator=(const OpenDescriptor&) = delete;
-    ~OpenDescriptor() {
-        if (m_file >= 0) close(m_file);
-    }
-    int Get() const { return m_file; }
-    bool IsOpen() const { return m_file >= 0; }
-    bool Close() {  // false when what was written may be lost
-        const int file = m_file;
-        m_file = -1;
-        return close(file) == 0;
-    }
-
-  private:
-    int m_file;
-};
 
 // The path of a profile: null is the default one, and a name without a folder is one in the
 // configuration folder.
@@ -62,8 +39,5 @@ struct FileState {
     }
     bool operator==(const FileState&) const = default;
 };
-
-// Reads exactly so many bytes; false when there are fewer, or when reading fails.
-bool ReadExactly(int file, char* out, std::size_t size);
 
 }  // namespace genutil::platform

@@ -17,6 +17,7 @@
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
 #include "osutil/ini_edit.h"
+#include "osutil/platform/posix/descriptor.h"
 #include "osutil/platform/posix/profile_file.h"
 #include "osutil/platform/profiles.h"
 
@@ -108,7 +109,7 @@ struct OldFile {
         const auto size = static_cast<std::size_t>(status.st_size);
         text.Reset(static_cast<char*>(Allocate(size + 1)));
         return AssertAllocation(text.Get() != nullptr, "osutil/osconfig", __LINE__) &&
-               ReadExactly(file.Get(), text.Get(), size);
+               ReadExactly(file.Get(), 0, text.Get(), size);
     }
 };
 

@@ -9,38 +9,15 @@
 #include <string_view>
 
 #include "osutil/ini_text.h"
+#include "osutil/platform/posix/descriptor.h"
 #include "osutil/platform/posix/profile_cache.h"
 #include "osutil/platform/posix/profile_file.h"
 
 namespace genutil::platform {
 
-bool ReadExactly(int file, char* out, std::size_t size) {
-    while (size > 0) {
-        const ssize_t count = read(file, out, size);
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) return false;
-        out += count;
-        size -= static_cast<std::size_t>(count);
-    }
-    return true;
-}
-
 ProfilePath::ProfilePath(const char* file) : m_given(file), m_path(m_given.Get()) {
     if (file && (!m_path || std::strchr(m_path, '/'))) return;
     m_path = m_kept.emplace(file ? m_path : "default.ini").Get();
-}
-
-std::int64_t ReadProfile(const char* path, char* out, std::size_t size) {
-    const OpenDescriptor file(open(path, O_RDONLY | O_CLOEXEC));
-    if (!file.IsOpen()) return -1;
-    struct stat status;
-    std::int64_t length = -1;
-    if (fstat(file.Get(), &status) == 0 && S_ISREG(status.st_mode)) length = status.st_size;
-    const auto wanted = static_cast<std::int64_t>(size);
-    if (length > 0 &&
-        !ReadExactly(file.Get(), out, static_cast<std::size_t>(length < wanted ? length : wanted)))
-        length = -1;
-    return length;
 }
 
 namespace {
@@ -110,7 +87,7 @@ bool LoadFile(int file, const FileState& state, Owned<char>* text) {
     if (state.changed >= certain || state.modified >= certain) return false;
     const auto size = static_cast<std::size_t>(state.size);
     text->Reset(static_cast<char*>(Allocate(size + 1)));
-    return text->Get() && HasState(file, state) && ReadExactly(file, text->Get(), size) &&
+    return text->Get() && HasState(file, state) && ReadExactly(file, 0, text->Get(), size) &&
            HasState(file, state);
 }
 
@@ -131,7 +108,7 @@ bool ReadValue(const char* path, const Query& query, std::size_t* length) {
         FillProfileCache(state, &text);
         return search.IsFound();
     }
-    return lseek(file.Get(), 0, SEEK_SET) == 0 && SearchFile(file.Get(), query, length);
+    return SearchFile(file.Get(), query, length);
 }
 
 }  // namespace

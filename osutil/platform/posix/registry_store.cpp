@@ -13,6 +13,7 @@
 #include <mutex>
 
 #include "osutil/platform/posix/config_home.h"
+#include "osutil/platform/posix/descriptor.h"
 #include "osutil/platform/posix/profile_file.h"
 
 namespace genutil::platform {

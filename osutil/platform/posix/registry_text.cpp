@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "genutil/mbutil/character_table.h"
-#include "genutil/mbutil/wide.h"
+#include "osutil/platform/posix/paths.h"
 
 namespace genutil::platform {
 
@@ -41,13 +41,9 @@ StoreText::StoreText(const char* text, Form form) {
     if (form == kFolded)
         for (unsigned short* unit = units.Get(); *unit; ++unit)
             *unit = PageOfCharacter(*unit).lower[*unit & 0xFF];
-    const std::size_t room = 3 * units.Count();
-    char* out = m_buffer.Reserve(room + 1);
-    if (!out) return;
-    const long length = ToUtf8(out, room, units.Get(), units.Count());
+    const long length = EncodeUtf8(units, m_buffer);
     if (length < 0) return;
-    out[length] = 0;
-    m_text = out;
+    m_text = m_buffer.Get();
     m_length = static_cast<std::size_t>(length);
 }
 

@@ -2,6 +2,7 @@
 #include "osutil/platform/modules.h"
 
 #include "genutil/allocate.h"
+#include "genutil/assert_allocation.h"
 #include "osutil/platform/win32/paths.h"
 #include "osutil/platform/win32/windows_api.h"
 
@@ -66,8 +67,9 @@ unsigned char* ReadVersionResource(const char* path, std::size_t* size) {
     const SystemPath file(path);
     const DWORD needed = file.Get() ? GetFileVersionInfoSizeW(file.Get(), nullptr) : 0;
     // Twice the size: the system keeps translated texts behind it.
-    void* memory = needed ? Allocate(std::uint64_t{needed} * 2) : nullptr;
-    if (!memory) return nullptr;
+    if (needed == 0) return nullptr;
+    void* const memory = Allocate(std::uint64_t{needed} * 2);
+    if (!AssertAllocation(memory != nullptr, "osutil/osresdll", __LINE__)) return nullptr;
     if (!GetFileVersionInfoW(file.Get(), 0, needed * 2, memory)) {
         Release(memory);
         return nullptr;
