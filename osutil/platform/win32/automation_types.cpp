@@ -103,7 +103,7 @@ VARTYPE Referred(ITypeInfo* types, const TYPEDESC& type) {
     const TYPEDESC& inner = *type.lptdesc;
     if (inner.vt == VT_SAFEARRAY)
         return inner.lptdesc->vt == VT_USERDEFINED
-                   ? VT_VARIANT
+                   ? VARTYPE{VT_VARIANT}
                    : static_cast<VARTYPE>(VT_ARRAY | inner.lptdesc->vt);
     if (inner.vt == VT_USERDEFINED) {
         const VARTYPE defined = Defined(types, inner.hreftype);

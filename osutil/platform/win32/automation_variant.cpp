@@ -343,7 +343,8 @@ HRESULT FromVariant(const VARIANT& value, COSOLEValue* out) {
     const VARIANT* from = &value;
     out->SetEmpty();
     if (V_VT(from) & VT_BYREF) {
-        const HRESULT result = VariantCopyInd(direct.Get(), &value);
+        VARIANT reference = value;  // only read, whatever the call's type says
+        const HRESULT result = VariantCopyInd(direct.Get(), &reference);
         if (FAILED(result)) return result;
         from = direct.Get();
     }
