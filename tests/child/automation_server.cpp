@@ -1,6 +1,6 @@
 // An automation server for the tests, with what those of the system lack. Its first argument says
 // what it does: "register" and "unregister" for the user, or serve as COM starts it ("-Embedding"),
-// "active" making one object known to all for some seconds.
+// "active" making one object known to all.
 #include <windows.h>
 // Behind it, which they need.
 #include <objbase.h>
@@ -146,7 +146,7 @@ class Server : public Counted<IDispatch> {
   private:
     HRESULT Point(DISPPARAMS* given, VARIANT* result, UINT* fault);
     HRESULT Change(VARIANT* number, VARIANT* text, UINT* fault);
-    HRESULT Put(DISPPARAMS* given, WORD use);
+    HRESULT Put(DISPPARAMS* given, WORD use, UINT* fault);
 
     VARIANT m_value = {};
     IDispatch* m_target = nullptr;
@@ -157,6 +157,12 @@ void SetLong(VARIANT* out, long value) {
     V_I4(out) = value;
 }
 
+bool LeftOut(const DISPPARAMS& given, UINT position) {
+    const UINT place = given.cArgs - 1 - position;
+    return position < given.cArgs && position < given.cArgs - given.cNamedArgs &&
+           V_VT(&given.rgvarg[place]) == VT_ERROR;
+}
+
 // By position and by name: from the right, named ones first.
 HRESULT Server::Point(DISPPARAMS* given, VARIANT* result, UINT* fault) {
     VARIANT x = {}, y = {};
@@ -164,8 +170,7 @@ HRESULT Server::Point(DISPPARAMS* given, VARIANT* result, UINT* fault) {
     HRESULT code = DispGetParam(given, 0, VT_I4, &x, fault);
     if (code == DISP_E_PARAMNOTFOUND) return DISP_E_PARAMNOTOPTIONAL;
     if (FAILED(code)) return code;
-    SetLong(&y, 7);
-    code = DispGetParam(given, 1, VT_I4, &y, fault);
+    code = LeftOut(*given, 1) ? DISP_E_PARAMNOTFOUND : DispGetParam(given, 1, VT_I4, &y, fault);
     if (code == DISP_E_PARAMNOTFOUND)
         SetLong(&y, 7);
     else if (FAILED(code))
@@ -187,7 +192,8 @@ HRESULT Server::Change(VARIANT* number, VARIANT* text, UINT* fault) {
     return S_OK;
 }
 
-HRESULT Server::Put(DISPPARAMS* given, WORD use) {
+HRESULT Server::Put(DISPPARAMS* given, WORD use, UINT* fault) {
+    *fault = 0;
     if (given->cNamedArgs != 1 || given->rgdispidNamedArgs[0] != DISPID_PROPERTYPUT)
         return DISP_E_PARAMNOTFOUND;
     if (use & DISPATCH_PROPERTYPUT) return VariantCopy(&m_value, &given->rgvarg[0]);
@@ -238,9 +244,9 @@ HRESULT Server::Invoke(DISPID member, REFIID, LCID, WORD use, DISPPARAMS* given,
         return DISP_E_BADPARAMCOUNT;
     switch (member) {
         case kValue:
-            return get ? VariantCopy(result, &m_value) : Put(given, use);
+            return get ? VariantCopy(result, &m_value) : Put(given, use, fault);
         case kTarget:
-            if (!get) return Put(given, use);
+            if (!get) return Put(given, use, fault);
             V_VT(result) = VT_DISPATCH;
             V_DISPATCH(result) = m_target;
             if (m_target) m_target->AddRef();
@@ -307,7 +313,9 @@ class Filter : public Counted<IMessageFilter> {
         return Answer(asked, IID_IMessageFilter, out);
     }
     DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD, HTASK, DWORD, LPINTERFACEINFO) override {
-        return g_rejections > 0 && g_rejections-- > 0 ? g_rejection : SERVERCALL_ISHANDLED;
+        if (g_rejections <= 0) return SERVERCALL_ISHANDLED;
+        --g_rejections;
+        return g_rejection;
     }
     DWORD STDMETHODCALLTYPE RetryRejectedCall(HTASK, DWORD, DWORD) override { return ~0u; }
     DWORD STDMETHODCALLTYPE MessagePending(HTASK, DWORD, DWORD) override {
@@ -353,8 +361,11 @@ void AddMember(ICreateTypeInfo* types, UINT index, DISPID id, INVOKEKIND kind, V
     for (SHORT i = 0; i < count; ++i) {
         const bool reference = rows[i].type & VT_BYREF;
         referred[i].vt = rows[i].type & VT_TYPEMASK;
-        parameters[i].tdesc.vt = reference ? VARTYPE{VT_PTR} : rows[i].type;
-        if (reference) parameters[i].tdesc.lptdesc = &referred[i];
+        parameters[i].tdesc.vt = rows[i].type;
+        if (reference) {
+            parameters[i].tdesc.vt = VT_PTR;
+            parameters[i].tdesc.lptdesc = &referred[i];
+        }
         parameters[i].paramdesc.wParamFlags = rows[i].flags;
         if (rows[i].flags & PARAMFLAG_FHASDEFAULT) parameters[i].paramdesc.pparamdescex = &standing;
         std::wcsncpy(text[i + 1], rows[i].name, 31);
@@ -406,33 +417,46 @@ void MakeTypes() {
 
 // -- The program ------------------------------------------------------------------------------
 
-LONG SetKey(const wchar_t* path, const wchar_t* value) {
-    wchar_t key[200];
-    _snwprintf(key, 199, L"Software\\Classes\\%ls", path);
-    return RegSetValueW(HKEY_CURRENT_USER, key, REG_SZ, value, 0);
-}
+constexpr const wchar_t* kKeys[][2] = {
+    {L"Genutil.TestServer", L"genutil's test server"},
+    {L"Genutil.TestServer\\CLSID", kClass},
+    {L"CLSID\\{6B1F6C52-5D0E-4B4B-9C39-2F3D1A7E0A11}", L"genutil's test server"},
+    {L"CLSID\\{6B1F6C52-5D0E-4B4B-9C39-2F3D1A7E0A11}\\ProgID", kName},
+    {L"CLSID\\{6B1F6C52-5D0E-4B4B-9C39-2F3D1A7E0A11}\\LocalServer32", nullptr},  // the program
+};
+constexpr int kKeyCount = sizeof kKeys / sizeof *kKeys;
 
-int Register(bool on) {
-    wchar_t program[MAX_PATH + 2] = L"\"", path[128];
+void RegisterIn(HKEY root) {
+    wchar_t program[MAX_PATH + 2] = L"\"", key[200];
     GetModuleFileNameW(nullptr, program + 1, MAX_PATH);
     std::wcscat(program, L"\"");
-    if (!on) {
-        const wchar_t* const keys[] = {L"CLSID\\%ls\\LocalServer32", L"CLSID\\%ls\\ProgID",
-                                       L"CLSID\\%ls", L"Genutil.TestServer\\CLSID",
-                                       L"Genutil.TestServer"};
-        for (const wchar_t* key : keys) {
-            wchar_t full[200] = L"Software\\Classes\\";
-            _snwprintf(full + std::wcslen(full), 150, key, kClass);
-            RegDeleteKeyW(HKEY_CURRENT_USER, full);
-        }
-        return 0;
+    for (const auto& row : kKeys) {
+        _snwprintf(key, 199, L"Software\\Classes\\%ls", row[0]);
+        RegSetValueW(root, key, REG_SZ, row[1] ? row[1] : program, 0);
     }
-    LONG result = SetKey(L"Genutil.TestServer", L"genutil's test server");
-    result |= SetKey(L"Genutil.TestServer\\CLSID", kClass);
-    _snwprintf(path, 127, L"CLSID\\%ls\\ProgID", kClass);
-    result |= SetKey(path, kName);
-    _snwprintf(path, 127, L"CLSID\\%ls\\LocalServer32", kClass);
-    return static_cast<int>(result | SetKey(path, program));
+}
+
+void RemoveFrom(HKEY root) {
+    wchar_t key[200];
+    for (int i = kKeyCount - 1; i >= 0; --i) {
+        _snwprintf(key, 199, L"Software\\Classes\\%ls", kKeys[i][0]);
+        RegDeleteKeyW(root, key);
+    }
+}
+
+// For the user alone where the system looks there, as Windows does; else for all.
+int Register() {
+    CLSID found;
+    RegisterIn(HKEY_CURRENT_USER);
+    if (SUCCEEDED(CLSIDFromProgID(kName, &found))) return 0;
+    RegisterIn(HKEY_LOCAL_MACHINE);
+    return FAILED(CLSIDFromProgID(kName, &found));
+}
+
+int Unregister() {
+    RemoveFrom(HKEY_CURRENT_USER);
+    RemoveFrom(HKEY_LOCAL_MACHINE);
+    return 0;
 }
 
 void Serve(bool active) {
@@ -441,19 +465,22 @@ void Serve(bool active) {
     CoInitialize(nullptr);
     MakeTypes();
     CoRegisterMessageFilter(new Filter, &before);
-    CoRegisterClassObject(kClassId, new Factory, CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE,
-                          &registered);
+    // For one client each: one that dies takes nothing of another's with it.
+    if (!active)
+        CoRegisterClassObject(kClassId, new Factory, CLSCTX_LOCAL_SERVER, REGCLS_SINGLEUSE,
+                              &registered);
     if (active) RegisterActiveObject(new Server, kClassId, ACTIVEOBJECT_STRONG, &known);
-    // Ends by itself a while after the last object, for whoever started it may be gone.
-    const UINT_PTR timer = SetTimer(nullptr, 0, 1000, nullptr);
-    int idle = 0;
-    for (MSG message; idle < 10 && GetMessageW(&message, nullptr, 0, 0) > 0;) {
-        if (message.message == WM_TIMER) idle = g_objects > (active ? 1 : 0) ? 0 : idle + 1;
-        DispatchMessageW(&message);
+    // Ends with its last object, and by itself when the client forgot it.
+    const UINT_PTR timer = SetTimer(nullptr, 0, 100, nullptr);
+    bool used = false;
+    int tick = 0;
+    for (MSG message; GetMessageW(&message, nullptr, 0, 0) > 0; DispatchMessageW(&message)) {
+        used = used || g_objects > 0;
+        if (message.message == WM_TIMER && (++tick > 300 || (used && g_objects == 0))) break;
     }
     KillTimer(nullptr, timer);
     if (known) RevokeActiveObject(known, nullptr);
-    CoRevokeClassObject(registered);
+    if (registered) CoRevokeClassObject(registered);
     CoUninitialize();
 }
 
@@ -461,8 +488,8 @@ void Serve(bool active) {
 
 int main(int count, char** arguments) {
     const char* const what = count > 1 ? arguments[1] : "";
-    if (std::strcmp(what, "register") == 0) return Register(true);
-    if (std::strcmp(what, "unregister") == 0) return Register(false);
+    if (std::strcmp(what, "register") == 0) return Register();
+    if (std::strcmp(what, "unregister") == 0) return Unregister();
     Serve(std::strcmp(what, "active") == 0);
     return 0;
 }

@@ -50,6 +50,40 @@ const ApartmentUse& Apartments() {
     return use;
 }
 
+// Words for what goes wrong most, where the system has none.
+constexpr struct {
+    unsigned code;
+    const char* words;
+} kWords[] = {
+    {0x80004001, "Not implemented"},
+    {0x80004002, "No such interface supported"},
+    {0x80004005, "Unspecified error"},
+    {0x8000FFFF, "Catastrophic failure"},
+    {0x80010001, "Call was rejected by callee"},
+    {0x80010105, "The server threw an exception"},
+    {0x80010108, "The object invoked has disconnected from its clients"},
+    {0x8001010A, "The message filter indicated that the application is busy"},
+    {0x80010012,
+     "The callee (server) is not available and disappeared; all connections are invalid"},
+    {0x80020003, "Member not found"},
+    {0x80020004, "Parameter not found"},
+    {0x80020005, "Type mismatch"},
+    {0x80020006, "Unknown name"},
+    {0x80020007, "No named arguments"},
+    {0x80020008, "Bad variable type"},
+    {0x80020009, "Exception occurred"},
+    {0x8002000A, "Out of present range"},
+    {0x8002000B, "Invalid index"},
+    {0x8002000E, "Invalid number of parameters"},
+    {0x8002000F, "Parameter not optional"},
+    {0x8002802B, "Element not found"},
+    {0x80040154, "Class not registered"},
+    {0x800401E3, "Operation unavailable: no such object is running"},
+    {0x800401F3, "Invalid class string"},
+    {0x800401FD, "Object is not connected to server"},
+    {0x80080005, "Server execution failed"},
+};
+
 HRESULT OpenTable(Pointer<IGlobalInterfaceTable>* table) {
     return CoCreateInstance(CLSID_StdGlobalInterfaceTable, nullptr, CLSCTX_INPROC_SERVER,
                             IID_IGlobalInterfaceTable, table->Any());
@@ -154,6 +188,9 @@ bool Fail(HRESULT result, const CGNString* name, AutomationError* error) {
         text[--length] = 0;
     error->code = result;
     error->description = text;
+    for (const auto& row : kWords)
+        if (length == 0 && row.code == static_cast<unsigned>(result))
+            error->description = row.words;
     if (name) ((error->description += ": '") += *name) += "'";
     return false;
 }
