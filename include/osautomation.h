@@ -21,10 +21,9 @@
    used as before; when the server has ended, Connect starts it anew.
 
    Any thread may use any object, one thread at a time; copies of it may be in use in several
-   threads at once. COM is initialised for the time of each operation: for threads that have not
-   done so themselves in the multi-threaded apartment, where no messages need to be served. What was
-   connected in a single-threaded apartment of the program's own answers other threads only while
-   that one serves its messages and lives.
+   threads at once. No initialisation of COM is asked of the program: each operation is done in the
+   multi-threaded apartment, by the thread itself, or, where the program has put that into a
+   single-threaded apartment, by one that the thread waits for, serving the calls that come in.
 
    On systems without automation IsAvailable() is 0 and every operation fails with the text "OLE
    automation is not available on this system". */

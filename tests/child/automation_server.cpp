@@ -157,25 +157,31 @@ void SetLong(VARIANT* out, long value) {
     V_I4(out) = value;
 }
 
-bool LeftOut(const DISPPARAMS& given, UINT position) {
-    const UINT place = given.cArgs - 1 - position;
-    return position < given.cArgs && position < given.cArgs - given.cNamedArgs &&
-           V_VT(&given.rgvarg[place]) == VT_ERROR;
+// The argument of a position or of its number as a name, as an integer; null for none.
+VARIANT* FindArgument(const DISPPARAMS& given, UINT parameter) {
+    const UINT positions = given.cArgs - given.cNamedArgs;
+    if (parameter < positions) {
+        VARIANT* const found = &given.rgvarg[given.cArgs - 1 - parameter];
+        return V_VT(found) == VT_ERROR ? nullptr : found;
+    }
+    for (UINT i = 0; i < given.cNamedArgs; ++i)
+        if (given.rgdispidNamedArgs[i] == static_cast<DISPID>(parameter)) return &given.rgvarg[i];
+    return nullptr;
 }
 
-// By position and by name: from the right, named ones first.
 HRESULT Server::Point(DISPPARAMS* given, VARIANT* result, UINT* fault) {
-    VARIANT x = {}, y = {};
+    long values[2] = {0, 7};
     if (given->cArgs > 2) return DISP_E_BADPARAMCOUNT;
-    HRESULT code = DispGetParam(given, 0, VT_I4, &x, fault);
-    if (code == DISP_E_PARAMNOTFOUND) return DISP_E_PARAMNOTOPTIONAL;
-    if (FAILED(code)) return code;
-    code = LeftOut(*given, 1) ? DISP_E_PARAMNOTFOUND : DispGetParam(given, 1, VT_I4, &y, fault);
-    if (code == DISP_E_PARAMNOTFOUND)
-        SetLong(&y, 7);
-    else if (FAILED(code))
-        return code;
-    SetLong(result, V_I4(&x) * 100 + V_I4(&y));
+    for (UINT i = 0; i < 2; ++i) {
+        VARIANT number = {};
+        VARIANT* const found = FindArgument(*given, i);
+        if (!found && i == 0) return DISP_E_PARAMNOTOPTIONAL;
+        if (!found) continue;
+        *fault = static_cast<UINT>(found - given->rgvarg);
+        if (FAILED(VariantChangeType(&number, found, 0, VT_I4))) return DISP_E_TYPEMISMATCH;
+        values[i] = V_I4(&number);
+    }
+    SetLong(result, values[0] * 100 + values[1]);
     return S_OK;
 }
 
@@ -232,9 +238,13 @@ HRESULT Throw(DISPPARAMS* given, EXCEPINFO* thrown) {
 
 HRESULT Server::Invoke(DISPID member, REFIID, LCID, WORD use, DISPPARAMS* given, VARIANT* result,
                        EXCEPINFO* thrown, UINT* fault) {
-    VARIANT nowhere = {};
+    VARIANT unwanted = {};
     UINT noFault = 0;
-    if (!result) result = &nowhere;
+    if (!result) {
+        const HRESULT code = Invoke(member, IID_NULL, 0, use, given, &unwanted, thrown, fault);
+        VariantClear(&unwanted);
+        return code;
+    }
     if (!fault) fault = &noFault;
     if (member != kValue && member != kTarget && !(use & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)))
         return DISP_E_MEMBERNOTFOUND;

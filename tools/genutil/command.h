@@ -24,7 +24,7 @@ struct Command {
     Status (*run)(const Arguments& arguments);
 };
 extern const Command kDetectCommand, kConvertCommand, kTextCommand, kLocaleCommand, kLocalesCommand,
-    kZonesCommand, kShowCommand, kReadCommand;
+    kZonesCommand, kShowCommand, kReadCommand, kAutomationCommand;
 
 // An option of a subcommand: where its value goes, or the flag it sets, or where its values go.
 struct Option {

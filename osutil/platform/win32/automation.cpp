@@ -28,7 +28,7 @@ HRESULT MakeDispatch(IUnknown* object, OleObject** out) {
     return FAILED(result) ? result : MakeOleObject(dispatch.Get(), out);
 }
 
-HRESULT OpenPlace(IDispatch* collection, long retryTime, Pointer<IEnumVARIANT>* out) {
+HRESULT NewPlace(IDispatch* collection, long retryTime, Pointer<IEnumVARIANT>* out) {
     DISPPARAMS none = {};
     Variant place;
     const HRESULT result = CallPatiently(retryTime, [&] {
@@ -51,57 +51,61 @@ bool AutomationAvailable() {
 
 OleObject* ConnectAutomation(const CGNString& identifier, bool attach, bool start, long retryTime,
                              AutomationError* error) {
-    const ComScope com;
-    CLSID server;
-    Pointer<IUnknown> object;
     OleObject* out = nullptr;
-    HRESULT result = FindClass(identifier, &server);
-    if (SUCCEEDED(result)) {
-        result = CallPatiently(retryTime, [&] {
-            const HRESULT attached = attach ? AttachTo(server, &object) : MK_E_UNAVAILABLE;
-            return SUCCEEDED(attached) || !start ? attached : Start(server, &object);
-        });
+    InApartment(error, [&] {
+        CLSID server;
+        Pointer<IUnknown> object;
+        HRESULT result = FindClass(identifier, &server);
+        if (SUCCEEDED(result))
+            result = CallPatiently(retryTime, [&] {
+                const HRESULT attached = attach ? AttachTo(server, &object) : MK_E_UNAVAILABLE;
+                return SUCCEEDED(attached) || !start ? attached : Start(server, &object);
+            });
         if (SUCCEEDED(result))
             result = CallPatiently(retryTime, [&] { return MakeDispatch(object.Get(), &out); });
-    }
-    if (FAILED(result)) Fail(result, &identifier, error);
+        return SUCCEEDED(result) || Fail(result, &identifier, error);
+    });
     return out;
 }
 
 OleObject* EnumerateAutomation(OleObject* object, long retryTime, AutomationError* error) {
-    const ComScope com;
-    Pointer<IDispatch> collection;
-    Pointer<IEnumVARIANT> place;
     OleObject* out = nullptr;
-    HRESULT result = OpenOleObject(object, IID_IDispatch, collection.Any());
-    if (SUCCEEDED(result)) result = OpenPlace(collection.Get(), retryTime, &place);
-    if (SUCCEEDED(result)) result = MakeOlePlace(place.Get(), &out);
-    if (FAILED(result)) Fail(result, nullptr, error);
+    InApartment(error, [&] {
+        Pointer<IDispatch> collection;
+        Pointer<IEnumVARIANT> place;
+        HRESULT result = OpenDispatch(object, &collection);
+        if (SUCCEEDED(result)) result = NewPlace(collection.Get(), retryTime, &place);
+        if (SUCCEEDED(result)) result = MakeOlePlace(place.Get(), &out);
+        return SUCCEEDED(result) || Fail(result, nullptr, error);
+    });
     return out;
 }
 
-bool NextInCollection(OleObject* place, long retryTime, COSOLEValue* item, AutomationError* error) {
-    const ComScope com;
-    Pointer<IEnumVARIANT> items;
-    Variant next;
-    ULONG count = 0;
-    HRESULT result = OpenOleObject(place, IID_IEnumVARIANT, items.Any());
-    if (SUCCEEDED(result))
-        result = CallPatiently(retryTime, [&] { return items->Next(1, next.Get(), &count); });
-    if (SUCCEEDED(result) && count != 1) return false;
-    COSOLEValue value;
-    if (SUCCEEDED(result)) result = FromVariant(next.Value(), &value);
-    if (FAILED(result)) return Fail(result, nullptr, error);
-    *item = value;
-    return true;
+bool NextInCollection(OleObject* object, long retryTime, COSOLEValue* item,
+                      AutomationError* error) {
+    return InApartment(error, [&] {
+        Pointer<IEnumVARIANT> place;
+        Variant next;
+        ULONG count = 0;
+        HRESULT result = OpenPlace(object, &place);
+        if (SUCCEEDED(result))
+            result = CallPatiently(retryTime, [&] { return place->Next(1, next.Get(), &count); });
+        if (SUCCEEDED(result) && count != 1) return false;
+        COSOLEValue value;
+        if (SUCCEEDED(result)) result = FromVariant(next.Value(), &value);
+        if (FAILED(result)) return Fail(result, nullptr, error);
+        *item = value;
+        return true;
+    });
 }
 
-bool ResetCollection(OleObject* place, long retryTime, AutomationError* error) {
-    const ComScope com;
-    Pointer<IEnumVARIANT> items;
-    HRESULT result = OpenOleObject(place, IID_IEnumVARIANT, items.Any());
-    if (SUCCEEDED(result)) result = CallPatiently(retryTime, [&] { return items->Reset(); });
-    return SUCCEEDED(result) || Fail(result, nullptr, error);
+bool ResetCollection(OleObject* object, long retryTime, AutomationError* error) {
+    return InApartment(error, [&] {
+        Pointer<IEnumVARIANT> place;
+        HRESULT result = OpenPlace(object, &place);
+        if (SUCCEEDED(result)) result = CallPatiently(retryTime, [&] { return place->Reset(); });
+        return SUCCEEDED(result) || Fail(result, nullptr, error);
+    });
 }
 
 }  // namespace genutil::platform

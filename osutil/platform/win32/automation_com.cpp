@@ -8,12 +8,13 @@
 
 namespace genutil {
 
-// A reference in the table from which every apartment gets a pointer of its own. While there is
-// one, the multi-threaded apartment stays, and with it the objects that live there.
+// While there is one, the multi-threaded apartment stays, and with it the objects that live there.
 struct OleObject {
+    enum Kind { kUnknown, kDispatch, kPlace };
+
     std::atomic<long> references{1};
-    DWORD cookie = 0;
-    bool isDispatch = false;
+    Kind kind = kUnknown;
+    IUnknown* pointer = nullptr;
     void* apartment = nullptr;
 };
 
@@ -84,44 +85,47 @@ constexpr struct {
     {0x80080005, "Server execution failed"},
 };
 
-HRESULT OpenTable(Pointer<IGlobalInterfaceTable>* table) {
-    return CoCreateInstance(CLSID_StdGlobalInterfaceTable, nullptr, CLSCTX_INPROC_SERVER,
-                            IID_IGlobalInterfaceTable, table->Any());
-}
-
-HRESULT Register(IUnknown* pointer, REFIID kind, bool isDispatch, OleObject** out) {
-    Pointer<IGlobalInterfaceTable> table;
-    HRESULT result = OpenTable(&table);
-    if (FAILED(result)) return result;
+HRESULT Make(IUnknown* pointer, OleObject::Kind kind, OleObject** out) {
     OleObject* const object = New<OleObject>();
-    if (!AssertAllocation(object != nullptr, "osutil/osautomation", __LINE__)) return E_OUTOFMEMORY;
-    object->isDispatch = isDispatch;
-    result = table->RegisterInterfaceInGlobal(pointer, kind, &object->cookie);
-    if (FAILED(result)) {
-        delete object;
-        return result;
-    }
-    if (Apartments().Known()) Apartments().increment(&object->apartment);
     *out = object;
+    if (!AssertAllocation(object != nullptr, "osutil/osautomation", __LINE__)) return E_OUTOFMEMORY;
+    object->kind = kind;
+    object->pointer = pointer;
+    pointer->AddRef();
+    if (Apartments().Known()) Apartments().increment(&object->apartment);
     return S_OK;
 }
 
-void Forget(OleObject* object) {
-    const ComScope com;
-    Pointer<IGlobalInterfaceTable> table;
-    if (SUCCEEDED(OpenTable(&table))) table->RevokeInterfaceFromGlobal(object->cookie);
-    table.Reset();
-    if (object->apartment) Apartments().decrement(object->apartment);
-    delete object;
+struct Work {
+    void (*work)(void* context);
+    void* context;
+
+    bool Do() const {
+        if (FAILED(CoInitializeEx(nullptr, COINIT_MULTITHREADED))) return false;
+        work(context);
+        if (Apartments().Known()) CoUninitialize();
+        return true;
+    }
+};
+
+DWORD WINAPI DoWork(void* work) {
+    return static_cast<const Work*>(work)->Do();
 }
 
 }  // namespace
 
-ComScope::ComScope()
-    : m_leave(SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED)) && Apartments().Known()) {}
-
-ComScope::~ComScope() {
-    if (m_leave) CoUninitialize();
+bool RunInApartment(void (*work)(void* context), void* context) {
+    Work own = {work, context};
+    if (own.Do()) return true;
+    HANDLE thread = CreateThread(nullptr, 0, DoWork, &own, 0, nullptr);
+    if (!thread) return false;
+    // The calls that come in meanwhile, the server's own perhaps, are served.
+    DWORD signalled = 0, done = 0;
+    if (FAILED(CoWaitForMultipleHandles(0, INFINITE, 1, &thread, &signalled)))
+        WaitForSingleObject(thread, INFINITE);
+    GetExitCodeThread(thread, &done);
+    CloseHandle(thread);
+    return done != 0;
 }
 
 HRESULT MakeOleObject(IUnknown* object, OleObject** out) {
@@ -129,23 +133,36 @@ HRESULT MakeOleObject(IUnknown* object, OleObject** out) {
     if (!object) return S_OK;
     Pointer<IDispatch> dispatch;
     if (SUCCEEDED(object->QueryInterface(IID_IDispatch, dispatch.Any())))
-        return Register(dispatch.Get(), IID_IDispatch, true, out);
-    return Register(object, IID_IUnknown, false, out);
+        return Make(dispatch.Get(), OleObject::kDispatch, out);
+    return Make(object, OleObject::kUnknown, out);
 }
 
 HRESULT MakeOlePlace(IEnumVARIANT* place, OleObject** out) {
-    return Register(place, IID_IEnumVARIANT, false, out);
+    return Make(place, OleObject::kPlace, out);
 }
 
-HRESULT OpenOleObject(OleObject* object, REFIID kind, void** out) {
-    if (!object) return kNotConnected;
-    Pointer<IGlobalInterfaceTable> table;
-    const HRESULT result = OpenTable(&table);
-    return FAILED(result) ? result : table->GetInterfaceFromGlobal(object->cookie, kind, out);
+IUnknown* PointerOf(const OleObject* object) {
+    return object->pointer;
 }
 
-bool IsDispatch(const OleObject* object) {
-    return object->isDispatch;
+IDispatch* DispatchOf(const OleObject* object) {
+    return object->kind == OleObject::kDispatch ? static_cast<IDispatch*>(object->pointer)
+                                                : nullptr;
+}
+
+HRESULT OpenDispatch(OleObject* object, Pointer<IDispatch>* out) {
+    if (!object) return CO_E_OBJNOTCONNECTED;
+    if (object->kind != OleObject::kDispatch) return E_NOINTERFACE;
+    *out->Place() = DispatchOf(object);
+    object->pointer->AddRef();
+    return S_OK;
+}
+
+HRESULT OpenPlace(OleObject* object, Pointer<IEnumVARIANT>* out) {
+    if (!object) return CO_E_OBJNOTCONNECTED;
+    *out->Place() = static_cast<IEnumVARIANT*>(object->pointer);
+    object->pointer->AddRef();
+    return S_OK;
 }
 
 void RetainOleObject(OleObject* object) {
@@ -153,28 +170,29 @@ void RetainOleObject(OleObject* object) {
 }
 
 void ReleaseOleObject(OleObject* object) {
-    if (object && object->references.fetch_sub(1, std::memory_order_acq_rel) == 1) Forget(object);
+    if (!object || object->references.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
+    AutomationError error;
+    InApartment(&error, [&] {
+        object->pointer->Release();
+        return true;
+    });
+    if (object->apartment) Apartments().decrement(object->apartment);
+    delete object;
 }
 
 bool SameOleObject(OleObject* a, OleObject* b) {
     if (!a || !b) return a == b;
-    const ComScope com;
-    Pointer<IUnknown> first, second;
-    return SUCCEEDED(OpenOleObject(a, IID_IUnknown, first.Any())) &&
-           SUCCEEDED(OpenOleObject(b, IID_IUnknown, second.Any())) && first.Get() == second.Get();
+    AutomationError error;
+    return InApartment(&error, [&] {
+        Pointer<IUnknown> first, second;
+        return SUCCEEDED(a->pointer->QueryInterface(IID_IUnknown, first.Any())) &&
+               SUCCEEDED(b->pointer->QueryInterface(IID_IUnknown, second.Any())) &&
+               first.Get() == second.Get();
+    });
 }
 
 bool IsBusy(HRESULT result) {
     return result == RPC_E_CALL_REJECTED || result == RPC_E_SERVERCALL_RETRYLATER;
-}
-
-void WaitForServer(DWORD milliseconds) {
-    HANDLE never = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    DWORD signalled = 0;
-    if (!never ||
-        CoWaitForMultipleHandles(0, milliseconds, 1, &never, &signalled) != RPC_S_CALLPENDING)
-        Sleep(milliseconds);
-    if (never) CloseHandle(never);
 }
 
 bool Fail(HRESULT result, const CGNString* name, AutomationError* error) {

@@ -1,5 +1,5 @@
-// COM for the contract of automation: a thread's initialisation, counted pointers, objects that any
-// thread can use, calls made again, and errors.
+// COM for the contract of automation: the apartment, counted pointers and objects, calls made
+// again, and errors.
 #pragma once
 
 #include "osutil/platform/automation.h"
@@ -10,18 +10,28 @@
 
 namespace genutil::platform {
 
-// COM on this thread for the length of a scope. A thread that the program has not initialised is in
-// the multi-threaded apartment meanwhile; what the others have is left as it is.
-class ComScope {
-  public:
-    ComScope();
-    ~ComScope();
-    ComScope(const ComScope&) = delete;
-    ComScope& operator=(const ComScope&) = delete;
+// Does work in the multi-threaded apartment, where all objects of this library live: on this
+// thread, or on another one while this waits when the program has made it one of a single-threaded
+// apartment. False when that cannot be had.
+bool RunInApartment(void (*work)(void* context), void* context);
 
-  private:
-    bool m_leave;
-};
+// The system's words for a result, about something with a name if that is not null; false.
+bool Fail(HRESULT result, const CGNString* name, AutomationError* error);
+
+template <class Work>
+bool InApartment(AutomationError* error, Work work) {
+    struct Context {
+        Work& work;
+        bool result;
+    } context = {work, false};
+    const bool ran = RunInApartment(
+        [](void* given) {
+            Context& own = *static_cast<Context*>(given);
+            own.result = own.work();
+        },
+        &context);
+    return ran ? context.result : Fail(E_OUTOFMEMORY, nullptr, error);
+}
 
 template <class T>
 class Pointer {
@@ -47,21 +57,18 @@ class Pointer {
     T* m_object = nullptr;
 };
 
-// An object with one reference more, as IDispatch if it is that; null when it cannot be made known
-// to all threads. For null there is none.
+// An object with one reference more, as IDispatch if it is that; none for null.
 HRESULT MakeOleObject(IUnknown* object, OleObject** out);
+// A place in a collection.
 HRESULT MakeOlePlace(IEnumVARIANT* place, OleObject** out);
 
-// The object as this thread is to call it.
-HRESULT OpenOleObject(OleObject* object, REFIID kind, void** out);
-bool IsDispatch(const OleObject* object);
-
-constexpr HRESULT kNotConnected = CO_E_OBJNOTCONNECTED;
+// What is in an object, with a reference more.
+HRESULT OpenDispatch(OleObject* object, Pointer<IDispatch>* out);
+HRESULT OpenPlace(OleObject* object, Pointer<IEnumVARIANT>* out);
+IDispatch* DispatchOf(const OleObject* object);  // as it is; null when it is not that
+IUnknown* PointerOf(const OleObject* object);
 
 bool IsBusy(HRESULT result);
-// Lets time pass, in which an apartment of this thread serves its calls.
-void WaitForServer(DWORD milliseconds);
-
 // Makes a call again as long as the server is too busy for it and the time is not over.
 template <class Call>
 HRESULT CallPatiently(long retryTime, Call call) {
@@ -70,11 +77,8 @@ HRESULT CallPatiently(long retryTime, Call call) {
         const HRESULT result = call();
         const DWORD passed = GetTickCount() - start, most = static_cast<DWORD>(retryTime);
         if (!IsBusy(result) || passed >= most) return result;
-        WaitForServer(pause < most - passed ? pause : most - passed);
+        Sleep(pause < most - passed ? pause : most - passed);
     }
 }
-
-// The system's words for a result, about something with a name if that is not null; false.
-bool Fail(HRESULT result, const CGNString* name, AutomationError* error);
 
 }  // namespace genutil::platform

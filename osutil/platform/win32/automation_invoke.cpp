@@ -63,7 +63,7 @@ class Invocation {
 
     // The arguments are in place in the end, and those by reference changed.
     bool Run(OleObject* object) {
-        HRESULT result = OpenOleObject(object, IID_IDispatch, m_dispatch.Any());
+        HRESULT result = OpenDispatch(object, &m_dispatch);
         if (FAILED(result)) return Fail(result, m_call.name, m_error);
         if (!m_slots.Get() || !m_arguments.Get() || !m_ids.Get())
             return Fail(E_OUTOFMEMORY, nullptr, m_error);
@@ -194,7 +194,9 @@ class Invocation {
 
     bool Invoke() {
         DISPPARAMS parameters = {m_arguments.Get(), m_ids.Get(), m_count, m_named};
-        VARIANT* const wanted = m_call.result ? m_result.Get() : nullptr;
+        // A result that nobody wants is taken all the same: not all of those who carry it from
+        // another process give back an object in it.
+        VARIANT* const wanted = m_call.put ? nullptr : m_result.Get();
         EXCEPINFO thrown = {};
         UINT fault = m_count;
         SetErrorInfo(0, nullptr);
@@ -243,7 +245,7 @@ class Invocation {
     // All or nothing.
     bool Return() {
         COSOLEValue value;
-        HRESULT result = FromVariant(m_result.Value(), &value);
+        HRESULT result = m_call.result ? FromVariant(m_result.Value(), &value) : S_OK;
         if (FAILED(result)) return Fail(result, m_call.name, m_error);
         for (UINT i = 0; i < m_count; ++i) {
             Slot& slot = m_slots[i];
@@ -278,17 +280,17 @@ class Invocation {
 
 bool InvokeAutomation(OleObject* object, const AutomationCall& call, long retryTime,
                       AutomationError* error) {
-    const ComScope com;
-    return Invocation(call, retryTime, error).Run(object);
+    return InApartment(error, [&] { return Invocation(call, retryTime, error).Run(object); });
 }
 
 bool KnowsMember(OleObject* object, const CGNString& name, long retryTime, AutomationError* error) {
-    const ComScope com;
-    Pointer<IDispatch> dispatch;
-    DISPID id = 0;
-    HRESULT result = OpenOleObject(object, IID_IDispatch, dispatch.Any());
-    if (SUCCEEDED(result)) result = FindName(dispatch.Get(), name, retryTime, &id);
-    return SUCCEEDED(result) || Fail(result, &name, error);
+    return InApartment(error, [&] {
+        Pointer<IDispatch> dispatch;
+        DISPID id = 0;
+        HRESULT result = OpenDispatch(object, &dispatch);
+        if (SUCCEEDED(result)) result = FindName(dispatch.Get(), name, retryTime, &id);
+        return SUCCEEDED(result) || Fail(result, &name, error);
+    });
 }
 
 }  // namespace genutil::platform

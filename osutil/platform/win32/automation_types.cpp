@@ -258,13 +258,14 @@ VARTYPE ReferredType(ITypeInfo* types, DISPID member, WORD use, UINT parameter) 
 
 bool ListMembers(OleObject* object, long retryTime, COSOLEList<COSOLEMember>* out,
                  AutomationError* error) {
-    const ComScope com;
-    Pointer<IDispatch> dispatch;
-    Pointer<ITypeInfo> types;
-    HRESULT result = OpenOleObject(object, IID_IDispatch, dispatch.Any());
-    if (SUCCEEDED(result)) result = OpenTypes(dispatch.Get(), retryTime, &types);
-    if (SUCCEEDED(result)) result = AddMembers(types.Get(), out);
-    return SUCCEEDED(result) || Fail(result, nullptr, error);
+    return InApartment(error, [&] {
+        Pointer<IDispatch> dispatch;
+        Pointer<ITypeInfo> types;
+        HRESULT result = OpenDispatch(object, &dispatch);
+        if (SUCCEEDED(result)) result = OpenTypes(dispatch.Get(), retryTime, &types);
+        if (SUCCEEDED(result)) result = AddMembers(types.Get(), out);
+        return SUCCEEDED(result) || Fail(result, nullptr, error);
+    });
 }
 
 }  // namespace genutil::platform

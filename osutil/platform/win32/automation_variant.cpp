@@ -101,19 +101,10 @@ HRESULT PutText(const COSOLEValue& value, VARIANT* out) {
 
 HRESULT PutObject(const COSOLEValue& value, VARIANT* out) {
     OleObject* const object = OleAccess::Object(value);
-    V_VT(out) = VT_DISPATCH;
-    V_DISPATCH(out) = nullptr;
-    if (!object) return S_OK;
-    void* pointer = nullptr;
-    const bool dispatch = IsDispatch(object);
-    const HRESULT result = OpenOleObject(object, dispatch ? IID_IDispatch : IID_IUnknown, &pointer);
-    if (FAILED(result)) return result;
-    if (dispatch) {
-        V_DISPATCH(out) = static_cast<IDispatch*>(pointer);
-    } else {
-        V_VT(out) = VT_UNKNOWN;
-        V_UNKNOWN(out) = static_cast<IUnknown*>(pointer);
-    }
+    IUnknown* const pointer = object ? PointerOf(object) : nullptr;
+    V_VT(out) = !object || DispatchOf(object) ? VT_DISPATCH : VT_UNKNOWN;
+    V_UNKNOWN(out) = pointer;
+    if (pointer) pointer->AddRef();
     return S_OK;
 }
 
