@@ -15,18 +15,26 @@ std::string Text(const CGNString& text) {
 
 std::string Show(const COSOLEValue& value) {
     CGNString text;
-    if (value.GetText(text)) return Text(text);
-    if (value.GetKind() == COSOLEValue::kArray) {
-        std::string items = "[";
+    std::string shown;
+    if (value.GetText(text)) {
+        shown = Text(text);
+    } else if (value.GetKind() == COSOLEValue::kArray) {
+        shown += '[';
         for (long i = 0; i < value.GetCount(); ++i) {
-            if (i != 0) items += ", ";
-            items += Show(*value.GetItem(i));
+            if (i != 0) shown += ", ";
+            shown += Show(*value.GetItem(i));
         }
-        return items + "]";
+        shown += ']';
+    } else {
+        shown += '(';
+        if (value.GetKind() == COSOLEValue::kBytes) {
+            shown += std::to_string(value.GetCount());
+            shown += ' ';
+        }
+        shown += value.GetKindName();
+        shown += ')';
     }
-    if (value.GetKind() == COSOLEValue::kBytes)
-        return "(" + std::to_string(value.GetCount()) + " bytes)";
-    return std::string("(") + value.GetKindName() + ")";
+    return shown;
 }
 
 void PrintParameter(const COSOLEParameter& parameter, bool first) {
