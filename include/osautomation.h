@@ -67,7 +67,7 @@ class GENUTIL_API COSOLEEnumerator {
     COSOLEEnumerator(); /**< at the end of nothing */
     /** Copies share the place. */
     COSOLEEnumerator(const COSOLEEnumerator& other);
-    COSOLEEnumerator& operator=(const COSOLEEnumerator& other);
+    COSOLEEnumerator& operator=(const COSOLEEnumerator& other); /**< the same */
     ~COSOLEEnumerator();
 
     /** @param item receives the next item. @return 0 at the end and on failure. */
@@ -136,25 +136,30 @@ class GENUTIL_API COSOLEAutomation {
 
     /* -- Calls: names in any letter case; the empty name is the object's default member ------ */
 
-    unsigned char Call(const CGNString& method); /**< a method without arguments or result */
-    /** @param arguments those by reference have their new values afterwards; on failure all stay.
-     */
+    /** Calls a method without arguments or result. */
+    unsigned char Call(const CGNString& method);
+    /** @param method its name. @param arguments those by reference have their new values
+        afterwards; on failure all stay. */
     unsigned char Call(const CGNString& method, COSOLEArguments& arguments);
-    /** @param result receives the result; empty for a method that has none. */
+    /** @param method its name. @param arguments as above. @param result receives the result; empty
+        for a method that has none. */
     unsigned char Call(const CGNString& method, COSOLEArguments& arguments, COSOLEValue& result);
     /** Calls a method or gets a property, whichever the name is. */
     unsigned char CallOrGet(const CGNString& name, COSOLEArguments& arguments, COSOLEValue& result);
 
+    /** Gets a property. @param name its name. @param value receives it. */
     unsigned char GetProperty(const CGNString& name, COSOLEValue& value);
-    /** @param index the arguments of a property that has any, such as an item's number. */
+    /** @param name its name. @param index the arguments of a property that has any, such as an
+        item's number. @param value receives it. */
     unsigned char GetProperty(const CGNString& name, COSOLEArguments& index, COSOLEValue& value);
+    /** Puts a property. @param name its name. @param value the new value. */
     unsigned char PutProperty(const CGNString& name, const COSOLEValue& value);
-    /** @param index as for GetProperty. */
+    /** @param name its name. @param index as for GetProperty. @param value the new value. */
     unsigned char PutProperty(const CGNString& name, COSOLEArguments& index,
                               const COSOLEValue& value);
     /** Puts an object itself, where PutProperty puts its default value. */
     unsigned char PutPropertyReference(const CGNString& name, const COSOLEValue& object);
-    /** @param index as for GetProperty. */
+    /** @param name the property's. @param index as for GetProperty. @param object the object. */
     unsigned char PutPropertyReference(const CGNString& name, COSOLEArguments& index,
                                        const COSOLEValue& object);
 

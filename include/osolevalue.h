@@ -44,6 +44,7 @@ template <class T>
 class COSOLEList {
   public:
     COSOLEList() : m_items(nullptr), m_count(0), m_capacity(0) {}
+    /** Copies of the other's items; none when memory runs out. */
     COSOLEList(const COSOLEList& other) : COSOLEList() { *this = other; }
     /** Takes the other's items over. */
     COSOLEList(COSOLEList&& other) : COSOLEList() {
@@ -154,7 +155,7 @@ class GENUTIL_API COSOLEValue {
     COSOLEValue(const CGNString& text);          /**< a text, with 0 bytes in it if it has them */
     COSOLEValue(const COSOLEAutomation& object); /**< see SetObject */
     COSOLEValue(const COSOLEValue& other);       /**< a copy; an object is shared */
-    COSOLEValue& operator=(const COSOLEValue& other);
+    COSOLEValue& operator=(const COSOLEValue& other); /**< the same */
     ~COSOLEValue();
 
     /** @return what it is. */
@@ -189,7 +190,8 @@ class GENUTIL_API COSOLEValue {
     unsigned char SetOleDate(double days);
     /** @param object is shared; one that is not connected stands for none. */
     void SetObject(const COSOLEAutomation& object);
-    /** @param bytes may be null when count is 0. @return 0 when memory runs out. */
+    /** @param bytes may be null when count is 0. @param count how many. @return 0 when memory runs
+        out. */
     unsigned char SetBytes(const void* bytes, unsigned long count);
 
     /** Makes an array of empty values in one dimension.
@@ -198,7 +200,8 @@ class GENUTIL_API COSOLEValue {
         kDecimal or kObject; kEmpty for items of any kind.
         @return 0 when a number is negative, there is no such array or memory runs out. */
     unsigned char SetArray(long count, long lower = 0, Kind element = kEmpty);
-    /** The same in 1 to 60 dimensions. @param bounds the dimensions, the first index first. */
+    /** The same in 1 to 60 dimensions. @param bounds the dimensions, the first index first.
+        @param dimensions how many. @param element as above. @return as above. */
     unsigned char SetArray(const COSOLEBound* bounds, int dimensions, Kind element = kEmpty);
 
     /* -- Getting: 0 when the value is of another kind or does not fit ---------------------- */
@@ -221,7 +224,8 @@ class GENUTIL_API COSOLEValue {
     unsigned char GetCurrency(CGNCurrency& out, const CGNString& code = CGNString()) const;
     /** Of a date that a moment can have, to the nearest second, in the zone of the thread. */
     unsigned char GetDateTime(CGNDateTime& out) const;
-    /** Of any date. @param secondOfDay receives 0 to 86399; may be null. */
+    /** Of any date. @param out receives it. @param secondOfDay receives 0 to 86399; may be
+        null. */
     unsigned char GetDate(CGNDate& out, long* secondOfDay = nullptr) const;
     unsigned char GetOleDate(double& days) const; /**< of a date, as the server gave it */
     /** Of an object. @param out shares it; it is not connected when there is none. Its retry time
@@ -268,8 +272,8 @@ class GENUTIL_API COSOLEValue {
 class GENUTIL_API COSOLEArguments {
   public:
     COSOLEArguments();
-    COSOLEArguments(const COSOLEArguments& other);
-    COSOLEArguments& operator=(const COSOLEArguments& other);
+    COSOLEArguments(const COSOLEArguments& other);            /**< copies of all */
+    COSOLEArguments& operator=(const COSOLEArguments& other); /**< takes copies of all */
     ~COSOLEArguments();
 
     /** Adds an argument. All of these return the arguments themselves. */
