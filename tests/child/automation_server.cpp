@@ -42,6 +42,7 @@ enum Member : DISPID {
     kUnsigned,
     kGrid,
     kPlain,
+    kTenth,
 };
 
 constexpr struct {
@@ -52,6 +53,7 @@ constexpr struct {
     {L"Point", kPoint},   {L"Picky", kPicky},       {L"Busy", kBusy},     {L"Die", kDie},
     {L"Child", kChild},   {L"Objects", kObjects},   {L"TypeOf", kTypeOf}, {L"Fill", kFill},
     {L"Target", kTarget}, {L"Unsigned", kUnsigned}, {L"Grid", kGrid},     {L"Plain", kPlain},
+    {L"Tenth", kTenth},
 };
 
 template <class Interface>
@@ -248,7 +250,7 @@ HRESULT Server::Invoke(DISPID member, REFIID, LCID, WORD use, DISPPARAMS* given,
     if (!fault) fault = &noFault;
     if (member != kValue && member != kTarget && !(use & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)))
         return DISP_E_MEMBERNOTFOUND;
-    const UINT counts[] = {0, 1, 2, 2, ~0u, 1, 2, 0, 0, 0, 1, 1, 0, 0, 0, 0};
+    const UINT counts[] = {0, 1, 2, 2, ~0u, 1, 2, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1};
     const bool get = use & DISPATCH_PROPERTYGET;
     if (member > 0 && member != kTarget && counts[member] != ~0u && given->cArgs != counts[member])
         return DISP_E_BADPARAMCOUNT;
@@ -307,6 +309,11 @@ HRESULT Server::Invoke(DISPID member, REFIID, LCID, WORD use, DISPPARAMS* given,
             return S_OK;
         case kGrid:
             return MakeGrid(result);
+        case kTenth:
+            if (V_VT(&given->rgvarg[0]) != (VT_BYREF | VT_DECIMAL)) return DISP_E_TYPEMISMATCH;
+            ++V_DECIMALREF(&given->rgvarg[0])->scale;
+            V_DECIMALREF(&given->rgvarg[0])->wReserved = 0;  // where a value has its type
+            return S_OK;
         case kPlain:
             return E_ACCESSDENIED;
         default:
@@ -418,6 +425,8 @@ void MakeTypes() {
         AddMember(types, 2, kFill, INVOKE_FUNC, VT_VOID, L"Fill", L"", fill, 1);
         AddMember(types, 3, kValue, INVOKE_PROPERTYGET, VT_VARIANT, L"Value", L"", value, 0);
         AddMember(types, 4, kValue, INVOKE_PROPERTYPUT, VT_VOID, L"Value", L"", value, 1);
+        const ParameterRow tenth[] = {{L"number", VT_BYREF | VT_DECIMAL, kBoth}};
+        AddMember(types, 5, kTenth, INVOKE_FUNC, VT_VOID, L"Tenth", L"", tenth, 1);
         types->LayOut();
         types->QueryInterface(IID_ITypeInfo, reinterpret_cast<void**>(&g_types));
         types->Release();

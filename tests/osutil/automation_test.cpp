@@ -332,7 +332,9 @@ TEST_F(Automation, ArgumentsByNameAndByReference) {
         else
             EXPECT_TRUE(Failed(server, row.code, row.argument)) << row.line;
     }
-    COSOLEArguments change, text, fill;
+    COSOLEArguments change, text, fill, tenth;
+    EXPECT_TRUE(server.Call("Tenth", tenth.AddByReference(Decimal("12.50"))));
+    EXPECT_EQ(TextOf(tenth.Get(0)), "1.250") << Bytes(server.GetErrorText());
     change.AddByReference(41).AddByReference("b");
     EXPECT_TRUE(server.Call("Change", change)) << Bytes(server.GetErrorText());
     EXPECT_EQ(TextOf(change.Get(0)) + TextOf(change.Get(1)), "42<b>");
@@ -506,7 +508,7 @@ TEST_F(Automation, MembersAndTheirParameters) {
     COSOLEAutomation server = Own(), words;
     COSOLEList<COSOLEMember> members;
     ASSERT_TRUE(server.GetMembers(members)) << Bytes(server.GetErrorText());
-    ASSERT_EQ(members.GetCount(), 5);
+    ASSERT_EQ(members.GetCount(), 6);
     const COSOLEMember& point = *members.GetItem(0);
     EXPECT_EQ(Bytes(point.m_name) + "/" + Bytes(point.m_type), "Point/long");
     EXPECT_EQ(Bytes(point.m_help), "A place on the grid");
