@@ -38,6 +38,11 @@ class Owned {
     Owned& operator=(const Owned&) = delete;
     ~Owned() { Release(m_memory); }
     T* Get() const { return m_memory; }
+    T* Take() {  // the caller's from here on
+        T* memory = m_memory;
+        m_memory = nullptr;
+        return memory;
+    }
     void Reset(T* memory) {
         Release(m_memory);
         m_memory = memory;

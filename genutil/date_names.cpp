@@ -1,5 +1,6 @@
 #include "genutil/date_names.h"
 
+#include <cstring>
 #include <initializer_list>
 
 #include "genutil/bc_marker.h"
@@ -24,7 +25,10 @@ class Longest {
             if (at.SkipWord(name, codeSet)) Take(at, index);
         }
     }
-    void Try(const char* name, int index) {
+    void Try(const char* ascii, int index) {
+        Try(TextCursor(ascii, std::strlen(ascii), mbWestern), index);
+    }
+    void Try(const TextCursor& name, int index) {
         TextCursor at = m_from;
         if (at.SkipWord(name)) Take(at, index);
     }
@@ -127,7 +131,8 @@ bool SkipFiller(TextCursor& at, const CLCLocale& locale) {
 
 bool SkipBcMarker(TextCursor& at) {
     Longest longest(at);
-    for (int i = 0; const char* marker = BcMarkerToRead(i); ++i) longest.Try(marker, i);
+    for (int i = 0; const char* marker = BcMarkerToRead(i); ++i)
+        longest.Try(at.Over(marker, std::strlen(marker)), i);
     at = longest.End();
     return longest.Index() >= 0;
 }

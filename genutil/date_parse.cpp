@@ -21,19 +21,10 @@ bool IsDigit(char c) {
 // The length of the first B.C. marker, in their order, that stands anywhere in the text; 0 for
 // none.
 std::size_t MarkerIn(const char* text) {
-    const char* p = text;
-    while (*p && (*p | 0x20) != 'b') ++p;  // all begin so
-    if (!*p) return 0;
+    if (!FindBcMarkerStart(text)) return 0;
     for (int i = 0; const char* marker = BcMarkerToRead(i); ++i)
         if (mbstrstr(text, marker)) return std::strlen(marker);
     return 0;
-}
-
-template <class Name>
-int FindName(const char* text, const CLCLocale& locale, int count, Name name) {
-    for (int i = 0; i < count; ++i)
-        if (HasPrefix(text, *name(locale, i))) return i;
-    return -1;
 }
 
 }  // namespace
@@ -61,66 +52,62 @@ const char* DateReader::SkipBlanks() const {
     return from;
 }
 
-bool DateReader::MonthNumber() {
-    int number = 0;
+// One or two digits, the number that they are at most `most`.
+bool DateReader::Number(int most, int* number) {
     const char* const from = SkipBlanks();
-    const int digits = CountDigits(from, &number);
+    const int digits = CountDigits(from, number);
     if (digits == 0 || digits > 2) return false;
-    if (number > 12) {
+    if (*number > most) {
         m_scratch.status = kDateInvalid;
         return false;
     }
-    m_scratch.month = number - 1;  // 0 gives -1, which the check of the date refuses
     m_at = from + digits;
+    return true;
+}
+
+bool DateReader::MonthNumber() {
+    int number = 0;
+    if (!Number(12, &number)) return false;
+    m_scratch.month = number - 1;  // 0 gives -1, which the check of the date refuses
     return true;
 }
 
 bool DateReader::DayNumber() {
     int number = 0;
-    const char* const from = SkipBlanks();
-    const int digits = CountDigits(from, &number);
-    if (digits == 0 || digits > 2) return false;
-    if (number > 31) {
-        m_scratch.status = kDateInvalid;
-        return false;
-    }
+    if (!Number(31, &number)) return false;
     m_scratch.day = number;
-    m_at = from + digits;
     return true;
+}
+
+// The first of a locale's names that the text goes on with; -1 for none.
+int DateReader::Name(int count, const CGNString* (*name)(const CLCLocale&, int)) {
+    const char* const from = SkipBlanks();
+    for (int i = 0; i < count; ++i) {
+        const CGNString& candidate = *name(m_locale, i);
+        if (!HasPrefix(from, candidate)) continue;
+        m_at = from + candidate.GetLength();
+        return i;
+    }
+    return -1;
+}
+
+bool DateReader::Month(const CGNString* (*name)(const CLCLocale&, int)) {
+    const int i = Name(LocaleAccess::kMonths, name);
+    if (i >= 0) m_scratch.month = i;
+    return i >= 0;
 }
 
 bool DateReader::MonthName() {
-    const char* const from = SkipBlanks();
-    const int i = FindName(from, m_locale, LocaleAccess::kMonths, LocaleAccess::MonthName);
-    if (i < 0) return false;
-    m_scratch.month = i;
-    m_at = from + LocaleAccess::MonthName(m_locale, i)->GetLength();
-    return true;
+    return Month(LocaleAccess::MonthName);
 }
-
 bool DateReader::MonthAbbreviation() {
-    const char* const from = SkipBlanks();
-    const int i = FindName(from, m_locale, LocaleAccess::kMonths, LocaleAccess::MonthAbbreviation);
-    if (i < 0) return false;
-    m_scratch.month = i;
-    m_at = from + LocaleAccess::MonthAbbreviation(m_locale, i)->GetLength();
-    return true;
+    return Month(LocaleAccess::MonthAbbreviation);
 }
-
 bool DateReader::DayName() {
-    const char* const from = SkipBlanks();
-    const int i = FindName(from, m_locale, LocaleAccess::kDays, LocaleAccess::DayName);
-    if (i < 0) return false;
-    m_at = from + LocaleAccess::DayName(m_locale, i)->GetLength();
-    return true;
+    return Name(LocaleAccess::kDays, LocaleAccess::DayName) >= 0;
 }
-
 bool DateReader::DayAbbreviation() {
-    const char* const from = SkipBlanks();
-    const int i = FindName(from, m_locale, LocaleAccess::kDays, LocaleAccess::DayAbbreviation);
-    if (i < 0) return false;
-    m_at = from + LocaleAccess::DayAbbreviation(m_locale, i)->GetLength();
-    return true;
+    return Name(LocaleAccess::kDays, LocaleAccess::DayAbbreviation) >= 0;
 }
 
 void DateReader::Year() {

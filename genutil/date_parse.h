@@ -56,6 +56,9 @@ class DateReader {
   private:
     bool Elements(const Picture& picture);
     bool Run(char letter, std::uint32_t count);
+    bool Number(int most, int* number);
+    int Name(int count, const CGNString* (*name)(const CLCLocale&, int));
+    bool Month(const CGNString* (*name)(const CLCLocale&, int));
     const char* SkipBlanks() const;
 
     const char* m_at;

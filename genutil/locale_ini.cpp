@@ -8,7 +8,7 @@
 #include "genutil/locale_code_set.h"
 #include "genutil/locale_picture.h"
 #include "osutil/ini_text.h"
-#include "osutil/platform/profiles.h"
+#include "osutil/platform/files.h"
 
 using namespace genutil;
 
@@ -18,13 +18,14 @@ namespace {
 class IniSection {
   public:
     bool Open(const char* path, const char* section) {
-        const std::int64_t length = path ? platform::ReadProfile(path, nullptr, 0) : -1;
+        platform::File file(path, platform::Opening::kRead);
+        const std::int64_t length = file.Size();
         if (length <= 0) return false;
         m_text.Reset(static_cast<char*>(Allocate(static_cast<std::uint64_t>(length))));
         if (!AssertAllocation(m_text.Get() != nullptr, "genutil/locale_ini", __LINE__))
             return false;
         const auto size = static_cast<std::size_t>(length);
-        if (platform::ReadProfile(path, m_text.Get(), size) != length) return false;
+        if (!file.ReadAt(0, m_text.Get(), size)) return false;
         return FindIniSection({m_text.Get(), size}, section, &m_lines);
     }
 

@@ -6,8 +6,6 @@
 
 namespace genutil {
 
-bool (*g_loadString)(CGNString& text, long id) = nullptr;
-
 namespace {
 
 // The place that is named at p, from 1, and the length of its name; 0 when none is.

@@ -6,6 +6,7 @@
 #include "genstr.h"
 #include "genutil/message_text.h"
 #include "genutil/string_storage.h"
+#include "osresource.h"
 
 using Storage = genutil::StringStorage;
 
@@ -47,7 +48,7 @@ unsigned char CGNString::LoadStringResource(long id, const char* s1, const char*
     const char* const texts[] = {s1, s2, s3, s4, s5, s6, s7, s8, s9, s10};
     static_assert(std::size(texts) == genutil::kMostSubstitutions);
     CGNString message;
-    if (!genutil::g_loadString || !genutil::g_loadString(message, id)) {
+    if (OSLoadString(message, id) == 0) {
         Empty();
         return 0;
     }

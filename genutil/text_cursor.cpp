@@ -118,6 +118,14 @@ int TextCursor::Number(int* number) {
     return digits;
 }
 
+TextCursor TextCursor::Over(const char* text, std::size_t length) const {
+    TextCursor other = *this;
+    other.m_at = text;
+    other.m_end = text + length;
+    other.Load();
+    return other;
+}
+
 bool TextCursor::SkipWord(const char* ascii) {
     return SkipWord(TextCursor(ascii, std::strlen(ascii), mbWestern));
 }

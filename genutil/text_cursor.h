@@ -17,6 +17,9 @@ class TextCursor {
     TextCursor(const CGNString& text, int codeSet)
         : TextCursor(static_cast<const char*>(text), text.GetLength(), codeSet) {}
 
+    // A walk over another text of the same code set.
+    TextCursor Over(const char* text, std::size_t length) const;
+
     // The character here: letters in lower case, forms of double width as those of ASCII, digits of
     // any script as those of ASCII, any blank as " ", any dash as "-".
     unsigned Peek() const { return m_character; }

@@ -5,29 +5,14 @@
 #include "gentrace.h"
 #include "genutil/allocate.h"
 #include "genutil/trace_line.h"
-#include "osthread.h"
+#include "osresource.h"
+#include "osutil/mutex_holder.h"
 
 using namespace genutil;
 
 namespace {
 
 constexpr char kToFile = 1, kToStandardOutput = 2;
-
-// The mutex of a trace for the length of a scope; there is none before Init.
-class TraceLock {
-  public:
-    explicit TraceLock(_osmutex* mutex) : m_mutex(mutex) {
-        if (m_mutex) OSMutexWait(m_mutex);
-    }
-    ~TraceLock() {
-        if (m_mutex) OSMutexRelease(m_mutex);
-    }
-    TraceLock(const TraceLock&) = delete;
-    TraceLock& operator=(const TraceLock&) = delete;
-
-  private:
-    _osmutex* m_mutex;
-};
 
 }  // namespace
 
@@ -60,7 +45,7 @@ unsigned char CGNTrace::IsEnabled(short mask) const {
 }
 
 void CGNTrace::ResetMask(short mask) {
-    const TraceLock lock(m_mutex);
+    const MutexHolder lock(m_mutex);
     m_traceSetting = mask;
 }
 
@@ -69,7 +54,7 @@ short CGNTrace::GetTraceSetting() const {
 }
 
 unsigned char CGNTrace::ResetOutput(char output) {
-    const TraceLock lock(m_mutex);
+    const MutexHolder lock(m_mutex);
     if (output == 0 || output == kToStandardOutput) {
         CloseFile();
         m_fileName.Empty();
@@ -82,7 +67,7 @@ unsigned char CGNTrace::ResetOutput(char output) {
 
 unsigned char CGNTrace::ResetOutput(char output, CGNString& name, long maxSize) {
     if (!(output & kToFile)) return ResetOutput(output);
-    const TraceLock lock(m_mutex);
+    const MutexHolder lock(m_mutex);
     if (name.IsEmpty()) return 0;
     m_output = static_cast<signed char>(output);
     m_maxSize = static_cast<std::int32_t>(maxSize);
@@ -135,9 +120,11 @@ void CGNTrace::WriteMsg(const char* fileLine, short mask, const CGNString& modul
 void CGNTrace::WriteMsg(const char* fileLine, short mask, const CGNString& module, long messageId,
                         ...) {
     if (!IsEnabled(mask)) return;
+    CGNString format;
+    OSLoadString(format, messageId);
     va_list arguments;
     va_start(arguments, messageId);
-    DoWriteMsg(fileLine, module, "", arguments);
+    DoWriteMsg(fileLine, module, format, arguments);
     va_end(arguments);
 }
 
@@ -164,7 +151,7 @@ void CGNTrace::StartOverWhenFull() {
 
 void CGNTrace::DoWriteMsg(const char* fileLine, const char* module, const char* format,
                           va_list arguments) {
-    const TraceLock lock(m_mutex);
+    const MutexHolder lock(m_mutex);
     StartOverWhenFull();
     TraceLine line;
     if (m_dateTime) line.AppendDateTime();

@@ -5,6 +5,7 @@
 
 #include "gentimezone.h"
 #include "genutil/zone.h"
+#include "osutil/mutex_holder.h"
 #include "osutil/platform/clock.h"
 #include "osutil/platform/zones.h"
 #include "osutil/thread_value.h"
@@ -18,21 +19,6 @@ struct ZoneAccess {
 };
 
 namespace {
-
-class Lock {
-  public:
-    explicit Lock(_osmutex* mutex) : m_mutex(mutex) {
-        if (mutex) OSMutexWait(mutex);
-    }
-    ~Lock() {
-        if (m_mutex) OSMutexRelease(m_mutex);
-    }
-    Lock(const Lock&) = delete;
-    Lock& operator=(const Lock&) = delete;
-
-  private:
-    _osmutex* m_mutex;
-};
 
 // The zone to convert in, made that of the process first as programs expect. A thread with a zone
 // of its own converts in it even when another class sets the variable at the same moment.
@@ -68,19 +54,19 @@ unsigned char CreateClockMutex(_osmutex** mutex) {
 }
 
 void LocalTime(_osmutex* mutex, long seconds, std::tm* local) {
-    const Lock lock(mutex);
+    const MutexHolder lock(mutex);
     const std::int32_t moment = MomentOf(seconds);
     // Programs have stored negative numbers for "no end".
     ZoneInForce().ToLocal(moment < 0 ? kLastSecond : moment, local);
 }
 
 long MakeTime(_osmutex* mutex, std::tm* local) {
-    const Lock lock(mutex);
+    const MutexHolder lock(mutex);
     return ZoneInForce().FromLocal(local);
 }
 
 long ReadClock(_osmutex* mutex) {
-    const Lock lock(mutex);
+    const MutexHolder lock(mutex);
     if (OSTimeZone* zone = OSTimeZone::GetInstance()) zone->SetTZ(ZoneAccess::SystemZone(*zone));
     return MomentOf(static_cast<long>(platform::SecondsNow()));
 }

@@ -77,8 +77,8 @@ GENUTIL_API int OSGetTempDir(CGNString& result);
 
 /** Reads a file. @param buffer receives its bytes with a 0 behind them; to be released with free.
     @param path an ordinary file of less than 2 GB.
-    @return bytes; 0, with buffer null, for an empty file, for one whose length changes meanwhile
-   and when it cannot be read. */
+    @return bytes; 0, with buffer null, for an empty file, for one whose length changes
+    meanwhile and when it cannot be read. */
 GENUTIL_API int OSGetBinaryFileContents(char*& buffer, char const* path);
 
 /** Reads a text, each "\r\n" in it as "\n" (OSDosToUnix).
@@ -121,7 +121,8 @@ GENUTIL_API int OSDosToUnix(char* text);
 
 /* -- Making and removing ----------------------------------------------------------------------- */
 
-/* No function that removes follows a symbolic link: the link is what goes. */
+/* No function that removes follows a symbolic link: the link is what goes. Only the directory whose
+   entries are looked through one by one, by a predicate or by age, may be named by a link to it. */
 
 /** Makes a directory in one that exists. @return 0 or the code. */
 GENUTIL_API int OSCreateDirectory(CGNString const& path);
@@ -136,9 +137,8 @@ GENUTIL_API int OSRemoveFile(CGNString const& path);
     it them. @return that of OSRemoveDirectory, also when the directory could not be read. */
 GENUTIL_API int OSRemoveDirectoryAndContents(CGNString const& path);
 
-/** Removes a directory with all that is in it, read-only entries included; or a file. The root of a
-    file system stays. On Windows
-    the shell does it, which takes no path of 260 characters or more.
+/** Removes a directory with all that is in it, read-only entries included; or a file. The root
+    stays. On Windows the shell does it, which takes no path of 260 characters or more.
     @return 0, for an empty path too; 1 when it failed, which may be half way. */
 GENUTIL_API int OSDeleteDirectoryTree(CGNString const& path);
 

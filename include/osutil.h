@@ -3,8 +3,13 @@
 #define GENUTIL_OSUTIL_H
 
 #include "osautomation.h"
+#include "osbuildversion.h"
+#include "osconfig.h"
+#include "osdde.h"
 #include "osfile.h"
+#include "ospreferences.h"
 #include "osprocess.h"
+#include "osresource.h"
 #include "ossystem.h"
 #include "ostext.h"
 #include "osthread.h"

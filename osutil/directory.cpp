@@ -60,7 +60,7 @@ int OSRemovePatternFromDirectory(CGNString const& path, unsigned char (*predicat
                 OSRemoveFile(entry);
             continue;
         }
-        RemoveFilesIn(Directory(directory));
+        RemoveFilesIn(directory.EntryAsDirectory());
         if (directory.RemoveEntryDirectory() != 0) directory.RemoveEntryFile();
     }
     return 0;

@@ -1,11 +1,13 @@
 // Reads the text of an ini file: lines "[section]" and, below them, "key = value".
 //
-// Names are found in any case of ASCII letters, with blanks around them. A line that begins with
-// ";" is a comment. A value loses the blanks around it and then one pair of quotation marks or
-// apostrophes that encloses all of it. A byte-order mark of UTF-8 is no part of the text. The views
-// returned point into the text.
+// Names are in the current code set and found in any letter case, with blanks around them. A line
+// that begins with ";" is a comment. A value loses the blanks around it and then one pair of
+// quotation marks or apostrophes that encloses all of it. Lines end in LF, with or without CR; old
+// editors leave a Ctrl-Z as the first byte of a line, which ends the text. A byte-order mark of
+// UTF-8 is no part of the text. The views returned point into the text.
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 namespace genutil {
@@ -15,5 +17,48 @@ bool FindIniSection(std::string_view text, std::string_view name, std::string_vi
 
 // The value of the first such key among the lines of a section; false when there is none.
 bool FindIniValue(std::string_view lines, std::string_view key, std::string_view* value);
+
+// A search for one value in a text that comes in pieces of whole lines.
+class IniSearch {
+  public:
+    IniSearch(std::string_view section, std::string_view key);
+
+    // Looks through the next piece; `isFirst` if the text begins with it. True when no more is
+    // needed: Value() is then found, or known to be missing.
+    bool Next(std::string_view lines, bool isFirst);
+
+    bool IsFound() const { return m_found; }
+    std::string_view Value() const { return m_value; }  // in the last piece
+
+  private:
+    std::string_view m_section, m_key, m_value;
+    bool m_inSection = false;
+    bool m_found = false;
+};
+
+// -- What the other readers and the writer of such texts share ------------------------------------
+
+// How much of a text is whole characters: it may end within one.
+std::size_t WholeCharacters(std::string_view text);
+
+std::string_view TrimIni(std::string_view text);
+bool SameIniName(std::string_view a, std::string_view b);  // both trimmed
+// The same for names that are the same.
+unsigned HashIniName(std::string_view name);
+
+std::string_view SkipIniMark(std::string_view text);
+
+// The next line of [at, end) that is a section's head, or ends the text: its first byte that is not
+// blank, "[" or Ctrl-Z; `end` when there is none. A line begins at `at`.
+const char* NextIniHead(const char* at, const char* end);
+// The end of the line at `at`, behind its LF.
+const char* EndOfIniLine(const char* at, const char* end);
+// These two take a line with its LF or without. The name in a line that begins with "[".
+std::string_view NameOfIniHead(std::string_view line);
+
+// A line's key and value as they stand, without the blanks around them; false for a comment and a
+// line without "=".
+bool SplitIniLine(std::string_view line, std::string_view* key, std::string_view* value);
+std::string_view UnquotedIni(std::string_view value);
 
 }  // namespace genutil

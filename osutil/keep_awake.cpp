@@ -9,6 +9,7 @@
 #include "genutil/assert_allocation.h"
 #include "ossystem.h"
 #include "osthread.h"
+#include "osutil/platform/awake.h"
 #include "osutil/platform/machine.h"
 
 void* OSKeepAwake::m_hDLL = nullptr;
@@ -21,6 +22,10 @@ genutil::AwakeLock* OSKeepAwake::m_awakeCritSect = nullptr;
 long OSKeepAwake::m_awakeCtr = 0;
 
 namespace genutil {
+
+namespace {
+std::uint32_t g_workersProcess = 0;
+}
 
 AwakeSystem g_awakeSystem = {platform::LoadAwakeLibrary, platform::FindAwakeFunction,
                              platform::CallAwakeFunction, platform::FreeAwakeLibrary, 2000};
@@ -78,6 +83,7 @@ struct KeepAwakeService {
         Class::m_threadAwakeEvent->signalled = Class::m_awakeCtr > 0;
         *worker = {Class::m_threadAwakeEvent, Class::m_threadTerminateEvent, Class::m_awakeCritSect,
                    &Class::m_awakeCtr, Class::m_lpfnDllFunc1};
+        g_workersProcess = platform::ProcessId();
         Class::m_thread = OSThreadCreate(Work, worker, nullptr);
         if (!Class::m_thread) delete worker;
     }
@@ -97,12 +103,14 @@ struct KeepAwakeService {
     // As long as there is an object that asks.
     static void StayAwake(const Worker& worker, std::unique_lock<std::mutex>& lock) {
         const auto isOver = [&] { return *worker.counter == 0 || worker.terminate->signalled; };
+        bool called = false;
         while (!isOver()) {
             g_awakeSystem.call(worker.function, platform::kStayAwake);
+            called = true;
             worker.lock->changed.wait_for(lock, std::chrono::milliseconds(g_awakeSystem.period),
                                           isOver);
         }
-        if (!worker.terminate->signalled) g_awakeSystem.call(worker.function, 0);
+        if (called && !worker.terminate->signalled) g_awakeSystem.call(worker.function, 0);
     }
 
     static void Ask() {
@@ -127,7 +135,8 @@ struct KeepAwakeService {
 
     static void Unload() {
         if (!Class::m_bLibraryLoaded) return;
-        if (Class::m_thread) {
+        // In a process that was forked there is no worker to wait for.
+        if (Class::m_thread && g_workersProcess == platform::ProcessId()) {
             {
                 const std::lock_guard<std::mutex> lock(Class::m_awakeCritSect->mutex);
                 Class::m_threadTerminateEvent->signalled = true;

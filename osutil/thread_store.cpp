@@ -37,15 +37,32 @@ struct VariableTable {
     }
 
     CGNLclStSlot* Named(const char* name) const {
-        for (CGNLclStSlot& slot : *this)
-            if (name && slot.m_name && std::strcmp(slot.m_name, name) == 0) return &slot;
-        return nullptr;
+        return FindInUse([=](const char* other) { return name && std::strcmp(other, name) == 0; });
     }
     // The same in a few instructions.
     CGNLclStSlot* Named(const ShortName& name) const {
-        for (CGNLclStSlot& slot : *this)
-            if (slot.m_name && std::memcmp(slot.m_name, name.text, sizeof name.text) == 0)
-                return &slot;
+        return FindInUse([&](const char* other) {
+            return std::memcmp(other, name.text, sizeof name.text) == 0;
+        });
+    }
+
+  private:
+    // Tables have room for many and hold few, so free slots are passed eight at a time.
+    template <class Matches>
+    CGNLclStSlot* FindInUse(Matches matches) const {
+        constexpr std::ptrdiff_t kStep = 8;
+        for (CGNLclStSlot* slot = slots; slot != end();) {
+            std::ptrdiff_t n = end() - slot;
+            if (n >= kStep) {
+                n = kStep;
+                std::uintptr_t any = 0;
+                for (std::ptrdiff_t i = 0; i < kStep; ++i)
+                    any |= reinterpret_cast<std::uintptr_t>(slot[i].m_name);
+                if (!any) slot += n, n = 0;
+            }
+            for (; n > 0; --n, ++slot)
+                if (slot->m_name && matches(slot->m_name)) return slot;
+        }
         return nullptr;
     }
 };

@@ -78,7 +78,7 @@ class Installed(unittest.TestCase):
         if EMULATOR:
             archive, = folder.glob('*.zip')
             names = ' '.join(zipfile.ZipFile(archive).namelist())
-            for part in 'bin/genutil.dll', 'lib/libgenutil.dll.a', 'include/genutil/genstr.h', 'bin/genutil.exe':
+            for part in 'bin/genutil.dll', 'lib/libgenutil.dll.a', 'include/genutil/genstr.h', 'bin/genutil.exe', 'bin/ResDLLs/0011/genmsg.dll':
                 self.assertIn(part, names)
             return
         parts = {'libgenutil1_': 'libgenutil.so.1.', 'libgenutil-dev_': 'include/genutil/genstr.h',
@@ -86,6 +86,7 @@ class Installed(unittest.TestCase):
         for package, part in parts.items():
             archive, = folder.glob(package + '*.deb')
             names = run('dpkg-deb', '-c', archive)
+            self.assertEqual('/ResDLLs/0011/genmsg.dll' in names, package == 'libgenutil1_')
             for other in parts.values():
                 self.assertEqual(other in names, other == part, (package, other))
             self.assertIn('libgenutil1 (=' if package != 'libgenutil1_' else 'libicu',

@@ -13,8 +13,11 @@ import sys
 import unittest
 
 SCRATCH = pathlib.Path(sys.argv[1])
+RESOURCES = SCRATCH.parent / 'resources'
 COMMAND = sys.argv[2:]
 NATIVE = len(COMMAND) == 1
+
+HOME = dict(os.environ, XDG_CONFIG_HOME=str(SCRATCH.resolve() / 'home'))
 
 TEXT = '東京タワー\n漢字 and ASCII\nかな\n'
 
@@ -246,6 +249,52 @@ class Program(unittest.TestCase):
         self.expect(run('automation', 'call', 'No.Such', 'x'), 2, "'No.Such' (0x800401F3)")
         self.expect(run('automation', 'list', 'Scripting.Dictionary', '--attach'), 2, '0x800401E3')
 
+    def test_resources(self):
+        for name in ('texts', 'other'):
+            write(f'{name}.dll', (RESOURCES / f'{name}.dll').read_bytes())
+        write('damaged.dll', read('texts.dll')[:300])
+        out = self.expect(run('version', 'texts.dll', 'other.dll'), 1, 'other.dll has no version')
+        self.assertEqual(out.decode().splitlines(),
+                         ['texts.dll', '  version   7.6.4.2', '  text      "Version 7.6.04  002 "',
+                          '  language  0x0411'])
+        out = self.expect(run('message', 'texts.dll', '1202', '17', '65535'), 1, 'has no message 17')
+        self.assertEqual(out.decode().splitlines(), ['日本 한국', 'the last of all'])
+        if NATIVE:
+            self.expect(run('version', 'missing.dll', 'texts.dll'), 2, 'missing.dll is no file')
+            self.expect(run('version', 'damaged.dll'), 1, 'damaged.dll has no version')
+            self.expect(run('version'), 2, 'name a program')
+            self.expect(run('message', 'damaged.dll', '1'), 2, 'no resource library')
+            self.expect(run('message', 'texts.dll', 'x1'), 2, "'x1' is no number")
+            self.expect(run('message', 'texts.dll', '65536'), 2, "'65536' is no number")
+            self.expect(run('message', 'texts.dll'), 2, 'number')
+
+    def test_config(self):
+        write('app.ini', b'; tour\r\n[Screen]\r\nWidth = 80\r\n\r\n[Other]\r\nk=1\r\n')
+        self.expect(run('config', 'set', 'app.ini', 'screen', 'Height', '25'), 0)
+        self.assertEqual(self.expect(run('config', 'get', 'app.ini', 'SCREEN', 'width'), 0), b'80\n')
+        self.assertEqual(self.expect(run('config', 'list', 'app.ini', 'Screen'), 0).split(),
+                         [b'Width', b'=', b'80', b'Height=25'] if NATIVE else [b'Width=80', b'Height=25'])
+        self.expect(run('config', 'delete', 'app.ini', 'Screen', 'Width'), 0)
+        self.expect(run('config', 'get', 'app.ini', 'Screen', 'Width'), 1, "no value 'Width'")
+        self.assertIn(b'[Other]\r\nk=1\r\n', read('app.ini'))
+        registry = ('--registry', 'Software\\genutil program test', 'sub')
+        self.expect(run('config', 'set', *registry, 'Name', '東京' if NATIVE else 'Kyoto', env=HOME), 0)
+        self.assertEqual(self.expect(run('config', 'list', *registry, env=HOME), 0).decode(),
+                         'Name=東京\n' if NATIVE else 'Name=Kyoto\n')
+        self.expect(run('config', 'delete', *registry, 'name', env=HOME), 0)
+        if NATIVE:
+            self.assertEqual(read('app.ini'), b'; tour\r\n[Screen]\r\nHeight=25\r\n\r\n[Other]\r\nk=1\r\n')
+            self.expect(run('config', 'get', *registry, 'name', env=HOME), 1, "no value 'name'")
+            self.expect(run('config', 'set', 'app.ini', 'a', 'k', 'two\nlines'), 2, 'cannot be written')
+            self.expect(run('config', 'set', 'app.ini', 'a', 'k', ' "x" '), 1, "read back as 'x'")
+            self.expect(run('config', 'list', 'none.ini', 'a'), 2, 'no such file')
+            self.expect(run('config', 'list', 'app.ini', 'x'), 1, 'nothing there')
+            self.expect(run('config', 'get', 'app.ini', 'x'), 2, 'give FILE SECTION KEY')
+            self.expect(run('config', 'put'), 2, 'get, set, delete or list')
+            write('app.ini', b'[a]\nk=1\nk=1\n')
+            for status in (0, 0, 1):
+                self.expect(run('config', 'delete', 'app.ini', 'a', 'k'), status)
+
     def test_locale(self):
         out = self.expect(run('locale', 'fr', 'JA_jp.eucJP'), 0).decode().splitlines()
         for line in ('name                   fr_FR', 'identifier             0x040c',
@@ -258,6 +307,14 @@ class Program(unittest.TestCase):
         self.assertEqual(len(out), 2 * 27 + 1)
         self.expect(run('locale', 'xx', 'en_US'), 2, "locale 'xx' is not known")
         self.expect(run('locale'), 2, 'name a locale')
+
+    def test_dde(self):
+        # There is no screen either, where the program runs in the emulator.
+        got = run('dde', 'NoSuchService', 'topic', '[command]')
+        self.expect(got, 2 if NATIVE else 1, 'not available' if NATIVE else 'no program answers')
+        if NATIVE:
+            self.expect(run('dde', 'service', 'topic'), 2, 'name a service')
+            self.expect(run('dde', '--timeout', '-1', 'a', 'b', 'c'), 2, 'seconds')
 
 
 if __name__ == '__main__':

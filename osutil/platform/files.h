@@ -71,9 +71,10 @@ class Directory {
     // With its entries unread, or closed when there is no such directory.
     enum class Links { kFollow, kRefuse };
     Directory(const char* path, Links links);
-    // The directory that the other's entry is; closed when it is none, or a link to one.
-    explicit Directory(const Directory& parent);
+    // The directory that the entry is; closed when it is none, or a link to one.
+    Directory EntryAsDirectory() const;
     ~Directory();
+    Directory(const Directory&) = delete;
     Directory& operator=(const Directory&) = delete;
 
     bool IsOpen() const { return m_state != nullptr; }
@@ -90,6 +91,8 @@ class Directory {
 
   private:
     struct State;
+    explicit Directory(State* state) : m_state(state) {}
+
     State* m_state;
 };
 

@@ -10,6 +10,9 @@ namespace genutil::platform {
 // The system's number for the kind of the processor, 586 for a Pentium; 0 where it has none.
 unsigned long ProcessorType();
 
+// The number of this process: one that was forked has another.
+std::uint32_t ProcessId();
+
 // Of Windows; all numbers are 0 elsewhere.
 struct WindowsVersion {
     bool known;
@@ -33,16 +36,5 @@ Memory ReadMemory();
 
 // At most size - 1 bytes; empty on failure.
 void ReadHostName(char* out, std::size_t size);
-
-// -- Keeping awake -------------------------------------------------------------------------------
-
-// The library that the machine is kept awake by, and what it has for that; null when there is none.
-void* LoadAwakeLibrary();
-void* FindAwakeFunction(void* library);
-// kStayAwake until the next call, 0 to sleep as usual. What stands for is the calling thread's on
-// Windows and the process's elsewhere.
-void CallAwakeFunction(void* function, unsigned long flags);
-constexpr unsigned long kStayAwake = 0x80000001;
-void FreeAwakeLibrary(void* library);  // and sleep as usual, elsewhere than on Windows
 
 }  // namespace genutil::platform

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "genlocale.h"
+#include "osfile.h"
 #include "tests/support/code_set_guard.h"
 #include "tests/support/temporary_file.h"
 
@@ -452,6 +453,13 @@ TEST(Locale, IniNumbersMarkersAndMissingFiles) {
     EXPECT_EQ(locale.LongOrShort(), kLong);
     EXPECT_STREQ(locale.GetAMString(), " a");
     EXPECT_STREQ(locale.GetPMString(), "p");
+
+    const CodeSetGuard shiftJis(mbShiftJis);  // that of the path, too
+    char text[] = "[s]\nPMString=q\n", path[] = "./\x90\xDD\x92\xE8.ini";
+    EXPECT_GT(OSWriteBinaryFileContents(text, sizeof text - 1, path, osOverwriteIfExists), 0);
+    locale.LoadIniDateTimeSettings(path, section);
+    EXPECT_STREQ(locale.GetPMString(), "q");
+    EXPECT_EQ(OSRemoveFile(path), 0);
 }
 
 constexpr char kHeisei[] = "\x95\xBD\x90\xAC", kShowa[] = "\x8F\xBA\x98\x61",

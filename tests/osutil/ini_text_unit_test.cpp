@@ -1,20 +1,45 @@
 // Lines of ini files.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
+#include "osutil/ini_index.h"
 #include "osutil/ini_text.h"
+#include "tests/support/code_set_guard.h"
 
 using namespace genutil;
 
 namespace {
 
-std::optional<std::string> Value(std::string_view text, std::string_view section,
-                                 std::string_view key) {
+using MaybeText = std::optional<std::string>;
+
+MaybeText Value(std::string_view text, std::string_view section, std::string_view key) {
     std::string_view lines, value;
     if (!FindIniSection(text, section, &lines) || !FindIniValue(lines, key, &value)) return {};
     return std::string(value);
+}
+
+// The same by the index.
+MaybeText Indexed(std::string_view text, std::string_view section, std::string_view key) {
+    IniIndex index;
+    std::string_view value;
+    EXPECT_TRUE(index.Build(text));
+    const bool found = index.Find(text, section, key, &value);
+    index.Clear();
+    return found ? MaybeText(value) : std::nullopt;
+}
+
+// The same line by line.
+MaybeText Searched(std::string_view text, std::string_view section, std::string_view key) {
+    IniSearch search(section, key);
+    for (bool first = true; !text.empty(); first = false) {
+        const std::size_t length = std::min(text.size(), text.find('\n') + 1);
+        if (search.Next(text.substr(0, length ? length : text.size()), first)) break;
+        text.remove_prefix(length ? length : text.size());
+    }
+    return search.IsFound() ? MaybeText(search.Value()) : std::nullopt;
 }
 
 TEST(IniText, SectionsKeysAndValues) {
@@ -52,7 +77,36 @@ TEST(IniText, SectionsKeysAndValues) {
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.line);
         const auto value = Value(row.text, row.section, row.key);
-        EXPECT_EQ(value, row.value ? std::optional<std::string>(row.value) : std::nullopt);
+        EXPECT_EQ(value, row.value ? MaybeText(row.value) : std::nullopt);
+        EXPECT_EQ(Indexed(row.text, row.section, row.key), value);
+        EXPECT_EQ(Searched(row.text, row.section, row.key), value);
+    }
+}
+
+TEST(IniText, NamesAreComparedAsCharacters) {
+    static const struct {
+        int line;
+        int codeSet;
+        const char *text, *section, *key;
+        const char* value;
+    } kRows[] = {
+        {__LINE__, 0, "[\xC9t\xE9]\nCl\xC9=1\n", "\xE9T\xC9", "cl\xE9", "1"},
+        // Katakana whose second bytes are "A" and "a".
+        {__LINE__, mbShiftJis, "[\x83\x41]\n\x83\x61=1\n\x83\x41=2\n", "\x83\x41", "\x83\x41", "2"},
+        {__LINE__, mbShiftJis, "[\x83\x41]\nk=1\n", "\x83\x61", "k", nullptr},
+        // Full-width letters have a case; a second byte may be a bracket.
+        {__LINE__, mbShiftJis, "[\x82\x60\x83\x5D]\n\x82\x60=1\n", "\x82\x81\x83\x5D", "\x82\x81",
+         "1"},
+        {__LINE__, mbShiftJis, "[a\x83\x5D\nk=1\n", "a\x83\x5D", "k", "1"},
+        {__LINE__, mbUtf8, "[\xE3\x82\xA2]\nK=1\n", "\xE3\x82\xA2", "k", "1"},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.line);
+        const CodeSetGuard guard(row.codeSet);
+        const auto value = Value(row.text, row.section, row.key);
+        EXPECT_EQ(value, row.value ? MaybeText(row.value) : std::nullopt);
+        EXPECT_EQ(Indexed(row.text, row.section, row.key), value);
+        EXPECT_EQ(Searched(row.text, row.section, row.key), value);
     }
 }
 

@@ -1,6 +1,11 @@
 // Objects that keep the machine awake, with a system that notes what it is asked.
 #include <gtest/gtest.h>
 
+#ifndef _WIN32
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
 #include <atomic>
 #include <chrono>
 #include <memory>
@@ -8,7 +13,7 @@
 
 #include "ossystem.h"
 #include "osutil/keep_awake.h"
-#include "osutil/platform/machine.h"
+#include "osutil/platform/awake.h"
 #include "tests/support/worker.h"
 
 namespace {
@@ -106,6 +111,22 @@ TEST(KeepAwake, ManyThreads) {
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
     EXPECT_EQ(g_awakeCalls, calls);
 }
+
+#ifndef _WIN32
+TEST(KeepAwake, AForkedProcessWaitsForNoWorker) {
+    const FakeSystem system;
+    auto owner = std::make_unique<OSKeepAwake>();
+    const pid_t child = fork();
+    if (child == 0) {
+        alarm(5);
+        owner.reset();
+        _exit(0);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+}
+#endif
 
 // Whether there is a session's manager or not.
 TEST(KeepAwake, OfTheRealSystem) {

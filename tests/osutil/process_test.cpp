@@ -1,6 +1,12 @@
 // Programs run, started and opened. The child is tests/child/process_child.cpp.
 #include <gtest/gtest.h>
 
+#ifndef _WIN32
+#include <sys/time.h>
+
+#include <csignal>
+#endif
+
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
@@ -150,6 +156,18 @@ TEST(Process, NothingIsLeftOpen) {
 }
 
 #ifndef _WIN32
+// Signals begin no wait anew.
+TEST(Process, StillActiveForAProcessWithATimer) {
+    std::signal(SIGALRM, [](int) {});
+    const itimerval often = {{0, 50000}, {0, 50000}}, never = {};
+    const auto start = std::chrono::steady_clock::now();
+    setitimer(ITIMER_REAL, &often, nullptr);
+    const ChildRun run("close 3000");
+    setitimer(ITIMER_REAL, &never, nullptr);
+    EXPECT_EQ(run.code, OS_STILL_ACTIVE);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(2500));
+}
+
 TEST(Process, EndedBySignal) {
     CGNString output;
     EXPECT_EQ(OSRunSyncProcess("sh -c \"kill -9 $$\"", output), 128 + 9);
@@ -177,6 +195,7 @@ TEST(Process, DocumentsOpenWithTheSystemsProgram) {
         const std::string what = *document == 'r' ? fs::absolute(document).string() : document;
         EXPECT_EQ(opened, Join({what, " in ", fs::temp_directory_path().string()}));
     }
+    EXPECT_EQ(OSOpenFile("--version:"), 0);
     Set("PATH", folder.parent_path().c_str());
     EXPECT_EQ(OSOpenFile("report.txt"), 0);
     Set("PATH", path.c_str());
@@ -196,6 +215,7 @@ TEST(Environment, ReferencesAreReplaced) {
     Set("GN_REF", "[%GN_A%]");
     Set("GN_LONG", tooLong.c_str());
     Set(longName.substr(0, 255).c_str(), "cut");
+    Set("GN\\B", "no path");
     const struct {
         int line;
         std::string text, expanded;
@@ -210,6 +230,7 @@ TEST(Environment, ReferencesAreReplaced) {
         {__LINE__, "%%GN_A%%", "%%GN_A%%"},
         // A value's own reference is found only where the place to go on from lies before it.
         {__LINE__, "%GN_REF%", "[12345]"},
+        {__LINE__, "%GN\\B%", "no path"},
         {__LINE__, "x%GN_LONG%", Join({"x", longest})},
         {__LINE__, Join({"%", longName, "%"}), "cut"},
     };

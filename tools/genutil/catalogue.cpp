@@ -4,6 +4,7 @@
 
 #include "mbutil.h"
 #include "tools/genutil/command.h"
+#include "tools/genutil/locale_text.h"
 
 namespace {
 
@@ -82,8 +83,7 @@ Status List(const char* command, const Arguments& arguments, std::vector<Row> (*
     if (!ParseArguments(arguments, {}, &filters)) return kError;
     if (filters.size() > 1)
         return Complain(std::string(command) + ": give one filter, in quotes if it has blanks");
-    InitMbutil();
-    InitMbutilExt(mbUtf8);
+    UseUtf8();
     const std::string filter = filters.empty() ? "" : filters.front();
     std::vector<Row> found = Filter(rows(), filter);
     if (found.empty()) {

@@ -24,7 +24,8 @@ struct Command {
     Status (*run)(const Arguments& arguments);
 };
 extern const Command kDetectCommand, kConvertCommand, kTextCommand, kLocaleCommand, kLocalesCommand,
-    kZonesCommand, kShowCommand, kReadCommand, kAutomationCommand;
+    kZonesCommand, kShowCommand, kReadCommand, kConfigCommand, kVersionCommand, kMessageCommand,
+    kSystemCommand, kDdeCommand, kAutomationCommand;
 
 // An option of a subcommand: where its value goes, or the flag it sets, or where its values go.
 struct Option {

@@ -41,6 +41,11 @@ std::size_t CountCharacters(const std::string& utf8) {
     return characters;
 }
 
+void UseUtf8() {
+    InitMbutil();  // first: a choice before that would not last
+    InitMbutilExt(mbUtf8);
+}
+
 void UseCodeSetOf(const CLCLocale& locale) {
     mbIsMultiByte();  // initialises: an explicit choice would not survive it
     InitMbutilExt(locale.GetCodeSet());

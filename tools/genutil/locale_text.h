@@ -19,3 +19,6 @@ std::size_t CountCharacters(const std::string& utf8);
 
 // Makes the code set of a locale's texts current.
 void UseCodeSetOf(const CLCLocale& locale);
+
+// Makes UTF-8 current, so that texts can be printed as they are.
+void UseUtf8();

@@ -9,9 +9,10 @@
 
 namespace {
 
-const Command* const kCommands[] = {&kDetectCommand, &kConvertCommand, &kTextCommand,
-                                    &kLocaleCommand, &kLocalesCommand, &kZonesCommand,
-                                    &kShowCommand,   &kReadCommand,    &kAutomationCommand};
+const Command* const kCommands[] = {
+    &kDetectCommand,  &kConvertCommand, &kTextCommand, &kLocaleCommand,    &kLocalesCommand,
+    &kZonesCommand,   &kShowCommand,    &kReadCommand, &kConfigCommand,    &kVersionCommand,
+    &kMessageCommand, &kSystemCommand,  &kDdeCommand,  &kAutomationCommand};
 
 void PrintHelp() {
     std::puts("genutil: text in the encodings and customs of its readers\n");

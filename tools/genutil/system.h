@@ -20,3 +20,8 @@ bool IsTerminal(std::FILE* stream);
 
 // An argument of the command line as text in UTF-8.
 std::string ArgumentToUtf8(const std::string& argument);
+
+// Makes the code set of the command line's arguments that of the library's functions.
+void UseCodeSetOfArguments();
+// A text of the library's in that code set, as the program prints it.
+std::string TextOfArgument(const std::string& text);

@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "mbutil.h"
 #include "tools/genutil/system.h"
 
 FileKind KindOf(const std::string& path) {
@@ -28,4 +29,13 @@ bool IsTerminal(std::FILE* stream) {
 
 std::string ArgumentToUtf8(const std::string& argument) {
     return argument;
+}
+
+void UseCodeSetOfArguments() {
+    InitMbutil();
+    InitMbutilExt(mbUtf8);
+}
+
+std::string TextOfArgument(const std::string& text) {
+    return text;
 }

@@ -42,3 +42,9 @@ std::string ArgumentToUtf8(const std::string& argument) {
                             static_cast<int>(utf8.size()), nullptr, nullptr)));
     return utf8;
 }
+
+void UseCodeSetOfArguments() {}  // the library's own choice
+
+std::string TextOfArgument(const std::string& text) {
+    return ArgumentToUtf8(text);
+}

@@ -102,9 +102,10 @@ Directory::Directory(const char* path, Links links) : m_state(nullptr) {
     }
 }
 
-Directory::Directory(const Directory& parent)
-    : m_state(State::Of(openat(dirfd(parent.m_state->stream), parent.m_state->entry->d_name,
-                               kOpenDirectory | O_NOFOLLOW))) {}
+Directory Directory::EntryAsDirectory() const {
+    return Directory(State::Of(
+        openat(dirfd(m_state->stream), m_state->entry->d_name, kOpenDirectory | O_NOFOLLOW)));
+}
 
 Directory::~Directory() {
     delete m_state;
@@ -155,6 +156,11 @@ FileCode Directory::RemoveEntryDirectory() {
 // -- Trees ---------------------------------------------------------------------------------------
 
 namespace {
+
+// Gives the owner all rights to a directory, and to nothing that a link leads to.
+bool GrantAll(int parent, const char* name) {
+    return fchmodat(parent, name, S_IRWXU, AT_SYMLINK_NOFOLLOW) == 0;
+}
 
 // Empties a directory of any depth with one descriptor open at a time: it goes down into a
 // directory that is not empty, and back up by "..", after a look at whether that is where it came
@@ -237,7 +243,7 @@ class TreeRemoval {
         m_above = static_cast<Place*>(grown);
         if (fstat(m_current, &status) != 0) return false;
         int below = openat(m_current, name, kOpenDirectory | O_NOFOLLOW);
-        if (below < 0 && errno == EACCES && fchmodat(m_current, name, S_IRWXU, 0) == 0)
+        if (below < 0 && errno == EACCES && GrantAll(m_current, name))
             below = openat(m_current, name, kOpenDirectory | O_NOFOLLOW);
         if (below < 0) return false;
         m_above[m_depth++] = {status.st_dev, status.st_ino};
@@ -271,7 +277,7 @@ bool RemoveTree(const char* path) {
     if (status.st_dev == root.st_dev && status.st_ino == root.st_ino) return false;
     if (!S_ISDIR(status.st_mode)) return unlink(name.Get()) == 0;
     int top = open(name.Get(), kOpenDirectory | O_NOFOLLOW);
-    if (top < 0 && errno == EACCES && chmod(name.Get(), S_IRWXU) == 0)
+    if (top < 0 && errno == EACCES && GrantAll(AT_FDCWD, name.Get()))
         top = open(name.Get(), kOpenDirectory | O_NOFOLLOW);
     return top >= 0 && TreeRemoval(top).Run() && rmdir(name.Get()) == 0;
 }

@@ -6,9 +6,9 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 
+#include "osutil/platform/posix/descriptor.h"
 #include "osutil/platform/posix/errors.h"
 #include "osutil/platform/posix/paths.h"
 
@@ -53,15 +53,7 @@ std::int64_t File::Size() const {
 }
 
 bool File::ReadAt(std::int64_t offset, char* out, std::size_t count) {
-    while (count > 0) {
-        const ssize_t done = pread(static_cast<int>(m_handle), out, count, offset);
-        if (done < 0 && errno == EINTR) continue;
-        if (done <= 0) return false;
-        out += done;
-        offset += done;
-        count -= static_cast<std::size_t>(done);
-    }
-    return true;
+    return ReadExactly(static_cast<int>(m_handle), offset, out, count);
 }
 
 bool File::Write(const char* bytes, std::size_t count) {
@@ -103,9 +95,7 @@ FileCode RemoveFile(const char* path) {
 // -- Places --------------------------------------------------------------------------------------
 
 std::size_t TemporaryDirectory(char* out, std::size_t size) {
-    const char* directory = std::getenv("TMPDIR");
-    if (!directory || *directory != '/') directory = "/tmp";
-    const NameText text(directory);
+    const NameText text(TemporaryFolder());
     if (!text.Get()) return 0;
     std::size_t length = std::strlen(text.Get());
     while (length > 0 && text.Get()[length - 1] == '/') --length;

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 
 #include "genutil/mbutil/step.h"
@@ -18,13 +19,7 @@ const char* Convert(const char* path, PathBuffer<char>& buffer) {
     if (!units.Get()) return nullptr;
     for (unsigned short* unit = units.Get(); *unit; ++unit)
         if (*unit == '\\') *unit = '/';
-    const std::size_t room = 3 * units.Count();
-    char* const out = buffer.Reserve(room + 1);
-    if (!out) return nullptr;
-    const long length = ToUtf8(out, room, units.Get(), units.Count());
-    if (!AssertAllocation(length >= 0, "osutil/osfile", __LINE__)) return nullptr;
-    out[length] = 0;
-    return out;
+    return EncodeUtf8(units, buffer) < 0 ? nullptr : buffer.Get();
 }
 
 bool IsSame(const char* converted, const char* path) {
@@ -47,6 +42,21 @@ std::size_t NameLength(const char* path) {
 }
 
 }  // namespace
+
+long EncodeUtf8(const PathUnits& units, PathBuffer<char>& buffer) {
+    const std::size_t room = 3 * units.Count();
+    char* const out = buffer.Reserve(room + 1);
+    if (!out) return -1;
+    const long length = ToUtf8(out, room, units.Get(), units.Count());
+    if (!AssertAllocation(length >= 0, "osutil/osfile", __LINE__)) return -1;
+    out[length] = 0;
+    return length;
+}
+
+const char* TemporaryFolder() {
+    const char* const folder = std::getenv("TMPDIR");
+    return folder && *folder == '/' ? folder : "/tmp";
+}
 
 SystemPath::SystemPath(const char* path) {
     errno = path ? ENOMEM : EINVAL;

@@ -6,6 +6,13 @@
 
 namespace genutil::platform {
 
+// The units in UTF-8, with a terminator, into a new text in the buffer. Returns its bytes; -1,
+// after the report, when memory runs out.
+long EncodeUtf8(const PathUnits& units, PathBuffer<char>& buffer);
+
+// The directory for temporary files, by its variable: an absolute path.
+const char* TemporaryFolder();
+
 // A path in the current code set, with "\" or "/" between its names, as the system takes it. A byte
 // 0x5C that is part of a character is no separator. Bytes that do not convert pass as they are, and
 // so does a name that the system has under its bytes only: NameText may have passed it.

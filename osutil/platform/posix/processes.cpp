@@ -10,7 +10,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -71,14 +73,13 @@ class Command {
     explicit Command(const char* line) {
         const PathUnits units(line);
         if (!units.Get()) return;
-        const std::size_t room = 3 * units.Count();
-        char* const text = m_text.Reserve(room + 1);
-        char** const arguments = m_arguments.Reserve(MostArguments(room));
-        if (!text || !arguments) return;
-        const long length = ToUtf8(text, room, units.Get(), units.Count());
-        text[length < 0 ? 0 : length] = 0;
+        const long length = EncodeUtf8(units, m_text);
+        if (length < 0) return;
+        char** const arguments =
+            m_arguments.Reserve(MostArguments(static_cast<std::size_t>(length)));
+        if (!arguments) return;
         m_error = ENOENT;  // as for a line without a program
-        if (SplitCommandLine(text, arguments) == 0) return;
+        if (SplitCommandLine(m_text.Get(), arguments) == 0) return;
         for (char* p = arguments[0]; *p; ++p)
             if (*p == '\\') *p = '/';
         m_error = 0;
@@ -92,7 +93,8 @@ class Command {
     int m_error = ENOMEM;
 };
 
-// How a program starts: with no signal blocked or ignored, whatever the calling thread does.
+// How a program starts: with no signal blocked and broken pipes not ignored, whatever the calling
+// thread does.
 class Start {
   public:
     Start() {
@@ -151,13 +153,18 @@ long ExitCode(pid_t child) {
 // Whether a child ends within this time. A program that is about to end may close its output a
 // moment before.
 bool EndsSoon(pid_t child) {
+    using Clock = std::chrono::steady_clock;
     constexpr int kMilliseconds = 250;
     const auto handle = static_cast<int>(syscall(SYS_pidfd_open, child, 0));
     if (handle >= 0) {
         pollfd wait = {handle, POLLIN, 0};
-        int ready;
-        do ready = poll(&wait, 1, kMilliseconds);
-        while (ready < 0 && errno == EINTR);
+        // A process with a timer of its own is interrupted time and again.
+        const auto limit = Clock::now() + std::chrono::milliseconds(kMilliseconds);
+        int ready, left = kMilliseconds;
+        while ((ready = poll(&wait, 1, left)) < 0 && errno == EINTR) {
+            const auto rest = std::chrono::floor<std::chrono::milliseconds>(limit - Clock::now());
+            left = std::max(0, static_cast<int>(rest.count()));
+        }
         close(handle);
         return ready > 0;
     }
@@ -225,24 +232,32 @@ void DescribeError(unsigned long error, char* out, std::size_t size) {
     std::snprintf(out, size, "%s", text ? text : "");
 }
 
-// A file that is there, by its full name since the program starts elsewhere; or an address, whose
-// scheme has at least two letters.
+namespace {
+
+// Whether a text begins with a scheme: at least two characters, of which the first is a letter.
+// What begins with "-" would be an option of the program's.
+bool IsAddress(const char* text) {
+    const int first = *text | 0x20;
+    const std::size_t length =
+        std::strspn(text, "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+-.");
+    return first >= 'a' && first <= 'z' && length > 1 && text[length] == ':';
+}
+
+}  // namespace
+
+// A file that is there, by its full name since the program starts elsewhere; or an address.
 bool OpenDocument(const char* path) {
     g_children.Reap();
     const SystemPath name(path);
     if (!name.Get()) return false;
-    const std::size_t scheme = std::strspn(
-        name.Get(), "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+-.");
     char* const full = realpath(name.Get(), nullptr);
-    const bool address = !full && scheme > 1 && name.Get()[scheme] == ':';
-    if (!full && !address) return false;
+    if (!full && !IsAddress(name.Get())) return false;
     char program[] = "xdg-open";
     char* const target = full ? full : const_cast<char*>(name.Get());
     char* arguments[] = {program, target, nullptr};
-    const char* const temporary = std::getenv("TMPDIR");
     Start start;
     start.StandardFilesOnly();
-    start.Directory(temporary && *temporary ? temporary : "/tmp");
+    start.Directory(TemporaryFolder());
     pid_t child = 0;
     const bool started = start.Spawn(arguments, &child) == 0;
     if (started) g_children.Adopt(child);
@@ -251,8 +266,10 @@ bool OpenDocument(const char* path) {
 }
 
 bool ReadVariable(const char* name, char* out, std::size_t size) {
-    const SystemPath systemName(name);
-    const char* const value = systemName.Get() ? std::getenv(systemName.Get()) : nullptr;
+    const PathUnits units(name);
+    PathBuffer<char> systemName;
+    if (!units.Get() || EncodeUtf8(units, systemName) < 0) return false;
+    const char* const value = std::getenv(systemName.Get());
     if (!value) return false;
     const NameText text(value);
     if (!text.Get()) return false;

@@ -77,10 +77,10 @@ struct Directory::State {
 Directory::Directory(const char* path, Links links)
     : m_state(State::Of(SystemPath(path).Get(), links)) {}
 
-Directory::Directory(const Directory& parent)
-    : m_state(
-          State::Of(SystemPath(parent.m_state->path.Get(), parent.m_state->entry.cFileName).Get(),
-                    Links::kRefuse)) {}
+Directory Directory::EntryAsDirectory() const {
+    return Directory(
+        State::Of(SystemPath(m_state->path.Get(), m_state->entry.cFileName).Get(), Links::kRefuse));
+}
 
 Directory::~Directory() {
     delete m_state;

@@ -13,6 +13,10 @@ unsigned long ProcessorType() {
     return system.dwProcessorType;
 }
 
+std::uint32_t ProcessId() {
+    return GetCurrentProcessId();
+}
+
 // The extended record on the systems that have it.
 WindowsVersion ReadWindowsVersion() {
     OSVERSIONINFOEXA extended;
@@ -50,24 +54,6 @@ void ReadHostName(char* out, std::size_t size) {
     if (gethostname(out, static_cast<int>(size)) != 0) out[0] = 0;
     out[size - 1] = 0;
     WSACleanup();
-}
-
-void* LoadAwakeLibrary() {
-    return LoadLibraryA("Kernel32");
-}
-
-void* FindAwakeFunction(void* library) {
-    return reinterpret_cast<void*>(
-        GetProcAddress(static_cast<HMODULE>(library), "SetThreadExecutionState"));
-}
-
-void CallAwakeFunction(void* function, unsigned long flags) {
-    using SetState = EXECUTION_STATE(WINAPI*)(EXECUTION_STATE);
-    reinterpret_cast<SetState>(function)(flags);
-}
-
-void FreeAwakeLibrary(void* library) {
-    FreeLibrary(static_cast<HMODULE>(library));
 }
 
 }  // namespace genutil::platform

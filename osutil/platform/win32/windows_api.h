@@ -13,5 +13,7 @@
 
 #include <windows.h>
 // Behind it, which they need.
+#include <dde.h>
+#include <ddeml.h>
 #include <shellapi.h>
 #include <winnetwk.h>

@@ -1,0 +1,265 @@
+// What the files behind the settings go through on a system of processes and permissions.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <string>
+#include <thread>
+
+#include "osconfig.h"
+#include "tests/support/code_set_guard.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A folder of its own, which also takes the place of the user's configuration.
+class Folder : public testing::Test {
+  protected:
+    void SetUp() override {
+        // In memory, where thousands of writes do not wait for a disk.
+        m_folder = access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
+        m_folder += "/config_store.XXXXXX";
+        ASSERT_TRUE(mkdtemp(m_folder.data()));
+        if (const char* home = getenv("XDG_CONFIG_HOME")) m_home = home;
+        setenv("XDG_CONFIG_HOME", m_folder.c_str(), 1);
+    }
+    void TearDown() override {
+        if (m_home.empty())
+            unsetenv("XDG_CONFIG_HOME");
+        else
+            setenv("XDG_CONFIG_HOME", m_home.c_str(), 1);
+        fs::remove_all(m_folder);
+    }
+    std::string Path(const std::string& name) const { return m_folder + "/" + name; }
+    std::string Store() const { return Path("genutil/registry.db"); }
+
+    std::string m_folder, m_home;
+};
+using ConfigFiles = Folder;
+using RegistryStore = Folder;
+
+void Write(const std::string& path, const std::string& bytes) {
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+std::string Read(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+pid_t Start(const std::function<void()>& work) {
+    const pid_t child = fork();
+    if (child == 0) {
+        work();
+        _exit(0);
+    }
+    return child;
+}
+
+void Set(const std::string& path, const char* key, const std::string& value) {
+    OSSetConfig(value.c_str(), "s", key, path.c_str());
+}
+
+std::string Get(const std::string& path, const char* key) {
+    CGNString value;
+    OSGetConfig(value, "none", "s", key, path.c_str());
+    return std::string(value);
+}
+
+std::string Key(int writer, int number) {
+    char key[32];
+    std::snprintf(key, sizeof key, "w%d-%d", writer, number);
+    return key;
+}
+
+TEST_F(ConfigFiles, TwoProcessesLoseNoneOfTheirKeys) {
+    constexpr int kKeys = 1000;
+    const std::string path = Path("a.ini");
+    pid_t children[2];
+    for (int writer = 0; writer < 2; ++writer)
+        children[writer] = Start([&] {
+            for (int i = 0; i < kKeys; ++i) Set(path, Key(writer, i).c_str(), std::to_string(i));
+        });
+    for (const pid_t child : children) waitpid(child, nullptr, 0);
+    int lost = 0;
+    for (int writer = 0; writer < 2; ++writer)
+        for (int i = 0; i < kKeys; ++i)
+            lost += Get(path, Key(writer, i).c_str()) != std::to_string(i);
+    EXPECT_EQ(lost, 0);
+}
+
+TEST_F(ConfigFiles, AKillLeavesTheOldFileOrTheNewOne) {
+    const std::string path = Path("a.ini"), tail = "\n[rest]\n" + std::string(100000, 'r') + "\n";
+    for (int round = 0; round < 30; ++round) {
+        Write(path, "[s]\nk=start" + tail);
+        const pid_t child = Start([&] {
+            for (int i = 0;; ++i) Set(path, "k", i % 2 ? "odd" : "even");
+        });
+        std::this_thread::sleep_for(std::chrono::microseconds(3000 + 377 * round));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        const std::string text = Read(path), value = Get(path, "k");
+        EXPECT_TRUE(value == "start" || value == "odd" || value == "even") << value;
+        EXPECT_EQ(text, "[s]\nk=" + value + tail);
+    }
+    Set(path, "k", "end");
+    EXPECT_EQ(std::distance(fs::directory_iterator(m_folder), {}), 1);  // nothing is left behind
+}
+
+TEST_F(ConfigFiles, KeepPermissionsAndLinks) {
+    const std::string path = Path("a.ini"), link = Path("link.ini");
+    Write(path, "[s]\nk=1\n");
+    chmod(path.c_str(), 0640);
+    fs::create_symlink("a.ini", link);
+    fs::create_symlink("made.ini", Path("dangling.ini"));
+    Set(link, "k", "2");
+    Set(Path("dangling.ini"), "k", "3");
+    EXPECT_EQ(Read(path), "[s]\nk=2\n");
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(Read(Path("made.ini")), "[s]\nk=3\n");
+    struct stat status;
+    ASSERT_EQ(stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0640u);
+}
+
+TEST_F(ConfigFiles, FailuresChangeNothing) {
+    const std::string path = Path("a.ini"), before = "[s]\nk=1\n" + std::string(5000, ';') + "\n";
+    Write(path, before);
+    // A full disk, as far as a process can stage one.
+    waitpid(Start([&] {
+                signal(SIGXFSZ, SIG_IGN);
+                const rlimit limit{4096, 4096};
+                setrlimit(RLIMIT_FSIZE, &limit);
+                Set(path, "k", "2");
+            }),
+            nullptr, 0);
+    EXPECT_EQ(Read(path), before);
+    EXPECT_EQ(std::distance(fs::directory_iterator(m_folder), {}), 1);
+
+    Write(path, "\xFF\xFE[");
+    Set(path, "k", "2");
+    EXPECT_EQ(Read(path), "\xFF\xFE[");
+    fs::create_directory(Path("folder.ini"));
+    fs::create_symlink("/dev/full", Path("full.ini"));
+    fs::create_symlink("loop.ini", Path("loop.ini"));
+    for (const std::string name : {"folder.ini", "full.ini", "loop.ini", "absent/a.ini"}) {
+        Set(Path(name), "k", "1");
+        EXPECT_EQ(Get(Path(name), "k"), "none") << name;
+    }
+    EXPECT_TRUE(fs::is_symlink(Path("full.ini")));
+    Set(Path(std::string(4096, 'n')), "k", "1");
+    EXPECT_EQ(Get(Path(std::string(4096, 'n')), "k"), "none");
+    if (geteuid() != 0) {
+        chmod(path.c_str(), 0400);
+        Set(path, "k", "3");
+        EXPECT_EQ(Read(path), "\xFF\xFE[");
+    }
+}
+
+TEST_F(ConfigFiles, AreReadAsTheyAre) {
+    const std::string path = Path("a.ini");
+    for (int i = 0; i < 300; ++i) {
+        // In place and of one size: only the time tells the difference, if that.
+        const std::string value = std::to_string(100 + i % 10);
+        Write(path, "[s]\nk=" + value + "\n");
+        for (int reading = 0; reading < 3; ++reading) ASSERT_EQ(Get(path, "k"), value);
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    for (int reading = 0; reading < 3; ++reading) Get(path, "k");
+    Write(path, "[s]\nk=new\n");
+    EXPECT_EQ(Get(path, "k"), "new");
+}
+
+TEST_F(ConfigFiles, BareNamesLieInTheConfigurationFolder) {
+    Set("bare.ini", "k", "1");
+    EXPECT_EQ(Read(Path("genutil/bare.ini")), "[s]\nk=1\n");
+    EXPECT_EQ(Get("bare.ini", "k"), "1");
+    OSSetSystemConfig("2", "s", "k");
+    EXPECT_EQ(Get("default.ini", "k"), "2");
+}
+
+bool SetRegistry(const char* name, const std::string& value) {
+    return OSSetSystemConfigReg(value.c_str(), "sub", name, "base") != 0;
+}
+
+std::string GetRegistry(const char* name) {
+    CGNString value;
+    OSGetSystemConfigReg(value, "none", "sub", name, "base");
+    return std::string(value);
+}
+
+TEST_F(RegistryStore, ReadingMakesNoStoreAndItIsTheUsersAlone) {
+    EXPECT_EQ(GetRegistry("a"), "none");
+    EXPECT_FALSE(fs::exists(Store()));
+    EXPECT_TRUE(SetRegistry("a", "1"));
+    struct stat file, folder;
+    ASSERT_EQ(stat(Store().c_str(), &file) + stat(Path("genutil").c_str(), &folder), 0);
+    EXPECT_EQ(file.st_mode & 0777, 0600u);
+    EXPECT_EQ(folder.st_mode & 0777, 0700u);
+}
+
+TEST_F(RegistryStore, ProcessesShareItAndLoseNothing) {
+    constexpr int kValues = 60;
+    EXPECT_TRUE(SetRegistry("parent", "1"));  // open before the fork
+    pid_t children[2];
+    for (int writer = 0; writer < 2; ++writer)
+        children[writer] = Start([&] {
+            for (int i = 0; i < kValues; ++i)
+                if (!SetRegistry(Key(writer, i).c_str(), std::to_string(i))) _exit(1);
+        });
+    for (const pid_t child : children) {
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    int lost = 0;
+    for (int writer = 0; writer < 2; ++writer)
+        for (int i = 0; i < kValues; ++i)
+            lost += GetRegistry(Key(writer, i).c_str()) != std::to_string(i);
+    EXPECT_EQ(lost, 0);
+    EXPECT_EQ(GetRegistry("parent"), "1");
+}
+
+TEST_F(RegistryStore, ADamagedOneIsSetAside) {
+    for (int round = 1; round <= 2; ++round) {
+        EXPECT_TRUE(SetRegistry("a", "1"));
+        const std::string damage(8192, '!');
+        // In place, under the open store.
+        std::fstream(Store(), std::ios::in | std::ios::out | std::ios::binary) << damage;
+        EXPECT_EQ(GetRegistry("a"), "none");
+        EXPECT_FALSE(fs::exists(Store()));
+        EXPECT_EQ(Read(Store() + ".damaged-" + std::to_string(round)).substr(0, 8192), damage);
+    }
+    Write(Store(), "no store at all, but somebody's text");
+    EXPECT_FALSE(SetRegistry("a", "2"));
+    EXPECT_EQ(Read(Store() + ".damaged-3"), "no store at all, but somebody's text");
+    EXPECT_TRUE(SetRegistry("a", "2"));
+    EXPECT_EQ(GetRegistry("a"), "2");
+}
+
+TEST_F(RegistryStore, NamesAndTextsOfAnyLanguage) {
+    const struct {
+        const char *name, *other;
+        bool same;
+    } kRows[] = {{"Caf\xC3\xA9", "CAF\xC3\x89", true}, {"a", "b", false}, {"", "x", false}};
+    const CodeSetGuard guard(mbUtf8);
+    for (const auto& row : kRows) {
+        EXPECT_TRUE(SetRegistry(row.name, std::string("\xE6\x9D\xB1") + row.name));
+        EXPECT_EQ(GetRegistry(row.name), std::string("\xE6\x9D\xB1") + row.name);
+        EXPECT_EQ(GetRegistry(row.other) != "none", row.same);
+    }
+}
+
+}  // namespace
