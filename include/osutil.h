@@ -2,6 +2,7 @@
 #ifndef GENUTIL_OSUTIL_H
 #define GENUTIL_OSUTIL_H
 
+#include "osautomation.h"
 #include "osbuildversion.h"
 #include "osconfig.h"
 #include "osdde.h"

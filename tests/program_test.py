@@ -232,6 +232,23 @@ class Program(unittest.TestCase):
             self.expect(run('read'), 2, 'give a date')
             self.expect(run('read', '--locale', 'xx', 'x'), 2, "'xx'")
 
+    def test_automation(self):
+        self.expect(run('automation', 'list'), 2, 'is needed')
+        if NATIVE:
+            self.expect(run('automation', 'list', 'Scripting.Dictionary'), 2, 'is not available')
+            self.expect(run('automation', 'call', 'X', 'Y', 'Z'), 2, 'is not available')
+            return
+        out = self.expect(run('automation', 'list', 'Scripting.Dictionary'), 0).decode()
+        self.assertRegex(out, r'method Add\(ref Key: value, ref Item: value\): void\n')
+        self.assertRegex(out, r'get    Count\(\): long\n')
+        call = ['automation', 'call', 'Scripting.FileSystemObject']
+        self.assertEqual(self.expect(run(*call, 'BuildPath', 'c:\\a b', 'text:x:y'), 0), b'c:\\a b\\x:y\n')
+        self.assertEqual(self.expect(run(*call, 'GetFolder', 'c:\\windows'), 0), b'(object)\n')
+        self.expect(run(*call, 'GetBaseName', 'integer:x'), 2, "'integer:x'")
+        self.expect(run(*call, 'NoSuch', '--named', 'a=1'), 2, "'NoSuch' (0x80020006)")
+        self.expect(run('automation', 'call', 'No.Such', 'x'), 2, "'No.Such' (0x800401F3)")
+        self.expect(run('automation', 'list', 'Scripting.Dictionary', '--attach'), 2, '0x800401E3')
+
     def test_resources(self):
         for name in ('texts', 'other'):
             write(f'{name}.dll', (RESOURCES / f'{name}.dll').read_bytes())

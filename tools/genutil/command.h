@@ -25,7 +25,7 @@ struct Command {
 };
 extern const Command kDetectCommand, kConvertCommand, kTextCommand, kLocaleCommand, kLocalesCommand,
     kZonesCommand, kShowCommand, kReadCommand, kConfigCommand, kVersionCommand, kMessageCommand,
-    kSystemCommand, kDdeCommand;
+    kSystemCommand, kDdeCommand, kAutomationCommand;
 
 // An option of a subcommand: where its value goes, or the flag it sets, or where its values go.
 struct Option {

@@ -10,14 +10,14 @@
 namespace {
 
 const Command* const kCommands[] = {
-    &kDetectCommand,  &kConvertCommand, &kTextCommand, &kLocaleCommand, &kLocalesCommand,
-    &kZonesCommand,   &kShowCommand,    &kReadCommand, &kConfigCommand, &kVersionCommand,
-    &kMessageCommand, &kSystemCommand,  &kDdeCommand};
+    &kDetectCommand,  &kConvertCommand, &kTextCommand, &kLocaleCommand,    &kLocalesCommand,
+    &kZonesCommand,   &kShowCommand,    &kReadCommand, &kConfigCommand,    &kVersionCommand,
+    &kMessageCommand, &kSystemCommand,  &kDdeCommand,  &kAutomationCommand};
 
 void PrintHelp() {
     std::puts("genutil: text in the encodings and customs of its readers\n");
     for (const Command* command : kCommands)
-        std::printf("  genutil %-8s %s\n", command->name, command->summary);
+        std::printf("  genutil %-10s %s\n", command->name, command->summary);
     std::puts(
         "\ngenutil COMMAND --help tells more about one, genutil --version the version.\n"
         "\"-\" as a file stands for the standard input.\n"
