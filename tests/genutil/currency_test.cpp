@@ -1,18 +1,9 @@
 // CGNCurrency: an amount and its code in one text.
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "gennum.h"
 #include "tests/support/number_locale.h"
-
-namespace {
-
-std::string Text(const CGNString& s) {
-    return static_cast<const char*>(s);
-}
-
-}  // namespace
+#include "tests/support/texts.h"
 
 TEST(Currency, SplitIntoPortions) {
     const struct {
@@ -69,16 +60,16 @@ TEST(Currency, Displayed) {
     for (const auto& row : kRows) {
         CGNCurrency inC(row.text), regional(row.text), asItIs(row.text);
         EXPECT_EQ(inC.FormatCurrencyToCLocale(), 1);
-        EXPECT_EQ(Text(inC.GetDisplayCurrency()), row.inC) << row.line;
+        EXPECT_EQ(Bytes(inC.GetDisplayCurrency()), row.inC) << row.line;
         EXPECT_EQ(regional.FormatCurrencyToRegional(1), 1);
-        EXPECT_EQ(Text(regional.GetDisplayCurrency()), row.regional) << row.line;
+        EXPECT_EQ(Bytes(regional.GetDisplayCurrency()), row.regional) << row.line;
         EXPECT_EQ(regional.FormatCurrencyToRegional(0), 1);
-        EXPECT_EQ(Text(regional.GetDisplayCurrency()), row.plain) << row.line;
+        EXPECT_EQ(Bytes(regional.GetDisplayCurrency()), row.plain) << row.line;
         asItIs.ResetDisplayBuffer();  // does not split
-        EXPECT_EQ(Text(asItIs.GetDisplayCurrency()), "");
+        EXPECT_EQ(Bytes(asItIs.GetDisplayCurrency()), "");
         asItIs.GetCodePortion();
         asItIs.ResetDisplayBuffer();
-        EXPECT_EQ(Text(asItIs.GetDisplayCurrency()), row.asItIs) << row.line;
+        EXPECT_EQ(Bytes(asItIs.GetDisplayCurrency()), row.asItIs) << row.line;
         EXPECT_EQ(asItIs.GetBuffer(), row.text);
     }
     CGNCurrency money("5 usd");
@@ -92,7 +83,7 @@ TEST(Currency, UpdatedByPortions) {
     money.FormatCurrencyToCLocale();
     money.UpdateDecimalPortion("1,234.5");
     EXPECT_EQ(money.GetBuffer(), "1,234.5 USD");
-    EXPECT_EQ(Text(money.GetDisplayCurrency()), "");
+    EXPECT_EQ(Bytes(money.GetDisplayCurrency()), "");
     EXPECT_EQ(money.GetDecimalPortion(), "1,234.5");
     money.UpdateCodePortion("eur");
     EXPECT_EQ(money.GetBuffer(), "1,234.5 eur");
@@ -129,7 +120,7 @@ TEST(Currency, AssignmentKeepsPortions) {
     other.FormatCurrencyToCLocale();
     money = other;
     EXPECT_TRUE(money == other);
-    EXPECT_EQ(Text(money.GetDisplayCurrency()), "6 EUR");
+    EXPECT_EQ(Bytes(money.GetDisplayCurrency()), "6 EUR");
     CGNCurrency copy(other);
     other.GetCodePortion() = "XXX";
     EXPECT_EQ(money.GetCodePortion(), "EUR");

@@ -6,14 +6,11 @@
 
 #include "genutil.h"
 #include "tests/support/code_set_guard.h"
+#include "tests/support/texts.h"
 
 namespace {
 
 using Wide = unsigned short;
-
-std::string Bytes(const CGNString& s) {
-    return {static_cast<const char*>(s), s.GetLength()};
-}
 
 std::string CharacterAt(const CGNString& s, int index) {
     char out[8];
