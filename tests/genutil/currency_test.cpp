@@ -12,14 +12,11 @@ TEST(Currency, SplitIntoPortions) {
         const char *text, *amount, *code;
     } kRows[] = {
         {__LINE__, mbWestern, "12.50 USD", "12.50", "USD"},
-        {__LINE__, mbWestern, "12.50usd", "12.50", "usd"},
         {__LINE__, mbWestern, "  12.50   uSd  ", "12.50", "uSd"},
         {__LINE__, mbWestern, "12.50 US", "12.50 US", ""},
-        {__LINE__, mbWestern, "12.50 US1", "12.50 US1", ""},
         {__LINE__, mbWestern, "12.50", "12.50", ""},
         {__LINE__, mbWestern, "USD", "", "USD"},
         {__LINE__, mbWestern, " US ", "", ""},
-        {__LINE__, mbWestern, "U", "", ""},
         {__LINE__, mbWestern, "ABCD", "A", "BCD"},
         {__LINE__, mbWestern, "5 U SD", "5 U SD", ""},
         {__LINE__, mbWestern, "5 \xC9\xE9\xDF", "5", "\xC9\xE9\xDF"},
