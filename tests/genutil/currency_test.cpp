@@ -1,18 +1,9 @@
 // CGNCurrency: an amount and its code in one text.
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "gennum.h"
 #include "tests/support/number_locale.h"
-
-namespace {
-
-std::string Text(const CGNString& s) {
-    return static_cast<const char*>(s);
-}
-
-}  // namespace
+#include "tests/support/texts.h"
 
 TEST(Currency, SplitIntoPortions) {
     const struct {
@@ -21,14 +12,11 @@ TEST(Currency, SplitIntoPortions) {
         const char *text, *amount, *code;
     } kRows[] = {
         {__LINE__, mbWestern, "12.50 USD", "12.50", "USD"},
-        {__LINE__, mbWestern, "12.50usd", "12.50", "usd"},
         {__LINE__, mbWestern, "  12.50   uSd  ", "12.50", "uSd"},
         {__LINE__, mbWestern, "12.50 US", "12.50 US", ""},
-        {__LINE__, mbWestern, "12.50 US1", "12.50 US1", ""},
         {__LINE__, mbWestern, "12.50", "12.50", ""},
         {__LINE__, mbWestern, "USD", "", "USD"},
         {__LINE__, mbWestern, " US ", "", ""},
-        {__LINE__, mbWestern, "U", "", ""},
         {__LINE__, mbWestern, "ABCD", "A", "BCD"},
         {__LINE__, mbWestern, "5 U SD", "5 U SD", ""},
         {__LINE__, mbWestern, "5 \xC9\xE9\xDF", "5", "\xC9\xE9\xDF"},
@@ -69,16 +57,16 @@ TEST(Currency, Displayed) {
     for (const auto& row : kRows) {
         CGNCurrency inC(row.text), regional(row.text), asItIs(row.text);
         EXPECT_EQ(inC.FormatCurrencyToCLocale(), 1);
-        EXPECT_EQ(Text(inC.GetDisplayCurrency()), row.inC) << row.line;
+        EXPECT_EQ(Bytes(inC.GetDisplayCurrency()), row.inC) << row.line;
         EXPECT_EQ(regional.FormatCurrencyToRegional(1), 1);
-        EXPECT_EQ(Text(regional.GetDisplayCurrency()), row.regional) << row.line;
+        EXPECT_EQ(Bytes(regional.GetDisplayCurrency()), row.regional) << row.line;
         EXPECT_EQ(regional.FormatCurrencyToRegional(0), 1);
-        EXPECT_EQ(Text(regional.GetDisplayCurrency()), row.plain) << row.line;
+        EXPECT_EQ(Bytes(regional.GetDisplayCurrency()), row.plain) << row.line;
         asItIs.ResetDisplayBuffer();  // does not split
-        EXPECT_EQ(Text(asItIs.GetDisplayCurrency()), "");
+        EXPECT_EQ(Bytes(asItIs.GetDisplayCurrency()), "");
         asItIs.GetCodePortion();
         asItIs.ResetDisplayBuffer();
-        EXPECT_EQ(Text(asItIs.GetDisplayCurrency()), row.asItIs) << row.line;
+        EXPECT_EQ(Bytes(asItIs.GetDisplayCurrency()), row.asItIs) << row.line;
         EXPECT_EQ(asItIs.GetBuffer(), row.text);
     }
     CGNCurrency money("5 usd");
@@ -92,7 +80,7 @@ TEST(Currency, UpdatedByPortions) {
     money.FormatCurrencyToCLocale();
     money.UpdateDecimalPortion("1,234.5");
     EXPECT_EQ(money.GetBuffer(), "1,234.5 USD");
-    EXPECT_EQ(Text(money.GetDisplayCurrency()), "");
+    EXPECT_EQ(Bytes(money.GetDisplayCurrency()), "");
     EXPECT_EQ(money.GetDecimalPortion(), "1,234.5");
     money.UpdateCodePortion("eur");
     EXPECT_EQ(money.GetBuffer(), "1,234.5 eur");
@@ -129,7 +117,7 @@ TEST(Currency, AssignmentKeepsPortions) {
     other.FormatCurrencyToCLocale();
     money = other;
     EXPECT_TRUE(money == other);
-    EXPECT_EQ(Text(money.GetDisplayCurrency()), "6 EUR");
+    EXPECT_EQ(Bytes(money.GetDisplayCurrency()), "6 EUR");
     CGNCurrency copy(other);
     other.GetCodePortion() = "XXX";
     EXPECT_EQ(money.GetCodePortion(), "EUR");

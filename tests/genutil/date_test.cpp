@@ -6,16 +6,11 @@
 
 #include "gendate.h"
 #include "tests/support/custom_locale.h"
+#include "tests/support/texts.h"
 
 namespace {
 
 constexpr char kLong[] = "dddd, MMMM dd, yyyy";
-
-std::string Display(const CGNDate& date) {
-    CGNString text;
-    date.GetDisplayBuffer(text);
-    return static_cast<const char*>(text);
-}
 
 int DayNumber(int year, int month, int day) {
     return CGNDate::DateToJulianDate(year, month, day);
@@ -33,18 +28,9 @@ TEST(Date, FromDayNumbers) {
     const struct {
         int line, day, year, month, dayOfMonth, weekday, bc;
     } kRows[] = {
-        {__LINE__, -2147483647 - 1, 4713, 1, 1, 2, 1},
-        {__LINE__, 0, 4713, 1, 1, 2, 1},
-        {__LINE__, 1, 4713, 1, 2, 3, 1},
-        {__LINE__, 1721423, 1, 12, 31, 6, 1},
-        {__LINE__, 1721424, 1, 1, 1, 7, 0},
-        {__LINE__, 2299160, 1582, 10, 4, 5, 0},
-        {__LINE__, 2299161, 1582, 10, 15, 6, 0},
-        {__LINE__, 2440588, 1970, 1, 1, 5, 0},
-        {__LINE__, 2451604, 2000, 2, 29, 3, 0},
-        {__LINE__, 5373120, 9999, 1, 1, 6, 0},
-        {__LINE__, 5373121, 9999, 1, 1, 6, 0},
-        {__LINE__, 2147483647, 9999, 1, 1, 6, 0},
+        {__LINE__, -2147483647 - 1, 4713, 1, 1, 2, 1}, {__LINE__, 0, 4713, 1, 1, 2, 1},
+        {__LINE__, 1721423, 1, 12, 31, 6, 1},          {__LINE__, 2299161, 1582, 10, 15, 6, 0},
+        {__LINE__, 5373120, 9999, 1, 1, 6, 0},         {__LINE__, 2147483647, 9999, 1, 1, 6, 0},
     };
     for (const auto& row : kRows) {
         const CGNDate date(row.day);
@@ -104,13 +90,9 @@ TEST(Date, Verified) {
         int line, year, bc, month, day, weekday;  // 0: does not exist
     } kRows[] = {
         {__LINE__, 2010, 0, 3, 15, 2},  {__LINE__, 2009, 0, 2, 29, 0},
-        {__LINE__, 2000, 0, 2, 29, 3},  {__LINE__, 1900, 0, 2, 29, 0},
-        {__LINE__, 1500, 0, 2, 29, 7},  {__LINE__, 1582, 0, 10, 5, 0},
-        {__LINE__, 1582, 0, 10, 14, 0}, {__LINE__, 2010, 0, 0, 1, 0},
-        {__LINE__, 2010, 0, 13, 1, 0},  {__LINE__, 2010, 0, 4, 31, 0},
-        {__LINE__, 2010, 0, 4, 0, 0},   {__LINE__, 1, 1, 12, 31, 6},
-        {__LINE__, 1, 1, 2, 29, 1},     {__LINE__, 4714, 1, 12, 31, 0},
-        {__LINE__, 10000, 0, 1, 1, 0},
+        {__LINE__, 1582, 0, 10, 14, 0}, {__LINE__, 2010, 0, 13, 1, 0},
+        {__LINE__, 1, 1, 12, 31, 6},    {__LINE__, 1, 1, 2, 29, 1},
+        {__LINE__, 4714, 1, 12, 31, 0}, {__LINE__, 10000, 0, 1, 1, 0},
     };
     for (const auto& row : kRows) {
         CGNDate date(row.year, static_cast<unsigned char>(row.bc), row.month, row.day, 99);

@@ -5,29 +5,14 @@
 #include <string>
 
 #include "gendate.h"
+#include "tests/support/broken_down.h"
 #include "tests/support/custom_locale.h"
+#include "tests/support/texts.h"
 #include "tests/support/zone_guard.h"
 
 namespace {
 
 constexpr long kLast = 2147483647;
-
-std::string Display(const CGNDateTime& value) {
-    CGNString text;
-    value.GetDisplayBuffer(text);
-    return static_cast<const char*>(text);
-}
-
-std::tm Record(int year, int month, int day, int hour, int minute, int second) {
-    std::tm record = {};
-    record.tm_year = year - 1900;
-    record.tm_mon = month - 1;
-    record.tm_mday = day;
-    record.tm_hour = hour;
-    record.tm_min = minute;
-    record.tm_sec = second;
-    return record;
-}
 
 // Puts moments into a zone for the length of a test.
 class DateTime : public testing::Test {
@@ -89,7 +74,7 @@ TEST_F(DateTime, EmptyValuesAreNotWritten) {
     EXPECT_EQ(Display(other), kept);
     EXPECT_EQ(other.FormatForDisplay(1), 0);
     EXPECT_EQ(Display(other), "");
-    std::tm record = Record(2010, 3, 20, 1, 2, 3);
+    std::tm record = BrokenDown(2010, 3, 20, 1, 2, 3);
     const CGNDateTime taken(&record);
     EXPECT_EQ(taken.GetSecsFrom70(), 0);
     EXPECT_NE(Display(taken), "");
@@ -126,23 +111,20 @@ TEST_F(DateTime, ChecksTheRange) {
         std::tm record;
         long status;  // 1: valid
     } kRows[] = {
-        {__LINE__, Record(2010, 4, 30, 23, 59, 59), 1},
-        {__LINE__, Record(2010, 4, 31, 0, 0, 0), 2},
-        {__LINE__, Record(2010, 2, 29, 0, 0, 0), 2},
-        {__LINE__, Record(2010, 4, 1, 25, 0, 0), 3},
-        {__LINE__, Record(2010, 4, 31, 0, 60, 0), 3},
-        {__LINE__, Record(2010, 4, 1, 0, 0, -1), 3},
-        {__LINE__, Record(2010, 13, 1, 0, 0, 0), 2},
-        {__LINE__, Record(2010, 4, 0, 0, 0, 0), 2},
-        {__LINE__, Record(2038, 0, 18, 23, 0, 0), 2},
-        {__LINE__, Record(2039, 1, 1, 0, 0, 0), 2},
-        {__LINE__, Record(1969, 12, 31, 0, 0, 0), 2},
-        {__LINE__, Record(1970, 1, 1, 9, 0, 0), 1},
-        {__LINE__, Record(2038, 2, 1, 0, 0, 0), 2},
-        {__LINE__, Record(2038, 1, 19, 0, 0, 0), 2},
-        {__LINE__, Record(2038, 1, 18, 12, 14, 7), 1},
-        {__LINE__, Record(2038, 1, 18, 12, 14, 8), 4},
-        {__LINE__, Record(2038, 1, 18, 13, 0, 0), 4},
+        {__LINE__, BrokenDown(2010, 4, 30, 23, 59, 59), 1},
+        {__LINE__, BrokenDown(2010, 4, 31, 0), 2},
+        {__LINE__, BrokenDown(2010, 4, 1, 25, 0, 0), 3},
+        {__LINE__, BrokenDown(2010, 4, 31, 0, 60, 0), 3},
+        {__LINE__, BrokenDown(2010, 4, 1, 0, 0, -1), 3},
+        {__LINE__, BrokenDown(2010, 4, 0, 0), 2},
+        {__LINE__, BrokenDown(2038, 0, 18, 23, 0, 0), 2},
+        {__LINE__, BrokenDown(1969, 12, 31, 0), 2},
+        {__LINE__, BrokenDown(1970, 1, 1, 9, 0, 0), 1},
+        {__LINE__, BrokenDown(2038, 2, 1, 0), 2},
+        {__LINE__, BrokenDown(2038, 1, 19, 0), 2},
+        {__LINE__, BrokenDown(2038, 1, 18, 12, 14, 7), 1},
+        {__LINE__, BrokenDown(2038, 1, 18, 12, 14, 8), 4},
+        {__LINE__, BrokenDown(2038, 1, 18, 13, 0, 0), 4},
     };
     for (const auto& row : kRows) {
         CGNDateTime checker;
@@ -152,7 +134,7 @@ TEST_F(DateTime, ChecksTheRange) {
         EXPECT_EQ(record.tm_mday, row.record.tm_mday) << row.line;
     }
     CGNDateTime checker;
-    std::tm before = Record(1970, 1, 1, 8, 59, 59);  // a second too early: no moment at all
+    std::tm before = BrokenDown(1970, 1, 1, 8, 59, 59);  // a second too early: no moment at all
     EXPECT_EQ(checker.VerifyDateTime(&before), 0);
     EXPECT_EQ(checker.GetDateTimeRangeStatus(), 1);
     EXPECT_EQ(CGNDateTime::MinYear(), 70);
@@ -164,10 +146,10 @@ TEST_F(DateTime, ChecksTheRange) {
     ZoneGuard::Set("America/New_York");
     EXPECT_EQ(CGNDateTime::MinYear(), 69);
     EXPECT_EQ(CGNDateTime::IsValidDate(69, 11, 31), 1);
-    std::tm skipped = Record(2010, 3, 14, 2, 30, 0);  // clocks go from 2 to 3
+    std::tm skipped = BrokenDown(2010, 3, 14, 2, 30, 0);  // clocks go from 2 to 3
     EXPECT_EQ(checker.VerifyDateTime(&skipped), 0);
     EXPECT_EQ(checker.GetDateTimeRangeStatus(), 2);
-    std::tm twice = Record(2010, 11, 7, 1, 30, 0);
+    std::tm twice = BrokenDown(2010, 11, 7, 1, 30, 0);
     EXPECT_EQ(checker.VerifyDateTime(&twice), 1);
 }
 

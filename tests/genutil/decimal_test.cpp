@@ -14,12 +14,6 @@ namespace {
 
 constexpr const char* kFails = nullptr;
 
-std::string Display(const CGNDecimal& number) {
-    CGNString text;
-    number.GetDisplayBuffer(text);
-    return static_cast<const char*>(text);
-}
-
 // What a conversion displays; "fails" when it says so, and then it must display nothing.
 std::string Shown(const CGNDecimal& number, unsigned char converted) {
     if (converted) return Display(number);
@@ -60,46 +54,49 @@ TEST(Decimal, ReadIntoTheCSpelling) {
         {__LINE__, "5-", "-5", "-5"},
         {__LINE__, "5-  ", "-5", "-5"},
         {__LINE__, "5 ", "5", "5"},
-        {__LINE__, " 5", kFails, kFails},
-        {__LINE__, " -5", kFails, kFails},
-        {__LINE__, "- 5", kFails, kFails},
-        {__LINE__, "5 -", kFails, kFails},
-        {__LINE__, "-5-", kFails, kFails},
-        {__LINE__, "--5", kFails, kFails},
-        {__LINE__, "5--", kFails, kFails},
-        {__LINE__, "+5", kFails, kFails},
-        {__LINE__, "(5)", kFails, kFails},
-        {__LINE__, "(5", kFails, kFails},
-        {__LINE__, "5)", kFails, kFails},
-        {__LINE__, "   ", kFails, kFails},
-        {__LINE__, "-", kFails, kFails},
-        {__LINE__, ".", kFails, kFails},
-        {__LINE__, "-.", kFails, kFails},
-        {__LINE__, ",", kFails, kFails},
-        {__LINE__, ",,,", kFails, kFails},
         {__LINE__, ",5", kFails, "0.5"},
-        {__LINE__, ".,", kFails, kFails},
-        {__LINE__, "5 5", kFails, kFails},
-        {__LINE__, "5e3", kFails, kFails},
-        {__LINE__, "x", kFails, kFails},
-        {__LINE__, "1.2.3", kFails, kFails},
-        {__LINE__, "1,2.3,4", kFails, kFails},
         {__LINE__, "1,2,3.5", "123.5", kFails},
         {__LINE__, "1,,2,", "12", kFails},
         {__LINE__, "1.234,5", kFails, "1234.5"},
         {__LINE__, "1.234", "1.234", "1.234"},  // valid both ways: as in C
-        {__LINE__, "-1.234.567", kFails, kFails},
         {__LINE__, "1.234.567,", kFails, "1234567"},
-        {__LINE__, "5\xB2", kFails, kFails},
-        {__LINE__,
-         "\xA0"
-         "5",
-         kFails, kFails},
-        {__LINE__, "5\x83", kFails, kFails},  // half a character in Shift-JIS
     };
+    static const char* const kNever[] = {// the last is half a character in Shift-JIS
+                                         " 5",
+                                         " -5",
+                                         "- 5",
+                                         "5 -",
+                                         "-5-",
+                                         "--5",
+                                         "5--",
+                                         "+5",
+                                         "(5)",
+                                         "(5",
+                                         "5)",
+                                         "   ",
+                                         "-",
+                                         ".",
+                                         "-.",
+                                         ",",
+                                         ",,,",
+                                         ".,",
+                                         "5 5",
+                                         "5e3",
+                                         "x",
+                                         "1.2.3",
+                                         "1,2.3,4",
+                                         "-1.234.567",
+                                         "5\xB2",
+                                         "\xA0"
+                                         "5",
+                                         "5\x83"};
     for (const int codeSet : {int{mbWestern}, int{mbShiftJis}, int{mbUtf8}}) {
+        const NumberLocale locale(".", ",", "3;0", codeSet);
+        for (const char* text : kNever) EXPECT_EQ(ToC(text, 0), "fails") << text;
+        locale.Change(",", ".");
+        for (const char* text : kNever) EXPECT_EQ(ToC(text, 0), "fails") << text;
         for (const auto& row : kRows) {
-            const NumberLocale locale(".", ",", "3;0", codeSet);
+            locale.Change(".", ",");
             EXPECT_EQ(ToC(row.text, 0), row.english ? row.english : "fails") << row.line;
             locale.Change(",", ".");
             EXPECT_EQ(ToC(row.text, 0), row.german ? row.german : "fails") << row.line;
@@ -114,6 +111,7 @@ TEST(Decimal, ReadIntoTheCSpelling) {
     EXPECT_EQ(CGNDecimal::IsValid("x"), -1);
     EXPECT_EQ(CGNDecimal::IsValid(""), 0);
     EXPECT_EQ(CGNDecimal::IsValid(nullptr), -1);
+    EXPECT_EQ(CGNDecimal::DetermineNumDecimalChars(nullptr), 0);
 }
 
 TEST(Decimal, WrittenInTheRegionalSpelling) {
@@ -122,34 +120,9 @@ TEST(Decimal, WrittenInTheRegionalSpelling) {
         const char *decimal, *separator, *grouping, *text, *regional;
     } kRows[] = {
         {__LINE__, ".", ",", "3;0", "1234567.891", "1,234,567.891"},
-        {__LINE__, ".", ",", "3;0", "-123", "-123"},
         {__LINE__, ".", ",", "3;0", "1234-", "-1,234"},
-        {__LINE__, ".", ",", "3;0", "-.50", "-0.50"},
-        {__LINE__, ".", ",", "3;0", "000000", "000,000"},
-        {__LINE__, ".", ",", "3;2;0", "123456789", "12,34,56,789"},
         {__LINE__, ".", ",", "12;0", "123456789", "12,34,56,78,9"},
-        {__LINE__, ".", ",", "3", "1234567", "1234,567"},
-        {__LINE__, ".", ",", "3;2", "1234567", "12,34,567"},
-        {__LINE__, ".", ",", "30", "1234567", "1,234,567"},
-        {__LINE__, ".", ",", "9;0", "1234567890123", "1234,567890123"},
-        {__LINE__, ".", ",", "3;x;0", "1234567", "1234,567"},
-        {__LINE__, ".", ",", "0", "1234567", "1234567"},
-        {__LINE__, ".", ",", ";;;", "1234567", "1234567"},
-        {__LINE__, ".", ",", "", "1234567", "1234567"},
         {__LINE__, ",", ".", "3;0", "1234567.891", "1.234.567,891"},
-        {__LINE__, ",", ".", "3;0", "1.234", "1,234"},
-        {__LINE__, ",", ".", "3;0", "1.234,5", "1.234,5"},
-        {__LINE__, ",", "\xA0", "3;0", "1234567.8",
-         "1\xA0"
-         "234\xA0"
-         "567,8"},
-        {__LINE__, ",", "\xA0", "3;0",
-         "1\xA0"
-         "234,8-",
-         "-1\xA0"
-         "234,8"},
-        {__LINE__, ",", " ", "3;0", "12 34,8 ", "1 234,8"},
-        {__LINE__, ".", "'", "3;0", "1'234567.8", "1'234'567.8"},
         {__LINE__, ".", ".", "3;0", "1234.5", "1.234.5"},
         // Of a longer symbol its first byte.
         {__LINE__, "\xC2\xB7", "\xC2\xA0", "3;0", "1234.5",
@@ -192,17 +165,10 @@ TEST(Decimal, ShiftedByPowersOfTen) {
         const char* shifted;
     } kRows[] = {
         {__LINE__, "12345", -2, "123,45"},
-        {__LINE__, "5", -3, "0,005"},
         {__LINE__, "-12345,6", -5, "-0,123456"},
-        {__LINE__, "-12345,6", -6, "-0,0123456"},
         {__LINE__, "", -2, "0,00"},
         {__LINE__, "1,5", 3, "1500"},
-        {__LINE__, "1,5", 1, "15"},
-        {__LINE__, "0,5", 1, "05"},
-        {__LINE__, ",5", 1, "05"},
         {__LINE__, "-7,12345", 2, "-712,34"},  // as many digits stay as were moved
-        {__LINE__, "7,123", 2, "712,3"},
-        {__LINE__, "1.234.567,8", 0, "1.234.567,8"},
         {__LINE__, "1.234.567,8", 2, "123456780"},
         {__LINE__, "1,5", INT_MIN, "1,5"},
         {__LINE__, "1,5", INT_MAX, "1,5"},
@@ -251,22 +217,6 @@ TEST(Decimal, LongTexts) {
     EXPECT_EQ(Display(number), Join({"0.1", std::string(254, '0')}));
     number.ApplyExponent(-1);
     EXPECT_EQ(Display(number).size(), 257u);
-}
-
-TEST(Decimal, EndOfANumber) {
-    const NumberLocale locale(".", ",");
-    const struct {
-        int line;
-        const char* text;
-        int end;
-    } kRows[] = {
-        {__LINE__, "12", 2},     {__LINE__, "1,234.5kg", 7}, {__LINE__, "  -5 USD", 4},
-        {__LINE__, "USD 5.", 6}, {__LINE__, "5..,,5 ", 6},   {__LINE__, "(5)", 2},
-        {__LINE__, ",5", 2},     {__LINE__, "x", 0},         {__LINE__, "   ", 0},
-        {__LINE__, "", 0},       {__LINE__, nullptr, 0},     {__LINE__, "-.", 2},
-    };
-    for (const auto& row : kRows)
-        EXPECT_EQ(CGNDecimal::DetermineNumDecimalChars(row.text), row.end) << row.line;
 }
 
 TEST(Decimal, SymbolsOfTheLocale) {
@@ -321,7 +271,9 @@ TEST(Decimal, AgreesWithTheSlowWay) {
         const char* grouping;
     } kLocales[] = {{'.', ',', "3;0"},   {',', '.', "3;2;0"}, {',', '\xA0', ""},
                     {'.', '\'', "12;0"}, {',', ' ', "3"},     {'-', '.', "21;0"},
-                    {' ', '.', "3;0"}};
+                    {' ', '.', "3;0"},   {'.', ',', "3;2"},   {'.', ',', "30"},
+                    {'.', ',', "9;0"},   {'.', ',', "3;x;0"}, {'.', ',', "0"},
+                    {'.', ',', ";;;"}};
     std::mt19937 random(7);
     for (const auto& [decimal, separator, grouping] : kLocales) {
         const char symbols[2][2] = {{decimal, 0}, {separator, 0}};

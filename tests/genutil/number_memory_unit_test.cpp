@@ -9,15 +9,6 @@
 #include "tests/support/reported_failures.h"
 #include "tests/support/texts.h"
 
-namespace {
-
-const char* DisplayOf(const CGNDecimal& number, CGNString& text) {
-    number.GetDisplayBuffer(text);
-    return text;
-}
-
-}  // namespace
-
 TEST(NumberMemory, HoldersAreEmptyWithout) {
     {
         const CGNLocale locale;
@@ -86,8 +77,7 @@ TEST(NumberMemory, FailsAsTextThatIsNoNumber) {
             assigned = money;
             exhausted = gate.Count() <= passing;
         }
-        CGNString text;
-        const std::string shown = DisplayOf(number, text);
+        const std::string shown = Display(number);
         EXPECT_TRUE(shown == (converted ? digits : "") || (converted && shown == "0")) << passing;
         failures += !conversion || !converted || shown != digits;
         const std::string amount = Bytes(money.GetDisplayCurrency());

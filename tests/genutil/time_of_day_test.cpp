@@ -3,20 +3,11 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 #include "gendate.h"
 #include "tests/support/custom_locale.h"
-
-namespace {
-
-template <class Value>
-std::string Display(const Value& value) {
-    CGNString text;
-    value.GetDisplayBuffer(text);
-    return static_cast<const char*>(text);
-}
-
-}  // namespace
+#include "tests/support/texts.h"
 
 TEST(TimeOfDay, IsClampedToTheDay) {
     const struct {
@@ -90,54 +81,43 @@ TEST(TimeOfDay, Written) {
 // The result goes to the scratch values, of which only a moment lets one look at all.
 TEST(TimeOfDay, ReadInTheFormatOfTheLocale) {
     const struct {
-        int line;
-        const char *picture, *text;
         int time;  // hhmmss; -1 no time, -3 out of range
+        const char* picture;
+        std::vector<const char*> texts;
     } kRows[] = {
-        {__LINE__, "h:mm tt", "1:05 PM", 130500},
-        {__LINE__, "h:mm tt", "12:00 AM", 0},
-        {__LINE__, "h:mm tt", "12:30PM", 123000},
-        {__LINE__, "h:mm tt", " 9 : 5 : 7 ", 90507},
-        {__LINE__, "h:mm tt", "9", 90000},
-        {__LINE__, "h:mm tt", "23:15", 231500},
-        {__LINE__, "h:mm tt", "12", 120000},
-        {__LINE__, "h:mm tt", "10 30", 103000},
-        {__LINE__, "h:mm tt", "13:00 PM", -3},
-        {__LINE__, "h:mm tt", "24:00", -3},
-        {__LINE__, "h:mm tt", "10:60", -3},
-        {__LINE__, "h:mm tt", "10:00:60", -3},
-        {__LINE__, "h:mm tt", "123:00", -1},
-        {__LINE__, "h:mm tt", "10:", -1},
-        {__LINE__, "h:mm tt", ":10", -1},
-        {__LINE__, "h:mm tt", "10::30", -1},
-        {__LINE__, "h:mm tt", "", -1},
-        {__LINE__, "h:mm tt", "PM", -1},
-        {__LINE__, "h:mm tt", "PM 1:05", -1},
-        {__LINE__, "h:mm tt", "1:05 PM x", -1},
-        {__LINE__, "h:mm tt", "1:05 PM AM", -1},
-        {__LINE__, "h:mm tt", "1:05 pm", -1},
-        {__LINE__, "h:mm tt", "1:2:3:4", -1},
-        {__LINE__, "tt h:mm", "PM 1:05", 130500},
-        {__LINE__, "tt h:mm", "1:05 PM", -1},
-        {__LINE__, "tt h:mm", "AM PM 1:05", -1},
-        {__LINE__, "H:mm", "10:00 AM", -1},
-        {__LINE__, "H:mm", "13:00 PM", -3},
-        {__LINE__, "H.mm", "10.30", 103000},
-        {__LINE__, "H.mm", "10:30", -1},
+        {130500, "h:mm tt", {"1:05 PM"}},
+        {0, "h:mm tt", {"12:00 AM"}},
+        {123000, "h:mm tt", {"12:30PM"}},
+        {90507, "h:mm tt", {" 9 : 5 : 7 "}},
+        {90000, "h:mm tt", {"9"}},
+        {231500, "h:mm tt", {"23:15"}},
+        {120000, "h:mm tt", {"12"}},
+        {103000, "h:mm tt", {"10 30"}},
+        {-3, "h:mm tt", {"13:00 PM", "24:00", "10:60", "10:00:60"}},
+        {-1,
+         "h:mm tt",
+         {"123:00", "10:", ":10", "10::30", "", "PM", "PM 1:05", "1:05 PM x", "1:05 PM AM",
+          "1:05 pm", "1:2:3:4"}},
+        {130500, "tt h:mm", {"PM 1:05"}},
+        {-1, "tt h:mm", {"1:05 PM", "AM PM 1:05"}},
+        {-1, "H:mm", {"10:00 AM"}},
+        {-3, "H:mm", {"13:00 PM"}},
+        {103000, "H.mm", {"10.30"}},
+        {-1, "H.mm", {"10:30"}},
     };
     for (const auto& row : kRows) {
         const CustomLocale locale("en_US", "", "", row.picture);
         locale->SetTimeSep(row.picture[1] == '.' ? "." : ":");
-        CGNDateTime moment;
-        CGNString rest("kept");
-        const bool read = moment.GetTimeFromString(row.text, rest) != 0;
-        const int time = moment.GetHour() * 10000 + moment.GetMinute() * 100 + moment.GetSecond();
-        EXPECT_EQ(read                                   ? time
-                  : moment.GetDateTimeRangeStatus() == 3 ? -3
-                                                         : -1,
-                  row.time)
-            << row.line;
-        EXPECT_STREQ(rest, read ? "" : row.time == -3 ? row.text : "kept") << row.line;
+        for (const char* text : row.texts) {
+            CGNDateTime moment;
+            CGNString rest("kept");
+            const bool read = moment.GetTimeFromString(text, rest) != 0;
+            const int time =
+                moment.GetHour() * 10000 + moment.GetMinute() * 100 + moment.GetSecond();
+            const int failure = moment.GetDateTimeRangeStatus() == 3 ? -3 : -1;
+            EXPECT_EQ(read ? time : failure, row.time) << text;
+            EXPECT_STREQ(rest, read ? "" : row.time == -3 ? text : "kept") << text;
+        }
     }
     const CustomLocale locale("ja_JP", "", "", "H:mm");
     CGNTime time(12, 30, 0);

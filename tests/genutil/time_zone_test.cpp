@@ -6,10 +6,12 @@
 #include <ctime>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "gendate.h"
 #include "osthread.h"
+#include "tests/support/broken_down.h"
 #include "tests/support/worker.h"
 
 namespace {
@@ -77,12 +79,7 @@ TEST_F(TimeZone, OfAThreadIsItsVariable) {
         CGNLclSt::Instance()->SetLocalVariable("timezone", zone);
         EXPECT_EQ(HourOf(1269093600), 23);
         EXPECT_EQ(TZ(), "Asia/Tokyo");
-        std::tm local = {};
-        local.tm_year = 110;
-        local.tm_mon = 2;
-        local.tm_mday = 20;
-        local.tm_hour = 23;
-        local.tm_isdst = -1;
+        std::tm local = BrokenDown(2010, 3, 20, 23);
         EXPECT_EQ(CGNDate::MkTimeTS(&local), 1269093600);
     }).Join();
 }
@@ -154,21 +151,11 @@ TEST_F(TimeZone, KnowsWhenClocksChange) {
         }
     }
     mbSetTZone("America/New_York");
-    std::tm local = {};  // the hour that the clocks skip, and fields out of range
-    local.tm_year = 109;
-    local.tm_mon = 14;
-    local.tm_mday = 13;
-    local.tm_hour = 26;
-    local.tm_min = 30;
-    local.tm_isdst = -1;
+    // The hour that the clocks skip, and fields out of range.
+    std::tm local = BrokenDown(2009, 15, 13, 26, 30);
     EXPECT_EQ(CGNDate::MkTimeTS(&local), 1268551800);
     EXPECT_EQ(local.tm_hour * 100 + local.tm_isdst, 301);
-    local = {};
-    local.tm_year = 110;
-    local.tm_mon = 10;
-    local.tm_mday = 7;
-    local.tm_hour = 1;
-    local.tm_isdst = -1;
+    local = BrokenDown(2010, 11, 7, 1);
     EXPECT_EQ(CGNDate::MkTimeTS(&local), 1289106000);  // the first of two
     local.tm_isdst = 0;
     EXPECT_EQ(CGNDate::MkTimeTS(&local), 1289109600);
@@ -178,12 +165,11 @@ TEST_F(TimeZone, KnowsWhenClocksChange) {
 }
 
 TEST_F(TimeZone, UnknownZonesAreUtc) {
-    OSTimeZone::GetInstance()->SetTZ("Nowhere/Land");
-    EXPECT_EQ(HourOf(1269093600), 14);
-    OSTimeZone::GetInstance()->SetTZ(":");
-    EXPECT_EQ(HourOf(1269093600), 14);
-    OSTimeZone::GetInstance()->SetTZ(":Asia/Tokyo");
-    EXPECT_EQ(HourOf(1269093600), 23);
-    OSTimeZone::GetInstance()->SetTZ("Tokyo Standard Time");
-    EXPECT_EQ(HourOf(1269093600), 23);
+    for (const auto& [zone, hour] : {std::pair{"Nowhere/Land", 14},
+                                     {":", 14},
+                                     {":Asia/Tokyo", 23},
+                                     {"Tokyo Standard Time", 23}}) {
+        OSTimeZone::GetInstance()->SetTZ(zone);
+        EXPECT_EQ(HourOf(1269093600), hour) << zone;
+    }
 }

@@ -53,28 +53,13 @@ TEST(ZoneRule, Parses) {
 }
 
 TEST(ZoneRule, RefusesWhatIsNone) {
-    for (const char* text : {"",
-                             "JST",
-                             "JS-9",
-                             "9",
-                             "JST-9 ",
-                             "JST-25",
-                             "JST-9:60",
-                             "JST--9",
-                             "<JST-9",
-                             "<JS>-9",
-                             "EST5EDT,",
-                             "EST5EDT,M3.2.0",
-                             "EST5EDT,M0.2.0,M11.1.0",
-                             "EST5EDT,M3.6.0,M11.1.0",
-                             "EST5EDT,M3.2.7,M11.1.0",
-                             "EST5EDT,M3.2.0,M11.1.0,",
-                             "EST5EDT,J0,J365",
-                             "EST5EDT,0,366",
-                             "EST5EDT,M3.2.0/168,M11.1.0",
-                             "EST99999999999999999999",
-                             "Asia/Tokyo",
-                             "ABCDEFGHIJKLMNOP5",
-                             "EST5ED"})
-        EXPECT_EQ(Parse(text), "no rule") << text;
+    static const char* const kNames[] = {
+        "",       "JST",    "JS-9",   "9",      "JST-9 ",     "JST-25",           "JST-9:60",
+        "JST--9", "<JST-9", "<JS>-9", "EST5ED", "Asia/Tokyo", "ABCDEFGHIJKLMNOP5"};
+    for (const char* text : kNames) EXPECT_EQ(Parse(text), "no rule") << text;
+    EXPECT_EQ(Parse("EST99999999999999999999"), "no rule");
+    const std::string zone = "EST5EDT,";
+    for (const char* changes : {"", "M3.2.0", "M0.2.0,M11.1.0", "M3.6.0,M11.1.0", "M3.2.7,M11.1.0",
+                                "M3.2.0,M11.1.0,", "J0,J365", "0,366", "M3.2.0/168,M11.1.0"})
+        EXPECT_EQ(Parse((zone + changes).c_str()), "no rule") << changes;
 }

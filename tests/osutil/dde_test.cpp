@@ -68,6 +68,11 @@ long Since(std::chrono::steady_clock::time_point start) {
                                  .count());
 }
 
+// The error of a call that must fail.
+int Failure(const OSDDEConversation& conversation, bool done) {
+    return done ? -1 : conversation.GetError();
+}
+
 void Start(const char* arguments) {
     CGNString error;
     ASSERT_TRUE(OSRunAsyncProcess(Join({"..\\dde_server ", arguments}).c_str(), error))
@@ -164,8 +169,7 @@ TEST_F(Dde, TextsPassBothWaysInTheCurrentCodeSet) {
     EXPECT_EQ(Ask("last"), "[Open(caf\xE9)]");
     const CodeSetGuard utf8(mbUtf8);
     for (const char* broken : {"\xFF", "a\xE6\x9D"}) {
-        EXPECT_FALSE(conversation.Execute(broken));
-        EXPECT_EQ(conversation.GetError(), osDDEBadText);
+        EXPECT_EQ(Failure(conversation, conversation.Execute(broken)), osDDEBadText);
     }
 }
 
@@ -183,8 +187,7 @@ TEST_F(Dde, APartnerOfTheSystemsText) {
     EXPECT_TRUE(conversation.Poke("item", word));
     EXPECT_TRUE(conversation.Request("item", text));
     EXPECT_EQ(Bytes(text), word);
-    EXPECT_FALSE(conversation.Request("none", text));
-    EXPECT_EQ(conversation.GetError(), osDDERefused);
+    EXPECT_EQ(Failure(conversation, conversation.Request("none", text)), osDDERefused);
     EXPECT_EQ(Bytes(text), word);
     const std::string command = Join({"[Open(", word, ")]"});
     EXPECT_TRUE(conversation.Execute(command.c_str()));
@@ -196,28 +199,22 @@ TEST_F(Dde, RefusalsLeaveTheConversation) {
     CGNString text;
     const std::string longest(255, 'n'), tooLong(256, 'n');
     ASSERT_TRUE(conversation.Connect(m_service, "refuse"));
-    EXPECT_FALSE(conversation.Poke("a", "b"));
-    EXPECT_EQ(conversation.GetError(), osDDERefused);
-    EXPECT_FALSE(conversation.Request("a", text));
-    EXPECT_EQ(conversation.GetError(), osDDERefused);
+    EXPECT_EQ(Failure(conversation, conversation.Poke("a", "b")), osDDERefused);
+    EXPECT_EQ(Failure(conversation, conversation.Request("a", text)), osDDERefused);
     ASSERT_TRUE(conversation.Connect(m_service, "busy"));
-    EXPECT_FALSE(conversation.Poke("a", "b"));
-    EXPECT_EQ(conversation.GetError(), osDDEBusy);
+    EXPECT_EQ(Failure(conversation, conversation.Poke("a", "b")), osDDEBusy);
     ASSERT_TRUE(conversation.Connect(m_service, "take"));
     for (const char* item : {static_cast<const char*>(nullptr), "", tooLong.c_str()}) {
         EXPECT_FALSE(conversation.Poke(item, "b"));
-        EXPECT_FALSE(conversation.Request(item, text));
-        EXPECT_EQ(conversation.GetError(), osDDEBadText);
+        EXPECT_EQ(Failure(conversation, conversation.Request(item, text)), osDDEBadText);
     }
-    EXPECT_FALSE(conversation.Poke("a", nullptr));
-    EXPECT_EQ(conversation.GetError(), osDDEBadText);
+    EXPECT_EQ(Failure(conversation, conversation.Poke("a", nullptr)), osDDEBadText);
     EXPECT_TRUE(conversation.Poke(longest.c_str(), "b"));
     EXPECT_EQ(conversation.GetError(), osDDENone);
     EXPECT_TRUE(conversation.IsConnected());
     EXPECT_FALSE(conversation.Connect(m_service, "missing"));
     EXPECT_FALSE(conversation.IsConnected());
-    EXPECT_FALSE(conversation.Execute("x"));
-    EXPECT_EQ(conversation.GetError(), osDDENotConnected);
+    EXPECT_EQ(Failure(conversation, conversation.Execute("x")), osDDENotConnected);
 }
 
 TEST_F(Dde, LongTexts) {
@@ -231,13 +228,11 @@ TEST_F(Dde, ASlowPartnerCostsTheTimeoutOnly) {
     OSDDEConversation conversation;
     ASSERT_TRUE(conversation.Connect(m_service, "slow"));
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_FALSE(conversation.Execute("late", 300));
-    EXPECT_EQ(conversation.GetError(), osDDETimedOut);
+    EXPECT_EQ(Failure(conversation, conversation.Execute("late", 300)), osDDETimedOut);
     EXPECT_GE(Since(start), 250);
     EXPECT_LT(Since(start), 1500);
     EXPECT_FALSE(conversation.IsConnected());
-    EXPECT_FALSE(conversation.Execute("x"));
-    EXPECT_EQ(conversation.GetError(), osDDENotConnected);
+    EXPECT_EQ(Failure(conversation, conversation.Execute("x")), osDDENotConnected);
     ASSERT_TRUE(conversation.Connect(m_service, "slow"));
     EXPECT_TRUE(conversation.Execute("in time", 6000));
     EXPECT_EQ(Ask("last"), "in time");
@@ -255,10 +250,8 @@ TEST_F(Dde, APartnerThatDies) {
         EXPECT_LT(Since(start), 5000);
         EXPECT_FALSE(conversation.IsConnected());
         EXPECT_FALSE(idle.IsConnected());
-        EXPECT_FALSE(idle.Execute("x", 1000));
-        EXPECT_EQ(idle.GetError(), osDDEPartnerGone);
-        EXPECT_FALSE(conversation.Connect(m_service, "take"));
-        EXPECT_EQ(conversation.GetError(), osDDENoServer);
+        EXPECT_EQ(Failure(idle, idle.Execute("x", 1000)), osDDEPartnerGone);
+        EXPECT_EQ(Failure(conversation, conversation.Connect(m_service, "take")), osDDENoServer);
         StartServer();
     }
     EXPECT_TRUE(conversation.Connect(m_service, "take"));
@@ -267,11 +260,9 @@ TEST_F(Dde, APartnerThatDies) {
 TEST_F(Dde, APartnerThatLeaves) {
     OSDDEConversation conversation;
     ASSERT_TRUE(conversation.Connect(m_service, "leave"));
-    EXPECT_FALSE(conversation.Execute("x"));
-    EXPECT_EQ(conversation.GetError(), osDDEPartnerGone);
+    EXPECT_EQ(Failure(conversation, conversation.Execute("x")), osDDEPartnerGone);
     EXPECT_FALSE(conversation.IsConnected());
-    EXPECT_FALSE(conversation.Execute("x"));
-    EXPECT_EQ(conversation.GetError(), osDDEPartnerGone);
+    EXPECT_EQ(Failure(conversation, conversation.Execute("x")), osDDEPartnerGone);
     EXPECT_TRUE(conversation.Connect(m_service, "take"));
     OSDDESend(m_service, "take", "[quit]");
     for (int i = 0; i < 100 && conversation.IsConnected(); ++i)
@@ -286,25 +277,20 @@ TEST_F(Dde, UnInitEndsWhatIsOpen) {
     ASSERT_TRUE(busy.Connect(m_service, "slow"));
     OSDDEUnInit();
     EXPECT_TRUE(open.Execute("still there"));
-    std::thread caller([&] {
-        EXPECT_FALSE(busy.Execute("x"));
-        EXPECT_EQ(busy.GetError(), osDDEEnded);
-    });
+    std::thread caller([&] { EXPECT_EQ(Failure(busy, busy.Execute("x")), osDDEEnded); });
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
     const auto start = std::chrono::steady_clock::now();
     OSDDEUnInit();
     caller.join();
     EXPECT_LT(Since(start), 1500);
     EXPECT_FALSE(open.IsConnected());
-    EXPECT_FALSE(open.Execute("x"));
-    EXPECT_EQ(open.GetError(), osDDENotInitialized);
+    EXPECT_EQ(Failure(open, open.Execute("x")), osDDENotInitialized);
     CGNString error;
     EXPECT_FALSE(OSDDESend(m_service, "take", "x", 1000, &error));
     EXPECT_EQ(error, "DDE is not initialized");
     OSDDEUnInit();  // one too many
     ASSERT_TRUE(OSDDEInit());
-    EXPECT_FALSE(open.Execute("x"));
-    EXPECT_EQ(open.GetError(), osDDENotConnected);
+    EXPECT_EQ(Failure(open, open.Execute("x")), osDDENotConnected);
     EXPECT_TRUE(open.Connect(m_service, "take"));
     EXPECT_EQ(Ask("open"), "2");
 }

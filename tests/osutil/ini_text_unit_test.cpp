@@ -44,52 +44,35 @@ MaybeText Searched(std::string_view text, std::string_view section, std::string_
 
 TEST(IniText, SectionsKeysAndValues) {
     static const struct {
-        int line;
+        int line, codeSet;
         const char *text, *section, *key;
         const char* value;  // null: not found
     } kRows[] = {
-        {__LINE__, "[a]\nk=v\n", "a", "k", "v"},
-        {__LINE__, "[a]\r\nk=v\r\n", "a", "k", "v"},
-        {__LINE__, "[a]\nk=v", "a", "k", "v"},
-        {__LINE__, " [ A ] \n\t K \t=  v w  \n", "a", "k", "v w"},
-        {__LINE__, "\xEF\xBB\xBF[a]\nk=v\n", "a", "k", "v"},
-        {__LINE__, "[a]\nk=\"v \"\n", "a", "k", "v "},
-        {__LINE__, "[a]\nk=' v'\n", "a", "k", " v"},
-        {__LINE__, "[a]\nk=\"v'\n", "a", "k", "\"v'"},
-        {__LINE__, "[a]\nk=\"\n", "a", "k", "\""},
-        {__LINE__, "[a]\nk=\"\"\n", "a", "k", ""},
-        {__LINE__, "[a]\nk=\n", "a", "k", ""},
-        {__LINE__, "[a]\nk=a=b\n", "a", "k", "a=b"},
-        {__LINE__, "[a]\nk\nkk=2\n;k=3\nk=4\nk=5\n", "a", "k", "4"},
-        {__LINE__, "k=0\n[b]\nk=1\n[a]\nk=2\n[c]\nk=3\n", "a", "k", "2"},
-        {__LINE__, "[a]\n[a]\nk=2\n", "a", "k", nullptr},  // the first of two decides
-        {__LINE__, "[a]\nj=1\n[b]\nk=2\n", "a", "k", nullptr},
-        {__LINE__, "[a\nk=v\n", "a", "k", "v"},
-        {__LINE__,
+        {__LINE__, 0, "[a]\nk=v\n", "a", "k", "v"},
+        {__LINE__, 0, "[a]\r\nk=v\r\n", "a", "k", "v"},
+        {__LINE__, 0, "[a]\nk=v", "a", "k", "v"},
+        {__LINE__, 0, " [ A ] \n\t K \t=  v w  \n", "a", "k", "v w"},
+        {__LINE__, mbShiftJis, "\xEF\xBB\xBF[a]\nk=v\n", "a", "k", "v"},
+        {__LINE__, 0, "[a]\nk=\"v \"\n", "a", "k", "v "},
+        {__LINE__, 0, "[a]\nk=' v'\n", "a", "k", " v"},
+        {__LINE__, 0, "[a]\nk=\"v'\n", "a", "k", "\"v'"},
+        {__LINE__, 0, "[a]\nk=\"\n", "a", "k", "\""},
+        {__LINE__, 0, "[a]\nk=\"\"\n", "a", "k", ""},
+        {__LINE__, 0, "[a]\nk=\n", "a", "k", ""},
+        {__LINE__, 0, "[a]\nk=a=b\n", "a", "k", "a=b"},
+        {__LINE__, 0, "[a]\nk\nkk=2\n;k=3\nk=4\nk=5\n", "a", "k", "4"},
+        {__LINE__, 0, "k=0\n[b]\nk=1\n[a]\nk=2\n[c]\nk=3\n", "a", "k", "2"},
+        {__LINE__, 0, "[a]\n[a]\nk=2\n", "a", "k", nullptr},  // the first of two decides
+        {__LINE__, 0, "[a]\nj=1\n[b]\nk=2\n", "a", "k", nullptr},
+        {__LINE__, 0, "[a\nk=v\n", "a", "k", "v"},
+        {__LINE__, 0,
          "[a]\n\x1A"
          "k=v\n",
          "a", "k", nullptr},
-        {__LINE__, "[a]\n\x1A\nk=v\n", "a", "k", nullptr},
-        {__LINE__, "[ab]\nk=v\n", "a", "k", nullptr},
-        {__LINE__, "[a]", "a", "k", nullptr},
-        {__LINE__, "", "", "", nullptr},
-    };
-    for (const auto& row : kRows) {
-        SCOPED_TRACE(row.line);
-        const auto value = Value(row.text, row.section, row.key);
-        EXPECT_EQ(value, row.value ? MaybeText(row.value) : std::nullopt);
-        EXPECT_EQ(Indexed(row.text, row.section, row.key), value);
-        EXPECT_EQ(Searched(row.text, row.section, row.key), value);
-    }
-}
-
-TEST(IniText, NamesAreComparedAsCharacters) {
-    static const struct {
-        int line;
-        int codeSet;
-        const char *text, *section, *key;
-        const char* value;
-    } kRows[] = {
+        {__LINE__, 0, "[a]\n\x1A\nk=v\n", "a", "k", nullptr},
+        {__LINE__, 0, "[ab]\nk=v\n", "a", "k", nullptr},
+        {__LINE__, 0, "[a]", "a", "k", nullptr},
+        {__LINE__, 0, "", "", "", nullptr},
         {__LINE__, 0, "[\xC9t\xE9]\nCl\xC9=1\n", "\xE9T\xC9", "cl\xE9", "1"},
         // Katakana whose second bytes are "A" and "a".
         {__LINE__, mbShiftJis, "[\x83\x41]\n\x83\x61=1\n\x83\x41=2\n", "\x83\x41", "\x83\x41", "2"},

@@ -68,6 +68,32 @@ pid_t Start(const std::function<void()>& work) {
     return child;
 }
 
+std::string Key(int writer, int number) {
+    char key[32];
+    std::snprintf(key, sizeof key, "w%d-%d", writer, number);
+    return key;
+}
+
+// Two processes store so many values of their own each; how many are lost or cannot be stored.
+template <class Store, class Load>
+int LostByTwoWriters(int values, Store store, Load load) {
+    pid_t children[2];
+    for (int writer = 0; writer < 2; ++writer)
+        children[writer] = Start([&] {
+            for (int i = 0; i < values; ++i)
+                if (!store(Key(writer, i).c_str(), std::to_string(i))) _exit(1);
+        });
+    int lost = 0;
+    for (int writer = 0; writer < 2; ++writer) {
+        int status = -1;
+        waitpid(children[writer], &status, 0);
+        lost += status != 0;
+    }
+    for (int writer = 0; writer < 2; ++writer)
+        for (int i = 0; i < values; ++i) lost += load(Key(writer, i).c_str()) != std::to_string(i);
+    return lost;
+}
+
 void Set(const std::string& path, const char* key, const std::string& value) {
     OSSetConfig(value.c_str(), "s", key, path.c_str());
 }
@@ -78,26 +104,13 @@ std::string Get(const std::string& path, const char* key) {
     return std::string(value);
 }
 
-std::string Key(int writer, int number) {
-    char key[32];
-    std::snprintf(key, sizeof key, "w%d-%d", writer, number);
-    return key;
-}
-
 TEST_F(ConfigFiles, TwoProcessesLoseNoneOfTheirKeys) {
-    constexpr int kKeys = 1000;
     const std::string path = Path("a.ini");
-    pid_t children[2];
-    for (int writer = 0; writer < 2; ++writer)
-        children[writer] = Start([&] {
-            for (int i = 0; i < kKeys; ++i) Set(path, Key(writer, i).c_str(), std::to_string(i));
-        });
-    for (const pid_t child : children) waitpid(child, nullptr, 0);
-    int lost = 0;
-    for (int writer = 0; writer < 2; ++writer)
-        for (int i = 0; i < kKeys; ++i)
-            lost += Get(path, Key(writer, i).c_str()) != std::to_string(i);
-    EXPECT_EQ(lost, 0);
+    const auto store = [&](const char* key, const std::string& value) {
+        Set(path, key, value);
+        return true;
+    };
+    EXPECT_EQ(LostByTwoWriters(1000, store, [&](const char* key) { return Get(path, key); }), 0);
 }
 
 TEST_F(ConfigFiles, AKillLeavesTheOldFileOrTheNewOne) {
@@ -211,24 +224,8 @@ TEST_F(RegistryStore, ReadingMakesNoStoreAndItIsTheUsersAlone) {
 }
 
 TEST_F(RegistryStore, ProcessesShareItAndLoseNothing) {
-    constexpr int kValues = 60;
     EXPECT_TRUE(SetRegistry("parent", "1"));  // open before the fork
-    pid_t children[2];
-    for (int writer = 0; writer < 2; ++writer)
-        children[writer] = Start([&] {
-            for (int i = 0; i < kValues; ++i)
-                if (!SetRegistry(Key(writer, i).c_str(), std::to_string(i))) _exit(1);
-        });
-    for (const pid_t child : children) {
-        int status = -1;
-        waitpid(child, &status, 0);
-        EXPECT_EQ(status, 0);
-    }
-    int lost = 0;
-    for (int writer = 0; writer < 2; ++writer)
-        for (int i = 0; i < kValues; ++i)
-            lost += GetRegistry(Key(writer, i).c_str()) != std::to_string(i);
-    EXPECT_EQ(lost, 0);
+    EXPECT_EQ(LostByTwoWriters(60, SetRegistry, GetRegistry), 0);
     EXPECT_EQ(GetRegistry("parent"), "1");
 }
 

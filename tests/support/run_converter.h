@@ -70,6 +70,11 @@ inline AnyConverter ThroughUnicode(int from, int to) {
     };
 }
 
+// The bytes of a character of two.
+inline std::string Pair(unsigned code) {
+    return {static_cast<char>(code >> 8), static_cast<char>(code)};
+}
+
 // A text and what becomes of it.
 struct ConversionRow {
     int line, from, to;

@@ -17,3 +17,11 @@ inline std::string Join(std::initializer_list<std::string_view> parts) {
     for (const std::string_view part : parts) text.append(part.data(), part.size());
     return text;
 }
+
+// What a number, a date or a time displays.
+template <class Value>
+std::string Display(const Value& value) {
+    CGNString text;
+    value.GetDisplayBuffer(text);
+    return Bytes(text);
+}

@@ -17,10 +17,6 @@ namespace {
 
 const std::string kKanjiIn = "\x1B$B", kAsciiIn = "\x1B(B";
 
-std::string Pair(unsigned code) {
-    return {static_cast<char>(code >> 8), static_cast<char>(code)};
-}
-
 // The trail bytes of Shift-JIS in order, 188 to a lead byte: two rows of JIS.
 std::vector<unsigned> TrailBytes() {
     std::vector<unsigned> trails;

@@ -19,10 +19,6 @@ std::map<unsigned, unsigned> AllOfCns() {
     return table;
 }
 
-std::string Pair(unsigned code) {
-    return {static_cast<char>(code >> 8), static_cast<char>(code)};
-}
-
 std::string EucTw(unsigned cns) {
     const std::string pair = Pair((cns & 0xFFFF) | 0x8080);
     return cns >> 16 == 1 ? pair : Pair(0x8EA0 + (cns >> 16)) + pair;

@@ -14,6 +14,11 @@ const std::string kSjis = "\x82\xA0\x83\x41\xB1x";
 const std::string kEuc = "\xA4\xA2\xA5\xA2\x8E\xB1x";
 const std::string kJis = "\x1B$B$\"%\"\x1B(I1\x1B(Bx";
 
+std::string WithoutReturns(std::string text) {
+    std::erase(text, '\r');
+    return text;
+}
+
 std::string ReadLines(const std::string& bytes, int n, int codeSet, const char* mode = "rb") {
     const TemporaryFile file(bytes);
     const OpenFile stream(file.Path(), mode);
@@ -56,8 +61,7 @@ TEST(MbStream, ReadsLinesOfAnyLengthWithoutGarbling) {
     for (int n : {3, 4, 5, 6, 7, 8, 20})
         EXPECT_EQ(ReadLines(katakana, n, 5), "\x8E\xB1\x8E\xB2\x8E\xB3\n\x8E\xB4\x8E\xB5") << n;
     for (int n : {3, 4, 5, 6, 100}) {
-        std::string text = ReadLines("\xB1\xB2\r\n\xB3\xB4\r\n", n, 5, "rt");
-        std::erase(text, '\r');
+        const std::string text = WithoutReturns(ReadLines("\xB1\xB2\r\n\xB3\xB4\r\n", n, 5, "rt"));
         EXPECT_EQ(text, "\x8E\xB1\x8E\xB2\n\x8E\xB3\x8E\xB4\n") << n;
     }
 }
@@ -139,15 +143,10 @@ TEST(MbFile, ConvertsWholeFilesBothWays) {
     ASSERT_EQ(mbconvertnativefile(native.Path(), converted.Path(), 0, 4), 1);
     const OpenFile text(converted.Path(), "rt");
     ASSERT_EQ(mbconvertfile2native(converted.Path(), back.Path(), 0, 4), 1);
-    std::string seen = converted.Bytes(), again = back.Bytes();
-    std::erase(seen, '\r');
-    std::erase(again, '\r');
-    EXPECT_EQ(seen, euc);
-    EXPECT_EQ(again, sjis);
+    EXPECT_EQ(WithoutReturns(converted.Bytes()), euc);
+    EXPECT_EQ(WithoutReturns(back.Bytes()), sjis);
     ASSERT_EQ(mbconvertnativefile(native.Path(), converted.Path(), 1, 4), 1);
-    seen = converted.Bytes();
-    std::erase(seen, '\r');
-    EXPECT_EQ(seen, euc + euc);
+    EXPECT_EQ(WithoutReturns(converted.Bytes()), euc + euc);
 }
 
 TEST(MbFile, StopsAtALineThatBeginsWithNul) {
