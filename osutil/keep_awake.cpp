@@ -52,6 +52,17 @@ struct KeepAwakeService {
         void* function;
     };
 
+    // A forked process has a copy of the service without its worker, which may have held the lock
+    // at that moment: it is left as it is, and the next object that is made starts one.
+    static void LeaveServiceOfParent() {
+        if (!Class::m_thread || g_workersProcess == platform::ProcessId()) return;
+        Class::m_thread = nullptr;
+        Class::m_threadAwakeEvent = Class::m_threadTerminateEvent = nullptr;
+        Class::m_awakeCritSect = nullptr;
+        Class::m_hDLL = Class::m_lpfnDllFunc1 = nullptr;
+        Class::m_bLibraryLoaded = 0;
+    }
+
     // Made once and then kept: objects may outlive the service.
     static AwakeLock* Lock() {
         if (!Class::m_awakeCritSect) Class::m_awakeCritSect = New<AwakeLock>();
@@ -60,6 +71,7 @@ struct KeepAwakeService {
     }
 
     static bool Load() {
+        LeaveServiceOfParent();
         if (Class::m_bLibraryLoaded) return false;
         void* const library = Lock() ? g_awakeSystem.load() : nullptr;
         if (!library) return false;
@@ -123,7 +135,8 @@ struct KeepAwakeService {
 
     // A copied object takes back what it never asked for: the number does not go below 0.
     static void TakeBack() {
-        if (!Class::m_awakeCritSect) return;
+        LeaveServiceOfParent();
+        if (!Lock()) return;
         bool last = false;
         {
             const std::lock_guard<std::mutex> lock(Class::m_awakeCritSect->mutex);
@@ -134,9 +147,9 @@ struct KeepAwakeService {
     }
 
     static void Unload() {
+        LeaveServiceOfParent();
         if (!Class::m_bLibraryLoaded) return;
-        // In a process that was forked there is no worker to wait for.
-        if (Class::m_thread && g_workersProcess == platform::ProcessId()) {
+        if (Class::m_thread) {
             {
                 const std::lock_guard<std::mutex> lock(Class::m_awakeCritSect->mutex);
                 Class::m_threadTerminateEvent->signalled = true;
