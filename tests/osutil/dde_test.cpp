@@ -178,7 +178,7 @@ TEST_F(Dde, APartnerOfTheSystemsText) {
     const bool japanese = std::string_view(std::getenv("TEST_LANGUAGE")) == "ja_JP";
     const CodeSetGuard codeSet(japanese ? mbShiftJis : mbWestern);
     const char* const word = japanese ? "\x93\x8C\x8B\x9E\x83\x5C" : "caf\xE9";
-    EXPECT_TRUE(OSDDESend(m_service, "take", "[quit]"));
+    OSDDESend(m_service, "take", "[quit]");  // it may be gone before its answer
     std::snprintf(m_service, sizeof m_service, "Narrow");
     StartServer(" narrow");
     OSDDEConversation conversation;
