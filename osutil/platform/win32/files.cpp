@@ -104,6 +104,13 @@ bool File::Close() {
 
 // -- By path -------------------------------------------------------------------------------------
 
+std::FILE* OpenStream(const char* path, const char* mode) {
+    const SystemPath name(path);
+    wchar_t wideMode[4] = {};
+    for (int i = 0; i < 3 && mode[i]; ++i) wideMode[i] = static_cast<wchar_t>(mode[i]);
+    return name.Get() ? _wfopen(name.Get(), wideMode) : nullptr;
+}
+
 bool Exists(const char* path) {
     const SystemPath name(path);
     return name.Get() && GetFileAttributesW(name.Get()) != INVALID_FILE_ATTRIBUTES;
