@@ -1,7 +1,5 @@
 #include "osutil/ini_edit.h"
 
-#include <cstring>
-
 #include "osutil/ini_text.h"
 
 namespace genutil {
@@ -58,8 +56,7 @@ bool PlanReplacement(std::string_view text, const char* line, std::string_view v
     const char* end = EndOfIniLine(line, text.data() + text.size());
     if (end > line && end[-1] == '\n') --end;
     while (end > line && end[-1] == '\r') --end;
-    const void* equals = std::memchr(line, '=', Distance(line, end));
-    const char* at = static_cast<const char*>(equals) + 1;
+    const char* at = line + FindIniEquals({line, Distance(line, end)}) + 1;
     while (at < end && (*at == ' ' || *at == '\t')) ++at;
     if (std::string_view(at, Distance(at, end)) == value) return false;
     *edit = {Distance(text.data(), at), Distance(text.data(), end), {value}, 1};
@@ -85,7 +82,7 @@ bool IniHolds(std::string_view section, std::string_view key, std::string_view v
     if (WholeCharacters(section) != section.size()) return false;  // would take the "]" in
     key = TrimIni(key);
     return !key.empty() && key.front() != ';' && key.front() != '[' && key.front() != '\x1A' &&
-           key.find('=') == std::string_view::npos;
+           FindIniEquals(key) == std::string_view::npos && !TakesIniEquals(key);
 }
 
 bool PlanIniValue(std::string_view text, std::string_view section, std::string_view key,

@@ -91,6 +91,12 @@ std::string_view WithoutFeed(std::string_view line) {
     return line;
 }
 
+// Of all code sets Johab alone has "=" among its second bytes: those of symbols and hanja, which
+// are characters to its code page, though not to the stepping functions.
+bool HasEqualsAsSecondByte() {
+    return g_codeSetState.codeSet == mbJohab;
+}
+
 bool BeginsLine(const char* begin, const char* at) {
     while (at > begin && IsBlank(at[-1])) --at;
     return at == begin || at[-1] == '\n';
@@ -172,10 +178,22 @@ std::string_view NameOfIniHead(std::string_view line) {
     return TrimIni(line.substr(0, end));
 }
 
+std::size_t FindIniEquals(std::string_view line) {
+    std::size_t at = line.find('=');
+    while (at != std::string_view::npos && HasEqualsAsSecondByte() &&
+           AlignToPromise(*g_currentStep, Bytes(line.data()), at) != at)
+        at = line.find('=', at + 1);
+    return at;
+}
+
+bool TakesIniEquals(std::string_view key) {
+    return HasEqualsAsSecondByte() && WholeCharacters(key) != key.size();
+}
+
 bool SplitIniLine(std::string_view line, std::string_view* key, std::string_view* value) {
     line = TrimIni(WithoutFeed(line));
     if (line.empty() || line.front() == ';') return false;
-    const std::size_t equals = line.find('=');
+    const std::size_t equals = FindIniEquals(line);
     if (equals == std::string_view::npos) return false;
     *key = TrimIni(line.substr(0, equals));
     *value = TrimIni(line.substr(equals + 1));

@@ -61,4 +61,9 @@ std::string_view NameOfIniHead(std::string_view line);
 bool SplitIniLine(std::string_view line, std::string_view* key, std::string_view* value);
 std::string_view UnquotedIni(std::string_view value);
 
+// Where the "=" of a line is, npos without one: the first that is no second byte of a character.
+std::size_t FindIniEquals(std::string_view line);
+// Whether the "=" that follows a key would be taken for the second byte of its last character.
+bool TakesIniEquals(std::string_view key);
+
 }  // namespace genutil
