@@ -209,6 +209,11 @@ DdeOutcome OutcomeOf(UINT error) {
     }
 }
 
+void PumpMessages() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+}
+
 class Conversation {
   public:
     Conversation(DdeLink& link, const Instance& instance) : m_link(link), m_instance(instance) {
@@ -265,9 +270,22 @@ class Conversation {
         m_link.partner = OpenProcess(SYNCHRONIZE, FALSE, process);
     }
 
+    // A partner may acknowledge the data that it gave, as Wine's do, and the next call would take
+    // that for its own answer. Once the partner has taken what is sent to it now, all that it
+    // posted before is in the queue of this thread, and goes where no call is under way.
+    void TakeLateAnswers(const Deadline& deadline) {
+        if (!m_hadData) return;
+        m_hadData = false;
+        DWORD_PTR ignored = 0;
+        SendMessageTimeoutW(m_link.partnerWindow, WM_NULL, 0, 0, SMTO_NORMAL, deadline.Left(),
+                            &ignored);
+        PumpMessages();
+    }
+
     DdeOutcome Send(HSZ item, const void* text, DWORD size, UINT format, const Deadline& deadline) {
         const DdeCall::Kind kind = m_link.call.kind;
         static constexpr UINT kTypes[] = {XTYP_EXECUTE, XTYP_POKE, XTYP_REQUEST};
+        TakeLateAnswers(deadline);
         const DWORD left = deadline.Left();
         if (left == 0) return DdeOutcome::kTimedOut;
         DWORD flags = 0;
@@ -283,6 +301,7 @@ class Conversation {
             return flags & DDE_FBUSY ? DdeOutcome::kBusy : OutcomeOf(error);
         }
         if (kind == DdeCall::kRequest) {
+            m_hadData = true;
             const bool taken = TakeAnswer(m_link, data, format);
             DdeFreeDataHandle(data);
             return taken ? DdeOutcome::kDone : DdeOutcome::kFailed;
@@ -295,12 +314,8 @@ class Conversation {
     DdeLink& m_link;
     const Instance& m_instance;
     HCONV m_handle = nullptr;
+    bool m_hadData = false;  // the latest call was answered by data
 };
-
-void PumpMessages() {
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
-}
 
 // Carries out calls until the link or the partner ends, or time runs out for an answer: the result
 // of the call that is under way then.
