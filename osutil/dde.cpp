@@ -11,7 +11,6 @@
 #include "genutil/assert_allocation.h"
 #include "genutil/mbutil/wide.h"
 #include "genutil/string_storage.h"
-#include "mbutil.h"
 #include "osdde.h"
 
 using namespace genutil;
@@ -209,8 +208,7 @@ struct Answer {
 
 void TakeAnswer(void* context, const unsigned short* text, std::size_t count) {
     Answer& answer = *static_cast<Answer*>(context);
-    // Four bytes and two escapes of four make the longest character.
-    const std::uint64_t room = std::uint64_t{count} * 12;
+    const std::uint64_t room = kMostNarrowBytes * std::uint64_t{count};
     Owned<char> narrow(NewText<char>(room));
     if (!narrow.Get()) return;
     const long length = ToNarrowLossy(narrow.Get(), static_cast<std::size_t>(room), text, count);

@@ -35,6 +35,9 @@ long NarrowLength(const unsigned short* text);
 // Returns the number of bytes stored without terminator; -1 when a character does not convert.
 long ToNarrow(char* out, std::size_t limit, const unsigned short* text);
 
+// Bytes of the longest character: four and two escapes of four.
+constexpr std::size_t kMostNarrowBytes = 12;
+
 // As ToNarrow, with '?' for each character that does not convert; never fails.
 long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text);
 
