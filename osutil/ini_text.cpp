@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "genutil/mbutil/ascii.h"
 #include "genutil/mbutil/character_table.h"
 #include "genutil/mbutil/code_page.h"
 #include "genutil/mbutil/step.h"
@@ -20,10 +21,6 @@ bool IsBlank(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\v' || c == '\f';
 }
 
-unsigned FoldAscii(unsigned c) {
-    return c - 'A' < 26 ? c + 32 : c;
-}
-
 // Takes the first character off a name, in lower case. What is not ASCII is never the same as what
 // is, and what the code set leaves open is only the same as itself.
 class Folded {
@@ -33,7 +30,7 @@ class Folded {
     bool IsAtEnd() const { return m_at == m_end; }
 
     unsigned Next() {
-        if (*m_at < 0x80) return FoldAscii(*m_at++);
+        if (*m_at < 0x80) return AsciiLower(unsigned{*m_at++});
         const auto left = static_cast<std::size_t>(m_end - m_at);
         unsigned length = PromisedLength(g_currentStep, m_at);
         if (length > left) length = static_cast<unsigned>(left);
@@ -227,14 +224,14 @@ bool FindIniSection(std::string_view text, std::string_view name, std::string_vi
 bool FindIniValue(std::string_view lines, std::string_view key, std::string_view* value) {
     const std::string_view wanted = TrimIni(key);
     const unsigned first = wanted.empty() ? 0x80 : *Bytes(wanted.data());
-    const unsigned folded = FoldAscii(first);
+    const unsigned folded = AsciiLower(first);
     bool found = false;
     AnyLine(lines, [&](const char* line, const char* end) {
         if (line == end) return false;
         const unsigned c = *Bytes(line);
         if (c == static_cast<unsigned>(kEndOfText)) return true;
         // Most lines begin with another letter.
-        if (first < 0x80 && FoldAscii(c) != folded && !IsBlank(*line)) return false;
+        if (first < 0x80 && AsciiLower(c) != folded && !IsBlank(*line)) return false;
         std::string_view name, text;
         if (!SplitIniLine({line, static_cast<std::size_t>(end - line)}, &name, &text) ||
             !SameIniName(name, wanted))

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "genutil/allocate.h"
+#include "genutil/mbutil/code_set.h"
 
 namespace genutil {
 
@@ -106,9 +107,8 @@ Bytes ResourceFile::FindLeaf(std::uint32_t kind, unsigned id, unsigned language)
     std::uint32_t target;
     if (kind == 0 || !FindEntry(kind, id, &target) || !(target & kIsDirectory)) return {};
     const std::uint32_t languages = target & ~kIsDirectory;
-    const unsigned primary = language & 0x3FF;
     bool found = false;
-    for (const unsigned choice : {0u, language, primary, 0x409u})
+    for (const unsigned choice : {0u, language, PrimaryLanguage(language), 0x409u})
         if ((found = FindEntry(languages, choice, &target))) break;
     if (!found) {
         const std::uint64_t first = std::uint64_t{languages} + kDirectorySize;
