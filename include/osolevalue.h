@@ -11,7 +11,8 @@
    fails the call. Numbers written as text have the C spelling (gennum.h).
 
    Decimals have up to 96 bits and 28 digits behind the symbol, amounts of money four such digits in
-   64 bits. Neither is ever a binary fraction: what does not fit exactly is refused.
+   64 bits. Neither is ever a binary fraction: what does not fit exactly is refused, in a call too
+   where the server or an array wants another type.
 
    Dates are the server's: days since 30 December 1899 of local time, without a zone, from the year
    100 to 9999.

@@ -296,10 +296,27 @@ TEST_F(Automation, Arrays) {
     EXPECT_EQ(TextOf(*back.GetItem(1)), "19");
     ASSERT_TRUE(server.Call("Echo", grid.Add(back), mixed));
     EXPECT_EQ(TextOf(*mixed.GetItem(5)), "21");
-    // An item that is not what the array is.
-    mixed.SetArray(1, 0, COSOLEValue::kInteger);
-    *mixed.GetItem(0) = "many";
-    EXPECT_FALSE(server.Call("Echo", first.Add(mixed)));
+    // An item that is not what the array is: it may become that, unless it would be rounded.
+    const struct {
+        int line;
+        COSOLEValue::Kind kind;
+        COSOLEValue item;
+        const char* becomes;  // null: refused
+    } kRows[] = {{__LINE__, COSOLEValue::kInteger, "many", nullptr},
+                 {__LINE__, COSOLEValue::kInteger, Decimal("7.0"), "7"},
+                 {__LINE__, COSOLEValue::kInteger, Currency("7.5"), nullptr},
+                 {__LINE__, COSOLEValue::kCurrency, Decimal("1.2345"), "1.2345"},
+                 {__LINE__, COSOLEValue::kCurrency, Decimal("1.23456"), nullptr}};
+    for (const auto& row : kRows) {
+        COSOLEArguments arguments;
+        mixed.SetArray(1, 0, row.kind);
+        *mixed.GetItem(0) = row.item;
+        ASSERT_EQ(server.Call("Echo", arguments.Add(mixed), back), row.becomes != nullptr)
+            << row.line;
+        if (row.becomes) {
+            EXPECT_EQ(TextOf(*back.GetItem(0)), row.becomes) << row.line;
+        }
+    }
 }
 
 TEST_F(Automation, ArgumentsByNameAndByReference) {
