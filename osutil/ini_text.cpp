@@ -221,25 +221,26 @@ bool FindIniSection(std::string_view text, std::string_view name, std::string_vi
     }
 }
 
-bool FindIniValue(std::string_view lines, std::string_view key, std::string_view* value) {
+bool FindIniLine(std::string_view lines, std::string_view key, std::string_view* found) {
     const std::string_view wanted = TrimIni(key);
     const unsigned first = wanted.empty() ? 0x80 : *Bytes(wanted.data());
     const unsigned folded = AsciiLower(first);
-    bool found = false;
-    AnyLine(lines, [&](const char* line, const char* end) {
+    return AnyLine(lines, [&](const char* line, const char* end) {
         if (line == end) return false;
         const unsigned c = *Bytes(line);
-        if (c == static_cast<unsigned>(kEndOfText)) return true;
         // Most lines begin with another letter.
         if (first < 0x80 && AsciiLower(c) != folded && !IsBlank(*line)) return false;
         std::string_view name, text;
-        if (!SplitIniLine({line, static_cast<std::size_t>(end - line)}, &name, &text) ||
-            !SameIniName(name, wanted))
-            return false;
-        *value = UnquotedIni(text);
-        return found = true;
+        *found = {line, static_cast<std::size_t>(end - line)};
+        return SplitIniLine(*found, &name, &text) && SameIniName(name, wanted);
     });
-    return found;
+}
+
+bool FindIniValue(std::string_view lines, std::string_view key, std::string_view* value) {
+    std::string_view line, name, text;
+    if (!FindIniLine(lines, key, &line) || !SplitIniLine(line, &name, &text)) return false;
+    *value = UnquotedIni(text);
+    return true;
 }
 
 IniSearch::IniSearch(std::string_view section, std::string_view key)

@@ -15,6 +15,10 @@ namespace genutil {
 // The lines of the first section of that name, without its head; false when there is none.
 bool FindIniSection(std::string_view text, std::string_view name, std::string_view* lines);
 
+// The first line with such a key among the lines of a section, without its LF; false when there is
+// none.
+bool FindIniLine(std::string_view lines, std::string_view key, std::string_view* found);
+
 // The value of the first such key among the lines of a section; false when there is none.
 bool FindIniValue(std::string_view lines, std::string_view key, std::string_view* value);
 
