@@ -1,5 +1,5 @@
-// What the library keeps for each thread: the mutexes it holds, the value of its variable store, the
-// zone it last converted in and a count of its calls.
+// What the library keeps for each thread: the mutexes it holds, the value of its variable store,
+// the zone it last converted in and a count of its calls.
 //
 // Records stand in 211 buckets by thread number, and a question about a mutex is put to a whole
 // bucket. A thread changes its own record only, so nothing here locks; other threads of the bucket
@@ -80,8 +80,8 @@ struct ThreadRecord {
     std::atomic<std::uint32_t> calls{0};    // of lock functions
     std::uint32_t thread = 0;               // its number
     ZoneInUse lastZone;
-    std::atomic<bool> used{true};           // by a thread that runs
-    ThreadRecord* next = nullptr;           // in the bucket
+    std::atomic<bool> used{true};  // by a thread that runs
+    ThreadRecord* next = nullptr;  // in the bucket
 
     void CountCall() {
         calls.store(calls.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
