@@ -542,12 +542,14 @@ TEST_F(Automation, MembersAndTheirParameters) {
     EXPECT_EQ(Bytes(change.m_parameters.GetItem(1)->m_type), "text");
     EXPECT_TRUE(members.GetItem(2)->m_parameters.GetItem(0)->m_output);
     ASSERT_TRUE(server.FindMembers("VALUE", members));
+    ASSERT_TRUE(server.FindMembers(members.GetItem(1)->m_name, members));
     ASSERT_EQ(members.GetCount(), 2);
     EXPECT_EQ(members.GetItem(0)->m_use, COSOLEMember::kGet);
     EXPECT_EQ(members.GetItem(1)->m_use, COSOLEMember::kPut);
     EXPECT_EQ(members.GetItem(1)->m_parameters.GetCount(), 0);
     EXPECT_EQ(Bytes(members.GetItem(1)->m_type), "value");
     EXPECT_FALSE(server.FindMembers("NoSuch", members));
+    EXPECT_TRUE(Failed(server, 0x80020003));
 
     ASSERT_TRUE(words.Connect(kDictionary));
     ASSERT_TRUE(words.FindMembers("Add", members)) << Bytes(words.GetErrorText());
