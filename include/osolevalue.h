@@ -25,6 +25,7 @@
 
 #include <cstdint>
 #include <new>
+#include <utility>
 
 #include "export.h"
 #include "gendate.h"
@@ -63,6 +64,14 @@ class COSOLEList {
         Free();
         if (!SetCount(other.m_count)) return *this;
         for (int i = 0; i < m_count; ++i) m_items[i] = other.m_items[i];
+        return *this;
+    }
+
+    /** Takes the other's items over, which gets those of this list. */
+    COSOLEList& operator=(COSOLEList&& other) {
+        std::swap(m_items, other.m_items);
+        std::swap(m_count, other.m_count);
+        std::swap(m_capacity, other.m_capacity);
         return *this;
     }
 
@@ -245,10 +254,12 @@ class GENUTIL_API COSOLEValue {
     Kind GetElementKind() const { return m_element; }
     /** An item of an array by its position: from 0, the first index running fastest.
         @return the item, which stays the value's; null when there is none. */
-    COSOLEValue* GetItem(long position) { return m_items.GetItem(static_cast<int>(position)); }
+    COSOLEValue* GetItem(long position) {
+        return position < m_items.GetCount() ? m_items.GetItem(IndexOf(position)) : nullptr;
+    }
     /** The same, not to be changed. */
     const COSOLEValue* GetItem(long position) const {
-        return m_items.GetItem(static_cast<int>(position));
+        return position < m_items.GetCount() ? m_items.GetItem(IndexOf(position)) : nullptr;
     }
     /** @return the position of the item with these indexes, which begin at their lower bounds, one
         for each dimension; -1 when there is none. */
@@ -258,6 +269,7 @@ class GENUTIL_API COSOLEValue {
     friend struct genutil::OleAccess;
 
     void Become(Kind kind);
+    static int IndexOf(long position) { return position < 0 ? -1 : static_cast<int>(position); }
 
     Kind m_kind;
     Kind m_element;
