@@ -255,11 +255,13 @@ class GENUTIL_API COSOLEValue {
     /** An item of an array by its position: from 0, the first index running fastest.
         @return the item, which stays the value's; null when there is none. */
     COSOLEValue* GetItem(long position) {
-        return position < m_items.GetCount() ? m_items.GetItem(IndexOf(position)) : nullptr;
+        const bool fits = position == static_cast<int>(position);
+        return fits ? m_items.GetItem(static_cast<int>(position)) : nullptr;
     }
     /** The same, not to be changed. */
     const COSOLEValue* GetItem(long position) const {
-        return position < m_items.GetCount() ? m_items.GetItem(IndexOf(position)) : nullptr;
+        const bool fits = position == static_cast<int>(position);
+        return fits ? m_items.GetItem(static_cast<int>(position)) : nullptr;
     }
     /** @return the position of the item with these indexes, which begin at their lower bounds, one
         for each dimension; -1 when there is none. */
@@ -269,7 +271,6 @@ class GENUTIL_API COSOLEValue {
     friend struct genutil::OleAccess;
 
     void Become(Kind kind);
-    static int IndexOf(long position) { return position < 0 ? -1 : static_cast<int>(position); }
 
     Kind m_kind;
     Kind m_element;
