@@ -61,35 +61,11 @@ TEST(Decimal, ReadIntoTheCSpelling) {
         {__LINE__, "1.234", "1.234", "1.234"},  // valid both ways: as in C
         {__LINE__, "1.234.567,", kFails, "1234567"},
     };
-    static const char* const kNever[] = {// the last is half a character in Shift-JIS
-                                         " 5",
-                                         " -5",
-                                         "- 5",
-                                         "5 -",
-                                         "-5-",
-                                         "--5",
-                                         "5--",
-                                         "+5",
-                                         "(5)",
-                                         "(5",
-                                         "5)",
-                                         "   ",
-                                         "-",
-                                         ".",
-                                         "-.",
-                                         ",",
-                                         ",,,",
-                                         ".,",
-                                         "5 5",
-                                         "5e3",
-                                         "x",
-                                         "1.2.3",
-                                         "1,2.3,4",
-                                         "-1.234.567",
-                                         "5\xB2",
-                                         "\xA0"
-                                         "5",
-                                         "5\x83"};
+    // Which no order of symbols makes a number; the last is half a character in Shift-JIS.
+    static const char* const kNever[] = {
+        " 5",  " -5",   "- 5",     "5 -",        "-5-",   "--5",    "5--",  "+5",  "(5)",
+        "   ", "-",     ".",       "-.",         ",",     ",,,",    ".,",   "5 5", "5e3",
+        "x",   "1.2.3", "1,2.3,4", "-1.234.567", "5\xB2", "\xA0-5", "5\x83"};
     for (const int codeSet : {int{mbWestern}, int{mbShiftJis}, int{mbUtf8}}) {
         const NumberLocale locale(".", ",", "3;0", codeSet);
         for (const char* text : kNever) EXPECT_EQ(ToC(text, 0), "fails") << text;
