@@ -33,7 +33,13 @@ long Offset(const char* found, const char* s) {
 void CheckSteps(const char* s, const std::string& text, int codeSet) {
     const auto starts = slow::Starts(text, codeSet);
     Check(mbcharcount(s, static_cast<unsigned>(text.size())) == starts.size() - 1, "count");
+    Check(mbidx(s, 1000) == text.size(), "no place behind the text");
     for (std::size_t i = 0; i + 1 < starts.size(); ++i) {
+        const auto* p = reinterpret_cast<const unsigned char*>(s) + starts[i];
+        const int size = static_cast<int>(starts[i + 1] - starts[i]);
+        const bool isSingle =
+            *p < 0x80 || codeSet == mbJis || (codeSet == mbShiftJis && *p >= 0xA1 && *p <= 0xDF);
+        Check(mblenExt(p, 4, codeSet) == (size > 1 || isSingle ? size : -1), "length");
         const bool last = starts[i + 1] >= text.size();
         for (unsigned at = starts[i]; at < starts[i + 1]; ++at) {
             Check(mbidx(s, at) == starts[i], "start of a character");
@@ -48,6 +54,17 @@ void CheckSearches(const char* s, const std::string& text, const std::string& ne
           "first match");
     Check(Offset(mbstrrstr(s, needle.c_str()), s) == slow::Find(text, needle, codeSet, true),
           "last match");
+    long first = -1, last = -1;
+    const auto starts = slow::Starts(text, codeSet);
+    for (std::size_t i = 0; mbIsMultiByte() && i + 1 < starts.size(); ++i)
+        if (text[starts[i]] == needle[0]) {
+            if (first < 0) first = starts[i];
+            last = starts[i];
+        }
+    const auto wanted = static_cast<signed char>(needle[0]);
+    if (mbIsMultiByte())
+        Check(Offset(mbstrchr(s, wanted), s) == first && Offset(mbstrrchr(s, wanted), s) == last,
+              "characters by their first byte");
     const char* found = mbstrpbrk(s, needle.c_str());
     Check(
         mbstrcspn(s, needle.c_str()) == (found ? static_cast<std::size_t>(found - s) : text.size()),
@@ -96,7 +113,7 @@ void CheckCopies(const char* s, const std::string& text) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size < 2) return 0;
-    static constexpr int kCodeSets[] = {0, 3, 4, 5, 7, 9, 10, 11, 12, 65};
+    static constexpr int kCodeSets[] = {0, 3, 4, 5, 7, 9, 10, 11, 12, 65, 8, 13};
     const int codeSet = kCodeSets[data[0] % std::size(kCodeSets)];
     mbIsMultiByte();
     InitMbutilExt(codeSet);

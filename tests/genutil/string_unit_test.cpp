@@ -309,8 +309,9 @@ void Append(Model& model, const Model& more) {
     model.insert(model.end(), copy.begin(), copy.end());
 }
 
-Model Until(const Model& model, const std::string& delimiter) {
-    return {model.begin(), std::find(model.begin(), model.end(), delimiter)};
+Model Until(const Model& model, const Model& delimiter) {
+    return {model.begin(),
+            std::search(model.begin(), model.end(), delimiter.begin(), delimiter.end())};
 }
 
 Model Part(const Model& model, std::size_t from, std::size_t count) {
@@ -395,10 +396,14 @@ void RandomStep(std::mt19937& random, const Alphabet& alphabet, Probe& s, Model&
         [&] { s = inside, model = tail; },
         [&] { s += inside, Append(model, tail); },
         [&] { s.CopyNBytes(inside, static_cast<unsigned>(std::strlen(inside))), model = tail; },
+        [&] { s += s, Append(model, model); },
         [&] { s.CopyNChars(text.c_str(), static_cast<unsigned>(start.size())), model = start; },
+        [&] { s.CopyNChars(inside, static_cast<unsigned>(tail.size())), model = tail; },
         [&] { s.AppendNChars(text.c_str(), position), Append(model, start); },
-        [&] { s.CopyUntil(text.c_str(), '='), model = Until(other, "="); },
-        [&] { s.AppendUntil(inside, character.c_str()), Append(model, Until(tail, character)); },
+        [&] { s.AppendNChars(inside, position), Append(model, Part(tail, 0, position)); },
+        [&] { s.CopyUntil(text.c_str(), '='), model = Until(other, {"="}); },
+        [&] { s.CopyUntil(s, inside), model = Until(model, tail); },
+        [&] { s.AppendUntil(inside, character.c_str()), Append(model, Until(tail, {character})); },
         [&] { s.AllocateBuffer(random() % 100, random() % 4 == 0); },
         [&] { s += '=', model.push_back("="); },
         [&] { random() % 2 ? s.Clear() : s.Empty(), model.clear(); },
@@ -414,7 +419,7 @@ void RandomStep(std::mt19937& random, const Alphabet& alphabet, Probe& s, Model&
         },
         [&] { s.Truncate(position), model = Part(model, 0, position); },
         [&] { s.LeftString(s, position), model = Part(model, 0, position); },
-        [&] { s.TruncateAt(character.c_str()), model = Until(model, character); },
+        [&] { s.TruncateAt(character.c_str()), model = Until(model, {character}); },
         [&] {
             s.Replace(character.c_str(), text.c_str()), model = Replaced(model, character, other);
         },

@@ -1,12 +1,12 @@
 // The tables of the code sets: whole, by checksum, and the cells that converters disagree about.
 #include <gtest/gtest.h>
 
-#include <thread>
 #include <vector>
 
 #include "genlist.h"
 #include "genutil/mbutil/code_page.h"
 #include "mbutil.h"
+#include "tests/support/worker.h"
 
 using namespace genutil;
 
@@ -66,10 +66,7 @@ TEST(CodePage, UnlistedNumbersAreWestern) {
 
 // This test program fills most tables before it gets here; the escape-driven ones it may not have.
 TEST(CodePage, ThreadsAgreeOnOneTable) {
-    std::vector<const CodePage*> found(4);
-    std::vector<std::thread> threads;
-    for (const CodePage*& page : found)
-        threads.emplace_back([&page] { page = FindCodePage(mbIso2022Kr); });
-    for (std::thread& thread : threads) thread.join();
+    const CodePage* found[4] = {};
+    AtTheSameTime(4, [&](int i) { found[i] = FindCodePage(mbIso2022Kr); });
     for (const CodePage* page : found) EXPECT_EQ(page, FindCodePage(mbIso2022Kr));
 }
