@@ -55,12 +55,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CheckTightRoom(text, direction);
     CheckRoundTrip(text, direction);
 
-    // A destination of any size holds whole characters and a terminator.
-    std::vector<char> dst(1 + size / 2);
-    mbConversion part{};
+    // A destination of any size holds a terminator, and the beginning of the text in whole
+    // characters; JIS may leave out its last escape.
+    std::vector<char> dst(1 + size * (data[0] >> 3) / 16);
+    mbConversion part{}, same;
     mbConvert(text.data(), text.size(), direction.from, dst.data(), dst.size(), direction.to,
               &part);
     if (part.consumed > text.size() || part.produced >= dst.size() || dst[part.produced] != '\0')
+        std::abort();
+    if (direction.to == mbJis) return 0;
+    const std::string begun(dst.data(), part.produced), taken = text.substr(0, part.consumed);
+    if (Convert(taken, direction.from, direction.to, &same) != begun || same.lost != part.lost)
         std::abort();
     return 0;
 }

@@ -85,6 +85,21 @@ void CheckTokens(const std::string& text, const std::string& delimiters) {
     }
 }
 
+// Texts of some length are compared in blocks, short ones are not: what both begin with makes no
+// difference, whether a byte is part of a character or damaged.
+void CheckComparison(const std::string& text, const std::string& needle) {
+    std::string a = text.substr(0, text.size() % 8), b = a;
+    if (!a.empty() && !needle.empty()) b[text.size() % a.size()] = needle[0];
+    const std::string same(56, 'x'), more(70, text.size() % 2 ? 'y' : '\xA4');
+    const auto longA = Exact(same + a + more), longB = Exact(same + b + more);
+    const auto shortA = Exact(a + more.substr(0, 40)), shortB = Exact(b + more.substr(0, 40));
+    Check(mbstricmp(longA.get(), longB.get()) == mbstricmp(shortA.get(), shortB.get()), "order");
+    for (unsigned n = 0; n < 9; ++n)
+        Check(mbstrnicmp(longA.get(), longB.get(), 56 + n) ==
+                  mbstrnicmp(shortA.get(), shortB.get(), n),
+              "order up to a count");
+}
+
 void CheckCopies(const char* s, const std::string& text) {
     for (const unsigned n : {0u, 1u, 2u, 3u, static_cast<unsigned>(text.size() / 2)}) {
         std::string dst(n + 1, '#');
@@ -125,6 +140,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (mbIsMultiByte()) CheckSteps(s.get(), text, codeSet);
     CheckSearches(s.get(), text, needle, codeSet);
     CheckTokens(text, needle);
+    CheckComparison(text, needle);
     CheckCopies(s.get(), text);
     unsigned bad = 0;
     if (!mbvalidatestring(s.get(), &bad, codeSet))
