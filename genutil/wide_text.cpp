@@ -1,7 +1,5 @@
 #include "genutil/wide_text.h"
 
-#include <cstring>
-
 #include "genutil/mbutil/wide.h"
 #include "genutil/string_storage.h"
 

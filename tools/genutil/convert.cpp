@@ -2,7 +2,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <map>
-#include <memory>
 #include <vector>
 
 #include "mbutil.h"

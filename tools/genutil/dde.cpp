@@ -1,5 +1,4 @@
 // genutil dde: a command for a program that serves it.
-#include <cstdio>
 #include <cstdlib>
 
 #include "mbutil.h"

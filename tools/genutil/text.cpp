@@ -1,5 +1,4 @@
 // genutil text: what is in a file, character by character.
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
