@@ -7,15 +7,7 @@ namespace genutil {
 namespace {
 
 // Loops come in two kinds: by blocks, which read and write a block ahead, and for a text or a rest
-// that is too short for that, code by code. Each runs up to here: as far as neither end need be
-// looked at again, when every byte gives one unit at most. `ahead` bytes are left over.
-const unsigned char* SafeEnd(const unsigned char* p, const unsigned char* end,
-                             const unsigned char* out, const unsigned char* outEnd,
-                             std::ptrdiff_t ahead) {
-    const std::ptrdiff_t left = end - p, room = (outEnd - out) / 2;
-    const std::ptrdiff_t n = left < room ? left : room;
-    return n < ahead ? p : p + n - ahead;
-}
+// that is too short for that, code by code.
 
 // ASCII at p, as units at o; advances both, not beyond safe but for the block ahead.
 template <bool kBlocks>
@@ -51,14 +43,16 @@ Stop DecodeRest(const CodePage& page, Source& src, unsigned char*& out, unsigned
     return Stop::kDone;
 }
 
-// As far as SafeEnd: ASCII here, every other code by next(p, o), which stores its unit at o and
-// returns its length; 0 where the loop has to stop.
+// As far as neither end need be looked at, when every byte gives one unit at most: ASCII here,
+// every other code by next(p, o), which stores its unit at o and returns its length; 0 where the
+// loop has to stop.
 template <bool kBlocks, class Next>
 inline void DecodeCodes(Source& src, unsigned char*& out, unsigned char* outEnd,
                         std::ptrdiff_t ahead, Next next) {
     const unsigned char* p = src.at;
     unsigned char* o = out;
-    const unsigned char* const safe = SafeEnd(p, src.end, o, outEnd, kBlocks ? kBlockAhead : ahead);
+    const unsigned char* const safe =
+        p + SafeCount(src.end - p, (outEnd - o) / 2, kBlocks ? kBlockAhead : ahead);
     while (p < safe) {
         if (*p < 0x80) {
             DecodeAscii<kBlocks>(p, o, safe);
