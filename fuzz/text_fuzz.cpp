@@ -7,16 +7,11 @@
 #include <memory>
 #include <string>
 
+#include "fuzz/check.h"
 #include "mbutil.h"
 #include "tests/support/slow_step.h"
 
 namespace {
-
-void Check(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
 
 // A copy of exactly the text's size, up to its first NUL.
 std::unique_ptr<char[]> Exact(const std::string& text) {
