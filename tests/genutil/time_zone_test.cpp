@@ -88,6 +88,7 @@ TEST_F(TimeZone, OfAThreadIsNeverAnothers) {
                                   "EEE-4", "FFF-5", "GGG-6", "Asia/Tokyo"};
     const int kHours[] = {14, 15, 16, 17, 18, 19, 20, 23};
     std::atomic<int> wrong{0};
+    OSTimeZone::GetInstance();  // which comes first
     AtTheSameTime(8, [&](int i) {
         CGNLclSt::Instance()->Init(4);
         std::string zone(kZones[i]);
