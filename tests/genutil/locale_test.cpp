@@ -375,11 +375,12 @@ TEST(Locale, OldPicturesAreConverted) {
 }
 
 TEST(Locale, IniSettings) {
-    const std::string limit(255, 'x'), tooLong(256, 'x'), kGermanDate = "dddd, d. MMMM yyyy";
+    const std::string limit(255, 'x'), tooLong(256, 'x'), german = "dddd, d. MMMM yyyy";
     const struct {
         int line;
         std::string keys, time = "h:mm:ss tt", separators = "/:", shortDate = "M/d/yyyy",
                           longDate = "dddd, MMMM d, yyyy";
+        const char* locale = "en_US";
     } kRows[] = {
         {__LINE__, ""},
         {__LINE__, "DateSeparator=-\nTimeSeparator=.\n", "h.mm.ss tt", "-.", "M-d-yyyy"},
@@ -394,14 +395,13 @@ TEST(Locale, IniSettings) {
         {__LINE__, "24HourTimeFormat=1\n", "H:mm:ss"},
         {__LINE__, "AMPMPrefix=1\n", "tt h:mm:ss"},
         {__LINE__, "24HourTimeFormat=2\nAMPMPrefix=x\n"},
-        // Of German.
-        {__LINE__, "24HourTimeFormat=0\nAMPMPrefix=1\n", "tt hh:mm:ss", ".:", "", kGermanDate},
-        {__LINE__, "24HourTimeFormat=1\nAMPMPrefix=1\n", "HH:mm:ss", ".:", "", kGermanDate},
+        {__LINE__, "24HourTimeFormat=0\nAMPMPrefix=1\n", "tt hh:mm:ss", ".:", "", german, "de_DE"},
+        {__LINE__, "24HourTimeFormat=1\nAMPMPrefix=1\n", "HH:mm:ss", ".:", "", german, "de_DE"},
     };
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.line);
         const TemporaryFile file("[other]\nDateSeparator=!\n[My Section]\n" + row.keys);
-        CLCLocale locale = Named(row.longDate == kGermanDate ? "de_DE" : "en_US");
+        CLCLocale locale = Named(row.locale);
         CGNString section("my section");
         locale.LoadIniDateTimeSettings(const_cast<char*>(file.Path()), section);
         if (!row.shortDate.empty()) {
