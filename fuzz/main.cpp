@@ -18,7 +18,7 @@ namespace {
 using Input = std::vector<std::uint8_t>;
 
 constexpr std::size_t kLongest = 256;
-constexpr int kMixtures = 20000;
+constexpr int kMixtures = 8000;
 
 // A copy of exactly the right size lets a sanitizer see a read behind the end.
 void RunOn(const Input& bytes, std::size_t size) {
