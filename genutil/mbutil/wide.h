@@ -6,7 +6,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 
 namespace genutil {
 
@@ -38,12 +37,11 @@ long ToNarrow(char* out, std::size_t limit, const unsigned short* text);
 // Bytes of the longest character: four and two escapes of four.
 constexpr std::size_t kMostNarrowBytes = 12;
 
-// As ToNarrow, with '?' for each character that does not convert; never fails.
-long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text);
-
-// The same three for `count` characters, of which none is 0, without a terminator behind them.
+// The same for `count` characters, of which none is 0, without a terminator behind them.
 long NarrowLength(const unsigned short* text, std::size_t count);
 long ToNarrow(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
+
+// As ToNarrow, with '?' for each character that does not convert; never fails.
 long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
 
 // UTF-8 whatever the code set. FromUtf8 stores the characters of `bytes` bytes, of which none is 0,

@@ -31,21 +31,16 @@ std::vector<Row> Filter(const std::vector<Row>& rows, const std::string& filter)
     return found;
 }
 
-std::size_t Width(const std::string& text) {
-    std::size_t characters = 0;
-    for (char c : text) characters += (c & 0xC0) != 0x80;
-    return characters;
-}
-
 void Print(const std::vector<Row>& rows) {
     std::vector<std::size_t> widths(rows.front().size());
     for (const Row& row : rows)
-        for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], Width(row[i]));
+        for (std::size_t i = 0; i < row.size(); ++i)
+            widths[i] = std::max(widths[i], CountCharacters(row[i]));
     for (const Row& row : rows) {
         std::string line;
         for (std::size_t i = 0; i < row.size(); ++i) {
             line += row[i];
-            if (i + 1 < row.size()) line.append(widths[i] + 2 - Width(row[i]), ' ');
+            if (i + 1 < row.size()) line.append(widths[i] + 2 - CountCharacters(row[i]), ' ');
         }
         std::printf("%s\n", line.c_str());
     }
@@ -111,10 +106,9 @@ const Command kLocalesCommand = {
     "locales", "[FILTER]                  lists the locales",
     "genutil locales [FILTER]\n"
     "\n"
-    "Lists the locales that the library has a name for: the name, the Windows identifier, the "
-    "code\n"
-    "set that texts of the locale come in, and a description. FILTER keeps those that have it in\n"
-    "one of these, in any letter case: a name, a language, a country, a code set.\n"
+    "Lists the locales that the library has a name for: the name, the Windows identifier, the\n"
+    "code set that texts of the locale come in, and a description. FILTER keeps those that have\n"
+    "it in one of these, in any letter case: a name, a language, a country, a code set.\n"
     "\n"
     "Exit status: 0 some are listed, 1 none has FILTER in it, 2 wrong usage.\n",
     RunLocales};
@@ -124,8 +118,8 @@ const Command kZonesCommand = {
     "genutil zones [FILTER]\n"
     "\n"
     "Lists the time zones that the system knows, from west to east: the name, the offset in\n"
-    "standard time with the place, and the name that Windows has for the zone. FILTER keeps those\n"
-    "that have it in one of these, in any letter case: a city, a country, \"+09:00\".\n"
+    "standard time with the place, and the name that Windows has for the zone. FILTER keeps\n"
+    "those that have it in one of these, in any letter case: a city, a country, \"+09:00\".\n"
     "\n"
     "Exit status: 0 some are listed, 1 none has FILTER in it, 2 wrong usage.\n",
     RunZones};
