@@ -9,6 +9,7 @@
 #include "osutil/ini_edit.h"
 #include "osutil/ini_index.h"
 #include "osutil/ini_text.h"
+#include "tests/support/code_set_guard.h"
 
 using namespace genutil;
 
@@ -91,6 +92,9 @@ std::string NextLine(std::string_view* input) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    // In turn: bytes, pairs, pairs with "=" among their second bytes, and longer characters.
+    static constexpr int kCodeSets[] = {mbWestern, mbShiftJis, mbJohab, mbUtf8};
+    const CodeSetGuard codeSet(kCodeSets[size % 4]);
     std::string_view input(reinterpret_cast<const char*>(data), size);
     const std::string section = NextLine(&input), key = NextLine(&input), value = NextLine(&input);
     const std::string text(input);

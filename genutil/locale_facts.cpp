@@ -15,8 +15,6 @@ namespace genutil {
 
 namespace {
 
-constexpr std::uint32_t kPrimaryMask = 0x3FF;
-
 // Texts that go together: when one of them cannot be written in the code set, all come from the
 // fall-back, another text of the same locale or the English ones.
 struct Group {
@@ -228,7 +226,7 @@ constexpr LanguageRow kLanguages[] = {
 
 CLCLanguage LanguageOf(std::uint32_t language) {
     constexpr std::uint32_t kCroatia = 0x041A, kCroatianOfBosnia = 0x101A;
-    const std::uint32_t primary = language & kPrimaryMask;
+    const std::uint32_t primary = PrimaryLanguage(language);
     if (primary == 0x1A)
         return language == kCroatia || language == kCroatianOfBosnia ? clcCroatian : clcSerbian;
     for (const LanguageRow& row : kLanguages)

@@ -8,6 +8,7 @@
 #include "genutil/mbutil/text_end.h"
 #include "mbutil.h"
 #include "osutil/platform/clock.h"
+#include "osutil/platform/files.h"
 
 using namespace genutil;
 
@@ -209,7 +210,7 @@ CGNPerf::CGNPerf(const CGNString& label) : OSTime(label) {
 
 unsigned char CGNPerf::OpenFile(const char* path) {
     CloseFile();
-    perfFile = path ? std::fopen(path, "w") : nullptr;
+    perfFile = platform::OpenStream(path, "w");
     if (perfFile) EnableLog(1);
     return perfFile != nullptr;
 }

@@ -5,6 +5,7 @@
 
 #include "genutil/allocate.h"
 #include "osutil/platform/clock.h"
+#include "osutil/platform/files.h"
 
 namespace genutil {
 namespace {
@@ -123,7 +124,7 @@ void TraceLine::WriteTo(std::FILE* stream) const {
 }
 
 std::FILE* OpenTraceFile(const char* name, const char* mode) {
-    std::FILE* file = std::fopen(name, mode);
+    std::FILE* file = platform::OpenStream(name, mode);
     if (!file) return nullptr;
     std::setbuf(file, nullptr);
     // Some runtimes report position 0 of a file that is appended to until the first write.

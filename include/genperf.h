@@ -117,7 +117,8 @@ class GENUTIL_API CGNPerf : public OSTime {
     /** Starts with a label. */
     CGNPerf(const CGNString& label);
 
-    /** Opens the file anew, empty, and switches logging on. @return whether it opened. */
+    /** Opens the file anew, empty, and switches logging on. @param path as in osfile.h.
+        @return whether it opened. */
     static unsigned char OpenFile(const char* path);
     /** Closes the file. */
     static void CloseFile();

@@ -64,8 +64,8 @@ class GENUTIL_API CGNTrace {
 
     /** Chooses where messages go, and the log file, which is appended to. The file that is open
         stays open when it is named again. With bit 0 of output clear as ResetOutput(output).
-        @param output as above. @param name path of the file. @param maxSize bytes at which the file
-        starts over, 0 for never.
+        @param output as above. @param name path of the file, as in osfile.h, read anew when the
+        file starts over. @param maxSize bytes at which it does, 0 for never.
         @return 0 for an empty name, and when the file does not open (output and size are kept then,
         and messages for the file are dropped). */
     unsigned char ResetOutput(char output, CGNString& name, long maxSize);

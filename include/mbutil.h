@@ -492,7 +492,7 @@ GENUTIL_API int mbconvertnativestring(char* dst, const char* src, int toCodeSet)
 
 /** Converts a text file from the current code set to toCodeSet, line by line, up to a line that
     begins with NUL. In a single-byte code set the lines are copied.
-    @param inPath the file to read. @param outPath the file to write.
+    @param inPath the file to read, by a path as in osfile.h. @param outPath the file to write.
     @param append non-zero to add to outPath, zero to replace it. @param toCodeSet its code set.
     @return 1; 0 when a file cannot be opened or memory runs out. */
 GENUTIL_API int mbconvertnativefile(const char* inPath, const char* outPath, int append,

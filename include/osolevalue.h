@@ -11,7 +11,8 @@
    fails the call. Numbers written as text have the C spelling (gennum.h).
 
    Decimals have up to 96 bits and 28 digits behind the symbol, amounts of money four such digits in
-   64 bits. Neither is ever a binary fraction: what does not fit exactly is refused.
+   64 bits. Neither is ever a binary fraction: what does not fit exactly is refused, in a call too
+   where the server or an array wants another type.
 
    Dates are the server's: days since 30 December 1899 of local time, without a zone, from the year
    100 to 9999.
@@ -24,6 +25,7 @@
 
 #include <cstdint>
 #include <new>
+#include <utility>
 
 #include "export.h"
 #include "gendate.h"
@@ -62,6 +64,14 @@ class COSOLEList {
         Free();
         if (!SetCount(other.m_count)) return *this;
         for (int i = 0; i < m_count; ++i) m_items[i] = other.m_items[i];
+        return *this;
+    }
+
+    /** Takes the other's items over, which gets those of this list. */
+    COSOLEList& operator=(COSOLEList&& other) {
+        std::swap(m_items, other.m_items);
+        std::swap(m_count, other.m_count);
+        std::swap(m_capacity, other.m_capacity);
         return *this;
     }
 
@@ -244,10 +254,14 @@ class GENUTIL_API COSOLEValue {
     Kind GetElementKind() const { return m_element; }
     /** An item of an array by its position: from 0, the first index running fastest.
         @return the item, which stays the value's; null when there is none. */
-    COSOLEValue* GetItem(long position) { return m_items.GetItem(static_cast<int>(position)); }
+    COSOLEValue* GetItem(long position) {
+        const bool fits = position == static_cast<int>(position);
+        return fits ? m_items.GetItem(static_cast<int>(position)) : nullptr;
+    }
     /** The same, not to be changed. */
     const COSOLEValue* GetItem(long position) const {
-        return m_items.GetItem(static_cast<int>(position));
+        const bool fits = position == static_cast<int>(position);
+        return fits ? m_items.GetItem(static_cast<int>(position)) : nullptr;
     }
     /** @return the position of the item with these indexes, which begin at their lower bounds, one
         for each dimension; -1 when there is none. */

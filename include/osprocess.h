@@ -48,11 +48,11 @@ GENUTIL_API long OSRunAsyncProcess(const CGNString& commandLine, CGNString& erro
     @return 0 when it cannot be opened, else another number. */
 GENUTIL_API long OSOpenFile(const CGNString& path);
 
-/** Replaces "%NAME%" by the value of the variable of the process; an unknown name stays as it is.
-    Of a name and of a value the first 255 bytes count. After a replacement the search goes on from
-    where the reference began, plus its length, less the length of the value: so a value's own
-    references are replaced where that place is before them. A text that would go on forever so is
-    left after 1,000 replacements.
+/** Replaces "%NAME%" by the value of the variable of the process; an unknown name stays as it is,
+    on Linux one in another letter case too. Of a name and of a value the first 255 bytes count.
+    After a replacement the search goes on from where the reference began, plus its length, less the
+    length of the value: so a value's own references are replaced where that place is before them. A
+    text that would go on forever so is left after 1,000 replacements.
     @param text is not changed. @return the new text. */
 GENUTIL_API CGNString OSExpandEnvironmentVariables(const CGNString& text);
 

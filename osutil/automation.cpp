@@ -1,6 +1,7 @@
 // A server's object and its collections, on what the system offers.
 #include "osutil/platform/automation.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <utility>
 
@@ -13,6 +14,7 @@ using platform::AutomationUse;
 namespace {
 
 constexpr long kRetryTime = 10000;
+constexpr long kMemberNotFound = static_cast<std::int32_t>(0x80020003);  // as COM has it
 
 // What went wrong in one line.
 CGNString Describe(const AutomationError& error) {
@@ -121,11 +123,17 @@ unsigned char COSOLEAutomation::GetMembers(COSOLEList<COSOLEMember>& out) {
 }
 
 unsigned char COSOLEAutomation::FindMembers(const CGNString& name, COSOLEList<COSOLEMember>& out) {
-    COSOLEList<COSOLEMember> all;
-    out.Free();
-    if (!GetMembers(all)) return 0;
+    COSOLEList<COSOLEMember> all, found;
+    const bool listed = GetMembers(all);
     for (int i = 0; i < all.GetCount(); ++i)
-        if (all.GetItem(i)->m_name.IsEqualNoCase(name)) out.AddItem(*all.GetItem(i));
+        if (all.GetItem(i)->m_name.IsEqualNoCase(name)) found.AddItem(*all.GetItem(i));
+    if (listed && found.GetCount() == 0) {
+        AutomationError error;
+        error.code = kMemberNotFound;
+        ((error.description = "Member not found: '") += name) += "'";
+        OleAccess::Conclude(this, error);
+    }
+    out = found;  // last, because the name may be in one of its items
     return out.GetCount() != 0;
 }
 

@@ -2,7 +2,6 @@
 #include <cstddef>
 
 #include "genutil/allocate.h"
-#include "genutil/mbutil/code_set.h"
 #include "osbuildversion.h"
 #include "osutil/platform/modules.h"
 #include "osutil/resource_file.h"

@@ -1,9 +1,11 @@
 // Settings in initialisation files and in the registry. All is text; the forms for integers convert
 // it.
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 
-#include "genutil/mbutil/step.h"
+#include "genutil/mbutil/code_set.h"
 #include "osconfig.h"
 #include "osutil/ini_edit.h"
 #include "osutil/ini_text.h"
@@ -31,16 +33,7 @@ class DecimalText {
 // The number that a text begins with, behind blanks; the nearest one of 32 bits for one that has
 // more.
 long NumberOf(const char* text) {
-    while (*text == ' ' || (*text >= '\t' && *text <= '\r')) ++text;
-    const bool negative = *text == '-';
-    if (*text == '-' || *text == '+') ++text;
-    const std::int64_t limit = negative ? std::int64_t{INT32_MAX} + 1 : INT32_MAX;
-    std::int64_t number = 0;
-    for (; *text >= '0' && *text <= '9'; ++text) {
-        number = number * 10 + (*text - '0');
-        if (number > limit) number = limit;
-    }
-    return static_cast<long>(negative ? -number : number);
+    return std::clamp<long>(std::strtol(text, nullptr, 10), INT32_MIN, INT32_MAX);
 }
 
 void ReadProfileText(char* text, const char* file, const char* section, const char* key,

@@ -4,13 +4,13 @@
 #include <atomic>
 #include <chrono>
 #include <cstring>
+#include <iterator>
 #include <mutex>
 
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
 #include "genutil/mbutil/wide.h"
 #include "genutil/string_storage.h"
-#include "mbutil.h"
 #include "osdde.h"
 
 using namespace genutil;
@@ -36,59 +36,36 @@ std::mutex g_lock;
 unsigned g_initialized;    // calls of OSDDEInit that are not undone
 DdeConversation* g_first;  // that has a link
 
+// By DdeOutcome.
+constexpr int kCodes[] = {osDDENone,    osDDENotAvailable, osDDENoServer, osDDENotConnected,
+                          osDDERefused, osDDEBusy,         osDDETimedOut, osDDEPartnerGone,
+                          osDDEEnded,   osDDEFailed};
+static_assert(std::size(kCodes) == static_cast<std::size_t>(DdeOutcome::kFailed) + 1);
+
+// From osDDENone down.
+constexpr const char* kTexts[] = {
+    "",
+    "DDE is not available on this system",
+    "DDE is not initialized",
+    "a name or text for DDE is missing, too long or not valid",
+    "no program answers for this DDE service and topic",
+    "there is no DDE conversation",
+    "the DDE partner refused",
+    "the DDE partner is busy",
+    "the DDE partner did not answer in time",
+    "the DDE partner ended the conversation",
+    "the DDE conversation was ended by this program",
+    "DDE failed for lack of memory or resources",
+};
+constexpr int kLast = 1 - static_cast<int>(std::size(kTexts));
+static_assert(kLast == osDDEFailed);
+
 int ErrorOf(DdeOutcome outcome) {
-    switch (outcome) {
-        case DdeOutcome::kDone:
-            return osDDENone;
-        case DdeOutcome::kUnavailable:
-            return osDDENotAvailable;
-        case DdeOutcome::kNoServer:
-            return osDDENoServer;
-        case DdeOutcome::kNotConnected:
-            return osDDENotConnected;
-        case DdeOutcome::kRefused:
-            return osDDERefused;
-        case DdeOutcome::kBusy:
-            return osDDEBusy;
-        case DdeOutcome::kTimedOut:
-            return osDDETimedOut;
-        case DdeOutcome::kGone:
-            return osDDEPartnerGone;
-        case DdeOutcome::kEnded:
-            return osDDEEnded;
-        case DdeOutcome::kFailed:
-            break;
-    }
-    return osDDEFailed;
+    return kCodes[static_cast<int>(outcome)];
 }
 
 const char* TextOf(int code) {
-    switch (code) {
-        case osDDENotAvailable:
-            return "DDE is not available on this system";
-        case osDDENotInitialized:
-            return "DDE is not initialized";
-        case osDDEBadText:
-            return "a name or text for DDE is missing, too long or not valid";
-        case osDDENoServer:
-            return "no program answers for this DDE service and topic";
-        case osDDENotConnected:
-            return "there is no DDE conversation";
-        case osDDERefused:
-            return "the DDE partner refused";
-        case osDDEBusy:
-            return "the DDE partner is busy";
-        case osDDETimedOut:
-            return "the DDE partner did not answer in time";
-        case osDDEPartnerGone:
-            return "the DDE partner ended the conversation";
-        case osDDEEnded:
-            return "the DDE conversation was ended by this program";
-        case osDDEFailed:
-            return "DDE failed for lack of memory or resources";
-        default:
-            return "";
-    }
+    return kTexts[code <= 0 && code >= kLast ? -code : 0];
 }
 
 unsigned char Tell(CGNString* text, int code) {
@@ -231,8 +208,7 @@ struct Answer {
 
 void TakeAnswer(void* context, const unsigned short* text, std::size_t count) {
     Answer& answer = *static_cast<Answer*>(context);
-    // Four bytes and two escapes of four make the longest character.
-    const std::uint64_t room = std::uint64_t{count} * 12;
+    const std::uint64_t room = kMostNarrowBytes * std::uint64_t{count};
     Owned<char> narrow(NewText<char>(room));
     if (!narrow.Get()) return;
     const long length = ToNarrowLossy(narrow.Get(), static_cast<std::size_t>(room), text, count);

@@ -1,5 +1,5 @@
 // Directories made and removed, and what is removed from them.
-#include "gendiag.h"
+#include "genperf.h"
 #include "osfile.h"
 #include "osutil/path.h"
 #include "osutil/platform/files.h"

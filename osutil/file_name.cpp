@@ -2,6 +2,7 @@
 #include <cstring>
 #include <initializer_list>
 
+#include "genutil/mbutil/ascii.h"
 #include "osfile.h"
 #include "osutil/path.h"
 #include "osutil/platform/files.h"
@@ -9,13 +10,6 @@
 namespace {
 
 constexpr std::size_t kTemporaryPath = 260, kTemporaryQuery = 512;
-
-bool IsLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-char ToUpper(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-}
 
 // No code set has a dot within a character.
 char* LastDot(char* path) {
@@ -84,7 +78,7 @@ struct DriveSearch {
 void TakeDrive(void* context, const char* local, const char* remote) {
     auto* const search = static_cast<DriveSearch*>(context);
     // A lower-case letter in the path finds no drive: programs rely on it.
-    if (!local || search->letter != ToUpper(*local)) return;
+    if (!local || search->letter != genutil::AsciiUpper(*local)) return;
     search->remote = remote;
     search->found = true;
 }
@@ -93,7 +87,7 @@ void TakeDrive(void* context, const char* local, const char* remote) {
 
 unsigned char OSGetUniversalName(CGNString& result, CGNString& path) {
     const char first = static_cast<const char*>(path)[0];
-    if (!IsLetter(first)) return 0;
+    if (!genutil::IsAsciiLetter(first)) return 0;
     if (!path.CompareSingleByteAt(1, ':') && !path.CompareSingleByteAt(2, '\\')) return 0;
     DriveSearch search{first, {}, false};
     if (!genutil::platform::VisitConnectedDisks(TakeDrive, &search) || !search.found) return 0;

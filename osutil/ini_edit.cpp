@@ -1,7 +1,5 @@
 #include "osutil/ini_edit.h"
 
-#include <cstring>
-
 #include "osutil/ini_text.h"
 
 namespace genutil {
@@ -15,19 +13,6 @@ std::size_t Distance(const char* from, const char* to) {
 std::string_view LineEndOf(std::string_view text) {
     const std::size_t feed = text.find('\n');
     return feed != std::string_view::npos && feed > 0 && text[feed - 1] == '\r' ? "\r\n" : "\n";
-}
-
-// The first line of a section with a key; null when there is none.
-const char* FindLine(std::string_view lines, std::string_view key) {
-    const std::string_view wanted = TrimIni(key);
-    const char* const end = lines.data() + lines.size();
-    std::string_view name, value;
-    for (const char *at = lines.data(), *next; at != end; at = next) {
-        next = EndOfIniLine(at, end);
-        if (SplitIniLine({at, Distance(at, next)}, &name, &value) && SameIniName(name, wanted))
-            return at;
-    }
-    return nullptr;
 }
 
 // Where the text ends for its readers: at a line that begins with Ctrl-Z.
@@ -53,13 +38,11 @@ const char* EndOfEntries(std::string_view lines) {
 }
 
 // Replaces what stands behind "=" and the blanks that follow it.
-bool PlanReplacement(std::string_view text, const char* line, std::string_view value,
+bool PlanReplacement(std::string_view text, std::string_view line, std::string_view value,
                      IniEdit* edit) {
-    const char* end = EndOfIniLine(line, text.data() + text.size());
-    if (end > line && end[-1] == '\n') --end;
-    while (end > line && end[-1] == '\r') --end;
-    const void* equals = std::memchr(line, '=', Distance(line, end));
-    const char* at = static_cast<const char*>(equals) + 1;
+    while (line.back() == '\r') line.remove_suffix(1);
+    const char* const end = line.data() + line.size();
+    const char* at = line.data() + FindIniEquals(line) + 1;
     while (at < end && (*at == ' ' || *at == '\t')) ++at;
     if (std::string_view(at, Distance(at, end)) == value) return false;
     *edit = {Distance(text.data(), at), Distance(text.data(), end), {value}, 1};
@@ -85,7 +68,7 @@ bool IniHolds(std::string_view section, std::string_view key, std::string_view v
     if (WholeCharacters(section) != section.size()) return false;  // would take the "]" in
     key = TrimIni(key);
     return !key.empty() && key.front() != ';' && key.front() != '[' && key.front() != '\x1A' &&
-           key.find('=') == std::string_view::npos;
+           FindIniEquals(key) == std::string_view::npos && !TakesIniEquals(key);
 }
 
 bool PlanIniValue(std::string_view text, std::string_view section, std::string_view key,
@@ -97,8 +80,8 @@ bool PlanIniValue(std::string_view text, std::string_view section, std::string_v
     std::string_view lines;
     const bool hasSection = FindIniSection(text, section, &lines);
     if (hasSection) {
-        if (const char* line = FindLine(lines, key))
-            return PlanReplacement(text, line, value, edit);
+        std::string_view line;
+        if (FindIniLine(lines, key, &line)) return PlanReplacement(text, line, value, edit);
         PlanInsertion(text, EndOfEntries(lines), edit);
     } else {
         PlanInsertion(text, EndOfText(text), edit);
@@ -112,12 +95,10 @@ bool PlanIniValue(std::string_view text, std::string_view section, std::string_v
 
 bool PlanIniKeyRemoval(std::string_view text, std::string_view section, std::string_view key,
                        IniEdit* edit) {
-    std::string_view lines;
-    if (!FindIniSection(text, section, &lines)) return false;
-    const char* line = FindLine(lines, key);
-    if (!line) return false;
-    const char* end = EndOfIniLine(line, lines.data() + lines.size());
-    *edit = {Distance(text.data(), line), Distance(text.data(), end), {}, 0};
+    std::string_view lines, line;
+    if (!FindIniSection(text, section, &lines) || !FindIniLine(lines, key, &line)) return false;
+    const char* end = EndOfIniLine(line.data(), lines.data() + lines.size());
+    *edit = {Distance(text.data(), line.data()), Distance(text.data(), end), {}, 0};
     return true;
 }
 

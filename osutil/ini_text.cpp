@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "genutil/mbutil/ascii.h"
 #include "genutil/mbutil/character_table.h"
 #include "genutil/mbutil/code_page.h"
 #include "genutil/mbutil/step.h"
@@ -20,10 +21,6 @@ bool IsBlank(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\v' || c == '\f';
 }
 
-unsigned FoldAscii(unsigned c) {
-    return c - 'A' < 26 ? c + 32 : c;
-}
-
 // Takes the first character off a name, in lower case. What is not ASCII is never the same as what
 // is, and what the code set leaves open is only the same as itself.
 class Folded {
@@ -33,7 +30,7 @@ class Folded {
     bool IsAtEnd() const { return m_at == m_end; }
 
     unsigned Next() {
-        if (*m_at < 0x80) return FoldAscii(*m_at++);
+        if (*m_at < 0x80) return AsciiLower(unsigned{*m_at++});
         const auto left = static_cast<std::size_t>(m_end - m_at);
         unsigned length = PromisedLength(g_currentStep, m_at);
         if (length > left) length = static_cast<unsigned>(left);
@@ -89,6 +86,12 @@ bool AnyLine(std::string_view text, Visit visit) {
 std::string_view WithoutFeed(std::string_view line) {
     if (!line.empty() && line.back() == '\n') line.remove_suffix(1);
     return line;
+}
+
+// Of all code sets Johab alone has "=" among its second bytes: those of symbols and hanja, which
+// are characters to its code page, though not to the stepping functions.
+bool HasEqualsAsSecondByte() {
+    return g_codeSetState.codeSet == mbJohab;
 }
 
 bool BeginsLine(const char* begin, const char* at) {
@@ -172,10 +175,22 @@ std::string_view NameOfIniHead(std::string_view line) {
     return TrimIni(line.substr(0, end));
 }
 
+std::size_t FindIniEquals(std::string_view line) {
+    std::size_t at = line.find('=');
+    while (at != std::string_view::npos && HasEqualsAsSecondByte() &&
+           AlignToPromise(*g_currentStep, Bytes(line.data()), at) != at)
+        at = line.find('=', at + 1);
+    return at;
+}
+
+bool TakesIniEquals(std::string_view key) {
+    return HasEqualsAsSecondByte() && WholeCharacters(key) != key.size();
+}
+
 bool SplitIniLine(std::string_view line, std::string_view* key, std::string_view* value) {
     line = TrimIni(WithoutFeed(line));
     if (line.empty() || line.front() == ';') return false;
-    const std::size_t equals = line.find('=');
+    const std::size_t equals = FindIniEquals(line);
     if (equals == std::string_view::npos) return false;
     *key = TrimIni(line.substr(0, equals));
     *value = TrimIni(line.substr(equals + 1));
@@ -206,25 +221,26 @@ bool FindIniSection(std::string_view text, std::string_view name, std::string_vi
     }
 }
 
-bool FindIniValue(std::string_view lines, std::string_view key, std::string_view* value) {
+bool FindIniLine(std::string_view lines, std::string_view key, std::string_view* found) {
     const std::string_view wanted = TrimIni(key);
     const unsigned first = wanted.empty() ? 0x80 : *Bytes(wanted.data());
-    const unsigned folded = FoldAscii(first);
-    bool found = false;
-    AnyLine(lines, [&](const char* line, const char* end) {
+    const unsigned folded = AsciiLower(first);
+    return AnyLine(lines, [&](const char* line, const char* end) {
         if (line == end) return false;
         const unsigned c = *Bytes(line);
-        if (c == static_cast<unsigned>(kEndOfText)) return true;
         // Most lines begin with another letter.
-        if (first < 0x80 && FoldAscii(c) != folded && !IsBlank(*line)) return false;
+        if (first < 0x80 && AsciiLower(c) != folded && !IsBlank(*line)) return false;
         std::string_view name, text;
-        if (!SplitIniLine({line, static_cast<std::size_t>(end - line)}, &name, &text) ||
-            !SameIniName(name, wanted))
-            return false;
-        *value = UnquotedIni(text);
-        return found = true;
+        *found = {line, static_cast<std::size_t>(end - line)};
+        return SplitIniLine(*found, &name, &text) && SameIniName(name, wanted);
     });
-    return found;
+}
+
+bool FindIniValue(std::string_view lines, std::string_view key, std::string_view* value) {
+    std::string_view line, name, text;
+    if (!FindIniLine(lines, key, &line) || !SplitIniLine(line, &name, &text)) return false;
+    *value = UnquotedIni(text);
+    return true;
 }
 
 IniSearch::IniSearch(std::string_view section, std::string_view key)

@@ -15,6 +15,10 @@ namespace genutil {
 // The lines of the first section of that name, without its head; false when there is none.
 bool FindIniSection(std::string_view text, std::string_view name, std::string_view* lines);
 
+// The first line with such a key among the lines of a section, without its LF; false when there is
+// none.
+bool FindIniLine(std::string_view lines, std::string_view key, std::string_view* found);
+
 // The value of the first such key among the lines of a section; false when there is none.
 bool FindIniValue(std::string_view lines, std::string_view key, std::string_view* value);
 
@@ -60,5 +64,10 @@ std::string_view NameOfIniHead(std::string_view line);
 // line without "=".
 bool SplitIniLine(std::string_view line, std::string_view* key, std::string_view* value);
 std::string_view UnquotedIni(std::string_view value);
+
+// Where the "=" of a line is, npos without one: the first that is no second byte of a character.
+std::size_t FindIniEquals(std::string_view line);
+// Whether the "=" that follows a key would be taken for the second byte of its last character.
+bool TakesIniEquals(std::string_view key);
 
 }  // namespace genutil

@@ -1,5 +1,4 @@
 // The arguments of a call to an automation server.
-#include "genutil/string_storage.h"
 #include "osolevalue.h"
 
 COSOLEArguments::COSOLEArguments() = default;

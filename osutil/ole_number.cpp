@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "genutil/mbutil/ascii.h"
+
 namespace genutil {
 
 namespace {
@@ -12,12 +14,8 @@ struct NumberText {
     std::string_view whole, fraction;
 };
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 bool AllDigits(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), IsDigit);
+    return std::all_of(text.begin(), text.end(), IsAsciiDigit);
 }
 
 bool Split(std::string_view text, NumberText* out) {

@@ -72,7 +72,9 @@ COSOLEValue::COSOLEValue(const COSOLEValue& other) : COSOLEValue() {
 
 COSOLEValue& COSOLEValue::operator=(const COSOLEValue& other) {
     if (this == &other) return *this;
-    // The other may be an item of this array, which is about to go.
+    // The other may be an item of this array, which is about to go, or this one an item of the
+    // other's.
+    COSOLEList<COSOLEValue> items(other.m_items);
     const COSOLEList<COSOLEValue> old(std::move(m_items));
     if (other.m_kind == kObject) {
         OleAccess::SetObject(this, other.m_object);
@@ -84,7 +86,7 @@ COSOLEValue& COSOLEValue::operator=(const COSOLEValue& other) {
     StringStorage::Put(m_text, other.m_text, other.m_text.GetLength());
     m_element = other.m_element;
     m_bounds = other.m_bounds;
-    m_items = other.m_items;
+    m_items = std::move(items);
     if (m_items.GetCount() != other.m_items.GetCount() ||
         m_bounds.GetCount() != other.m_bounds.GetCount() ||
         m_text.GetLength() != other.m_text.GetLength())
@@ -156,8 +158,8 @@ void COSOLEValue::SetObject(const COSOLEAutomation& object) {
 }
 
 unsigned char COSOLEValue::SetBytes(const void* bytes, unsigned long count) {
-    Become(kBytes);
-    if (count == 0 || StringStorage::Put(m_text, static_cast<const char*>(bytes), count)) return 1;
+    if (m_kind != kBytes) Become(kBytes);  // else they may be the value's own
+    if (StringStorage::Put(m_text, static_cast<const char*>(bytes), count)) return 1;
     Become(kEmpty);
     return 0;
 }

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include "genutil/mbutil/ascii_units.h"
 #include "genutil/mbutil/code_set.h"
@@ -21,8 +22,8 @@ static_assert(sizeof(long) == sizeof(void*), "a handle is a long");
 
 namespace genutil {
 
-void ResourceTable::Place(Module module) {
-    slots[0] = module;
+Module ResourceTable::Place(Module module) {
+    return std::exchange(slots[0], module);
 }
 
 bool ResourceTable::Remove(Module module) {
@@ -83,10 +84,11 @@ long Attach(const char* path) {
 // The folder of a module, without the separator at its end: empty for a root. False when it is no
 // module.
 bool FindFolder(Module module, CGNString& file) {
-    constexpr unsigned kMostBytes = 200;
+    constexpr unsigned kMostOfPath = 200;
     file = platform::ModuleFile(module);
     if (file.IsEmpty()) return false;
-    if (file.GetLength() > kMostBytes) StringStorage::Store(file, file, 0, mbidx(file, kMostBytes));
+    if (file.GetLength() > kMostOfPath)
+        StringStorage::Store(file, file, 0, mbidx(file, kMostOfPath));
     const char* const text = file;
     const char* cut = text;
     for (const char* separator = platform::kFolderSeparators; *separator; ++separator) {
@@ -106,13 +108,13 @@ CGNString PathOf(const CGNString& folder, unsigned language, const char* file) {
     return path;
 }
 
-constexpr std::size_t kMostBytes = 2047;  // programs have a buffer of 2048 for a text
+constexpr std::size_t kMostOfText = 2047;  // programs have a buffer of 2048 for a text
 
 // The text of `count` characters, up to its first 0, in the current code set; its length in bytes.
 // Most begin with ASCII, which is the same in all; the blocks are independent of each other.
 std::size_t NarrowText(const unsigned short* wide, std::size_t count, char* out) {
     constexpr std::size_t kBlock = 8;
-    if (count > kMostBytes) count = kMostBytes;
+    if (count > kMostOfText) count = kMostOfText;
     std::size_t at = 0;
     while (count - at >= kBlock &&
            NarrowAscii8(reinterpret_cast<const unsigned char*>(wide + at),
@@ -124,7 +126,7 @@ std::size_t NarrowText(const unsigned short* wide, std::size_t count, char* out)
     if (at == count) return at;
     const unsigned short* const rest = wide + at;
     const auto size = static_cast<std::size_t>(std::find(rest, wide + count, 0) - rest);
-    return at + static_cast<std::size_t>(ToNarrowLossy(out + at, kMostBytes - at, rest, size));
+    return at + static_cast<std::size_t>(ToNarrowLossy(out + at, kMostOfText - at, rest, size));
 }
 
 }  // namespace
@@ -134,13 +136,13 @@ long OSAttachLocaleResDLL(const char* file) {
 }
 
 long OSAttachLocaleResDLL(long module, const char* file, CGNString& path, unsigned int language) {
-    constexpr unsigned kPrimary = 0x3FF, kEnglish = 0x09;
+    constexpr unsigned kEnglish = 0x09;
     CGNString folder;
     if (!file || !FindFolder(ModuleOf(module), folder)) return 0;
     if (language == 0) language = UserLanguage();
     const CGNString wanted = PathOf(folder, language, file);
     long handle = Attach(wanted);
-    if (!handle) handle = Attach(PathOf(folder, language & kPrimary, file));
+    if (!handle) handle = Attach(PathOf(folder, PrimaryLanguage(language), file));
     if (!handle) handle = Attach(PathOf(folder, kEnglish, file));
     if (handle) path = wanted;
     return handle;
@@ -153,8 +155,7 @@ void OSDetachLocaleResDLL(long handle) {
 }
 
 long OSSetResourceHandle(long handle) {
-    const Module before = g_table.slots[0];
-    g_table.slots[0] = ModuleOf(handle);
+    const Module before = g_table.Place(ModuleOf(handle));
     NoteResourceChange();
     return HandleOf(before);
 }
@@ -172,19 +173,21 @@ int OSLoadString(CGNString& text, long id) {
         }
     }
     if (!wide) return 0;
-    char bytes[kMostBytes + 1];
+    char bytes[kMostOfText + 1];
     const std::size_t length = NarrowText(wide, count, bytes);
     return StringStorage::Put(text, bytes, length) ? static_cast<int>(length) : 0;
 }
 
 int OSLangIDToFontCharSet(long language) {
-    constexpr int kChinese = 0x04, kSimplified = 134, kTraditional = 136;
+    constexpr unsigned kChinese = 0x04;
+    constexpr int kSimplified = 134, kTraditional = 136;
     static constexpr struct {
-        int primary, characterSet;
+        unsigned primary;
+        int characterSet;
     } kSets[] = {{0x02, 204}, {0x19, 204}, {0x05, 238}, {0x0E, 238}, {0x15, 238}, {0x18, 238},
                  {0x1B, 238}, {0x24, 238}, {0x08, 161}, {0x11, 128}, {0x12, 129}, {0x1F, 162}};
-    const int primary = language & 0x3FF;
-    const int country = static_cast<int>(language >> 10) & 0x3F;
+    const unsigned primary = PrimaryLanguage(static_cast<unsigned>(language));
+    const unsigned country = static_cast<unsigned>(language) >> 10 & 0x3F;
     if (primary == kChinese) return country == 2 || country == 4 ? kSimplified : kTraditional;
     for (const auto& set : kSets)
         if (set.primary == primary) return set.characterSet;

@@ -5,6 +5,8 @@
 #include <iterator>
 
 #include "genutil/allocate.h"
+#include "genutil/mbutil/ascii.h"
+#include "genutil/mbutil/code_set.h"
 
 namespace genutil {
 
@@ -106,9 +108,8 @@ Bytes ResourceFile::FindLeaf(std::uint32_t kind, unsigned id, unsigned language)
     std::uint32_t target;
     if (kind == 0 || !FindEntry(kind, id, &target) || !(target & kIsDirectory)) return {};
     const std::uint32_t languages = target & ~kIsDirectory;
-    const unsigned primary = language & 0x3FF;
     bool found = false;
-    for (const unsigned choice : {0u, language, primary, 0x409u})
+    for (const unsigned choice : {0u, language, PrimaryLanguage(language), 0x409u})
         if ((found = FindEntry(languages, choice, &target))) break;
     if (!found) {
         const std::uint64_t first = std::uint64_t{languages} + kDirectorySize;
@@ -193,10 +194,8 @@ VersionBlock ReadBlock(const Bytes& resource, std::uint64_t at, std::uint64_t en
     for (;; ++name, letter += 2) {
         if (letter + 2 > at + size || letter + 2 > end) return {};
         const unsigned c = resource.Read16(letter);
-        const auto expected = static_cast<unsigned char>(*name);
-        const bool isLetter = (c | 0x20) >= 'a' && (c | 0x20) <= 'z';
-        if (c != expected && !(isLetter && (c ^ expected) == 0x20)) return {};
-        if (expected == 0) break;
+        if (AsciiLower(c) != static_cast<unsigned char>(AsciiLower(*name))) return {};
+        if (c == 0) break;
     }
     block.end = at + size < end ? at + size : end;
     block.value = Aligned(letter + 2);

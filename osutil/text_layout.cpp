@@ -35,7 +35,7 @@ namespace {
 
 bool IsEastAsian(unsigned language) {
     constexpr unsigned kChinese = 0x04, kJapanese = 0x11, kKorean = 0x12;
-    const unsigned primary = language & 0x3FF;
+    const unsigned primary = genutil::PrimaryLanguage(language);
     return primary == kChinese || primary == kJapanese || primary == kKorean;
 }
 

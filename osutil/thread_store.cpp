@@ -202,8 +202,15 @@ char* CGNLclSt::GetVarName(long index) {
 }
 
 void CGNLclSt::UnsetLocalVariable(const char* name) {
-    for (CGNLclStSlot& slot : VariableTable::Find(*this))
-        if (slot.m_name && (!name || std::strcmp(slot.m_name, name) == 0)) Clear(slot);
+    CGNLclStSlot* named = nullptr;  // whose own name was given, which is needed to the end
+    for (CGNLclStSlot& slot : VariableTable::Find(*this)) {
+        if (!slot.m_name || (name && std::strcmp(slot.m_name, name) != 0)) continue;
+        if (slot.m_name == name)
+            named = &slot;
+        else
+            Clear(slot);
+    }
+    if (named) Clear(*named);
 }
 
 void CGNLclSt::UnsetLocalVariable(long index) {

@@ -1,4 +1,4 @@
-// Letters of ASCII, whatever the C library's locale is.
+// Letters and digits of ASCII, whatever the C library's locale is.
 #pragma once
 
 namespace genutil {
@@ -9,8 +9,17 @@ constexpr bool IsAscii(unsigned char c) {
 constexpr char AsciiUpper(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
-constexpr char AsciiLower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+// Of a byte, or of a character of any width.
+template <class Unit>
+constexpr Unit AsciiLower(Unit c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<Unit>(c - 'A' + 'a') : c;
+}
+template <class Unit>
+constexpr bool IsAsciiLetter(Unit c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+constexpr bool IsAsciiDigit(char c) {
+    return c >= '0' && c <= '9';
 }
 
 }  // namespace genutil

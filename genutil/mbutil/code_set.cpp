@@ -32,7 +32,7 @@ const LocaleRow* FindLocaleByName(const char* name) {
         if (row->name[0] != name[0] || row->name[1] != name[1]) continue;  // most, at once
         if (std::strncmp(row->name, name, length) || row->name[length]) continue;
         // 0x0400 and 0x0800 are no locale's own identifier: "en_US" means the row of 0x0409.
-        if (row->language & 0x3FF) return row;
+        if (PrimaryLanguage(row->language)) return row;
         if (!reserved) reserved = row;
     }
     return reserved;
@@ -52,8 +52,8 @@ int CodeSetOfCodePage(unsigned codePage) {
 }
 
 int CodeSetOfLanguage(unsigned language) {
-    constexpr unsigned kPrimary = 0x3FF, kDefaultSublanguage = 0x400;
-    if (language >> 10 == 0) language = (language & kPrimary) | kDefaultSublanguage;
+    constexpr unsigned kDefaultSublanguage = 0x400;
+    if (language >> 10 == 0) language |= kDefaultSublanguage;
     const LocaleRow* row = FindLocaleByLanguage(language);
     return row ? row->codeSet : 0;
 }

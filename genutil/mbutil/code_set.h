@@ -22,6 +22,11 @@ inline void EnsureInitialised() {
     if (!g_codeSetState.initialised) InitMbutil();
 }
 
+// The part of a language identifier that does not tell the country.
+constexpr unsigned PrimaryLanguage(unsigned language) {
+    return language & 0x3FF;
+}
+
 // A row of the table of locales: the first row of a language gives its code set.
 struct LocaleRow {
     std::uint16_t language;

@@ -7,6 +7,7 @@
 
 #include "genutil/mbutil/code_set.h"
 #include "genutil/mbutil/scratch.h"
+#include "osutil/platform/files.h"
 
 using namespace genutil;
 
@@ -14,7 +15,7 @@ namespace {
 
 class File {
   public:
-    File(const char* path, const char* mode) : m_stream(path ? std::fopen(path, mode) : nullptr) {}
+    File(const char* path, const char* mode) : m_stream(platform::OpenStream(path, mode)) {}
     ~File() {
         if (m_stream) std::fclose(m_stream);
     }

@@ -34,6 +34,9 @@ long NarrowLength(const unsigned short* text);
 // Returns the number of bytes stored without terminator; -1 when a character does not convert.
 long ToNarrow(char* out, std::size_t limit, const unsigned short* text);
 
+// Bytes of the longest character: four and two escapes of four.
+constexpr std::size_t kMostNarrowBytes = 12;
+
 // The same for `count` characters, of which none is 0, without a terminator behind them.
 long NarrowLength(const unsigned short* text, std::size_t count);
 long ToNarrow(char* out, std::size_t limit, const unsigned short* text, std::size_t count);

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 
 namespace genutil::platform {
 
@@ -47,6 +48,10 @@ class File {
     std::intptr_t m_handle;
     FileCode m_code;
 };
+
+// Opens a file as a stream of the C runtime, which closes it; null when it does not open. The mode
+// is that of fopen, of at most three letters.
+std::FILE* OpenStream(const char* path, const char* mode);
 
 bool Exists(const char* path);  // whether anything has the name, be it a link to nothing
 

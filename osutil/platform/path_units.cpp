@@ -4,6 +4,7 @@
 
 #include "genutil/mbutil/step.h"
 #include "genutil/mbutil/wide.h"
+#include "mbutil.h"
 
 namespace genutil::platform {
 
@@ -36,6 +37,11 @@ PathUnits::PathUnits(const char* path) {
     const long count = ToWide(out, bytes, path, bytes);
     m_count = count >= 0 ? static_cast<std::size_t>(count) : ConvertWhatConverts(out, path, bytes);
     out[m_count] = 0;
+}
+
+void NarrowedName::CopyTo(char* out, std::size_t size) const {
+    const char* const name = m_name ? m_name : "";
+    out[mbstrncpyi(out, name, static_cast<unsigned>(size - 1))] = 0;
 }
 
 }  // namespace genutil::platform

@@ -1,5 +1,5 @@
-// A path in the current code set as 16-bit characters: what both sides of the seam make their own
-// paths from.
+// A path in the current code set as 16-bit characters, and a name in the current code set: what
+// both sides of the seam make their own paths from, and make of their own names.
 #pragma once
 
 #include <cstddef>
@@ -47,6 +47,23 @@ class PathUnits {
   private:
     PathBuffer<unsigned short> m_buffer;
     std::size_t m_count = 0;
+};
+
+// A name that the system gave, in the current code set: each side makes it of its own names.
+class NarrowedName {
+  public:
+    const char* Get() const { return m_name; }  // null when memory ran out, which has been reported
+    // As much of it as there is room for, in whole characters, with a terminator; an empty text
+    // when memory ran out.
+    void CopyTo(char* out, std::size_t size) const;
+
+  protected:
+    NarrowedName() = default;
+    NarrowedName(const NarrowedName&) = delete;
+    NarrowedName& operator=(const NarrowedName&) = delete;
+
+    PathBuffer<char> m_buffer;
+    const char* m_name = nullptr;
 };
 
 }  // namespace genutil::platform

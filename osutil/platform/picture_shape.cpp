@@ -1,5 +1,7 @@
 #include "osutil/platform/picture_shape.h"
 
+#include "genutil/mbutil/ascii.h"
+
 namespace genutil::platform {
 
 namespace {
@@ -7,10 +9,6 @@ namespace {
 using Unit = std::uint16_t;
 
 constexpr Unit kQuote = '\'';
-
-bool IsAsciiLetter(Unit c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
 
 bool IsDirectionMark(Unit c) {
     return c == 0x200E || c == 0x200F || c == 0x061C;

@@ -1,14 +1,16 @@
 // A DDE server for the tests: dde_server SERVICE. What it does with a call is the conversation's
 // topic: "take", "refuse", "busy", "slow" (takes it after 1.2 seconds), "die", "leave" (ends the
-// conversation) and "system" (takes it, and knows only text of the system's code
-// page). Texts that it takes are kept under their item's name, commands under "last"; "open" is
-// the number of conversations. The command "[quit]" ends it. With an argument behind SERVICE
-// commands come to it in the system's code page. dde_server hang has a window that answers nothing.
+// conversation), "late" (answers a request with its item's name, and a while later with a refusal)
+// and "system" (takes it, and knows only text of the system's code page). Texts that it takes are
+// kept under their item's name, commands under "last"; "open" is the number of conversations. The
+// command "[quit]" ends it. With an argument behind SERVICE commands come to it in the system's
+// code page. dde_server hang has a window that answers nothing.
 #include <windows.h>
 // Behind it, which it needs.
 #include <dde.h>
 #include <ddeml.h>
 
+#include <cstddef>
 #include <cstring>
 #include <cwchar>
 #include <map>
@@ -39,12 +41,34 @@ HDDEDATA Take(const std::wstring& name, HDDEDATA data) {
     return Result(DDE_FACK);
 }
 
-// As the server's side of the protocol has it; DdeDisconnect may be for clients only.
-void Leave(HCONV conversation) {
+// As the server's side of the protocol has it.
+void Post(HCONV conversation, UINT message, LPARAM parameter) {
     CONVINFO info = {};
     info.cb = sizeof info;
     DdeQueryConvInfo(conversation, static_cast<DWORD>(QID_SYNC), &info);
-    PostMessageW(info.hwndPartner, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(info.hwnd), 0);
+    PostMessageW(info.hwndPartner, message, reinterpret_cast<WPARAM>(info.hwnd), parameter);
+}
+
+// DdeDisconnect may be for clients only.
+void Leave(HCONV conversation) {
+    Post(conversation, WM_DDE_TERMINATE, 0);
+}
+
+HDDEDATA GiveAndRefuse(HCONV conversation, const std::wstring& name) {
+    const std::size_t size = (name.size() + 1) * sizeof(wchar_t);
+    const HGLOBAL memory =
+        GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, offsetof(DDEDATA, Value) + size);
+    DDEDATA* const data = static_cast<DDEDATA*>(GlobalLock(memory));
+    *data = {};
+    data->fResponse = data->fRelease = 1;
+    data->cfFormat = CF_UNICODETEXT;
+    std::memcpy(data->Value, name.c_str(), size);
+    GlobalUnlock(memory);
+    Post(conversation, WM_DDE_DATA,
+         PackDDElParam(WM_DDE_DATA, reinterpret_cast<UINT_PTR>(memory),
+                       GlobalAddAtomW(name.c_str())));
+    Sleep(300);
+    return nullptr;
 }
 
 HDDEDATA Change(const std::wstring& topic, HCONV conversation, const std::wstring& name,
@@ -92,6 +116,7 @@ HDDEDATA CALLBACK OnDde(UINT type, UINT format, HCONV conversation, HSZ topicNam
             return knowsFormat ? Change(topic, conversation, NameOf(item), data)
                                : Result(DDE_FNOTPROCESSED);
         case XTYP_REQUEST:
+            if (topic == L"late") return GiveAndRefuse(conversation, NameOf(item));
             return knowsFormat ? Give(topic, item, format) : nullptr;
         default:
             return nullptr;

@@ -306,10 +306,25 @@ TEST_F(Automation, Arrays) {
     ASSERT_EQ(back.GetPosition(place), 1);
     EXPECT_EQ(TextOf(*back.GetItem(1)), "19");
     EXPECT_EQ(TextOf(*Get(server, "Echo", back).GetItem(5)), "21");
-    // An item that is not what the array is.
-    mixed.SetArray(1, 0, COSOLEValue::kInteger);
-    *mixed.GetItem(0) = "many";
-    ExpectFailure(server, 0x80020005, 1, "Echo", mixed);
+    // An item that is not what the array is: it may become that, unless it would be rounded.
+    const struct {
+        COSOLEValue::Kind kind;
+        COSOLEValue item;
+        const char* becomes;
+        unsigned code = 0;
+    } kRows[] = {{COSOLEValue::kInteger, "many", nullptr, 0x80020005},
+                 {COSOLEValue::kInteger, Decimal("7.0"), "7"},
+                 {COSOLEValue::kInteger, Currency("7.5"), nullptr, 0x8002000A},
+                 {COSOLEValue::kCurrency, Decimal("1.2345"), "1.2345"},
+                 {COSOLEValue::kCurrency, Decimal("1.23456"), nullptr, 0x8002000A}};
+    for (const auto& row : kRows) {
+        mixed.SetArray(1, 0, row.kind);
+        *mixed.GetItem(0) = row.item;
+        if (row.becomes)
+            EXPECT_EQ(TextOf(*Get(server, "Echo", mixed).GetItem(0)), row.becomes);
+        else
+            ExpectFailure(server, row.code, 1, "Echo", mixed);
+    }
 }
 
 TEST_F(Automation, ArgumentsByNameAndByReference) {
@@ -508,10 +523,12 @@ TEST_F(Automation, MembersAndTheirParameters) {
     for (int i = 0; i < 6; ++i) EXPECT_EQ(Signature(*members.GetItem(i)), kMembers[i]);
     EXPECT_EQ(Bytes(members.GetItem(0)->m_help), "A place on the grid");
     ASSERT_TRUE(server.FindMembers("VALUE", members));
+    ASSERT_TRUE(server.FindMembers(members.GetItem(1)->m_name, members));
     ASSERT_EQ(members.GetCount(), 2);
     EXPECT_EQ(members.GetItem(0)->m_use, COSOLEMember::kGet);
     EXPECT_EQ(members.GetItem(1)->m_use, COSOLEMember::kPut);
     EXPECT_FALSE(server.FindMembers("NoSuch", members));
+    EXPECT_TRUE(Failed(server, 0x80020003));
 
     ASSERT_TRUE(words.Connect(kDictionary));
     ASSERT_TRUE(words.FindMembers("Add", members)) << Bytes(words.GetErrorText());

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "gendiag.h"
 #include "mbutil.h"
 #include "osutil.h"
 #include "tests/support/code_set_guard.h"
@@ -495,6 +496,28 @@ TEST_F(Files, SecondByteIsNoSeparator) {
     EXPECT_EQ(OSRemoveDirectory(folder.c_str()), osDirectoryNotEmpty);
     EXPECT_EQ(OSRemoveDirectoryAndContents(folder.c_str()), 0);
     EXPECT_EQ(Left(""), Names());
+}
+
+TEST_F(Files, StreamsTakeTheSamePaths) {
+    const CodeSetGuard japanese(mbShiftJis);
+    Put("in", "\x8A\xBF\n");
+    const std::string converted = At("\x95\x5C.1"), back = At("\x95\x5C.2");
+    CGNString log(Path("\x95\x5C.4"));
+    EXPECT_EQ(mbconvertnativefile(At("in").c_str(), converted.c_str(), 0, mbEucJp), 1);
+    EXPECT_EQ(mbconvertfile2native(converted.c_str(), back.c_str(), 0, mbEucJp), 1);
+    EXPECT_TRUE(CGNPerf::OpenFile(Path("\x95\x5C.3")));
+    CGNPerf::CloseFile();
+    OSTime::EnableLog(0);
+    {
+        CGNTrace trace;
+        EXPECT_TRUE(trace.Init() && trace.ResetOutput(1, log, 1));
+        trace.ResetMask(1);
+        for (int i = 0; i < 2; ++i) trace.WriteMsg(nullptr, 1, "", "line %d", i);  // starts over
+    }
+    for (const char* number : {"1", "2", "3", "4"})
+        EXPECT_TRUE(fs::exists(fs::u8path(At("\xE8\xA1\xA8.") + number))) << number;
+    EXPECT_EQ(Binary(back.c_str()).Bytes().substr(0, 2), "\x8A\xBF");
+    EXPECT_NE(Binary(log).Bytes().find("line 1"), std::string::npos);
 }
 
 TEST_F(Files, NamesThatDoNotConvertOpenAgain) {

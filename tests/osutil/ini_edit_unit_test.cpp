@@ -4,6 +4,7 @@
 #include <string>
 
 #include "osutil/ini_edit.h"
+#include "tests/support/code_set_guard.h"
 
 using namespace genutil;
 
@@ -54,6 +55,11 @@ TEST(IniEdit, ChangesOneLineAndNoOther) {
         SCOPED_TRACE(row.line);
         EXPECT_EQ(Changed(row.text, row.section, row.key, row.value), row.changed);
     }
+    // A symbol whose second byte is "=".
+    const CodeSetGuard johab(mbJohab);
+    EXPECT_TRUE(IniHolds("a", "\xD9=", "v"));
+    EXPECT_FALSE(IniHolds("a", "\xD9=\xD9", "v"));
+    EXPECT_EQ(Changed("[a]\n\xD9==1\n", "a", "\xD9=", "v"), "[a]\n\xD9==v\n");
 }
 
 }  // namespace

@@ -81,6 +81,9 @@ TEST(IniText, SectionsKeysAndValues) {
         {__LINE__, mbShiftJis, "[\x82\x60\x83\x5D]\n\x82\x60=1\n", "\x82\x81\x83\x5D", "\x82\x81",
          "1"},
         {__LINE__, mbShiftJis, "[a\x83\x5D\nk=1\n", "a\x83\x5D", "k", "1"},
+        // Symbols whose second byte is "=".
+        {__LINE__, mbJohab, "[a]\n\xD9=x=1\n", "a", "\xD9=x", "1"},
+        {__LINE__, mbJohab, "[a]\nk\xD9\xD9==2\n", "a", "k\xD9\xD9", "=2"},
         {__LINE__, mbUtf8, "[\xE3\x82\xA2]\nK=1\n", "\xE3\x82\xA2", "k", "1"},
     };
     for (const auto& row : kRows) {

@@ -182,7 +182,8 @@ TEST(OleValue, Arrays) {
     EXPECT_EQ(TextOf(grid), "here");
     EXPECT_EQ(TextOf(*copy.GetItem(3)), "here");
     COSOLEValue nested(copy);
-    *nested.GetItem(0) = copy;
+    *nested.GetItem(0) = nested;  // itself in an item
+    EXPECT_EQ(TextOf(*nested.GetItem(0)->GetItem(3)), "here");
     nested = *nested.GetItem(0);  // an item of itself
     EXPECT_EQ(nested.GetDimensions(), 2);
     EXPECT_EQ(nested.GetBound(1).m_lower, -1);
@@ -196,6 +197,8 @@ TEST(OleValue, Arrays) {
     EXPECT_TRUE(grid.SetBytes("a\0b", 3));
     EXPECT_EQ(std::string(reinterpret_cast<const char*>(grid.GetBytes()), 3),
               std::string("a\0b", 3));
+    EXPECT_TRUE(grid.SetBytes(grid.GetBytes() + 1, 2));
+    EXPECT_EQ(grid.GetBytes()[1], 'b');
     EXPECT_TRUE(grid.SetBytes(nullptr, 0));
     EXPECT_EQ(grid.GetCount(), 0);
 }

@@ -110,7 +110,7 @@ TEST_F(LocalVariables, ANameCanStandTwiceAndTheFirstCounts) {
         EXPECT_EQ(m_variables->GetIndex("b"), 0);
         EXPECT_EQ(m_variables->GetLocalVariable("b"), &m_values[2]);
         EXPECT_EQ(m_variables->GetLocalVariable(1L), &m_values[1]);
-        m_variables->UnsetLocalVariable("b");
+        m_variables->UnsetLocalVariable(m_variables->GetVarName(0));
         EXPECT_EQ(m_variables->GetIndex("b"), -1) << "both are gone";
     });
 }

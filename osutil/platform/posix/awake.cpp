@@ -4,11 +4,14 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <pthread.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdint>
 #include <mutex>
+#include <new>
+#include <utility>
 
 namespace genutil::platform {
 
@@ -70,8 +73,20 @@ int StayAwake(const Manager& manager) {
 }
 
 void Sleep() {
-    if (g_awake.file >= 0) close(g_awake.file);
-    g_awake.file = -1;
+    const int file = std::exchange(g_awake.file, -1);
+    if (file >= 0) close(file);
+}
+
+// In a forked process: the parent alone keeps the machine awake, and nobody is left to release the
+// lock if a thread of the parent's held it.
+void LeaveToParent() {
+    new (&g_awake.lock) std::mutex;
+    Sleep();
+    g_awake.refused = false;
+}
+
+void PrepareForForks() {
+    [[maybe_unused]] static const int s_result = pthread_atfork(nullptr, nullptr, LeaveToParent);
 }
 
 }  // namespace
@@ -81,6 +96,7 @@ void* LoadAwakeLibrary() {
 }
 
 void* FindAwakeFunction(void* library) {
+    PrepareForForks();
     const std::lock_guard<std::mutex> lock(g_awake.lock);
     Manager& manager = g_awake.manager;
     g_awake.refused = false;

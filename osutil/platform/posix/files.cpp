@@ -76,6 +76,14 @@ bool File::Close() {
 
 // -- By path -------------------------------------------------------------------------------------
 
+// Programs that are started do not get it.
+std::FILE* OpenStream(const char* path, const char* mode) {
+    const SystemPath name(path);
+    char closing[8];
+    std::snprintf(closing, sizeof closing, "%se", mode);
+    return name.Get() ? std::fopen(name.Get(), closing) : nullptr;
+}
+
 bool Exists(const char* path) {
     const SystemPath name(path);
     struct stat status;

@@ -10,7 +10,6 @@
 #include <cstring>
 #include <iterator>
 
-#include "mbutil.h"
 #include "osutil/platform/posix/paths.h"
 
 namespace genutil::platform {
@@ -47,12 +46,6 @@ bool TakeValue(char* line, const char* key, char* out, std::size_t size) {
     return *out != 0;
 }
 
-void CopyName(const char* name, char* out, std::size_t size) {
-    const NameText text(name);
-    const char* const from = text.Get() ? text.Get() : "";
-    out[mbstrncpyi(out, from, static_cast<unsigned>(size - 1))] = 0;
-}
-
 }  // namespace
 
 bool ReadSystemName(char* out, std::size_t size) {
@@ -68,13 +61,13 @@ bool ReadSystemName(char* out, std::size_t size) {
     }
     utsname system;
     if (!*name && uname(&system) == 0) std::snprintf(name, sizeof name, "%s", system.sysname);
-    CopyName(*name ? name : "Linux", out, size);
+    NameText(*name ? name : "Linux").CopyTo(out, size);
     return true;
 }
 
 void ReadHostName(char* out, std::size_t size) {
     utsname system;
-    CopyName(uname(&system) == 0 ? system.nodename : "", out, size);
+    NameText(uname(&system) == 0 ? system.nodename : "").CopyTo(out, size);
 }
 
 // -- Memory --------------------------------------------------------------------------------------

@@ -19,6 +19,7 @@
 #include "genutil/assert_allocation.h"
 #include "genutil/mbutil/code_set.h"
 #include "osutil/platform/posix/descriptor.h"
+#include "osutil/platform/posix/file_state.h"
 #include "osutil/platform/posix/paths.h"
 #include "osutil/resource_file.h"
 
@@ -30,23 +31,6 @@ namespace {
 
 constexpr char kSource[] = "osutil/osresdll";
 
-// A file as the system tells it from others, and in the state in which it was read.
-struct FileIdentity {
-    dev_t device;
-    ino_t number;
-    off_t size;
-    timespec changed;
-
-    bool operator==(const FileIdentity& other) const {
-        return device == other.device && number == other.number && size == other.size &&
-               changed.tv_sec == other.changed.tv_sec && changed.tv_nsec == other.changed.tv_nsec;
-    }
-};
-
-FileIdentity IdentityOf(const struct stat& status) {
-    return {status.st_dev, status.st_ino, status.st_size, status.st_mtim};
-}
-
 class OpenFile {
   public:
     explicit OpenFile(const char* path) : m_file(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
@@ -56,7 +40,12 @@ class OpenFile {
     }
 
     bool IsRegular() const { return m_size >= 0; }
-    FileIdentity Identity() const { return IdentityOf(m_status); }
+    // Its rights and names may change while it is loaded.
+    FileState Identity() const {
+        FileState state = FileState::Of(m_status);
+        state.changed = 0;
+        return state;
+    }
     std::size_t Size() const { return static_cast<std::size_t>(m_size); }
 
     // All of it, for the caller to release; null when it cannot be read, is being cut short or
@@ -83,7 +72,7 @@ class OpenFile {
 // be none that is loaded without touching it, and without a lock.
 struct LoadedModule {
     std::atomic<int> uses{0};
-    FileIdentity file{};
+    FileState file{};
     unsigned char* bytes = nullptr;
     char path[PATH_MAX];
     ResourceStrings strings;
@@ -99,7 +88,7 @@ LoadedModule* FindModule(Module module) {
     return loaded && loaded->uses.load(std::memory_order_acquire) > 0 ? loaded : nullptr;
 }
 
-LoadedModule* FindModule(const FileIdentity& file) {
+LoadedModule* FindModule(const FileState& file) {
     LoadedModule* loaded = g_modules.load(std::memory_order_relaxed);
     while (loaded && !(loaded->uses > 0 && loaded->file == file)) loaded = loaded->next;
     return loaded;

@@ -33,17 +33,9 @@ class SystemPath {
 };
 
 // A name that the system gave, in the current code set. One that does not convert passes as it is.
-class NameText {
+class NameText : public NarrowedName {
   public:
     explicit NameText(const char* name);
-    NameText(const NameText&) = delete;
-    NameText& operator=(const NameText&) = delete;
-
-    const char* Get() const { return m_name; }  // null when memory ran out, which has been reported
-
-  private:
-    PathBuffer<char> m_buffer;
-    const char* m_name = nullptr;
 };
 
 }  // namespace genutil::platform

@@ -19,8 +19,6 @@
 #include <mutex>
 
 #include "genutil/allocate.h"
-#include "genutil/mbutil/wide.h"
-#include "mbutil.h"
 #include "osutil/command_line.h"
 #include "osutil/platform/path_units.h"
 #include "osutil/platform/posix/paths.h"
@@ -272,9 +270,8 @@ bool ReadVariable(const char* name, char* out, std::size_t size) {
     const char* const value = std::getenv(systemName.Get());
     if (!value) return false;
     const NameText text(value);
-    if (!text.Get()) return false;
-    out[mbstrncpyi(out, text.Get(), static_cast<unsigned>(size - 1))] = 0;
-    return true;
+    text.CopyTo(out, size);
+    return text.Get() != nullptr;
 }
 
 }  // namespace genutil::platform

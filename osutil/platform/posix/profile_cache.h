@@ -1,6 +1,6 @@
 // Profiles that were read lately, so that a file that did not change is not read again.
 //
-// A file is held from its second reading on, when its state (profile_file.h) was the same both
+// A file is held from its second reading on, when its state (file_state.h) was the same both
 // times. Nobody waits for the cache: who finds it in use reads the file. So a process that was
 // forked while it was in use only reads more slowly.
 #pragma once
@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "genutil/allocate.h"
-#include "osutil/platform/posix/profile_file.h"
+#include "osutil/platform/posix/file_state.h"
 
 namespace genutil::platform {
 

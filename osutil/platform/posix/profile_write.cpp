@@ -1,11 +1,10 @@
 // Writing profile files: a new file takes the place of the old one, so that whoever reads or kills
 // meets one or the other.
 //
-// The lock is that of the folder, because the file's own goes away with the file. It holds between
-// processes and, as each call opens the folder anew, between threads. It also makes one name enough
-// for new files: what a killed process left behind is replaced by the next one.
+// The lock is that of the folder, because the file's own goes away with the file. It also makes one
+// name enough for new files: what a killed process left behind is replaced by the next one.
 #include <fcntl.h>
-#include <sys/file.h>
+#include <sys/stat.h>
 #include <sys/uio.h>
 
 #include <cerrno>
@@ -18,7 +17,8 @@
 #include "genutil/assert_allocation.h"
 #include "osutil/ini_edit.h"
 #include "osutil/platform/posix/descriptor.h"
-#include "osutil/platform/posix/profile_file.h"
+#include "osutil/platform/posix/folder_lock.h"
+#include "osutil/platform/posix/profile_path.h"
 #include "osutil/platform/profiles.h"
 
 namespace genutil::platform {
@@ -68,25 +68,6 @@ class Target {
     }
 
     char m_path[PATH_MAX];
-};
-
-class FolderLock {
-  public:
-    explicit FolderLock(int folder) : m_folder(folder) {
-        int failed;
-        while ((failed = flock(folder, LOCK_EX)) != 0 && errno == EINTR) {
-        }
-        m_taken = failed == 0;
-    }
-    FolderLock(const FolderLock&) = delete;
-    FolderLock& operator=(const FolderLock&) = delete;
-    // Said in so many words: a child that was forked meanwhile has the folder open, too.
-    ~FolderLock() { flock(m_folder, LOCK_UN); }
-    bool IsTaken() const { return m_taken; }
-
-  private:
-    int m_folder;
-    bool m_taken;
 };
 
 // What is in a file now.

@@ -11,7 +11,7 @@
 #include "osutil/ini_text.h"
 #include "osutil/platform/posix/descriptor.h"
 #include "osutil/platform/posix/profile_cache.h"
-#include "osutil/platform/posix/profile_file.h"
+#include "osutil/platform/posix/profile_path.h"
 
 namespace genutil::platform {
 

@@ -2,10 +2,8 @@
 
 #include <fcntl.h>
 #include <pthread.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -14,7 +12,8 @@
 
 #include "osutil/platform/posix/config_home.h"
 #include "osutil/platform/posix/descriptor.h"
-#include "osutil/platform/posix/profile_file.h"
+#include "osutil/platform/posix/file_state.h"
+#include "osutil/platform/posix/folder_lock.h"
 
 namespace genutil::platform {
 
@@ -159,7 +158,9 @@ void Store::SetAside() {
     char folderPath[PATH_MAX];
     std::snprintf(folderPath, sizeof folderPath, "%.*s", static_cast<int>(slash - path), path);
     const OpenDescriptor folder(open(folderPath, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!folder.IsOpen() || flock(folder.Get(), LOCK_EX) != 0) return;
+    if (!folder.IsOpen()) return;
+    const FolderLock lock(folder.Get());
+    if (!lock.IsTaken()) return;
     struct stat status;
     char aside[2][PATH_MAX + 32];
     for (int number = 1; stat(path, &status) == 0 && IsFile(status); ++number) {
@@ -172,7 +173,6 @@ void Store::SetAside() {
         std::rename(path, aside[0]);
         break;
     }
-    flock(folder.Get(), LOCK_UN);
 }
 
 }  // namespace

@@ -3,16 +3,13 @@
 #include <algorithm>
 #include <cstring>
 
+#include "genutil/mbutil/ascii.h"
 #include "genutil/mbutil/character_table.h"
 #include "osutil/platform/posix/paths.h"
 
 namespace genutil::platform {
 
 namespace {
-
-char LowerAscii(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-}
 
 // The same in every code set: no escape sequence, no byte above ASCII.
 bool IsPlain(const char* text, std::size_t length) {
@@ -29,7 +26,7 @@ StoreText::StoreText(const char* text, Form form) {
         char* out = m_buffer.Reserve(bytes + 1);
         if (!out) return;
         if (form == kFolded)
-            std::transform(text, text + bytes + 1, out, LowerAscii);
+            std::transform(text, text + bytes + 1, out, AsciiLower<char>);
         else
             std::memcpy(out, text, bytes + 1);
         m_text = out;

@@ -12,8 +12,22 @@ HRESULT FindClass(const CGNString& identifier, CLSID* out) {
                                  : CLSIDFromProgID(name.Get(), out);
 }
 
+bool IsGone(HRESULT answer) {
+    return (FAILED(answer) && HRESULT_FACILITY(answer) == FACILITY_RPC) ||
+           answer == HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE) ||
+           answer == HRESULT_FROM_WIN32(RPC_S_CALL_FAILED) || answer == CO_E_OBJNOTCONNECTED;
+}
+
+// A server that has ended may be known for a while yet: so it is asked for something.
 HRESULT AttachTo(REFCLSID server, Pointer<IUnknown>* out) {
-    return GetActiveObject(server, nullptr, out->Place());
+    const HRESULT known = GetActiveObject(server, nullptr, out->Place());
+    if (FAILED(known)) return known;
+    Pointer<IDispatch> dispatch;
+    UINT count = 0;
+    HRESULT answer = (*out)->QueryInterface(IID_IDispatch, dispatch.Any());
+    if (SUCCEEDED(answer)) answer = dispatch->GetTypeInfoCount(&count);
+    if (IsBusy(answer)) return answer;
+    return IsGone(answer) ? MK_E_UNAVAILABLE : S_OK;
 }
 
 HRESULT Start(REFCLSID server, Pointer<IUnknown>* out) {
@@ -59,7 +73,8 @@ OleObject* ConnectAutomation(const CGNString& identifier, bool attach, bool star
         if (SUCCEEDED(result))
             result = CallPatiently(retryTime, [&] {
                 const HRESULT attached = attach ? AttachTo(server, &object) : MK_E_UNAVAILABLE;
-                return SUCCEEDED(attached) || !start ? attached : Start(server, &object);
+                return SUCCEEDED(attached) || IsBusy(attached) || !start ? attached
+                                                                         : Start(server, &object);
             });
         if (SUCCEEDED(result))
             result = CallPatiently(retryTime, [&] { return MakeDispatch(object.Get(), &out); });

@@ -178,7 +178,7 @@ class Invocation {
             memset(holder, 0, sizeof *holder);
             V_VT(holder) = slot->referred;
         } else if (V_VT(holder) != slot->referred) {
-            result = VariantChangeType(holder, holder, 0, slot->referred);
+            result = ChangeVariant(holder, slot->referred);
         }
         V_VT(argument) = static_cast<VARTYPE>(VT_BYREF | slot->referred);
         V_BYREF(argument) =

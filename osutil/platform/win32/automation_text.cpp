@@ -21,8 +21,7 @@ std::size_t UpToZero(const Unit* text, std::size_t count) {
 CGNString NarrowText(const wchar_t* text, std::size_t count) {
     CGNString narrow;
     const auto units = reinterpret_cast<const unsigned short*>(text);
-    // Four bytes and two escapes of four make the longest character.
-    const std::uint64_t room = 12 * std::uint64_t{count};
+    const std::uint64_t room = kMostNarrowBytes * std::uint64_t{count};
     const Owned<char> buffer(static_cast<char*>(Allocate(room + 1)));
     if (!AssertAllocation(buffer.Get() != nullptr, "osutil/osautomation", __LINE__)) return narrow;
     std::size_t length = 0;

@@ -132,9 +132,8 @@ HRESULT PutItem(const COSOLEValue& item, VARTYPE type, char* place, std::size_t 
     Variant value;
     HRESULT result = ToVariant(item, value.Get());
     if (SUCCEEDED(result) && type != VT_VARIANT && V_VT(value.Get()) != type)
-        result = item.GetKind() == COSOLEValue::kEmpty
-                     ? S_FALSE  // as the array has it: 0, or none
-                     : VariantChangeType(value.Get(), value.Get(), 0, type);
+        result = item.GetKind() == COSOLEValue::kEmpty ? S_FALSE  // as the array has it: 0, or none
+                                                       : ChangeVariant(value.Get(), type);
     if (result != S_OK) return result;
     memcpy(place, type == VT_VARIANT ? value.Get() : Payload(value.Get()), size);
     V_VT(value.Get()) = VT_EMPTY;
@@ -216,22 +215,9 @@ HRESULT GetInteger(long long number, COSOLEValue* out) {
     return S_OK;
 }
 
-HRESULT GetScalar(const VARIANT& value, COSOLEValue* out) {
+// Of what is no scalar of another kind.
+HRESULT GetWholeNumber(const VARIANT& value, COSOLEValue* out) {
     switch (V_VT(&value)) {
-        case VT_EMPTY:
-            return S_OK;
-        case VT_NULL:
-            out->SetNull();
-            return S_OK;
-        case VT_ERROR:
-            if (V_ERROR(&value) == DISP_E_PARAMNOTFOUND)
-                out->SetMissing();
-            else
-                out->SetError(V_ERROR(&value));
-            return S_OK;
-        case VT_BOOL:
-            out->SetBoolean(V_BOOL(&value) != VARIANT_FALSE);
-            return S_OK;
         case VT_I1:
             return GetInteger(static_cast<signed char>(V_I1(&value)), out);
         case VT_UI1:
@@ -250,6 +236,27 @@ HRESULT GetScalar(const VARIANT& value, COSOLEValue* out) {
             return GetInteger(V_I8(&value), out);
         case VT_UI8:
             return GetUnsigned(V_UI8(&value), out);
+        default:
+            return DISP_E_BADVARTYPE;
+    }
+}
+
+HRESULT GetScalar(const VARIANT& value, COSOLEValue* out) {
+    switch (V_VT(&value)) {
+        case VT_EMPTY:
+            return S_OK;
+        case VT_NULL:
+            out->SetNull();
+            return S_OK;
+        case VT_ERROR:
+            if (V_ERROR(&value) == DISP_E_PARAMNOTFOUND)
+                out->SetMissing();
+            else
+                out->SetError(V_ERROR(&value));
+            return S_OK;
+        case VT_BOOL:
+            out->SetBoolean(V_BOOL(&value) != VARIANT_FALSE);
+            return S_OK;
         case VT_R4:
             out->SetReal(static_cast<double>(V_R4(&value)));
             return S_OK;
@@ -270,7 +277,7 @@ HRESULT GetScalar(const VARIANT& value, COSOLEValue* out) {
         case VT_UNKNOWN:
             return GetObject(V_UNKNOWN(&value), out);
         default:
-            return DISP_E_BADVARTYPE;
+            return GetWholeNumber(value, out);
     }
 }
 
@@ -327,6 +334,19 @@ HRESULT ToVariant(const COSOLEValue& value, VARIANT* out) {
             return PutBytes(value, out);
     }
     return DISP_E_BADVARTYPE;
+}
+
+HRESULT ChangeVariant(VARIANT* value, VARTYPE type) {
+    Variant before, after;
+    const bool exactly = V_VT(value) == VT_DECIMAL || V_VT(value) == VT_CY;
+    HRESULT result = S_OK;
+    if (exactly) result = VariantChangeType(before.Get(), value, 0, VT_DECIMAL);
+    if (SUCCEEDED(result)) result = VariantChangeType(value, value, 0, type);
+    if (FAILED(result) || !exactly) return result;
+    result = VariantChangeType(after.Get(), value, 0, VT_DECIMAL);
+    if (FAILED(result)) return result;
+    return VarDecCmp(&before.Get()->decVal, &after.Get()->decVal) == VARCMP_EQ ? S_OK
+                                                                               : DISP_E_OVERFLOW;
 }
 
 HRESULT FromVariant(const VARIANT& value, COSOLEValue* out) {

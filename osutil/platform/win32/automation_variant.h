@@ -42,6 +42,9 @@ class WideName {
 
 // *out is empty before; its owner clears it.
 HRESULT ToVariant(const COSOLEValue& value, VARIANT* out);
+// To a simple type, as COM does; but a decimal or an amount of money that would be rounded is
+// refused.
+HRESULT ChangeVariant(VARIANT* value, VARTYPE type);
 // Follows references. On failure *out is empty.
 HRESULT FromVariant(const VARIANT& value, COSOLEValue* out);
 

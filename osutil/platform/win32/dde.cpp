@@ -7,6 +7,7 @@
 #include <cwchar>
 
 #include "genutil/allocate.h"
+#include "osutil/platform/win32/dde_text.h"
 #include "osutil/platform/win32/windows_api.h"
 
 namespace genutil::platform {
@@ -79,8 +80,7 @@ struct DdeLink {
     DWORD timeout = 0;
     // And its result.
     DdeOutcome outcome = DdeOutcome::kFailed;
-    Owned<unsigned short> answer{nullptr};
-    std::size_t answerCount = 0;
+    DdeAnswer answer;
 
     bool HasEvents() const { return turn.Get() && request.Get() && done.Get() && end.Get(); }
     ~DdeLink() {
@@ -146,48 +146,14 @@ const wchar_t* Wide(const unsigned short* text) {
     return reinterpret_cast<const wchar_t*>(text);
 }
 
-// Text of the system's code page; the caller releases it. Null without memory.
-unsigned short* FromSystemText(const char* text, std::size_t bytes, std::size_t* count) {
-    const int size = static_cast<int>(bytes);
-    const auto wide = static_cast<unsigned short*>(Allocate((std::uint64_t{bytes} + 1) * 2));
-    if (wide)
-        *count = static_cast<std::size_t>(
-            MultiByteToWideChar(CP_ACP, 0, text, size, reinterpret_cast<wchar_t*>(wide), size));
-    return wide;
-}
-
-unsigned short* FromUnits(const BYTE* data, std::size_t units, std::size_t* count) {
-    const auto wide = static_cast<unsigned short*>(Allocate((std::uint64_t{units} + 1) * 2));
-    if (!wide) return nullptr;
-    std::memcpy(wide, data, units * 2);
-    wide[units] = 0;
-    *count = std::wcslen(reinterpret_cast<wchar_t*>(wide));
-    return wide;
-}
-
-// What a partner sent, up to its first 0, if there is one.
 bool TakeAnswer(DdeLink& link, HDDEDATA data, UINT format) {
     DWORD size = 0;
     const BYTE* const bytes = DdeAccessData(data, &size);
     if (!bytes) return false;
-    const auto text = reinterpret_cast<const char*>(bytes);
-    link.answerCount = 0;
-    link.answer.Reset(format == CF_UNICODETEXT
-                          ? FromUnits(bytes, size / 2, &link.answerCount)
-                          : FromSystemText(text, strnlen(text, size), &link.answerCount));
+    const bool taken = format == CF_UNICODETEXT ? link.answer.TakeUnits(bytes, size / 2)
+                                                : link.answer.TakeSystemText(bytes, size);
     DdeUnaccessData(data);
-    return link.answer.Get() != nullptr;
-}
-
-// An item's text in the system's code page, for a partner that knows no other.
-bool MakeSystemText(const wchar_t* text, std::size_t count, Owned<char>& made, DWORD* size) {
-    const int units = static_cast<int>(count + 1);
-    const int room = WideCharToMultiByte(CP_ACP, 0, text, units, nullptr, 0, nullptr, nullptr);
-    made.Reset(static_cast<char*>(Allocate(static_cast<std::uint64_t>(room))));
-    if (!made.Get()) return false;
-    *size = static_cast<DWORD>(
-        WideCharToMultiByte(CP_ACP, 0, text, units, made.Get(), room, nullptr, nullptr));
-    return true;
+    return taken;
 }
 
 DdeOutcome OutcomeOf(UINT error) {
@@ -207,6 +173,11 @@ DdeOutcome OutcomeOf(UINT error) {
         default:
             return DdeOutcome::kFailed;
     }
+}
+
+void PumpMessages() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
 }
 
 class Conversation {
@@ -246,11 +217,9 @@ class Conversation {
             Send(item.Get(), m_link.text.Get(), poke ? size : 0, CF_UNICODETEXT, deadline);
         if (outcome != DdeOutcome::kRefused || m_link.end.IsSet()) return outcome;
         // To a partner that knows the system's text only.
-        Owned<char> text(nullptr);
-        DWORD bytes = 0;
-        if (poke && !MakeSystemText(m_link.text.Get(), m_link.call.count, text, &bytes))
-            return DdeOutcome::kFailed;
-        return Send(item.Get(), text.Get(), bytes, CF_TEXT, deadline);
+        DdeSystemText text;
+        if (poke && !text.Make(m_link.text.Get(), m_link.call.count)) return DdeOutcome::kFailed;
+        return Send(item.Get(), text.Get(), text.Size(), CF_TEXT, deadline);
     }
 
   private:
@@ -265,9 +234,22 @@ class Conversation {
         m_link.partner = OpenProcess(SYNCHRONIZE, FALSE, process);
     }
 
+    // A partner may acknowledge the data that it gave, as Wine's do, and the next call would take
+    // that for its own answer. Once the partner has taken what is sent to it now, all that it
+    // posted before is in the queue of this thread, and goes where no call is under way.
+    void TakeLateAnswers(const Deadline& deadline) {
+        if (!m_hadData) return;
+        m_hadData = false;
+        DWORD_PTR ignored = 0;
+        SendMessageTimeoutW(m_link.partnerWindow, WM_NULL, 0, 0, SMTO_NORMAL, deadline.Left(),
+                            &ignored);
+        PumpMessages();
+    }
+
     DdeOutcome Send(HSZ item, const void* text, DWORD size, UINT format, const Deadline& deadline) {
         const DdeCall::Kind kind = m_link.call.kind;
         static constexpr UINT kTypes[] = {XTYP_EXECUTE, XTYP_POKE, XTYP_REQUEST};
+        TakeLateAnswers(deadline);
         const DWORD left = deadline.Left();
         if (left == 0) return DdeOutcome::kTimedOut;
         DWORD flags = 0;
@@ -283,6 +265,7 @@ class Conversation {
             return flags & DDE_FBUSY ? DdeOutcome::kBusy : OutcomeOf(error);
         }
         if (kind == DdeCall::kRequest) {
+            m_hadData = true;
             const bool taken = TakeAnswer(m_link, data, format);
             DdeFreeDataHandle(data);
             return taken ? DdeOutcome::kDone : DdeOutcome::kFailed;
@@ -295,12 +278,8 @@ class Conversation {
     DdeLink& m_link;
     const Instance& m_instance;
     HCONV m_handle = nullptr;
+    bool m_hadData = false;  // the latest call was answered by data
 };
-
-void PumpMessages() {
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
-}
 
 // Carries out calls until the link or the partner ends, or time runs out for an answer: the result
 // of the call that is under way then.
@@ -419,8 +398,8 @@ DdeOutcome TakeTurn(DdeLink& link, const DdeCall& call, const Deadline& deadline
         return outcome;
     }
     if (outcome == DdeOutcome::kDone && call.take)
-        call.take(call.context, link.answer.Get(), link.answerCount);
-    link.answer.Reset(nullptr);
+        call.take(call.context, link.answer.Get(), link.answer.Count());
+    link.answer.Clear();
     return outcome;
 }
 

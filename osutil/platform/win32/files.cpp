@@ -30,8 +30,19 @@ Access AccessOf(Opening opening) {
     return {GENERIC_WRITE, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL};
 }
 
-// A single call of the system moves this much.
-constexpr std::size_t kMostAtOnce = 0x40000000;
+// Has the system move bytes from or to where the file is; whether all were.
+template <class Move, class Byte>
+bool MoveAll(HANDLE file, Byte* bytes, std::size_t count, Move move) {
+    constexpr std::size_t kMostAtOnce = 0x40000000;
+    while (count > 0) {
+        const auto part = static_cast<DWORD>(std::min(count, kMostAtOnce));
+        DWORD done = 0;
+        if (!move(file, bytes, part, &done, nullptr) || done == 0) return false;
+        bytes += done;
+        count -= done;
+    }
+    return true;
+}
 
 bool AtEnd(HANDLE file) {
     LARGE_INTEGER none = {};
@@ -73,26 +84,12 @@ std::int64_t File::Size() const {
 bool File::ReadAt(std::int64_t offset, char* out, std::size_t count) {
     LARGE_INTEGER start;
     start.QuadPart = offset;
-    if (!SetFilePointerEx(HandleOf(m_handle), start, nullptr, FILE_BEGIN)) return false;
-    while (count > 0) {
-        const auto part = static_cast<DWORD>(std::min(count, kMostAtOnce));
-        DWORD done = 0;
-        if (!ReadFile(HandleOf(m_handle), out, part, &done, nullptr) || done == 0) return false;
-        out += done;
-        count -= done;
-    }
-    return true;
+    return SetFilePointerEx(HandleOf(m_handle), start, nullptr, FILE_BEGIN) &&
+           MoveAll(HandleOf(m_handle), out, count, ReadFile);
 }
 
 bool File::Write(const char* bytes, std::size_t count) {
-    while (count > 0) {
-        const auto part = static_cast<DWORD>(std::min(count, kMostAtOnce));
-        DWORD done = 0;
-        if (!WriteFile(HandleOf(m_handle), bytes, part, &done, nullptr) || done == 0) return false;
-        bytes += done;
-        count -= done;
-    }
-    return true;
+    return MoveAll(HandleOf(m_handle), bytes, count, WriteFile);
 }
 
 bool File::Close() {
@@ -103,6 +100,13 @@ bool File::Close() {
 }
 
 // -- By path -------------------------------------------------------------------------------------
+
+std::FILE* OpenStream(const char* path, const char* mode) {
+    const SystemPath name(path);
+    wchar_t wideMode[4] = {};
+    for (int i = 0; i < 3 && mode[i]; ++i) wideMode[i] = static_cast<wchar_t>(mode[i]);
+    return name.Get() ? _wfopen(name.Get(), wideMode) : nullptr;
+}
 
 bool Exists(const char* path) {
     const SystemPath name(path);

@@ -63,8 +63,7 @@ bool SystemPath::Extend(const wchar_t* path) {
 NameText::NameText(const wchar_t* name) {
     const auto units = reinterpret_cast<const unsigned short*>(name);
     const std::size_t count = std::wcslen(name);
-    // Four bytes and two escapes of four make the longest character.
-    const std::size_t room = 12 * count;
+    const std::size_t room = kMostNarrowBytes * count;
     char* const out = m_buffer.Reserve(room + 1);
     if (!out) return;
     const long length = ToNarrowLossy(out, room, units, count);

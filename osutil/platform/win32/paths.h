@@ -30,17 +30,9 @@ class SystemPath {
 };
 
 // A name that the system gave, in the current code set, with "?" for what it does not have.
-class NameText {
+class NameText : public NarrowedName {
   public:
     explicit NameText(const wchar_t* name);
-    NameText(const NameText&) = delete;
-    NameText& operator=(const NameText&) = delete;
-
-    const char* Get() const { return m_name; }  // null when memory ran out, which has been reported
-
-  private:
-    PathBuffer<char> m_buffer;
-    const char* m_name = nullptr;
 };
 
 }  // namespace genutil::platform

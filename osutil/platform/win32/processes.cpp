@@ -1,7 +1,6 @@
 // Programs started with CreateProcess and documents with ShellExecuteEx.
 #include "osutil/platform/processes.h"
 
-#include "mbutil.h"
 #include "osutil/platform/path_units.h"
 #include "osutil/platform/win32/paths.h"
 #include "osutil/platform/win32/windows_api.h"
@@ -82,13 +81,6 @@ bool ReadAll(HANDLE pipe, TakeOutput take, void* context) {
     return GetLastError() == ERROR_BROKEN_PIPE;
 }
 
-// In the current code set, which the system knows nothing of.
-void Narrow(const wchar_t* text, char* out, std::size_t size) {
-    const NameText narrow(text);
-    const char* const from = narrow.Get() ? narrow.Get() : "";
-    out[mbstrncpyi(out, from, static_cast<unsigned>(size - 1))] = 0;
-}
-
 }  // namespace
 
 long RunProgram(const char* commandLine, TakeOutput take, void* context) {
@@ -130,7 +122,7 @@ void DescribeError(unsigned long error, char* out, std::size_t size) {
         FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
         nullptr, error, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT),
         reinterpret_cast<wchar_t*>(&text), 0, nullptr);
-    Narrow(text ? text : L"", out, size);
+    NameText(text ? text : L"").CopyTo(out, size);
     LocalFree(text);
 }
 
@@ -157,8 +149,9 @@ bool ReadVariable(const char* name, char* out, std::size_t size) {
     SetLastError(ERROR_SUCCESS);
     const DWORD length = GetEnvironmentVariableW(Wide(wideName), value, 32767);
     if ((length == 0 && GetLastError() != ERROR_SUCCESS) || length >= 32767) return false;
-    Narrow(value, out, size);
-    return true;
+    const NameText text(value);
+    text.CopyTo(out, size);
+    return text.Get() != nullptr;
 }
 
 }  // namespace genutil::platform
