@@ -6,6 +6,7 @@
 #include "genutil/calendar.h"
 #include "genutil/date_access.h"
 #include "genutil/locale_access.h"
+#include "genutil/mbutil/ascii.h"
 #include "mbutil.h"
 
 namespace genutil {
@@ -14,14 +15,10 @@ namespace {
 
 constexpr long kJapaneseEras = 3;
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 // The length of the first B.C. marker, in their order, that stands anywhere in the text; 0 for
 // none. Most years end the text, and digits are no marker.
 std::size_t MarkerIn(const char* text) {
-    while (IsDigit(*text)) ++text;
+    while (IsAsciiDigit(*text)) ++text;
     if (!*text || !FindBcMarkerStart(text)) return 0;
     for (int i = 0; const char* marker = BcMarkerToRead(i); ++i)
         if (mbstrstr(text, marker)) return std::strlen(marker);
@@ -32,7 +29,7 @@ std::size_t MarkerIn(const char* text) {
 
 int CountDigits(const char* p, int* number) {
     int digits = 0, value = 0;
-    for (; IsDigit(p[digits]); ++digits)
+    for (; IsAsciiDigit(p[digits]); ++digits)
         value = value > (INT32_MAX - 9) / 10 ? INT32_MAX / 10 * 10 : value * 10 + (p[digits] - '0');
     *number = value;
     return digits;
@@ -120,7 +117,7 @@ void DateReader::Year() {
         const int digits = m_scratch.yearDigits = CountDigits(from, &number);
         m_scratch.year = YearOfDigits(number, digits, m_locale, m_scratch);
         m_at = from + digits;
-    } else if (IsDigit(*from)) {
+    } else if (IsAsciiDigit(*from)) {
         // "44 B.C." leaves its digits to be read again: programs find the marker by them.
         CountDigits(from, &number);
         m_at = from;

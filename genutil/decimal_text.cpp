@@ -6,16 +6,13 @@
 #include <cstring>
 
 #include "genutil/digit_masks.h"
+#include "genutil/mbutil/ascii.h"
 
 namespace genutil {
 namespace {
 
-constexpr bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 bool AreDigits(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), IsDigit);
+    return std::all_of(text.begin(), text.end(), IsAsciiDigit);
 }
 
 std::string_view WithoutTrailingBlanks(std::string_view text) {
@@ -56,7 +53,7 @@ bool TakeSign(std::string_view prefix, std::string_view suffix, DecimalNumber& n
 DecimalStatus TakeInteger(std::string_view digits, char separator, DecimalNumber& number) {
     std::size_t n = 0;
     for (const char c : digits) {
-        const bool isDigit = IsDigit(c);
+        const bool isDigit = IsAsciiDigit(c);
         if (!(isDigit | (c == separator))) {
             number.integer = {number.storage, n};
             return DecimalStatus::kInvalid;
@@ -84,7 +81,7 @@ struct Run {
 
 Run FindRun(std::string_view text, const DecimalSymbols& symbols) {
     Run run;
-    const auto begins = [&](char c) { return IsDigit(c) || c == symbols.decimal; };
+    const auto begins = [&](char c) { return IsAsciiDigit(c) || c == symbols.decimal; };
     std::size_t at = CountBlanks(text);
     while (at < text.size() && !begins(text[at])) ++at;
     if (at == text.size()) return run;
@@ -137,7 +134,7 @@ bool IsCDecimal(std::string_view text) {
     text = WithoutTrailingBlanks(text);
     text.remove_prefix(BeginOfCDigits(text));
     return std::all_of(text.begin(), text.end(),
-                       [](char c) { return IsDigit(c) || c == kCSymbols.decimal; });
+                       [](char c) { return IsAsciiDigit(c) || c == kCSymbols.decimal; });
 }
 
 // Of the text without blanks behind it, and of its run.
@@ -268,7 +265,7 @@ class Groups {
             const char c = m_rest.front();
             m_rest.remove_prefix(1);
             if (c == ';') continue;
-            if (!IsDigit(c)) {
+            if (!IsAsciiDigit(c)) {
                 m_rest = {};
                 return 0;
             }

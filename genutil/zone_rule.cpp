@@ -1,15 +1,10 @@
 #include "genutil/zone_rule.h"
 
+#include "genutil/mbutil/ascii.h"
+
 namespace genutil {
 
 namespace {
-
-bool IsLetter(char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 // Each reads one element of the grammar at p and moves behind it; false when it is not there.
 class Reader {
@@ -28,7 +23,8 @@ class Reader {
     bool Name(char (&out)[16]) {
         const bool quoted = Skip('<');
         std::size_t n = 0;
-        while (IsLetter(*m_at) || (quoted && (IsDigit(*m_at) || *m_at == '+' || *m_at == '-'))) {
+        while (IsAsciiLetter(*m_at) ||
+               (quoted && (IsAsciiDigit(*m_at) || *m_at == '+' || *m_at == '-'))) {
             if (n + 1 == sizeof out) return false;
             out[n++] = *m_at++;
         }
@@ -37,9 +33,9 @@ class Reader {
     }
 
     bool Number(int least, int most, int* out) {
-        if (!IsDigit(*m_at)) return false;
+        if (!IsAsciiDigit(*m_at)) return false;
         int value = 0;
-        while (IsDigit(*m_at) && value <= most) value = value * 10 + (*m_at++ - '0');
+        while (IsAsciiDigit(*m_at) && value <= most) value = value * 10 + (*m_at++ - '0');
         *out = value;
         return value >= least && value <= most;
     }

@@ -11,6 +11,8 @@
 #include <mutex>
 #include <new>
 
+#include "genutil/mbutil/ascii.h"
+
 namespace genutil::platform {
 
 const bool kZoneVariableTakesNames = true;
@@ -35,8 +37,7 @@ bool WritePath(char* out, std::size_t size, const char* file) {
 bool IsZoneName(const char* name) {
     if (!*name || *name == '/') return false;
     for (const char* p = name; *p; ++p) {
-        const bool letter = (*p >= 'A' && *p <= 'Z') || (*p >= 'a' && *p <= 'z');
-        if (!letter && !(*p >= '0' && *p <= '9') && !std::strchr("/_+-", *p)) return false;
+        if (!IsAsciiLetter(*p) && !IsAsciiDigit(*p) && !std::strchr("/_+-", *p)) return false;
     }
     return true;
 }
