@@ -12,7 +12,8 @@ FileCode FileCodeOf(int error) {
         case EEXIST:
             return kExists;
         case ENOENT:
-        case ENOTDIR:  // a file stands where the path needs a directory
+        case ENOTDIR:       // a file stands where the path needs a directory
+        case ENAMETOOLONG:  // no such name can exist
             return kNotFound;
         case EACCES:
         case EPERM:
