@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 
 namespace genutil::platform {
 
@@ -47,6 +48,10 @@ class File {
     std::intptr_t m_handle;
     FileCode m_code;
 };
+
+// The place in a stream of the C library, beyond 2 GB too; -1 when it has none.
+std::int64_t PlaceIn(std::FILE* stream);
+bool GoTo(std::FILE* stream, std::int64_t place);
 
 bool Exists(const char* path);  // whether anything has the name, be it a link to nothing
 
