@@ -16,6 +16,13 @@ bool AppendDate(TextBuilder& out, DateFields& date, unsigned char* yearFirst, lo
 // The same for a time.
 void AppendTime(TextBuilder& out, const ClockFields& time, CLCLocale* locale);
 
+// Replaces a text by a number, as printf writes "%0*d"; 1.
+inline unsigned char ReplaceByNumber(CGNString& out, int number, int width) {
+    out.Clear();
+    TextBuilder(out).AppendNumber(number, width);
+    return 1;
+}
+
 // A sum of values that nobody checked, which wraps around.
 constexpr int Added(int a, int b) {
     return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b));

@@ -44,7 +44,6 @@ bool WriteDate(TextBuilder& out, const Picture& picture, const DateFields& date,
 constexpr int HourOf12(int hour) {
     return hour % 12 == 0 ? 12 : hour % 12;
 }
-void WriteMarker(TextBuilder& out, const ClockFields& time, const CLCLocale& locale);
 
 // Writes a time as the picture has it; every picture is good.
 void WriteTime(TextBuilder& out, const Picture& picture, const ClockFields& time,

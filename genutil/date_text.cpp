@@ -92,26 +92,20 @@ unsigned char CGNDate::FormatForCalendarDisplay(long style) {
 
 // -- Components ----------------------------------------------------------------------------------
 
-static unsigned char Number(CGNString& out, int number, int width) {
-    out.Clear();
-    TextBuilder(out).AppendNumber(number, width);
-    return 1;
-}
-
 unsigned char CGNDate::DayNum(CGNString& out) const {
-    return Number(out, m_day, 1);
+    return ReplaceByNumber(out, m_day, 1);
 }
 unsigned char CGNDate::DayNumLZ(CGNString& out) const {
-    return Number(out, m_day, 2);
+    return ReplaceByNumber(out, m_day, 2);
 }
 unsigned char CGNDate::WeekDayNum(CGNString& out) const {
-    return Number(out, m_weekday, 1);
+    return ReplaceByNumber(out, m_weekday, 1);
 }
 unsigned char CGNDate::MonthNum(CGNString& out) const {
-    return Number(out, m_month, 1);
+    return ReplaceByNumber(out, m_month, 1);
 }
 unsigned char CGNDate::MonthNumLZ(CGNString& out) const {
-    return Number(out, m_month, 2);
+    return ReplaceByNumber(out, m_month, 2);
 }
 unsigned char CGNDate::DayAbbrev(CGNString& out) const {
     const DateFields fields = FieldsOf(*this, 0);

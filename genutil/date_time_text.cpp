@@ -19,12 +19,6 @@ DateFields FieldsOf(const CLCLocale* locale, int year, int month, int day, int w
     return {shown, Added(month, 1), day, named ? NameOfWeekday(weekday) : -1, false, false, true};
 }
 
-unsigned char Number(CGNString& out, int number, int width) {
-    out.Clear();
-    TextBuilder(out).AppendNumber(number, width);
-    return 1;
-}
-
 }  // namespace
 
 unsigned char CGNDateTime::AddDateIn(CLCLocale* locale, long style) {
@@ -85,19 +79,19 @@ unsigned char CGNDateTime::DateSep(CGNString& out) {
 // -- Components ----------------------------------------------------------------------------------
 
 unsigned char CGNDateTime::DayNum(CGNString& out) const {
-    return Number(out, m_day, 1);
+    return ReplaceByNumber(out, m_day, 1);
 }
 unsigned char CGNDateTime::DayNumLZ(CGNString& out) const {
-    return Number(out, m_day, 2);
+    return ReplaceByNumber(out, m_day, 2);
 }
 unsigned char CGNDateTime::WeekDayNum(CGNString& out) const {
-    return Number(out, Added(m_weekday, 1), 1);
+    return ReplaceByNumber(out, Added(m_weekday, 1), 1);
 }
 unsigned char CGNDateTime::MonthNum(CGNString& out) const {
-    return Number(out, Added(m_month, 1), 1);
+    return ReplaceByNumber(out, Added(m_month, 1), 1);
 }
 unsigned char CGNDateTime::MonthNumLZ(CGNString& out) const {
-    return Number(out, Added(m_month, 1), 2);
+    return ReplaceByNumber(out, Added(m_month, 1), 2);
 }
 
 template <class Write>
@@ -145,28 +139,28 @@ unsigned char CGNDateTime::Emperor(CGNString& out) const {
 }
 
 unsigned char CGNDateTime::Hour12(CGNString& out) const {
-    return Number(out, HourOf12(m_hour), 1);
+    return ReplaceByNumber(out, HourOf12(m_hour), 1);
 }
 unsigned char CGNDateTime::Hour12LZ(CGNString& out) const {
-    return Number(out, HourOf12(m_hour), 2);
+    return ReplaceByNumber(out, HourOf12(m_hour), 2);
 }
 unsigned char CGNDateTime::Hour24(CGNString& out) const {
-    return Number(out, m_hour, 1);
+    return ReplaceByNumber(out, m_hour, 1);
 }
 unsigned char CGNDateTime::Hour24LZ(CGNString& out) const {
-    return Number(out, m_hour, 2);
+    return ReplaceByNumber(out, m_hour, 2);
 }
 unsigned char CGNDateTime::Minute(CGNString& out) const {
-    return Number(out, m_minute, 1);
+    return ReplaceByNumber(out, m_minute, 1);
 }
 unsigned char CGNDateTime::MinuteLZ(CGNString& out) const {
-    return Number(out, m_minute, 2);
+    return ReplaceByNumber(out, m_minute, 2);
 }
 unsigned char CGNDateTime::Second(CGNString& out) const {
-    return Number(out, m_second, 1);
+    return ReplaceByNumber(out, m_second, 1);
 }
 unsigned char CGNDateTime::SecondLZ(CGNString& out) const {
-    return Number(out, m_second, 2);
+    return ReplaceByNumber(out, m_second, 2);
 }
 unsigned char CGNDateTime::AMPMMarker(CGNString& out) const {
     return CGNTime(m_hour < 12 ? 0L : 43200L).AMPMMarker(out);

@@ -12,12 +12,6 @@ namespace {
 constexpr int kSecondsOfDay = 86400;
 enum RangeStatus { kValid = 1, kOutOfRange = 3 };
 
-unsigned char Number(CGNString& out, int number, int width) {
-    out.Clear();
-    TextBuilder(out).AppendNumber(number, width);
-    return 1;
-}
-
 }  // namespace
 
 CGNTime::CGNTime() : CGNTime(0L) {}
@@ -117,28 +111,28 @@ void CGNTime::GetMinMaxTimeRange(CGNString& earliest, CGNString& latest) {
 }
 
 unsigned char CGNTime::Hour12(CGNString& out) const {
-    return Number(out, HourOf12(m_hour), 1);
+    return ReplaceByNumber(out, HourOf12(m_hour), 1);
 }
 unsigned char CGNTime::Hour12LZ(CGNString& out) const {
-    return Number(out, HourOf12(m_hour), 2);
+    return ReplaceByNumber(out, HourOf12(m_hour), 2);
 }
 unsigned char CGNTime::Hour24(CGNString& out) const {
-    return Number(out, m_hour, 1);
+    return ReplaceByNumber(out, m_hour, 1);
 }
 unsigned char CGNTime::Hour24LZ(CGNString& out) const {
-    return Number(out, m_hour, 2);
+    return ReplaceByNumber(out, m_hour, 2);
 }
 unsigned char CGNTime::Minute(CGNString& out) const {
-    return Number(out, m_minute, 1);
+    return ReplaceByNumber(out, m_minute, 1);
 }
 unsigned char CGNTime::MinuteLZ(CGNString& out) const {
-    return Number(out, m_minute, 2);
+    return ReplaceByNumber(out, m_minute, 2);
 }
 unsigned char CGNTime::Second(CGNString& out) const {
-    return Number(out, m_second, 1);
+    return ReplaceByNumber(out, m_second, 1);
 }
 unsigned char CGNTime::SecondLZ(CGNString& out) const {
-    return Number(out, m_second, 2);
+    return ReplaceByNumber(out, m_second, 2);
 }
 unsigned char CGNTime::AMPMMarker(CGNString& out) const {
     if (const CLCLocale* locale = CLCGlobalLocale::Instance())

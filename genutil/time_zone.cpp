@@ -55,13 +55,12 @@ CGNString OSTimeZone::GetSystemTZ() const {
 void OSTimeZone::SetTZ(const char* zone) {
     if (!IsThreaded()) return;
     if (!zone) zone = "";
-    if (platform::ZoneVariableIs(zone)) return;
     // The date classes call with mutexes of their own.
     static std::mutex oneAtATime;
     const std::lock_guard<std::mutex> lock(oneAtATime);
     char current[kVariableSize];
     platform::GetZoneVariable(current, sizeof current);
-    if (!*zone && !*current) return;
+    if (std::strcmp(zone, current) == 0) return;
     if (std::strlen(zone) + sizeof "TZ=" > sizeof m_environment) return;
     std::snprintf(m_environment, sizeof m_environment, "TZ=%s", zone);
     // Runtimes are known that do not take the first zone they are given.

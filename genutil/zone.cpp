@@ -135,19 +135,12 @@ Zone* Zone::Load(const char* variable) {
 }
 
 const Zone& Zone::Find(const char* variable) {
-    static thread_local const Zone* last = nullptr;
-    if (last && std::strcmp(last->m_variable, variable) == 0) return *last;
-    const Zone& zone = FindOrLoad(variable);
-    if (zone.m_variable) last = &zone;
-    return zone;
-}
-
-const Zone& Zone::FindOrLoad(const char* variable) {
     for (const Zone* zone = g_zones.load(std::memory_order_acquire); zone; zone = zone->m_next)
         if (std::strcmp(zone->m_variable, variable) == 0) return *zone;
     static constexpr Period kAlways = {0, 0, false};
     static const Zone utc = [] {
         Zone zone = {};
+        zone.m_variable = "";
         ParseZoneRule("UTC0", &zone.m_rule);
         zone.m_count = 1;
         zone.m_periods = &kAlways;

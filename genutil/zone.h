@@ -34,6 +34,9 @@ class Zone {
     // them unchanged, outside of 0 to kLastSecond.
     std::int32_t FromLocal(std::tm* local) const;
 
+    // The text that it was found by; empty when it stands in for one that could not be kept.
+    const char* Variable() const { return m_variable; }
+
     // The rule in force today.
     const ZoneRule& Rule() const { return m_rule; }
 
@@ -46,7 +49,6 @@ class Zone {
     static constexpr int kBucketBits = 22;  // 48 days
     static constexpr std::size_t kBuckets = (std::size_t{1} << (31 - kBucketBits)) + 1;
 
-    static const Zone& FindOrLoad(const char* variable);
     static Zone* Load(const char* variable);
     static Zone* Make(const ZonePeriods& periods, const ZoneRule& rule, const char* variable);
     std::size_t IndexAt(std::int32_t seconds) const;

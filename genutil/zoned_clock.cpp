@@ -8,31 +8,66 @@
 #include "osutil/mutex_holder.h"
 #include "osutil/platform/clock.h"
 #include "osutil/platform/zones.h"
+#include "osutil/thread_record.h"
 #include "osutil/thread_value.h"
 #include "osutil/threaded.h"
 
 namespace genutil {
 
 struct ZoneAccess {
+    static OSTimeZone* Instance() {
+        OSTimeZone* zone = OSTimeZone::m_instance;
+        return zone ? zone : OSTimeZone::GetInstance();
+    }
     // No copy, which without memory would be empty: the zone of the machine.
     static const char* SystemZone(const OSTimeZone& zone) { return zone.m_systemZone; }
 };
 
 namespace {
 
+// Longer ones count as not set.
+constexpr std::size_t kVariableSize = 256;
+
+const Zone& ZoneOfVariable() {
+    char variable[kVariableSize];
+    return Zone::Find(platform::GetZoneVariable(variable, sizeof variable) ? variable
+                                                                           : kMachineZone);
+}
+
+// Where the zone of the last conversion is kept: with the thread, so that none waits for another.
+// Null without memory for what is kept of a thread.
+ZoneInUse* LastZone() {
+    static ZoneInUse ofProcess;
+    if (!IsThreaded()) return &ofProcess;
+    ThreadRecord* self = CurrentThreadRecord();
+    return self ? &self->lastZone : nullptr;
+}
+
+// The zone of a text, after the variable was made that text. It is kept if nobody else changed the
+// variable meanwhile.
+[[gnu::noinline]] const Zone& ZoneFor(OSTimeZone* process, const char* own, ZoneInUse* last) {
+    if (own && process) process->SetTZ(own);
+    const std::uint32_t state = platform::ZoneVariableState();
+    const Zone& ofVariable = ZoneOfVariable();
+    const Zone& zone = own ? Zone::Find(*own ? own : kMachineZone) : ofVariable;
+    if (last && &zone == &ofVariable && platform::ZoneVariableState() == state)
+        *last = {&zone, state};
+    return zone;
+}
+
 // The zone to convert in, made that of the process first as programs expect. A thread with a zone
 // of its own converts in it even when another class sets the variable at the same moment.
 const Zone& ZoneInForce() {
-    OSTimeZone* zone = OSTimeZone::GetInstance();
+    OSTimeZone* process = ZoneAccess::Instance();
     const char* own = IsThreaded() ? ThreadZone() : nullptr;
-    if (own) {
-        if (zone) zone->SetTZ(own);
-        return Zone::Find(*own ? own : kMachineZone);
+    const std::uint32_t state =
+        IsThreaded() ? platform::ZoneVariableState() : platform::RereadZoneVariable();
+    ZoneInUse* last = LastZone();
+    if (last && state != 0 && last->state == state) {
+        const Zone& zone = *static_cast<const Zone*>(last->zone);
+        if (!own || std::strcmp(*own ? own : kMachineZone, zone.Variable()) == 0) return zone;
     }
-    if (zone) zone->SetThreadTZ();
-    char variable[256];
-    return Zone::Find(platform::GetZoneVariable(variable, sizeof variable) ? variable
-                                                                           : kMachineZone);
+    return ZoneFor(process, own, last);
 }
 
 }  // namespace

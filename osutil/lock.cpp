@@ -65,11 +65,11 @@ namespace genutil {
 }  // namespace genutil
 
 void OSMutexWait(_osmutex* mutex) {
-    if (IsThreaded() && mutex && !TakeMutexAtOnce(mutex, Sharing::kShared)) WaitAtLength(mutex);
+    WaitMutex(mutex);
 }
 
 void OSMutexRelease(_osmutex* mutex) {
-    if (IsThreaded() && mutex) ReleaseMutex(mutex, Sharing::kShared);
+    EndMutex(mutex);
 }
 
 unsigned char OSMutexWaitIsPresentThisThread(_osmutex* mutex) {

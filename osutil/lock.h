@@ -3,6 +3,7 @@
 
 #include <atomic>
 
+#include "osthread.h"
 #include "osutil/platform/threading.h"
 #include "osutil/thread_record.h"
 #include "osutil/threaded.h"
@@ -49,6 +50,14 @@ inline bool ReleaseMutex(_osmutex* mutex, Sharing sharing) {
     if (!self || !self->held.RemoveLast(mutex)) return ReleaseAtLength(mutex);
     self->CountCall();
     return ReleaseHandle(mutex, sharing);
+}
+
+// OSMutexWait and OSMutexRelease, for callers inside.
+inline void WaitMutex(_osmutex* mutex) {
+    if (IsThreaded() && mutex && !TakeMutexAtOnce(mutex, Sharing::kShared)) WaitAtLength(mutex);
+}
+inline void EndMutex(_osmutex* mutex) {
+    if (IsThreaded() && mutex) ReleaseMutex(mutex, Sharing::kShared);
 }
 
 }  // namespace genutil

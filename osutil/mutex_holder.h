@@ -1,18 +1,14 @@
 // A mutex held for the length of a scope.
 #pragma once
 
-#include "osthread.h"
+#include "osutil/lock.h"
 
 namespace genutil {
 
 class MutexHolder {
   public:
-    explicit MutexHolder(_osmutex* mutex) : m_mutex(mutex) {  // null holds nothing
-        if (m_mutex) OSMutexWait(m_mutex);
-    }
-    ~MutexHolder() {
-        if (m_mutex) OSMutexRelease(m_mutex);
-    }
+    explicit MutexHolder(_osmutex* mutex) : m_mutex(mutex) { WaitMutex(m_mutex); }  // null is none
+    ~MutexHolder() { EndMutex(m_mutex); }
     MutexHolder(const MutexHolder&) = delete;
     MutexHolder& operator=(const MutexHolder&) = delete;
 

@@ -1,5 +1,5 @@
-// What the library keeps for each thread: the mutexes it holds, the value of its variable store and
-// a count of its calls.
+// What the library keeps for each thread: the mutexes it holds, the value of its variable store,
+// the zone it last converted in and a count of its calls.
 //
 // Records stand in 211 buckets by thread number, and a question about a mutex is put to a whole
 // bucket. A thread changes its own record only, so nothing here locks; other threads of the bucket
@@ -67,14 +67,21 @@ class HeldMutexes {
     std::uint32_t m_capacity{kFirstCapacity};
 };
 
+// The zone of a thread's last conversion, and the state of TZ in which it was the right one.
+struct ZoneInUse {
+    const void* zone = nullptr;
+    std::uint32_t state = 0;
+};
+
 struct ThreadRecord {
     HeldMutexes held;
     void* value = nullptr;                  // of the variable store
     void (*releaseValue)(void*) = nullptr;  // null where the value is not the library's own
     std::atomic<std::uint32_t> calls{0};    // of lock functions
     std::uint32_t thread = 0;               // its number
-    std::atomic<bool> used{true};           // by a thread that runs
-    ThreadRecord* next = nullptr;           // in the bucket
+    ZoneInUse lastZone;
+    std::atomic<bool> used{true};  // by a thread that runs
+    ThreadRecord* next = nullptr;  // in the bucket
 
     void CountCall() {
         calls.store(calls.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 namespace genutil::platform {
 
@@ -29,12 +30,14 @@ bool ReadSystemZone(char* name, std::size_t size);
 // The variable TZ of the process. Reading gives false, and an empty text, when it is not set or
 // does not fit; setting copies the text, null removes the variable, and the C library goes by it.
 bool GetZoneVariable(char* out, std::size_t size);
-// Whether it is set to a text; fast when asked again.
-bool ZoneVariableIs(const char* text);
 void SetZoneVariable(const char* text);
 
-// Has the C library read the variable again.
-void RereadZoneVariable();
+// A number for what the variable is, set or not: the same as long as it did not change, and another
+// one afterwards. 0 where that is not known, as of a very long text. Fast when asked again.
+std::uint32_t ZoneVariableState();
+
+// Has the C library read the variable again, if that can make a difference; the same number.
+std::uint32_t RereadZoneVariable();
 
 // Whether the C library finds a zone whose name the variable holds, or understands rules only.
 extern const bool kZoneVariableTakesNames;

@@ -202,21 +202,51 @@ bool ReadSystemZone(char* name, std::size_t size) {
     return std::snprintf(name, size, "UTC") < static_cast<int>(size);
 }
 
-// The thread remembers where in the environment the variable stands, since looking for it takes
-// longer than a conversion. A place that another program part changed meanwhile no longer holds the
-// same pointer. Null when it is not set. The lock is held.
+// What the variable was when it was last looked at; the lock is held. Looking for it takes longer
+// than a conversion, so its place in the environment is remembered: one that another program part
+// changed no longer holds the same pointer.
+static struct {
+    char** environment;
+    std::size_t slot;
+    const char* entry;    // "TZ=..." in that slot, null when the variable is not set
+    bool own;             // made by setenv here, and so never changed in place
+    bool isSet;           // what `state` stands for
+    char text[48];        // and its value
+    std::uint32_t state;  // 0 before the first look
+} g_seen;
+
+static bool IsZoneEntry(const char* entry) {
+    return entry[0] == 'T' && entry[1] == 'Z' && entry[2] == '=';
+}
+
+// Null when it is not set.
 static const char* ZoneVariable() {
-    static thread_local struct {
-        char** environment;
-        std::size_t slot;
-        const char* entry;
-    } seen = {nullptr, 0, nullptr};
-    if (!seen.entry || environ != seen.environment || environ[seen.slot] != seen.entry) {
-        seen = {environ, 0, nullptr};
-        for (std::size_t i = 0; environ && environ[i] && !seen.entry; ++i)
-            if (std::strncmp(environ[i], "TZ=", 3) == 0) seen = {environ, i, environ[i]};
+    if (!g_seen.entry || environ != g_seen.environment || environ[g_seen.slot] != g_seen.entry) {
+        std::size_t i = 0;
+        while (environ && environ[i] && !IsZoneEntry(environ[i])) ++i;
+        g_seen.environment = environ;
+        g_seen.slot = i;
+        g_seen.entry = environ ? environ[i] : nullptr;
+        g_seen.own = false;
     }
-    return seen.entry ? seen.entry + 3 : nullptr;
+    return g_seen.entry ? g_seen.entry + 3 : nullptr;
+}
+
+static std::uint32_t StateOf(const char* value) {
+    if (value ? g_seen.own || (g_seen.isSet && std::strcmp(value, g_seen.text) == 0)
+              : !g_seen.isSet && g_seen.state != 0)
+        return g_seen.state;
+    const std::size_t size = value ? std::strlen(value) + 1 : 1;
+    if (size > sizeof g_seen.text) return 0;
+    g_seen.isSet = value != nullptr;
+    std::memcpy(g_seen.text, value ? value : "", size);
+    if (++g_seen.state == 0) ++g_seen.state;
+    return g_seen.state;
+}
+
+std::uint32_t ZoneVariableState() {
+    const std::lock_guard<std::mutex> lock(g_variable);
+    return StateOf(ZoneVariable());
 }
 
 bool GetZoneVariable(char* out, std::size_t size) {
@@ -228,12 +258,6 @@ bool GetZoneVariable(char* out, std::size_t size) {
     return fits;
 }
 
-bool ZoneVariableIs(const char* text) {
-    const std::lock_guard<std::mutex> lock(g_variable);
-    const char* value = ZoneVariable();
-    return value && std::strcmp(value, text) == 0;
-}
-
 void SetZoneVariable(const char* text) {
     const std::lock_guard<std::mutex> lock(g_variable);
     if (text)
@@ -241,26 +265,33 @@ void SetZoneVariable(const char* text) {
     else
         unsetenv("TZ");
     tzset();
+    const char* value = ZoneVariable();
+    g_seen.own = StateOf(value) != 0 && value;
 }
 
 // What the C library makes of a zone is told by these; while they and the variable are what its
-// last reading left, another reading changes nothing and takes as long as a conversion.
-void RereadZoneVariable() {
+// last reading left, another reading changes nothing and takes as long as a conversion. Where the
+// machine decides it looks at a file, which is soon enough once a second.
+std::uint32_t RereadZoneVariable() {
     static struct {
-        char text[48];
+        std::uint32_t state;
         const char *standard, *daylight;
         long west;
         int hasDaylight;
+        std::time_t second;
     } last = {};
     const std::lock_guard<std::mutex> lock(g_variable);
     const char* value = ZoneVariable();
-    if (value && *value && std::strcmp(value, last.text) == 0 && last.standard == tzname[0] &&
-        last.daylight == tzname[1] && last.west == timezone && last.hasDaylight == daylight)
-        return;
+    const std::uint32_t state = StateOf(value);
+    timespec now = {};
+    if (!value || !*value) clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    if (state != 0 && last.state == state && last.standard == tzname[0] &&
+        last.daylight == tzname[1] && last.west == timezone && last.hasDaylight == daylight &&
+        last.second == now.tv_sec)
+        return state;
     tzset();
-    last = {{}, tzname[0], tzname[1], timezone, daylight};
-    const std::size_t size = value ? std::strlen(value) + 1 : 0;
-    if (size != 0 && size <= sizeof last.text) std::memcpy(last.text, value, size);
+    last = {state, tzname[0], tzname[1], timezone, daylight, now.tv_sec};
+    return state;
 }
 
 }  // namespace genutil::platform

@@ -205,12 +205,29 @@ bool GetZoneVariable(char* out, std::size_t size) {
     return fits;
 }
 
-bool ZoneVariableIs(const char* text) {
+// The runtime tells of no change, so the text is compared. The lock is held.
+static std::uint32_t StateOf(const char* value) {
+    static struct {
+        bool isSet;
+        char text[48];
+        std::uint32_t state;
+    } seen = {};
+    const bool isSet = value != nullptr;
+    if (!isSet) value = "";
+    if (seen.state != 0 && seen.isSet == isSet && std::strcmp(seen.text, value) == 0)
+        return seen.state;
+    if (std::strlen(value) >= sizeof seen.text) return 0;
+    seen.isSet = isSet;
+    std::strcpy(seen.text, value);
+    if (++seen.state == 0) ++seen.state;
+    return seen.state;
+}
+
+std::uint32_t ZoneVariableState() {
     EnterCriticalSection(VariableLock());
-    const char* value = std::getenv("TZ");
-    const bool same = value && std::strcmp(value, text) == 0;
+    const std::uint32_t state = StateOf(std::getenv("TZ"));
     LeaveCriticalSection(VariableLock());
-    return same;
+    return state;
 }
 
 void SetZoneVariable(const char* text) {
@@ -223,10 +240,12 @@ void SetZoneVariable(const char* text) {
     LeaveCriticalSection(VariableLock());
 }
 
-void RereadZoneVariable() {
+std::uint32_t RereadZoneVariable() {
     EnterCriticalSection(VariableLock());
     _tzset();
+    const std::uint32_t state = StateOf(std::getenv("TZ"));
     LeaveCriticalSection(VariableLock());
+    return state;
 }
 
 }  // namespace genutil::platform
