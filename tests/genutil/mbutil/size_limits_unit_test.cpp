@@ -15,6 +15,14 @@ namespace {
 
 constexpr std::size_t kMost = static_cast<std::size_t>(-1);
 
+// What is as large as it must be fails; what wrapped around would be granted.
+struct MemoryOf2Gb {
+    MemoryOf2Gb() {
+        genutil::g_allocationGate = [](std::size_t bytes) { return bytes < INT_MAX; };
+    }
+    ~MemoryOf2Gb() { genutil::g_allocationGate = nullptr; }
+};
+
 TEST(SizeLimits, BoundsOfConversionsStopAtTheMost) {
     const struct {
         int line, from, to;
@@ -24,6 +32,7 @@ TEST(SizeLimits, BoundsOfConversionsStopAtTheMost) {
         {__LINE__, mbShiftJis, mbUtf8, 4, 16},    {__LINE__, mbShiftJis, mbUtf16, 4, 16},
         {__LINE__, mbUtf8, mbJis, 10, 16},
     };
+    const MemoryOf2Gb memory;
     for (const auto& row : kRows) {
         const std::size_t last = (kMost - row.extra) / row.factor;
         EXPECT_EQ(mbConvertBound(last, row.from, row.to), last * row.factor + row.extra)
@@ -47,10 +56,8 @@ TEST(SizeLimits, ALineOfTheLongestBufferAsksForAllOfIt) {
     char part[8], untouched[16] = "untouched";
     ASSERT_NE(mbfgets(part, sizeof part, stream, mbJis), nullptr);
     {
-        // What is as large as it must be fails; what wrapped around would be granted.
-        genutil::g_allocationGate = [](std::size_t bytes) { return bytes < INT_MAX; };
+        const MemoryOf2Gb memory;
         EXPECT_EQ(mbfgets(untouched, INT_MAX, stream, mbJis), nullptr);
-        genutil::g_allocationGate = nullptr;
     }
     EXPECT_STREQ(untouched, "untouched");
     for (const std::uint64_t length : {std::uint64_t{0x55555555}, std::uint64_t{0xFFFFFFFF}})
