@@ -1,5 +1,7 @@
 #include "genutil/date_format.h"
 
+#include <cstring>
+
 #include "genutil/bc_marker.h"
 #include "genutil/locale_access.h"
 
@@ -21,6 +23,10 @@ int NameOfMonth(const DateFields& date) {
     return date.month > 0 ? date.month - 1 : -1;
 }
 
+void AppendText(End& out, const char* text) {
+    out.Append(text, std::strlen(text));
+}
+
 void AppendYear(End& out, const DateFields& date, std::uint32_t digits) {
     if (date.shortYears) {
         const bool whole = digits > 2;
@@ -28,13 +34,13 @@ void AppendYear(End& out, const DateFields& date, std::uint32_t digits) {
         return;
     }
     if (date.bc && date.yearFirst) {
-        Append(out, BcMarker());
+        AppendText(out, BcMarker());
         out.Append(' ');
     }
     out.AppendNumber(date.year, 4);
     if (date.bc && !date.yearFirst) {
         out.Append(' ');
-        Append(out, BcMarker());
+        AppendText(out, BcMarker());
     }
 }
 

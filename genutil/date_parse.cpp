@@ -19,9 +19,10 @@ bool IsDigit(char c) {
 }
 
 // The length of the first B.C. marker, in their order, that stands anywhere in the text; 0 for
-// none.
+// none. Most years end the text, and digits are no marker.
 std::size_t MarkerIn(const char* text) {
-    if (!FindBcMarkerStart(text)) return 0;
+    while (IsDigit(*text)) ++text;
+    if (!*text || !FindBcMarkerStart(text)) return 0;
     for (int i = 0; const char* marker = BcMarkerToRead(i); ++i)
         if (mbstrstr(text, marker)) return std::strlen(marker);
     return 0;

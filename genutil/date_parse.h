@@ -1,8 +1,8 @@
 // Dates read in the formats of a locale.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 #include "genlocale.h"
 #include "genutil/picture.h"
@@ -66,10 +66,12 @@ class DateReader {
     DateScratch& m_scratch;
 };
 
-// Whether a text begins with another, which is not empty.
+// Whether a text begins with another, which is not empty. Most are a separator of one byte.
 inline bool HasPrefix(const char* text, const CGNString& prefix) {
     const char* const other = prefix;
-    return *other && *other == *text && std::strncmp(text, other, prefix.GetLength()) == 0;
+    std::size_t n = 0;
+    while (other[n] && text[n] == other[n]) ++n;
+    return n != 0 && !other[n];
 }
 
 // Digits from p on, and the number that they are; it stops growing where an int ends.

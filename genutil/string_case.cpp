@@ -1,9 +1,12 @@
 // CGNString's letter case, and what its characters are.
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 
 #include "genstr.h"
+#include "genutil/mbutil/ascii_run.h"
 #include "genutil/mbutil/character_table.h"
+#include "genutil/mbutil/exact_text.h"
 #include "genutil/string_storage.h"
 
 using genutil::CharacterPage;
@@ -16,10 +19,27 @@ namespace {
 
 constexpr int kAll = -1;
 
+// Whether the bytes of a text are its characters: ASCII in a code set without shifts, and no 0.
+bool AreBytesCharacters(std::string_view text) {
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+    return genutil::AsciiRun(bytes, text.size()) == text.size() &&
+           std::memchr(bytes, 0, text.size()) == nullptr && genutil::IsExactText(text);
+}
+
+// Texts such as names of keys need no 16-bit form. False, with the text as it was, for others.
+bool MapBytes(char* text, std::size_t length, bool upper) {
+    if (!AreBytesCharacters({text, length})) return false;
+    const unsigned first = upper ? 'a' : 'A';
+    for (std::size_t i = 0; i < length; ++i)
+        if (static_cast<unsigned char>(text[i]) - first < 26) text[i] ^= 'a' ^ 'A';
+    return true;
+}
+
 }  // namespace
 
 void CGNString::MapCase(int index, bool upper) {
-    if (IsEmpty() || !Storage::EnsureWide(*this)) return;
+    if (IsEmpty() || (index == kAll && !m_wide && MapBytes(m_data, m_length, upper))) return;
+    if (!Storage::EnsureWide(*this)) return;
     const auto map = upper ? &CharacterPage::upper : &CharacterPage::lower;
     const auto at = static_cast<unsigned>(index);
     const std::uint32_t begin = index == kAll ? 0 : at;

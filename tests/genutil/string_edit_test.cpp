@@ -237,6 +237,7 @@ TEST(StringEdit, MapsCaseByTheLanguageOfTheCodeSet) {
     } rows[] = {
         {__LINE__, 0, "abc \xE9\xFF\xB5\xDF", "ABC \xC9\x9F\xB5\xDF"},
         {__LINE__, 5, "ab\x82\x81\x95\x61\x84\x71\xB1", "AB\x82\x60\x95\x61\x84\x41\xB1"},
+        {__LINE__, 5, "@az[`{9", "@AZ[`{9"},
         {__LINE__, 24, "\xE6\xB8", "\xC6\xA8"},
         {__LINE__, 65, "\xC3\xA9\xD0\xB6", "\xC3\x89\xD0\x96"},
     };
