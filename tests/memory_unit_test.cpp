@@ -132,24 +132,6 @@ const struct {
          CLCTimeZoneInfo* const info = CLCTimeZoneInfo::GetInfoItemFromTimeZone("Asia/Tokyo");
          return info ? Text(info->GetDisplayText()) : "";
      }},
-    {"CEmperor",
-     [] {
-         CEmperor era("a name that is longer than most", 1989, 30), other(era);
-         CGNString name;
-         (era = other).Emperor(name);
-         return Text(name);
-     }},
-    {"date shown",
-     [] {
-         CGNDate date(2010, 0, 3, 20, 0);
-         date.FormatForDisplay(2);
-         return Shown(date);
-     }},
-    {"date read",
-     [] {
-         CGNDate date;
-         return date.FromString("2010/3/20") && date.FormatForDisplay(1) ? Shown(date) : "";
-     }},
     {"moment shown",
      [] {
          CGNDateTime moment(1269093600);
@@ -202,12 +184,6 @@ const struct {
      }},
     {"text of the environment",
      [] { return Text(OSExpandEnvironmentVariables(("%NONE%" + LongText()).c_str())); }},
-    {"text of a client",
-     [] {
-         CGNString text("one\ntwo");
-         OSClientFormatString(text);
-         return Text(text);
-     }},
     {"program run",
      [] {
          CGNString output;
