@@ -1,23 +1,16 @@
 // Pictures written and read, and every reader of dates, times and moments. The first byte chooses
 // the locale; the first line behind it is the picture, the rest the text.
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <string>
 
+#include "fuzz/check.h"
 #include "gendate.h"
 #include "genlocale.h"
 #include "mbutil.h"
 
 namespace {
-
-void Check(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
 
 bool IsSuffix(const CGNString& rest, const CGNString& text) {
     const unsigned length = rest.GetLength(), whole = text.GetLength();

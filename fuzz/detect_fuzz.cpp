@@ -1,22 +1,22 @@
 // Detection of Japanese text: memory and stream decide alike and stop at the same byte.
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 
+#include "fuzz/check.h"
 #include "mbutil.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::size_t consumed = 0;
     const int result = mbDetectJapanese(reinterpret_cast<const char*>(data), size, &consumed);
-    if (consumed > size) std::abort();
-    if ((result == 0 || result == 6) && consumed != size) std::abort();
+    Check(consumed <= size, "no more is read than there is");
+    Check((result != 0 && result != 6) || consumed == size, "all is read before giving up");
 
     std::FILE* const stream = std::tmpfile();
     if (stream == nullptr) return 0;  // no place for one
     if (size != 0) std::fwrite(data, 1, size, stream);
     std::rewind(stream);
-    if (DetectJPCodeType(stream) != result) std::abort();
-    if (std::ftell(stream) != static_cast<long>(consumed)) std::abort();
+    Check(DetectJPCodeType(stream) == result, "memory and stream decide alike");
+    Check(std::ftell(stream) == static_cast<long>(consumed), "and stop at the same byte");
     std::fclose(stream);
     return 0;
 }

@@ -2,11 +2,10 @@
 // back, with every other line as it was. The input is a section, a key and a value, a line each,
 // and then the text.
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "fuzz/check.h"
 #include "osutil/ini_edit.h"
 #include "osutil/ini_index.h"
 #include "osutil/ini_text.h"
@@ -14,12 +13,6 @@
 using namespace genutil;
 
 namespace {
-
-void Check(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
 
 struct Answer {
     bool found = false;

@@ -2,23 +2,16 @@
 // first four bytes choose the decimal symbol, the separator, the grouping and the power of ten; the
 // rest is the text.
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <optional>
 #include <string>
 
+#include "fuzz/check.h"
 #include "gennum.h"
 #include "mbutil.h"
 #include "tests/support/slow_decimal.h"
 
 namespace {
-
-void Check(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
 
 constexpr const char* kGroupings[] = {"3;0", "3;2;0", "", "12;0", "3", "0", "1;0", "9;8;7;x;0"};
 constexpr int kCodeSets[] = {mbWestern, mbUtf8, mbShiftJis, mbJohab};

@@ -1,10 +1,9 @@
 // Files of resources, and version resources alone. The first byte chooses which; the second and
 // third are the number of a text to look for.
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <initializer_list>
 
+#include "fuzz/check.h"
 #include "osutil/resource_file.h"
 
 using namespace genutil;
@@ -12,12 +11,6 @@ using namespace genutil;
 namespace {
 
 volatile unsigned g_sum;  // so that all is read
-
-void Check(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
 
 void CheckVersion(Bytes resource) {
     VersionRecord record;

@@ -7,16 +7,11 @@
 #include <memory>
 #include <string>
 
+#include "fuzz/check.h"
 #include "mbutil.h"
 #include "tests/support/slow_step.h"
 
 namespace {
-
-void Check(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
 
 // A copy of exactly the text's size, up to its first NUL.
 std::unique_ptr<char[]> Exact(const std::string& text) {
@@ -33,7 +28,13 @@ long Offset(const char* found, const char* s) {
 void CheckSteps(const char* s, const std::string& text, int codeSet) {
     const auto starts = slow::Starts(text, codeSet);
     Check(mbcharcount(s, static_cast<unsigned>(text.size())) == starts.size() - 1, "count");
+    Check(mbidx(s, 1000) == text.size(), "no place behind the text");
     for (std::size_t i = 0; i + 1 < starts.size(); ++i) {
+        const auto* p = reinterpret_cast<const unsigned char*>(s) + starts[i];
+        const int size = static_cast<int>(starts[i + 1] - starts[i]);
+        const bool isSingle =
+            *p < 0x80 || codeSet == mbJis || (codeSet == mbShiftJis && *p >= 0xA1 && *p <= 0xDF);
+        Check(mblenExt(p, 4, codeSet) == (size > 1 || isSingle ? size : -1), "length");
         const bool last = starts[i + 1] >= text.size();
         for (unsigned at = starts[i]; at < starts[i + 1]; ++at) {
             Check(mbidx(s, at) == starts[i], "start of a character");
@@ -48,6 +49,17 @@ void CheckSearches(const char* s, const std::string& text, const std::string& ne
           "first match");
     Check(Offset(mbstrrstr(s, needle.c_str()), s) == slow::Find(text, needle, codeSet, true),
           "last match");
+    long first = -1, last = -1;
+    const auto starts = slow::Starts(text, codeSet);
+    for (std::size_t i = 0; mbIsMultiByte() && i + 1 < starts.size(); ++i)
+        if (text[starts[i]] == needle[0]) {
+            if (first < 0) first = starts[i];
+            last = starts[i];
+        }
+    const auto wanted = static_cast<signed char>(needle[0]);
+    if (mbIsMultiByte())
+        Check(Offset(mbstrchr(s, wanted), s) == first && Offset(mbstrrchr(s, wanted), s) == last,
+              "characters by their first byte");
     const char* found = mbstrpbrk(s, needle.c_str());
     Check(
         mbstrcspn(s, needle.c_str()) == (found ? static_cast<std::size_t>(found - s) : text.size()),
@@ -66,6 +78,23 @@ void CheckTokens(const std::string& text, const std::string& delimiters) {
         behind = token + std::strlen(token);
         Check(behind <= copy.get() + text.size(), "token in the text");
     }
+}
+
+// Texts of some length are compared in blocks, short ones are not: what both begin with makes no
+// difference, whether a byte is part of a character or damaged.
+void CheckComparison(const std::string& text, const std::string& needle) {
+    std::string a = text.substr(0, text.size() % 8), b = a;
+    // Another byte, or a letter in the other case, which behind a lead byte is no letter.
+    if (!a.empty() && !needle.empty()) b[text.size() % a.size()] = needle[0];
+    if (!a.empty() && text.size() % 3 == 0) b = a, b[a.size() - 1] ^= 0x20;
+    const std::string same(56, 'x'), capital(56, 'X'), more(70, text.size() % 2 ? 'y' : '\xA4');
+    const auto longA = Exact(same + a + more), longB = Exact(capital + b + more);
+    const auto shortA = Exact(a + more.substr(0, 40)), shortB = Exact(b + more.substr(0, 40));
+    Check(mbstricmp(longA.get(), longB.get()) == mbstricmp(shortA.get(), shortB.get()), "order");
+    for (unsigned n = 0; n < 9; ++n)
+        Check(mbstrnicmp(longA.get(), longB.get(), 56 + n) ==
+                  mbstrnicmp(shortA.get(), shortB.get(), n),
+              "order up to a count");
 }
 
 void CheckCopies(const char* s, const std::string& text) {
@@ -96,7 +125,7 @@ void CheckCopies(const char* s, const std::string& text) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size < 2) return 0;
-    static constexpr int kCodeSets[] = {0, 3, 4, 5, 7, 9, 10, 11, 12, 65};
+    static constexpr int kCodeSets[] = {0, 3, 4, 5, 7, 9, 10, 11, 12, 65, 8, 13};
     const int codeSet = kCodeSets[data[0] % std::size(kCodeSets)];
     mbIsMultiByte();
     InitMbutilExt(codeSet);
@@ -108,6 +137,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (mbIsMultiByte()) CheckSteps(s.get(), text, codeSet);
     CheckSearches(s.get(), text, needle, codeSet);
     CheckTokens(text, needle);
+    CheckComparison(text, needle);
     CheckCopies(s.get(), text);
     unsigned bad = 0;
     if (!mbvalidatestring(s.get(), &bad, codeSet))

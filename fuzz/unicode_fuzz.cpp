@@ -1,10 +1,9 @@
 // Conversion between any two code sets, chosen by the first bytes: bounds, reports and round trips.
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "fuzz/check.h"
 #include "mbutil.h"
 
 namespace {
@@ -14,12 +13,6 @@ constexpr int kCodeSets[] = {0,  1,  2,  3,  4,  5,  7,  8,  9,  10, 11, 12, 13,
 
 int Choose(std::uint8_t byte) {
     return kCodeSets[byte % std::size(kCodeSets)];
-}
-
-void Check(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
 }
 
 struct Outcome {

@@ -1,22 +1,15 @@
 // Rules of time zones and compiled zone files. The first byte chooses which.
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <string>
 
+#include "fuzz/check.h"
 #include "genutil/zone_periods.h"
 #include "genutil/zone_rule.h"
 
 using namespace genutil;
 
 namespace {
-
-void Check(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
 
 void CheckPeriods(const ZonePeriods& periods) {
     Check(periods.count > 0 && periods.count <= ZonePeriods::kMost, "number of periods");

@@ -1,8 +1,6 @@
 // The texts that mark a year before Christ: messages of the library, in English without them.
 #pragma once
 
-#include <cstddef>
-
 namespace genutil {
 
 // The one that is written, in the current code set.

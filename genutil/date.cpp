@@ -163,9 +163,7 @@ long CGNDate::TimeTS(long* t) {
     return now;
 }
 long CGNDate::Now() {
-    long now = 0;
-    TimeTS(&now);
-    return now;
+    return TimeTS(nullptr);
 }
 
 int genutil::PresentYear() {

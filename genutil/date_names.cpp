@@ -87,7 +87,8 @@ int SkipMonthName(TextCursor& at, const CLCLocale& locale) {
     return longest.Index();
 }
 
-int SkipDayName(TextCursor& at, const CLCLocale& locale) {
+// The same for the weekday, 0 is Monday.
+static int SkipDayName(TextCursor& at, const CLCLocale& locale) {
     const int codeSet = locale.GetCodeSet();
     Longest longest(at);
     for (int i = 0; i < LocaleAccess::kDays; ++i) {

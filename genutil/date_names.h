@@ -7,10 +7,9 @@
 
 namespace genutil {
 
-// The month (from 0) or the weekday (0 is Monday) whose name stands at the cursor, which moves
-// behind the longest; -1 when there is none. Names of the locale go before those of English.
+// The month (from 0) whose name stands at the cursor, which moves behind the longest; -1 when there
+// is none. Names of the locale go before those of English.
 int SkipMonthName(TextCursor& at, const CLCLocale& locale);
-int SkipDayName(TextCursor& at, const CLCLocale& locale);
 
 // A weekday's name, perhaps in parentheses or between commas; false when there is none.
 bool SkipWeekday(TextCursor& at, const CLCLocale& locale);

@@ -4,7 +4,7 @@
 #include "genutil/calendar.h"
 #include "genutil/date_access.h"
 #include "genutil/date_parse.h"
-#include "genutil/date_read.h"
+#include "genutil/free_date.h"
 #include "genutil/locale_access.h"
 #include "mbutil.h"
 

@@ -1,5 +1,4 @@
 // The value of CGNDateTime: its fields, its clock, its range.
-#include <cstring>
 
 #include "genmoment.h"
 #include "gentimeofday.h"
@@ -114,9 +113,7 @@ long CGNDateTime::TimeTS(long* t) {
     return now;
 }
 long CGNDateTime::Now() {
-    long now = 0;
-    TimeTS(&now);
-    return now;
+    return TimeTS(nullptr);
 }
 
 long CGNDateTime::GetLocalMidnightToday() {

@@ -7,7 +7,7 @@
 #include "genutil/date_access.h"
 #include "genutil/date_parse.h"
 #include "genutil/locale_access.h"
-#include "genutil/moment_read.h"
+#include "genutil/free_moment.h"
 #include "genutil/time_parse.h"
 #include "genutil/zone.h"
 

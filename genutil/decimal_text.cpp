@@ -131,6 +131,15 @@ std::size_t BeginOfCDigits(std::string_view text) {
     return at + (at < text.size() && text[at] == '-');
 }
 
+// Whether nothing but digits and "." stand behind a "-" that may be there; blanks around do not
+// count. True for the empty text.
+bool IsCDecimal(std::string_view text) {
+    text = WithoutTrailingBlanks(text);
+    text.remove_prefix(BeginOfCDigits(text));
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return IsDigit(c) || c == kCSymbols.decimal; });
+}
+
 // Of the text without blanks behind it, and of its run.
 DecimalStatus Parse(std::string_view text, const Run& run, char separator, DecimalNumber& number,
                     std::size_t* end) {
@@ -193,13 +202,6 @@ DecimalStatus ParseCOrRegional(std::string_view text, const DecimalSymbols& regi
     }
     return Parse(trimmed, FindRun(masks, CountBlanks(trimmed)), regional.separator, number,
                  nullptr);
-}
-
-bool IsCDecimal(std::string_view text) {
-    text = WithoutTrailingBlanks(text);
-    text.remove_prefix(BeginOfCDigits(text));
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return IsDigit(c) || c == kCSymbols.decimal; });
 }
 
 // -- Shifting ------------------------------------------------------------------------------------

@@ -50,10 +50,6 @@ DecimalStatus ParseDecimal(std::string_view text, const DecimalSymbols& symbols,
 DecimalStatus ParseCOrRegional(std::string_view text, const DecimalSymbols& regional,
                                DecimalNumber& number);
 
-// Whether nothing but digits and "." stand behind a "-" that may be there; blanks around do not
-// count. True for the empty text.
-bool IsCDecimal(std::string_view text);
-
 // Multiplies by ten to the power `exponent`. When it is positive, a fraction that goes on behind
 // the new decimal symbol keeps at most `exponent` digits. False when the digits have no room;
 // `shifted` is another object than `number`.

@@ -69,13 +69,18 @@ void FillEras(CEmperor* eras, int count) {
     for (; i < count; ++i) eras[i].Set(nullptr, 0, 0);
 }
 
+}  // namespace genutil
+
+namespace {
+
+// The first era of a list, up to its first empty one, that counts the year; null when none does.
 const CEmperor* FindEra(const CEmperor* eras, int count, long year) {
     for (int i = 0; i < count && !eras[i].IsEmpty(); ++i)
         if (eras[i].EmperorYrFromGregorianYr(year) != 0) return &eras[i];
     return nullptr;
 }
 
-}  // namespace genutil
+}  // namespace
 
 unsigned char CLCLocale::Emperor(long index, CGNString& name) const {
     if (index >= 0 && index < kEras)

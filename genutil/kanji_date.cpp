@@ -1,7 +1,7 @@
 // Dates with a unit behind each number, as in Japan, China and Korea, and those of Japanese eras.
 #include "genutil/calendar.h"
 #include "genutil/date_access.h"
-#include "genutil/date_read.h"
+#include "genutil/free_date.h"
 #include "genutil/locale_access.h"
 #include "mbutil.h"
 

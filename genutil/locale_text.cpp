@@ -1,28 +1,10 @@
 #include "genutil/locale_text.h"
 
-#include <algorithm>
-#include <iterator>
+#include "genutil/mbutil/near_letter.h"
 
 namespace genutil {
 
 namespace {
-
-struct NearLetter {
-    std::uint16_t character;
-    std::uint16_t first, second;
-    std::uint16_t plain;
-};
-constexpr NearLetter kNearLetters[] = {
-#include "genutil/near_letters.inc"
-};
-
-const NearLetter* FindNearLetter(std::uint16_t character) {
-    const NearLetter* end = std::end(kNearLetters);
-    const NearLetter* found =
-        std::lower_bound(kNearLetters, end, character,
-                         [](const NearLetter& row, std::uint16_t c) { return row.character < c; });
-    return found != end && found->character == character ? found : nullptr;
-}
 
 class NearestText {
   public:

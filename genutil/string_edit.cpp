@@ -20,11 +20,6 @@ namespace {
 
 using Wide = unsigned short;
 
-// The first character of a text; false when there is none, it is invalid or takes two positions.
-bool FirstCharacter(const char* text, Wide* character) {
-    return text && genutil::ToWideCharacter(character, text, std::strlen(text)) > 0;
-}
-
 // A few characters, looked up by their low byte first.
 class WideSet {
   public:
@@ -43,24 +38,21 @@ class WideSet {
 
 // -- Search --------------------------------------------------------------------------------------
 
-int CGNString::Find(const CGNString& t, int start) const {
-    if (!Storage::EnsureWide(*this) || start < 0 || static_cast<unsigned>(start) >= m_wideLength)
+int genutil::StringStorage::Find(const CGNString& s, const WideView& wanted, int start) {
+    if (!EnsureWide(s) || start < 0 || static_cast<unsigned>(start) >= s.m_wideLength ||
+        !wanted.Characters())
         return -1;
-    const WideView wanted(t.m_wide, t.m_wideLength, t.m_data, t.m_length);
-    if (!wanted.Characters()) return -1;
-    const std::size_t at = genutil::FindUnits<Wide>(m_wide, m_wideLength, wanted.Characters(),
-                                                    wanted.Length(), static_cast<unsigned>(start));
+    const std::size_t at = FindUnits<Wide>(s.m_wide, s.m_wideLength, wanted.Characters(),
+                                           wanted.Length(), static_cast<unsigned>(start));
     return at == kNotFound ? -1 : static_cast<int>(at);
 }
 
+int CGNString::Find(const CGNString& t, int start) const {
+    return Storage::Find(*this, WideView(t.m_wide, t.m_wideLength, t.m_data, t.m_length), start);
+}
+
 int CGNString::Find(const char* t, int start) const {
-    if (!Storage::EnsureWide(*this) || start < 0 || static_cast<unsigned>(start) >= m_wideLength)
-        return -1;
-    const WideView wanted(t ? t : "", t ? std::strlen(t) : 0);
-    if (!wanted.Characters()) return -1;
-    const std::size_t at = genutil::FindUnits<Wide>(m_wide, m_wideLength, wanted.Characters(),
-                                                    wanted.Length(), static_cast<unsigned>(start));
-    return at == kNotFound ? -1 : static_cast<int>(at);
+    return Storage::Find(*this, t ? WideView(t, std::strlen(t)) : WideView("", 0), start);
 }
 
 int CGNString::StrChr(unsigned int start, char c) const {
@@ -70,7 +62,7 @@ int CGNString::StrChr(unsigned int start, char c) const {
 
 int CGNString::ReverseFind(const char* ch) const {
     Wide wanted;
-    if (!FirstCharacter(ch, &wanted) || !Storage::EnsureWide(*this)) return -1;
+    if (!genutil::FirstCharacter(ch, &wanted) || !Storage::EnsureWide(*this)) return -1;
     for (std::uint32_t i = m_wideLength; i-- > 0;)
         if (m_wide[i] == wanted) return static_cast<int>(i);
     return -1;
@@ -141,7 +133,7 @@ void CGNString::Truncate(unsigned int n) {
 
 void CGNString::TruncateAt(const char* ch) {
     Wide wanted;
-    if (IsEmpty() || !FirstCharacter(ch, &wanted) || !Storage::EnsureWide(*this)) return;
+    if (IsEmpty() || !genutil::FirstCharacter(ch, &wanted) || !Storage::EnsureWide(*this)) return;
     const std::size_t at = genutil::FindUnits<Wide>(m_wide, m_wideLength, &wanted, 1, 0);
     if (at != kNotFound) Truncate(static_cast<unsigned>(at));
 }

@@ -1,6 +1,5 @@
 // CGNString's escaping for markup and script, and its conversions to and from UTF-8, URLs and full
 // width.
-#include <cstdlib>
 #include <cstring>
 
 #include "genstr.h"

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "genstr.h"
+#include "genutil/mbutil/ascii.h"
 #include "genutil/string_storage.h"
 #include "mbutil.h"
 
@@ -32,14 +33,10 @@ struct Declaration {
     char text[128];
 };
 
-char AsciiLowerOf(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 // Whether the text at p begins with a word in small letters, in any letter case.
 bool BeginsWith(const char* p, const char* word) {
     for (; *word; ++p, ++word)
-        if (AsciiLowerOf(*p) != *word) return false;
+        if (genutil::AsciiLower(*p) != *word) return false;
     return true;
 }
 

@@ -11,6 +11,8 @@
 
 namespace genutil {
 
+class WideView;
+
 constexpr std::uint32_t kGrowByDoubling = 1;
 
 // With its terminator a text of this many units still has a 32-bit count.
@@ -105,6 +107,10 @@ struct StringStorage {
     static bool GrowWide(CGNString& s, std::uint64_t n, Owned<unsigned short>& old);
     static void DropWide(const CGNString& s);
     static bool EnsureWide(const CGNString& s);
+
+    // The place of some characters from the one of number `start` on, which must be one that there
+    // is; -1 when they stand nowhere.
+    static int Find(const CGNString& s, const WideView& wanted, int start);
 
     // Builds the bytes from the 16-bit copy; `bytesPerCharacter` limits them where a character does
     // not convert. Without memory the bytes win, since they are what the string is: the 16-bit

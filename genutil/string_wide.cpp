@@ -10,19 +10,9 @@
 using genutil::CopyUnits;
 using genutil::NewText;
 using genutil::Owned;
+using genutil::UnitsBeforeNul;
 using Storage = genutil::StringStorage;
-
-namespace {
-
 using Wide = unsigned short;
-
-std::uint64_t Length(const Wide* w) {
-    const Wide* end = w;
-    while (*end) ++end;
-    return static_cast<std::uint64_t>(end - w);
-}
-
-}  // namespace
 
 // -- The two buffers -----------------------------------------------------------------------------
 
@@ -80,7 +70,7 @@ unsigned int CGNString::ReallocateToNumChars(unsigned int n) {
 
 void CGNString::ExpandBufferToWzBuffer(unsigned short* w) {
     Owned<Wide> old;
-    const std::uint64_t n = Length(w);
+    const std::uint64_t n = UnitsBeforeNul(w);
     if (!Storage::GrowWide(*this, n, old)) return;
     CopyUnits(m_wide, static_cast<const Wide*>(w), n);
     m_wideLength = static_cast<std::uint32_t>(n);
@@ -110,7 +100,7 @@ void CGNString::DuplicateDataFromWzBuffer() {
 
 void CGNString::SetWide(const unsigned short* w) {
     if (!w) return;
-    const std::uint64_t n = Length(w);
+    const std::uint64_t n = UnitsBeforeNul(w);
     m_wide = NewText<Wide>(n);
     if (!m_wide) return;
     CopyUnits(m_wide, w, n + 1);
@@ -143,8 +133,7 @@ CGNString& CGNString::CopyNWide(const unsigned short* w, unsigned int n) {
     taken.m_flags = m_flags;
     Owned<Wide> old;
     if (!Storage::GrowWide(taken, n, old)) return *this;
-    std::uint64_t given = 0;
-    while (given < n && w[given]) ++given;
+    const std::uint64_t given = UnitsBeforeNul(w, n);
     CopyUnits(taken.m_wide, w, given);
     std::fill_n(taken.m_wide + given, n - given + 1, Wide{0});
     taken.m_wideLength = n;
@@ -180,8 +169,7 @@ char CGNString::GetAt(unsigned int index) const {
 unsigned char CGNString::SetCodePageCharAt(int index, const char* mbchar) {
     if (!Storage::EnsureWide(*this)) return 0;
     Wide character = 0;
-    const bool given =
-        mbchar && genutil::ToWideCharacter(&character, mbchar, std::strlen(mbchar)) > 0;
+    const bool given = genutil::FirstCharacter(mbchar, &character);
     const bool stored = given && index >= 0 && static_cast<unsigned>(index) < m_wideLength;
     if (stored) m_wide[index] = character;
     return Storage::RebuildData(*this, 2) && stored;

@@ -1,7 +1,5 @@
 #include "genutil/time_parse.h"
 
-#include <cstring>
-
 #include "genutil/date_parse.h"
 #include "genutil/locale_access.h"
 #include "genutil/picture.h"
@@ -9,6 +7,16 @@
 namespace genutil {
 
 namespace {
+
+// Whether the locale writes its markers in front of the time.
+bool MarkerLeads(const CLCLocale& locale) {
+    static Kept<const Picture::Elements> kept;
+    const Picture picture(kept, MarkOf(&locale), PictureLetters::kTime, PictureWalk::kCharacters,
+                          [&]() -> const CGNString& { return LocaleAccess::TimeFormat(locale); });
+    for (const PictureElement& element : picture)
+        if (element.kind == PictureElement::kRun) return element.letter == 't';
+    return false;
+}
 
 // The walk over one text.
 class TimeReader {
@@ -74,15 +82,6 @@ class TimeReader {
 };
 
 }  // namespace
-
-bool MarkerLeads(const CLCLocale& locale) {
-    static Kept<const Picture::Elements> kept;
-    const Picture picture(kept, MarkOf(&locale), PictureLetters::kTime, PictureWalk::kCharacters,
-                          [&]() -> const CGNString& { return LocaleAccess::TimeFormat(locale); });
-    for (const PictureElement& element : picture)
-        if (element.kind == PictureElement::kRun) return element.letter == 't';
-    return false;
-}
 
 TimeReading CheckTime(ClockFields* time, int marker) {
     if (time->hour < 0 || time->hour > 23 || (marker >= 0 && time->hour > 12) || time->minute < 0 ||

@@ -22,7 +22,4 @@ bool ReadLocaleTime(const CGNString& text, CGNString& rest, ClockFields* time, b
 // Puts an hour with a marker, or without (-1) into 0 to 23; numbers are checked before.
 TimeReading CheckTime(ClockFields* time, int marker);
 
-// Whether the locale writes its markers in front of the time.
-bool MarkerLeads(const CLCLocale& locale);
-
 }  // namespace genutil

@@ -2,7 +2,7 @@
 #include "gentimeofday.h"
 #include "genutil/date_access.h"
 #include "genutil/time_parse.h"
-#include "genutil/time_read.h"
+#include "genutil/free_time.h"
 
 using namespace genutil;
 

@@ -38,12 +38,6 @@ Wide* MeasuredWideText(const char* text, std::size_t bytes, std::uint32_t* lengt
     return wide;
 }
 
-std::size_t CharactersBeforeNul(const Wide* wide, std::uint64_t count) {
-    std::size_t n = 0;
-    while (n < count && wide[n]) ++n;
-    return n;
-}
-
 char* LossyText(const Wide* wide, std::size_t count, std::uint64_t limit, std::uint32_t* length) {
     char* text = NewText<char>(limit);
     if (!text) return nullptr;
@@ -80,6 +74,16 @@ char* MeasuredNarrowText(const Wide* wide, std::size_t count, std::uint64_t loss
 
 }  // namespace
 
+bool FirstCharacter(const char* text, Wide* character) {
+    return text && ToWideCharacter(character, text, std::strlen(text)) > 0;
+}
+
+std::size_t UnitsBeforeNul(const Wide* wide, std::uint64_t count) {
+    std::size_t n = 0;
+    while (n < count && wide[n]) ++n;
+    return n;
+}
+
 Wide* NewWideText(const char* text, std::uint64_t size, std::uint32_t* length) {
     const auto bytes = static_cast<std::size_t>(size);
     if (bytes > kMeasured) return MeasuredWideText(text, bytes, length);
@@ -100,7 +104,7 @@ Wide* NewWideText(const char* text, std::uint64_t size, std::uint32_t* length) {
 
 char* NewNarrowText(const Wide* wide, std::uint64_t characters, std::uint64_t lossyLimit,
                     std::uint32_t* length) {
-    const std::size_t count = CharactersBeforeNul(wide, characters);
+    const std::size_t count = UnitsBeforeNul(wide, characters);
     const std::size_t longest = LongestNarrow();
     const std::uint64_t room = std::uint64_t{count} * longest;
     if (longest == 0 || room > kMeasured)

@@ -1,4 +1,4 @@
-// New texts of 16-bit characters from bytes and of bytes from 16-bit characters, for CGNString.
+// Texts of 16-bit characters from bytes and of bytes from 16-bit characters, for CGNString.
 #pragma once
 
 #include <cstddef>
@@ -7,6 +7,12 @@
 #include "genutil/allocate.h"
 
 namespace genutil {
+
+// The first character of a text; false when there is none, it is invalid or takes two positions.
+bool FirstCharacter(const char* text, unsigned short* character);
+
+// Units in front of the first 0, at most `count`.
+std::size_t UnitsBeforeNul(const unsigned short* wide, std::uint64_t count = ~std::uint64_t{0});
 
 // The characters of a text, or its bytes one by one where it is invalid in the code set. Null,
 // after the report, when memory runs out.

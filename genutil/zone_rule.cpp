@@ -1,7 +1,5 @@
 #include "genutil/zone_rule.h"
 
-#include <cstring>
-
 namespace genutil {
 
 namespace {

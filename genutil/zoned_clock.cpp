@@ -1,6 +1,5 @@
 #include "genutil/zoned_clock.h"
 
-#include <atomic>
 #include <cstring>
 
 #include "gentimezone.h"

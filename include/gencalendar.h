@@ -187,7 +187,7 @@ class GENUTIL_API CGNDate {
         from the first. */
     long GetEmperorFromString(const CGNString& text, CGNString& rest);
 
-    /* Free forms (date_read). Each reads a date from the front of text, perhaps with a weekday in
+    /* Free forms. Each reads a date from the front of text, perhaps with a weekday in
        front or behind, into the scratch values and copies what is left to rest; the status is 0
        then. On failure the scratch values and rest are left alone, and the status is 1 for numbers
        that are no date and 2 for text that is none. Letter case and width do not matter, nor the

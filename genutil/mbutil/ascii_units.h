@@ -14,6 +14,13 @@ static_assert(std::endian::native == std::endian::little, "units are stored as U
 // A loop that has this many characters more to go than one may use a block of 16.
 constexpr std::ptrdiff_t kBlockAhead = 15;
 
+// How many of `left` characters a loop may convert without a look at either end, when there is room
+// for what `room` of them become at most, and it reads and writes `ahead` characters ahead.
+inline std::ptrdiff_t SafeCount(std::ptrdiff_t left, std::ptrdiff_t room, std::ptrdiff_t ahead) {
+    const std::ptrdiff_t n = left < room ? left : room;
+    return n < ahead ? 0 : n - ahead;
+}
+
 // Units lie at any address: conversions write them straight into the caller's bytes.
 inline unsigned LoadUnit(const unsigned char* p) {
     std::uint16_t unit;

@@ -7,15 +7,7 @@ namespace genutil {
 namespace {
 
 // Loops come in two kinds: by blocks, which read and write a block ahead, and for a text or a rest
-// that is too short for that, code by code. Each runs up to here: as far as neither end need be
-// looked at again, when every byte gives one unit at most. `ahead` bytes are left over.
-const unsigned char* SafeEnd(const unsigned char* p, const unsigned char* end,
-                             const unsigned char* out, const unsigned char* outEnd,
-                             std::ptrdiff_t ahead) {
-    const std::ptrdiff_t left = end - p, room = (outEnd - out) / 2;
-    const std::ptrdiff_t n = left < room ? left : room;
-    return n < ahead ? p : p + n - ahead;
-}
+// that is too short for that, code by code.
 
 // ASCII at p, as units at o; advances both, not beyond safe but for the block ahead.
 template <bool kBlocks>
@@ -51,22 +43,24 @@ Stop DecodeRest(const CodePage& page, Source& src, unsigned char*& out, unsigned
     return Stop::kDone;
 }
 
-template <bool kBlocks>
-void DecodeSingleByte(const CodePage& page, Source& src, unsigned char*& out,
-                      unsigned char* outEnd) {
+// As far as neither end need be looked at, when every byte gives one unit at most: ASCII here,
+// every other code by next(p, o), which stores its unit at o and returns its length; 0 where the
+// loop has to stop.
+template <bool kBlocks, class Next>
+inline void DecodeCodes(Source& src, unsigned char*& out, unsigned char* outEnd,
+                        std::ptrdiff_t ahead, Next next) {
     const unsigned char* p = src.at;
     unsigned char* o = out;
-    const unsigned char* const safe = SafeEnd(p, src.end, o, outEnd, kBlocks ? kBlockAhead : 0);
+    const unsigned char* const safe =
+        p + SafeCount(src.end - p, (outEnd - o) / 2, kBlocks ? kBlockAhead : ahead);
     while (p < safe) {
-        const unsigned byte = *p;
-        if (byte < 0x80) {
+        if (*p < 0x80) {
             DecodeAscii<kBlocks>(p, o, safe);
             continue;
         }
-        const unsigned character = page.bytes[byte];
-        if (character == kNoCharacter) break;
-        StoreUnit(o, character);
-        ++p;
+        const unsigned length = next(p, o);
+        if (length == 0) break;
+        p += length;
         o += 2;
     }
     src.at = p;
@@ -74,32 +68,27 @@ void DecodeSingleByte(const CodePage& page, Source& src, unsigned char*& out,
 }
 
 template <bool kBlocks>
+void DecodeSingleByte(const CodePage& page, Source& src, unsigned char*& out,
+                      unsigned char* outEnd) {
+    DecodeCodes<kBlocks>(src, out, outEnd, 0, [&](const unsigned char* p, unsigned char* o) {
+        const unsigned character = page.bytes[*p];
+        StoreUnit(o, character);
+        return character == kNoCharacter ? 0u : 1u;
+    });
+}
+
+template <bool kBlocks>
 void DecodePairs(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd) {
     const std::uint16_t* const pairs = page.pairs.get();
-    const unsigned char* p = src.at;
-    unsigned char* o = out;
-    const unsigned char* const safe = SafeEnd(p, src.end, o, outEnd, kBlocks ? kBlockAhead : 1);
-    while (p < safe) {
-        const unsigned lead = *p;
-        if (lead < 0x80) {
-            DecodeAscii<kBlocks>(p, o, safe);
-            continue;
-        }
-        const unsigned character = pairs[CodePage::PairIndex(lead, p[1])];
-        if (character != kNoCharacter) {
-            StoreUnit(o, character);
-            p += 2;
-            o += 2;
-            continue;
-        }
-        const CodeRead read = ReadCode(page, p, src.end);
-        if (read.length == 0) break;
+    const unsigned char* const end = src.end;
+    DecodeCodes<kBlocks>(src, out, outEnd, 1, [&](const unsigned char* p, unsigned char* o) {
+        const unsigned character = pairs[CodePage::PairIndex(*p, p[1])];
+        StoreUnit(o, character);
+        if (character != kNoCharacter) return 2u;
+        const CodeRead read = ReadCode(page, p, end);
         StoreUnit(o, read.character);
-        p += read.length;
-        o += 2;
-    }
-    src.at = p;
-    out = o;
+        return read.length;
+    });
 }
 
 CodeRead ReadUtf8Code(const CodePage&, const unsigned char* p, const unsigned char* end) {
@@ -108,22 +97,13 @@ CodeRead ReadUtf8Code(const CodePage&, const unsigned char* p, const unsigned ch
 
 template <bool kBlocks>
 void DecodeUtf8(Source& src, unsigned char*& out, unsigned char* outEnd) {
-    const unsigned char* p = src.at;
-    unsigned char* o = out;
-    const unsigned char* const safe = SafeEnd(p, src.end, o, outEnd, kBlocks ? kBlockAhead : 0);
-    while (p < safe) {
-        if (*p < 0x80) {
-            DecodeAscii<kBlocks>(p, o, safe);
-            continue;
-        }
-        const CodeRead read = ReadUtf8(p, src.end);
-        if (read.length == 0 || read.length == 4) break;
+    const unsigned char* const end = src.end;
+    DecodeCodes<kBlocks>(src, out, outEnd, 0, [&](const unsigned char* p, unsigned char* o) {
+        const CodeRead read = ReadUtf8(p, end);
+        if (read.length == 4) return 0u;
         StoreUnit(o, read.character);
-        p += read.length;
-        o += 2;
-    }
-    src.at = p;
-    out = o;
+        return read.length;
+    });
 }
 
 unsigned LoadSwapped(const unsigned char* p) {

@@ -2,27 +2,23 @@
 
 #include <cstring>
 
+#include "genutil/mbutil/near_letter.h"
 #include "mbutil.h"
 
 namespace genutil {
 
 namespace {
 
-// The letters from U+00C0 to U+017F without what stands on or under them.
-constexpr char kBaseLetters[] =
-    "AAAAAAACEEEEIIIIDNOOOOOxOUUUUYTsaaaaaaaceeeeiiiidnooooo/ouuuuyty"
-    "AaAaAaCcCcCcCcDdDdEeEeEeEeEeGgGgGgGgHhHhIiIiIiIiIiIiJjKkkLlLlLlL"
-    "lLlNnNnNnnNnOoOoOoOoRrRrRrSsSsSsSsTtTtTtUuUuUuUuUuUuWwYyYZzZzZzs";
-static_assert(sizeof kBaseLetters == 0x180 - 0xC0 + 1);
-
-// Replaces the two-byte letters of that range that the current code set does not have. The text
+// Replaces letters of two bytes that the current code set does not have by plain ones. The text
 // becomes shorter.
 void DropAccents(char* utf8) {
     char* to = utf8;
     for (const char* p = utf8; *p;) {
         const unsigned lead = static_cast<unsigned char>(p[0]);
         const unsigned letter = (lead & 0x1F) << 6 | (static_cast<unsigned char>(p[1]) & 0x3F);
-        if (lead < 0xC3 || lead > 0xC5) {
+        const bool isPair = lead >= 0xC2 && lead <= 0xDF && (p[1] & 0xC0) == 0x80;
+        const char plain = isPair ? PlainLetter(static_cast<std::uint16_t>(letter)) : '\0';
+        if (!plain) {
             *to++ = *p++;
             continue;
         }
@@ -30,7 +26,7 @@ void DropAccents(char* utf8) {
         mbConversion conversion = {};
         mbConvert(p, 2, mbUtf8, there, sizeof there, mbGetLocaleCodeSet(), &conversion);
         if (conversion.lost) {
-            *to++ = kBaseLetters[letter - 0xC0];
+            *to++ = plain;
         } else {
             *to++ = p[0];
             *to++ = p[1];

@@ -6,15 +6,12 @@ namespace genutil {
 
 namespace {
 
-// As in decode.cpp: up to here a loop need look at neither end, when a unit takes at most `longest`
-// bytes, and `ahead` units are left over for a loop that works by blocks.
+// Up to here a loop need look at neither end, when a unit takes at most `longest` bytes.
 const unsigned char* SafeEnd(const unsigned char* units, const unsigned char* unitsEnd,
                              const Sink& dst, unsigned longest, std::ptrdiff_t ahead) {
     // A power of 2 will do, and spares a short text the division.
     const unsigned shift = longest > 2 ? 2 : longest - 1;
-    const std::ptrdiff_t left = (unitsEnd - units) / 2, room = (dst.end - dst.at) >> shift;
-    const std::ptrdiff_t n = left < room ? left : room;
-    return n < ahead ? units : units + 2 * (n - ahead);
+    return units + 2 * SafeCount((unitsEnd - units) / 2, (dst.end - dst.at) >> shift, ahead);
 }
 
 template <bool kBlocks>

@@ -1,8 +1,6 @@
 // Letter case of single-byte characters, by the rules of each code set.
 #pragma once
 
-#include <cstdint>
-
 namespace genutil {
 
 struct CaseTable {

@@ -7,14 +7,6 @@ namespace genutil {
 
 namespace {
 
-// As in decode.cpp: up to here a loop need look at neither end, with room for what `room` bytes
-// become, and `ahead` bytes are left over.
-const unsigned char* SafeEnd(const Source& src, std::ptrdiff_t room, std::ptrdiff_t ahead) {
-    const std::ptrdiff_t left = src.end - src.at;
-    const std::ptrdiff_t n = left < room ? left : room;
-    return n < ahead ? src.at : src.at + n - ahead;
-}
-
 template <bool kBlocks>
 inline void PassAscii(const unsigned char*& p, unsigned char*& o, const unsigned char* safe) {
     unsigned n = 1;
@@ -81,7 +73,7 @@ void FastToUtf8(const CodePage& page, Source& src, Sink& dst) {
     const unsigned char* p = src.at;
     unsigned char* o = dst.at;
     const unsigned char* const safe =
-        SafeEnd(src, (dst.end - dst.at) / 3, kBlocks ? kBlockAhead : 1);
+        p + SafeCount(src.end - p, (dst.end - o) / 3, kBlocks ? kBlockAhead : 1);
     while (p < safe) {
         const unsigned lead = *p;
         if (lead < 0x80) {
@@ -122,7 +114,7 @@ void FastFromUtf8(const CodePage& page, Source& src, Sink& dst) {
     unsigned char* o = dst.at;
     // Two bytes can become two, or what a prefix adds to them.
     const unsigned char* const safe =
-        SafeEnd(src, (dst.end - dst.at) >> (page.longest > 2), kBlocks ? kBlockAhead : 3);
+        p + SafeCount(src.end - p, (dst.end - o) >> (page.longest > 2), kBlocks ? kBlockAhead : 3);
     while (p < safe) {
         if (*p < 0x80) {
             PassAscii<kBlocks>(p, o, safe);

@@ -169,9 +169,6 @@ std::int64_t NarrowLength(const unsigned short* text) {
 long ToNarrow(char* out, std::size_t limit, const unsigned short* text) {
     return ToNarrow(out, limit, text, CharactersIn(text));
 }
-long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text) {
-    return ToNarrowLossy(out, limit, text, CharactersIn(text));
-}
 
 std::size_t LongestNarrow() {
     const CodePage* page = CurrentCodePage();

@@ -35,12 +35,11 @@ std::int64_t NarrowLength(const unsigned short* text);
 // Returns the number of bytes stored without terminator; -1 when a character does not convert.
 long ToNarrow(char* out, std::size_t limit, const unsigned short* text);
 
-// As ToNarrow, with '?' for each character that does not convert; never fails.
-long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text);
-
-// The same three for `count` characters, of which none is 0, without a terminator behind them.
+// The same for `count` characters, of which none is 0, without a terminator behind them.
 std::int64_t NarrowLength(const unsigned short* text, std::size_t count);
 long ToNarrow(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
+
+// As ToNarrow, with '?' for each character that does not convert; never fails.
 long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
 
 // UTF-8 whatever the code set. FromUtf8 stores the characters of `bytes` bytes, of which none is 0,

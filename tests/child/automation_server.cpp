@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstring>
 #include <cwchar>
+#include <iterator>
 
 namespace {
 
@@ -56,24 +57,24 @@ constexpr struct {
     {L"Tenth", kTenth},
 };
 
-template <class Interface>
+// What counts its references, and itself unless it only serves the program.
+template <class Interface, bool kServes = false>
 class Counted : public Interface {
   public:
-    Counted() { ++g_objects; }
-    virtual ~Counted() { --g_objects; }
+    Counted() { g_objects += !kServes; }
+    virtual ~Counted() { g_objects -= !kServes; }
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID asked, void** out) override {
+        const bool known =
+            IsEqualGUID(asked, __uuidof(Interface)) || IsEqualGUID(asked, IID_IUnknown);
+        *out = known ? this : nullptr;
+        if (known) AddRef();
+        return known ? S_OK : E_NOINTERFACE;
+    }
     ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++m_references); }
     ULONG STDMETHODCALLTYPE Release() override {
         const long left = --m_references;
         if (left == 0) delete this;
         return static_cast<ULONG>(left);
-    }
-
-  protected:
-    HRESULT Answer(REFIID asked, REFIID own, void** out) {
-        const bool known = IsEqualGUID(asked, own) || IsEqualGUID(asked, IID_IUnknown);
-        *out = known ? this : nullptr;
-        if (known) AddRef();
-        return known ? S_OK : E_NOINTERFACE;
     }
 
   private:
@@ -83,9 +84,6 @@ class Counted : public Interface {
 // The numbers 1, 2, 3.
 class Numbers : public Counted<IEnumVARIANT> {
   public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID asked, void** out) override {
-        return Answer(asked, IID_IEnumVARIANT, out);
-    }
     HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* items, ULONG* got) override {
         ULONG taken = 0;
         for (; taken < count && m_next <= 3; ++taken) {
@@ -111,9 +109,6 @@ class Server : public Counted<IDispatch> {
     ~Server() override {
         VariantClear(&m_value);
         if (m_target) m_target->Release();
-    }
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID asked, void** out) override {
-        return Answer(asked, IID_IDispatch, out);
     }
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         *count = g_types ? 1 : 0;
@@ -154,12 +149,19 @@ class Server : public Counted<IDispatch> {
     IDispatch* m_target = nullptr;
 };
 
-void SetLong(VARIANT* out, long value) {
+HRESULT SetLong(VARIANT* out, long value) {
     V_VT(out) = VT_I4;
     V_I4(out) = value;
+    return S_OK;
 }
 
-// The argument of a position or of its number as a name, as an integer; null for none.
+HRESULT SetObject(VARIANT* out, IDispatch* object) {
+    V_VT(out) = VT_DISPATCH;
+    V_DISPATCH(out) = object;
+    return S_OK;
+}
+
+// The argument of a position or of its number as a name; null for none.
 VARIANT* FindArgument(const DISPPARAMS& given, UINT parameter) {
     const UINT positions = given.cArgs - given.cNamedArgs;
     if (parameter < positions) {
@@ -183,8 +185,7 @@ HRESULT Server::Point(DISPPARAMS* given, VARIANT* result, UINT* fault) {
         if (FAILED(VariantChangeType(&number, found, 0, VT_I4))) return DISP_E_TYPEMISMATCH;
         values[i] = V_I4(&number);
     }
-    SetLong(result, values[0] * 100 + values[1]);
-    return S_OK;
+    return SetLong(result, values[0] * 100 + values[1]);
 }
 
 HRESULT Server::Change(VARIANT* number, VARIANT* text, UINT* fault) {
@@ -259,10 +260,8 @@ HRESULT Server::Invoke(DISPID member, REFIID, LCID, WORD use, DISPPARAMS* given,
             return get ? VariantCopy(result, &m_value) : Put(given, use, fault);
         case kTarget:
             if (!get) return Put(given, use, fault);
-            V_VT(result) = VT_DISPATCH;
-            V_DISPATCH(result) = m_target;
             if (m_target) m_target->AddRef();
-            return S_OK;
+            return SetObject(result, m_target);
         case kNewEnum:
             V_VT(result) = VT_UNKNOWN;
             V_UNKNOWN(result) = new Numbers;
@@ -286,15 +285,11 @@ HRESULT Server::Invoke(DISPID member, REFIID, LCID, WORD use, DISPPARAMS* given,
             TerminateProcess(GetCurrentProcess(), 1);
             return S_OK;
         case kChild:
-            V_VT(result) = VT_DISPATCH;
-            V_DISPATCH(result) = new Server;
-            return S_OK;
+            return SetObject(result, new Server);
         case kObjects:
-            SetLong(result, g_objects);
-            return S_OK;
+            return SetLong(result, g_objects);
         case kTypeOf:
-            SetLong(result, V_VT(&given->rgvarg[0]));
-            return S_OK;
+            return SetLong(result, V_VT(&given->rgvarg[0]));
         case kFill: {
             VARIANT* const out = &given->rgvarg[0];
             if (V_VT(out) != (VT_BYREF | VT_VARIANT)) return DISP_E_TYPEMISMATCH;
@@ -322,13 +317,8 @@ HRESULT Server::Invoke(DISPID member, REFIID, LCID, WORD use, DISPPARAMS* given,
 }
 
 // Rejects as many calls as it was told to.
-class Filter : public Counted<IMessageFilter> {
+class Filter : public Counted<IMessageFilter, true> {
   public:
-    Filter() { --g_objects; }
-    ~Filter() override { ++g_objects; }
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID asked, void** out) override {
-        return Answer(asked, IID_IMessageFilter, out);
-    }
     DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD, HTASK, DWORD, LPINTERFACEINFO) override {
         if (g_rejections <= 0) return SERVERCALL_ISHANDLED;
         --g_rejections;
@@ -340,13 +330,8 @@ class Filter : public Counted<IMessageFilter> {
     }
 };
 
-class Factory : public Counted<IClassFactory> {
+class Factory : public Counted<IClassFactory, true> {
   public:
-    Factory() { --g_objects; }
-    ~Factory() override { ++g_objects; }
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID asked, void** out) override {
-        return Answer(asked, IID_IClassFactory, out);
-    }
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID asked, void** out) override {
         Server* const server = new Server;
         const HRESULT result = server->QueryInterface(asked, out);
@@ -371,21 +356,17 @@ void AddMember(ICreateTypeInfo* types, UINT index, DISPID id, INVOKEKIND kind, V
     standing.cBytes = sizeof standing;
     SetLong(&standing.varDefaultValue, 7);
     ELEMDESC parameters[4] = {};
-    wchar_t text[5][32] = {};
-    LPOLESTR names[5] = {text[0], text[1], text[2], text[3], text[4]};
-    std::wcsncpy(text[0], name, 31);
+    LPOLESTR names[5] = {const_cast<LPOLESTR>(name)};
     const bool put = kind & (INVOKE_PROPERTYPUT | INVOKE_PROPERTYPUTREF);
     for (SHORT i = 0; i < count; ++i) {
+        ELEMDESC& parameter = parameters[i];
         const bool reference = rows[i].type & VT_BYREF;
         referred[i].vt = rows[i].type & VT_TYPEMASK;
-        parameters[i].tdesc.vt = rows[i].type;
-        if (reference) {
-            parameters[i].tdesc.vt = VT_PTR;
-            parameters[i].tdesc.lptdesc = &referred[i];
-        }
-        parameters[i].paramdesc.wParamFlags = rows[i].flags;
-        if (rows[i].flags & PARAMFLAG_FHASDEFAULT) parameters[i].paramdesc.pparamdescex = &standing;
-        std::wcsncpy(text[i + 1], rows[i].name, 31);
+        parameter.tdesc.vt = reference ? VARTYPE{VT_PTR} : rows[i].type;
+        if (reference) parameter.tdesc.lptdesc = &referred[i];
+        parameter.paramdesc.wParamFlags = rows[i].flags;
+        if (rows[i].flags & PARAMFLAG_FHASDEFAULT) parameter.paramdesc.pparamdescex = &standing;
+        names[i + 1] = const_cast<LPOLESTR>(rows[i].name);
     }
     FUNCDESC function = {};
     function.memid = id;
@@ -397,11 +378,7 @@ void AddMember(ICreateTypeInfo* types, UINT index, DISPID id, INVOKEKIND kind, V
     function.elemdescFunc.tdesc.vt = result;
     types->AddFuncDesc(index, &function);
     types->SetFuncAndParamNames(index, names, static_cast<UINT>(count + (put ? 0 : 1)));
-    if (*help) {
-        wchar_t words[64] = L"";
-        std::wcsncpy(words, help, 63);
-        types->SetFuncDocString(index, words);
-    }
+    if (*help) types->SetFuncDocString(index, const_cast<LPOLESTR>(help));
 }
 
 void MakeTypes() {
@@ -443,7 +420,6 @@ constexpr const wchar_t* kKeys[][2] = {
     {L"CLSID\\{6B1F6C52-5D0E-4B4B-9C39-2F3D1A7E0A11}\\ProgID", kName},
     {L"CLSID\\{6B1F6C52-5D0E-4B4B-9C39-2F3D1A7E0A11}\\LocalServer32", nullptr},  // the program
 };
-constexpr int kKeyCount = sizeof kKeys / sizeof *kKeys;
 
 void RegisterIn(HKEY root) {
     wchar_t program[MAX_PATH + 2] = L"\"", key[200];
@@ -457,8 +433,8 @@ void RegisterIn(HKEY root) {
 
 void RemoveFrom(HKEY root) {
     wchar_t key[200];
-    for (int i = kKeyCount - 1; i >= 0; --i) {
-        _snwprintf(key, 199, L"Software\\Classes\\%ls", kKeys[i][0]);
+    for (auto row = std::rbegin(kKeys); row != std::rend(kKeys); ++row) {
+        _snwprintf(key, 199, L"Software\\Classes\\%ls", (*row)[0]);
         RegDeleteKeyW(root, key);
     }
 }

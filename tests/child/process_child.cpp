@@ -99,8 +99,6 @@ int main(int count, char** arguments) {
     } else if (std::strcmp(what, "late") == 0) {
         Sleep(200);
         std::fputs("b", stdout);
-    } else if (std::strcmp(what, "input") == 0) {
-        for (int c; (c = std::getchar()) != EOF;) std::putchar(c);
     } else if (std::strcmp(what, "die") == 0) {
         std::_Exit(count > 2 ? number : 0);
     }

@@ -117,19 +117,27 @@ TEST(Locale, LongDatesHaveTheOrderOfTheirLanguage) {
     EXPECT_EQ(Date(Named("ja_JP"), kLong).substr(0, 4), "yyyy");
 }
 
-TEST(Locale, ANewOneIsPlainEnglish) {
-    const CLCLocale locale;
-    EXPECT_EQ(locale.GetLocaleId(), 0x0400u);
-    EXPECT_EQ(locale.GetLang(), clcEnglish);
-    EXPECT_EQ(locale.IsMultiByte(), 0);
-    EXPECT_EQ(Date(locale, kShort), "M/d/yyyy");
-    EXPECT_EQ(Date(locale, kLong), "dddd, MMMM d, yyyy");
-    EXPECT_EQ(Time(locale), "h:mm:ss tt");
-    EXPECT_EQ(locale.LongOrShort(), kShort);
-    EXPECT_EQ(locale.GetCalendarType(), 1);
-    EXPECT_EQ(Item(locale, &CLCLocale::MonthAbbrev, 11), "Dec");
-    EXPECT_EQ(Item(locale, &CLCLocale::DayAbbrev, 6), "Sun");
-    EXPECT_STREQ(locale.GetLangName(), "English");
+TEST(Locale, ANewOneAndAnUnknownOneArePlainEnglish) {
+    CLCLocale unknown = Named("de_DE");
+    unknown.SetLocale("tlh_QO");
+    EXPECT_EQ(unknown.GetLocaleId(), 0u);
+    EXPECT_EQ(unknown.GetCodeSet(), mbWestern);
+    const CLCLocale fresh;
+    EXPECT_EQ(fresh.GetLocaleId(), 0x0400u);
+    for (const CLCLocale* locale : {&fresh, const_cast<const CLCLocale*>(&unknown)}) {
+        EXPECT_EQ(locale->GetLang(), clcEnglish);
+        EXPECT_EQ(Date(*locale, kShort), "M/d/yyyy");
+        EXPECT_EQ(Date(*locale, kLong), "dddd, MMMM d, yyyy");
+        EXPECT_EQ(Time(*locale), "h:mm:ss tt");
+        EXPECT_EQ(locale->LongOrShort(), kShort);
+        EXPECT_EQ(locale->GetCalendarType(), 1);
+        EXPECT_EQ(Item(*locale, &CLCLocale::MonthAbbrev, 11), "Dec");
+        EXPECT_EQ(Item(*locale, &CLCLocale::DayAbbrev, 6), "Sun");
+        EXPECT_STREQ(locale->GetLangName(), "English");
+    }
+    unknown.SetLocale("de_DE.UTF-8@euro");
+    EXPECT_EQ(unknown.GetLocaleId(), 0x0407u);
+    EXPECT_EQ(Item(unknown, &CLCLocale::MonthName, 2), "M\xE4rz");
 }
 
 TEST(Locale, InitFollowsTheUser) {
@@ -155,18 +163,6 @@ TEST(Locale, InitFollowsTheUser) {
     CLCGlobalLocale::Free();
     EXPECT_EQ(Text(*CLCGlobalLocale::Instance(), &CLCLocale::DateSep), "/");
     CLCGlobalLocale::Free();
-}
-
-TEST(Locale, AnUnknownNameGivesPlainEnglish) {
-    CLCLocale locale = Named("de_DE");
-    locale.SetLocale("tlh_QO");
-    EXPECT_EQ(locale.GetLocaleId(), 0u);
-    EXPECT_EQ(Date(locale, kShort), "M/d/yyyy");
-    EXPECT_EQ(Item(locale, &CLCLocale::MonthName, 2), "March");
-    EXPECT_EQ(locale.GetCodeSet(), mbWestern);
-    locale.SetLocale("de_DE.UTF-8@euro");
-    EXPECT_EQ(locale.GetLocaleId(), 0x0407u);
-    EXPECT_EQ(Item(locale, &CLCLocale::MonthName, 2), "M\xE4rz");
 }
 
 // A copy has all settings of its own.
@@ -379,33 +375,28 @@ TEST(Locale, OldPicturesAreConverted) {
 }
 
 TEST(Locale, IniSettings) {
-    const std::string limit(255, 'x'), tooLong(256, 'x');
+    const std::string limit(255, 'x'), tooLong(256, 'x'), german = "dddd, d. MMMM yyyy";
     const struct {
         int line;
-        const char* locale;
-        std::string keys, shortDate, longDate, time, separators;
+        std::string keys, time = "h:mm:ss tt", separators = "/:", shortDate = "M/d/yyyy",
+                          longDate = "dddd, MMMM d, yyyy";
+        const char* locale = "en_US";
     } kRows[] = {
-        {__LINE__, "en_US", "", "M/d/yyyy", "dddd, MMMM d, yyyy", "h:mm:ss tt", "/:"},
-        {__LINE__, "en_US", "DateSeparator=-\nTimeSeparator=.\n", "M-d-yyyy", "dddd, MMMM d, yyyy",
-         "h.mm.ss tt", "-."},
-        {__LINE__, "en_US", "DateSeparator=\nTimeSeparator=\"\"\nShortDateFormat=\n", "M/d/yyyy",
-         "dddd, MMMM d, yyyy", "h:mm:ss tt", "/:"},
-        {__LINE__, "en_US", "ShortDateFormat=D.M.YY\nLongDateFormat=D. M YYYY\n", "d.M.yy",
-         "d. MMMM yyyy", "h:mm:ss tt", "/:"},
-        {__LINE__, "en_US",
+        {__LINE__, ""},
+        {__LINE__, "DateSeparator=-\nTimeSeparator=.\n", "h.mm.ss tt", "-.", "M-d-yyyy"},
+        {__LINE__, "DateSeparator=\nTimeSeparator=\"\"\nShortDateFormat=\n"},
+        {__LINE__, "ShortDateFormat=D.M.YY\nLongDateFormat=D. M YYYY\n", "h:mm:ss tt",
+         "/:", "d.M.yy", "d. MMMM yyyy"},
+        {__LINE__,
          "ShortDateFormat=D.M.YY\nNewShortDateFormat=yy/M\nNewLongDateFormat=D\nLongDateFormat=Y\n",
-         "yy/M", "D", "h:mm:ss tt", "/:"},
-        {__LINE__, "en_US", "NewShortDateFormat=" + tooLong + "\nNewLongDateFormat=" + limit + "\n",
-         "M/d/yyyy", limit, "h:mm:ss tt", "/:"},
-        {__LINE__, "en_US", "24HourTimeFormat=1\n", "M/d/yyyy", "dddd, MMMM d, yyyy", "H:mm:ss",
-         "/:"},
-        {__LINE__, "en_US", "AMPMPrefix=1\n", "M/d/yyyy", "dddd, MMMM d, yyyy", "tt h:mm:ss", "/:"},
-        {__LINE__, "en_US", "24HourTimeFormat=2\nAMPMPrefix=x\n", "M/d/yyyy", "dddd, MMMM d, yyyy",
-         "h:mm:ss tt", "/:"},
-        {__LINE__, "de_DE", "24HourTimeFormat=0\nAMPMPrefix=1\n", "", "dddd, d. MMMM yyyy",
-         "tt hh:mm:ss", ".:"},
-        {__LINE__, "de_DE", "24HourTimeFormat=1\nAMPMPrefix=1\n", "", "dddd, d. MMMM yyyy",
-         "HH:mm:ss", ".:"},
+         "h:mm:ss tt", "/:", "yy/M", "D"},
+        {__LINE__, "NewShortDateFormat=" + tooLong + "\nNewLongDateFormat=" + limit + "\n",
+         "h:mm:ss tt", "/:", "M/d/yyyy", limit},
+        {__LINE__, "24HourTimeFormat=1\n", "H:mm:ss"},
+        {__LINE__, "AMPMPrefix=1\n", "tt h:mm:ss"},
+        {__LINE__, "24HourTimeFormat=2\nAMPMPrefix=x\n"},
+        {__LINE__, "24HourTimeFormat=0\nAMPMPrefix=1\n", "tt hh:mm:ss", ".:", "", german, "de_DE"},
+        {__LINE__, "24HourTimeFormat=1\nAMPMPrefix=1\n", "HH:mm:ss", ".:", "", german, "de_DE"},
     };
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.line);

@@ -224,22 +224,6 @@ TEST(String, TakesWideText) {
     EXPECT_EQ(Bytes(CGNString().CopyNChars(withoutEnd, 2)), "ab");
 }
 
-TEST(String, ArgumentsMayLieInTheString) {
-    CodeSetGuard codeSet(5);
-    for (int capacity : {0, 8, 64}) {
-        CGNString s("ab\x82\xA0=cd", capacity);
-        s += s;
-        s += s[0];
-        s = s;
-        EXPECT_STREQ(s, "ab\x82\xA0=cdab\x82\xA0=cda");
-        s.CopyNChars(static_cast<const char*>(s) + 2, 2);
-        s.AppendNChars(s, 1);
-        EXPECT_STREQ(s, "\x82\xA0=\x82\xA0");
-        s.CopyUntil(s, static_cast<const char*>(s) + 2);
-        EXPECT_STREQ(s, "\x82\xA0");
-    }
-}
-
 TEST(String, ComparesWithoutCaseByCharacters) {
     const auto equal = [](int inCodeSet, const char* x, const char* y) {
         CodeSetGuard codeSet(inCodeSet);

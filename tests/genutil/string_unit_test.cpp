@@ -309,8 +309,9 @@ void Append(Model& model, const Model& more) {
     model.insert(model.end(), copy.begin(), copy.end());
 }
 
-Model Until(const Model& model, const std::string& delimiter) {
-    return {model.begin(), std::find(model.begin(), model.end(), delimiter)};
+Model Until(const Model& model, const Model& delimiter) {
+    return {model.begin(),
+            std::search(model.begin(), model.end(), delimiter.begin(), delimiter.end())};
 }
 
 Model Part(const Model& model, std::size_t from, std::size_t count) {
@@ -337,6 +338,46 @@ Model Replaced(const Model& model, const std::string& from, const Model& to) {
     return text;
 }
 
+// The place of a part of the model; -1 when there is none, or the search starts outside.
+int Found(const Model& model, const Model& part, unsigned start) {
+    if (start >= model.size()) return -1;
+    const auto at = std::search(model.begin() + start, model.end(), part.begin(), part.end());
+    return at == model.end() ? -1 : static_cast<int>(at - model.begin());
+}
+
+// How many characters from start on are in the set, or are not; all there are, from outside.
+int RunOf(const Model& model, const Model& set, unsigned start, bool in) {
+    unsigned i = start;
+    const auto isIn = [&] { return std::find(set.begin(), set.end(), model[i]) != set.end(); };
+    while (i < model.size() && isIn() == in) ++i;
+    return static_cast<int>(start < model.size() ? i - start : model.size());
+}
+
+// What the string finds and hands out of itself.
+void ExpectSameParts(std::mt19937& random, const Alphabet& alphabet, const Probe& s,
+                     const Model& model) {
+    const unsigned size = static_cast<unsigned>(model.size()), start = random() % (size + 2);
+    const unsigned count = random() % (size + 2);
+    const Model wanted =
+        random() % 2 ? Part(model, start, random() % 4) : RandomText(random, alphabet, 3);
+    const CGNString text(Join(wanted).c_str());
+    const int from = static_cast<int>(start);
+    EXPECT_EQ(s.Find(text, from), Found(model, wanted, start));
+    EXPECT_EQ(s.Find(static_cast<const char*>(text), from), Found(model, wanted, start));
+    EXPECT_EQ(s.StrChr(start, '='), Found(model, {"="}, start));
+    EXPECT_EQ(s.FindFirstOf(text, from), RunOf(model, wanted, start, false));
+    EXPECT_EQ(s.FindFirstNotOf(text, from), RunOf(model, wanted, start, true));
+    const auto last = std::find(model.rbegin(), model.rend(), alphabet.characters.back());
+    EXPECT_EQ(s.ReverseFind(alphabet.characters.back().c_str()), model.rend() - last - 1);
+    Probe out("before");
+    s.SubStr(out, start, static_cast<int>(count));
+    EXPECT_EQ(out.Bytes(), Join(Part(model, start, count)));
+    s.MidString(out, from, -1);
+    EXPECT_EQ(out.Bytes(), Join(Part(model, start, size)));
+    s.LeftString(out, count);
+    EXPECT_EQ(out.Bytes(), Join(Part(model, 0, count)));
+}
+
 void RandomStep(std::mt19937& random, const Alphabet& alphabet, Probe& s, Model& model) {
     const Model other = RandomText(random, alphabet, 12);
     const std::string text = Join(other);
@@ -355,10 +396,14 @@ void RandomStep(std::mt19937& random, const Alphabet& alphabet, Probe& s, Model&
         [&] { s = inside, model = tail; },
         [&] { s += inside, Append(model, tail); },
         [&] { s.CopyNBytes(inside, static_cast<unsigned>(std::strlen(inside))), model = tail; },
+        [&] { s += s, Append(model, model); },
         [&] { s.CopyNChars(text.c_str(), static_cast<unsigned>(start.size())), model = start; },
+        [&] { s.CopyNChars(inside, static_cast<unsigned>(tail.size())), model = tail; },
         [&] { s.AppendNChars(text.c_str(), position), Append(model, start); },
-        [&] { s.CopyUntil(text.c_str(), '='), model = Until(other, "="); },
-        [&] { s.AppendUntil(inside, character.c_str()), Append(model, Until(tail, character)); },
+        [&] { s.AppendNChars(inside, position), Append(model, Part(tail, 0, position)); },
+        [&] { s.CopyUntil(text.c_str(), '='), model = Until(other, {"="}); },
+        [&] { s.CopyUntil(s, inside), model = Until(model, tail); },
+        [&] { s.AppendUntil(inside, character.c_str()), Append(model, Until(tail, {character})); },
         [&] { s.AllocateBuffer(random() % 100, random() % 4 == 0); },
         [&] { s += '=', model.push_back("="); },
         [&] { random() % 2 ? s.Clear() : s.Empty(), model.clear(); },
@@ -373,7 +418,8 @@ void RandomStep(std::mt19937& random, const Alphabet& alphabet, Probe& s, Model&
             s.RightString(s, position), model = Part(model, Part(model, position, 1000).size(), 16);
         },
         [&] { s.Truncate(position), model = Part(model, 0, position); },
-        [&] { s.TruncateAt(character.c_str()), model = Until(model, character); },
+        [&] { s.LeftString(s, position), model = Part(model, 0, position); },
+        [&] { s.TruncateAt(character.c_str()), model = Until(model, {character}); },
         [&] {
             s.Replace(character.c_str(), text.c_str()), model = Replaced(model, character, other);
         },
@@ -409,6 +455,7 @@ TEST(StringStorage, BothBuffersFollowAnyOperations) {
                 const unsigned index = random() % model.size();
                 char out[8];
                 EXPECT_EQ(s.GetCodePageCharAt(static_cast<int>(index), out), model[index]);
+                ExpectSameParts(random, alphabet, s, model);
             }
             ExpectSound(s);
         }

@@ -4,10 +4,8 @@
 #include <atomic>
 #include <cstdlib>
 #include <ctime>
-#include <memory>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "gendate.h"
 #include "osthread.h"
@@ -90,22 +88,20 @@ TEST_F(TimeZone, OfAThreadIsNeverAnothers) {
                                   "EEE-4", "FFF-5", "GGG-6", "Asia/Tokyo"};
     const int kHours[] = {14, 15, 16, 17, 18, 19, 20, 23};
     std::atomic<int> wrong{0};
-    std::vector<std::unique_ptr<Worker>> workers;
-    for (int i = 0; i < 8; ++i)
-        workers.push_back(std::make_unique<Worker>([&, i] {
-            CGNLclSt::Instance()->Init(4);
-            std::string zone(kZones[i]);
-            CGNLclSt::Instance()->SetLocalVariable("timezone", zone.data());
-            for (int round = 0; round < 300; ++round) {
-                std::tm local;
-                if ((i + round) % 2)
-                    CGNDate::LocalTimeTS(1269093600, local);
-                else
-                    CGNDateTime::LocalTimeTS(1269093600, local);
-                wrong += local.tm_hour != kHours[i];
-            }
-        }));
-    for (auto& worker : workers) worker->Join();
+    OSTimeZone::GetInstance();  // which comes first
+    AtTheSameTime(8, [&](int i) {
+        CGNLclSt::Instance()->Init(4);
+        std::string zone(kZones[i]);
+        CGNLclSt::Instance()->SetLocalVariable("timezone", zone.data());
+        for (int round = 0; round < 300; ++round) {
+            std::tm local;
+            if ((i + round) % 2)
+                CGNDate::LocalTimeTS(1269093600, local);
+            else
+                CGNDateTime::LocalTimeTS(1269093600, local);
+            wrong += local.tm_hour != kHours[i];
+        }
+    });
     EXPECT_EQ(wrong, 0);
 }
 

@@ -52,11 +52,22 @@ COSOLEValue Currency(const char* amount) {
     return value;
 }
 
+template <class... Values>
+COSOLEArguments With(const Values&... values) {
+    COSOLEArguments arguments;
+    (arguments.Add(values), ...);
+    return arguments;
+}
+
 // A call as a text: its result, or what went wrong.
-std::string Do(COSOLEAutomation& object, const char* name, COSOLEArguments arguments = {}) {
+std::string DoWith(COSOLEAutomation& object, const char* name, COSOLEArguments arguments) {
     COSOLEValue result;
     return object.CallOrGet(name, arguments, result) ? TextOf(result)
                                                      : Bytes(object.GetErrorText());
+}
+template <class... Values>
+std::string Do(COSOLEAutomation& object, const char* name, const Values&... values) {
+    return DoWith(object, name, With(values...));
 }
 
 // Whether a failure has this code, and a text.
@@ -67,13 +78,50 @@ testing::AssertionResult Failed(const COSOLEAutomation& object, unsigned code, i
     return testing::AssertionFailure() << Bytes(object.GetErrorText());
 }
 
-COSOLEAutomation ObjectOf(COSOLEAutomation& parent, const char* name,
-                          COSOLEArguments arguments = {}) {
+template <class... Values>
+void ExpectFailure(COSOLEAutomation& object, unsigned code, int argument, const char* name,
+                   const Values&... values) {
+    COSOLEArguments arguments = With(values...);
+    EXPECT_FALSE(object.Call(name, arguments)) << name;
+    EXPECT_TRUE(Failed(object, code, argument)) << name;
+}
+
+template <class... Values>
+COSOLEValue Get(COSOLEAutomation& object, const char* name, const Values&... values) {
     COSOLEValue result;
+    COSOLEArguments arguments = With(values...);
+    EXPECT_TRUE(object.CallOrGet(name, arguments, result)) << Bytes(object.GetErrorText());
+    return result;
+}
+
+COSOLEAutomation ObjectOf(const COSOLEValue& value) {
     COSOLEAutomation object;
-    EXPECT_TRUE(parent.CallOrGet(name, arguments, result)) << Bytes(parent.GetErrorText());
-    EXPECT_TRUE(result.GetObject(object)) << name;
+    EXPECT_TRUE(value.GetObject(object));
     return object;
+}
+
+// A member as it would be declared.
+std::string Signature(const COSOLEMember& member) {
+    std::string text = Bytes(member.m_name) + '(';
+    for (int i = 0; i < member.m_parameters.GetCount(); ++i) {
+        const COSOLEParameter& one = *member.m_parameters.GetItem(i);
+        text += Join({i ? ", " : "", one.m_output ? "out " : "", one.m_optional ? "optional " : "",
+                      Bytes(one.m_type), one.m_byReference ? "& " : " ", Bytes(one.m_name)});
+        if (one.m_hasDefault) text += " = " + TextOf(one.m_default);
+    }
+    return Join({text, ") ", Bytes(member.m_type)});
+}
+
+// What a collection hands out, one behind the other.
+std::string AllOf(COSOLEAutomation& collection) {
+    COSOLEEnumerator place;
+    COSOLEValue item;
+    std::string all;
+    EXPECT_TRUE(collection.Enumerate(place)) << Bytes(collection.GetErrorText());
+    while (place.Next(item)) all += TextOf(item) + ";";
+    EXPECT_EQ(place.GetErrorCode(), 0);
+    EXPECT_TRUE(place.Reset() && place.Next(item));
+    return all;
 }
 
 class Automation : public testing::Test {
@@ -103,22 +151,14 @@ TEST(AutomationWithout, SaysSo) {
     COSOLEValue value("kept");
     COSOLEEnumerator place;
     COSOLEList<COSOLEMember> members;
-    const unsigned char answers[] = {server.Connect(kDictionary),
-                                     server.Attach(kDictionary),
-                                     server.AttachOrConnect(""),
-                                     server.Call("x"),
-                                     server.GetProperty("x", value),
-                                     server.PutProperty("x", 1),
-                                     server.Call("x", arguments, value),
-                                     server.PutPropertyReference("x", value),
-                                     server.HasMember("x"),
-                                     server.GetMembers(members),
-                                     server.FindMembers("x", members),
-                                     server.Enumerate(place),
-                                     place.Next(value),
-                                     place.Reset(),
-                                     server.IsConnected()};
-    for (const unsigned char answer : answers) EXPECT_EQ(answer, 0);
+    EXPECT_FALSE(server.Connect(kDictionary) || server.Attach(kDictionary) ||
+                 server.AttachOrConnect("") || server.IsConnected());
+    EXPECT_FALSE(server.Call("x") || server.Call("x", arguments, value) ||
+                 server.GetProperty("x", value) || server.PutProperty("x", 1) ||
+                 server.PutPropertyReference("x", value));
+    EXPECT_FALSE(server.HasMember("x") || server.GetMembers(members) ||
+                 server.FindMembers("x", members));
+    EXPECT_FALSE(server.Enumerate(place) || place.Next(value) || place.Reset());
     EXPECT_EQ(Bytes(place.GetErrorText()),
               "OLE automation is not available on this system (0x80004001)");
     EXPECT_EQ(Bytes(server.GetErrorDescription()),
@@ -129,15 +169,15 @@ TEST(AutomationWithout, SaysSo) {
 TEST_F(Automation, Dictionary) {
     COSOLEAutomation words;
     ASSERT_TRUE(words.Connect(kDictionary)) << Bytes(words.GetErrorText());
-    EXPECT_EQ(Do(words, "Add", COSOLEArguments().Add("Kyoto").Add(1)), "");
-    EXPECT_EQ(Do(words, "add", COSOLEArguments().Add("Nara").Add("two")), "");
+    EXPECT_EQ(Do(words, "Add", "Kyoto", 1), "");
+    EXPECT_EQ(Do(words, "add", "Nara", "two"), "");
     EXPECT_EQ(Do(words, "Count"), "2");
-    EXPECT_EQ(Do(words, "Exists", COSOLEArguments().Add("Kyoto")), "true");
-    EXPECT_EQ(Do(words, "Item", COSOLEArguments().Add("Nara")), "two");
-    EXPECT_EQ(Do(words, "", COSOLEArguments().Add("Nara")), "two");
+    EXPECT_EQ(Do(words, "Exists", "Kyoto"), "true");
+    EXPECT_EQ(Do(words, "Item", "Nara"), "two");
+    EXPECT_EQ(Do(words, "", "Nara"), "two");
     COSOLEArguments nara;
     EXPECT_TRUE(words.PutProperty("Item", nara.Add("Nara"), Decimal("2.50")));
-    EXPECT_EQ(Do(words, "Item", nara), "2.50");
+    EXPECT_EQ(DoWith(words, "Item", nara), "2.50");
     EXPECT_TRUE(words.PutProperty("Key", nara, "Osaka")) << Bytes(words.GetErrorText());
 
     COSOLEValue keys;
@@ -145,69 +185,51 @@ TEST_F(Automation, Dictionary) {
     ASSERT_TRUE(words.Call("Keys", none, keys));
     ASSERT_EQ(keys.GetCount(), 2);
     EXPECT_EQ(TextOf(*keys.GetItem(1)), "Osaka");
-    COSOLEEnumerator place;
-    COSOLEValue item;
-    ASSERT_TRUE(words.Enumerate(place)) << Bytes(words.GetErrorText());
-    std::string all;
-    while (place.Next(item)) all += TextOf(item) + ";";
-    EXPECT_EQ(all, "Kyoto;Osaka;");
-    EXPECT_EQ(place.GetErrorCode(), 0);
-    EXPECT_TRUE(place.Reset());
-    EXPECT_TRUE(place.Next(item));
+    EXPECT_EQ(AllOf(words), "Kyoto;Osaka;");
 
     // An object within, by reference, is itself.
     COSOLEAutomation inner;
     ASSERT_TRUE(inner.Connect(kDictionary));
-    EXPECT_EQ(Do(words, "Add", COSOLEArguments().Add("inner").Add(inner)), "");
-    COSOLEAutomation same = ObjectOf(words, "Item", COSOLEArguments().Add("inner"));
+    EXPECT_EQ(Do(words, "Add", "inner", inner), "");
+    COSOLEAutomation same = ObjectOf(Get(words, "Item", "inner"));
     EXPECT_TRUE(same.IsSame(inner));
     EXPECT_FALSE(same.IsSame(words));
-    EXPECT_EQ(Do(words, "Add", COSOLEArguments().Add("Kyoto").Add(1)).substr(0, 0), "");
+    EXPECT_NE(Do(words, "Add", "Kyoto", 1), "");
     EXPECT_NE(words.GetErrorCode(), 0);
     EXPECT_EQ(Do(words, "Count"), "3");
 }
 
-TEST_F(Automation, FilesShellAndDocuments) {
-    COSOLEAutomation files, shell, document;
-    ASSERT_TRUE(files.Connect("Scripting.FileSystemObject"));
-    EXPECT_EQ(Do(files, "GetBaseName", COSOLEArguments().Add("c:\\a\\name.txt")), "name");
-    EXPECT_EQ(Do(files, "FileExists", COSOLEArguments().Add("c:\\no\\such")), "false");
-    EXPECT_EQ(Do(files, "GetFile", COSOLEArguments().Add("c:\\no\\such")).empty(), false);
-    EXPECT_NE(files.GetErrorCode(), 0);
-    COSOLEAutomation folder = ObjectOf(files, "GetFolder", COSOLEArguments().Add("c:\\windows"));
-    EXPECT_EQ(Do(folder, "Name"), "windows");
-
+TEST_F(Automation, ShellAndDocuments) {
+    COSOLEAutomation shell, document;
     // Lives in a single-threaded apartment that the system has for it.
     ASSERT_TRUE(shell.Connect("Shell.Application")) << Bytes(shell.GetErrorText());
-    COSOLEAutomation space =
-        ObjectOf(shell, "NameSpace", COSOLEArguments().Add("c:\\windows\\system32"));
+    COSOLEAutomation space = ObjectOf(Get(shell, "NameSpace", "c:\\windows\\system32"));
     EXPECT_EQ(Do(space, "Title"), "system32");
 
     ASSERT_TRUE(document.Connect("MSXML2.DOMDocument")) << Bytes(document.GetErrorText());
     const CodeSetGuard shiftJis(mbShiftJis);
-    EXPECT_EQ(
-        Do(document, "loadXML", COSOLEArguments().Add("<\x93\x8C><b i='1'/><b i='2'/></\x93\x8C>")),
-        "true");
-    COSOLEAutomation root = ObjectOf(document, "documentElement");
+    EXPECT_EQ(Do(document, "loadXML", "<\x93\x8C><b i='1'/><b i='2'/></\x93\x8C>"), "true");
+    COSOLEAutomation root = ObjectOf(Get(document, "documentElement"));
     EXPECT_EQ(Do(root, "nodeName"), "\x93\x8C");
-    COSOLEAutomation list = ObjectOf(root, "childNodes");
+    COSOLEAutomation list = ObjectOf(Get(root, "childNodes"));
     EXPECT_EQ(Do(list, "length"), "2");
     COSOLEEnumerator place;
     COSOLEValue item;
     std::string all;
     ASSERT_TRUE(list.Enumerate(place));
     while (place.Next(item)) {
-        COSOLEAutomation node;
-        ASSERT_TRUE(item.GetObject(node));
-        all += Do(node, "getAttribute", COSOLEArguments().Add("i"));
+        COSOLEAutomation node = ObjectOf(item);
+        all += Do(node, "getAttribute", "i");
     }
     EXPECT_EQ(all, "12");
-    EXPECT_EQ(Do(root, "getAttribute", COSOLEArguments().Add("none")), "");
+    EXPECT_EQ(Do(root, "getAttribute", "none"), "");
 }
 
 TEST_F(Automation, ValuesArriveAndReturn) {
     COSOLEAutomation server = Own();
     COSOLEValue date, null, missing, truth, none(COSOLEAutomation{}), error, own(server);
+    CGNString zero("a");
+    (zero += '\0') += 'b';
     date.SetOleDate(40242.604166666664);
     null.SetNull();
     missing.SetMissing();
@@ -228,7 +250,8 @@ TEST_F(Automation, ValuesArriveAndReturn) {
         {__LINE__, 2147483648LL, 20},
         {__LINE__, 0.1, 5},
         {__LINE__, "text", 8},
-        {__LINE__, CGNString("a\0b"), 8},
+        {__LINE__, "", 8},
+        {__LINE__, zero, 8},
         {__LINE__, date, 7},
         {__LINE__, Currency("-922337203685477.5808 USD"), 6},
         {__LINE__, Decimal("79228162514264337593543950335"), 14},
@@ -237,26 +260,16 @@ TEST_F(Automation, ValuesArriveAndReturn) {
         {__LINE__, own, 9},
     };
     for (const auto& row : kRows) {
-        COSOLEValue back("none");
-        COSOLEArguments arguments;
-        arguments.Add(row.value);
-        ASSERT_TRUE(server.Call("Echo", arguments, back))
-            << row.line << Bytes(server.GetErrorText());
+        const COSOLEValue back = Get(server, "Echo", row.value);
         EXPECT_EQ(back.GetKind(), row.value.GetKind()) << row.line;
         EXPECT_EQ(TextOf(back), TextOf(row.value)) << row.line;
-        EXPECT_EQ(Do(server, "TypeOf", arguments), std::to_string(row.type)) << row.line;
+        EXPECT_EQ(Do(server, "TypeOf", row.value), std::to_string(row.type)) << row.line;
     }
-    CGNString zero;
-    (((zero += 'a') += '\0') += 'b');
-    EXPECT_EQ(Do(server, "Echo", COSOLEArguments().Add(zero)), std::string("a\0b", 3));
     EXPECT_EQ(Do(server, "Unsigned"), "18446744073709551615");
-    EXPECT_EQ(Do(server, "Echo", COSOLEArguments().Add("")), "");
 
     const CodeSetGuard shiftJis(mbShiftJis);
-    EXPECT_EQ(Do(server, "Echo", COSOLEArguments().Add("\x93\x8C")), "\x93\x8C");
-    COSOLEArguments broken;
-    EXPECT_FALSE(server.Call("Echo", broken.Add("ok\x93")));
-    EXPECT_TRUE(Failed(server, 0x80070459, 1));
+    EXPECT_EQ(Do(server, "Echo", "\x93\x8C"), "\x93\x8C");
+    ExpectFailure(server, 0x80070459, 1, "Echo", "ok\x93");
 }
 
 TEST_F(Automation, Arrays) {
@@ -265,41 +278,38 @@ TEST_F(Automation, Arrays) {
         COSOLEValue::kBoolean, COSOLEValue::kInteger,  COSOLEValue::kReal,    COSOLEValue::kText,
         COSOLEValue::kDate,    COSOLEValue::kCurrency, COSOLEValue::kDecimal, COSOLEValue::kObject};
     for (const COSOLEValue::Kind kind : kKinds) {
-        COSOLEValue array, back;
-        COSOLEArguments arguments;
+        COSOLEValue array;
         ASSERT_TRUE(array.SetArray(3, 5, kind));
         if (kind != COSOLEValue::kObject) *array.GetItem(1) = 1;
-        EXPECT_EQ(Do(server, "TypeOf", COSOLEArguments().Add(array)),
-                  std::to_string(0x2000 + kVariableType[kind]));
-        ASSERT_TRUE(server.Call("Echo", arguments.Add(array), back)) << kind;
+        EXPECT_EQ(Do(server, "TypeOf", array), std::to_string(0x2000 + kVariableType[kind]));
+        COSOLEValue back = Get(server, "Echo", array);
         EXPECT_EQ(back.GetElementKind(), kind);
         EXPECT_EQ(back.GetBound(0).m_lower, 5);
         ASSERT_EQ(back.GetCount(), 3);
         EXPECT_EQ(back.GetItem(1)->GetKind(), kind);
     }
     COSOLEValue bytes, mixed, back;
-    COSOLEArguments grid, first, second;
     bytes.SetBytes("\0\xFF\x80", 3);
-    ASSERT_TRUE(server.Call("Echo", first.Add(bytes), back));
+    back = Get(server, "Echo", bytes);
     ASSERT_EQ(back.GetKind(), COSOLEValue::kBytes);
     EXPECT_EQ(back.GetBytes()[1], 0xFF);
     mixed.SetArray(3);
     *mixed.GetItem(0) = "text";
     *mixed.GetItem(1) = Decimal("1.5");
     *mixed.GetItem(2) = bytes;
-    ASSERT_TRUE(server.Call("Echo", second.Add(mixed), back));
+    back = Get(server, "Echo", mixed);
+    ASSERT_EQ(back.GetCount(), 3);
     EXPECT_EQ(TextOf(*back.GetItem(0)) + TextOf(*back.GetItem(1)), "text1.5");
     EXPECT_EQ(back.GetItem(2)->GetCount(), 3);
-    ASSERT_TRUE(server.Call("Grid", grid, back));
+    back = Get(server, "Grid");
     const long place[] = {2, -1};
     ASSERT_EQ(back.GetPosition(place), 1);
     EXPECT_EQ(TextOf(*back.GetItem(1)), "19");
-    ASSERT_TRUE(server.Call("Echo", grid.Add(back), mixed));
-    EXPECT_EQ(TextOf(*mixed.GetItem(5)), "21");
+    EXPECT_EQ(TextOf(*Get(server, "Echo", back).GetItem(5)), "21");
     // An item that is not what the array is.
     mixed.SetArray(1, 0, COSOLEValue::kInteger);
     *mixed.GetItem(0) = "many";
-    EXPECT_FALSE(server.Call("Echo", first.Add(mixed)));
+    ExpectFailure(server, 0x80020005, 1, "Echo", mixed);
 }
 
 TEST_F(Automation, ArgumentsByNameAndByReference) {
@@ -311,22 +321,22 @@ TEST_F(Automation, ArgumentsByNameAndByReference) {
         unsigned code = 0;
         int argument = 0;
     } kRows[] = {
-        {__LINE__, COSOLEArguments().Add(1), "107"},
-        {__LINE__, COSOLEArguments().Add(1).Add(2), "102"},
-        {__LINE__, COSOLEArguments().Add(1).AddMissing(), "107"},
-        {__LINE__, COSOLEArguments().AddNamed("Y", 3).AddNamed("x", 4), "403"},
-        {__LINE__, COSOLEArguments().AddNamed("y", 3).Add(5), "503"},
-        {__LINE__, COSOLEArguments().Add("6").AddNamed("y", 3), "603"},
-        {__LINE__, COSOLEArguments().Add(1).AddNamed("z", 3), nullptr, 0x80020006, 2},
-        {__LINE__, COSOLEArguments().AddNamed("y", 3), nullptr, 0x8002000F},
-        {__LINE__, COSOLEArguments(), nullptr, 0x8002000F},
-        {__LINE__, COSOLEArguments().Add(1).Add(2).Add(3), nullptr, 0x8002000E},
-        {__LINE__, COSOLEArguments().Add(1).Add("two"), nullptr, 0x80020005, 2},
-        {__LINE__, COSOLEArguments().Add("one").Add(2), nullptr, 0x80020005, 1},
-        {__LINE__, COSOLEArguments().AddNamed("y", "b").AddNamed("x", 1), nullptr, 0x80020005, 1},
+        {__LINE__, With(1), "107"},
+        {__LINE__, With(1, 2), "102"},
+        {__LINE__, With(1).AddMissing(), "107"},
+        {__LINE__, With().AddNamed("Y", 3).AddNamed("x", 4), "403"},
+        {__LINE__, With().AddNamed("y", 3).Add(5), "503"},
+        {__LINE__, With("6").AddNamed("y", 3), "603"},
+        {__LINE__, With(1).AddNamed("z", 3), nullptr, 0x80020006, 2},
+        {__LINE__, With().AddNamed("y", 3), nullptr, 0x8002000F},
+        {__LINE__, With(), nullptr, 0x8002000F},
+        {__LINE__, With(1, 2, 3), nullptr, 0x8002000E},
+        {__LINE__, With(1, "two"), nullptr, 0x80020005, 2},
+        {__LINE__, With("one", 2), nullptr, 0x80020005, 1},
+        {__LINE__, With().AddNamed("y", "b").AddNamed("x", 1), nullptr, 0x80020005, 1},
     };
     for (const auto& row : kRows) {
-        const std::string got = Do(server, "Point", row.arguments);
+        const std::string got = DoWith(server, "Point", row.arguments);
         if (row.result)
             EXPECT_EQ(got, row.result) << row.line;
         else
@@ -356,23 +366,14 @@ TEST_F(Automation, PropertiesAndObjects) {
     EXPECT_TRUE(server.GetProperty("Value", value));
     EXPECT_EQ(TextOf(value), "1.05");
     EXPECT_TRUE(server.GetProperty("", value));
-    COSOLEAutomation child = ObjectOf(server, "Child");
+    COSOLEAutomation child = ObjectOf(Get(server, "Child"));
     EXPECT_TRUE(server.PutPropertyReference("Target", child)) << Bytes(server.GetErrorText());
-    EXPECT_TRUE(server.GetProperty("Target", value));
-    COSOLEAutomation target;
-    EXPECT_TRUE(value.GetObject(target));
-    EXPECT_TRUE(target.IsSame(child));
+    EXPECT_TRUE(ObjectOf(Get(server, "Target")).IsSame(child));
     EXPECT_FALSE(server.PutPropertyReference("Target", 5));
     EXPECT_TRUE(Failed(server, 0x80020005, 1));
     EXPECT_TRUE(server.PutPropertyReference("Target", COSOLEAutomation()));
-    EXPECT_TRUE(server.GetProperty("Target", value));
-    EXPECT_TRUE(value.GetObject(target));
-    EXPECT_FALSE(target.IsConnected());
-    COSOLEEnumerator place;
-    ASSERT_TRUE(server.Enumerate(place));
-    std::string all;
-    while (place.Next(value)) all += TextOf(value);
-    EXPECT_EQ(all, "123");
+    EXPECT_FALSE(ObjectOf(Get(server, "Target")).IsConnected());
+    EXPECT_EQ(AllOf(server), "1;2;3;");
 }
 
 TEST_F(Automation, FailuresAreToldAndLeaveTheObjectUsable) {
@@ -384,48 +385,42 @@ TEST_F(Automation, FailuresAreToldAndLeaveTheObjectUsable) {
     }
     EXPECT_FALSE(other.Attach(kDictionary));
     EXPECT_TRUE(Failed(other, 0x800401E3));
-    EXPECT_FALSE(other.Call("Add"));
-    EXPECT_TRUE(Failed(other, 0x800401FD));
+    ExpectFailure(other, 0x800401FD, 0, "Add");
     COSOLEList<COSOLEMember> members;
     EXPECT_FALSE(other.GetMembers(members));
 
     server = Own();
-    EXPECT_FALSE(server.Call("NoSuch"));
-    EXPECT_TRUE(Failed(server, 0x80020006));
+    ExpectFailure(server, 0x80020006, 0, "NoSuch");
     EXPECT_NE(Bytes(server.GetErrorText()).find("'NoSuch' (0x80020006)"), std::string::npos);
     EXPECT_FALSE(server.HasMember("NoSuch"));
     EXPECT_TRUE(server.HasMember("echo"));
     EXPECT_EQ(server.GetErrorCode(), 0);
     EXPECT_TRUE(server.GetErrorText().IsEmpty());
 
-    COSOLEArguments thrown;
-    EXPECT_FALSE(server.Call("Fail", thrown.Add(-2147221504 + 7).Add("No paper")));
+    ExpectFailure(server, 0x80040007, 0, "Fail", -2147221504 + 7, "No paper");
     EXPECT_EQ(Bytes(server.GetErrorText()), "Genutil.TestServer: No paper (0x80040007)");
     EXPECT_EQ(Bytes(server.GetErrorSource()), kOwn);
     EXPECT_EQ(Bytes(server.GetErrorHelpFile()), "test.hlp");
     EXPECT_EQ(server.GetErrorHelpContext(), 42);
-    EXPECT_FALSE(server.Call("Plain"));
-    EXPECT_TRUE(Failed(server, 0x80070005));
+    ExpectFailure(server, 0x80070005, 0, "Plain");
     EXPECT_TRUE(server.GetErrorSource().IsEmpty());
-    COSOLEArguments wrong;
-    EXPECT_FALSE(server.Call("Picky", wrong.Add("text")));
-    EXPECT_TRUE(Failed(server, 0x80020005, 1));
+    ExpectFailure(server, 0x80020005, 1, "Picky", "text");
     COSOLEEnumerator place;
     EXPECT_FALSE(COSOLEAutomation().Enumerate(place));
     EXPECT_FALSE(place.GetErrorText().IsEmpty());
-    EXPECT_EQ(Do(server, "Point", COSOLEArguments().Add(1)), "107");
+    EXPECT_EQ(Do(server, "Point", 1), "107");
 }
 
 TEST_F(Automation, ServerThatDies) {
     COSOLEAutomation server = Own();
-    COSOLEAutomation child = ObjectOf(server, "Child");
+    COSOLEAutomation child = ObjectOf(Get(server, "Child"));
     EXPECT_FALSE(server.Call("Die"));
     EXPECT_NE(server.GetErrorCode(), 0);
     EXPECT_FALSE(server.GetErrorDescription().IsEmpty());
     EXPECT_FALSE(child.Call("Child"));
     EXPECT_TRUE(server.IsConnected());
     ASSERT_TRUE(server.Connect(kOwn)) << Bytes(server.GetErrorText());
-    EXPECT_EQ(Do(server, "Point", COSOLEArguments().Add(1)), "107");
+    EXPECT_EQ(Do(server, "Point", 1), "107");
 }
 
 TEST_F(Automation, BusyServer) {
@@ -433,10 +428,10 @@ TEST_F(Automation, BusyServer) {
     constexpr int kRejected = 1, kRetryLater = 2;
     COSOLEAutomation server = Own();
     for (const int answer : {kRejected, kRetryLater}) {
-        EXPECT_EQ(Do(server, "Busy", COSOLEArguments().Add(3).Add(answer)), "");
-        EXPECT_EQ(Do(server, "Point", COSOLEArguments().Add(1)), "107") << answer;
+        EXPECT_EQ(Do(server, "Busy", 3, answer), "");
+        EXPECT_EQ(Do(server, "Point", 1), "107") << answer;
     }
-    EXPECT_EQ(Do(server, "Busy", COSOLEArguments().Add(12).Add(kRejected)), "");
+    EXPECT_EQ(Do(server, "Busy", 12, kRejected), "");
     server.SetRetryTime(60);
     const auto start = std::chrono::steady_clock::now();
     EXPECT_FALSE(server.Call("Point"));
@@ -448,27 +443,25 @@ TEST_F(Automation, BusyServer) {
     EXPECT_EQ(server.GetRetryTime(), 0);
     EXPECT_FALSE(server.Call("Point"));
     server.SetRetryTime(10000);
-    EXPECT_EQ(Do(server, "Point", COSOLEArguments().Add(1)), "107");
+    EXPECT_EQ(Do(server, "Point", 1), "107");
 }
 
 TEST_F(Automation, NothingLeaks) {
     COSOLEAutomation server = Own();
     const std::string before = Do(server, "Objects");
     for (int i = 0; i < 5; ++i) {
-        COSOLEAutomation child = ObjectOf(server, "Child");
-        COSOLEEnumerator place;
+        COSOLEAutomation child = ObjectOf(Get(server, "Child"));
         COSOLEValue value;
-        EXPECT_TRUE(child.Enumerate(place));
-        EXPECT_TRUE(place.Next(value));
-        EXPECT_TRUE(child.PutPropertyReference("Target", ObjectOf(server, "Child")));
+        EXPECT_EQ(AllOf(child), "1;2;3;");
+        EXPECT_TRUE(child.PutPropertyReference("Target", ObjectOf(Get(server, "Child"))));
         value.SetArray(2);
         *value.GetItem(0) = child;
-        Do(child, "Echo", COSOLEArguments().Add(value));
-        Do(child, "Echo", COSOLEArguments().Add(child).Add(child));
-        Do(child, "Picky", COSOLEArguments().Add(child));
-        Do(child, "Change", COSOLEArguments().AddByReference(child).AddByReference(value));
-        Do(child, "Fail", COSOLEArguments().Add(-1).Add("x"));
-        Do(child, "Point", COSOLEArguments().AddNamed("q", child));
+        Do(child, "Echo", value);
+        Do(child, "Echo", child, child);
+        Do(child, "Picky", child);
+        DoWith(child, "Change", With().AddByReference(child).AddByReference(value));
+        Do(child, "Fail", -1, "x");
+        DoWith(child, "Point", With().AddNamed("q", child));
         COSOLEList<COSOLEMember> members;
         EXPECT_TRUE(child.GetMembers(members));
         EXPECT_TRUE(child.Call("Child"));
@@ -477,23 +470,20 @@ TEST_F(Automation, NothingLeaks) {
 }
 
 TEST_F(Automation, AnyThread) {
-    COSOLEAutomation words;
-    COSOLEAutomation server;
-    std::string count;
+    COSOLEAutomation words, server;
     // Made in a thread that ends.
-    std::thread maker([&] {
+    std::thread([&] {
         server = Own();
         EXPECT_TRUE(words.Connect(kDictionary));
-        Do(words, "Add", COSOLEArguments().Add("a").Add(1));
-    });
-    maker.join();
+        Do(words, "Add", "a", 1);
+    }).join();
     std::thread users[4];
     for (std::thread& user : users)
         user = std::thread([copy = server, mine = words, apartment = &user - users]() mutable {
             // Some threads are the program's for COM, two in apartments of their own.
             const bool entered = apartment != 0 && EnterApartment(apartment != 1);
             for (int i = 0; i < 10; ++i) {
-                EXPECT_EQ(Do(copy, "Point", COSOLEArguments().Add(i)), std::to_string(100 * i + 7));
+                EXPECT_EQ(Do(copy, "Point", i), std::to_string(100 * i + 7));
                 EXPECT_EQ(Do(mine, "Count"), "1");
             }
             copy.Disconnect();
@@ -508,34 +498,24 @@ TEST_F(Automation, MembersAndTheirParameters) {
     COSOLEAutomation server = Own(), words;
     COSOLEList<COSOLEMember> members;
     ASSERT_TRUE(server.GetMembers(members)) << Bytes(server.GetErrorText());
+    const char* const kMembers[] = {"Point(long x, optional long y = 7) long",
+                                    "Change(long& number, text& text) void",
+                                    "Fill(out value& out) void",
+                                    "Value() value",
+                                    "Value() value",
+                                    "Tenth(decimal& number) void"};
     ASSERT_EQ(members.GetCount(), 6);
-    const COSOLEMember& point = *members.GetItem(0);
-    EXPECT_EQ(Bytes(point.m_name) + "/" + Bytes(point.m_type), "Point/long");
-    EXPECT_EQ(Bytes(point.m_help), "A place on the grid");
-    ASSERT_EQ(point.m_parameters.GetCount(), 2);
-    const COSOLEParameter &x = *point.m_parameters.GetItem(0), &y = *point.m_parameters.GetItem(1);
-    EXPECT_EQ(Bytes(x.m_name) + "/" + Bytes(x.m_type), "x/long");
-    EXPECT_FALSE(x.m_optional || x.m_hasDefault || x.m_byReference);
-    EXPECT_TRUE(y.m_optional && y.m_hasDefault && !y.m_byReference);
-    EXPECT_EQ(TextOf(y.m_default), "7");
-    const COSOLEMember& change = *members.GetItem(1);
-    EXPECT_EQ(Bytes(change.m_type), "void");
-    EXPECT_TRUE(change.m_parameters.GetItem(1)->m_byReference);
-    EXPECT_FALSE(change.m_parameters.GetItem(1)->m_output);
-    EXPECT_EQ(Bytes(change.m_parameters.GetItem(1)->m_type), "text");
-    EXPECT_TRUE(members.GetItem(2)->m_parameters.GetItem(0)->m_output);
+    for (int i = 0; i < 6; ++i) EXPECT_EQ(Signature(*members.GetItem(i)), kMembers[i]);
+    EXPECT_EQ(Bytes(members.GetItem(0)->m_help), "A place on the grid");
     ASSERT_TRUE(server.FindMembers("VALUE", members));
     ASSERT_EQ(members.GetCount(), 2);
     EXPECT_EQ(members.GetItem(0)->m_use, COSOLEMember::kGet);
     EXPECT_EQ(members.GetItem(1)->m_use, COSOLEMember::kPut);
-    EXPECT_EQ(members.GetItem(1)->m_parameters.GetCount(), 0);
-    EXPECT_EQ(Bytes(members.GetItem(1)->m_type), "value");
     EXPECT_FALSE(server.FindMembers("NoSuch", members));
 
     ASSERT_TRUE(words.Connect(kDictionary));
     ASSERT_TRUE(words.FindMembers("Add", members)) << Bytes(words.GetErrorText());
-    EXPECT_EQ(members.GetItem(0)->m_parameters.GetCount(), 2);
-    EXPECT_EQ(Bytes(members.GetItem(0)->m_parameters.GetItem(0)->m_name), "Key");
+    EXPECT_EQ(Signature(*members.GetItem(0)).substr(0, 14), "Add(value& Key");
     EXPECT_TRUE(words.FindMembers("Count", members));
     EXPECT_FALSE(words.FindMembers("QueryInterface", members));
 }
@@ -554,7 +534,7 @@ TEST_F(Automation, RunningServer) {
     EXPECT_TRUE(again.IsSame(server));
     EXPECT_FALSE(server.Call("Die"));
     EXPECT_TRUE(again.AttachOrConnect(kOwn)) << Bytes(again.GetErrorText());
-    EXPECT_EQ(Do(again, "Point", COSOLEArguments().Add(1)), "107");
+    EXPECT_EQ(Do(again, "Point", 1), "107");
 }
 
 }  // namespace

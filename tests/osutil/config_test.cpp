@@ -15,24 +15,15 @@ namespace {
 
 constexpr char kBase[] = "Software\\genutil test";
 
-// An ini file in the current folder, named so that it is looked for there.
-class IniFile {
-  public:
-    explicit IniFile(const std::string& bytes = "") : m_file(bytes) {}
-    CGNString Path() const { return (std::string("./") + m_file.Path()).c_str(); }
-    std::string Bytes() const { return m_file.Bytes(); }
-    std::string Get(const char* section, const char* key, const char* fallback = "none") const {
-        CGNString value;
-        EXPECT_EQ(OSGetConfig(value, fallback, section, key, Path()), 1);
-        return std::string(value, value.GetLength());
-    }
-
-  private:
-    TemporaryFile m_file;
-};
+std::string Get(const TemporaryFile& file, const char* section, const char* key,
+                const char* fallback = "none") {
+    CGNString value;
+    EXPECT_EQ(OSGetConfig(value, fallback, section, key, file.Path()), 1);
+    return std::string(value, value.GetLength());
+}
 
 TEST(Config, ReadsValues) {
-    const IniFile file(
+    const TemporaryFile file(
         "\xEF\xBB\xBF[First]\r\nKey = value \r\n;Key2=1\r\nQuoted=\"  x \"\r\n"
         "[ Second ]\r\nkey=\r\nText='it''s'\r\n[first]\r\nlater=1\r\n");
     static const struct {
@@ -49,12 +40,12 @@ TEST(Config, ReadsValues) {
     for (int round = 0; round < 3; ++round)
         for (const auto& row : kRows) {
             SCOPED_TRACE(row.line);
-            EXPECT_EQ(file.Get(row.section, row.key, row.fallback), row.value);
+            EXPECT_EQ(Get(file, row.section, row.key, row.fallback), row.value);
         }
 }
 
 TEST(Config, ReadsAndWritesIntegers) {
-    const IniFile file("[n]\na=12abc\nb=-5\nc=text\nd=99999999999\ne= +7\n");
+    const TemporaryFile file("[n]\na=12abc\nb=-5\nc=text\nd=99999999999\ne= +7\n");
     static const struct {
         int line;
         const char* key;
@@ -69,32 +60,32 @@ TEST(Config, ReadsAndWritesIntegers) {
     }
     const int written = -2147483647 - 1;
     EXPECT_EQ(OSSetConfig(written, "n", "a", file.Path()), 1);
-    EXPECT_EQ(file.Get("n", "a"), "-2147483648");
+    EXPECT_EQ(Get(file, "n", "a"), "-2147483648");
 }
 
 TEST(Config, WritesAndDeletesAndKeepsTheRest) {
-    const IniFile file("; head\r\n[a]\r\nj=1\r\n\r\n[b]\r\n; note\r\nk=2\r\n");
+    const TemporaryFile file("; head\r\n[a]\r\nj=1\r\n\r\n[b]\r\n; note\r\nk=2\r\n");
     EXPECT_EQ(OSSetConfig("new", "A", "J", file.Path()), 1);
     EXPECT_EQ(OSSetConfig("x", "a", "added", file.Path()), 1);
     EXPECT_EQ(OSSetConfig("y", "c", "k", file.Path()), 1);
     EXPECT_EQ(OSDeleteKeyConfig("b", "k", file.Path()), 1);
     EXPECT_EQ(OSDeleteKeyConfig("b", "absent", file.Path()), 1);
-    EXPECT_EQ(file.Get("a", "j"), "new");
-    EXPECT_EQ(file.Get("a", "added"), "x");
-    EXPECT_EQ(file.Get("c", "k"), "y");
-    EXPECT_EQ(file.Get("b", "k"), "none");
+    EXPECT_EQ(Get(file, "a", "j"), "new");
+    EXPECT_EQ(Get(file, "a", "added"), "x");
+    EXPECT_EQ(Get(file, "c", "k"), "y");
+    EXPECT_EQ(Get(file, "b", "k"), "none");
     const std::string bytes = file.Bytes();
     EXPECT_EQ(bytes.find("; head\r\n[a]\r\n"), 0u);
     EXPECT_NE(bytes.find("; note\r\n"), std::string::npos);
     OSDeleteKeyConfig("a", nullptr, file.Path());
-    EXPECT_EQ(file.Get("a", "j"), "none");
-    EXPECT_EQ(file.Get("c", "k"), "y");
+    EXPECT_EQ(Get(file, "a", "j"), "none");
+    EXPECT_EQ(Get(file, "c", "k"), "y");
 }
 
 TEST(Config, RefusesWhatWouldChangeTheRest) {
     const std::string before = "[a]\r\nk=1\r\n";
     const CodeSetGuard guard(mbShiftJis);
-    const IniFile file(before);
+    const TemporaryFile file(before);
     static const struct {
         int line;
         const char *section, *key, *value;
@@ -112,32 +103,32 @@ TEST(Config, CutsLongValuesBehindACharacter) {
     const CodeSetGuard guard(mbShiftJis);
     std::string kanji;
     while (kanji.size() < 100000) kanji += "\x8A\xBF";
-    const IniFile file("[a]\nx=" + std::string(5000, 'x') + "\nk=" + kanji + "\nm=y" + kanji +
-                       "\nlast=1\n");
-    EXPECT_EQ(file.Get("a", "x").size(), 1023u);
-    EXPECT_EQ(file.Get("a", "k"), kanji.substr(0, 1022));
-    EXPECT_EQ(file.Get("a", "m"), "y" + kanji.substr(0, 1022));
-    EXPECT_EQ(file.Get("a", "last"), "1");
-    EXPECT_EQ(file.Get("a", "none", std::string(3000, 'd').c_str()).size(), 1023u);
+    const TemporaryFile file("[a]\nx=" + std::string(5000, 'x') + "\nk=" + kanji + "\nm=y" + kanji +
+                             "\nlast=1\n");
+    EXPECT_EQ(Get(file, "a", "x").size(), 1023u);
+    EXPECT_EQ(Get(file, "a", "k"), kanji.substr(0, 1022));
+    EXPECT_EQ(Get(file, "a", "m"), "y" + kanji.substr(0, 1022));
+    EXPECT_EQ(Get(file, "a", "last"), "1");
+    EXPECT_EQ(Get(file, "a", "none", std::string(3000, 'd').c_str()).size(), 1023u);
 }
 
 TEST(Config, ThreadsLoseNoneOfTheirWrites) {
     OSSetThreaded();
     constexpr int kThreads = 4, kKeys = 40;
-    const IniFile file("[shared]\r\nfirst=1\r\n");
+    const TemporaryFile file("[shared]\r\nfirst=1\r\n");
     AtTheSameTime(kThreads, [&file](int thread) {
         for (int i = 0; i < kKeys; ++i) {
             char key[32];
             std::snprintf(key, sizeof key, "key%d.%d", thread, i);
             OSSetConfig(i, "shared", key, file.Path());
-            if (file.Get("shared", "first") != "1") ADD_FAILURE() << "lost meanwhile";
+            if (Get(file, "shared", "first") != "1") ADD_FAILURE() << "lost meanwhile";
         }
     });
     for (int thread = 0; thread < kThreads; ++thread)
         for (int i = 0; i < kKeys; ++i) {
             char key[32];
             std::snprintf(key, sizeof key, "key%d.%d", thread, i);
-            EXPECT_EQ(file.Get("shared", key), std::to_string(i)) << key;
+            EXPECT_EQ(Get(file, "shared", key), std::to_string(i)) << key;
         }
 }
 

@@ -7,7 +7,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <random>
 #include <set>
 #include <string>
@@ -16,6 +15,7 @@
 #include "mbutil.h"
 #include "osutil.h"
 #include "tests/support/code_set_guard.h"
+#include "tests/support/temporary_file.h"
 
 namespace fs = std::filesystem;
 
@@ -38,10 +38,7 @@ class Files : public testing::Test {
         fs::create_directories(fs::path(At(name)).parent_path());
         std::ofstream(At(name), std::ios::binary) << bytes;
     }
-    static std::string Get(const std::string& name) {
-        std::ifstream in(At(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
+    static std::string Get(const std::string& name) { return BytesOf(At(name)); }
     static bool Has(const std::string& name) { return fs::exists(fs::symlink_status(At(name))); }
     // Whether this system makes links.
     static bool Link(const std::string& to, const std::string& name) {

@@ -72,13 +72,13 @@ TEST_F(Mutex, IsReleasedAsOftenAsItWasTaken) {
 TEST_F(Mutex, NoStepOfSeveralThreadsIsLost) {
     int steps = 0;
     AtTheSameTime(4, [&, this](int) {
-        for (int i = 0; i < 3000; ++i) {
+        for (int i = 0; i < 100000; ++i) {
             OSMutexWait(m_mutex);
             ++steps;
             OSMutexRelease(m_mutex);
         }
     });
-    EXPECT_EQ(steps, 4 * 3000);
+    EXPECT_EQ(steps, 4 * 100000);
 }
 
 TEST_F(Mutex, AllThatAThreadHoldsIsReleasedAtOnce) {

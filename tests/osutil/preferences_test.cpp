@@ -11,20 +11,16 @@ class QVStatusList {};
 
 namespace {
 
-std::string PathOf(const TemporaryFile& file) {
-    return std::string("./") + file.Path();
-}
-
 TEST(Preferences, ReadAndWriteAFile) {
     const TemporaryFile file("[Screen]\nWidth=80\n");
     OSLocalPreferenceSet local;
     IQVPreferenceSet& set = local;
     CGNString value;
-    EXPECT_EQ(set.GetPreferenceValue("width", value, "1", "screen", PathOf(file).c_str()), 1);
+    EXPECT_EQ(set.GetPreferenceValue("width", value, "1", "screen", file.Path()), 1);
     EXPECT_STREQ(value, "80");
     value = "90";
-    EXPECT_EQ(set.SetPreferenceValue("Width", value, "Screen", PathOf(file).c_str()), 1);
-    EXPECT_EQ(set.GetPreferenceValue("Height", value, "25", "Screen", PathOf(file).c_str()), 1);
+    EXPECT_EQ(set.SetPreferenceValue("Width", value, "Screen", file.Path()), 1);
+    EXPECT_EQ(set.GetPreferenceValue("Height", value, "25", "Screen", file.Path()), 1);
     EXPECT_STREQ(value, "25");
     EXPECT_NE(file.Bytes().find("Width=90"), std::string::npos);
     QVStatusList status;
@@ -68,13 +64,12 @@ TEST(Preferences, SectionsAsTheyStand) {
         SCOPED_TRACE(row.line);
         const TemporaryFile file(row.text);
         CGNString value = "untouched";
-        EXPECT_EQ(set.GetPreferenceValue("", value, "default", row.section, PathOf(file).c_str()),
-                  1);
+        EXPECT_EQ(set.GetPreferenceValue("", value, "default", row.section, file.Path()), 1);
         EXPECT_STREQ(value, row.value ? row.value : "untouched");
     }
     CGNString value = "untouched";
     const TemporaryFile empty;
-    EXPECT_EQ(set.GetPreferenceValue("", value, "d", "a", PathOf(empty).c_str()), 0);
+    EXPECT_EQ(set.GetPreferenceValue("", value, "d", "a", empty.Path()), 0);
     EXPECT_EQ(set.GetPreferenceValue("", value, "d", "a", "./preferences.none"), 0);
     EXPECT_EQ(set.GetPreferenceValue("", value, "d", "a", "."), 0);
     EXPECT_STREQ(value, "untouched");

@@ -2,11 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "osutil.h"
+#include "tests/support/temporary_file.h"
 #include "tests/support/texts.h"
 
 namespace {
@@ -25,8 +24,7 @@ TEST(SystemInfo, Names) {
 #else
     EXPECT_EQ(processor, "Unknown");
     EXPECT_EQ(versions, 0);
-    std::ifstream release("/etc/os-release");
-    const std::string facts{std::istreambuf_iterator<char>(release), {}};
+    const std::string facts = BytesOf("/etc/os-release");
     EXPECT_NE(facts.find(Join({"PRETTY_NAME=\"", Bytes(system), "\""})), facts.npos);
 #endif
 }

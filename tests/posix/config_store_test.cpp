@@ -13,12 +13,12 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <string>
 #include <thread>
 
 #include "osconfig.h"
 #include "tests/support/code_set_guard.h"
+#include "tests/support/temporary_file.h"
 
 namespace {
 
@@ -52,11 +52,6 @@ using RegistryStore = Folder;
 
 void Write(const std::string& path, const std::string& bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
-}
-
-std::string Read(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 pid_t Start(const std::function<void()>& work) {
@@ -123,7 +118,7 @@ TEST_F(ConfigFiles, AKillLeavesTheOldFileOrTheNewOne) {
         std::this_thread::sleep_for(std::chrono::microseconds(3000 + 377 * round));
         kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
-        const std::string text = Read(path), value = Get(path, "k");
+        const std::string text = BytesOf(path), value = Get(path, "k");
         EXPECT_TRUE(value == "start" || value == "odd" || value == "even") << value;
         EXPECT_EQ(text, "[s]\nk=" + value + tail);
     }
@@ -139,9 +134,9 @@ TEST_F(ConfigFiles, KeepPermissionsAndLinks) {
     fs::create_symlink("made.ini", Path("dangling.ini"));
     Set(link, "k", "2");
     Set(Path("dangling.ini"), "k", "3");
-    EXPECT_EQ(Read(path), "[s]\nk=2\n");
+    EXPECT_EQ(BytesOf(path), "[s]\nk=2\n");
     EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_EQ(Read(Path("made.ini")), "[s]\nk=3\n");
+    EXPECT_EQ(BytesOf(Path("made.ini")), "[s]\nk=3\n");
     struct stat status;
     ASSERT_EQ(stat(path.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0640u);
@@ -158,12 +153,12 @@ TEST_F(ConfigFiles, FailuresChangeNothing) {
                 Set(path, "k", "2");
             }),
             nullptr, 0);
-    EXPECT_EQ(Read(path), before);
+    EXPECT_EQ(BytesOf(path), before);
     EXPECT_EQ(std::distance(fs::directory_iterator(m_folder), {}), 1);
 
     Write(path, "\xFF\xFE[");
     Set(path, "k", "2");
-    EXPECT_EQ(Read(path), "\xFF\xFE[");
+    EXPECT_EQ(BytesOf(path), "\xFF\xFE[");
     fs::create_directory(Path("folder.ini"));
     fs::create_symlink("/dev/full", Path("full.ini"));
     fs::create_symlink("loop.ini", Path("loop.ini"));
@@ -177,7 +172,7 @@ TEST_F(ConfigFiles, FailuresChangeNothing) {
     if (geteuid() != 0) {
         chmod(path.c_str(), 0400);
         Set(path, "k", "3");
-        EXPECT_EQ(Read(path), "\xFF\xFE[");
+        EXPECT_EQ(BytesOf(path), "\xFF\xFE[");
     }
 }
 
@@ -197,7 +192,7 @@ TEST_F(ConfigFiles, AreReadAsTheyAre) {
 
 TEST_F(ConfigFiles, BareNamesLieInTheConfigurationFolder) {
     Set("bare.ini", "k", "1");
-    EXPECT_EQ(Read(Path("genutil/bare.ini")), "[s]\nk=1\n");
+    EXPECT_EQ(BytesOf(Path("genutil/bare.ini")), "[s]\nk=1\n");
     EXPECT_EQ(Get("bare.ini", "k"), "1");
     OSSetSystemConfig("2", "s", "k");
     EXPECT_EQ(Get("default.ini", "k"), "2");
@@ -237,11 +232,11 @@ TEST_F(RegistryStore, ADamagedOneIsSetAside) {
         std::fstream(Store(), std::ios::in | std::ios::out | std::ios::binary) << damage;
         EXPECT_EQ(GetRegistry("a"), "none");
         EXPECT_FALSE(fs::exists(Store()));
-        EXPECT_EQ(Read(Store() + ".damaged-" + std::to_string(round)).substr(0, 8192), damage);
+        EXPECT_EQ(BytesOf(Store() + ".damaged-" + std::to_string(round)).substr(0, 8192), damage);
     }
     Write(Store(), "no store at all, but somebody's text");
     EXPECT_FALSE(SetRegistry("a", "2"));
-    EXPECT_EQ(Read(Store() + ".damaged-3"), "no store at all, but somebody's text");
+    EXPECT_EQ(BytesOf(Store() + ".damaged-3"), "no store at all, but somebody's text");
     EXPECT_TRUE(SetRegistry("a", "2"));
     EXPECT_EQ(GetRegistry("a"), "2");
 }

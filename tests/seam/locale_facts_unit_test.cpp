@@ -6,8 +6,6 @@
 #include <memory>
 #include <set>
 #include <string>
-#include <thread>
-#include <vector>
 
 #include "genutil/locale_facts.h"
 #include "genutil/locale_text.h"
@@ -15,6 +13,7 @@
 #include "osutil/platform/picture_shape.h"
 #include "tests/support/allocation_gate.h"
 #include "tests/support/reported_failures.h"
+#include "tests/support/worker.h"
 
 using namespace genutil;
 
@@ -113,10 +112,7 @@ TEST(LocaleFacts, AreReadOnceForALanguageAndACodeSet) {
 TEST(LocaleFacts, ThreadsThatMeetGetTheSame) {
     constexpr int kThreads = 4;
     const LocaleFacts* found[kThreads] = {};
-    std::vector<std::thread> threads;
-    for (int i = 0; i < kThreads; ++i)
-        threads.emplace_back([&found, i] { found[i] = FindLocaleFacts(0x0415, mbWestern); });
-    for (std::thread& thread : threads) thread.join();
+    AtTheSameTime(kThreads, [&](int i) { found[i] = FindLocaleFacts(0x0415, mbWestern); });
     ASSERT_NE(found[0], nullptr);
     for (const LocaleFacts* facts : found) EXPECT_EQ(facts, found[0]);
 }

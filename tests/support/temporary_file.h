@@ -1,4 +1,4 @@
-// A file with given bytes for the length of a scope, in the current folder.
+// What files have, and files with given bytes for the length of a scope in the current folder.
 #pragma once
 
 #include <cstdio>
@@ -6,11 +6,16 @@
 #include <iterator>
 #include <string>
 
+inline std::string BytesOf(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
 class TemporaryFile {
   public:
     explicit TemporaryFile(const std::string& bytes = "") {
         static int count = 0;
-        m_path = "temporary." + std::to_string(++count) + "." +
+        m_path = "./temporary." + std::to_string(++count) + "." +
                  std::to_string(reinterpret_cast<std::size_t>(&count) & 0xFFFF);
         std::ofstream(m_path, std::ios::binary) << bytes;
     }
@@ -18,10 +23,7 @@ class TemporaryFile {
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     const char* Path() const { return m_path.c_str(); }
-    std::string Bytes() const {
-        std::ifstream in(m_path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
+    std::string Bytes() const { return BytesOf(m_path); }
 
   private:
     std::string m_path;

@@ -72,11 +72,18 @@ inline bool IsHeldUp(const Worker& worker) {
     return HoldsBack([&] { return worker.IsDone(); });
 }
 
-// What several threads, numbered from 0, do at the same time; returns when all are done.
+// What several threads, numbered from 0, do at the same time, beginning when all are there; returns
+// when all are done.
 template <class Work>
 void AtTheSameTime(int threads, Work work) {
+    std::atomic<int> missing{threads};
     std::vector<std::unique_ptr<Worker>> workers;
-    for (int i = 0; i < threads; ++i) workers.push_back(std::make_unique<Worker>([=] { work(i); }));
+    for (int i = 0; i < threads; ++i)
+        workers.push_back(std::make_unique<Worker>([=, &missing] {
+            --missing;
+            while (missing > 0) std::this_thread::yield();
+            work(i);
+        }));
 }
 
 // What a function prints on standard output.

@@ -172,13 +172,14 @@ const Command kAutomationCommand = {
     "method or gets a property and prints the result. Windows only. Texts are in UTF-8.\n"
     "\n"
     "  PROGID          the server's program identifier, such as Scripting.Dictionary\n"
-    "  ARG             a text, or TYPE:VALUE with one of the types text, integer, real, boolean,\n"
-    "                  decimal, currency, date, null: and missing:\n"
+    "  ARG             a text, or TYPE:VALUE with one of the types text, integer, real,\n"
+    "                  boolean, decimal, currency, date, null: and missing:\n"
     "  --named NAME=ARG  an argument by its name; may be repeated\n"
     "  --attach        takes the server that is running and starts none\n"
     "\n"
-    "In a list, brackets stand around what may be left out, with the value that stands in for it;\n"
-    "\"ref\" is in front of what the server may change and \"out\" in front of what it only sets.\n"
+    "In a list, brackets stand around what may be left out, with the value that stands in for\n"
+    "it; \"ref\" is in front of what the server may change and \"out\" in front of what it only\n"
+    "sets.\n"
     "\n"
     "Exit status: 0 all is well, 2 wrong usage, or the server or the call failed.\n",
     RunAutomation};

@@ -109,10 +109,9 @@ const Command kLocalesCommand = {
     "locales", "[FILTER]                  lists the locales",
     "genutil locales [FILTER]\n"
     "\n"
-    "Lists the locales that the library has a name for: the name, the Windows identifier, the "
-    "code\n"
-    "set that texts of the locale come in, and a description. FILTER keeps those that have it in\n"
-    "one of these, in any letter case: a name, a language, a country, a code set.\n"
+    "Lists the locales that the library has a name for: the name, the Windows identifier, the\n"
+    "code set that texts of the locale come in, and a description. FILTER keeps those that have\n"
+    "it in one of these, in any letter case: a name, a language, a country, a code set.\n"
     "\n"
     "Exit status: 0 some are listed, 1 none has FILTER in it, 2 wrong usage.\n",
     RunLocales};
@@ -122,8 +121,8 @@ const Command kZonesCommand = {
     "genutil zones [FILTER]\n"
     "\n"
     "Lists the time zones that the system knows, from west to east: the name, the offset in\n"
-    "standard time with the place, and the name that Windows has for the zone. FILTER keeps those\n"
-    "that have it in one of these, in any letter case: a city, a country, \"+09:00\".\n"
+    "standard time with the place, and the name that Windows has for the zone. FILTER keeps\n"
+    "those that have it in one of these, in any letter case: a city, a country, \"+09:00\".\n"
     "\n"
     "Exit status: 0 some are listed, 1 none has FILTER in it, 2 wrong usage.\n",
     RunZones};

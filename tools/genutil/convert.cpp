@@ -2,7 +2,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <map>
-#include <memory>
 #include <vector>
 
 #include "mbutil.h"
@@ -141,15 +140,14 @@ const Command kConvertCommand = {
     "convert", "[--to NAME] FILE...       converts files",
     "genutil convert [--from NAME] [--to NAME] [-o OUT] [--force] FILE...\n"
     "\n"
-    "Converts files between encodings (genutil --help lists them) and reports each file's "
-    "characters\n"
-    "that did not survive: how many, and where the first ones are. A substitute stands in their\n"
-    "place. Lines and columns count from 1, bytes from 0.\n"
+    "Converts files between encodings (genutil --help lists them) and reports each file's\n"
+    "characters that did not survive: how many, and where the first ones are. A substitute\n"
+    "stands in their place. Lines and columns count from 1, bytes from 0.\n"
     "\n"
     "  --from NAME       the encoding of the files; without it, or with auto, it is detected\n"
     "  --to NAME         the encoding to write (utf-8)\n"
-    "  -o, --output OUT  the file to write, or the folder for any number of files; without it one\n"
-    "                    file goes to the standard output\n"
+    "  -o, --output OUT  the file to write, or the folder for any number of files; without it\n"
+    "                    one file goes to the standard output\n"
     "  --force           replaces output files that exist\n"
     "\n"
     "\"-\" stands for the standard input. An output file appears whole or not at all.\n"

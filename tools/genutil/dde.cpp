@@ -1,5 +1,4 @@
 // genutil dde: a command for a program that serves it.
-#include <cstdio>
 #include <cstdlib>
 
 #include "mbutil.h"
@@ -48,6 +47,6 @@ const Command kDdeCommand = {
     "\n"
     "  --timeout SECONDS  how long all of it may take; 10 unless given\n"
     "\n"
-    "Exit status: 0 the program took the command, 1 it did not, or there is none, 2 wrong usage,\n"
-    "or DDE is not available on this system.\n",
+    "Exit status: 0 the program took the command, 1 it did not, or there is none, 2 wrong\n"
+    "usage, or DDE is not available on this system.\n",
     RunDde};

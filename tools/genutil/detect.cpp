@@ -31,11 +31,9 @@ const Command kDetectCommand = {
     "detect", "FILE...                   says what each file is encoded in",
     "genutil detect FILE...\n"
     "\n"
-    "Says what each file is encoded in, one line for each: ascii, utf-8, utf-16 or utf-16be (with "
-    "or\n"
-    "without a byte-order mark), iso-2022-jp, euc-jp, shift_jis, \"euc-jp or shift_jis\" where "
-    "every\n"
-    "byte is valid in both, or unknown. \"-\" stands for the standard input.\n"
+    "Says what each file is encoded in, one line for each: ascii, utf-8, utf-16 or utf-16be\n"
+    "(with or without a byte-order mark), iso-2022-jp, euc-jp, shift_jis, \"euc-jp or shift_jis\"\n"
+    "where every byte is valid in both, or unknown. \"-\" stands for the standard input.\n"
     "\n"
     "Exit status: 0 all were recognised, 1 one is unknown, 2 a file cannot be read.\n",
     RunDetect};

@@ -127,11 +127,10 @@ const Command kLocaleCommand = {
     "locale", "NAME...                   shows every setting of a locale",
     "genutil locale NAME...\n"
     "\n"
-    "Shows every setting of each locale as a table, in UTF-8: identifier, language and encoding, "
-    "date\n"
-    "and time formats with their texts, month and day names, eras, and how numbers are written.\n"
-    "Names are of the form de_DE, in any letter case, or a language alone; genutil locales lists "
-    "them.\n"
+    "Shows every setting of each locale as a table, in UTF-8: identifier, language and\n"
+    "encoding, date and time formats with their texts, month and day names, eras, and how\n"
+    "numbers are written. Names are of the form de_DE, in any letter case, or a language alone;\n"
+    "genutil locales lists them.\n"
     "\n"
     "Exit status: 0 all is well, 2 a locale is not known.\n",
     RunLocale};

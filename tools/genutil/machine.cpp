@@ -43,12 +43,12 @@ Status RunSystem(const Arguments& arguments) {
 
 }  // namespace
 
-const Command kSystemCommand = {"system", "                          shows the machine",
-                                "genutil system\n"
-                                "\n"
-                                "Shows the name of the system, the processor and the host, the "
-                                "folder for temporary files and\n"
-                                "how much memory is in use.\n"
-                                "\n"
-                                "Exit status: 0.\n",
-                                RunSystem};
+const Command kSystemCommand = {
+    "system", "                          shows the machine",
+    "genutil system\n"
+    "\n"
+    "Shows the name of the system, the processor and the host, the folder for temporary files\n"
+    "and how much memory is in use.\n"
+    "\n"
+    "Exit status: 0.\n",
+    RunSystem};

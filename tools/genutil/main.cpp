@@ -21,10 +21,9 @@ void PrintHelp() {
     std::puts(
         "\ngenutil COMMAND --help tells more about one, genutil --version the version.\n"
         "\"-\" as a file stands for the standard input.\n"
-        "\nExit status: 0 all is well, 1 something did not survive or is invalid, 2 wrong usage or "
-        "a\n"
-        "file that cannot be read or written. On a terminal headings and complaints are coloured,\n"
-        "unless the environment has NO_COLOR.\n"
+        "\nExit status: 0 all is well, 1 something did not survive or is invalid, 2 wrong usage\n"
+        "or a file that cannot be read or written. On a terminal headings and complaints are\n"
+        "coloured, unless the environment has NO_COLOR.\n"
         "\nEncodings go by these names and by what contains them (cp932, Shift-JIS, sjis):");
     std::printf("%s\n", ListEncodings().c_str());
 }

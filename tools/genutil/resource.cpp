@@ -85,9 +85,8 @@ const Command kVersionCommand = {
     "version", "FILE...                   shows the version of a Windows program or DLL",
     "genutil version FILE...\n"
     "\n"
-    "Shows the version resource of each file: the four numbers of its version, the same as "
-    "programs\n"
-    "display it, and the language identifier of its first translation.\n"
+    "Shows the version resource of each file: the four numbers of its version, the same as\n"
+    "programs display it, and the language identifier of its first translation.\n"
     "\n"
     "Exit status: 0 all have one, 1 a file has none, 2 a file cannot be read.\n",
     RunVersion};
@@ -96,10 +95,9 @@ const Command kMessageCommand = {
     "message", "FILE.dll NUMBER...        shows texts of a resource library",
     "genutil message FILE.dll NUMBER...\n"
     "\n"
-    "Shows the texts of these numbers, 0 to 65535, in UTF-8, one line for each. Where the library "
-    "has\n"
-    "a text in several languages, it is the one for the user's.\n"
+    "Shows the texts of these numbers, 0 to 65535, in UTF-8, one line for each. Where the\n"
+    "library has a text in several languages, it is the one for the user's.\n"
     "\n"
-    "Exit status: 0 all are there, 1 one is missing, 2 wrong usage or the library cannot be "
+    "Exit status: 0 all are there, 1 one is missing, 2 wrong usage or the library cannot be\n"
     "read.\n",
     RunMessage};

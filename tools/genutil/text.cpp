@@ -1,5 +1,4 @@
 // genutil text: what is in a file, character by character.
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -138,14 +137,13 @@ const Command kTextCommand = {
     "text", "FILE...                   counts characters and lines, finds invalid bytes",
     "genutil text [--code-set NAME] [--show N] FILE...\n"
     "\n"
-    "Counts a file's bytes, characters, lines and characters of each size, and says where bytes "
-    "are\n"
-    "invalid: by line and column, which count from 1, and by byte, which counts from 0.\n"
+    "Counts a file's bytes, characters, lines and characters of each size, and says where bytes\n"
+    "are invalid: by line and column, which count from 1, and by byte, which counts from 0.\n"
     "\n"
     "  --code-set NAME   how to read the files; without it their encoding is detected\n"
-    "  --show N          lists the first N characters: bytes, code point, and the character "
-    "itself\n"
+    "  --show N          lists the first N characters: bytes, code point, and the character\n"
+    "                    itself\n"
     "\n"
-    "Exit status: 0 all is valid, 1 something is invalid, 2 wrong usage or a file cannot be "
+    "Exit status: 0 all is valid, 1 something is invalid, 2 wrong usage or a file cannot be\n"
     "read.\n",
     RunText};

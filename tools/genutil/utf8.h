@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
 #include <string_view>
 
 // Length of the character at a position: 1 to 4, 0 when it is invalid there.

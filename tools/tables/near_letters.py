@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes genutil/near_letters.inc: what to write for letters that a code page lacks.
+"""Writes genutil/mbutil/near_letters.inc: what to write for letters that a code page lacks.
 
 Each row is {character, first, second, plain}: two characters that make it up (the base letters and
 tone marks of code page 1258), or one that is close to it, or none; and a plainer letter, for a code

@@ -201,27 +201,9 @@ TEST(JapaneseConversion, WholeTextIsTheSumOfItsCharacters) {
     }
 }
 
-// Three bytes of room for one of the source are always enough for JIS.
+// Three bytes of room for one of the source are always enough for JIS (fuzz/japanese_fuzz.cpp has
+// any texts). The tightest there are: no byte is left over behind a kanji at the end.
 TEST(JapaneseConversion, JisFitsThreeTimesTheSource) {
-    Generator generator(2);
-    for (int i = 0; i < 20000; ++i) {
-        const bool invalid = i % 2 != 0;
-        const std::string text = generator.ShiftJis(invalid);
-        const Converted jis = RunConverter(ShiftJisToJis, text, 3 * text.size());
-        ASSERT_TRUE(jis.all);
-        if (!invalid) {
-            ASSERT_TRUE(jis.lostAt.empty());
-            ASSERT_EQ(RunConverter(JisToShiftJis, jis.text).text, text);
-        }
-        const Converted euc = RunConverter(ShiftJisToEucJp, text);
-        const Converted again = RunConverter(EucJpToJis, euc.text, 3 * euc.text.size());
-        ASSERT_TRUE(again.all);
-        if (!invalid) {
-            ASSERT_EQ(RunConverter(JisToEucJp, again.text).text, euc.text);
-        }
-        ASSERT_EQ(RunConverter(ShiftJisToJis, text).lostAt, jis.lostAt);
-    }
-    // The tightest there are: no byte is left over behind a kanji at the end.
     std::string text;
     for (unsigned n = 1; n < 50; ++n) {
         text += "\x82\xA0z";

@@ -1,43 +1,32 @@
 // The tables of the code sets: whole, by checksum, and the cells that converters disagree about.
 #include <gtest/gtest.h>
 
-#include <thread>
 #include <vector>
 
+#include "genlist.h"
 #include "genutil/mbutil/code_page.h"
 #include "mbutil.h"
+#include "tests/support/worker.h"
 
 using namespace genutil;
 
 namespace {
 
-// FNV-1a over 16-bit values, low byte first.
-class Checksum {
-  public:
-    void Add(unsigned value) {
-        for (const unsigned byte : {value & 0xFF, value >> 8}) m_sum = (m_sum ^ byte) * 16777619u;
-    }
-    void AddTable(const std::uint16_t* table) {
-        for (std::size_t i = 0; table && i < kPairTableSize; ++i) Add(table[i]);
-    }
-    std::uint32_t Sum() const { return m_sum; }
-
-  private:
-    std::uint32_t m_sum = 2166136261u;
-};
-
-std::uint32_t ForwardSum(const CodePage& page) {
-    Checksum sum;
-    for (const std::uint16_t character : page.bytes) sum.Add(character);
-    sum.AddTable(page.pairs.get());
-    sum.AddTable(page.prefixed.get());
-    return sum.Sum();
+unsigned Sum(unsigned sum, const std::uint16_t* table, std::size_t count) {
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(table);
+    return table ? gencrc32(sum, bytes, static_cast<unsigned>(2 * count)) : sum;
 }
 
-std::uint32_t BackSum(const CodePage& page) {
-    Checksum sum;
-    for (unsigned character = 0; character < 0x10000; ++character) sum.Add(page.Back(character));
-    return sum.Sum();
+unsigned ForwardSum(const CodePage& page) {
+    return Sum(Sum(Sum(0, page.bytes, 256), page.pairs.get(), kPairTableSize), page.prefixed.get(),
+               kPairTableSize);
+}
+
+unsigned BackSum(const CodePage& page) {
+    std::vector<std::uint16_t> back;
+    for (unsigned character = 0; character < 0x10000; ++character)
+        back.push_back(static_cast<std::uint16_t>(page.Back(character)));
+    return Sum(0, back.data(), back.size());
 }
 
 }  // namespace
@@ -48,17 +37,17 @@ TEST(CodePage, WholeTablesAreThePublishedOnes) {
         int codeSet;
         std::uint32_t forward, back;
     } kSums[] = {
-        {0, 0x27509e00, 0xcbaf06f5},  {1, 0x3320c1c5, 0x004e59c5},  {2, 0xed813380, 0xbb93d725},
-        {4, 0x377ba03b, 0x95c1de1f},  {5, 0x68b64d61, 0x08eff87f},  {6, 0x27509e00, 0xcbaf06f5},
-        {7, 0x2a0128c4, 0x9f3714c6},  {8, 0x5daeea24, 0xa2f46ce1},  {9, 0xe69f20fa, 0xb947fe57},
-        {10, 0x8830e7c7, 0xd382e933}, {11, 0x2e2e0ca9, 0xaeb1ec97}, {12, 0x63a30298, 0x38b5adfa},
-        {13, 0x799bbf44, 0x4fd502b7}, {14, 0x2a1501f2, 0x3489ad5d}, {15, 0xe0ec2a91, 0xa3c0d600},
-        {16, 0xedbb5b8c, 0xa82414b5}, {17, 0xf1fe7d6a, 0x7e3d3115}, {18, 0xc7bbfdba, 0x56271694},
-        {19, 0x74399d06, 0xf3030026}, {20, 0x7fb8e909, 0x06eebd0c}, {21, 0x840dec2c, 0x56fadd0d},
-        {22, 0xb889462b, 0x6256de7d}, {23, 0x9ee33060, 0xc7db0b15}, {24, 0xe61d8b9f, 0xa316181d},
-        {25, 0x3213bb75, 0xed66c12d}, {26, 0x4ec1689e, 0x581a10fd}, {27, 0x5d28d5a8, 0x941b2b25},
-        {28, 0xebeb1568, 0xdfda17cd}, {29, 0x76f193bc, 0x54495e0d}, {30, 0xeee99d3a, 0xc9db4c6d},
-        {40, 0x2e0fdf85, 0xa2e62ded},
+        {0, 0x2caf49b0, 0x0b9619f7},  {1, 0xff028355, 0x9aec4f6a},  {2, 0xddee2ca2, 0x01d22811},
+        {4, 0xf4f3bb13, 0x360c74ca},  {5, 0xf0b7aa09, 0x908df030},  {6, 0x2caf49b0, 0x0b9619f7},
+        {7, 0x5e406431, 0xbd651b12},  {8, 0x9f867b7c, 0xf052c4d9},  {9, 0x281723e0, 0x31b78291},
+        {10, 0x10c79bed, 0x6e148f09}, {11, 0xe71ec36a, 0xc5237e88}, {12, 0xc2df2890, 0xc3560e0d},
+        {13, 0xea66ab46, 0xad058d9a}, {14, 0x1b968dcc, 0xb1e67a3b}, {15, 0xc31431e7, 0x977b1f5e},
+        {16, 0x1c047f21, 0xf64a836b}, {17, 0x069d3a82, 0x040b9d69}, {18, 0x9642a5a6, 0xbd7b3a58},
+        {19, 0x7a122419, 0x89a38753}, {20, 0xea5f1f2e, 0xf25533e4}, {21, 0xee2d2c0a, 0x5e422f49},
+        {22, 0xdfb92b5c, 0x2e5e5da7}, {23, 0x7fb42600, 0x687c5d53}, {24, 0x78fa817d, 0x0ce7be53},
+        {25, 0xfbd840f0, 0x94080cab}, {26, 0x11bc4444, 0x7cbdf0bf}, {27, 0x7c34d17e, 0x7350d4c3},
+        {28, 0x2bc54058, 0x678fb984}, {29, 0x7b305c74, 0xb9dbd927}, {30, 0xa8866618, 0x4e2a7403},
+        {40, 0xb5b2ecb8, 0x776ff266},
     };
     for (const auto& row : kSums) {
         const CodePage* page = FindCodePage(row.codeSet);
@@ -77,10 +66,7 @@ TEST(CodePage, UnlistedNumbersAreWestern) {
 
 // This test program fills most tables before it gets here; the escape-driven ones it may not have.
 TEST(CodePage, ThreadsAgreeOnOneTable) {
-    std::vector<const CodePage*> found(4);
-    std::vector<std::thread> threads;
-    for (const CodePage*& page : found)
-        threads.emplace_back([&page] { page = FindCodePage(mbIso2022Kr); });
-    for (std::thread& thread : threads) thread.join();
+    const CodePage* found[4] = {};
+    AtTheSameTime(4, [&](int i) { found[i] = FindCodePage(mbIso2022Kr); });
     for (const CodePage* page : found) EXPECT_EQ(page, FindCodePage(mbIso2022Kr));
 }

@@ -3,12 +3,10 @@
 
 #include <cstring>
 #include <memory>
-#include <random>
 #include <string>
 
 #include "mbutil.h"
 #include "tests/support/code_set_guard.h"
-#include "tests/support/slow_step.h"
 
 namespace {
 
@@ -68,43 +66,6 @@ TEST(MbCompare, WithoutCase) {
     EXPECT_EQ(compare(5, "a", nullptr), 0);
 }
 
-TEST(MbCompare, LongTextsThatDifferLate) {
-    for (int codeSet : {0, 5}) {
-        const CodeSetGuard guard(codeSet);
-        std::string a, b;
-        while (a.size() < 300) {
-            a += "Ab\x83\x41z\x82\xA0", b += "Ab\x83\x41Z\x82\xA0";
-            EXPECT_EQ(mbstricmp(Exact(a), Exact(b)), 0);
-            EXPECT_EQ(mbstricmp(Exact(a + "x"), Exact(b + "Y")), -1);
-            EXPECT_LT(mbstrnicmp(Exact(a + "x"), Exact(b + "Y"), 10000), 0);
-            // A trail byte in another case is another character, wherever it stands.
-            EXPECT_EQ(mbstricmp(Exact(a + "\x83\x41q"), Exact(b + "\x83\x61q")), codeSet ? -1 : 0);
-        }
-    }
-}
-
-// Damaged text too, cut anywhere: long texts are compared in blocks, short ones are not.
-TEST(MbCompare, ACommonBeginningChangesNothing) {
-    std::mt19937 random(3);
-    static const char kBytes[] = "Aa[\x20\xA0\x5B\x81\x8E\x8F\xA4\xFE";
-    const std::string same(56, 'x');  // the difference lies in the first block
-    for (int codeSet : {4, 5, 10, 12}) {
-        const CodeSetGuard guard(codeSet);
-        for (int round = 0; round < 5000; ++round) {
-            std::string a(random() % 8, ' ');
-            for (char& c : a) c = kBytes[random() % (sizeof kBytes - 1)];
-            std::string b = a;
-            if (!b.empty()) b[random() % b.size()] = kBytes[random() % (sizeof kBytes - 1)];
-            const std::string more(70, random() % 2 ? 'y' : '\xA4');
-            const unsigned n = static_cast<unsigned>(random() % 9);
-            ASSERT_EQ(mbstricmp(Exact(same + a + more), Exact(same + b + more)),
-                      mbstricmp(Exact(a + more.substr(0, 40)), Exact(b + more.substr(0, 40))));
-            ASSERT_EQ(mbstrnicmp(Exact(same + a + more), Exact(same + b + more), 56 + n),
-                      mbstrnicmp(Exact(a + more.substr(0, 40)), Exact(b + more.substr(0, 40)), n));
-        }
-    }
-}
-
 TEST(MbCompare, UpToACount) {
     const CodeSetGuard guard(5);
     EXPECT_EQ(mbstrnicmp("abX", "ABy", 2), 0);
@@ -159,7 +120,7 @@ TEST(MbSearch, CharactersByTheirFirstByte) {
     EXPECT_EQ(Offset(mbstrrchr(s, 0), s), 7);
 }
 
-// Which the search below cannot ask for.
+// Searches of other words are held against a slow one by fuzz/text_fuzz.cpp.
 TEST(MbSearch, EmptyWordsAndLongerOnes) {
     const CodeSetGuard guard(5);
     Exact hay("abc");
@@ -170,34 +131,6 @@ TEST(MbSearch, EmptyWordsAndLongerOnes) {
     EXPECT_EQ(mbstrstr(nullptr, "a"), nullptr);
     EXPECT_STREQ(mbstrstr("a", nullptr), "a");
     EXPECT_STREQ(mbstrrstr("a", nullptr), "a");
-}
-
-TEST(MbSearch, AgreesWithASlowSearchOnRandomText) {
-    std::mt19937 random(7);
-    static const char kBytes[] = "A[\x82\xA0\x5B\x81\x8E\xA4\xFE";
-    for (int codeSet : {4, 5, 9, 10, 11, 12}) {
-        const CodeSetGuard guard(codeSet);
-        for (int round = 0; round < 2000; ++round) {
-            std::string hay(random() % 150, ' '), needle(1 + random() % 3, ' ');
-            for (char& c : hay) c = kBytes[random() % (sizeof kBytes - 1)];
-            for (char& c : needle) c = kBytes[random() % (sizeof kBytes - 1)];
-            Exact text(hay);
-            ASSERT_EQ(Offset(mbstrstr(text, Exact(needle)), text),
-                      slow::Find(hay, needle, codeSet));
-            ASSERT_EQ(Offset(mbstrrstr(text, Exact(needle)), text),
-                      slow::Find(hay, needle, codeSet, true));
-            long first = -1, last = -1;
-            const auto starts = slow::Starts(hay, codeSet);
-            for (std::size_t i = 0; i + 1 < starts.size(); ++i)
-                if (hay[starts[i]] == needle[0]) {
-                    if (first < 0) first = starts[i];
-                    last = starts[i];
-                }
-            const auto wanted = static_cast<signed char>(needle[0]);
-            ASSERT_EQ(Offset(mbstrchr(text, wanted), text), first);
-            ASSERT_EQ(Offset(mbstrrchr(text, wanted), text), last);
-        }
-    }
 }
 
 TEST(MbSearch, FindsAWordAtAnyPlace) {

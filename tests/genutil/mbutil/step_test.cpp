@@ -1,20 +1,17 @@
-// Stepping: the rules of each code set, and the fast walks against a slow one.
+// Stepping: the rules of each code set. The fast walks are held against a slow one by
+// fuzz/text_fuzz.cpp.
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 
 #include "mbutil.h"
 #include "tests/support/code_set_guard.h"
-#include "tests/support/slow_step.h"
 
 namespace {
 
 const unsigned char* U(const char* s) {
     return reinterpret_cast<const unsigned char*>(s);
 }
-
-constexpr int kMultiByte[] = {4, 5, 7, 8, 9, 10, 11, 12, 13};
 
 TEST(Step, LengthOfOneCharacter) {
     static const struct {
@@ -57,43 +54,6 @@ TEST(Step, LeadBytesAndLongestCharacter) {
             most = std::max(most, promised);
         }
         EXPECT_EQ(mbmaxcharlenExt(codeSet), most) << codeSet;
-    }
-}
-
-TEST(Step, WalksAgreeWithASlowOneOnRandomText) {
-    std::mt19937 random(1);
-    // Bytes near the edges of the ranges, dense in lead bytes so that runs are long.
-    const auto byte = [&](unsigned kind) -> char {
-        static const unsigned char kEdges[] =
-            "\x20\x40\x41\x5A\x5B\x60\x61\x7A\x7B\x7E\x7F\x80\x81\x84\x8E\x8F\xA0\xA1\xA2\xB0\xB1"
-            "\xD3\xD4\xD8\xDE\xDF\xE0\xEF\xF0\xF9\xFA\xFC\xFD\xFE\xFF";
-        const unsigned r = static_cast<unsigned>(random());
-        if (kind == 0) return static_cast<char>(kEdges[r % (sizeof kEdges - 1)]);
-        if (kind == 1) return static_cast<char>(r % 40 ? 0xA1 + r % 0x5E : 'a');
-        return static_cast<char>(1 + r % 255);
-    };
-    for (int codeSet : kMultiByte) {
-        const CodeSetGuard guard(codeSet);
-        for (unsigned round = 0; round < 300; ++round) {
-            std::string text(random() % 400, ' ');
-            for (char& c : text) c = byte(round % 3);
-            const auto starts = slow::Starts(text, codeSet);
-            const char* s = text.c_str();
-            ASSERT_EQ(mbcharcount(s, static_cast<unsigned>(text.size())), starts.size() - 1);
-            for (unsigned i = 0; i + 1 < starts.size(); ++i) {
-                const unsigned char* p = U(s) + starts[i];
-                const int size = static_cast<int>(starts[i + 1] - starts[i]);
-                const bool single = *p < 0x80 || (codeSet == 5 && *p >= 0xA1 && *p <= 0xDF);
-                ASSERT_EQ(mblenExt(p, 4, codeSet), size > 1 || single ? size : -1) << codeSet;
-                const unsigned next = starts[i + 1] < text.size() ? starts[i + 1] : 0;
-                for (unsigned at = starts[i]; at < starts[i + 1]; ++at) {
-                    ASSERT_EQ(mbidx(s, at), starts[i]) << codeSet << " at " << at;
-                    ASSERT_EQ(mbnextidx(s, at), next) << codeSet << " at " << at;
-                }
-            }
-            ASSERT_EQ(mbidx(s, 1000), text.size());
-            ASSERT_EQ(mbnextidx(s, static_cast<unsigned>(text.size())), 0u);
-        }
     }
 }
 

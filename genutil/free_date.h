@@ -68,10 +68,6 @@ constexpr int kNoYear = INT32_MIN;
 // The astronomical year that a number means; kNoYear for 0, which no calendar has.
 int YearOfNumber(const DateNumber& number, bool bc, const DateSetting& setting);
 
-// Whether a number turned out to be an hour, by what follows it. A time separator that is also the
-// one in use between the numbers of a date tells nothing.
-bool IsHour(TextCursor behindNumber, const DateSetting& setting, unsigned dateSeparator);
-
 // A date with a weekday in front or behind. The abbreviation of a weekday may be that of a month
 // too, so both are tried.
 template <class Read>

@@ -1,4 +1,4 @@
-#include "genutil/time_read.h"
+#include "genutil/free_time.h"
 
 #include "genutil/locale_access.h"
 

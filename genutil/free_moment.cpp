@@ -1,4 +1,4 @@
-#include "genutil/moment_read.h"
+#include "genutil/free_moment.h"
 
 #include "genutil/date_names.h"
 

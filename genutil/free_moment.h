@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "genutil/date_read.h"
-#include "genutil/time_read.h"
+#include "genutil/free_date.h"
+#include "genutil/free_time.h"
 
 namespace genutil {
 

@@ -1,10 +1,10 @@
-#include "genutil/date_read.h"
+#include "genutil/free_date.h"
 
 #include "genutil/calendar.h"
 #include "genutil/date_access.h"
+#include "genutil/free_time.h"
 #include "genutil/locale_access.h"
 #include "genutil/picture.h"
-#include "genutil/time_read.h"
 
 namespace genutil {
 
@@ -27,7 +27,9 @@ int YearOfNumber(const DateNumber& number, bool bc, const DateSetting& setting) 
     return YearOfDigits(number.value, number.digits, setting.locale, scratch);
 }
 
-bool IsHour(TextCursor at, const DateSetting& setting, unsigned dateSeparator) {
+// Whether a number turned out to be an hour, by what follows it. A time separator that is also the
+// one in use between the numbers of a date tells nothing.
+static bool IsHour(TextCursor at, const DateSetting& setting, unsigned dateSeparator) {
     if (at.Peek() == ':') return true;
     TextCursor behind = at;
     const CGNString& separator = LocaleAccess::TimeSeparator(setting.locale);
