@@ -1,40 +1,18 @@
-// Settings: one value of an ini file of 200 KB beside SimpleIni and GLib's key files, which users
-// load for it, and of the registry beside bare SQLite with a prepared statement. "cold" goes
-// through so many files that none of them is kept, "warm" reads one that does not change.
+// Settings: one value of an ini file of 200 KB, and of the registry. "cold" goes through so many
+// files that none of them is kept, "warm" reads one that does not change.
+#include "bench/config_bench.h"
+
 #include <benchmark/benchmark.h>
-#include <sqlite3.h>
-#include <sys/stat.h>
 
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
-#include <string>
 #include <thread>
 #include <vector>
-
-#ifdef HAVE_GLIB
-#include <glib.h>
-#endif
-#ifdef HAVE_SIMPLEINI
-#define SI_CONVERT_ICU
-#include <SimpleIni.h>
-#endif
 
 #include "osconfig.h"
 
 namespace {
-
-constexpr int kFiles = 24, kSections = 50, kKeys = 100;
-
-std::string FileName(int number) {
-    return "./config_bench." + std::to_string(number) + ".ini";
-}
-
-// The text in the middle and the one at the end are asked for in turn.
-const char* SectionOf(int turn) {
-    return turn % 2 ? "section 25" : "section 49";
-}
 
 void MakeFiles() {
     std::string text;
@@ -74,58 +52,6 @@ void WriteByGenutil(benchmark::State& state) {
     for (auto _ : state) OSSetConfig(++number, "section 25", "some key 57", name);
 }
 
-#ifdef HAVE_SIMPLEINI
-void ReadBySimpleIni(benchmark::State& state) {
-    int turn = 0;
-    for (auto _ : state) {
-        CSimpleIniA ini;
-        ini.LoadFile(FileName(++turn % kFiles).c_str());
-        benchmark::DoNotOptimize(ini.GetValue(SectionOf(turn), "some key 57", "none"));
-    }
-}
-
-void WriteBySimpleIni(benchmark::State& state) {
-    int number = 0;
-    for (auto _ : state) {
-        CSimpleIniA ini;
-        ini.LoadFile(FileName(kFiles - 2).c_str());
-        ini.SetValue("section 25", "some key 57", std::to_string(++number).c_str());
-        ini.SaveFile(FileName(kFiles - 2).c_str());
-    }
-}
-#endif
-
-#ifdef HAVE_GLIB
-void ReadByGlib(benchmark::State& state) {
-    int turn = 0;
-    for (auto _ : state) {
-        GKeyFile* file = g_key_file_new();
-        g_key_file_load_from_file(file, FileName(++turn % kFiles).c_str(), G_KEY_FILE_NONE,
-                                  nullptr);
-        g_free(g_key_file_get_value(file, SectionOf(turn), "some key 57", nullptr));
-        g_key_file_free(file);
-    }
-}
-
-void WriteByGlib(benchmark::State& state) {
-    int number = 0;
-    for (auto _ : state) {
-        GKeyFile* file = g_key_file_new();
-        const std::string name = FileName(kFiles - 3);
-        g_key_file_load_from_file(file, name.c_str(), G_KEY_FILE_KEEP_COMMENTS, nullptr);
-        g_key_file_set_value(file, "section 25", "some key 57", std::to_string(++number).c_str());
-        g_key_file_save_to_file(file, name.c_str(), nullptr);
-        g_key_file_free(file);
-    }
-}
-#endif
-
-constexpr int kValues = 1000;
-
-std::string ValueName(int number) {
-    return "Value" + std::to_string(number);
-}
-
 void FillRegistry() {
     if (OSSetSystemConfigReg("text", "sub", "ready", "base")) {
         CGNString text;
@@ -151,86 +77,15 @@ void RegistryWrite(benchmark::State& state) {
     for (auto _ : state) OSSetSystemConfigReg(++number, "sub", "counter", "base");
 }
 
-class Bare {
-  public:
-    explicit Bare(const char* statement) {
-        sqlite3_open("config_bench.db", &m_db);
-        sqlite3_exec(m_db,
-                     "CREATE TABLE IF NOT EXISTS v(key TEXT, name TEXT, data TEXT,"
-                     " PRIMARY KEY(key, name)) WITHOUT ROWID",
-                     nullptr, nullptr, nullptr);
-        sqlite3_exec(m_db, "BEGIN", nullptr, nullptr, nullptr);
-        for (int i = 0; i < kValues; ++i)
-            sqlite3_exec(m_db,
-                         ("INSERT OR IGNORE INTO v VALUES('base\\sub', '" + ValueName(i) +
-                          "', 'C:\\Program Files\\Tour')")
-                             .c_str(),
-                         nullptr, nullptr, nullptr);
-        sqlite3_exec(m_db, "COMMIT", nullptr, nullptr, nullptr);
-        sqlite3_prepare_v2(m_db, statement, -1, &m_statement, nullptr);
-    }
-    ~Bare() {
-        sqlite3_finalize(m_statement);
-        sqlite3_close(m_db);
-    }
-    sqlite3_stmt* Get() const { return m_statement; }
-
-  private:
-    sqlite3* m_db = nullptr;
-    sqlite3_stmt* m_statement = nullptr;
-};
-
-void BareRead(benchmark::State& state) {
-    const Bare bare("SELECT data FROM v WHERE key=?1 AND name=?2");
-    std::vector<std::string> names;
-    for (int i = 0; i < kValues; ++i) names.push_back(ValueName(i));
-    std::size_t turn = 0;
-    for (auto _ : state) {
-        const std::string& name = names[++turn % kValues];
-        sqlite3_bind_text(bare.Get(), 1, "base\\sub", -1, SQLITE_STATIC);
-        sqlite3_bind_text(bare.Get(), 2, name.data(), static_cast<int>(name.size()), SQLITE_STATIC);
-        if (sqlite3_step(bare.Get()) != SQLITE_ROW) state.SkipWithError("not read");
-        const std::string value(reinterpret_cast<const char*>(sqlite3_column_text(bare.Get(), 0)));
-        benchmark::DoNotOptimize(value.data());
-        sqlite3_reset(bare.Get());
-    }
-}
-
-void BareWrite(benchmark::State& state) {
-    const Bare bare("INSERT OR REPLACE INTO v VALUES('base\\sub', 'counter', ?1)");
-    int number = 0;
-    for (auto _ : state) {
-        const std::string text = std::to_string(++number);
-        sqlite3_bind_text(bare.Get(), 1, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
-        sqlite3_step(bare.Get());
-        sqlite3_reset(bare.Get());
-    }
-}
-
-template <class Function, class... Arguments>
-void Register(const char* name, Function function, Arguments... arguments) {
-    benchmark::RegisterBenchmark(name, function, arguments...)->UseRealTime();
-}
-
 const int kRegistered = [] {
-    setenv("XDG_CONFIG_HOME", "/tmp/config_bench", 1);
-    mkdir("/tmp/config_bench", 0700);
+    PrepareRegistry();
     MakeFiles();
     Register("ini read cold/genutil", ReadByGenutil, kFiles);
     Register("ini read warm/genutil", ReadByGenutil, 1);
     Register("ini write/genutil", WriteByGenutil);
-#ifdef HAVE_SIMPLEINI
-    Register("ini read cold/SimpleIni", ReadBySimpleIni);
-    Register("ini write/SimpleIni", WriteBySimpleIni);
-#endif
-#ifdef HAVE_GLIB
-    Register("ini read cold/GLib", ReadByGlib);
-    Register("ini write/GLib", WriteByGlib);
-#endif
     Register("registry read/genutil", RegistryRead);
-    Register("registry read/SQLite", BareRead);
     Register("registry write/genutil", RegistryWrite);
-    Register("registry write/SQLite", BareWrite);
+    RegisterPeers();
     return 0;
 }();
 

@@ -1,78 +1,17 @@
-// Moments shown and read back, beside ICU's formats (opened once), strftime and strptime with
-// localtime_r, and fmt with chrono; day numbers beside std::chrono's calendar; conversions in the
-// zone of a thread beside localtime_r and ICU's calendar. In the zone of New York.
-#include <benchmark/benchmark.h>
-#include <stdlib.h>
-#include <time.h>
-#include <unicode/ucal.h>
-#include <unicode/udat.h>
+// Moments shown and read back; day numbers beside std::chrono's calendar; conversions in the zone
+// of a thread. In the zone of New York.
+#include "bench/date_bench.h"
 
-#include <array>
 #include <chrono>
-#include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <random>
-#include <string>
-#include <vector>
+#include <ctime>
 
 #include "gendate.h"
 #include "genlocale.h"
 #include "mbutil.h"
 #include "osthread.h"
-#ifdef HAVE_FMT
-#include <fmt/chrono.h>
-#endif
 
 namespace {
-
-constexpr const char* kZone = "America/New_York";
-constexpr const UChar* kIcuZone = u"America/New_York";
-constexpr long kStart = 1262322000, kSecondsOfYear = 365 * 86400;  // 2010 in New York
-
-// A log's moments, second by second through a year, or moments of any time since 1970.
-enum class Order { kLog, kRandom };
-
-class Moments {
-  public:
-    explicit Moments(Order order) : m_random(order == Order::kRandom) {
-        std::mt19937 engine(6);
-        for (long& moment : m_table) moment = static_cast<long>(engine() & 0x7FFFFFFF);
-    }
-    long Next() {
-        const long i = m_next++;
-        return m_random ? m_table[static_cast<std::size_t>(i) % kSize]
-                        : kStart + i % kSecondsOfYear;
-    }
-
-  private:
-    static constexpr std::size_t kSize = 4096;
-    bool m_random;
-    long m_next = 0;
-    std::array<long, kSize> m_table;
-};
-
-// The same pictures in the languages of all four.
-struct Style {
-    const char *name, *locale;
-    int codeSet;
-    const char *shortDate, *longDate, *time;
-    bool dateInLong;
-    const char* c;
-    const UChar* icu;
-    const char* fmt;
-};
-constexpr Style kStyles[] = {
-    {"English short date and time", "en_US", mbWestern, "MM/dd/yyyy", "dddd, MMMM dd, yyyy",
-     "hh:mm:ss tt", false, "%m/%d/%Y %I:%M:%S %p", u"MM/dd/yyyy hh:mm:ss a",
-     "{:%m/%d/%Y %I:%M:%S %p}"},
-    {"English long date and time", "en_US", mbWestern, "MM/dd/yyyy", "dddd, MMMM dd, yyyy",
-     "hh:mm:ss tt", true, "%A, %B %d, %Y %I:%M:%S %p", u"EEEE, MMMM dd, yyyy hh:mm:ss a",
-     "{:%A, %B %d, %Y %I:%M:%S %p}"},
-    {"Japanese long date and time", "ja_JP", mbShiftJis, "yyyy/MM/dd",
-     "yyyy'\x94\x4E'MM'\x8C\x8E'dd'\x93\xFA'", "H:mm:ss", true, "%Y年%m月%d日 %H:%M:%S",
-     u"yyyy年MM月dd日 H:mm:ss", "{:%Y年%m月%d日 %H:%M:%S}"},
-};
 
 void UseStyle(const Style& style) {
     InitMbutilExt(style.codeSet);
@@ -119,51 +58,6 @@ void FormatUncustomised(benchmark::State& state, Order order) {
     }
 }
 
-void FormatByC(benchmark::State& state, const Style& style, Order order) {
-    Moments moments(order);
-    char text[128];
-    for (auto _ : state) {
-        const time_t moment = moments.Next();
-        struct tm local;
-        localtime_r(&moment, &local);
-        benchmark::DoNotOptimize(strftime(text, sizeof text, style.c, &local));
-        benchmark::ClobberMemory();
-    }
-}
-
-UDateFormat* OpenIcu(const Style& style) {
-    UErrorCode error = U_ZERO_ERROR;
-    return udat_open(UDAT_PATTERN, UDAT_PATTERN, style.locale, kIcuZone, -1, style.icu, -1, &error);
-}
-
-void FormatByIcu(benchmark::State& state, const Style& style, Order order) {
-    UDateFormat* format = OpenIcu(style);
-    Moments moments(order);
-    UChar text[128];
-    for (auto _ : state) {
-        UErrorCode error = U_ZERO_ERROR;
-        const double moment = static_cast<double>(moments.Next()) * 1000;
-        benchmark::DoNotOptimize(udat_format(format, moment, text, 128, nullptr, &error));
-        benchmark::ClobberMemory();
-    }
-    udat_close(format);
-}
-
-#ifdef HAVE_FMT
-void FormatByFmt(benchmark::State& state, const Style& style, Order order) {
-    Moments moments(order);
-    char text[128];
-    for (auto _ : state) {
-        const time_t moment = moments.Next();
-        struct tm local;
-        localtime_r(&moment, &local);
-        benchmark::DoNotOptimize(
-            fmt::format_to_n(text, sizeof text, fmt::runtime(style.fmt), local).size);
-        benchmark::ClobberMemory();
-    }
-}
-#endif
-
 // -- From a text to its fields, and to the moment ------------------------------------------------
 
 std::vector<std::string> Texts(const Style& style, Order order) {
@@ -171,19 +65,6 @@ std::vector<std::string> Texts(const Style& style, Order order) {
     Moments moments(order);
     std::vector<std::string> texts(4096);
     for (std::string& text : texts) text = Shown(moments.Next(), style.dateInLong);
-    return texts;
-}
-
-std::vector<std::string> TextsOfC(const Style& style, Order order) {
-    Moments moments(order);
-    std::vector<std::string> texts(4096);
-    for (std::string& text : texts) {
-        const time_t moment = moments.Next();
-        struct tm local;
-        localtime_r(&moment, &local);
-        char buffer[128];
-        text.assign(buffer, strftime(buffer, sizeof buffer, style.c, &local));
-    }
     return texts;
 }
 
@@ -218,11 +99,10 @@ void ParseFreeForm(benchmark::State& state, Order order) {
     Moments moments(order);
     std::vector<CGNString> texts;
     for (int i = 0; i < 4096; ++i) {
-        const time_t moment = moments.Next();
         struct tm local;
-        localtime_r(&moment, &local);
+        CGNDateTime::LocalTimeTS(moments.Next(), local);
         char text[128];
-        strftime(text, sizeof text, "%d %b %Y, %I:%M %p", &local);
+        std::strftime(text, sizeof text, "%d %b %Y, %I:%M %p", &local);
         texts.emplace_back(text);
     }
     CGNDateTime moment;
@@ -230,50 +110,6 @@ void ParseFreeForm(benchmark::State& state, Order order) {
     for (auto _ : state)
         if (!moment.FromString(texts[i++ % texts.size()]))
             return state.SkipWithError("a text was not read");
-}
-
-void ParseFieldsByC(benchmark::State& state, const Style& style, Order order) {
-    const std::vector<std::string> texts = TextsOfC(style, order);
-    std::size_t i = 0;
-    for (auto _ : state) {
-        struct tm local = {};
-        if (!strptime(texts[i++ % texts.size()].c_str(), style.c, &local))
-            return state.SkipWithError("a text was not read");
-        benchmark::DoNotOptimize(local);
-    }
-}
-
-void ParseMomentByC(benchmark::State& state, const Style& style, Order order) {
-    const std::vector<std::string> texts = TextsOfC(style, order);
-    std::size_t i = 0;
-    for (auto _ : state) {
-        struct tm local = {};
-        if (!strptime(texts[i++ % texts.size()].c_str(), style.c, &local))
-            return state.SkipWithError("a text was not read");
-        local.tm_isdst = -1;
-        benchmark::DoNotOptimize(mktime(&local));
-    }
-}
-
-void ParseMomentByIcu(benchmark::State& state, const Style& style, Order order) {
-    UDateFormat* format = OpenIcu(style);
-    Moments moments(order);
-    std::vector<std::u16string> texts(4096);
-    for (std::u16string& text : texts) {
-        UErrorCode error = U_ZERO_ERROR;
-        UChar out[128];
-        const double moment = static_cast<double>(moments.Next()) * 1000;
-        const int length = udat_format(format, moment, out, 128, nullptr, &error);
-        text.assign(out, static_cast<std::size_t>(length));
-    }
-    std::size_t i = 0;
-    for (auto _ : state) {
-        UErrorCode error = U_ZERO_ERROR;
-        const std::u16string& text = texts[i++ % texts.size()];
-        benchmark::DoNotOptimize(
-            udat_parse(format, text.data(), static_cast<int>(text.size()), nullptr, &error));
-    }
-    udat_close(format);
 }
 
 // -- Day numbers ---------------------------------------------------------------------------------
@@ -364,126 +200,40 @@ void FormatInThread(benchmark::State& state, const Style& style, Order order) {
     Format(state, style, order);
 }
 
-void ToLocalByC(benchmark::State& state, Order order) {
-    Moments moments(order);
-    struct tm local;
-    for (auto _ : state) {
-        const time_t moment = moments.Next();
-        benchmark::DoNotOptimize(localtime_r(&moment, &local));
-        benchmark::ClobberMemory();
-    }
-}
-
-void ToLocalByIcu(benchmark::State& state, Order order) {
-    UErrorCode error = U_ZERO_ERROR;
-    UCalendar* calendar = ucal_open(kIcuZone, -1, "en_US", UCAL_GREGORIAN, &error);
-    Moments moments(order);
-    for (auto _ : state) {
-        ucal_setMillis(calendar, static_cast<double>(moments.Next()) * 1000, &error);
-        int sum = 0;
-        for (const UCalendarDateFields field :
-             {UCAL_YEAR, UCAL_MONTH, UCAL_DATE, UCAL_HOUR_OF_DAY, UCAL_MINUTE, UCAL_SECOND,
-              UCAL_DAY_OF_WEEK, UCAL_DAY_OF_YEAR, UCAL_DST_OFFSET})
-            sum += ucal_get(calendar, field, &error);
-        benchmark::DoNotOptimize(sum);
-    }
-    ucal_close(calendar);
-}
-
-std::vector<struct tm> LocalTimes(Order order) {
-    Moments moments(order);
-    std::vector<struct tm> times(4096);
-    for (struct tm& local : times) {
-        const time_t moment = moments.Next();
-        localtime_r(&moment, &local);
-        local.tm_isdst = -1;
-    }
-    return times;
-}
-
-template <class Convert>
-void FromLocal(benchmark::State& state, Order order, Convert convert) {
-    const std::vector<struct tm> times = LocalTimes(order);
-    std::size_t i = 0;
-    for (auto _ : state) {
-        struct tm local = times[i++ % 4096];
-        benchmark::DoNotOptimize(convert(&local));
-    }
-}
-
-// -- All together --------------------------------------------------------------------------------
-
-constexpr struct {
-    Order order;
-    const char* name;
-} kOrders[] = {{Order::kLog, "a log"}, {Order::kRandom, "at random"}};
-
-template <class Run, class... Arguments>
-void Add(const std::string& name, const char* who, Run run, Arguments... arguments) {
-    benchmark::RegisterBenchmark((name + "/" + who).c_str(),
-                                 [=](benchmark::State& state, auto... all) { run(state, all...); },
-                                 arguments...);
-}
-
-void AddStyle(const Style& style, Order order, const std::string& orderName) {
-    const std::string format = std::string("show ") + style.name + ", " + orderName;
-    Add(format, "genutil", Format, style, order);
-    Add(format, "strftime", FormatByC, style, order);
-    Add(format, "ICU", FormatByIcu, style, order);
-#ifdef HAVE_FMT
-    Add(format, "fmt", FormatByFmt, style, order);
-#endif
-    const std::string fields = std::string("read fields, ") + style.name + ", " + orderName;
-    Add(fields, "genutil", ParseFields, style, order);
-    Add(fields, "strptime", ParseFieldsByC, style, order);
-    Add(fields, "ICU", ParseMomentByIcu, style, order);
-    const std::string moment = std::string("read moment, ") + style.name + ", " + orderName;
-    Add(moment, "genutil", ParseMoment, style, order);
-    Add(moment, "strptime and mktime", ParseMomentByC, style, order);
-    Add(moment, "ICU", ParseMomentByIcu, style, order);
+void FromLocal(benchmark::State& state, Order order) {
+    EnterThread();
+    FromLocalBy(state, order, [](struct tm* local) { return CGNDateTime::MkTimeTS(local); });
 }
 
 const int kRegistered = [] {
-    setenv("TZ", kZone, 1);
-    tzset();
+    SetZone();
     Add("day number to date", "genutil", ToDate);
     Add("day number to date", "std::chrono", ToDateByChrono);
     Add("date to day number", "genutil", FromDate);
     Add("date to day number", "std::chrono", FromDateByChrono);
     for (const auto& [order, name] : kOrders) {
-        for (const Style& style : kStyles) AddStyle(style, order, name);
+        for (const Style& style : kStyles) {
+            const std::string which = std::string(style.name) + ", " + name;
+            Add("show " + which, "genutil", Format, style, order);
+            Add("read fields, " + which, "genutil", ParseFields, style, order);
+            Add("read moment, " + which, "genutil", ParseMoment, style, order);
+            AddStylePeers(which, style, order);
+        }
         Add(std::string("read moment, free form, ") + name, "genutil", ParseFreeForm, order);
-        const std::string settings = std::string("show in the system's settings, ") + name;
-        Add(settings, "genutil", FormatUncustomised, order);
-        Add(settings, "strftime", FormatByC, kStyles[0], order);
-        Add(settings, "ICU", FormatByIcu, kStyles[0], order);
-        const std::string convert = std::string("moment to local time, ") + name;
-        Add(convert, "genutil", ToLocal, order);
-        Add(convert, "localtime_r", ToLocalByC, order);
+        Add(std::string("show in the system's settings, ") + name, "genutil", FormatUncustomised,
+            order);
+        Add(std::string("moment to local time, ") + name, "genutil", ToLocal, order);
+        AddLocalPeers(name, order);
     }
     // Threads last: a process stays threaded.
     for (const auto& [order, name] : kOrders) {
-        const std::string convert = std::string("to local time in a thread's zone, ") + name;
-        Add(convert, "genutil", ToLocalInThread, order);
-        Add(convert, "localtime_r", ToLocalByC, order);
-        Add(convert, "ICU", ToLocalByIcu, order);
-        const std::string back = std::string("from local time in a thread's zone, ") + name;
-        Add(
-            back, "genutil",
-            [](benchmark::State& state, Order o) {
-                EnterThread();
-                FromLocal(state, o, [](struct tm* local) { return CGNDateTime::MkTimeTS(local); });
-            },
+        Add(std::string("to local time in a thread's zone, ") + name, "genutil", ToLocalInThread,
             order);
-        Add(
-            back, "mktime",
-            [](benchmark::State& state, Order o) {
-                FromLocal(state, o, [](struct tm* local) { return mktime(local); });
-            },
+        Add(std::string("from local time in a thread's zone, ") + name, "genutil", FromLocal,
             order);
-        const std::string format = std::string("show in a thread's zone, ") + name;
-        Add(format, "genutil", FormatInThread, kStyles[0], order);
-        Add(format, "strftime", FormatByC, kStyles[0], order);
+        Add(std::string("show in a thread's zone, ") + name, "genutil", FormatInThread, kStyles[0],
+            order);
+        AddThreadPeers(name, order);
     }
     return 0;
 }();

@@ -1,15 +1,13 @@
-// Whole files beside std::ifstream and a bare read() into a buffer of the file's size; a
-// directory's entries beside std::filesystem.
+// Whole files beside std::ifstream and the system's own reading into a buffer of the file's size;
+// a directory's entries beside std::filesystem.
+#include "bench/file_bench.h"
+
 #include <benchmark/benchmark.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <string>
 #include <vector>
 
 #include "mbutil.h"
@@ -51,16 +49,8 @@ void Genutil(benchmark::State& state, std::size_t bytes) {
 
 void BareRead(benchmark::State& state, std::size_t bytes) {
     const std::string path = FileOf(bytes);
-    for (auto _ : state) {
-        const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-        struct stat status;
-        fstat(file, &status);
-        const auto size = static_cast<std::size_t>(status.st_size);
-        void* const buffer = std::malloc(size);
-        benchmark::DoNotOptimize(read(file, buffer, size));
-        close(file);
-        std::free(buffer);
-    }
+    for (auto _ : state)
+        if (!ReadBare(path.c_str())) state.SkipWithError("not read");
 }
 
 void Stream(benchmark::State& state, std::size_t bytes) {
@@ -97,13 +87,13 @@ void ListByFilesystem(benchmark::State& state, int entries) {
 }
 
 BENCHMARK_CAPTURE(Genutil, 1K, 1000)->Name("read-1K/genutil");
-BENCHMARK_CAPTURE(BareRead, 1K, 1000)->Name("read-1K/read");
+BENCHMARK_CAPTURE(BareRead, 1K, 1000)->Name("read-1K/system");
 BENCHMARK_CAPTURE(Stream, 1K, 1000)->Name("read-1K/ifstream");
 BENCHMARK_CAPTURE(Genutil, 100K, 100000)->Name("read-100K/genutil");
-BENCHMARK_CAPTURE(BareRead, 100K, 100000)->Name("read-100K/read");
+BENCHMARK_CAPTURE(BareRead, 100K, 100000)->Name("read-100K/system");
 BENCHMARK_CAPTURE(Stream, 100K, 100000)->Name("read-100K/ifstream");
 BENCHMARK_CAPTURE(Genutil, 10M, 10000000)->Name("read-10M/genutil");
-BENCHMARK_CAPTURE(BareRead, 10M, 10000000)->Name("read-10M/read");
+BENCHMARK_CAPTURE(BareRead, 10M, 10000000)->Name("read-10M/system");
 BENCHMARK_CAPTURE(Stream, 10M, 10000000)->Name("read-10M/ifstream");
 BENCHMARK_CAPTURE(List, utf8, 1000, mbUtf8)->Name("list-1000-utf8/genutil");
 BENCHMARK_CAPTURE(ListByFilesystem, utf8, 1000)->Name("list-1000-utf8/filesystem");

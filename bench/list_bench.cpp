@@ -1,7 +1,6 @@
 // Lists beside a vector of strings that was not told how many come, and the checksum beside its own
-// loop over bytes and zlib's (which computes another one).
+// loop over bytes.
 #include <benchmark/benchmark.h>
-#include <dlfcn.h>
 
 #include <string>
 #include <vector>
@@ -113,19 +112,7 @@ void CrcByteLoop(benchmark::State& state) {
         benchmark::DoNotOptimize(crc);
     }
 }
-void CrcZlib(benchmark::State& state) {
-    using Crc = unsigned long (*)(unsigned long, const unsigned char*, unsigned int);
-    void* const zlib = dlopen("libz.so.1", RTLD_NOW);
-    const auto crc32 = zlib ? reinterpret_cast<Crc>(dlsym(zlib, "crc32")) : nullptr;
-    if (!crc32) {
-        state.SkipWithError("no libz.so.1");
-        return;
-    }
-    for (auto _ : state)
-        benchmark::DoNotOptimize(crc32(1, Data().data(), static_cast<unsigned int>(Data().size())));
-}
 BENCHMARK(CrcGenutil)->Name("checksum of 1 MB/genutil");
 BENCHMARK(CrcByteLoop)->Name("checksum of 1 MB/byte-loop");
-BENCHMARK(CrcZlib)->Name("checksum of 1 MB/zlib");
 
 }  // namespace

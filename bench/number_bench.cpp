@@ -1,37 +1,15 @@
-// Decimal text into a locale's spelling and back, and amounts of money, beside ICU's formatters
-// (opened once, decimal text in and out), std::locale, and a loop over the digits written by hand
-// for one locale.
-#include <benchmark/benchmark.h>
-#include <unicode/decimfmt.h>
-#include <unicode/numberformatter.h>
-#include <unicode/unum.h>
-#include <unicode/ustring.h>
+// Decimal text into a locale's spelling and back, and amounts of money, beside std::locale, and a
+// loop over the digits written by hand for one locale.
+#include "bench/number_bench.h"
 
-#include <cstring>
 #include <iterator>
 #include <locale>
-#include <memory>
 #include <sstream>
 #include <string>
 
 #include "gennum.h"
 
 namespace {
-
-// In the C spelling and in German.
-constexpr const char* kC[] = {"1234567.891", "-98765.43", "12.5",
-                              "1000000",     "-0.125",    "123456789012.25"};
-constexpr const char* kGerman[] = {"1.234.567,891", "-98.765,43", "12,5",
-                                   "1.000.000",     "-0,125",     "123.456.789.012,25"};
-constexpr const char* kMoney[] = {"1234567.89 EUR", "-98765.43 EUR", "12.50 EUR",
-                                  "1000000 EUR",    "0.25 EUR",      "123456789012.25 EUR"};
-
-// The next of six texts, so that no branch is learned by heart.
-template <std::size_t n>
-const char* Next(const char* const (&texts)[n]) {
-    static std::size_t next = 0;
-    return texts[next++ % n];
-}
 
 void UseGerman() {
     CLCGlobalLocale::Instance()->SetLocale("de_DE");
@@ -153,114 +131,6 @@ void ThereAndBackByHand(benchmark::State& state) {
     }
 }
 
-// -- ICU -----------------------------------------------------------------------------------------
-
-struct Icu {
-    UErrorCode error = U_ZERO_ERROR;
-    icu::number::LocalizedNumberFormatter formatter =
-        icu::number::NumberFormatter::withLocale(icu::Locale::getGermany())
-            .precision(icu::number::Precision::unlimited());
-    std::unique_ptr<icu::DecimalFormat> format{static_cast<icu::DecimalFormat*>(
-        icu::NumberFormat::createInstance(icu::Locale::getGermany(), error))};
-    UNumberFormat* c = unum_open(UNUM_DECIMAL, nullptr, 0, "de_DE", nullptr, &error);
-    Icu() {
-        format->setMaximumFractionDigits(100);
-        unum_setAttribute(c, UNUM_MAX_FRACTION_DIGITS, 100);
-    }
-    ~Icu() { unum_close(c); }
-
-    void Format(const char* text, std::string& out) {
-        out.clear();
-        formatter.formatDecimal(text, error).toString(error).toUTF8String(out);
-    }
-    void FormatDecimalFormat(const char* text, std::string& out) {
-        icu::UnicodeString formatted;
-        out.clear();
-        format->format(icu::StringPiece(text), formatted, nullptr, error).toUTF8String(out);
-    }
-    void FormatC(const char* text, std::string& out) {
-        UChar formatted[80];
-        const std::int32_t n = unum_formatDecimal(c, text, -1, formatted, 80, nullptr, &error);
-        out.clear();
-        icu::UnicodeString(formatted, n).toUTF8String(out);
-    }
-    bool Parse(const char* text, std::string& out) {
-        icu::Formattable value;
-        UErrorCode status = U_ZERO_ERROR;
-        format->parse(icu::UnicodeString::fromUTF8(text), value, status);
-        const icu::StringPiece number = value.getDecimalNumber(status);
-        if (U_FAILURE(status)) return false;
-        out.assign(number.data(), static_cast<std::size_t>(number.length()));
-        return true;
-    }
-    void ParseC(const char* text, std::string& out) {
-        UChar wide[80];
-        std::int32_t length = 0, position = 0;
-        u_strFromUTF8(wide, 80, &length, text, -1, &error);
-        char number[80];
-        const std::int32_t n = unum_parseDecimal(c, wide, length, &position, number, 80, &error);
-        out.assign(number, static_cast<std::size_t>(n));
-    }
-};
-
-template <class Work>
-void WithIcu(benchmark::State& state, Work work) {
-    Icu icu;
-    std::string out;
-    for (auto _ : state) {
-        work(icu, out);
-        benchmark::DoNotOptimize(out.data());
-    }
-    if (U_FAILURE(icu.error)) state.SkipWithError(u_errorName(icu.error));
-}
-
-void ToRegionalFormatter(benchmark::State& state) {
-    WithIcu(state, [](Icu& icu, std::string& out) { icu.Format(Next(kC), out); });
-}
-void ToRegionalDecimalFormat(benchmark::State& state) {
-    WithIcu(state, [](Icu& icu, std::string& out) { icu.FormatDecimalFormat(Next(kC), out); });
-}
-void ToRegionalUnum(benchmark::State& state) {
-    WithIcu(state, [](Icu& icu, std::string& out) { icu.FormatC(Next(kC), out); });
-}
-void ToCDecimalFormat(benchmark::State& state) {
-    WithIcu(state, [](Icu& icu, std::string& out) { icu.Parse(Next(kGerman), out); });
-}
-void ToCUnum(benchmark::State& state) {
-    WithIcu(state, [](Icu& icu, std::string& out) { icu.ParseC(Next(kGerman), out); });
-}
-void ThereAndBackIcu(benchmark::State& state) {
-    WithIcu(state, [](Icu& icu, std::string& out) {
-        std::string regional;
-        icu.Format(Next(kC), regional);
-        icu.Parse(regional.c_str(), out);
-    });
-}
-void ValidIcu(benchmark::State& state) {
-    WithIcu(state, [](Icu& icu, std::string& out) {
-        benchmark::DoNotOptimize(icu.Parse(Next(kGerman), out));
-    });
-}
-void MoneyIcu(benchmark::State& state) {
-    UErrorCode error = U_ZERO_ERROR;
-    const auto formatter = icu::number::NumberFormatter::withLocale(icu::Locale::getGermany())
-                               .precision(icu::number::Precision::unlimited());
-    std::string out;
-    for (auto _ : state) {
-        const char* text = Next(kMoney);
-        const auto length = static_cast<std::int32_t>(std::strlen(text)) - 4;
-        const icu::CurrencyUnit unit(icu::StringPiece(text + length + 1, 3), error);
-        out.clear();
-        formatter.unit(unit)
-            .unitWidth(UNUM_UNIT_WIDTH_ISO_CODE)
-            .formatDecimal(icu::StringPiece(text, length), error)
-            .toString(error)
-            .toUTF8String(out);
-        benchmark::DoNotOptimize(out.data());
-    }
-    if (U_FAILURE(error)) state.SkipWithError(u_errorName(error));
-}
-
 // -- std::locale ---------------------------------------------------------------------------------
 
 struct GermanNumbers : std::numpunct<char> {
@@ -310,27 +180,16 @@ void MoneyPut(benchmark::State& state) {
 }
 
 const int kRegistered = [] {
-    const auto add = [](const char* name, void (*run)(benchmark::State&)) {
-        benchmark::RegisterBenchmark(name, run);
-    };
-    add("C to regional, grouped/genutil", ToRegional);
-    add("C to regional, grouped/by hand", ToRegionalByHand);
-    add("C to regional, grouped/NumberFormatter", ToRegionalFormatter);
-    add("C to regional, grouped/DecimalFormat", ToRegionalDecimalFormat);
-    add("C to regional, grouped/unum", ToRegionalUnum);
-    add("regional to C/genutil", ToC);
-    add("regional to C/by hand", ToCByHand);
-    add("regional to C/DecimalFormat", ToCDecimalFormat);
-    add("regional to C/unum", ToCUnum);
-    add("there and back/genutil", ThereAndBack);
-    add("there and back/by hand", ThereAndBackByHand);
-    add("there and back/ICU", ThereAndBackIcu);
-    add("there and back/std::locale", ThereAndBackStreams);
-    add("validity/genutil", Valid);
-    add("validity/ICU", ValidIcu);
-    add("split and format money/genutil", Money);
-    add("split and format money/ICU", MoneyIcu);
-    add("split and format money/put_money", MoneyPut);
+    benchmark::RegisterBenchmark("C to regional, grouped/genutil", ToRegional);
+    benchmark::RegisterBenchmark("C to regional, grouped/by hand", ToRegionalByHand);
+    benchmark::RegisterBenchmark("regional to C/genutil", ToC);
+    benchmark::RegisterBenchmark("regional to C/by hand", ToCByHand);
+    benchmark::RegisterBenchmark("there and back/genutil", ThereAndBack);
+    benchmark::RegisterBenchmark("there and back/by hand", ThereAndBackByHand);
+    benchmark::RegisterBenchmark("there and back/std::locale", ThereAndBackStreams);
+    benchmark::RegisterBenchmark("validity/genutil", Valid);
+    benchmark::RegisterBenchmark("split and format money/genutil", Money);
+    benchmark::RegisterBenchmark("split and format money/put_money", MoneyPut);
     return 0;
 }();
 

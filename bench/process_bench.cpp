@@ -1,14 +1,13 @@
 // A program run to its end, and one with much to print, beside popen, which every C program has.
+#include "bench/process_bench.h"
+
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
 #include <string>
 
 #include "osutil.h"
 
 namespace {
-
-constexpr char kMuch[] = "head -c 10485760 /dev/zero";
 
 void Run(benchmark::State& state, const char* command) {
     for (auto _ : state) {
@@ -21,17 +20,21 @@ void RunByPopen(benchmark::State& state, const char* command) {
     for (auto _ : state) {
         std::string output;
         char block[4096];
-        std::FILE* const pipe = popen(command, "re");
+        std::FILE* const pipe = OpenPipe(command);
         if (!pipe) return state.SkipWithError("popen failed");
         while (const std::size_t n = std::fread(block, 1, sizeof block, pipe))
             output.append(block, n);
-        benchmark::DoNotOptimize(pclose(pipe));
+        benchmark::DoNotOptimize(ClosePipe(pipe));
     }
 }
 
-BENCHMARK_CAPTURE(Run, true, "true")->Name("run true/genutil")->UseRealTime();
-BENCHMARK_CAPTURE(RunByPopen, true, "true")->Name("run true/popen")->UseRealTime();
-BENCHMARK_CAPTURE(Run, much, kMuch)->Name("run, 10 MB of output/genutil")->UseRealTime();
-BENCHMARK_CAPTURE(RunByPopen, much, kMuch)->Name("run, 10 MB of output/popen")->UseRealTime();
+const bool g_registered = [] {
+    for (const auto& [what, command] : Commands()) {
+        const std::string name = what;
+        benchmark::RegisterBenchmark((name + "/genutil").c_str(), Run, command)->UseRealTime();
+        benchmark::RegisterBenchmark((name + "/popen").c_str(), RunByPopen, command)->UseRealTime();
+    }
+    return true;
+}();
 
 }  // namespace

@@ -1,25 +1,17 @@
-// Stepping, searching, comparing and validating beside what a programmer writes by hand, and beside
-// ICU. The text is that of the Japanese manual pages, in four double-byte code sets.
+// Stepping, searching, comparing and validating beside what a programmer writes by hand. The text
+// is that of the Japanese manual pages, in four double-byte code sets.
+#include "bench/text_bench.h"
+
 #include <benchmark/benchmark.h>
-#include <unicode/ucnv.h>
 
 #include <cstring>
-#include <string>
 #include <vector>
 
 #include "bench/support/pages.h"
+#include "bench/support/system.h"
 #include "mbutil.h"
 
 namespace {
-
-// One code set, its name in iconv and ICU, and its lead bytes as a hand-written loop tests them.
-struct CodeSet {
-    const char* name;
-    const char* iconvName;
-    const char* icuName;
-    int number;
-    bool (*isLead)(unsigned char);
-};
 
 bool SjisLead(unsigned char c) {
     return (c >= 0x81 && c <= 0x9F) || (c >= 0xE0 && c <= 0xEF);
@@ -39,15 +31,6 @@ const CodeSet kCodeSets[] = {
     {"shift-jis", "SHIFT_JIS", "ibm-943_P15A-2003", mbShiftJis, SjisLead},
     {"big5", "BIG5", "windows-950-2000", mbBig5, HighLead},
     {"korean", "CP949", "windows-949-2000", mbKorean, KoreanLead},
-};
-
-struct Text {
-    explicit Text(const CodeSet& codeSet) : set(codeSet), bytes(PagesIn(codeSet.iconvName)) {
-        mbIsMultiByte();
-    }
-    const char* begin() const { return bytes.c_str(); }
-    const CodeSet& set;
-    std::string bytes;
 };
 
 template <bool (*IsLead)(unsigned char)>
@@ -125,7 +108,7 @@ const std::string& Wanted(const Text& text, bool word) {
     const bool japanese = text.set.number == mbEucJp || text.set.number == mbShiftJis;
     if (wanted.empty()) {
         const char* utf8 = japanese ? (word ? "する" : "の") : (word ? "設定" : "定");
-        wanted = Iconv(text.set.iconvName, "UTF-8", utf8);
+        wanted = Convert(utf8, mbUtf8, text.set.number);
     }
     return wanted;
 }
@@ -144,19 +127,6 @@ std::size_t GenutilStep(const Text& t) {
 std::size_t GenutilNext(const Text& t) {
     std::size_t count = 1;
     for (unsigned at = 0; (at = mbnextidx(t.begin(), at)) != 0;) ++count;
-    return count;
-}
-
-std::size_t IcuCount(const Text& t) {
-    UErrorCode error = U_ZERO_ERROR;
-    UConverter* converter = ucnv_open(t.set.icuName, &error);
-    const char* end = t.begin() + t.bytes.size();
-    std::size_t count = 0;
-    for (const char* s = t.begin(); s < end; ++count) {
-        ucnv_getNextUChar(converter, &s, end, &error);
-        error = U_ZERO_ERROR;
-    }
-    ucnv_close(converter);
     return count;
 }
 
@@ -180,13 +150,11 @@ std::size_t GenutilWord(const Text& t) {
                         [&](const char* s) { return mbstrstr(s, word.c_str()); });
 }
 template <bool IsWord>
-std::size_t MemmemWord(const Text& t) {
+std::size_t BytesWord(const Text& t) {
     const std::string& word = Wanted(t, IsWord);
     const char* end = t.begin() + t.bytes.size();
     std::size_t count = 0;
-    for (const char* s = t.begin();
-         (s = static_cast<const char*>(
-              memmem(s, static_cast<std::size_t>(end - s), word.data(), word.size())));) {
+    for (const char* s = t.begin(); (s = FindBytes(s, static_cast<std::size_t>(end - s), word));) {
         const bool whole = StartsCharacter(t, s);
         count += whole;
         s += whole ? word.size() : 1;
@@ -235,14 +203,14 @@ std::size_t HandCompare(const Text& t) {
     return 1;
 }
 
-void Register() {
-    static const struct {
+void RegisterAll() {
+    const std::string back = std::string(kFindBytesName) + "+back";
+    const struct {
         const char *name, *who;
         std::size_t (*count)(const Text&);
     } kCases[] = {
         {"count", "genutil", GenutilCount},
         {"count", "hand-loop", HandCount},
-        {"count", "icu", IcuCount},
         {"step-by-call", "genutil", GenutilStep},
         {"step-by-call", "hand-call", HandCountByCall},
         {"next-by-call", "genutil", GenutilNext},
@@ -250,24 +218,31 @@ void Register() {
         {"find-bracket", "genutil", GenutilBracket},
         {"find-bracket", "memchr+back", MemchrBracket},
         {"find-word", "genutil", GenutilWord<true>},
-        {"find-word", "memmem+back", MemmemWord<true>},
+        {"find-word", back.c_str(), BytesWord<true>},
         {"find-frequent-char", "genutil", GenutilWord<false>},
-        {"find-frequent-char", "memmem+back", MemmemWord<false>},
+        {"find-frequent-char", back.c_str(), BytesWord<false>},
         {"compare-no-case", "genutil", GenutilCompare},
         {"compare-no-case", "hand-loop", HandCompare},
         {"validate", "genutil", GenutilValidate},
         {"validate", "hand-loop", HandValidate},
     };
-    static std::vector<Text> texts(std::begin(kCodeSets), std::end(kCodeSets));
-    for (const auto& row : kCases)
-        for (const Text& text : texts) {
-            const std::string name = std::string(row.name) + "-" + text.set.name + "/" + row.who;
-            benchmark::RegisterBenchmark(name.c_str(), [&text, &row](benchmark::State& state) {
-                Measure(state, text, row.count);
-            })->MinTime(0.1);
-        }
+    for (const auto& row : kCases) RegisterText(row.name, row.who, row.count);
 }
 
-const bool g_registered = (Register(), true);
+const bool g_registered = (RegisterAll(), true);
 
 }  // namespace
+
+Text::Text(const CodeSet& codeSet) : set(codeSet), bytes(PagesIn(codeSet.iconvName)) {
+    mbIsMultiByte();
+}
+
+void RegisterText(const char* what, const char* who, std::size_t (*count)(const Text&)) {
+    static const std::vector<Text> s_texts(std::begin(kCodeSets), std::end(kCodeSets));
+    for (const Text& text : s_texts) {
+        const std::string name = std::string(what) + "-" + text.set.name + "/" + who;
+        benchmark::RegisterBenchmark(name.c_str(), [&text, count](benchmark::State& state) {
+            Measure(state, text, count);
+        })->MinTime(0.1);
+    }
+}

@@ -1,40 +1,19 @@
-// Conversion to and from Unicode beside ICU and the C library's iconv, each with a converter that
-// is opened once. The text is that of the Japanese manual pages of this machine.
-#include <benchmark/benchmark.h>
-#include <iconv.h>
-#include <unicode/ucnv.h>
-
-#include <cstdio>
-#include <cstdlib>
-#include <string>
+// Conversion to and from Unicode. The text is that of the Japanese manual pages.
+#include "bench/unicode_bench.h"
 
 #include "bench/support/pages.h"
 #include "mbutil.h"
 
 namespace {
 
-struct Encoding {
-    int codeSet;
-    const char* iconvName;
-    const char* icuName;
-};
-constexpr Encoding kShiftJis = {mbShiftJis, "CP932", "ibm-943_P15A-2003"};
-constexpr Encoding kEucJp = {mbEucJp, "EUC-JP-MS", "EUC-JP"};
-constexpr Encoding kBig5 = {mbBig5, "CP950", "windows-950-2000"};
-constexpr Encoding kKorean = {mbKorean, "CP949", "windows-949-2000"};
-constexpr Encoding kLatin2 = {mb8859_2, "ISO-8859-2", "ISO-8859-2"};
-constexpr Encoding k1250 = {mbWindows1250, "CP1250", "ibm-5346_P100-1998"};
-constexpr Encoding kUtf8 = {mbUtf8, "UTF-8", "UTF-8"};
-constexpr Encoding kUtf16 = {mbUtf16, "UTF-16LE", "UTF-16LE"};
-
-std::string Convert(const std::string& text, int from, int to) {
-    char* out = nullptr;
-    mbConversion done = {nullptr, 0, 0, 0, 0};
-    if (!mbConvertAlloc(text.data(), text.size(), from, &out, to, &done)) std::exit(1);
-    std::string result(out, done.produced);
-    std::free(out);
-    return result;
-}
+constexpr Encoding kShiftJis = {mbShiftJis, "CP932", "ibm-943_P15A-2003", 932};
+constexpr Encoding kEucJp = {mbEucJp, "EUC-JP-MS", "EUC-JP", 20932};
+constexpr Encoding kBig5 = {mbBig5, "CP950", "windows-950-2000", 950};
+constexpr Encoding kKorean = {mbKorean, "CP949", "windows-949-2000", 949};
+constexpr Encoding kLatin2 = {mb8859_2, "ISO-8859-2", "ISO-8859-2", 28592};
+constexpr Encoding k1250 = {mbWindows1250, "CP1250", "ibm-5346_P100-1998", 1250};
+constexpr Encoding kUtf8 = {mbUtf8, "UTF-8", "UTF-8", 65001};
+constexpr Encoding kUtf16 = {mbUtf16, "UTF-16LE", "UTF-16LE", 1200};
 
 // Without what the encoding lacks, so that no converter stops.
 std::string TextIn(const Encoding& encoding, const std::string& utf8) {
@@ -78,10 +57,6 @@ std::string Spread(unsigned first, unsigned count) {
     return out;
 }
 
-void Count(benchmark::State& state, std::size_t bytes) {
-    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
-}
-
 void Genutil(benchmark::State& state, const std::string& text, const Encoding& from,
              const Encoding& to) {
     std::string out(mbConvertBound(text.size(), from.codeSet, to.codeSet), '\0');
@@ -91,66 +66,19 @@ void Genutil(benchmark::State& state, const std::string& text, const Encoding& f
             state.SkipWithError("not converted");
         benchmark::DoNotOptimize(out.data());
     }
-    Count(state, text.size());
-}
-
-void ByIconv(benchmark::State& state, const std::string& text, const Encoding& from,
-             const Encoding& to) {
-    std::string out(text.size() * 4 + 16, '\0');
-    const iconv_t handle = iconv_open(to.iconvName, from.iconvName);
-    std::string source = text;
-    for (auto _ : state) {
-        char *in = source.data(), *dst = out.data();
-        std::size_t left = source.size(), room = out.size();
-        iconv(handle, nullptr, nullptr, nullptr, nullptr);
-        if (iconv(handle, &in, &left, &dst, &room) == static_cast<std::size_t>(-1))
-            state.SkipWithError("not converted");
-        benchmark::DoNotOptimize(out.data());
-    }
-    iconv_close(handle);
-    Count(state, text.size());
-}
-
-void Icu(benchmark::State& state, const std::string& text, const Encoding& from,
-         const Encoding& to) {
-    UErrorCode error = U_ZERO_ERROR;
-    UConverter* source = ucnv_open(from.icuName, &error);
-    UConverter* target = ucnv_open(to.icuName, &error);
-    std::string out(text.size() * 4 + 16, '\0');
-    UChar* const units = reinterpret_cast<UChar*>(out.data());
-    for (auto _ : state) {
-        error = U_ZERO_ERROR;
-        if (to.codeSet == mbUtf16) {
-            ucnv_toUChars(source, units, static_cast<int32_t>(out.size() / 2), text.data(),
-                          static_cast<int32_t>(text.size()), &error);
-        } else if (from.codeSet == mbUtf16) {
-            ucnv_fromUChars(target, out.data(), static_cast<int32_t>(out.size()),
-                            reinterpret_cast<const UChar*>(text.data()),
-                            static_cast<int32_t>(text.size() / 2), &error);
-        } else {
-            char* dst = out.data();
-            const char* in = text.data();
-            ucnv_convertEx(target, source, &dst, dst + out.size(), &in, in + text.size(), nullptr,
-                           nullptr, nullptr, nullptr, true, true, &error);
-        }
-        if (U_FAILURE(error)) state.SkipWithError(u_errorName(error));
-        benchmark::DoNotOptimize(out.data());
-    }
-    ucnv_close(source);
-    ucnv_close(target);
-    Count(state, text.size());
 }
 
 void Register(const std::string& name, const std::string& text, const Encoding& from,
               const Encoding& to) {
-    static constexpr struct {
-        const char* who;
-        void (*run)(benchmark::State&, const std::string&, const Encoding&, const Encoding&);
-    } kWho[] = {{"/genutil", Genutil}, {"/icu", Icu}, {"/iconv", ByIconv}};
-    for (const auto& one : kWho)
-        benchmark::RegisterBenchmark((name + one.who).c_str(), [=](benchmark::State& state) {
-            one.run(state, text, from, to);
+    const auto add = [&](const char* who, Conversion* run) {
+        benchmark::RegisterBenchmark((name + who).c_str(), [=](benchmark::State& state) {
+            run(state, text, from, to);
+            state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
         });
+    };
+    add("/genutil", Genutil);
+    for (std::size_t i = 0; i < kConversionPeerCount; ++i)
+        add(kConversionPeers[i].who, kConversionPeers[i].run);
 }
 
 void RegisterPair(const std::string& name, const std::string& text, const Encoding& from,

@@ -144,7 +144,7 @@ CGNString& CGNString::CopyNWide(const unsigned short* w, unsigned int n) {
 // -- Characters ----------------------------------------------------------------------------------
 
 unsigned int CGNString::GetNumChars() const {
-    const long characters = genutil::WideLength(m_data, m_length);
+    const std::int64_t characters = genutil::WideLength(m_data, m_length);
     return characters < 0 ? m_length : static_cast<unsigned int>(characters);
 }
 

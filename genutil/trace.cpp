@@ -7,6 +7,7 @@
 #include "genutil/trace_line.h"
 #include "osresource.h"
 #include "osutil/mutex_holder.h"
+#include "osutil/platform/files.h"
 
 using namespace genutil;
 
@@ -144,7 +145,7 @@ void CGNTrace::CloseFile() {
 
 void CGNTrace::StartOverWhenFull() {
     if (m_maxSize == 0 || !m_traceFile || !(m_output & kToFile)) return;
-    if (std::ftell(m_traceFile) < m_maxSize) return;
+    if (platform::PlaceIn(m_traceFile) < m_maxSize) return;
     CloseFile();
     m_traceFile = OpenTraceFile(m_fileName, "w");
 }

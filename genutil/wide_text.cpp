@@ -28,8 +28,9 @@ std::uint32_t Decode(Wide* out, std::size_t limit, const char* text, std::size_t
 }
 
 Wide* MeasuredWideText(const char* text, std::size_t bytes, std::uint32_t* length) {
-    const long characters = WideLength(text, bytes);
-    *length = static_cast<std::uint32_t>(characters < 0 ? static_cast<long>(bytes) : characters);
+    const std::int64_t characters = WideLength(text, bytes);
+    *length =
+        characters < 0 ? static_cast<std::uint32_t>(bytes) : static_cast<std::uint32_t>(characters);
     Wide* wide = NewText<Wide>(*length);
     if (!wide) return nullptr;
     Decode(wide, *length, text, bytes);
@@ -60,12 +61,12 @@ char* ShortNarrowText(const Wide* wide, std::size_t count, std::uint64_t lossyLi
 
 char* MeasuredNarrowText(const Wide* wide, std::size_t count, std::uint64_t lossyLimit,
                          std::uint32_t* length) {
-    const long n = NarrowLength(wide, count);
+    const std::int64_t n = NarrowLength(wide, count);
     if (n < 0) return LossyText(wide, count, lossyLimit, length);
+    char* text = NewText<char>(static_cast<std::uint64_t>(n));
+    if (!text) return nullptr;
     const auto size = static_cast<std::size_t>(n);
     *length = static_cast<std::uint32_t>(size);
-    char* text = NewText<char>(size);
-    if (!text) return nullptr;
     ToNarrow(text, size, wide, count);
     text[size] = 0;
     return text;

@@ -398,7 +398,8 @@ GENUTIL_API char* mbstrpbrk(const char* s, const char* accept);
 /** @return the byte offset of mbstrpbrk(s, reject), or strlen(s) when there is none. */
 GENUTIL_API unsigned mbstrcspn(const char* s, const char* reject);
 
-/** Compares by the collation of the user's locale. @return negative, 0 or positive. */
+/** Compares by the collation of the user's locale; by bytes what does not convert and, with a
+   failed assertion, when memory runs out. @return negative, 0 or positive. */
 GENUTIL_API int mbstrcoll(const char* a, const char* b);
 
 /** Splits at any of the characters of delim, as strtok does, and writes into s.

@@ -56,7 +56,9 @@ enum osFileActionIfExists {
 /* -- Status and places ------------------------------------------------------------------------- */
 
 /** The system's query of a file's status; a link answers for what it leads to.
-    @param path the file. @param status receives it. @return 0; another number when it fails. */
+    @param path the file. @param status receives it.
+    @return 0; another number when it fails, and on 32-bit Windows for a file of 2 GB or more, whose
+    size the record has no room for. */
 GENUTIL_API int OSFileStat(char const* path, struct _stat& status);
 #ifdef _WIN32
 #ifdef _USE_32BIT_TIME_T

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
@@ -41,7 +42,7 @@ std::int64_t PayloadLength(std::string_view tail, std::string_view marker, std::
     const std::size_t colon = tail.find(':');
     if (tail.find(marker) == std::string_view::npos || colon == std::string_view::npos) return size;
     // The tail is terminated, and so is the number.
-    return std::strtol(tail.data() + colon + 1, nullptr, 10);
+    return std::strtoll(tail.data() + colon + 1, nullptr, 10);
 }
 
 }  // namespace
@@ -86,7 +87,7 @@ int OSWriteFieldOffset(char const* path, char const* trailer) {
 long OSWriteBinaryFileContents(char* buffer, unsigned int size, CGNString path,
                                osFileActionIfExists action) {
     if (action == osFailIfExists && genutil::platform::Exists(path)) return osFileExists;
-    if (!buffer && size != 0) return 0;
+    if ((!buffer && size != 0) || std::cmp_greater(size, LONG_MAX)) return 0;
     File file(path, action == osFailIfExists     ? Opening::kCreate
                     : action == osAppendIfExists ? Opening::kCreateOrAppend
                                                  : Opening::kCreateOrTruncate);

@@ -62,6 +62,7 @@ class Program(unittest.TestCase):
         self.expect(run(), 2)
         self.expect(run('translate'), 2, "unknown command 'translate'")
         self.expect(run('detect', '--fast', 'x'), 2, "unknown option '--fast'")
+        self.expect(run('convert', '.'), 2, 'is a folder')
 
     def test_detect(self):
         rows = [
@@ -120,6 +121,49 @@ class Program(unittest.TestCase):
             return
         got = run('convert', '--from', 'auto', '--to', 'utf-16', '-', given=b'\xfe\xff' + out)
         self.assertEqual(self.expect(got, 0), b'\xff\xfe' + TEXT.encode('utf-16-le'))
+
+    @unittest.skipUnless(NATIVE, 'devices and terminals of the system')
+    def test_ends_of_the_output(self):
+        for arguments in ('--help', '--version', 'zones', 'zones --help', 'detect -'):
+            with open('/dev/full', 'wb') as full, open('/dev/null') as nothing:
+                got = subprocess.run([*COMMAND, *arguments.split()], stdout=full, stdin=nothing,
+                                     stderr=subprocess.PIPE, text=True)
+            self.expect((got.returncode, b'', got.stderr), 2, 'standard output cannot be written')
+
+    @unittest.skipUnless(NATIVE, 'devices and terminals of the system')
+    def test_terminal(self):
+        import pty  # which Windows lacks
+        write('large', b'0' * 70000000 + '\n漢字'.encode('euc_jp'))
+        write('海' * 60, b'x')
+
+        def on_terminal(*arguments, **environment):
+            main, side = pty.openpty()
+            process = subprocess.Popen([*COMMAND, *arguments], stdin=subprocess.DEVNULL, stdout=side,
+                                       stderr=side, cwd=SCRATCH,
+                                       env={**HOME, 'TERM': 'xterm', **environment})
+            os.close(side)
+            shown = b''
+            try:
+                while part := os.read(main, 65536):
+                    shown += part
+            except OSError:  # nobody has the other side any more
+                pass
+            os.close(main)
+            return process.wait(), shown.decode()
+        status, shown = on_terminal('zones', 'tokyo')
+        self.assertRegex(shown, r'^\x1b\[1mNAME .*\x1b\[0m\r\nAsia/')
+        for environment in ({'NO_COLOR': '1'}, {'TERM': 'dumb'}):
+            self.assertNotIn('\x1b', on_terminal('zones', 'tokyo', **environment)[1])
+        self.assertEqual(on_terminal('convert', '-o', 'out', 'none'),
+                         (2, '\x1b[1;31mgenutil:\x1b[0m none: no such file\r\n'))
+        status, shown = on_terminal('convert', '-o', 'out', 'large')
+        self.assertEqual(read('out')[70000000:], '\n漢字'.encode())
+        for part in ('64 MB of large', 'converting large', 'writing out'):
+            self.assertIn(part + '\r', shown)
+        self.assertRegex(shown, r'\r +\r$')
+        write('out.d/x', b'')  # a folder
+        _, shown = on_terminal('convert', '-o', 'out.d', 'large', '海' * 60)
+        self.assertIn('[2/2] ' + '海' * 36 + '\r\r' + ' ' * 78 + '\r', shown)
 
     def test_convert_reports_losses(self):
         write('in', 'ok é\n東京 😀 é\n'.encode())

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "bench/support/system.h"
+
 namespace {
 
 struct Case {
@@ -22,7 +24,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
         ConsoleReporter::ReportRuns(runs);
         for (const Run& run : runs)
             if (run.run_type == Run::RT_Iteration && !run.error_occurred)
-                Note(run.run_name.function_name, run.GetAdjustedCPUTime());
+                Note(run.run_name.function_name, TimeOf(run));
     }
 
     void Finalize() override {

@@ -1,8 +1,8 @@
 // Conversion of text between code sets: who converts what, buffers and reports.
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 
+#include "genutil/allocate.h"
 #include "genutil/mbutil/code_set.h"
 #include "genutil/mbutil/code_set_info.h"
 #include "genutil/mbutil/step.h"
@@ -130,11 +130,11 @@ int mbConvert(const char* src, size_t srcLength, int fromCodeSet, char* dst, siz
 }
 
 size_t mbConvertBound(size_t srcLength, int fromCodeSet, int toCodeSet) {
-    const std::size_t terminator = TerminatorSize(toCodeSet);
-    if (fromCodeSet == toCodeSet) return srcLength + terminator;
     // The most that one byte can become: a half-width katakana between escapes in the ISO 2022
     // encodings; a four-byte character or a pair of units elsewhere.
-    const std::size_t factor = HasEscapes(toCodeSet) ? 10 : 4, extra = 16;
+    const bool isCopy = fromCodeSet == toCodeSet;
+    const std::size_t factor = isCopy ? 1 : HasEscapes(toCodeSet) ? 10 : 4;
+    const std::size_t extra = isCopy ? TerminatorSize(toCodeSet) : 16;
     const std::size_t most = static_cast<std::size_t>(-1);
     return srcLength > (most - extra) / factor ? most : srcLength * factor + extra;
 }
@@ -143,16 +143,16 @@ int mbConvertAlloc(const char* src, size_t srcLength, int fromCodeSet, char** ou
                    mbConversion* conversion) {
     if (!out) return 0;
     const std::size_t size = mbConvertBound(srcLength, fromCodeSet, toCodeSet);
-    char* dst = static_cast<char*>(std::malloc(size));
+    char* dst = static_cast<char*>(Allocate(size));
     if (!dst) return 0;
     mbConversion done = {nullptr, 0, 0, 0, 0};
     if (!conversion) conversion = &done;
     if (!mbConvert(src, srcLength, fromCodeSet, dst, size, toCodeSet, conversion)) {
-        std::free(dst);
+        Release(dst);
         return 0;
     }
     char* fitted =
-        static_cast<char*>(std::realloc(dst, conversion->produced + TerminatorSize(toCodeSet)));
+        static_cast<char*>(Reallocate(dst, conversion->produced + TerminatorSize(toCodeSet)));
     *out = fitted ? fitted : dst;
     return 1;
 }

@@ -1,7 +1,8 @@
 // Conversion of whole text files.
+#include <algorithm>
+#include <climits>
 #include <cstddef>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <initializer_list>
 
@@ -33,41 +34,46 @@ class File {
     std::FILE* m_stream;
 };
 
+// Releases what there was when memory runs out.
+void GrowBuffer(Owned<char>* buffer, std::uint64_t size) {
+    char* const old = buffer->Take();
+    buffer->Reset(static_cast<char*>(Reallocate(old, size)));
+    if (!buffer->Get()) Release(old);
+}
+
 // A line of any length, read in pieces, so that no limit falls inside a character.
 class Line {
   public:
     Line() { Grow(2048); }
-    ~Line() { std::free(m_text); }
     Line(const Line&) = delete;
     Line& operator=(const Line&) = delete;
-    const char* Text() const { return m_text; }  // null when memory ran out
+    const char* Text() const { return m_text.Get(); }  // null when memory ran out
 
     // False at the end of the file and when memory runs out.
     bool Read(std::FILE* stream) {
         std::size_t length = 0;
-        while (m_text) {
-            if (!std::fgets(m_text + length, static_cast<int>(m_size - length), stream))
-                return length > 0;
-            length += std::strlen(m_text + length);
-            if (length + 1 < m_size || m_text[length - 1] == '\n') return true;
-            Grow(2 * m_size);
+        while (char* const text = m_text.Get()) {
+            const std::uint64_t room = std::min<std::uint64_t>(m_size - length, INT_MAX);
+            if (!std::fgets(text + length, static_cast<int>(room), stream)) return length > 0;
+            const std::size_t read = std::strlen(text + length);
+            length += read;
+            if (read + 1 < room || text[length - 1] == '\n') return true;
+            if (length + 1 == m_size) Grow(2 * m_size);
         }
         return false;
     }
 
   private:
-    void Grow(std::size_t size) {
-        char* grown = static_cast<char*>(std::realloc(m_text, size));
-        if (!grown) std::free(m_text);
-        m_text = grown;
+    void Grow(std::uint64_t size) {
+        GrowBuffer(&m_text, size);
         m_size = size;
     }
-    char* m_text = nullptr;
-    std::size_t m_size = 0;
+    Owned<char> m_text;
+    std::uint64_t m_size = 0;
 };
 
 bool WriteConverted(const char* line, std::FILE* out, int from, int to) {
-    const Scratch converted(3 * std::strlen(line) + 1);
+    const Scratch converted(ConvertedSize(std::strlen(line)));
     if (!converted.Bytes()) return false;
     std::fputs(convertStrExt(line, from, converted.Bytes(), to), out);
     return true;
@@ -86,25 +92,19 @@ int ConvertLines(const char* inPath, const char* outPath, int append, int from, 
     return line.Text() != nullptr;
 }
 
-// All bytes of a file in a new buffer; null when it cannot be read or memory runs out.
-char* ReadAll(const char* path, std::size_t* length) {
+// All bytes of a file; false when it cannot be read or memory runs out.
+bool ReadAll(const char* path, Owned<char>* bytes, std::size_t* length) {
     const File in(path, "rb");
-    if (!in.Stream()) return nullptr;
-    std::size_t size = 1 << 16;
-    char* bytes = static_cast<char*>(std::malloc(size));
+    if (!in.Stream()) return false;
+    std::uint64_t size = 1 << 16;
     *length = 0;
-    while (bytes) {
-        *length += std::fread(bytes + *length, 1, size - *length, in.Stream());
-        if (*length < size) break;
-        char* grown = static_cast<char*>(std::realloc(bytes, size *= 2));
-        if (!grown) std::free(bytes);
-        bytes = grown;
+    for (GrowBuffer(bytes, size); bytes->Get(); GrowBuffer(bytes, size *= 2)) {
+        const auto room = static_cast<std::size_t>(size - *length);
+        const std::size_t read = std::fread(bytes->Get() + *length, 1, room, in.Stream());
+        *length += read;
+        if (read < room) return !std::ferror(in.Stream());
     }
-    if (bytes && std::ferror(in.Stream())) {
-        std::free(bytes);
-        bytes = nullptr;
-    }
-    return bytes;
+    return false;
 }
 
 }  // namespace
@@ -123,18 +123,17 @@ int mbconvertfile2native_ex(const char* inPath, const char* outPath, int append,
                             int toCodeSet, mbConversion* conversion) {
     mbConversion unasked = {nullptr, 0, 0, 0, 0};
     if (!conversion) conversion = &unasked;
+    Owned<char> text, converted;
     std::size_t length;
-    char* text = ReadAll(inPath, &length);
-    char* converted = nullptr;
-    const int good =
-        text && mbConvertAlloc(text, length, fromCodeSet, &converted, toCodeSet, conversion);
-    std::free(text);
-    if (!good) return 0;
-    File out(outPath, append ? "ab" : "wb");
-    const bool written =
-        out.Stream() &&
-        std::fwrite(converted, 1, conversion->produced, out.Stream()) == conversion->produced &&
-        out.Close();
-    std::free(converted);
-    return written;
+    char* out = nullptr;
+    if (!ReadAll(inPath, &text, &length) ||
+        !mbConvertAlloc(text.Get(), length, fromCodeSet, &out, toCodeSet, conversion))
+        return 0;
+    converted.Reset(out);
+    text.Reset(nullptr);
+    File file(outPath, append ? "ab" : "wb");
+    return file.Stream() &&
+           std::fwrite(converted.Get(), 1, conversion->produced, file.Stream()) ==
+               conversion->produced &&
+           file.Close();
 }

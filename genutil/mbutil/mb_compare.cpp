@@ -1,8 +1,9 @@
 // Comparison without case, collation, and case mapping of whole texts.
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 
+#include "genutil/allocate.h"
+#include "genutil/assert_allocation.h"
 #include "genutil/mbutil/ascii.h"
 #include "genutil/mbutil/block.h"
 #include "genutil/mbutil/mb_case.h"
@@ -34,12 +35,14 @@ class WideCopy {
   public:
     explicit WideCopy(const char* text) {
         const std::size_t bytes = std::strlen(text);
-        if (bytes >= kOnStack)
+        if (bytes >= kOnStack) {
             m_buffer = m_heap =
-                static_cast<unsigned short*>(std::malloc((bytes + 1) * sizeof *m_heap));
+                static_cast<unsigned short*>(Allocate((std::uint64_t{bytes} + 1) * sizeof *m_heap));
+            AssertAllocation(m_heap != nullptr, "genutil/mbutil", __LINE__);
+        }
         if (!m_buffer || ToWide(m_buffer, bytes + 1, text, bytes) < 0) m_buffer = nullptr;
     }
-    ~WideCopy() { std::free(m_heap); }
+    ~WideCopy() { Release(m_heap); }
     WideCopy(const WideCopy&) = delete;
     WideCopy& operator=(const WideCopy&) = delete;
     const unsigned short* Text() const { return m_buffer; }  // null when it does not convert

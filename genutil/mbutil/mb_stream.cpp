@@ -6,6 +6,7 @@
 #include "genutil/mbutil/step.h"
 #include "genutil/mbutil/text_end.h"
 #include "genutil/mbutil/transcode.h"
+#include "osutil/platform/files.h"
 
 using namespace genutil;
 
@@ -14,15 +15,15 @@ namespace {
 // Moves a stream back so that the n bytes which it gave last are read again. A line end may be two
 // bytes in the file, so the way back is checked.
 bool Unread(std::FILE* stream, const char* bytes, std::size_t n) {
-    const long here = std::ftell(stream);
-    for (long extra = 0; extra <= 1; ++extra) {
-        const long target = here - static_cast<long>(n) - extra;
-        if (here < 0 || std::fseek(stream, target, SEEK_SET) != 0) return false;
+    const std::int64_t here = platform::PlaceIn(stream);
+    for (int extra = 0; extra <= 1; ++extra) {
+        const std::int64_t target = here - static_cast<std::int64_t>(n) - extra;
+        if (here < 0 || !platform::GoTo(stream, target)) return false;
         std::size_t same = 0;
         while (same < n && std::getc(stream) == static_cast<unsigned char>(bytes[same])) ++same;
-        if (same == n) return std::fseek(stream, target, SEEK_SET) == 0;
+        if (same == n) return platform::GoTo(stream, target);
     }
-    std::fseek(stream, here, SEEK_SET);
+    platform::GoTo(stream, here);
     return false;
 }
 
@@ -30,18 +31,19 @@ bool Unread(std::FILE* stream, const char* bytes, std::size_t n) {
 // The latest one of each thread is remembered.
 struct CutLine {
     std::FILE* stream;
-    long position;
+    std::int64_t position;
     Shift shift;
 };
 thread_local CutLine g_cutLine;
 
 Shift ShiftAt(std::FILE* stream) {
-    const bool goesOn = g_cutLine.stream == stream && g_cutLine.position == std::ftell(stream);
+    const bool goesOn =
+        g_cutLine.stream == stream && g_cutLine.position == platform::PlaceIn(stream);
     return goesOn ? g_cutLine.shift : Shift{};
 }
 
 void RememberShift(std::FILE* stream, const Shift& shift) {
-    g_cutLine = shift.escape[0] ? CutLine{stream, std::ftell(stream), shift} : CutLine{};
+    g_cutLine = shift.escape[0] ? CutLine{stream, platform::PlaceIn(stream), shift} : CutLine{};
 }
 
 }  // namespace
@@ -53,7 +55,7 @@ char* mbfgets(char* buf, int n, FILE* stream, int fileCodeSet) {
 
     const Shift before = fileCodeSet == mbJis ? ShiftAt(stream) : Shift{};
     const std::size_t prefix = std::strlen(before.escape);
-    const Scratch raw(prefix + 2 * static_cast<std::size_t>(n));
+    const Scratch raw(std::uint64_t{2} * static_cast<unsigned>(n) + prefix);
     if (!raw.Bytes()) return nullptr;
     char* const line = raw.Bytes() + prefix;
     std::memcpy(raw.Bytes(), before.escape, prefix);
@@ -91,7 +93,7 @@ int mbfputs(const char* s, FILE* stream, int fileCodeSet) {
     if (!g_codeSetState.multiByte) return s ? std::fputs(s, stream) : 0;
     if (!s) return 0;
     if (fileCodeSet == 0) return std::fputs(s, stream);
-    const Scratch converted(3 * std::strlen(s) + 1);
+    const Scratch converted(ConvertedSize(std::strlen(s)));
     if (!converted.Bytes()) return -1;
     return std::fputs(convertStrExt(s, g_codeSetState.codeSet, converted.Bytes(), fileCodeSet),
                       stream);

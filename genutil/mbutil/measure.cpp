@@ -1,9 +1,9 @@
 // Lengths that a text has or needs in another encoding, and decoding of percent signs.
 #include <algorithm>
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 
+#include "genutil/mbutil/scratch.h"
 #include "genutil/mbutil/step.h"
 
 using namespace genutil;
@@ -29,11 +29,9 @@ std::size_t LengthInEucJp(const unsigned char* p) {
 
 // Length of a text after conversion; 0 when memory runs out.
 std::size_t ConvertedLength(const char* s, int from, int to, std::size_t length) {
-    char* scratch = static_cast<char*>(std::malloc(3 * length + 1));
-    if (!scratch) return 0;
-    const std::size_t converted = std::strlen(convertStrExt(s, from, scratch, to));
-    std::free(scratch);
-    return std::max(converted, length);
+    const Scratch scratch(ConvertedSize(length));
+    if (!scratch.Bytes()) return 0;
+    return std::max(std::strlen(convertStrExt(s, from, scratch.Bytes(), to)), length);
 }
 
 int UpperHexDigit(char c) {
@@ -79,7 +77,7 @@ unsigned MaxStringLengthOnWinAndUnix(const char* s) {
 
 unsigned mbUrlDecode(const char* src, char** out) {
     if (!src || !out) return 0;
-    char* decoded = static_cast<char*>(std::malloc(std::strlen(src) + 1));
+    char* decoded = static_cast<char*>(Allocate(std::uint64_t{std::strlen(src)} + 1));
     if (!decoded) return 0;
     char* p = decoded;
     while (*src) {

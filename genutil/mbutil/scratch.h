@@ -1,21 +1,25 @@
 // A buffer for the length of one call.
 #pragma once
 
-#include <cstddef>
-#include <cstdlib>
+#include <cstdint>
+
+#include "genutil/allocate.h"
 
 namespace genutil {
 
 class Scratch {
   public:
-    explicit Scratch(std::size_t size) : m_bytes(static_cast<char*>(std::malloc(size))) {}
-    ~Scratch() { std::free(m_bytes); }
-    Scratch(const Scratch&) = delete;
-    Scratch& operator=(const Scratch&) = delete;
-    char* Bytes() const { return m_bytes; }  // null when memory ran out
+    // A multiple of a length is counted in 64 bits, or it would wrap around on 32-bit machines.
+    explicit Scratch(std::uint64_t size) : m_bytes(static_cast<char*>(Allocate(size))) {}
+    char* Bytes() const { return m_bytes.Get(); }  // null when memory ran out
 
   private:
-    char* m_bytes;
+    Owned<char> m_bytes;
 };
+
+// Room for the conversion of so many bytes by convertStrExt, with its terminator.
+inline std::uint64_t ConvertedSize(std::uint64_t length) {
+    return 3 * length + 1;
+}
 
 }  // namespace genutil

@@ -86,16 +86,16 @@ const CodePage* CurrentCodePage() {
     return FindCodePage(codeSet == mbUtf16 ? mbWestern : codeSet);
 }
 
-long WideLength(const char* text, std::size_t bytes) {
+std::int64_t WideLength(const char* text, std::size_t bytes) {
     const CodePage* page = CurrentCodePage();
     if (!page) return -1;
     Source src = SourceOf(text, bytes);
     unsigned char chunk[1024];
-    for (long length = 0;;) {
+    for (std::int64_t length = 0;;) {
         unsigned char* out = chunk;
         const Stop stop = Decode(*page, src, out, chunk + sizeof chunk);
         if (stop == Stop::kBad) return -1;
-        length += static_cast<long>((out - chunk) / 2);
+        length += static_cast<std::int64_t>((out - chunk) / 2);
         if (stop == Stop::kDone) return length;
     }
 }
@@ -134,18 +134,18 @@ void ToWideBytewise(unsigned short* out, const char* text, std::size_t bytes) {
     }
 }
 
-long NarrowLength(const unsigned short* text, std::size_t count) {
+std::int64_t NarrowLength(const unsigned short* text, std::size_t count) {
     const CodePage* page = CurrentCodePage();
     if (!page) return -1;
     const unsigned char* units = Bytes(text);
     const unsigned char* const end = Bytes(text + count);
     unsigned char chunk[512];
     Sink dst{chunk, chunk + sizeof chunk};
-    for (long length = 0;;) {
+    for (std::int64_t length = 0;;) {
         const Stop stop = EncodeText(*page, units, end, dst, Unknown::kRefuse);
         if (stop == Stop::kBad) return -1;
         if (stop == Stop::kDone) CloseText(*page, dst);
-        length += static_cast<long>(dst.at - chunk);
+        length += static_cast<std::int64_t>(dst.at - chunk);
         if (stop == Stop::kDone) return length;
         dst.at = chunk;
     }
@@ -163,7 +163,7 @@ long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text, std
     return Narrow(CurrentCodePage(), out, limit, text, Bytes(text + count), Unknown::kReplace);
 }
 
-long NarrowLength(const unsigned short* text) {
+std::int64_t NarrowLength(const unsigned short* text) {
     return NarrowLength(text, CharactersIn(text));
 }
 long ToNarrow(char* out, std::size_t limit, const unsigned short* text) {

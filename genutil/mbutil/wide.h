@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 namespace genutil {
 
@@ -17,7 +18,7 @@ const CodePage* CurrentCodePage();
 constexpr unsigned short kRawByte = 0xDC00;
 
 // Characters of text, terminator excluded; looks at no more than `bytes` bytes.
-long WideLength(const char* text, std::size_t bytes);
+std::int64_t WideLength(const char* text, std::size_t bytes);
 
 // Stores at most `limit` characters, never half of a pair, and a terminator if there is room for
 // it. Returns the number stored without terminator.
@@ -28,7 +29,7 @@ long ToWide(unsigned short* out, std::size_t limit, const char* text, std::size_
 void ToWideBytewise(unsigned short* out, const char* text, std::size_t bytes);
 
 // Bytes that text needs, terminator excluded; -1 when a character does not convert.
-long NarrowLength(const unsigned short* text);
+std::int64_t NarrowLength(const unsigned short* text);
 
 // Stores whole characters in at most `limit` bytes, and a terminator if there is room for it.
 // Returns the number of bytes stored without terminator; -1 when a character does not convert.
@@ -38,7 +39,7 @@ long ToNarrow(char* out, std::size_t limit, const unsigned short* text);
 constexpr std::size_t kMostNarrowBytes = 12;
 
 // The same for `count` characters, of which none is 0, without a terminator behind them.
-long NarrowLength(const unsigned short* text, std::size_t count);
+std::int64_t NarrowLength(const unsigned short* text, std::size_t count);
 long ToNarrow(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
 
 // As ToNarrow, with '?' for each character that does not convert; never fails.

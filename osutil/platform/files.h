@@ -52,6 +52,9 @@ class File {
 // Opens a file as a stream of the C runtime, which closes it; null when it does not open. The mode
 // is that of fopen, of at most three letters.
 std::FILE* OpenStream(const char* path, const char* mode);
+// The place in a stream of the C library, beyond 2 GB too; -1 when it has none.
+std::int64_t PlaceIn(std::FILE* stream);
+bool GoTo(std::FILE* stream, std::int64_t place);
 
 bool Exists(const char* path);  // whether anything has the name, be it a link to nothing
 

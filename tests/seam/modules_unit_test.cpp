@@ -2,14 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
 #include <string>
 
 #include "genutil/allocate.h"
 #include "osutil/platform/modules.h"
-#include "tests/support/allocation_gate.h"
 #include "tests/support/code_set_guard.h"
-#include "tests/support/reported_failures.h"
 
 using namespace genutil;
 using namespace genutil::platform;
@@ -62,29 +59,6 @@ TEST(Modules, NamesOfFilesAreInTheCurrentCodeSet) {
     Release(version);
     FreeResourceLibrary(module);
     fs::remove(copy);
-}
-
-TEST(Modules, MemoryThatRunsOutIsReported) {
-    const auto load = [] {
-        const Module module = LoadResourceLibrary(TEST_RESOURCES "texts.dll");
-        FreeResourceLibrary(module);
-        return module != nullptr;
-    };
-    const auto readVersion = [] {
-        std::size_t size = 0;
-        const Owned<unsigned char> version(ReadVersionResource(TEST_RESOURCES "texts.dll", &size));
-        return version.Get() != nullptr;
-    };
-    for (const std::function<bool()>& call :
-         {std::function<bool()>(load), std::function<bool()>(readVersion)})
-        for (int passing = 0, asked = 1; asked > passing; ++passing) {
-            const ReportedFailures reports;
-            const AllocationGate gate(passing, 1);
-            const bool done = call();
-            asked = gate.Count();
-            EXPECT_EQ(done, asked <= passing);
-            EXPECT_EQ(reports.Count(), asked > passing) << passing;
-        }
 }
 
 TEST(Modules, TheProgramHasAFileAndWhatIsNoModuleHasNone) {

@@ -5,6 +5,7 @@
 #include "mbutil.h"
 #include "tools/genutil/command.h"
 #include "tools/genutil/locale_text.h"
+#include "tools/genutil/terminal.h"
 
 namespace {
 
@@ -35,13 +36,15 @@ void Print(const std::vector<Row>& rows) {
     std::vector<std::size_t> widths(rows.front().size());
     for (const Row& row : rows)
         for (std::size_t i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths[i], CountCharacters(row[i]));
+            widths[i] = std::max(widths[i], Columns(row[i]));
     for (const Row& row : rows) {
         std::string line;
         for (std::size_t i = 0; i < row.size(); ++i) {
             line += row[i];
-            if (i + 1 < row.size()) line.append(widths[i] + 2 - CountCharacters(row[i]), ' ');
+            if (i + 1 < row.size()) line.append(widths[i] + 2 - Columns(row[i]), ' ');
         }
+        const bool isHeader = &row == &rows.front();
+        if (isHeader) line = Styled(stdout, Style::kHeading, line);
         std::printf("%s\n", line.c_str());
     }
 }

@@ -2,29 +2,44 @@
 
 #include <cstdio>
 
+#include "tools/genutil/system.h"
+#include "tools/genutil/terminal.h"
+
 namespace {
 
-int g_progressWidth = 0;
+std::string g_place;  // in a row of files: "[2/9] "
+std::size_t g_progressColumns = 0;
 
 }  // namespace
 
-void ShowProgress(std::size_t number, std::size_t count, const std::string& name) {
+void PlaceInRow(std::size_t number, std::size_t count) {
+    if (count < 2) return;
+    char place[48];
+    std::snprintf(place, sizeof place, "[%zu/%zu] ", number, count);
+    g_place = place;
+}
+
+void ShowProgress(const std::string& name, const std::string& what) {
+    if (!IsTerminal(stderr)) return;
     ClearProgress();
-    const int width = std::fprintf(stderr, "[%zu/%zu] %s", number, count, name.c_str());
-    std::fputc('\r', stderr);
+    // On one line: what wraps around could not be wiped out.
+    const std::string line =
+        FittingInto(g_place + what + ArgumentToUtf8(name), TerminalColumns(stderr) - 1);
+    std::fprintf(stderr, "%s\r", line.c_str());
     std::fflush(stderr);
-    g_progressWidth = width;
+    g_progressColumns = Columns(line);
 }
 
 void ClearProgress() {
-    if (g_progressWidth <= 0) return;
-    std::fprintf(stderr, "\r%*s\r", g_progressWidth, "");
-    g_progressWidth = 0;
+    if (g_progressColumns == 0) return;
+    std::fprintf(stderr, "\r%*s\r", static_cast<int>(g_progressColumns), "");
+    g_progressColumns = 0;
 }
 
 Status Complain(const std::string& message) {
     ClearProgress();
-    std::fprintf(stderr, "genutil: %s\n", message.c_str());
+    std::fprintf(stderr, "%s %s\n", Styled(stderr, Style::kFault, "genutil:").c_str(),
+                 message.c_str());
     return kError;
 }
 

@@ -44,6 +44,12 @@ bool ParseArguments(const Arguments& arguments, const std::vector<Option>& optio
 // Writes "genutil: " and the message as a line on standard error. Returns kError.
 Status Complain(const std::string& message);
 
-// Shows "[2/9] name" on standard error, until the next message or ClearProgress() wipes it out.
-void ShowProgress(std::size_t number, std::size_t count, const std::string& name);
+// From this on progress is that of one file of several.
+void PlaceInRow(std::size_t number, std::size_t count);
+// Shows "[2/9] reading name" on a terminal as standard error, until the next message, progress or
+// ClearProgress() wipes it out.
+void ShowProgress(const std::string& name, const std::string& what);
 void ClearProgress();
+
+// Files from this size on have their progress shown.
+constexpr std::size_t kLargeFile = std::size_t{32} << 20;

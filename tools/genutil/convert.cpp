@@ -78,8 +78,11 @@ Status ConvertFile(const Job& job, const std::string& file) {
     Input input;
     if (!ReadInput(file, job.from, &input)) return kError;
     std::string result;
+    if (input.text.size() >= kLargeFile) ShowProgress(input.name, "converting ");
     const Status status = ConvertText(input, job, &result);
     if (status == kError) return kError;
+    if (result.size() >= kLargeFile && !path.empty()) ShowProgress(path, "writing ");
+    if (path.empty()) ClearProgress();
     if (!path.empty()) return WriteFile(path, result) ? status : kError;
     if (std::fwrite(result.data(), 1, result.size(), stdout) != result.size())
         return Complain("the standard output cannot be written");
@@ -93,8 +96,8 @@ bool CheckJob(Job* job) {
         return false;
     };
     if (job->files.empty()) return fail("convert: name a file, or \"-\" for the standard input");
-    if (job->to.empty() || job->to == "auto") return fail("convert: --to NAME is needed");
-    if (job->from.empty()) return fail("convert: --from NAME is needed; --from auto detects it");
+    if (job->to == "auto") return fail("convert: --to needs the name of an encoding");
+    if (job->to.empty()) job->to = "utf-8";
     if (!CheckEncodingName(job->from) || !CheckEncodingName(job->to)) return false;
     job->target = *FindEncoding(job->to);
     job->outIsFolder = !job->out.empty() && KindOf(job->out) == FileKind::kFolder;
@@ -121,10 +124,10 @@ Status RunConvert(const Arguments& arguments) {
                                          {"--output", "-o", &job.out, nullptr},
                                          {"--force", nullptr, nullptr, &job.force}};
     if (!ParseArguments(arguments, options, &job.files) || !CheckJob(&job)) return kError;
-    const bool progress = job.files.size() > 1 && IsTerminal(stderr);
     Status status = kOk;
     for (std::size_t i = 0; i < job.files.size(); ++i) {
-        if (progress) ShowProgress(i + 1, job.files.size(), job.files[i]);
+        PlaceInRow(i + 1, job.files.size());
+        if (job.files.size() > 1) ShowProgress(job.files[i], "");
         status = Worse(status, ConvertFile(job, job.files[i]));
     }
     ClearProgress();
@@ -134,15 +137,15 @@ Status RunConvert(const Arguments& arguments) {
 }  // namespace
 
 const Command kConvertCommand = {
-    "convert", "--from X --to Y FILE...   converts files",
-    "genutil convert --from NAME --to NAME [-o OUT] [--force] FILE...\n"
+    "convert", "[--to NAME] FILE...       converts files",
+    "genutil convert [--from NAME] [--to NAME] [-o OUT] [--force] FILE...\n"
     "\n"
     "Converts files between encodings (genutil --help lists them) and reports each file's\n"
     "characters that did not survive: how many, and where the first ones are. A substitute\n"
     "stands in their place. Lines and columns count from 1, bytes from 0.\n"
     "\n"
-    "  --from NAME       the encoding of the files; auto detects it\n"
-    "  --to NAME         the encoding to write\n"
+    "  --from NAME       the encoding of the files; without it, or with auto, it is detected\n"
+    "  --to NAME         the encoding to write (utf-8)\n"
     "  -o, --output OUT  the file to write, or the folder for any number of files; without it\n"
     "                    one file goes to the standard output\n"
     "  --force           replaces output files that exist\n"

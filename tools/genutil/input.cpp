@@ -15,10 +15,17 @@ struct Close {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-bool ReadAll(std::FILE* file, std::string* bytes) {
+bool ReadAll(std::FILE* file, const std::string& name, std::string* bytes) {
+    constexpr std::size_t kMb = 1 << 20;
     char block[65536];
-    while (const std::size_t count = std::fread(block, 1, sizeof block, file))
+    std::size_t shown = 0;
+    while (const std::size_t count = std::fread(block, 1, sizeof block, file)) {
         bytes->append(block, count);
+        if (bytes->size() < shown + kLargeFile) continue;
+        shown = bytes->size();
+        ShowProgress(name, std::to_string(shown / kMb) + " MB of ");
+    }
+    ClearProgress();
     return std::ferror(file) == 0;
 }
 
@@ -35,7 +42,8 @@ std::string DisplayName(const std::string& path) {
 
 bool ReadBytes(const std::string& path, std::string* bytes) {
     bytes->clear();
-    if (path == "-") return ReadAll(stdin, bytes) || Fail(path, "cannot be read");
+    if (path == "-")
+        return ReadAll(stdin, DisplayName(path), bytes) || Fail(path, "cannot be read");
     switch (KindOf(path)) {
         case FileKind::kMissing:
             return Fail(path, "no such file");
@@ -45,7 +53,7 @@ bool ReadBytes(const std::string& path, std::string* bytes) {
             break;
     }
     const std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "rb"));
-    if (!file || !ReadAll(file.get(), bytes))
+    if (!file || !ReadAll(file.get(), path, bytes))
         return Fail(path, std::string("cannot be read: ") + std::strerror(errno));
     return true;
 }

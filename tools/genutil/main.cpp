@@ -22,7 +22,8 @@ void PrintHelp() {
         "\ngenutil COMMAND --help tells more about one, genutil --version the version.\n"
         "\"-\" as a file stands for the standard input.\n"
         "\nExit status: 0 all is well, 1 something did not survive or is invalid, 2 wrong usage\n"
-        "or a file that cannot be read or written.\n"
+        "or a file that cannot be read or written. On a terminal headings and complaints are\n"
+        "coloured, unless the environment has NO_COLOR.\n"
         "\nEncodings go by these names and by what contains them (cp932, Shift-JIS, sjis):");
     std::printf("%s\n", ListEncodings().c_str());
 }
@@ -33,45 +34,50 @@ const Command* FindCommand(const std::string& name) {
     return nullptr;
 }
 
-}  // namespace
+// What is not about one command; kError behind a message when it is none of these.
+Status RunGeneral(const std::string& name) {
+    if (name == "--help" || name == "-h" || name == "help") PrintHelp();
+    // Both for those who install the program.
+    else if (name == "--manual")
+        PrintManual(kCommands, std::size(kCommands));
+    else if (name == "--completion")
+        PrintCompletion(kCommands, std::size(kCommands));
+    else if (name == "--version")
+        std::puts("genutil " GENUTIL_VERSION);
+    else
+        return Complain("unknown command '" + name + "'; genutil --help lists the commands");
+    return kOk;
+}
 
-int main(int count, char** values) {
-    UseBinaryStreams();
-    Arguments arguments(values + 1, values + count);
+bool AsksForHelp(const Arguments& arguments) {
+    for (const std::string& argument : arguments) {
+        if (argument == "--") return false;
+        if (argument == "--help" || argument == "-h") return true;
+    }
+    return false;
+}
+
+Status Run(Arguments arguments) {
     if (arguments.empty()) {
         PrintHelp();
         return kError;
     }
     const std::string name = arguments.front();
     arguments.erase(arguments.begin());
-    if (name == "--help" || name == "-h" || name == "help") {
-        PrintHelp();
-        return kOk;
-    }
-    // For those who install the program.
-    if (name == "--manual") {
-        PrintManual(kCommands, std::size(kCommands));
-        return kOk;
-    }
-    if (name == "--completion") {
-        PrintCompletion(kCommands, std::size(kCommands));
-        return kOk;
-    }
-    if (name == "--version") {
-        std::puts("genutil " GENUTIL_VERSION);
-        return kOk;
-    }
-    const Command* command = FindCommand(name);
-    if (!command)
-        return Complain("unknown command '" + name + "'; genutil --help lists the commands");
-    for (const std::string& argument : arguments) {
-        if (argument == "--") break;
-        if (argument == "--help" || argument == "-h") {
-            std::fputs(command->help, stdout);
-            return kOk;
-        }
-    }
-    const Status status = command->run(arguments);
-    if (std::fflush(stdout) != 0) return Complain("the standard output cannot be written");
-    return status;
+    const Command* const command = FindCommand(name);
+    if (!command) return RunGeneral(name);
+    if (!AsksForHelp(arguments)) return command->run(arguments);
+    std::fputs(command->help, stdout);
+    return kOk;
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+    UseBinaryStreams();
+    const Status status = Run(Arguments(values + 1, values + count));
+    // What an earlier write lost is no longer in the buffer.
+    const bool isLost = std::ferror(stdout) != 0;
+    if (std::fflush(stdout) == 0 && !isLost) return status;
+    return status == kError ? kError : Complain("the standard output cannot be written");
 }

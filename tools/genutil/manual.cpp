@@ -60,6 +60,14 @@ void PrintManual(const Command* const* commands, std::size_t count) {
         PrintText(body);
         std::puts(".fi");
     }
+    std::puts(
+        ".SH EXIT STATUS\n"
+        "0 when all is well, 1 when something did not survive or is invalid, 2 after wrong usage "
+        "and\n"
+        "when a file, or the standard output, cannot be read or written.\n"
+        ".SH ENVIRONMENT\n"
+        ".B NO_COLOR\n"
+        "set to anything keeps colours from the terminal.");
 }
 
 void PrintCompletion(const Command* const* commands, std::size_t count) {

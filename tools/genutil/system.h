@@ -17,6 +17,8 @@ bool MoveOver(const std::string& from, const std::string& to);
 void UseBinaryStreams();
 
 bool IsTerminal(std::FILE* stream);
+bool ShowsStyles(std::FILE* stream);  // whether it is a terminal that knows escape sequences
+std::size_t TerminalColumns(std::FILE* stream);  // 80 where it does not tell
 
 // An argument of the command line as text in UTF-8.
 std::string ArgumentToUtf8(const std::string& argument);

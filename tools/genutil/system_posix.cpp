@@ -1,6 +1,10 @@
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <cstdlib>
+#include <cstring>
 
 #include "mbutil.h"
 #include "tools/genutil/system.h"
@@ -25,6 +29,16 @@ void UseBinaryStreams() {}
 
 bool IsTerminal(std::FILE* stream) {
     return isatty(fileno(stream)) != 0;
+}
+
+bool ShowsStyles(std::FILE* stream) {
+    const char* const kind = std::getenv("TERM");
+    return IsTerminal(stream) && kind && *kind && std::strcmp(kind, "dumb") != 0;
+}
+
+std::size_t TerminalColumns(std::FILE* stream) {
+    winsize size = {};
+    return ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col ? size.ws_col : 80;
 }
 
 std::string ArgumentToUtf8(const std::string& argument) {

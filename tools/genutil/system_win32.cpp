@@ -31,6 +31,20 @@ bool IsTerminal(std::FILE* stream) {
     return _isatty(_fileno(stream)) != 0;
 }
 
+bool ShowsStyles(std::FILE* stream) {
+    constexpr DWORD kEscapeSequences = 4;  // from Windows 10 on
+    const auto console = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+    DWORD mode = 0;
+    return GetConsoleMode(console, &mode) && SetConsoleMode(console, mode | kEscapeSequences);
+}
+
+std::size_t TerminalColumns(std::FILE* stream) {
+    CONSOLE_SCREEN_BUFFER_INFO facts;
+    const auto console = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+    if (!GetConsoleScreenBufferInfo(console, &facts) || facts.dwSize.X <= 0) return 80;
+    return static_cast<std::size_t>(facts.dwSize.X);
+}
+
 std::string ArgumentToUtf8(const std::string& argument) {
     const int size = static_cast<int>(argument.size());
     std::wstring wide(argument.size(), L'\0');

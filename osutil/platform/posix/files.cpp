@@ -74,6 +74,14 @@ bool File::Close() {
     return close(file) == 0;
 }
 
+std::int64_t PlaceIn(std::FILE* stream) {
+    return ftello(stream);
+}
+
+bool GoTo(std::FILE* stream, std::int64_t place) {
+    return fseeko(stream, place, SEEK_SET) == 0;
+}
+
 // -- By path -------------------------------------------------------------------------------------
 
 // Programs that are started do not get it.

@@ -102,7 +102,7 @@ NameText::NameText(const char* name) {
     if (!units.Reserve(bytes + 1)) return;
     const long count = FromUtf8(units.Get(), name, bytes);
     units.Get()[count < 0 ? 0 : count] = 0;
-    const long length = count < 0 ? -1 : NarrowLength(units.Get());
+    const std::int64_t length = count < 0 ? -1 : NarrowLength(units.Get());
     const std::size_t room = length < 0 ? bytes : static_cast<std::size_t>(length);
     char* const out = m_buffer.Reserve(room + 1);
     if (!out) return;

@@ -191,8 +191,8 @@ StoreRun::~StoreRun() {
 
 void StoreRun::Bind(int place, std::string_view text) {
     if (m_statement)
-        sqlite3_bind_text(m_statement, place, text.data(), static_cast<int>(text.size()),
-                          SQLITE_STATIC);
+        sqlite3_bind_text64(m_statement, place, text.data(), text.size(), SQLITE_STATIC,
+                            SQLITE_UTF8);
 }
 
 bool StoreRun::Row() {

@@ -99,6 +99,14 @@ bool File::Close() {
     return CloseHandle(file) != 0;
 }
 
+std::int64_t PlaceIn(std::FILE* stream) {
+    return _ftelli64(stream);
+}
+
+bool GoTo(std::FILE* stream, std::int64_t place) {
+    return _fseeki64(stream, place, SEEK_SET) == 0;
+}
+
 // -- By path -------------------------------------------------------------------------------------
 
 std::FILE* OpenStream(const char* path, const char* mode) {

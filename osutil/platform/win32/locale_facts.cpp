@@ -1,6 +1,8 @@
 // The conventions of a locale from GetLocaleInfo.
 #include "osutil/platform/locale_facts.h"
 
+#include <atomic>
+
 #include "osutil/platform/win32/windows_api.h"
 
 namespace genutil::platform {
@@ -124,8 +126,12 @@ class SettingsWatch {
             m_key = nullptr;
         Arm();
     }
-    // Without a watch every look counts as a change.
+    // Without a watch every look counts as a change. A look is a call of the system, so there is
+    // one in each tick of its clock at most: 16 ms.
     bool Changed() {
+        const DWORD now = GetTickCount() / 16;
+        if (m_armed && m_looked.load(std::memory_order_relaxed) == now) return false;
+        m_looked.store(now, std::memory_order_relaxed);
         if (m_armed && WaitForSingleObject(m_event, 0) == WAIT_TIMEOUT) return false;
         Arm();
         return true;
@@ -139,6 +145,7 @@ class SettingsWatch {
     }
     HANDLE m_event;
     HKEY m_key;
+    std::atomic<DWORD> m_looked{0};
     bool m_armed = false;
 };
 

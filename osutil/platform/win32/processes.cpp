@@ -31,6 +31,9 @@ wchar_t* Wide(const PathUnits& units) {
     return reinterpret_cast<wchar_t*>(units.Get());
 }
 
+// What a pipe holds, and a read of it takes.
+constexpr DWORD kPipeSize = 16384;
+
 // The two ends of a pipe: a program gets `write` and its double, and nobody inherits `read`.
 struct Pipe {
     Handle read, write, writeDouble;
@@ -39,7 +42,8 @@ struct Pipe {
     DWORD Make() {
         SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
         Handle inheritedRead;
-        if (!CreatePipe(inheritedRead.Place(), write.Place(), &inherited, 0)) return GetLastError();
+        if (!CreatePipe(inheritedRead.Place(), write.Place(), &inherited, kPipeSize))
+            return GetLastError();
         if (!Double(write, TRUE, &writeDouble) || !Double(inheritedRead, FALSE, &read))
             return GetLastError();
         return 0;
@@ -73,7 +77,7 @@ DWORD StartInto(const PathUnits& line, const Pipe& pipe, Handle* process) {
 
 // Hands over what comes; whether that ended because the other end was closed.
 bool ReadAll(HANDLE pipe, TakeOutput take, void* context) {
-    char bytes[255];
+    char bytes[kPipeSize];
     DWORD got = 0;
     while (ReadFile(pipe, bytes, sizeof bytes, &got, nullptr)) {
         if (got == 0 || !take(context, bytes, got)) return false;

@@ -1,0 +1,13 @@
+// What each system has for process_bench.cpp.
+#pragma once
+
+#include <array>
+#include <cstdio>
+
+struct BenchCommand {
+    const char *what, *command;
+};
+std::array<BenchCommand, 2> Commands();  // one that does nothing, one that writes 10 MB
+
+std::FILE* OpenPipe(const char* command);
+int ClosePipe(std::FILE* pipe);

@@ -1,0 +1,34 @@
+// What the peers on each system share with string_edit_bench.cpp.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+#include <vector>
+
+#include "genstr.h"
+
+struct Text {
+    std::string name, native, utf8;
+    std::string needle, utf8Needle;  // at the end of it
+    std::string word, utf8Word;      // many times in it
+};
+
+template <class Body>
+void Add(const std::string& what, const Text& text, const char* who, Body body) {
+    const std::string name = what + ", " + text.name + "/" + who;
+    benchmark::RegisterBenchmark(name.c_str(), [body](benchmark::State& state) {
+        for (auto _ : state) body();
+    });
+}
+
+template <class T>
+void Keep(const T& value) {
+    benchmark::DoNotOptimize(value);
+}
+inline void Keep(const CGNString& value) {
+    benchmark::DoNotOptimize(static_cast<const char*>(value));
+}
+
+// Of each system.
+void AddPeers(const Text& text);

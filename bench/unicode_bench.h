@@ -1,0 +1,25 @@
+// What the peers on each system share with unicode_bench.cpp.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+
+#include "mbutil.h"
+
+struct Encoding {
+    int codeSet;
+    const char* iconvName;
+    const char* icuName;
+    unsigned windowsPage;
+};
+// Converts all of the text in each iteration.
+using Conversion = void(benchmark::State& state, const std::string& text, const Encoding& from,
+                        const Encoding& to);
+
+struct ConversionPeer {
+    const char* who;
+    Conversion* run;
+};
+extern const ConversionPeer kConversionPeers[];
+extern const std::size_t kConversionPeerCount;
