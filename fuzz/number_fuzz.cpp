@@ -9,7 +9,7 @@
 #include "fuzz/check.h"
 #include "gennum.h"
 #include "mbutil.h"
-#include "tests/support/slow_decimal.h"
+#include "fuzz/slow_decimal.h"
 
 namespace {
 

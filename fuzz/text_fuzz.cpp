@@ -9,7 +9,7 @@
 
 #include "fuzz/check.h"
 #include "mbutil.h"
-#include "tests/support/slow_step.h"
+#include "fuzz/slow_step.h"
 
 namespace {
 
