@@ -28,16 +28,6 @@ TEST(Locales, UserIsTheOneOfTheEnvironment) {
     }
 }
 
-TEST(Locales, SimpleCaseMapping) {
-    std::uint32_t all = 0;  // the same on every platform
-    for (std::uint32_t c = 1; c <= 0xFFFF; ++c) {
-        const auto character = static_cast<std::uint16_t>(c);
-        all = all * 31 + platform::ToUpper(character);
-        all = all * 31 + platform::ToLower(character);
-    }
-    EXPECT_EQ(all, 2227320022u);
-}
-
 TEST(Locales, TheirCodeSets) {
     std::uint32_t all = 0;  // names, identifiers and code sets of the table
     int rows = 0;
