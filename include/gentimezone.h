@@ -48,7 +48,8 @@ class GENUTIL_API OSTimeZone {
     void SetTZ(const char* zone);
 
     /** Makes the calling thread's zone that of the process; a thread without one leaves it. In a
-        process that is not threaded the C library reads TZ anew. */
+        process that is not threaded the C library reads TZ anew, and without TZ the zone of the
+        machine, once a second at most. */
     void SetThreadTZ();
 
   private:

@@ -36,7 +36,8 @@ void SetZoneVariable(const char* text);
 // one afterwards. 0 where that is not known, as of a very long text. Fast when asked again.
 std::uint32_t ZoneVariableState();
 
-// Has the C library read the variable again, if that can make a difference; the same number.
+// Has the C library read the variable again, if that can make a difference; the same number. Where
+// it goes by the zone of the machine, a change of that is seen after a second at most.
 std::uint32_t RereadZoneVariable();
 
 // Whether the C library finds a zone whose name the variable holds, or understands rules only.

@@ -8,18 +8,10 @@
 
 using namespace genutil;
 
-namespace {
-
-struct Tables {
-    std::vector<std::uint16_t> bytes = std::vector<std::uint16_t>(256, 0x1234);
-    std::vector<std::uint16_t> pairs = std::vector<std::uint16_t>(0x10000, 0x1234);
-};
-
-}  // namespace
-
 TEST(CodePages, UnknownPageTouchesNothing) {
-    Tables tables;
-    EXPECT_FALSE(platform::ReadCodePage(12345, tables.bytes.data(), tables.pairs.data()));
-    EXPECT_EQ(tables.bytes, Tables().bytes);
-    EXPECT_EQ(tables.pairs, Tables().pairs);
+    std::vector<std::uint16_t> bytes(256, 0x1234), pairs(0x10000, 0x1234);
+    const auto oldBytes = bytes, oldPairs = pairs;
+    EXPECT_FALSE(platform::ReadCodePage(12345, bytes.data(), pairs.data()));
+    EXPECT_EQ(bytes, oldBytes);
+    EXPECT_EQ(pairs, oldPairs);
 }

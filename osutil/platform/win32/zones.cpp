@@ -240,10 +240,25 @@ void SetZoneVariable(const char* text) {
     LeaveCriticalSection(VariableLock());
 }
 
+// While the variable and what the runtime made of it are what its last reading left, another
+// reading changes nothing and takes longer than a conversion. Where the machine decides it asks the
+// system, which is soon enough once a second.
 std::uint32_t RereadZoneVariable() {
+    static struct {
+        std::uint32_t state;
+        long west;
+        int hasDaylight;
+        DWORD second;
+    } last = {};
     EnterCriticalSection(VariableLock());
-    _tzset();
-    const std::uint32_t state = StateOf(std::getenv("TZ"));
+    const char* value = std::getenv("TZ");
+    const std::uint32_t state = StateOf(value);
+    const DWORD second = value && *value ? 0 : GetTickCount() / 1000;
+    if (state == 0 || last.state != state || last.west != _timezone ||
+        last.hasDaylight != _daylight || last.second != second) {
+        _tzset();
+        last = {state, _timezone, _daylight, second};
+    }
     LeaveCriticalSection(VariableLock());
     return state;
 }
