@@ -69,6 +69,7 @@ bool SkipGenitive(TextCursor& at, const CGNString& name, int codeSet) {
 }  // namespace
 
 int SkipMonthName(TextCursor& at, const CLCLocale& locale) {
+    if (!IsLetterCharacter(at.Peek())) return -1;
     const int codeSet = locale.GetCodeSet();
     Longest longest(at);
     for (int i = 0; i < LocaleAccess::kMonths; ++i) {
@@ -89,6 +90,7 @@ int SkipMonthName(TextCursor& at, const CLCLocale& locale) {
 
 // The same for the weekday, 0 is Monday.
 static int SkipDayName(TextCursor& at, const CLCLocale& locale) {
+    if (!IsLetterCharacter(at.Peek())) return -1;
     const int codeSet = locale.GetCodeSet();
     Longest longest(at);
     for (int i = 0; i < LocaleAccess::kDays; ++i) {
@@ -114,6 +116,7 @@ bool SkipWeekday(TextCursor& at, const CLCLocale& locale) {
 }
 
 bool SkipFiller(TextCursor& at, const CLCLocale& locale) {
+    if (at.Peek() == TextCursor::kEnd || IsDigitCharacter(at.Peek())) return false;
     for (const char* word : {"of", "the", "de", "den", "le"})
         if (at.SkipWord(word)) return true;
     const Picture picture(LocaleAccess::DateFormat(locale, LocaleAccess::kLong),

@@ -17,6 +17,7 @@ constexpr Units kUnits[] = {{{"h", "uhr"}, {0x6642, 0x65F6, 0xC2DC}},
 bool SkipUnit(TextCursor& at, int which) {
     TextCursor text = at;
     text.SkipBlanks();
+    if (!IsLetterCharacter(text.Peek())) return false;
     bool found = false;
     for (const unsigned c : kUnits[which].characters) found = found || (c != 0 && text.Skip(c));
     for (const char* word : kUnits[which].words) found = found || text.SkipWord(word);
@@ -111,6 +112,7 @@ bool SkipHourUnit(TextCursor& at) {
 bool SkipMarker(TextCursor& at, const CLCLocale& locale, bool* pm) {
     TextCursor text = at;
     text.SkipBlanks();
+    if (text.Peek() == TextCursor::kEnd || IsDigitCharacter(text.Peek())) return false;
     for (const bool second : {false, true}) {
         if (text.SkipWord(LocaleAccess::Marker(locale, second), locale.GetCodeSet()) ||
             text.SkipWord(second ? "pm" : "am") || text.SkipWord(second ? "p.m." : "a.m.")) {

@@ -1,7 +1,9 @@
 // The locale object: its construction, and what reads and sets single settings.
 #include "genlocale.h"
 #include "genutil/locale_code_set.h"
+#include "genutil/locale_edits.h"
 #include "genutil/locale_facts.h"
+#include "genutil/mbutil/code_set_info.h"
 #include "mbutil.h"
 
 using namespace genutil;
@@ -188,8 +190,14 @@ unsigned char CLCLocale::RegionalizeDecimalSeparator(CGNString& s) const {
 unsigned long CLCLocale::GetLocaleId() const {
     return m_localeId;
 }
+// Readers ask with every word, and for the user's locale the system is asked.
 int CLCLocale::GetCodeSet() const {
-    return CodeSetOfLocale(m_localeName, m_localeId);
+    static Kept<const CodeSetInfo> kept;
+    const std::uint64_t mark = MarkOf(this);
+    if (const CodeSetInfo* known = kept.For(mark)) return known->codeSet;
+    const int codeSet = CodeSetOfLocale(m_localeName, m_localeId);
+    if (const CodeSetInfo* info = FindCodeSet(codeSet)) kept.Keep(mark, info);
+    return codeSet;
 }
 unsigned char CLCLocale::IsMultiByte() const {
     return m_multiByte;
