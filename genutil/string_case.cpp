@@ -30,8 +30,10 @@ bool AreBytesCharacters(std::string_view text) {
 bool MapBytes(char* text, std::size_t length, bool upper) {
     if (!AreBytesCharacters({text, length})) return false;
     const unsigned first = upper ? 'a' : 'A';
-    for (std::size_t i = 0; i < length; ++i)
-        if (static_cast<unsigned char>(text[i]) - first < 26) text[i] ^= 'a' ^ 'A';
+    for (std::size_t i = 0; i < length; ++i) {  // without a branch, which letters mislead
+        const unsigned c = static_cast<unsigned char>(text[i]);
+        text[i] = static_cast<char>(c - first < 26 ? c ^ ('a' ^ 'A') : c);
+    }
     return true;
 }
 
