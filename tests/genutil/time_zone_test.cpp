@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <string>
 #include <utility>
@@ -79,6 +80,11 @@ TEST_F(TimeZone, OfAThreadIsItsVariable) {
         EXPECT_EQ(TZ(), "Asia/Tokyo");
         std::tm local = BrokenDown(2010, 3, 20, 23);
         EXPECT_EQ(CGNDate::MkTimeTS(&local), 1269093600);
+        std::strcpy(zone, "BBB-1");  // the text counts, not where it is
+        EXPECT_EQ(HourOf(1269093600), 15);
+        mbSetTZone("AAA3");  // as other parts of a program may
+        EXPECT_EQ(HourOf(1269093600), 15);
+        EXPECT_EQ(TZ(), "BBB-1");
     }).Join();
 }
 

@@ -59,6 +59,9 @@ TEST(Inert, LocksDoNothingUntilTheProcessIsThreaded) {
     std::tm local;
     CGNDateTime::LocalTimeTS(1269093600, local);
     EXPECT_EQ(local.tm_hour, 11);
+    mbSetTZone("CCC-5");
+    CGNDateTime::LocalTimeTS(1269093600, local);
+    EXPECT_EQ(local.tm_hour, 19);
     mbSetTZone(nullptr);
 
     OSSetThreaded();
