@@ -18,13 +18,6 @@ using namespace genutil;
 
 OSTimeZone* OSTimeZone::m_instance = nullptr;
 
-namespace {
-
-// More than programs set: what is longer counts as not set.
-constexpr std::size_t kVariableSize = 256;
-
-}  // namespace
-
 OSTimeZone* OSTimeZone::GetInstance() {
     if (m_instance) return m_instance;
     if (AllocationPasses(sizeof(OSTimeZone))) m_instance = new (std::nothrow) OSTimeZone;
@@ -43,7 +36,7 @@ OSTimeZone& OSTimeZone::operator=(const OSTimeZone& other) = default;
 OSTimeZone::~OSTimeZone() = default;
 
 CGNString OSTimeZone::GetTZ() const {
-    char zone[kVariableSize];
+    char zone[platform::kZoneVariableSize];
     platform::GetZoneVariable(zone, sizeof zone);
     return zone;
 }
@@ -58,7 +51,7 @@ void OSTimeZone::SetTZ(const char* zone) {
     // The date classes call with mutexes of their own.
     static std::mutex oneAtATime;
     const std::lock_guard<std::mutex> lock(oneAtATime);
-    char current[kVariableSize];
+    char current[platform::kZoneVariableSize];
     platform::GetZoneVariable(current, sizeof current);
     if (std::strcmp(zone, current) == 0) return;
     if (std::strlen(zone) + sizeof "TZ=" > sizeof m_environment) return;
@@ -81,7 +74,7 @@ void OSTimeZone::CheckLayout() {
 }
 
 struct tm* GetLocalTimeFromUCT(const long* utc) {
-    char variable[kVariableSize];
+    char variable[platform::kZoneVariableSize];
     const bool byVariable =
         platform::kZoneVariableIsTheSystems && platform::GetZoneVariable(variable, sizeof variable);
     const Zone& zone = Zone::Find(byVariable ? variable : kMachineZone);

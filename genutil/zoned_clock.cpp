@@ -24,11 +24,8 @@ struct ZoneAccess {
 
 namespace {
 
-// Longer ones count as not set.
-constexpr std::size_t kVariableSize = 256;
-
 const Zone& ZoneOfVariable() {
-    char variable[kVariableSize];
+    char variable[platform::kZoneVariableSize];
     return Zone::Find(platform::GetZoneVariable(variable, sizeof variable) ? variable
                                                                            : kMachineZone);
 }
@@ -43,13 +40,13 @@ ZoneInUse* LastZone() {
 }
 
 // The zone of a text, after the variable was made that text. It is kept if nobody else changed the
-// variable meanwhile.
+// variable meanwhile and it does not stand in for one that there was no memory for.
 [[gnu::noinline]] const Zone& ZoneFor(OSTimeZone* process, const char* own, ZoneInUse* last) {
     if (own && process) process->SetTZ(own);
     const std::uint32_t state = platform::ZoneVariableState();
     const Zone& ofVariable = ZoneOfVariable();
     const Zone& zone = own ? Zone::Find(*own ? own : kMachineZone) : ofVariable;
-    if (last && &zone == &ofVariable && platform::ZoneVariableState() == state)
+    if (last && &zone == &ofVariable && *zone.Variable() && platform::ZoneVariableState() == state)
         *last = {&zone, state};
     return zone;
 }

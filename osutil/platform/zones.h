@@ -29,6 +29,7 @@ bool ReadSystemZone(char* name, std::size_t size);
 
 // The variable TZ of the process. Reading gives false, and an empty text, when it is not set or
 // does not fit; setting copies the text, null removes the variable, and the C library goes by it.
+constexpr std::size_t kZoneVariableSize = 256;  // more than programs set
 bool GetZoneVariable(char* out, std::size_t size);
 void SetZoneVariable(const char* text);
 

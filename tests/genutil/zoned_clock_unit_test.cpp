@@ -25,3 +25,20 @@ TEST(ZonedClock, ReadWithoutMemoryLeavesTheZoneOfTheProcess) {
     mbSetTZone(nullptr);
     OSTimeZone::Free();
 }
+
+TEST(ZonedClock, AZoneWithoutMemoryIsLookedForAgain) {
+    OSSetThreaded();
+    OSTimeZone::GetInstance();
+    mbSetTZone("QQQ-3");
+    std::tm local;
+    const ReportedFailures failures;
+    {
+        const AllocationGate noMemory(0);
+        CGNDate::LocalTimeTS(0, local);
+        EXPECT_EQ(local.tm_hour, 0);
+    }
+    CGNDate::LocalTimeTS(0, local);
+    EXPECT_EQ(local.tm_hour, 3);
+    mbSetTZone(nullptr);
+    OSTimeZone::Free();
+}
