@@ -29,8 +29,9 @@ TEST(ZonedClock, ReadWithoutMemoryLeavesTheZoneOfTheProcess) {
 TEST(ZonedClock, AZoneWithoutMemoryIsLookedForAgain) {
     OSSetThreaded();
     OSTimeZone::GetInstance();
-    mbSetTZone("QQQ-3");
     std::tm local;
+    CGNDate::LocalTimeTS(0, local);  // what is kept of the thread has its memory
+    mbSetTZone("QQQ-3");
     const ReportedFailures failures;
     {
         const AllocationGate noMemory(0);
