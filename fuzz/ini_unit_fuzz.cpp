@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "fuzz/check.h"
-#include "osutil/ini_edit.h"
-#include "osutil/ini_index.h"
-#include "osutil/ini_text.h"
+#include "osutil/config/ini_edit.h"
+#include "osutil/config/ini_index.h"
+#include "osutil/config/ini_text.h"
 #include "tests/support/code_set_guard.h"
 
 using namespace genutil;

@@ -4,7 +4,7 @@
 #include <initializer_list>
 
 #include "fuzz/check.h"
-#include "osutil/resource_file.h"
+#include "osutil/resource/resource_file.h"
 
 using namespace genutil;
 

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "fuzz/check.h"
-#include "genutil/zone_periods.h"
-#include "genutil/zone_rule.h"
+#include "genutil/zone/zone_periods.h"
+#include "genutil/zone/zone_rule.h"
 
 using namespace genutil;
 

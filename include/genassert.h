@@ -9,7 +9,7 @@
 #ifndef GENUTIL_GENASSERT_H
 #define GENUTIL_GENASSERT_H
 
-#include "export.h"
+#include "genexport.h"
 
 /** The assertion service of the process. Instance, Free and the setters are not synchronised: they
     belong to the start of the process; cgnassert may run on any thread. */

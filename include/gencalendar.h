@@ -12,7 +12,7 @@
 #include <cstdint>
 #include <ctime>
 
-#include "export.h"
+#include "genexport.h"
 #include "genstr.h"
 #include "osthread.h"
 

@@ -13,7 +13,7 @@
 
 #include <cstdint>
 
-#include "export.h"
+#include "genexport.h"
 #include "genstr.h"
 #include "mbutil.h"
 

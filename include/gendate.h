@@ -22,7 +22,7 @@
 
 #include <ctime>
 
-#include "export.h"
+#include "genexport.h"
 #include "gencalendar.h"
 #include "genmoment.h"
 #include "gentimeofday.h"

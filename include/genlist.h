@@ -25,7 +25,7 @@
 #ifndef GENUTIL_GENLIST_H
 #define GENUTIL_GENLIST_H
 
-#include "export.h"
+#include "genexport.h"
 
 /** A checksum of 32 bits that programs of the suite have stored: each byte, the first one first,
     goes through the table of the reflected CRC-32 polynomial 0xEDB88320 with the most significant

@@ -29,7 +29,7 @@
 
 #include <cstdint>
 
-#include "export.h"
+#include "genexport.h"
 #include "genstr.h"
 
 namespace genutil {

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <ctime>
 
-#include "export.h"
+#include "genexport.h"
 #include "genlocale.h"
 #include "genstr.h"
 #include "osthread.h"

@@ -3,7 +3,7 @@
 #ifndef GENUTIL_GENNUMHOLDER_H
 #define GENUTIL_GENNUMHOLDER_H
 
-#include "export.h"
+#include "genexport.h"
 #include "genlocale.h"
 
 /** A place for settings of numbers; there are none. */

@@ -18,7 +18,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "export.h"
+#include "genexport.h"
 #include "genstr.h"
 
 /* -- Time ------------------------------------------------------------------------------------- */

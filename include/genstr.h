@@ -50,7 +50,7 @@
 #include <cstring>
 #include <type_traits>
 
-#include "export.h"
+#include "genexport.h"
 
 namespace genutil {
 struct StringStorage;

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "export.h"
+#include "genexport.h"
 #include "genstr.h"
 
 /** Hour, minute and second, with what formatting last gave and reading last found. Midnight is the

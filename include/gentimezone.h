@@ -16,7 +16,7 @@
 
 #include <ctime>
 
-#include "export.h"
+#include "genexport.h"
 #include "genstr.h"
 
 namespace genutil {

@@ -20,7 +20,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "export.h"
+#include "genexport.h"
 #include "genstr.h"
 
 struct _osmutex;

@@ -23,7 +23,7 @@
 #include <stddef.h>
 #include <stdio.h>
 
-#include "export.h"
+#include "genexport.h"
 
 #if defined(__cplusplus)
 extern "C" {

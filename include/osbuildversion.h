@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "export.h"
+#include "genexport.h"
 #include "genstr.h"
 
 /** Reads the version of a Windows program or DLL, on Linux too.

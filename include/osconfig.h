@@ -36,7 +36,7 @@
 #ifndef GENUTIL_OSCONFIG_H
 #define GENUTIL_OSCONFIG_H
 
-#include "export.h"
+#include "genexport.h"
 #include "genlist.h"
 #include "genstr.h"
 

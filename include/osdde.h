@@ -33,7 +33,7 @@
 #ifndef GENUTIL_OSDDE_H
 #define GENUTIL_OSDDE_H
 
-#include "export.h"
+#include "genexport.h"
 #include "genstr.h"
 
 namespace genutil {

@@ -27,7 +27,7 @@
 
 #include <sys/stat.h>
 
-#include "export.h"
+#include "genexport.h"
 #include "genlist.h"
 #include "genstr.h"
 

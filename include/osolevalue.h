@@ -27,7 +27,7 @@
 #include <new>
 #include <utility>
 
-#include "export.h"
+#include "genexport.h"
 #include "gendate.h"
 #include "gennum.h"
 #include "genstr.h"

@@ -12,7 +12,7 @@
 
 #include <cstdint>
 
-#include "export.h"
+#include "genexport.h"
 #include "genstr.h"
 
 /** The status list of the programs that implement sets of their own; passed through untouched. */

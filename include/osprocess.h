@@ -18,7 +18,7 @@
 #ifndef GENUTIL_OSPROCESS_H
 #define GENUTIL_OSPROCESS_H
 
-#include "export.h"
+#include "genexport.h"
 #include "genstr.h"
 
 /** What OSRunSyncProcess returns for a program that closed its output and goes on running. */

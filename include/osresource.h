@@ -28,7 +28,7 @@
 #ifndef GENUTIL_OSRESOURCE_H
 #define GENUTIL_OSRESOURCE_H
 
-#include "export.h"
+#include "genexport.h"
 #include "genstr.h"
 
 /* -- Libraries of the process ------------------------------------------------------------------

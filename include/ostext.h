@@ -14,7 +14,7 @@
 #ifndef GENUTIL_OSTEXT_H
 #define GENUTIL_OSTEXT_H
 
-#include "export.h"
+#include "genexport.h"
 #include "genstr.h"
 
 /** Changes a text to the client's form: a line feed without a carriage return before it is given

@@ -31,7 +31,7 @@
 
 #include <cstdint>
 
-#include "export.h"
+#include "genexport.h"
 #include "genlist.h"
 #include "genstr.h"
 

@@ -1,7 +1,7 @@
 // Which Japanese encoding a text is in, from bytes that only one of them can have.
 #include <cstdio>
 
-#include "genutil/jaconv/block.h"
+#include "genutil/jaconv/kanji_lanes.h"
 #include "mbutil.h"
 
 namespace genutil {

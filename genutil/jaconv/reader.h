@@ -12,7 +12,7 @@
 
 #include <cstddef>
 
-#include "genutil/jaconv/block.h"
+#include "genutil/jaconv/kanji_lanes.h"
 #include "genutil/jaconv/escapes.h"
 #include "genutil/jaconv/jis.h"
 

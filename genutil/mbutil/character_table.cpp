@@ -2,7 +2,7 @@
 
 #include <mutex>
 
-#include "osutil/platform/locales.h"
+#include "osutil/platform/locale/locales.h"
 
 namespace genutil {
 

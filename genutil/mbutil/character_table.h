@@ -5,7 +5,7 @@
 #include <atomic>
 #include <cstdint>
 
-#include "osutil/platform/characters.h"
+#include "osutil/platform/text/characters.h"
 
 namespace genutil {
 

@@ -12,7 +12,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "osutil/platform/codepages.h"
+#include "osutil/platform/text/codepages.h"
 
 namespace genutil {
 

@@ -9,7 +9,7 @@
 #include "genutil/mbutil/code_set_info.h"
 #include "genutil/mbutil/copy_out.h"
 #include "genutil/mbutil/step.h"
-#include "osutil/platform/locales.h"
+#include "osutil/platform/locale/locales.h"
 
 namespace genutil {
 

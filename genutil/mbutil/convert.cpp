@@ -7,7 +7,7 @@
 #include "genutil/mbutil/code_set_info.h"
 #include "genutil/mbutil/step.h"
 #include "genutil/mbutil/transcode.h"
-#include "osutil/platform/locales.h"
+#include "osutil/platform/locale/locales.h"
 
 using namespace genutil;
 

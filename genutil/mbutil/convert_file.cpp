@@ -8,7 +8,7 @@
 
 #include "genutil/mbutil/code_set.h"
 #include "genutil/mbutil/scratch.h"
-#include "osutil/platform/files.h"
+#include "osutil/platform/file/files.h"
 
 using namespace genutil;
 

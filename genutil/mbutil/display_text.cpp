@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "genutil/mbutil/near_letter.h"
+#include "genutil/mbutil/best_fit.h"
 #include "mbutil.h"
 
 namespace genutil {

@@ -6,7 +6,7 @@
 
 #include "genutil/mbutil/ascii.h"
 #include "genutil/mbutil/step.h"
-#include "genutil/mbutil/wide.h"
+#include "genutil/mbutil/wide_convert.h"
 
 namespace genutil {
 namespace {

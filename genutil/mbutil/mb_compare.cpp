@@ -5,10 +5,10 @@
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
 #include "genutil/mbutil/ascii.h"
-#include "genutil/mbutil/block.h"
+#include "genutil/mbutil/character_blocks.h"
 #include "genutil/mbutil/mb_case.h"
 #include "genutil/mbutil/same_prefix.h"
-#include "genutil/mbutil/wide.h"
+#include "genutil/mbutil/wide_convert.h"
 
 using namespace genutil;
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "genutil/mbutil/block.h"
+#include "genutil/mbutil/character_blocks.h"
 #include "genutil/mbutil/pair_finder.h"
 
 using namespace genutil;

@@ -4,9 +4,9 @@
 
 #include "genutil/mbutil/scratch.h"
 #include "genutil/mbutil/step.h"
-#include "genutil/mbutil/text_end.h"
+#include "genutil/mbutil/cut_character.h"
 #include "genutil/mbutil/transcode.h"
-#include "osutil/platform/files.h"
+#include "osutil/platform/file/files.h"
 
 using namespace genutil;
 

@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "genutil/mbutil/block.h"
+#include "genutil/mbutil/character_blocks.h"
 
 namespace genutil {
 

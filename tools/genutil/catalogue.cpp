@@ -4,7 +4,7 @@
 
 #include "mbutil.h"
 #include "tools/genutil/command.h"
-#include "tools/genutil/locale_text.h"
+#include "tools/genutil/locale_name.h"
 #include "tools/genutil/terminal.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include "mbutil.h"
 #include "tools/genutil/command.h"
 #include "tools/genutil/encoding.h"
-#include "tools/genutil/locale_text.h"
+#include "tools/genutil/locale_name.h"
 
 namespace {
 

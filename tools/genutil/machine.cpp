@@ -4,7 +4,7 @@
 
 #include "osutil.h"
 #include "tools/genutil/command.h"
-#include "tools/genutil/locale_text.h"
+#include "tools/genutil/locale_name.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "gennum.h"
 #include "mbutil.h"
 #include "tools/genutil/command.h"
-#include "tools/genutil/locale_text.h"
+#include "tools/genutil/locale_name.h"
 #include "tools/genutil/moment.h"
 #include "tools/genutil/system.h"
 

@@ -6,7 +6,7 @@
 #include "osutil.h"
 #include "tools/genutil/command.h"
 #include "tools/genutil/input.h"
-#include "tools/genutil/locale_text.h"
+#include "tools/genutil/locale_name.h"
 #include "tools/genutil/system.h"
 
 namespace {

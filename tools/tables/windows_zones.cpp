@@ -1,8 +1,8 @@
-// Writes genutil/mbutil/windows_zones.inc: the zones of Windows and the names that the tz database
+// Writes genutil/zone/windows_zones.inc: the zones of Windows and the names that the tz database
 // has for them, from ICU's copy of the Unicode project's table.
 //
 //     g++ tools/tables/windows_zones.cpp -licui18n -licuuc -o /tmp/windows_zones
-//     /tmp/windows_zones > genutil/mbutil/windows_zones.inc
+//     /tmp/windows_zones > genutil/zone/windows_zones.inc
 #include <unicode/ucal.h>
 #include <unicode/uenum.h>
 #include <unicode/ustring.h>

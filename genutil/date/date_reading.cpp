@@ -1,0 +1,178 @@
+// CGNDate from text, in the formats of the global locale.
+#include "gencalendar.h"
+#include "genlocale.h"
+#include "genutil/date/calendar.h"
+#include "genutil/date/date_access.h"
+#include "genutil/date/date_parse.h"
+#include "genutil/date/free_date.h"
+#include "genutil/locale/locale_access.h"
+#include "mbutil.h"
+
+using namespace genutil;
+
+int genutil::TextCodeSet() {
+    mbIsMultiByte();  // chooses the code set, unless that was done
+    return mbGetLocaleCodeSet();
+}
+
+unsigned char genutil::ExtractWord(const CGNString& text, CGNString& word, CGNString& rest) {
+    const CGNString whole(text);  // which may be one of the others
+    TextCursor at(whole, TextCodeSet());
+    const char* from = nullptr;
+    std::size_t length = 0;
+    const bool found = NextWord(at, &from, &length);
+    word.Clear();
+    if (found) word.CopyNBytes(from, static_cast<unsigned>(length));
+    rest = at.At();
+    return found;
+}
+
+void genutil::TakeRest(const char* at, CGNString& rest) {
+    if (*at)
+        rest = at;
+    else
+        rest.Clear();
+}
+
+unsigned char genutil::KeepWhole(const CGNString& text, CGNString& rest) {
+    if (&rest != &text) rest = text;
+    return 0;
+}
+
+// Runs a reader over the scratch values of this object; what is left goes to rest if it succeeds.
+template <class Read>
+unsigned char CGNDate::ReadWith(const CGNString& text, CGNString& rest, Read read) {
+    const CLCLocale* locale = CLCGlobalLocale::Instance();
+    if (!locale) return 0;
+    DateScratch scratch = {m_parsedYear, m_parsedMonth, m_parsedDay, m_era, m_status, false};
+    DateReader reader(text, *locale, scratch);
+    const bool done = read(reader);
+    m_parsedYear = scratch.year;
+    m_parsedMonth = scratch.month;
+    m_parsedDay = scratch.day;
+    m_era = scratch.era;
+    m_status = scratch.status;
+    if (done) TakeRest(reader.At(), rest);
+    return done;
+}
+
+unsigned char CGNDate::GetDateFromString(const CGNString& text, CGNString& rest) {
+    return GetLongDateFromString(text, rest) || GetShortDateFromString(text, rest);
+}
+
+unsigned char CGNDate::GetLongDateFromString(const CGNString& text, CGNString& rest) {
+    const auto read = [](DateReader& reader) { return reader.LocaleDate(LocaleAccess::kLong); };
+    return ReadWith(text, rest, read) || KeepWhole(text, rest);
+}
+
+unsigned char CGNDate::GetShortDateFromString(const CGNString& text, CGNString& rest) {
+    const auto read = [](DateReader& reader) { return reader.LocaleDate(LocaleAccess::kShort); };
+    return ReadWith(text, rest, read) || KeepWhole(text, rest);
+}
+
+unsigned char CGNDate::GetDateFromStringUsingFormat(const CGNString& text, CGNString& rest,
+                                                    const CGNString& format) {
+    const auto read = [&](DateReader& reader) { return reader.Date(format); };
+    return ReadWith(text, rest, read) || KeepWhole(text, rest);
+}
+
+unsigned char CGNDate::GetMonthNumFromString(const CGNString& text, CGNString& rest) {
+    return ReadWith(text, rest, [](DateReader& reader) { return reader.MonthNumber(); });
+}
+unsigned char CGNDate::GetMonthAbbrevFromString(const CGNString& text, CGNString& rest) {
+    return ReadWith(text, rest, [](DateReader& reader) { return reader.MonthAbbreviation(); });
+}
+unsigned char CGNDate::GetMonthNameFromString(const CGNString& text, CGNString& rest) {
+    return ReadWith(text, rest, [](DateReader& reader) { return reader.MonthName(); });
+}
+unsigned char CGNDate::GetDayNumFromString(const CGNString& text, CGNString& rest) {
+    return ReadWith(text, rest, [](DateReader& reader) { return reader.DayNumber(); });
+}
+unsigned char CGNDate::GetDayAbbrevFromString(const CGNString& text, CGNString& rest) {
+    return ReadWith(text, rest, [](DateReader& reader) { return reader.DayAbbreviation(); });
+}
+unsigned char CGNDate::GetDayNameFromString(const CGNString& text, CGNString& rest) {
+    return ReadWith(text, rest, [](DateReader& reader) { return reader.DayName(); });
+}
+unsigned char CGNDate::Get4DigitYearFromString(const CGNString& text, CGNString& rest) {
+    return ReadWith(text, rest, [](DateReader& reader) { return reader.Year(), true; });
+}
+unsigned char CGNDate::GetDateSepFromString(const CGNString& text, CGNString& rest) {
+    return ReadWith(text, rest, [](DateReader& reader) { return reader.Separator(); });
+}
+unsigned char CGNDate::GetMatchingCharFromString(const CGNString& text, CGNString& rest, char c) {
+    return ReadWith(text, rest, [c](DateReader& reader) { return reader.Byte(c); });
+}
+
+// Only the result tells of the era: the code of the object is set by the reading of whole dates.
+long CGNDate::GetEmperorFromString(const CGNString& text, CGNString& rest) {
+    const CLCLocale* locale = CLCGlobalLocale::Instance();
+    if (!locale) return 0;
+    DateScratch scratch = {};
+    DateReader reader(text, *locale, scratch);
+    // In another calendar all of the text is left, whether it names an era or not.
+    constexpr long kJapaneseEras = 3;
+    if (reader.Era() || locale->GetCalendarType() != kJapaneseEras) rest = reader.At();
+    return scratch.era;
+}
+
+// -- Free forms ----------------------------------------------------------------------------------
+
+// Runs a reader over a text, and leaves what it found in the scratch values.
+template <class Read>
+unsigned char CGNDate::ParseWith(const CGNString& text, CGNString& rest, Read read) {
+    const CLCLocale* locale = CLCGlobalLocale::Instance();
+    if (!locale) return 0;
+    DateFound found = {};
+    TextCursor at(text, TextCodeSet());
+    const Reading reading = read(at, DateSetting{*locale, TextCodeSet(), false}, &found);
+    m_status = reading == Reading::kRead      ? kDateValid
+               : reading == Reading::kInvalid ? kDateInvalid
+                                              : kDateNotRecognised;
+    if (reading != Reading::kRead) return 0;
+    m_parsedYear = found.date.year;
+    m_parsedMonth = found.date.month;
+    m_parsedDay = found.date.day;
+    m_era = found.date.era;
+    rest = at.At();  // which may be part of rest itself
+    return 1;
+}
+
+unsigned char CGNDate::parseDate(const CGNString& text, CGNString& rest) {
+    return ParseWith(text, rest, ReadAnyDate);
+}
+unsigned char CGNDate::parseNumDate(const CGNString& text, CGNString& rest) {
+    return ParseWith(text, rest, ReadNumericDate);
+}
+unsigned char CGNDate::parseCharDate(const CGNString& text, CGNString& rest) {
+    return ParseWith(text, rest, ReadNamedDate);
+}
+unsigned char CGNDate::parseKanjiDate(const CGNString& text, CGNString& rest) {
+    return ParseWith(text, rest, ReadKanjiDate);
+}
+
+unsigned char CGNDate::extractDateWord(const CGNString& text, CGNString& word, CGNString& rest) {
+    return ExtractWord(text, word, rest);
+}
+
+unsigned char CGNDate::FromString(const CGNString& text) {
+    const auto whole = [](TextCursor& at, const DateSetting& setting, DateFound* found) {
+        const Reading reading = ReadAnyDate(at, setting, found);
+        at.SkipBlanks();
+        const bool left = reading == Reading::kRead && at.Peek() != TextCursor::kEnd;
+        return left ? Reading::kNotKnown : reading;
+    };
+    constexpr unsigned kLongestDate = 255;  // bytes
+    if (text.GetLength() > kLongestDate) {
+        m_status = kDateInvalid;
+        return 0;
+    }
+    CGNString rest;
+    if (!ParseWith(text, rest, whole)) return 0;
+    m_bc = m_parsedYear <= 0;
+    m_year = m_bc ? 1 - m_parsedYear : m_parsedYear;
+    m_month = m_parsedMonth + 1;
+    m_day = m_parsedDay;
+    m_weekday = WeekdayOf(DayNumberOf(m_parsedYear, m_month, m_day));
+    return 1;
+}

@@ -1,0 +1,142 @@
+// CGNDate as text, in the conventions of the global locale.
+#include "gencalendar.h"
+#include "genlocale.h"
+#include "genutil/date/date_access.h"
+#include "genutil/date/date_format.h"
+#include "genutil/locale/locale_access.h"
+
+using namespace genutil;
+
+namespace {
+
+const CGNString& FormatOfStyle(const CLCLocale& locale, long style) {
+    constexpr long kOwn = 3;
+    return LocaleAccess::DateFormat(locale, style == kOwn ? locale.LongOrShort() : style);
+}
+
+// Replaces out by what `write` writes of the date in the global locale.
+template <class Write>
+unsigned char Component(CGNString& out, Write write) {
+    out.Clear();
+    TextBuilder builder(out);
+    if (const CLCLocale* locale = CLCGlobalLocale::Instance()) write(builder, *locale);
+    return 1;
+}
+
+}  // namespace
+
+bool genutil::AppendDate(TextBuilder& out, DateFields& date, unsigned char* yearFirst, long style,
+                         CLCLocale* locale) {
+    constexpr long kStyles = 4;
+    if (!locale) return false;
+    if (style < 0 || style >= kStyles) return true;
+    static Kept<const Picture::Elements> pictures[kStyles];
+    const Picture picture(pictures[style], MarkOf(locale), PictureLetters::kDate,
+                          PictureWalk::kCharacters, [&]() -> const CGNString& {
+                              locale->InitControlPanelDateSettings();
+                              return FormatOfStyle(*locale, style);
+                          });
+    if (yearFirst) {
+        const PictureElement* first = picture.begin();
+        date.yearFirst =
+            first != picture.end() && first->kind == PictureElement::kRun && first->letter == 'y';
+        *yearFirst = date.yearFirst;
+    }
+    return WriteDate(out, picture, date, *locale);
+}
+
+static DateFields FieldsOf(const CGNDate& date, unsigned char yearFirst) {
+    const int weekday = date.GetWeekday();
+    const bool named = weekday >= 1 && weekday <= 7;
+    return {date.GetYear(),
+            date.GetMonth(),
+            date.GetDay(),
+            named ? NameOfWeekday(weekday - 1) : -1,
+            date.GetYearBC() != 0,
+            yearFirst != 0,
+            false};
+}
+
+unsigned char CGNDate::AddDateString(long style) {
+    TextBuilder builder(m_display);
+    DateFields fields = FieldsOf(*this, 0);
+    return AppendDate(builder, fields, &m_yearFirst, style, CLCGlobalLocale::Instance());
+}
+
+unsigned char CGNDate::FormatForDisplay(long style) {
+    m_display.Clear();
+    return !IsEmpty() && AddDateString(style);
+}
+
+unsigned char CGNDate::FormatForCalendarDisplay(long style) {
+    m_display.Clear();
+    if (IsEmpty() || !AddDateString(style)) return 0;
+    const CLCLocale* locale = CLCGlobalLocale::Instance();
+    if (style == LocaleAccess::kLong || !locale) return 1;
+    CGNString name;
+    DayName(name);
+    const char* format = LocaleAccess::DateFormat(*locale, LocaleAccess::kLong);
+    bool leads = true;
+    for (int i = 0; i < 3 && format[i]; ++i) leads &= format[i] == 'd';
+    if (name.IsEmpty()) return 1;
+    if (leads) {
+        name += ", ";
+        name += m_display;
+        m_display = name;
+    } else {
+        m_display += ' ';
+        m_display += name;
+    }
+    return 1;
+}
+
+// -- Components ----------------------------------------------------------------------------------
+
+unsigned char CGNDate::DayNum(CGNString& out) const {
+    return ReplaceByNumber(out, m_day, 1);
+}
+unsigned char CGNDate::DayNumLZ(CGNString& out) const {
+    return ReplaceByNumber(out, m_day, 2);
+}
+unsigned char CGNDate::WeekDayNum(CGNString& out) const {
+    return ReplaceByNumber(out, m_weekday, 1);
+}
+unsigned char CGNDate::MonthNum(CGNString& out) const {
+    return ReplaceByNumber(out, m_month, 1);
+}
+unsigned char CGNDate::MonthNumLZ(CGNString& out) const {
+    return ReplaceByNumber(out, m_month, 2);
+}
+unsigned char CGNDate::DayAbbrev(CGNString& out) const {
+    const DateFields fields = FieldsOf(*this, 0);
+    Component(out, [&](TextBuilder& to, const CLCLocale& locale) {
+        WriteDayAbbreviation(to, fields, locale);
+    });
+    return fields.weekday >= 0;
+}
+unsigned char CGNDate::DayName(CGNString& out) const {
+    const DateFields fields = FieldsOf(*this, 0);
+    Component(out,
+              [&](TextBuilder& to, const CLCLocale& locale) { WriteDayName(to, fields, locale); });
+    return fields.weekday >= 0;
+}
+unsigned char CGNDate::MonthAbbrev(CGNString& out) const {
+    return Component(out, [&](TextBuilder& to, const CLCLocale& locale) {
+        WriteMonthAbbreviation(to, FieldsOf(*this, 0), locale);
+    });
+}
+unsigned char CGNDate::MonthName(CGNString& out) const {
+    return Component(out, [&](TextBuilder& to, const CLCLocale& locale) {
+        WriteMonthName(to, FieldsOf(*this, 0), locale);
+    });
+}
+unsigned char CGNDate::Year4Digit(CGNString& out) const {
+    return Component(out, [&](TextBuilder& to, const CLCLocale&) {
+        WriteYear(to, FieldsOf(*this, m_yearFirst), 4);
+    });
+}
+unsigned char CGNDate::DateSep(CGNString& out) {
+    return Component(out, [](TextBuilder& to, const CLCLocale& locale) {
+        to.Append(LocaleAccess::DateSeparator(locale));
+    });
+}

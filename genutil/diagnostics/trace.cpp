@@ -1,0 +1,190 @@
+// Trace channels: what is written, where, and when a file starts over.
+#include <cstddef>
+#include <new>
+
+#include "gentrace.h"
+#include "genutil/allocate.h"
+#include "genutil/diagnostics/trace_line.h"
+#include "osresource.h"
+#include "osutil/thread/mutex_holder.h"
+#include "osutil/platform/file/files.h"
+
+using namespace genutil;
+
+namespace {
+
+constexpr char kToFile = 1, kToStandardOutput = 2;
+
+}  // namespace
+
+// Programs of the suite hold traces by value.
+static_assert(sizeof(void*) != 4 || sizeof(CGNTrace) == 60);
+
+CGNTrace::CGNTrace()
+    : m_output(0),
+      m_traceSetting(0),
+      m_traceFile(nullptr),
+      m_maxSize(0),
+      m_dateTime(1),
+      m_fileLine(1),
+      m_mutex(nullptr) {}
+
+CGNTrace::~CGNTrace() {
+    CloseFile();
+    if (m_mutex) OSMutexDestroy(m_mutex);
+}
+
+unsigned char CGNTrace::Init() {
+    if (!m_mutex) m_mutex = OSMutexCreate();
+    return m_mutex != nullptr;
+}
+
+unsigned char CGNTrace::IsEnabled(short mask) const {
+    if (m_output == 0 || m_traceSetting == 0 || mask == 0) return 0;
+    const int common = mask & m_traceSetting;
+    return common == mask || common == m_traceSetting;
+}
+
+void CGNTrace::ResetMask(short mask) {
+    const MutexHolder lock(m_mutex);
+    m_traceSetting = mask;
+}
+
+short CGNTrace::GetTraceSetting() const {
+    return m_traceSetting;
+}
+
+unsigned char CGNTrace::ResetOutput(char output) {
+    const MutexHolder lock(m_mutex);
+    if (output == 0 || output == kToStandardOutput) {
+        CloseFile();
+        m_fileName.Empty();
+        m_maxSize = 0;
+    }
+    if ((output & kToFile) && !m_traceFile) return 0;
+    m_output = static_cast<signed char>(output);
+    return 1;
+}
+
+unsigned char CGNTrace::ResetOutput(char output, CGNString& name, long maxSize) {
+    if (!(output & kToFile)) return ResetOutput(output);
+    const MutexHolder lock(m_mutex);
+    if (name.IsEmpty()) return 0;
+    m_output = static_cast<signed char>(output);
+    m_maxSize = static_cast<std::int32_t>(maxSize);
+    // A file that did not open is tried again.
+    if (m_traceFile && name == m_fileName) return 1;
+    CloseFile();
+    m_fileName = name;
+    m_traceFile = OpenTraceFile(name, "a");
+    return m_traceFile != nullptr;
+}
+
+void CGNTrace::ResetSize(long size) {
+    m_maxSize = static_cast<std::int32_t>(size);
+}
+void CGNTrace::ResetFileLine(char on) {
+    m_fileLine = static_cast<unsigned char>(on);
+}
+void CGNTrace::EnableFileLine() {
+    m_fileLine = 1;
+}
+void CGNTrace::DisableFileLine() {
+    m_fileLine = 0;
+}
+void CGNTrace::EnableDateTime() {
+    m_dateTime = 1;
+}
+void CGNTrace::DisableDateTime() {
+    m_dateTime = 0;
+}
+
+void CGNTrace::GetOutput(char* output, CGNString* name, long* size) const {
+    if (output) *output = static_cast<char>(m_output);
+    if (name) *name = m_fileName;
+    if (size) *size = m_maxSize;
+}
+
+FILE* CGNTrace::GetTraceFile() {
+    return m_traceFile;
+}
+
+void CGNTrace::WriteMsg(const char* fileLine, short mask, const CGNString& module,
+                        const char* format, ...) {
+    if (!IsEnabled(mask)) return;
+    va_list arguments;
+    va_start(arguments, format);
+    DoWriteMsg(fileLine, module, format, arguments);
+    va_end(arguments);
+}
+
+void CGNTrace::WriteMsg(const char* fileLine, short mask, const CGNString& module, long messageId,
+                        ...) {
+    if (!IsEnabled(mask)) return;
+    CGNString format;
+    OSLoadString(format, messageId);
+    va_list arguments;
+    va_start(arguments, messageId);
+    DoWriteMsg(fileLine, module, format, arguments);
+    va_end(arguments);
+}
+
+void CGNTrace::WriteText(const char* fileLine, short mask, const char* module, const char* format,
+                         ...) {
+    if (!IsEnabled(mask)) return;
+    va_list arguments;
+    va_start(arguments, format);
+    DoWriteMsg(fileLine, module, format, arguments);
+    va_end(arguments);
+}
+
+void CGNTrace::CloseFile() {
+    if (m_traceFile) std::fclose(m_traceFile);
+    m_traceFile = nullptr;
+}
+
+void CGNTrace::StartOverWhenFull() {
+    if (m_maxSize == 0 || !m_traceFile || !(m_output & kToFile)) return;
+    if (platform::PlaceIn(m_traceFile) < m_maxSize) return;
+    CloseFile();
+    m_traceFile = OpenTraceFile(m_fileName, "w");
+}
+
+void CGNTrace::DoWriteMsg(const char* fileLine, const char* module, const char* format,
+                          va_list arguments) {
+    const MutexHolder lock(m_mutex);
+    StartOverWhenFull();
+    TraceLine line;
+    if (m_dateTime) line.AppendDateTime();
+    if (OSIsThreaded()) line.AppendThread(OSGetCurrentThreadID());
+    const std::size_t prefix = line.Length();
+    if (*module) line.AppendModule(module);
+    line.AppendMessage(format, arguments);
+    if (m_fileLine && fileLine) line.AppendPosition(fileLine);
+    line.End();
+    if ((m_output & kToFile) && m_traceFile) line.WriteTo(m_traceFile);
+    if (!(m_output & kToStandardOutput)) return;
+    // On standard output the separator stands without a module too: programs parse it so.
+    if (!*module) line.InsertSeparator(prefix);
+    line.WriteTo(stdout);
+}
+
+CGNTraceFileLine::CGNTraceFileLine(long line, const char* file) {
+    char number[40];
+    std::snprintf(number, sizeof number, "Line %5ld in ", line);
+    *this += number;
+    *this += file;
+}
+
+CGNGlobalTrace* CGNGlobalTrace::m_pInstance = nullptr;
+
+CGNGlobalTrace* CGNGlobalTrace::Instance() {
+    if (!m_pInstance && AllocationPasses(sizeof(CGNGlobalTrace)))
+        m_pInstance = new (std::nothrow) CGNGlobalTrace;
+    return m_pInstance;
+}
+
+void CGNGlobalTrace::Free() {
+    delete m_pInstance;
+    m_pInstance = nullptr;
+}

@@ -1,0 +1,234 @@
+// Lists that own strings, and lists of those.
+#include <algorithm>
+#include <cstring>
+
+#include "genutil/list/storage.h"
+#include "genutil/string/storage.h"
+#include "mbutil.h"
+
+using genutil::CheckListMemory;
+using genutil::New;
+using genutil::OwnedItems;
+using Strings = OwnedItems<CGNString>;
+using StringLists = OwnedItems<CGNStringList>;
+
+// -- Copies --------------------------------------------------------------------------------------
+
+// A copy that memory ran out for would look like another text, or a shorter list; it is no copy.
+namespace {
+
+CGNString* CopyOf(const CGNString& s) {
+    auto* copy = New<CGNString>(s);
+    if (!CheckListMemory(copy) || copy->GetLength() == s.GetLength()) return copy;
+    delete copy;
+    return nullptr;
+}
+
+CGNString* CopyOf(const char* s) {
+    auto* copy = New<CGNString>(s);
+    if (!CheckListMemory(copy) || !copy->IsEmpty() || !s || !*s) return copy;
+    delete copy;
+    return nullptr;
+}
+
+// Of n bytes, which may have a 0 among them.
+CGNString* CopyOf(const char* bytes, unsigned n) {
+    auto* copy = New<CGNString>();
+    if (!CheckListMemory(copy) || n == 0) return copy;
+    genutil::StringStorage::Take(*copy, bytes, n, n);
+    if (!copy->IsEmpty()) return copy;
+    delete copy;
+    return nullptr;
+}
+
+bool IsWholeCopy(const CGNStringList& copy, const CGNStringList& list) {
+    if (copy.GetCount() != list.GetCount()) return false;
+    for (int i = 0; i < list.GetCount(); ++i)
+        if (!copy.GetItem(i) && list.GetItem(i)) return false;
+    return true;
+}
+
+CGNStringList* CopyOf(const CGNStringList& list) {
+    auto* copy = New<CGNStringList>(list);
+    if (!CheckListMemory(copy) || IsWholeCopy(*copy, list)) return copy;
+    delete copy;
+    return nullptr;
+}
+
+// The position of the first string equal to s, or -1.
+int Find(const CGNStringList& list, const CGNString& s) {
+    for (int i = 0; i < list.GetCount(); ++i)
+        if (const CGNString* item = list.GetItem(i); item && *item == s) return i;
+    return -1;
+}
+
+}  // namespace
+
+// -- CGNStringList -------------------------------------------------------------------------------
+
+CGNStringList::CGNStringList() = default;
+
+CGNStringList::CGNStringList(unsigned int initial, unsigned int increment)
+    : CGNList(initial, increment) {}
+
+// Assignment frees the array first, so there is no use in beginning with one.
+CGNStringList::CGNStringList(const CGNStringList& other) : CGNList(0, genutil::kListIncrement) {
+    *this += other;
+}
+
+CGNStringList::~CGNStringList() {
+    Strings::DestroyAll(*this);
+}
+
+CGNStringList& CGNStringList::operator=(const CGNStringList& other) {
+    if (this == &other) return *this;
+    Free();
+    return *this += other;
+}
+
+CGNStringList& CGNStringList::operator+=(const CGNStringList& other) {
+    if (this == &other) return *this;
+    for (int i = 0; i < other.GetCount(); ++i) {
+        const CGNString* item = other.GetItem(i);
+        Strings::Append(*this, item ? CopyOf(*item) : nullptr);
+    }
+    return *this;
+}
+
+// A null item tells that there was no memory for the string; it keeps later ones in their places.
+unsigned char CGNStringList::AddItem(const CGNString& s) {
+    return Strings::Append(*this, CopyOf(s));
+}
+
+unsigned char CGNStringList::AddItem(const char* s) {
+    return Strings::Append(*this, CopyOf(s));
+}
+
+unsigned char CGNStringList::InsertItem(int index, const CGNString& s) {
+    CGNString* copy = CopyOf(s);
+    return copy && Strings::Insert(*this, index, copy);
+}
+
+void CGNStringList::DeleteItem(int index) {
+    Strings::Delete(*this, index);
+}
+
+unsigned char CGNStringList::AddUnique(const CGNString& s) {
+    return Find(*this, s) < 0 && AddItem(s);
+}
+
+unsigned char CGNStringList::InsertUnique(int index, const CGNString& s) {
+    CGNString* copy = CopyOf(s);  // first, since s may be the very item that is deleted
+    if (!copy) return 0;
+    DeleteItem(Find(*this, s));
+    return Strings::Insert(*this, index, copy);
+}
+
+void CGNStringList::FreeListItems() {
+    Strings::DestroyAll(*this);
+}
+
+void CGNStringList::Free() {
+    Strings::DestroyAll(*this);
+    CGNList::Free();
+}
+
+unsigned int CGNStringList::ParseFrom(const CGNString& text, char separator) {
+    const char* part = text;
+    const char* const end = part + text.GetLength();
+    while (part != end) {
+        const auto* found = static_cast<const char*>(
+            std::memchr(part, separator, static_cast<std::size_t>(end - part)));
+        const char* partEnd = found ? found : end;
+        Strings::Append(*this, CopyOf(part, static_cast<unsigned>(partEnd - part)));
+        part = found ? found + 1 : end;
+    }
+    return static_cast<unsigned int>(GetCount());
+}
+
+// -- Sorting -------------------------------------------------------------------------------------
+
+namespace {
+
+bool ComesBefore(long a, long b) {
+    const auto* x = reinterpret_cast<const CGNString*>(a);
+    const auto* y = reinterpret_cast<const CGNString*>(b);
+    if (!x || !y) return !x && y;
+    return mbstrcoll(*x, *y) < 0;
+}
+
+// Lets the item at `root` sink into the heap below it: the hole goes down to a leaf first and the
+// item climbs from there, which halves the comparisons, and these are what costs.
+void Sink(long* items, int root, int size) {
+    const long item = items[root];
+    int hole = root;
+    while (hole < size / 2) {
+        int child = 2 * hole + 1;
+        if (child + 1 < size && ComesBefore(items[child], items[child + 1])) ++child;
+        items[hole] = items[child];
+        hole = child;
+    }
+    while (hole > root && ComesBefore(items[(hole - 1) / 2], item)) {
+        items[hole] = items[(hole - 1) / 2];
+        hole = (hole - 1) / 2;
+    }
+    items[hole] = item;
+}
+
+}  // namespace
+
+// A heap, because mbstrcoll is no strict order where memory runs out for a comparison: whatever the
+// answers are, this stays within the array, needs no memory and ends.
+void CGNStringList::Sort() {
+    long* items = CGNList::GetItemListPtr();
+    const int count = GetCount();
+    for (int root = count / 2 - 1; root >= 0; --root) Sink(items, root, count);
+    for (int size = count - 1; size > 0; --size) {
+        std::swap(items[0], items[size]);
+        Sink(items, 0, size);
+    }
+}
+
+// -- CGNStringListList ---------------------------------------------------------------------------
+
+CGNStringListList::CGNStringListList() = default;
+
+CGNStringListList::CGNStringListList(const CGNStringListList& other)
+    : CGNList(0, genutil::kListIncrement) {
+    *this = other;
+}
+
+CGNStringListList::~CGNStringListList() {
+    StringLists::DestroyAll(*this);
+}
+
+CGNStringListList& CGNStringListList::operator=(const CGNStringListList& other) {
+    if (this == &other) return *this;
+    Free();
+    for (int i = 0; i < other.GetCount(); ++i)
+        if (const CGNStringList* item = other.GetItem(i)) AddItem(*item);
+    return *this;
+}
+
+unsigned char CGNStringListList::AddItem(const CGNStringList& list) {
+    CGNStringList* copy = CopyOf(list);
+    return copy && StringLists::Append(*this, copy);
+}
+
+unsigned char CGNStringListList::InsertItem(int index, const CGNStringList& list) {
+    CGNStringList* copy = CopyOf(list);
+    return copy && StringLists::Insert(*this, index, copy);
+}
+
+void CGNStringListList::DeleteItem(int index) {
+    StringLists::Delete(*this, index);
+}
+
+void CGNStringListList::FreeListItems() {
+    StringLists::DestroyAll(*this);
+}
+
+void CGNStringListList::Free() {
+    StringLists::DestroyAll(*this);
+    CGNList::Free();
+}

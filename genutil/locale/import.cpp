@@ -1,0 +1,68 @@
+// Date pictures as older programs stored them, turned into those of today.
+#include "genlocale.h"
+#include "genutil/locale/locale_code_set.h"
+#include "genutil/locale/pattern_characters.h"
+
+using namespace genutil;
+
+namespace {
+
+// Today's pictures have small letters for days and years, so a capital one tells an old picture.
+bool IsOldPicture(const char* picture, int codeSet) {
+    return PictureHas(picture, codeSet, 'D') || PictureHas(picture, codeSet, 'Y');
+}
+
+// Old letters by what they become; in any case for months, since minutes have no place in a date.
+char TokenOfOldLetter(char c) {
+    switch (c) {
+        case 'D':
+            return 'd';
+        case 'Y':
+            return 'y';
+        case 'm':
+            return 'M';
+        default:
+            return c;
+    }
+}
+
+// Writes the token of an old picture that is `run` letters long. A year of one letter is a whole
+// one, and so is the month of a long date.
+void AppendToken(CGNString& to, char token, int run, bool isLong) {
+    constexpr int kWhole = 4;
+    if (run == 1 && (token == 'y' || (token == 'M' && isLong))) run = kWhole;
+    for (; run > 0; --run) to += token;
+}
+
+void ConvertOldPicture(CGNString& picture, int codeSet, bool isLong) {
+    if (!IsOldPicture(picture, codeSet)) return;
+    CGNString converted;
+    char token = 0;
+    int run = 0;
+    ForEachInPicture(picture, codeSet, [&](const char* at, int length, bool quoted) {
+        const char next = quoted || length > 1 ? 0 : TokenOfOldLetter(*at);
+        const bool isToken = next == 'd' || next == 'M' || next == 'y';
+        if (run != 0 && (!isToken || next != token)) {
+            AppendToken(converted, token, run, isLong);
+            run = 0;
+        }
+        token = next;
+        if (isToken) {
+            ++run;
+            return;
+        }
+        for (int i = 0; i < length; ++i) converted += at[i];
+    });
+    AppendToken(converted, token, run, isLong);
+    picture = converted;
+}
+
+}  // namespace
+
+void CLCLocale::ConvertOldImportLongDateFormat(CGNString& format) const {
+    ConvertOldPicture(format, GetCodeSet(), true);
+}
+
+void CLCLocale::ConvertOldImportShortDateFormat(CGNString& format) const {
+    ConvertOldPicture(format, GetCodeSet(), false);
+}

@@ -1,0 +1,33 @@
+#include "genutil/mbutil/best_fit.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace genutil {
+
+namespace {
+
+constexpr NearLetter kNearLetters[] = {
+#include "genutil/mbutil/best_fit.inc"
+};
+
+}  // namespace
+
+const NearLetter* FindNearLetter(std::uint16_t character) {
+    const NearLetter* end = std::end(kNearLetters);
+    const NearLetter* found =
+        std::lower_bound(kNearLetters, end, character,
+                         [](const NearLetter& row, std::uint16_t c) { return row.character < c; });
+    return found != end && found->character == character ? found : nullptr;
+}
+
+char PlainLetter(std::uint16_t character) {
+    while (character >= 0x80) {
+        const NearLetter* near = FindNearLetter(character);
+        if (!near) return 0;
+        character = near->plain;
+    }
+    return static_cast<char>(character);
+}
+
+}  // namespace genutil

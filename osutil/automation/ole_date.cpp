@@ -1,0 +1,26 @@
+#include "osutil/automation/ole_date.h"
+
+namespace genutil {
+
+bool ReadOleDate(double days, OleMoment* out) {
+    if (!(days > kFirstOleDay - 1.0 && days < kLastOleDay + 1.0)) return false;
+    OleMoment moment;
+    moment.day = static_cast<std::int32_t>(days);
+    const double fraction = days < moment.day ? moment.day - days : days - moment.day;
+    // A fraction that was made of a whole second is far less than half a second off it.
+    moment.second = static_cast<std::int32_t>(fraction * kSecondsOfDay + 0.5);
+    if (moment.second == kSecondsOfDay) {
+        if (moment.day == kLastOleDay) return false;
+        ++moment.day;
+        moment.second = 0;
+    }
+    *out = moment;
+    return true;
+}
+
+double WriteOleDate(OleMoment moment) {
+    const double fraction = static_cast<double>(moment.second) / kSecondsOfDay;
+    return moment.day < 0 ? moment.day - fraction : moment.day + fraction;
+}
+
+}  // namespace genutil

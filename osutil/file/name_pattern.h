@@ -1,0 +1,38 @@
+// Names of files against a pattern with wildcards, as Windows matches them.
+//
+//   *     any characters; before a dot, only those that leave the last dot of the name to it
+//   ?     a character other than a dot; nothing before a dot and at the end of the name
+//   .*    and ".?": the dot may be missing at the end of the name
+//   *.    at the end: names without a dot
+//   *.*   every name
+//
+// Letters match in either case.
+#pragma once
+
+#include <cstddef>
+
+#include "osutil/platform/file/path_units.h"
+
+namespace genutil {
+
+class NamePattern {
+  public:
+    explicit NamePattern(const char* pattern);  // both in the current code set
+    bool Matches(const char* name);             // false too when memory runs out, which is reported
+
+  private:
+    // Wildcards by place, as units that no name has.
+    enum : unsigned short { kAny = 1, kAnyButLastDot, kOne, kDotOrEnd };
+
+    void Compile(const unsigned short* pattern, std::size_t count);
+    void Skip(unsigned short next, bool atEnd);
+    void Step(unsigned short character, bool lastDot);
+
+    bool m_everything = false;
+    std::size_t m_count = 0;
+    platform::PathBuffer<unsigned short> m_elements;
+    // Whether the name so far can be what stands before an element.
+    platform::PathBuffer<unsigned char> m_reached;
+};
+
+}  // namespace genutil

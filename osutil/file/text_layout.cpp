@@ -1,0 +1,79 @@
+// Line ends and lengths of texts that travel between client and server.
+#include <algorithm>
+#include <cstring>
+
+#include "genutil/mbutil/code_set.h"
+#include "genutil/string/storage.h"
+#include "mbutil.h"
+#include "ostext.h"
+
+using genutil::NewText;
+using genutil::Owned;
+using genutil::Rule;
+using genutil::Units;
+using Storage = genutil::StringStorage;
+
+int OSClientFormatString(CGNString& text) {
+    static constexpr Rule kRules[] = {{"\r\n", "\r\n"}, {"\n", "\r\n"}, {"\x01", "\n"}};
+    Storage::Replace(text, kRules, std::size(kRules), Units::kBytes);
+    return static_cast<int>(text.GetLength());
+}
+
+int OSServerFormatString(CGNString& text) {
+    static constexpr Rule kRule{"\r\n", "\n"};
+    Storage::Replace(text, &kRule, 1, Units::kBytes);
+    return static_cast<int>(text.GetLength());
+}
+
+int OSClientGetNumLines(const CGNString& text) {
+    if (text.IsEmpty()) return 0;
+    const char* const bytes = text;
+    return static_cast<int>(std::count(bytes + 1, bytes + text.GetLength(), '\n'));
+}
+
+namespace {
+
+bool IsEastAsian(unsigned language) {
+    constexpr unsigned kChinese = 0x04, kJapanese = 0x11, kKorean = 0x12;
+    const unsigned primary = genutil::PrimaryLanguage(language);
+    return primary == kChinese || primary == kJapanese || primary == kKorean;
+}
+
+// The code set that the server's texts have while the current one is this.
+int ServerCodeSet(int codeSet) {
+    return codeSet == mbShiftJis ? mbEucJp : codeSet;
+}
+
+}  // namespace
+
+int OSFindPlatformStringLength(const char* text, int limit) {
+    if (!IsEastAsian(genutil::UserLanguage())) return limit;
+    if (!text || limit <= 0) return 0;
+    mbIsMultiByte();  // initialises
+    const auto most = static_cast<unsigned>(limit);
+    const void* end = std::memchr(text, 0, most);
+    const unsigned n =
+        end ? static_cast<unsigned>(static_cast<const char*>(end) - text) : mbidx(text, most);
+    // A conversion makes at most three bytes of one.
+    const std::uint64_t room = std::uint64_t{n} * 3;
+    const Owned<char> copy(NewText<char>(n)), server(NewText<char>(room)),
+        back(NewText<char>(room * 3));
+    if (!copy.Get() || !server.Get() || !back.Get()) return 0;
+    std::memcpy(copy.Get(), text, n);
+    copy.Get()[n] = 0;
+    WindowsCodingToUnixCodingExt(copy.Get(), server.Get());
+    if (std::strlen(server.Get()) > most)
+        server.Get()[mbidxtype(server.Get(), most, ServerCodeSet(mbGetLocaleCodeSet()))] = 0;
+    UnixCodingToWindowsCodingExt(server.Get(), back.Get());
+    return static_cast<int>(std::strlen(back.Get()));
+}
+
+int FindUTF8StringLength(const char* text, int limit) {
+    if (!text || limit <= 0) return 0;
+    CGNString part(text);
+    part.ConvertToUTF8(nullptr);
+    const unsigned fits = UTF8Limit(part, static_cast<unsigned>(limit));
+    if (fits < part.GetLength()) part.SubStrInBytes(0, static_cast<int>(fits));
+    part.ConvertFromUTF8();
+    return static_cast<int>(part.GetNumChars());
+}

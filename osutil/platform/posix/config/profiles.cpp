@@ -1,0 +1,131 @@
+// Reading profile files through file descriptors.
+#include "osutil/platform/config/profiles.h"
+
+#include <fcntl.h>
+
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <string_view>
+
+#include "osutil/config/ini_text.h"
+#include "osutil/platform/posix/file/descriptor.h"
+#include "osutil/platform/posix/config/profile_cache.h"
+#include "osutil/platform/posix/config/profile_path.h"
+
+namespace genutil::platform {
+
+ProfilePath::ProfilePath(const char* file) : m_given(file), m_path(m_given.Get()) {
+    if (file && (!m_path || std::strchr(m_path, '/'))) return;
+    m_path = m_kept.emplace(file ? m_path : "default.ini").Get();
+}
+
+namespace {
+
+// The clock's steps may hide a second change of a file from its times, so that a state is known for
+// certain only when it is older than this.
+constexpr std::int64_t kUncertain = 50'000'000;
+
+struct Query {
+    std::string_view section, key;
+    char* out;
+    std::size_t size;
+
+    std::size_t Store(std::string_view value) const {
+        const std::size_t length = value.size() < size ? value.size() : size - 1;
+        std::memcpy(out, value.data(), length);
+        return length;
+    }
+};
+
+// Reads piece by piece and no further than it has to. False without the value.
+bool SearchFile(int file, const Query& query, std::size_t* length) {
+    constexpr std::size_t kPiece = 32768;
+    char first[kPiece];
+    Owned<char> larger;
+    char* buffer = first;
+    std::size_t room = kPiece, kept = 0;
+    IniSearch search(query.section, query.key);
+    for (bool isFirst = true;;) {
+        const ssize_t count = read(file, buffer + kept, room - kept);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return false;
+        const std::size_t filled = kept + static_cast<std::size_t>(count);
+        const void* feed = memrchr(buffer + kept, '\n', filled - kept);
+        std::size_t whole =
+            feed ? static_cast<std::size_t>(static_cast<const char*>(feed) + 1 - buffer) : 0;
+        if (count == 0) whole = filled;
+        if (whole && search.Next({buffer, whole}, isFirst)) break;
+        if (count == 0) return false;
+        isFirst = isFirst && whole == 0;
+        kept = filled - whole;
+        if (kept == room) {  // one line fills it
+            Owned<char> next(static_cast<char*>(Allocate(std::uint64_t{room} * 2)));
+            if (!AssertAllocation(next.Get() != nullptr, "osutil/osconfig", __LINE__)) return false;
+            std::memcpy(next.Get(), buffer, kept);
+            larger.Reset(next.Take());
+            buffer = larger.Get();
+            room *= 2;
+        } else {
+            std::memmove(buffer, buffer + whole, kept);
+        }
+    }
+    if (search.IsFound()) *length = query.Store(search.Value());
+    return search.IsFound();
+}
+
+bool HasState(int file, const FileState& state) {
+    struct stat status;
+    return fstat(file, &status) == 0 && FileState::Of(status) == state;
+}
+
+// Reads all of a file that is still in that state, for the cache.
+bool LoadFile(int file, const FileState& state, Owned<char>* text) {
+    timespec now;
+    clock_gettime(CLOCK_REALTIME_COARSE, &now);  // the clock of the files' times
+    const std::int64_t certain = FileState::Nanoseconds(now) - kUncertain;
+    if (state.changed >= certain || state.modified >= certain) return false;
+    const auto size = static_cast<std::size_t>(state.size);
+    text->Reset(static_cast<char*>(Allocate(size + 1)));
+    return text->Get() && HasState(file, state) && ReadExactly(file, 0, text->Get(), size) &&
+           HasState(file, state);
+}
+
+bool ReadValue(const char* path, const Query& query, std::size_t* length) {
+    struct stat status;
+    if (!path || stat(path, &status) != 0 || !S_ISREG(status.st_mode)) return false;
+    const FileState state = FileState::Of(status);
+    const Cached cached =
+        AskProfileCache(state, query.section, query.key, query.out, query.size, length);
+    if (cached == Cached::kFound || cached == Cached::kMissing) return cached == Cached::kFound;
+    const OpenDescriptor file(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!file.IsOpen()) return false;
+    Owned<char> text;
+    if (cached == Cached::kLoad && LoadFile(file.Get(), state, &text)) {
+        IniSearch search(query.section, query.key);
+        search.Next({text.Get(), static_cast<std::size_t>(state.size)}, true);
+        if (search.IsFound()) *length = query.Store(search.Value());
+        FillProfileCache(state, &text);
+        return search.IsFound();
+    }
+    return SearchFile(file.Get(), query, length);
+}
+
+}  // namespace
+
+std::size_t ReadProfileValue(const char* file, const char* section, const char* key,
+                             const char* fallback, char* out, std::size_t size) {
+    const ProfilePath path(file);
+    const Query query{section, key, out, size};
+    std::size_t length = 0;
+    if (!ReadValue(path.Get(), query, &length)) {
+        std::string_view text = fallback;
+        while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+        length = query.Store(text);
+    }
+    // A text ends at its first zero, which a file may hold.
+    out[length] = 0;
+    return std::strlen(out);
+}
+
+}  // namespace genutil::platform

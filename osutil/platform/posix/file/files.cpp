@@ -1,0 +1,130 @@
+// Files through file descriptors.
+#include "osutil/platform/file/files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "osutil/platform/posix/file/descriptor.h"
+#include "osutil/platform/posix/file/errors.h"
+#include "osutil/platform/posix/file/paths.h"
+
+namespace genutil::platform {
+
+namespace {
+
+int FlagsOf(Opening opening) {
+    switch (opening) {
+        case Opening::kRead:
+            return O_RDONLY | O_NONBLOCK;  // which does not wait for the writer of a pipe
+        case Opening::kCreate:
+            return O_WRONLY | O_CREAT | O_EXCL;
+        case Opening::kCreateOrTruncate:
+            return O_WRONLY | O_CREAT | O_TRUNC;
+        case Opening::kCreateOrAppend:
+            return O_RDWR | O_CREAT | O_APPEND;
+        case Opening::kAppend:
+            break;
+    }
+    return O_WRONLY | O_APPEND;
+}
+
+FileCode CodeOf(int result) {
+    return result == 0 ? kDone : FileCodeOf(errno);
+}
+
+}  // namespace
+
+// -- Open files ----------------------------------------------------------------------------------
+
+File::File(const char* path, Opening opening) {
+    const SystemPath name(path);
+    m_handle = name.Get() ? open(name.Get(), FlagsOf(opening) | O_CLOEXEC | O_NOCTTY, 0666) : -1;
+    m_code = m_handle >= 0 ? kDone : FileCodeOf(errno);
+}
+
+std::int64_t File::Size() const {
+    struct stat status;
+    const bool known = m_handle >= 0 && fstat(static_cast<int>(m_handle), &status) == 0;
+    return known && S_ISREG(status.st_mode) ? status.st_size : -1;
+}
+
+bool File::ReadAt(std::int64_t offset, char* out, std::size_t count) {
+    return ReadExactly(static_cast<int>(m_handle), offset, out, count);
+}
+
+bool File::Write(const char* bytes, std::size_t count) {
+    while (count > 0) {
+        const ssize_t done = write(static_cast<int>(m_handle), bytes, count);
+        if (done < 0 && errno == EINTR) continue;
+        if (done <= 0) return false;
+        bytes += done;
+        count -= static_cast<std::size_t>(done);
+    }
+    return true;
+}
+
+bool File::Close() {
+    if (m_handle < 0) return false;
+    const int file = static_cast<int>(m_handle);
+    m_handle = -1;
+    return close(file) == 0;
+}
+
+std::int64_t PlaceIn(std::FILE* stream) {
+    return ftello(stream);
+}
+
+bool GoTo(std::FILE* stream, std::int64_t place) {
+    return fseeko(stream, place, SEEK_SET) == 0;
+}
+
+// -- By path -------------------------------------------------------------------------------------
+
+// Programs that are started do not get it.
+std::FILE* OpenStream(const char* path, const char* mode) {
+    const SystemPath name(path);
+    char closing[8];
+    std::snprintf(closing, sizeof closing, "%se", mode);
+    return name.Get() ? std::fopen(name.Get(), closing) : nullptr;
+}
+
+bool Exists(const char* path) {
+    const SystemPath name(path);
+    struct stat status;
+    return name.Get() && lstat(name.Get(), &status) == 0;
+}
+
+FileCode MakeDirectory(const char* path) {
+    const SystemPath name(path);
+    return name.Get() ? CodeOf(mkdir(name.Get(), 0777)) : FileCodeOf(errno);
+}
+
+FileCode RemoveFile(const char* path) {
+    const SystemPath name(path);
+    return name.Get() ? CodeOf(unlink(name.Get())) : FileCodeOf(errno);
+}
+
+// -- Places --------------------------------------------------------------------------------------
+
+std::size_t TemporaryDirectory(char* out, std::size_t size) {
+    const NameText text(TemporaryFolder());
+    if (!text.Get()) return 0;
+    std::size_t length = std::strlen(text.Get());
+    while (length > 0 && text.Get()[length - 1] == '/') --length;
+    if (length + 2 > size) return 0;
+    std::memcpy(out, text.Get(), length);
+    // Names are joined with this separator.
+    out[length] = '\\';
+    return length + 1;
+}
+
+// Mounted network directories have no local name but their path.
+bool VisitConnectedDisks(ResourceVisitor, void*) {
+    return true;
+}
+
+}  // namespace genutil::platform

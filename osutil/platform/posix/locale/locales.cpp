@@ -1,0 +1,92 @@
+// The user's locale from the environment, and letters from ICU.
+#include "osutil/platform/locale/locales.h"
+
+#include <unicode/uchar.h>
+#include <unicode/ucol.h>
+
+#include <cstdlib>
+#include <cstring>
+
+namespace genutil::platform {
+
+namespace {
+
+// The first of the variables that is set and not empty, as POSIX orders them; "" when none is.
+const char* LocaleFromEnvironment(const char* category) {
+    for (const char* variable : {"LC_ALL", category, "LANG"}) {
+        const char* value = std::getenv(variable);
+        if (value && *value) return value;
+    }
+    return "";
+}
+
+// Copies "language_COUNTRY" of "language_COUNTRY.charset@modifier"; nothing for the C locale.
+void CopyPlainName(char* out, std::size_t size, const char* locale) {
+    const std::size_t length = std::strcspn(locale, ".@");
+    const bool isC =
+        (length == 1 && locale[0] == 'C') || (length == 5 && std::memcmp(locale, "POSIX", 5) == 0);
+    out[0] = 0;
+    if (isC || length >= size) return;
+    std::memcpy(out, locale, length);
+    out[length] = 0;
+}
+
+// Opened once and kept for the life of the process: a collator may compare from several threads at
+// a time as long as none changes it. Null when ICU has no data.
+const UCollator* UserCollator() {
+    static const UCollator* const collator = [] {
+        char name[32];
+        CopyPlainName(name, sizeof name, LocaleFromEnvironment("LC_COLLATE"));
+        UErrorCode error = U_ZERO_ERROR;
+        return ucol_open(*name ? name : "root", &error);
+    }();
+    return collator;
+}
+
+static_assert(sizeof(UChar) == sizeof(std::uint16_t));
+const UChar* AsUnits(const std::uint16_t* text) {
+    return reinterpret_cast<const UChar*>(text);
+}
+
+// As Windows maps case: only there and back again, so neither the micro sign nor the dotless i has
+// a capital; and within 16 bits.
+std::uint16_t MapCase(std::uint16_t character, UChar32 (*map)(UChar32), UChar32 (*back)(UChar32)) {
+    const UChar32 mapped = map(character);
+    const bool both = mapped >= 0 && mapped <= 0xFFFF && back(mapped) == character;
+    return both ? static_cast<std::uint16_t>(mapped) : character;
+}
+
+}  // namespace
+
+UserLocale GetUserLocale() {
+    UserLocale locale{};
+    CopyPlainName(locale.name, sizeof locale.name, LocaleFromEnvironment("LC_CTYPE"));
+    return locale;
+}
+
+unsigned AnsiCodePageOfLanguage(std::uint16_t) {
+    return 0;
+}
+
+bool HasTimeZoneRegistry() {
+    return false;
+}
+
+std::uint16_t ToUpper(std::uint16_t character) {
+    return MapCase(character, u_toupper, u_tolower);
+}
+std::uint16_t ToLower(std::uint16_t character) {
+    return MapCase(character, u_tolower, u_toupper);
+}
+
+int Collate(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b,
+            std::size_t bLength) {
+    if (const UCollator* collator = UserCollator())
+        return ucol_strcoll(collator, AsUnits(a), static_cast<int32_t>(aLength), AsUnits(b),
+                            static_cast<int32_t>(bLength));
+    for (; aLength && bLength; ++a, ++b, --aLength, --bLength)
+        if (*a != *b) return *a < *b ? -1 : 1;
+    return aLength ? 1 : bLength ? -1 : 0;
+}
+
+}  // namespace genutil::platform

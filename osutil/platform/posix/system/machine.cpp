@@ -1,0 +1,124 @@
+// The machine as /proc and /etc tell it.
+#include "osutil/platform/system/machine.h"
+
+#include <sys/resource.h>
+#include <sys/utsname.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <iterator>
+
+#include "osutil/platform/posix/file/paths.h"
+
+namespace genutil::platform {
+
+// What there are numbers for is long gone.
+unsigned long ProcessorType() {
+    return 0;
+}
+
+std::uint32_t ProcessId() {
+    return static_cast<std::uint32_t>(getpid());
+}
+
+WindowsVersion ReadWindowsVersion() {
+    return {};
+}
+
+// -- The system ----------------------------------------------------------------------------------
+
+namespace {
+
+// The value of a line `PRETTY_NAME="Debian GNU/Linux 12 (bookworm)"`.
+bool TakeValue(char* line, const char* key, char* out, std::size_t size) {
+    const std::size_t length = std::strlen(key);
+    if (std::strncmp(line, key, length) != 0 || line[length] != '=') return false;
+    char* value = line + length + 1;
+    value[std::strcspn(value, "\n")] = 0;
+    if (*value == '"' || *value == '\'') {
+        char* const close = std::strrchr(value + 1, *value);
+        if (close) *close = 0;
+        ++value;
+    }
+    std::snprintf(out, size, "%s", value);  // UTF-8 as yet
+    return *out != 0;
+}
+
+}  // namespace
+
+bool ReadSystemName(char* out, std::size_t size) {
+    char name[512] = "";  // as long as a line
+    for (const char* path : {"/etc/os-release", "/usr/lib/os-release"}) {
+        std::FILE* const file = std::fopen(path, "re");
+        if (!file) continue;
+        char line[512];
+        while (!*name && std::fgets(line, sizeof line, file))
+            TakeValue(line, "PRETTY_NAME", name, sizeof name);
+        std::fclose(file);
+        if (*name) break;
+    }
+    utsname system;
+    if (!*name && uname(&system) == 0) std::snprintf(name, sizeof name, "%s", system.sysname);
+    NameText(*name ? name : "Linux").CopyTo(out, size);
+    return true;
+}
+
+void ReadHostName(char* out, std::size_t size) {
+    utsname system;
+    NameText(uname(&system) == 0 ? system.nodename : "").CopyTo(out, size);
+}
+
+// -- Memory --------------------------------------------------------------------------------------
+
+namespace {
+
+struct MemoryRow {
+    const char* name;
+    std::uint64_t* bytes;
+};
+
+// Lines "MemTotal:  16318764 kB".
+void ReadKilobytes(const char* path, const MemoryRow* rows, std::size_t count) {
+    std::FILE* const file = std::fopen(path, "re");
+    if (!file) return;
+    char line[256];
+    while (std::fgets(line, sizeof line, file)) {
+        const std::size_t length = std::strcspn(line, ":");
+        unsigned long long kilobytes = 0;
+        for (std::size_t i = 0; i < count; ++i)
+            if (std::strlen(rows[i].name) == length &&
+                std::memcmp(line, rows[i].name, length) == 0 &&
+                std::sscanf(line + length + 1, "%llu", &kilobytes) == 1)
+                *rows[i].bytes = kilobytes * 1024;
+    }
+    std::fclose(file);
+}
+
+}  // namespace
+
+Memory ReadMemory() {
+    Memory memory = {};
+    std::uint64_t totalSwap = 0, freeSwap = 0, used = 0;
+    const MemoryRow rows[] = {{"MemTotal", &memory.totalPhysical},
+                              {"MemAvailable", &memory.availablePhysical},
+                              {"SwapTotal", &totalSwap},
+                              {"SwapFree", &freeSwap}};
+    ReadKilobytes("/proc/meminfo", rows, std::size(rows));
+    if (memory.totalPhysical == 0) return {};
+    const MemoryRow size = {"VmSize", &used};
+    ReadKilobytes("/proc/self/status", &size, 1);
+    memory.load =
+        static_cast<std::uint32_t>(100 - memory.availablePhysical * 100 / memory.totalPhysical);
+    memory.totalPageFile = memory.totalPhysical + totalSwap;
+    memory.availablePageFile = memory.availablePhysical + freeSwap;
+    // What a process may have of its address space, or all of it.
+    rlimit limit = {};
+    const bool limited = getrlimit(RLIMIT_AS, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
+    memory.totalVirtual = limited ? limit.rlim_cur : std::uint64_t{1} << 47;
+    memory.availableVirtual = memory.totalVirtual > used ? memory.totalVirtual - used : 0;
+    return memory;
+}
+
+}  // namespace genutil::platform

@@ -1,0 +1,208 @@
+// The calls of threading.h that take a lock which is free, or give one up that nobody waits for:
+// a few instructions, so they stand in their callers. What sleeps and wakes is in mutex.cpp and
+// read_write_lock.cpp.
+//
+// After a call has given up a lock it touches no more of it than the address: whoever takes it next
+// may destroy it.
+#pragma once
+
+#include <atomic>
+#include <cerrno>
+#include <cstdint>
+
+#include "osutil/platform/thread/threading.h"
+
+namespace genutil::platform {
+
+// -- The calling thread --------------------------------------------------------------------------
+
+// A lock in the list of those that one thread holds; only that thread touches it.
+struct HeldLock {
+    HeldLock* previous;
+    HeldLock* next;
+    void (*abandon)(HeldLock* lock);  // what happens to it when the thread ends
+};
+
+struct ThisThread {
+    std::uint32_t id;  // 0 until it is asked for
+    HeldLock* held;
+    void* pointer;
+    void (*atEnd)(void*);
+
+    void Hold(HeldLock& lock) {
+        lock.previous = nullptr;
+        lock.next = held;
+        if (held) held->previous = &lock;
+        held = &lock;
+    }
+    void LetGo(HeldLock& lock) {
+        (lock.previous ? lock.previous->next : held) = lock.next;
+        if (lock.next) lock.next->previous = lock.previous;
+    }
+};
+
+// The model spares the call that finds the thread variables of a library.
+extern thread_local constinit ThisThread t_thisThread __attribute__((tls_model("initial-exec")));
+
+// Fills t_thisThread and has its end called; false when the system has no room for the latter.
+bool EnterThread();
+
+inline ThisThread& CurrentThread() {
+    if (t_thisThread.id == 0) [[unlikely]]
+        EnterThread();
+    return t_thisThread;
+}
+
+inline std::uint32_t ThreadId() {
+    return CurrentThread().id;
+}
+
+inline void* ThreadPointer() {
+    return t_thisThread.pointer;
+}
+
+// -- Mutexes -------------------------------------------------------------------------------------
+
+constexpr std::uint32_t kAwaited = 0x80000000;  // a thread may sleep until the state changes
+constexpr std::uint32_t kHolder = ~kAwaited;
+
+struct Mutex : HeldLock {
+    std::atomic<std::uint32_t> state;  // 0 while free; else the holder, with kAwaited or without
+    std::uint32_t levels;              // how often the holder has to release
+};
+
+unsigned WakeForMutex(const void* mutex);  // 0
+
+inline bool IsHolder(const Mutex* mutex, const ThisThread& self) {
+    return (mutex->state.load(std::memory_order_relaxed) & kHolder) == self.id;
+}
+
+inline bool ChangeFreeMutex(Mutex* mutex, std::uint32_t id, Sharing sharing) {
+    if (sharing == Sharing::kAlone) {
+        mutex->state.store(id, std::memory_order_relaxed);
+        return true;
+    }
+    std::uint32_t state = 0;
+    return mutex->state.compare_exchange_strong(state, id, std::memory_order_acquire);
+}
+
+inline bool TakeMutexAtOnce(Mutex* mutex, Sharing sharing) {
+    ThisThread& self = t_thisThread;
+    if (!mutex || self.id == 0) return false;
+    const std::uint32_t state = mutex->state.load(std::memory_order_relaxed);
+    if (state == 0) {
+        if (!ChangeFreeMutex(mutex, self.id, sharing)) return false;
+        mutex->levels = 1;
+        self.Hold(*mutex);
+        return true;
+    }
+    if ((state & kHolder) != self.id) return false;
+    ++mutex->levels;
+    return true;
+}
+
+inline unsigned FreeMutex(Mutex* mutex, Sharing sharing) {
+    if (sharing == Sharing::kAlone)
+        mutex->state.store(0, std::memory_order_release);
+    else if (mutex->state.exchange(0, std::memory_order_release) & kAwaited) [[unlikely]]
+        return WakeForMutex(mutex);
+    return 0;
+}
+
+inline unsigned ReleaseMutex(Mutex* mutex, Sharing sharing) {
+    if (!mutex) return EINVAL;
+    ThisThread& self = CurrentThread();
+    if (!IsHolder(mutex, self)) return EPERM;
+    if (--mutex->levels != 0) return 0;
+    self.LetGo(*mutex);
+    return FreeMutex(mutex, sharing);
+}
+
+}  // namespace genutil::platform
+
+// -- Read-write locks ----------------------------------------------------------------------------
+
+struct _osrdwr : genutil::platform::HeldLock {
+    // The upper half counts readers; while a writer is in, those that wait for it, whose place is
+    // taken already, and those that the writer began itself. The lower half is what threads sleep
+    // on: it stays the same while readers come and go.
+    std::atomic<std::uint64_t> state;
+    std::atomic<std::uint32_t> writer;  // its thread; only that thread can find itself there
+    std::uint32_t levels;               // how often the writer has to release
+};
+
+namespace genutil::platform {
+
+constexpr std::uint64_t kWriting = 1;
+constexpr std::uint64_t kWriterSleeps = 2;  // a writer may sleep until the lock is free
+constexpr std::uint64_t kReader = std::uint64_t{1} << 32;
+
+void SleepAsReader(_osrdwr* lock);
+void TakeBusyLock(_osrdwr* lock);
+void WakeForLock(const void* lock, std::uint64_t state);
+
+inline bool IsWriter(const _osrdwr* lock, const ThisThread& self) {
+    return lock->writer.load(std::memory_order_relaxed) == self.id;
+}
+
+// Nobody is left to wake a sleeping writer later: the mark goes with the lock.
+inline std::uint64_t WithoutMarkIfFree(std::uint64_t state) {
+    return state == kWriterSleeps ? 0 : state;
+}
+
+inline unsigned ReadWait(_osrdwr* lock) {
+    // Counted at once, whoever is in: nobody can begin to write from then on.
+    const std::uint64_t state = lock->state.fetch_add(kReader, std::memory_order_acquire);
+    if ((state & kWriting) && !IsWriter(lock, CurrentThread())) [[unlikely]]
+        SleepAsReader(lock);
+    return 0;
+}
+
+inline unsigned ReadRelease(_osrdwr* lock) {
+    std::uint64_t state = lock->state.load(std::memory_order_relaxed), next;
+    do {
+        if (state < kReader) return EPERM;
+        next = WithoutMarkIfFree(state - kReader);
+    } while (!lock->state.compare_exchange_weak(state, next, std::memory_order_release,
+                                                std::memory_order_relaxed));
+    if (next == 0 && (state & kWriterSleeps)) [[unlikely]]
+        WakeForLock(lock, kWriterSleeps);
+    return 0;
+}
+
+inline unsigned WriteWait(_osrdwr* lock) {
+    ThisThread& self = CurrentThread();
+    if (IsWriter(lock, self)) {
+        ++lock->levels;
+        return 0;
+    }
+    std::uint64_t state = 0;
+    if (!lock->state.compare_exchange_strong(state, kWriting, std::memory_order_acquire,
+                                             std::memory_order_relaxed)) [[unlikely]]
+        TakeBusyLock(lock);
+    lock->writer.store(self.id, std::memory_order_relaxed);
+    lock->levels = 1;
+    self.Hold(*lock);
+    return 0;
+}
+
+inline void EndWriting(_osrdwr* lock) {
+    lock->writer.store(0, std::memory_order_relaxed);
+    std::uint64_t state = lock->state.load(std::memory_order_relaxed);
+    while (!lock->state.compare_exchange_weak(state, WithoutMarkIfFree(state & ~kWriting),
+                                              std::memory_order_release, std::memory_order_relaxed))
+        ;
+    if (state != kWriting) [[unlikely]]
+        WakeForLock(lock, state);
+}
+
+inline unsigned WriteRelease(_osrdwr* lock) {
+    ThisThread& self = CurrentThread();
+    if (!IsWriter(lock, self)) return EPERM;
+    if (--lock->levels != 0) return 0;
+    self.LetGo(*lock);
+    EndWriting(lock);
+    return 0;
+}
+
+}  // namespace genutil::platform

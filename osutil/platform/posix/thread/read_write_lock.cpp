@@ -1,0 +1,76 @@
+// Read-write locks: where they are busy. The system's own either let a waiting writer hold up
+// readers or do not let the writer read, and none goes on when its writer has ended.
+#include <bit>
+#include <climits>
+#include <new>
+
+#include "osutil/platform/posix/thread/futex.h"
+#include "osutil/platform/thread/threading.h"
+
+namespace genutil::platform {
+
+namespace {
+
+enum SleeperKind : std::uint32_t { kSleepingReader = 1, kSleepingWriter = 2 };
+
+static_assert(std::endian::native == std::endian::little, "the lower half has the state's address");
+
+void Sleep(_osrdwr* lock, std::uint64_t state, SleeperKind kind) {
+    FutexWait(&lock->state, static_cast<std::uint32_t>(state), kind);
+}
+
+void Abandon(HeldLock* lock) {
+    EndWriting(static_cast<_osrdwr*>(lock));
+}
+
+}  // namespace
+
+_osrdwr* NewReadWriteLock() {
+    return new (std::nothrow) _osrdwr{{nullptr, nullptr, Abandon}, {0}, {0}, 0};
+}
+
+// The record is all there is to make.
+unsigned MakeReadWriteLock(_osrdwr*) {
+    return 0;
+}
+
+void FreeReadWriteLock(_osrdwr* lock) {
+    if (!lock) return;
+    ThisThread& self = CurrentThread();
+    if (IsWriter(lock, self)) self.LetGo(*lock);
+    delete lock;
+}
+
+void SleepAsReader(_osrdwr* lock) {
+    for (;;) {
+        const std::uint64_t state = lock->state.load(std::memory_order_acquire);
+        if (!(state & kWriting)) return;
+        Sleep(lock, state, kSleepingReader);
+    }
+}
+
+// Takes the lock with the mark: whether others still sleep is not known.
+void TakeBusyLock(_osrdwr* lock) {
+    std::uint64_t state = lock->state.load(std::memory_order_relaxed);
+    for (;;) {
+        const bool isFree = (state & ~kWriterSleeps) == 0;
+        const std::uint64_t next = state | kWriterSleeps | (isFree ? kWriting : 0);
+        if (next != state && !lock->state.compare_exchange_weak(
+                                 state, next, std::memory_order_acquire, std::memory_order_relaxed))
+            continue;
+        if (isFree) return;
+        Sleep(lock, next, kSleepingWriter);
+        state = lock->state.load(std::memory_order_relaxed);
+    }
+}
+
+// The readers that wait for a writer go first, and then wake the writers.
+void WakeForLock(const void* lock, std::uint64_t state) {
+    const void* word = &static_cast<const _osrdwr*>(lock)->state;
+    if (state >= kReader)
+        FutexWake(word, INT_MAX, kSleepingReader);
+    else if (state & kWriterSleeps)
+        FutexWake(word, 1, kSleepingWriter);
+}
+
+}  // namespace genutil::platform

@@ -1,0 +1,113 @@
+#include "osutil/platform/thread/threading.h"
+
+#include <errno.h>
+#include <pthread.h>
+#include <unistd.h>
+
+#include <new>
+
+namespace genutil::platform {
+
+// -- Threads -------------------------------------------------------------------------------------
+
+// A pthread can be joined once; whoever waits later, or meanwhile, waits for that.
+struct Thread {
+    pthread_t system;
+    pthread_mutex_t joining;
+    bool joined;
+};
+
+namespace {
+
+void* RunTask(void* block) {
+    auto* task = static_cast<ThreadTask*>(block);
+    task->run(task);
+    return nullptr;
+}
+
+}  // namespace
+
+unsigned StartThread(ThreadTask* task, Thread** thread) {
+    *thread = nullptr;
+    auto* started = new (std::nothrow) Thread{{}, PTHREAD_MUTEX_INITIALIZER, false};
+    if (!started) return ENOMEM;
+    const int error = pthread_create(&started->system, nullptr, RunTask, task);
+    if (error) {
+        delete started;
+        return static_cast<unsigned>(error);
+    }
+    *thread = started;
+    return 0;
+}
+
+unsigned WaitForThreadEnd(Thread* thread) {
+    if (!thread) return EINVAL;
+    pthread_mutex_lock(&thread->joining);
+    const int error = thread->joined ? 0 : pthread_join(thread->system, nullptr);
+    if (!error) thread->joined = true;
+    pthread_mutex_unlock(&thread->joining);
+    return static_cast<unsigned>(error);
+}
+
+void CloseThread(Thread* thread) {
+    if (!thread) return;
+    if (!thread->joined) pthread_detach(thread->system);
+    pthread_mutex_destroy(&thread->joining);
+    delete thread;
+}
+
+void EndThisThread() {
+    pthread_exit(nullptr);
+}
+
+// -- The calling thread --------------------------------------------------------------------------
+
+thread_local constinit ThisThread t_thisThread{};
+
+namespace {
+
+void LeaveThread(void*) {
+    ThisThread& self = t_thisThread;
+    if (self.pointer) {
+        void* pointer = self.pointer;
+        self.pointer = nullptr;
+        self.atEnd(pointer);
+    }
+    while (self.held) {
+        HeldLock* lock = self.held;
+        self.held = lock->next;
+        if (self.held) self.held->previous = nullptr;
+        lock->abandon(lock);
+    }
+    self.id = 0;  // locks taken from here on, by other ends of the thread, call for another round
+}
+
+// In the child of a fork, the one thread goes on under a new number.
+void RenewThread() {
+    if (t_thisThread.id) t_thisThread.id = static_cast<std::uint32_t>(gettid());
+}
+
+struct EndKey {
+    EndKey() : valid(pthread_key_create(&key, LeaveThread) == 0) {
+        pthread_atfork(nullptr, nullptr, RenewThread);
+    }
+    pthread_key_t key;
+    bool valid;
+};
+
+}  // namespace
+
+bool EnterThread() {
+    static const EndKey s_end;
+    t_thisThread.id = static_cast<std::uint32_t>(gettid());
+    return s_end.valid && pthread_setspecific(s_end.key, &t_thisThread) == 0;
+}
+
+bool SetThreadPointer(void* pointer, void (*atEnd)(void*)) {
+    if (!EnterThread()) return false;
+    t_thisThread.pointer = pointer;
+    t_thisThread.atEnd = atEnd;
+    return true;
+}
+
+}  // namespace genutil::platform

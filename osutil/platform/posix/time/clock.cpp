@@ -1,0 +1,31 @@
+#include "osutil/platform/time/clock.h"
+
+#include <time.h>
+
+namespace genutil::platform {
+
+std::int64_t SecondsNow() {
+    return time(nullptr);
+}
+
+LocalTime LocalTimeOf(std::int64_t seconds) {
+    const time_t moment = static_cast<time_t>(seconds);
+    tm local = {};
+    localtime_r(&moment, &local);
+    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
+            local.tm_hour,        local.tm_min,     local.tm_sec};
+}
+
+WallClock ReadWallClock() {
+    timespec now;
+    clock_gettime(CLOCK_REALTIME, &now);
+    return {now.tv_sec, static_cast<int>(now.tv_nsec / 1000000)};
+}
+
+std::uint32_t TickCount() {
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<std::uint32_t>(now.tv_sec * 1000 + now.tv_nsec / 1000000);
+}
+
+}  // namespace genutil::platform

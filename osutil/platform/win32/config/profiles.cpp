@@ -1,0 +1,23 @@
+// Profile files through the system's profile calls.
+#include "osutil/platform/config/profiles.h"
+
+#include "osutil/platform/win32/windows_api.h"
+
+namespace genutil::platform {
+
+// The ANSI calls keep the bytes of a file, where the wide ones would lose what the system's ANSI
+// code page does not have.
+
+std::size_t ReadProfileValue(const char* file, const char* section, const char* key,
+                             const char* fallback, char* out, std::size_t size) {
+    const auto room = static_cast<DWORD>(size);
+    return file ? GetPrivateProfileStringA(section, key, fallback, out, room, file)
+                : GetProfileStringA(section, key, fallback, out, room);
+}
+
+bool WriteProfileValue(const char* file, const char* section, const char* key, const char* value) {
+    return (file ? WritePrivateProfileStringA(section, key, value, file)
+                 : WriteProfileStringA(section, key, value)) != 0;
+}
+
+}  // namespace genutil::platform

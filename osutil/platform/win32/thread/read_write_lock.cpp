@@ -1,0 +1,106 @@
+// Read-write locks of three of the system's objects.
+//
+// Whoever changes who is in holds the guard meanwhile: readers for a moment, a writer for as long
+// as it writes. A writer waits for the guard and the absence of readers at once, and so never has
+// the guard while it still waits.
+#include <algorithm>
+#include <iterator>
+#include <new>
+
+#include "osutil/platform/thread/threading.h"
+#include "osutil/platform/win32/windows_api.h"
+
+struct _osrdwr {
+    HANDLE guard;
+    HANDLE noReaders;    // an event, signalled while there is none
+    HANDLE readerCount;  // a semaphore: its count is the number of readers
+    DWORD readers[211];  // their threads, 0 where a slot is free, for whoever looks into a process
+    DWORD writer;        // its thread, 0 without one
+};
+static_assert(sizeof(void*) != 4 || sizeof(_osrdwr) == 4 * (3 + 211 + 1));
+
+namespace genutil::platform {
+
+namespace {
+
+unsigned WaitForBoth(HANDLE first, HANDLE second) {
+    const HANDLE handles[] = {first, second};
+    const DWORD result = WaitForMultipleObjects(2, handles, TRUE, INFINITE);
+    return result == WAIT_FAILED ? GetLastError() : 0;
+}
+
+unsigned WaitForGuard(HANDLE guard) {
+    return WaitForSingleObject(guard, INFINITE) == WAIT_FAILED ? GetLastError() : 0;
+}
+
+unsigned ReleaseGuard(HANDLE guard) {
+    return ::ReleaseMutex(guard) ? 0 : GetLastError();
+}
+
+// In the first slot that holds `from`; in none when there is none.
+void ChangeReader(_osrdwr* lock, DWORD from, DWORD to) {
+    DWORD* slot = std::find(std::begin(lock->readers), std::end(lock->readers), from);
+    if (slot != std::end(lock->readers)) *slot = to;
+}
+
+void CloseObjects(_osrdwr* lock) {
+    for (HANDLE* handle : {&lock->noReaders, &lock->guard, &lock->readerCount}) {
+        if (*handle) CloseHandle(*handle);
+        *handle = nullptr;
+    }
+}
+
+}  // namespace
+
+_osrdwr* NewReadWriteLock() {
+    return new (std::nothrow) _osrdwr{};
+}
+
+void FreeReadWriteLock(_osrdwr* lock) {
+    if (!lock) return;
+    CloseObjects(lock);
+    delete lock;
+}
+
+unsigned MakeReadWriteLock(_osrdwr* lock) {
+    lock->guard = ::CreateMutexA(nullptr, FALSE, nullptr);
+    if (lock->guard) lock->noReaders = ::CreateEventA(nullptr, TRUE, TRUE, nullptr);
+    if (lock->noReaders) lock->readerCount = ::CreateSemaphoreA(nullptr, 0, kMostUnits, nullptr);
+    if (lock->readerCount) return 0;
+    const unsigned error = GetLastError();
+    CloseObjects(lock);
+    return error;
+}
+
+unsigned ReadWait(_osrdwr* lock) {
+    if (const unsigned error = WaitForGuard(lock->guard)) return error;
+    ChangeReader(lock, 0, GetCurrentThreadId());
+    LONG before = 0;
+    ::ReleaseSemaphore(lock->readerCount, 1, &before);
+    if (before == 0) ResetEvent(lock->noReaders);
+    return ReleaseGuard(lock->guard);
+}
+
+unsigned ReadRelease(_osrdwr* lock) {
+    if (const unsigned error = WaitForBoth(lock->guard, lock->readerCount)) return error;
+    ChangeReader(lock, GetCurrentThreadId(), 0);
+    // The count can only be read by changing it: one up, and down again.
+    LONG remaining = 0;
+    ::ReleaseSemaphore(lock->readerCount, 1, &remaining);
+    WaitForSingleObject(lock->readerCount, INFINITE);
+    if (remaining == 0) SetEvent(lock->noReaders);
+    return ReleaseGuard(lock->guard);
+}
+
+unsigned WriteWait(_osrdwr* lock) {
+    if (const unsigned error = WaitForBoth(lock->guard, lock->noReaders)) return error;
+    lock->writer = GetCurrentThreadId();
+    return 0;
+}
+
+unsigned WriteRelease(_osrdwr* lock) {
+    lock->writer = 0;
+    return ReleaseGuard(lock->guard);
+}
+
+}  // namespace genutil::platform

@@ -1,0 +1,40 @@
+// The runtime's calls without a 64 in their names end in 2038 here.
+#include "osutil/platform/time/clock.h"
+
+#include <time.h>
+
+#include "osutil/platform/win32/windows_api.h"
+
+namespace genutil::platform {
+
+std::int64_t SecondsNow() {
+    return _time64(nullptr);
+}
+
+LocalTime LocalTimeOf(std::int64_t seconds) {
+    const __time64_t moment = seconds;
+    const tm* local = _localtime64(&moment);  // a record of the calling thread
+    if (!local) return {1970, 1, 1, 0, 0, 0};
+    return {local->tm_year + 1900, local->tm_mon + 1, local->tm_mday,
+            local->tm_hour,        local->tm_min,     local->tm_sec};
+}
+
+WallClock ReadWallClock() {
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    tm fields = {};
+    fields.tm_year = now.wYear - 1900;
+    fields.tm_mon = now.wMonth - 1;
+    fields.tm_mday = now.wDay;
+    fields.tm_hour = now.wHour;
+    fields.tm_min = now.wMinute;
+    fields.tm_sec = now.wSecond;
+    fields.tm_isdst = -1;
+    return {_mktime64(&fields), now.wMilliseconds};
+}
+
+std::uint32_t TickCount() {
+    return GetTickCount();
+}
+
+}  // namespace genutil::platform

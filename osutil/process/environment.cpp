@@ -1,0 +1,55 @@
+// References to variables of the process in texts.
+#include <algorithm>
+#include <cstring>
+
+#include "genutil/string/storage.h"
+#include "osprocess.h"
+#include "osutil/platform/process/processes.h"
+
+using namespace genutil;
+
+namespace {
+
+constexpr std::size_t kMostOfName = 255, kMostOfValue = 255;
+constexpr int kMostReplacements = 1000;
+
+struct Reference {
+    const char *begin, *end;  // the two signs
+};
+
+// The first one from `from` on. A "%" is never part of a longer character.
+bool FindReference(const char* from, Reference* reference) {
+    reference->begin = std::strchr(from, '%');
+    reference->end = reference->begin ? std::strchr(reference->begin + 1, '%') : nullptr;
+    return reference->end != nullptr;
+}
+
+}  // namespace
+
+CGNString OSExpandEnvironmentVariables(const CGNString& text) {
+    CGNString expanded(text);
+    Reference reference;
+    std::size_t from = 0;
+    for (int count = 0; count < kMostReplacements;) {
+        const char* const whole = expanded;
+        if (!FindReference(whole + std::min<std::size_t>(from, expanded.GetLength()), &reference))
+            break;
+        const auto at = static_cast<std::size_t>(reference.begin - whole);
+        const auto length = static_cast<std::size_t>(reference.end - reference.begin - 1);
+        char name[kMostOfName + 1], value[kMostOfValue + 1];
+        const std::size_t used = std::min(length, kMostOfName);
+        std::memcpy(name, reference.begin + 1, used);
+        name[used] = 0;
+        const bool known = platform::ReadVariable(name, value, sizeof value);
+        const std::size_t valueLength = known ? std::strlen(value) : 0;
+        if (known) {
+            StringStorage::Splice(expanded, reference.begin, reference.end + 1,
+                                  {value, valueLength});
+            ++count;
+        }
+        // Not where the value ends: what programs have put into variables relies on it.
+        const std::size_t behind = at + length + 2;
+        from = behind > valueLength ? behind - valueLength : 0;
+    }
+    return expanded;
+}

@@ -1,0 +1,134 @@
+// The resource libraries that threads share: loaded once, counted, and freed by the last.
+//
+// A look-up and the change of the count it finds are one step: under the read lock, counts only
+// grow; under the write lock they shrink, and entries come and go. A library is loaded under the
+// write lock too, so that threads which want the same one at once load it once.
+#include <atomic>
+#include <new>
+
+#include "genutil/allocate.h"
+#include "genutil/assert_allocation.h"
+#include "osresource.h"
+#include "osthread.h"
+#include "osutil/resource/resource_state.h"
+#include "osutil/thread/threaded.h"
+
+using namespace genutil;
+using platform::Module;
+
+namespace {
+
+struct Entry {
+    Entry(const char* name, Module loaded) : file(name), module(loaded), count(1) {}
+    CGNString file;
+    Module module;
+    std::int32_t count;
+};
+
+constexpr long kVariables = 256;  // of a thread that has none yet
+constexpr char kSource[] = "osutil/osresdll";
+
+// Never destroyed: threads may still run while the process ends.
+CGNList& ReshandleLookupList() {
+    alignas(CGNList) static unsigned char memory[sizeof(CGNList)];
+    static CGNList& list = *new (memory) CGNList(0, 10);
+    return list;
+}
+
+// The lock of the list, made by the first attach; null without memory. One that was made before the
+// process became threaded does nothing for it.
+_osrdwr* ListLock() {
+    static std::atomic<_osrdwr*> locks[2];
+    std::atomic<_osrdwr*>& lock = locks[IsThreaded() ? 1 : 0];
+    if (_osrdwr* made = lock.load(std::memory_order_acquire)) return made;
+    _osrdwr* made = OSRWLockCreate();
+    _osrdwr* other = nullptr;
+    if (!made || lock.compare_exchange_strong(other, made)) return made;
+    OSRWLockDestroy(made);
+    return other;
+}
+
+template <class Matches>
+int IndexOf(Matches matches) {
+    const CGNList& list = ReshandleLookupList();
+    for (int i = 0; i < list.GetCount(); ++i)
+        if (matches(*reinterpret_cast<Entry*>(list.GetItem(i)))) return i;
+    return -1;
+}
+
+Entry* EntryAt(int index) {
+    return index < 0 ? nullptr : reinterpret_cast<Entry*>(ReshandleLookupList().GetItem(index));
+}
+
+// With one use of it more.
+Module FindShared(const char* file) {
+    Entry* entry = EntryAt(IndexOf([=](const Entry& e) { return e.file == file; }));
+    if (!entry) return nullptr;
+    std::atomic_ref(entry->count).fetch_add(1, std::memory_order_relaxed);
+    return entry->module;
+}
+
+Module LoadShared(const char* file) {
+    const Module module = platform::LoadResourceLibrary(file);
+    if (!module) return nullptr;
+    auto* entry = New<Entry>(file, module);
+    AssertAllocation(entry != nullptr, kSource, __LINE__);
+    if (entry && ReshandleLookupList().AddItem(reinterpret_cast<long>(entry))) return module;
+    delete entry;
+    platform::FreeResourceLibrary(module);
+    return nullptr;
+}
+
+Module AttachShared(const char* file) {
+    _osrdwr* lock = ListLock();
+    if (!file || !lock) return nullptr;
+    OSRWLockReadWait(lock);
+    Module module = FindShared(file);
+    OSRWLockReadRelease(lock);
+    if (module) return module;
+    OSRWLockWriteWait(lock);
+    module = FindShared(file);  // another thread may have been here
+    if (!module) module = LoadShared(file);
+    OSRWLockWriteRelease(lock);
+    return module;
+}
+
+void ReleaseShared(Module module) {
+    _osrdwr* lock = ListLock();
+    if (!lock) return;
+    OSRWLockWriteWait(lock);
+    const int index = IndexOf([=](const Entry& e) { return e.module == module; });
+    Entry* entry = EntryAt(index);
+    if (entry && --entry->count < 1) {
+        ReshandleLookupList().DeleteItem(index);
+        platform::FreeResourceLibrary(module);
+        NoteResourceChange();
+        delete entry;
+    }
+    OSRWLockWriteRelease(lock);
+}
+
+// The store does not overwrite a variable, so the one that is there is unset first.
+bool SetThreadLibrary(Module module) {
+    CGNLclSt* variables = ThreadVariables();
+    if (!variables || !variables->Init(kVariables)) return false;
+    variables->UnsetLocalVariable(kThreadLibrary);
+    return !module || variables->SetLocalVariable(kThreadLibrary, module) >= 0;
+}
+
+}  // namespace
+
+long OSAttachLocaleResDLLTS(const char* file) {
+    const Module module = AttachShared(file);
+    if (SetThreadLibrary(module)) return reinterpret_cast<long>(module);
+    if (module) ReleaseShared(module);
+    return 0;
+}
+
+void OSDetachLocaleResDLLTS() {
+    CGNLclSt* variables = ThreadVariables();
+    const Module module = variables ? variables->GetLocalVariable(kThreadLibrary) : nullptr;
+    if (!module) return;
+    ReleaseShared(module);
+    variables->UnsetLocalVariable(kThreadLibrary);
+}

@@ -1,0 +1,173 @@
+// Mutexes, read-write locks and conditions. In a process that is not threaded they do nothing but
+// come and go.
+//
+// Order: a thread may hold any locks when it takes another; nothing here holds a lock of its own
+// while it waits for one of the caller's, except that the holder of a condition's guard waits for
+// none.
+#include "osutil/thread/lock.h"
+
+#include <new>
+
+#include "genutil/allocate.h"
+#include "genutil/assert_allocation.h"
+#include "osthread.h"
+
+using namespace genutil;
+
+struct _oscondition {
+    platform::Semaphore* semaphore;  // a unit for each waiter that was signalled
+    platform::Mutex* guard;          // of the number
+    std::int32_t waiters;            // of those that were not
+};
+static_assert(sizeof(void*) != 4 || sizeof(_oscondition) == 12);
+
+namespace {
+
+template <class Record>
+Record* NewRecord() {
+    void* memory = Allocate(sizeof(Record));
+    if (!AssertAllocation(memory != nullptr, "osutil/osthread", __LINE__)) return nullptr;
+    return new (memory) Record{};
+}
+
+// Counts the call of a function that works in threaded mode only; whether it is to work.
+bool IsCallToDo(const void* lock) {
+    if (!IsThreaded()) return false;
+    if (ThreadRecord* self = CurrentThreadRecord()) self->CountCall();
+    return lock != nullptr;
+}
+
+}  // namespace
+
+// -- Mutexes -------------------------------------------------------------------------------------
+
+_osmutex* OSMutexCreate() {
+    auto* mutex = NewRecord<_osmutex>();
+    if (IsCallToDo(mutex)) Succeeded(platform::MakeMutex(&mutex->handle));
+    return mutex;
+}
+
+namespace genutil {
+
+[[gnu::noinline]] void WaitAtLength(_osmutex* mutex) {
+    ThreadRecord* self = CurrentThreadRecord();
+    if (Succeeded(platform::WaitMutex(mutex->handle)) && self) NoteWait(self, mutex);
+}
+
+[[gnu::noinline]] bool ReleaseAtLength(_osmutex* mutex) {
+    if (ThreadRecord* self = CurrentThreadRecord()) {
+        self->CountCall();
+        self->held.Remove(mutex);
+    }
+    return ReleaseHandle(mutex);
+}
+
+}  // namespace genutil
+
+void OSMutexWait(_osmutex* mutex) {
+    WaitMutex(mutex);
+}
+
+void OSMutexRelease(_osmutex* mutex) {
+    EndMutex(mutex);
+}
+
+unsigned char OSMutexWaitIsPresentThisThread(_osmutex* mutex) {
+    return IsThreaded() && mutex && IsHeldInBucket(mutex);
+}
+
+void OSMutexWaitRemoveThisThread() {
+    ThreadRecord* self = IsThreaded() ? CurrentThreadRecord() : nullptr;
+    if (!self) return;
+    self->CountCall();
+    const std::uint32_t count = self->held.Count();
+    for (std::uint32_t i = 0; i < count; ++i) ReleaseHandle(self->held.At(i));
+    self->held.Clear();
+}
+
+void OSMutexDestroy(_osmutex* mutex) {
+    if (IsCallToDo(mutex)) {
+        // So that nothing is left to release for a thread that destroys what it holds.
+        if (ThreadRecord* self = CurrentThreadRecord()) self->held.RemoveAll(mutex);
+        platform::CloseMutex(mutex->handle);
+    }
+    Release(mutex);
+}
+
+// -- Read-write locks ----------------------------------------------------------------------------
+
+_osrdwr* OSRWLockCreate() {
+    _osrdwr* lock = platform::NewReadWriteLock();
+    AssertAllocation(lock != nullptr, "osutil/osthread", __LINE__);
+    if (IsCallToDo(lock)) Succeeded(platform::MakeReadWriteLock(lock));
+    return lock;
+}
+
+void OSRWLockReadWait(_osrdwr* lock) {
+    if (IsCallToDo(lock)) Succeeded(platform::ReadWait(lock));
+}
+
+void OSRWLockReadRelease(_osrdwr* lock) {
+    if (IsCallToDo(lock)) Succeeded(platform::ReadRelease(lock));
+}
+
+void OSRWLockWriteWait(_osrdwr* lock) {
+    if (IsCallToDo(lock)) Succeeded(platform::WriteWait(lock));
+}
+
+void OSRWLockWriteRelease(_osrdwr* lock) {
+    if (IsCallToDo(lock)) Succeeded(platform::WriteRelease(lock));
+}
+
+void OSRWLockDestroy(_osrdwr* lock) {
+    IsCallToDo(lock);
+    platform::FreeReadWriteLock(lock);
+}
+
+// -- Conditions ----------------------------------------------------------------------------------
+
+namespace {
+
+// Releases a unit for each waiter, up to `most`.
+void Signal(_oscondition* condition, std::int32_t most) {
+    if (!IsCallToDo(condition) || !Succeeded(platform::WaitMutex(condition->guard))) return;
+    const std::int32_t count = condition->waiters < most ? condition->waiters : most;
+    if (count > 0 && Succeeded(platform::ReleaseSemaphore(condition->semaphore, count)))
+        condition->waiters -= count;
+    platform::ReleaseMutex(condition->guard);
+}
+
+}  // namespace
+
+_oscondition* OSConditionCreate() {
+    auto* condition = NewRecord<_oscondition>();
+    if (IsCallToDo(condition) && Succeeded(platform::MakeMutex(&condition->guard)))
+        Succeeded(platform::MakeSemaphore(&condition->semaphore));
+    return condition;
+}
+
+void OSConditionWait(_oscondition* condition, _osmutex* mutex) {
+    if (!IsCallToDo(condition) || !Succeeded(platform::WaitMutex(condition->guard))) return;
+    ++condition->waiters;
+    const std::uint32_t place = platform::QueueForSemaphore(condition->semaphore);
+    platform::ReleaseMutex(condition->guard);
+    OSMutexRelease(mutex);
+    Succeeded(platform::WaitSemaphore(condition->semaphore, place));
+    OSMutexWait(mutex);
+}
+
+void OSConditionSignal(_oscondition* condition) {
+    Signal(condition, 1);
+}
+
+void OSConditionBroadcast(_oscondition* condition) {
+    Signal(condition, platform::kMostUnits);
+}
+
+void OSConditionDestroy(_oscondition* condition) {
+    if (IsCallToDo(condition)) {
+        platform::CloseMutex(condition->guard);
+        platform::CloseSemaphore(condition->semaphore);
+    }
+    Release(condition);
+}

@@ -1,0 +1,202 @@
+// Mutexes by name.
+//
+// Order: the pool's mutex, then a named one that is released or free; never is one waited for that
+// another thread may hold.
+#include <atomic>
+#include <cstddef>
+#include <new>
+
+#include "genutil/allocate.h"
+#include "genutil/assert_allocation.h"
+#include "osthread.h"
+#include "osutil/thread/lock.h"
+#include "osutil/thread/threaded.h"
+
+using namespace genutil;
+
+static_assert(sizeof(void*) != 4 || sizeof(CGNNamedMutex) == 16);
+
+namespace {
+
+constexpr char kSource[] = "osutil/osnammut";
+
+// An entry knows how many of its users still wait: those, unlike a holder that is gone, come back.
+struct Entry : CGNNamedMutex {
+    std::atomic<std::int32_t> waiting{0};
+};
+
+// The pool's mutex, and beside it how many entries are kept that have no users: a name that comes
+// back soon, or another one, takes such an entry over. To callers these do not exist.
+struct PoolMutex : _osmutex {
+    int idle;
+};
+constexpr int kMostIdle = 4;
+
+class PoolGuard {
+  public:
+    explicit PoolGuard(_osmutex* mutex) : m_handle(mutex ? mutex->handle : nullptr) {
+        if (m_handle && !platform::TakeMutexAtOnce(m_handle)) platform::WaitMutex(m_handle);
+    }
+    ~PoolGuard() {
+        if (m_handle) platform::ReleaseMutex(m_handle);
+    }
+    PoolGuard(const PoolGuard&) = delete;
+    PoolGuard& operator=(const PoolGuard&) = delete;
+
+  private:
+    platform::Mutex* m_handle;
+};
+
+// Read and written by threads that do not hold the pool's mutex.
+std::atomic_ref<unsigned char> Held(CGNNamedMutex* entry) {
+    return std::atomic_ref<unsigned char>(entry->held);
+}
+
+void DestroyEntry(Entry* entry) {
+    if (!entry) return;
+    OSMutexDestroy(entry->mutex);
+    delete entry->name;
+    entry->~Entry();
+    Release(entry);
+}
+
+Entry* NewEntry(const CGNString& name) {
+    void* memory = Allocate(sizeof(Entry));
+    if (!AssertAllocation(memory != nullptr, kSource, __LINE__)) return nullptr;
+    auto* entry = new (memory) Entry{};
+    entry->mutex = OSMutexCreate();
+    entry->name = New<CGNString>(name);
+    AssertAllocation(entry->name != nullptr, kSource, __LINE__);
+    if (entry->mutex && entry->name && *entry->name == name) return entry;
+    DestroyEntry(entry);
+    return nullptr;
+}
+
+Entry* EntryAt(const CGNList& entries, int index) {
+    return reinterpret_cast<Entry*>(entries.GetItem(index));
+}
+
+struct Found {
+    Entry* entry;  // of the name, with users or without; null if there is none
+    int index;     // of the entry
+    Entry* idle;   // some entry without users that was passed by
+};
+
+// The latest first: who comes to release has often waited just before.
+Found Find(const CGNList& entries, const CGNString& name) {
+    Entry* idle = nullptr;
+    for (int index = entries.GetCount(); index-- > 0;) {
+        auto* entry = EntryAt(entries, index);
+        if (*entry->name == name) return {entry, index, idle};
+        if (entry->users == 0) idle = entry;
+    }
+    return {nullptr, -1, idle};
+}
+
+// Null without memory.
+Entry* FindOrCreateNamedMutex(CGNList& entries, _osmutex* mutex, const CGNString& name) {
+    const Found found = Find(entries, name);
+    Entry* entry = found.entry ? found.entry : found.idle;
+    if (!entry) {
+        entry = NewEntry(name);
+        if (!entry || entries.AddItem(reinterpret_cast<long>(entry))) return entry;
+        DestroyEntry(entry);
+        return nullptr;
+    }
+    if (!found.entry) {
+        *entry->name = name;
+        if (*entry->name != name) return nullptr;
+    }
+    if (entry->users == 0) --static_cast<PoolMutex*>(mutex)->idle;
+    return entry;
+}
+
+// A user of the entry finds it under the pool's mutex and is counted from then on.
+Sharing SharingOf(const Entry* entry, std::int32_t ownUses) {
+    return entry->users == ownUses ? Sharing::kAlone : Sharing::kShared;
+}
+
+// Whether a user is left over from a thread that gave up the mutex without the pool: who does not
+// wait for it must hold it, but nobody does.
+bool HasLostUser(const Entry* entry) {
+    if (entry->users <= entry->waiting.load()) return false;
+    if (platform::TryMutex(entry->mutex->handle) != 0) return false;
+    platform::ReleaseMutex(entry->mutex->handle);
+    return true;
+}
+
+}  // namespace
+
+void CGNNamedMutexPool::CheckLayout() {
+    static_assert(sizeof(void*) != 4 || sizeof(CGNNamedMutexPool) == 28);
+}
+
+CGNNamedMutexPool::CGNNamedMutexPool() : m_entries(10, 10), m_mutex(nullptr) {}
+
+CGNNamedMutexPool::~CGNNamedMutexPool() {
+    for (int i = 0; i < m_entries.GetCount(); ++i) DestroyEntry(EntryAt(m_entries, i));
+    OSMutexDestroy(m_mutex);
+}
+
+unsigned char CGNNamedMutexPool::Init() {
+    if (m_mutex) return 1;
+    void* memory = Allocate(sizeof(PoolMutex));
+    if (!AssertAllocation(memory != nullptr, kSource, __LINE__)) return 0;
+    m_mutex = new (memory) PoolMutex{};
+    if (!IsThreaded() || Succeeded(platform::MakeMutex(&m_mutex->handle))) return 1;
+    Release(m_mutex);
+    m_mutex = nullptr;
+    return 0;
+}
+
+unsigned char CGNNamedMutexPool::WaitNamedMutex(const CGNString& name) {
+    Entry* entry;
+    bool isTaken;
+    {
+        PoolGuard guard(m_mutex);
+        entry = FindOrCreateNamedMutex(m_entries, m_mutex, name);
+        if (!entry) return 0;
+        isTaken = !IsThreaded() || TakeMutexAtOnce(entry->mutex, SharingOf(entry, 0));
+        ++entry->users;
+        if (!isTaken) ++entry->waiting;
+    }
+    if (!isTaken) {
+        OSMutexWait(entry->mutex);
+        --entry->waiting;
+    }
+    Held(entry).store(1, std::memory_order_relaxed);
+    return 1;
+}
+
+void CGNNamedMutexPool::ReleaseNamedMutex(const CGNString& name) {
+    PoolGuard guard(m_mutex);
+    const auto [entry, index, idle] = Find(m_entries, name);
+    if (!entry || entry->users == 0) return;
+    Held(entry).store(0, std::memory_order_relaxed);
+    if (IsThreaded() && !ReleaseMutex(entry->mutex, SharingOf(entry, 1)) && !HasLostUser(entry))
+        return;
+    if (--entry->users != 0) return;
+    if (auto* mutex = static_cast<PoolMutex*>(m_mutex); mutex && mutex->idle < kMostIdle) {
+        ++mutex->idle;
+        return;
+    }
+    m_entries.DeleteItem(index);
+    DestroyEntry(entry);
+}
+
+// The mark is read under the pool's mutex, though a caller need not know: the list may change.
+void CGNNamedMutexPool::RelIfWaitNamedMutex(const CGNString& name) {
+    PoolGuard guard(m_mutex);
+    Entry* entry = Find(m_entries, name).entry;
+    if (entry && Held(entry).load(std::memory_order_relaxed)) ReleaseNamedMutex(name);
+}
+
+CGNGlobalNamedMutexPool* CGNGlobalNamedMutexPool::m_pInstance = nullptr;
+
+CGNGlobalNamedMutexPool* CGNGlobalNamedMutexPool::GetInstance() {
+    if (m_pInstance) return m_pInstance;
+    auto* pool = New<CGNGlobalNamedMutexPool>();
+    if (pool && pool->Init()) return m_pInstance = pool;
+    delete pool;
+    return nullptr;
+}

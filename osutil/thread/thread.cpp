@@ -1,0 +1,96 @@
+// Threads.
+#include <cstdio>
+#include <new>
+
+#include "genutil/allocate.h"
+#include "genutil/assert_allocation.h"
+#include "osthread.h"
+#include "osutil/platform/thread/threading.h"
+#include "osutil/thread/thread_value.h"
+#include "osutil/thread/threaded.h"
+
+using namespace genutil;
+
+struct _osthread {
+    platform::Thread* handle;
+};
+static_assert(sizeof(_osthread) == sizeof(void*));
+
+namespace genutil {
+
+std::atomic<unsigned char> g_isThreaded{0};
+
+bool TellError(unsigned error) {
+    if (error != 0) std::printf("Error %x\n", error);
+    return error == 0;
+}
+
+namespace {
+
+using StartFunction = unsigned (*)(void*);
+
+// What a new thread is to do, released by it before the caller's function runs, which may end the
+// thread itself.
+struct StartBlock : platform::ThreadTask {
+    StartFunction start;
+    void* argument;
+    void* threadValue;
+};
+
+// The thread attaches its value itself: so it stands before anything can ask for it.
+unsigned RunStartBlock(platform::ThreadTask* task) {
+    auto* block = static_cast<StartBlock*>(task);
+    const StartFunction start = block->start;
+    void* argument = block->argument;
+    if (block->threadValue) SetThreadValue(block->threadValue, nullptr);
+    Release(block);
+    return start(argument);
+}
+
+StartBlock* NewStartBlock(StartFunction start, void* argument, void* threadValue) {
+    void* memory = Allocate(sizeof(StartBlock));
+    if (!AssertAllocation(memory != nullptr, "osutil/osthread", __LINE__)) return nullptr;
+    return new (memory) StartBlock{{RunStartBlock}, start, argument, threadValue};
+}
+
+}  // namespace
+}  // namespace genutil
+
+unsigned char OSIsThreaded() {
+    return g_isThreaded.load(std::memory_order_relaxed);
+}
+
+void OSSetThreaded() {
+    g_isThreaded.store(1, std::memory_order_relaxed);
+}
+
+_osthread* OSThreadCreate(unsigned int (*start)(void*), void* argument, void* threadValue) {
+    if (!start) return nullptr;
+    auto* thread = static_cast<_osthread*>(Allocate(sizeof(_osthread)));
+    AssertAllocation(thread != nullptr, "osutil/osthread", __LINE__);
+    StartBlock* block = thread ? NewStartBlock(start, argument, threadValue) : nullptr;
+    // A system may start no thread and have no code for it.
+    if (block && Succeeded(platform::StartThread(block, &thread->handle)) && thread->handle)
+        return thread;
+    Release(block);
+    Release(thread);
+    return nullptr;
+}
+
+unsigned long OSGetCurrentThreadID() {
+    return platform::ThreadId();
+}
+
+void OSThreadTerminateWait(_osthread* thread) {
+    if (thread) Succeeded(platform::WaitForThreadEnd(thread->handle));
+}
+
+void OSThreadExit() {
+    platform::EndThisThread();
+}
+
+void OSThreadDestroy(_osthread* thread) {
+    if (!thread) return;
+    platform::CloseThread(thread->handle);
+    Release(thread);
+}

@@ -1,0 +1,19 @@
+// What both sides promise of the clock.
+#include <gtest/gtest.h>
+
+#include "osutil/platform/time/clock.h"
+
+using namespace genutil::platform;
+
+TEST(Clock, ReadsMomentsBeyondTheNumbersOf32Bits) {
+    static const struct {
+        std::int64_t moment;
+        int year, month, second;
+    } kRows[] = {{1000000000, 2001, 9, 40}, {4117996801, 2100, 6, 1}, {16000000000, 2477, 1, 40}};
+    for (const auto& row : kRows) {  // in the middle of months, whatever the zone
+        const LocalTime local = LocalTimeOf(row.moment);
+        EXPECT_EQ(local.year, row.year);
+        EXPECT_EQ(local.month, row.month);
+        EXPECT_EQ(local.second, row.second);
+    }
+}
