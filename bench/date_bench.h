@@ -37,7 +37,7 @@ class Moments {
     std::array<long, kSize> m_table;
 };
 
-// The same pictures in the languages of all four.
+// The same patterns in the languages of all four.
 struct Style {
     const char *name, *locale;
     int codeSet;

@@ -1,5 +1,5 @@
-// Pictures written and read, and every reader of dates, times and moments. The first byte chooses
-// the locale; the first line behind it is the picture, the rest the text.
+// Patterns written and read, and every reader of dates, times and moments. The first byte chooses
+// the locale; the first line behind it is the pattern, the rest the text.
 #include <cstdint>
 #include <cstring>
 #include <iterator>
@@ -18,7 +18,7 @@ bool IsSuffix(const CGNString& rest, const CGNString& text) {
            std::strcmp(rest, static_cast<const char*>(text) + whole - length) == 0;
 }
 
-void ChooseLocale(unsigned choice, const CGNString& picture) {
+void ChooseLocale(unsigned choice, const CGNString& pattern) {
     static constexpr struct {
         const char* name;
         int codeSet;
@@ -32,9 +32,9 @@ void ChooseLocale(unsigned choice, const CGNString& picture) {
     locale->SetCustomized(0);
     if (choice & 8) {
         locale->SetLocale(row.name);
-        locale->SetDateFormatString(1, picture);
+        locale->SetDateFormatString(1, pattern);
     } else {
-        locale->Customize(picture, picture, picture, 1, "3;0", 1, 1, ".", "-", ",", row.name);
+        locale->Customize(pattern, pattern, pattern, 1, "3;0", 1, 1, ".", "-", ",", row.name);
     }
     locale->SetCalendarType(choice & 16 ? 3 : 1);
 }
@@ -49,16 +49,16 @@ void CheckWriting() {
     CGNTime(13, 5, 9).FormatForDisplay();
 }
 
-void CheckFormats(const CGNString& picture, const CGNString& text) {
+void CheckFormats(const CGNString& pattern, const CGNString& text) {
     CGNDate date;
     CGNDateTime moment;
     CGNTime time;
     CGNString rest;
-    if (date.GetDateFromStringUsingFormat(text, rest, picture))
+    if (date.GetDateFromStringUsingFormat(text, rest, pattern))
         Check(IsSuffix(rest, text), "what a format leaves is the end of the text");
     else
         Check(rest == text, "a format that fails leaves the text");
-    moment.GetDateFromStringUsingFormat(text, rest, picture);
+    moment.GetDateFromStringUsingFormat(text, rest, pattern);
     rest = "kept";
     if (time.GetTimeFromString(text, rest)) Check(rest.IsEmpty(), "a time takes all of the text");
 }
@@ -137,11 +137,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < 2 || size > 4096) return 0;
     const std::string all(reinterpret_cast<const char*>(data) + 1, size - 1);
     const std::size_t line = all.find('\n');
-    const CGNString picture(all.substr(0, line).c_str());
+    const CGNString pattern(all.substr(0, line).c_str());
     const CGNString text(line == std::string::npos ? "" : all.c_str() + line + 1);
-    ChooseLocale(data[0], picture);
+    ChooseLocale(data[0], pattern);
     CheckWriting();
-    CheckFormats(picture, text);
+    CheckFormats(pattern, text);
     CheckDates(text);
     CheckTimes(text);
     CheckMoments(text);

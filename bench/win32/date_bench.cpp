@@ -24,7 +24,7 @@ void FormatByC(benchmark::State& state, const Style& style, Order order) {
 void FormatBySystem(benchmark::State& state, const Style& style, Order order) {
     Moments moments(order);
     const LCID id = style.codeSet == mbShiftJis ? 0x0411 : 0x0409;
-    const char* const picture = style.dateInLong ? style.longDate : style.shortDate;
+    const char* const pattern = style.dateInLong ? style.longDate : style.shortDate;
     char text[128];
     for (auto _ : state) {
         const std::time_t moment = moments.Next();
@@ -36,7 +36,7 @@ void FormatBySystem(benchmark::State& state, const Style& style, Order order) {
         fields.wHour = static_cast<WORD>(local.tm_hour);
         fields.wMinute = static_cast<WORD>(local.tm_min);
         fields.wSecond = static_cast<WORD>(local.tm_sec);
-        int length = GetDateFormatA(id, 0, &fields, picture, text, sizeof text);
+        int length = GetDateFormatA(id, 0, &fields, pattern, text, sizeof text);
         if (length == 0) return state.SkipWithError("not shown");
         text[length - 1] = ' ';
         length = GetTimeFormatA(id, 0, &fields, style.time, text + length,

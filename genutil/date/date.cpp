@@ -1,8 +1,7 @@
 // The value of CGNDate: its fields, its calendar, its clock.
 #include "gencalendar.h"
 #include "genlocale.h"
-#include "genutil/date/calendar.h"
-#include "genutil/date/date_access.h"
+#include "genutil/calendar.h"
 #include "genutil/zone/local_clock.h"
 
 using namespace genutil;
@@ -68,7 +67,7 @@ void CGNDate::Empty() {
 
 void CGNDate::ToTM(struct tm* out) const {
     LocalTimeTS(Now(), *out);
-    out->tm_year = Added(m_year, -1900);
+    out->tm_year = WrappingSum(m_year, -1900);
     out->tm_mon = m_month;
     out->tm_mday = m_day;
     out->tm_wday = m_weekday;
@@ -105,10 +104,6 @@ int CGNDate::GetWeekNumber(int dayNumber) {
     const std::int64_t leap = d4 / 1460;
     const std::int64_t d1 = (d4 - leap) % 365 + leap;
     return static_cast<int>(d1 / 7 + 1);
-}
-
-void CGNDate::Convert2DigitTo4DigitYear(int twoDigits, int& year) {
-    year = YearOfTwoDigits(twoDigits);
 }
 
 unsigned char CGNDate::VerifyDate(int year, int month, int day, int& weekday) const {
@@ -164,18 +159,6 @@ long CGNDate::TimeTS(long* t) {
 }
 long CGNDate::Now() {
     return TimeTS(nullptr);
-}
-
-int genutil::PresentYear() {
-    std::tm local;
-    CGNDate::LocalTimeTS(CGNDate::Now(), local);
-    return local.tm_year + 1900;
-}
-
-int genutil::YearOfTwoDigits(int twoDigits) {
-    const int present = PresentYear();
-    const int candidate = Added(present - present % 100, twoDigits);
-    return candidate > present + 29 ? candidate - 100 : candidate;
 }
 
 void CGNDate::CheckLayout() {

@@ -44,7 +44,7 @@ void AppendYear(End& out, const DateFields& date, std::uint32_t digits) {
     }
 }
 
-// A run of a date picture; false when it is malformed.
+// A run of a date pattern; false when it is malformed.
 bool AppendDateRun(End& out, char letter, std::uint32_t count, const DateFields& date,
                    const CLCLocale& locale) {
     switch (letter) {
@@ -102,16 +102,16 @@ void AppendTimeRun(End& out, char letter, std::uint32_t count, const ClockFields
 
 // Calls `appendRun` for each run and copies the rest; quoted text that is not closed is dropped.
 template <class AppendRun>
-bool WritePicture(TextBuilder& builder, const Picture& picture, AppendRun appendRun) {
+bool WritePattern(TextBuilder& builder, const Pattern& pattern, AppendRun appendRun) {
     End out(builder);
-    for (const PictureElement& element : picture) {
-        if (element.kind == PictureElement::kRun) {
+    for (const PatternElement& element : pattern) {
+        if (element.kind == PatternElement::kRun) {
             if (!appendRun(out, element.letter, element.length)) return false;
-        } else if (element.kind != PictureElement::kUnclosed) {
+        } else if (element.kind != PatternElement::kUnclosed) {
             if (element.length == 1)
-                out.Append(*picture.Text(element));
+                out.Append(*pattern.Text(element));
             else
-                out.Append(picture.Text(element), element.length);
+                out.Append(pattern.Text(element), element.length);
         }
     }
     return true;
@@ -141,16 +141,16 @@ void WriteDayAbbreviation(TextBuilder& out, const DateFields& date, const CLCLoc
     WriteName(out, LocaleAccess::DayAbbreviation(locale, date.weekday));
 }
 
-bool WriteDate(TextBuilder& out, const Picture& picture, const DateFields& date,
+bool WriteDate(TextBuilder& out, const Pattern& pattern, const DateFields& date,
                const CLCLocale& locale) {
-    return WritePicture(out, picture, [&](End& end, char letter, std::uint32_t count) {
+    return WritePattern(out, pattern, [&](End& end, char letter, std::uint32_t count) {
         return AppendDateRun(end, letter, count, date, locale);
     });
 }
 
-void WriteTime(TextBuilder& out, const Picture& picture, const ClockFields& time,
+void WriteTime(TextBuilder& out, const Pattern& pattern, const ClockFields& time,
                const CLCLocale& locale) {
-    WritePicture(out, picture, [&](End& end, char letter, std::uint32_t count) {
+    WritePattern(out, pattern, [&](End& end, char letter, std::uint32_t count) {
         AppendTimeRun(end, letter, count, time, locale);
         return true;
     });

@@ -35,9 +35,9 @@ void WriteMonthAbbreviation(TextBuilder& out, const DateFields& date, const CLCL
 void WriteDayName(TextBuilder& out, const DateFields& date, const CLCLocale& locale);
 void WriteDayAbbreviation(TextBuilder& out, const DateFields& date, const CLCLocale& locale);
 
-// Writes a date as the picture has it. False at a malformed run, with what stands before it
+// Writes a date as the pattern has it. False at a malformed run, with what stands before it
 // written.
-bool WriteDate(TextBuilder& out, const Picture& picture, const DateFields& date,
+bool WriteDate(TextBuilder& out, const Pattern& pattern, const DateFields& date,
                const CLCLocale& locale);
 
 // The hour from 1 to 12.
@@ -45,8 +45,8 @@ constexpr int HourOf12(int hour) {
     return hour % 12 == 0 ? 12 : hour % 12;
 }
 
-// Writes a time as the picture has it; every picture is good.
-void WriteTime(TextBuilder& out, const Picture& picture, const ClockFields& time,
+// Writes a time as the pattern has it; every pattern is good.
+void WriteTime(TextBuilder& out, const Pattern& pattern, const ClockFields& time,
                const CLCLocale& locale);
 
 }  // namespace genutil

@@ -4,9 +4,9 @@
 #include <initializer_list>
 
 #include "genutil/date/bc_marker.h"
+#include "genutil/date/pattern.h"
 #include "genutil/locale/locale_access.h"
 #include "genutil/locale/locale_facts.h"
-#include "genutil/date/pattern.h"
 #include "mbutil.h"
 
 namespace genutil {
@@ -119,12 +119,12 @@ bool SkipFiller(TextCursor& at, const CLCLocale& locale) {
     if (at.Peek() == TextCursor::kEnd || IsDigitCharacter(at.Peek())) return false;
     for (const char* word : {"of", "the", "de", "den", "le"})
         if (at.SkipWord(word)) return true;
-    const Picture picture(LocaleAccess::DateFormat(locale, LocaleAccess::kLong),
-                          PictureLetters::kDate, PictureWalk::kCharacters);
+    const Pattern pattern(LocaleAccess::DateFormat(locale, LocaleAccess::kLong),
+                          PatternLetters::kDate, PatternWalk::kCharacters);
     const int codeSet = locale.GetCodeSet();
-    for (const PictureElement& element : picture) {
-        if (element.kind != PictureElement::kQuoted) continue;
-        const char *text = picture.Text(element), *end = text + element.length;
+    for (const PatternElement& element : pattern) {
+        if (element.kind != PatternElement::kQuoted) continue;
+        const char *text = pattern.Text(element), *end = text + element.length;
         while (text != end && *text == ' ') ++text;
         while (text != end && end[-1] == ' ') --end;
         if (at.SkipWord(TextCursor(text, static_cast<std::size_t>(end - text), codeSet)))

@@ -2,11 +2,11 @@
 
 #include <cstring>
 
+#include "genutil/ascii.h"
+#include "genutil/calendar.h"
 #include "genutil/date/bc_marker.h"
-#include "genutil/date/calendar.h"
-#include "genutil/date/date_access.h"
+#include "genutil/date/present_year.h"
 #include "genutil/locale/locale_access.h"
-#include "genutil/mbutil/ascii.h"
 #include "mbutil.h"
 
 namespace genutil {
@@ -163,22 +163,22 @@ bool DateReader::Era() {
     return false;
 }
 
-bool DateReader::Date(const CGNString& picture) {
-    return Date(Picture(picture, PictureLetters::kDate, PictureWalk::kBytes));
+bool DateReader::Date(const CGNString& pattern) {
+    return Date(Pattern(pattern, PatternLetters::kDate, PatternWalk::kBytes));
 }
 
 bool DateReader::LocaleDate(long kind) {
-    static Kept<const Picture::Elements> kept[2];
-    return Date(Picture(kept[kind == LocaleAccess::kLong], MarkOf(&m_locale), PictureLetters::kDate,
-                        PictureWalk::kBytes, [&]() -> const CGNString& {
+    static Kept<const Pattern::Elements> kept[2];
+    return Date(Pattern(kept[kind == LocaleAccess::kLong], MarkOf(&m_locale), PatternLetters::kDate,
+                        PatternWalk::kBytes, [&]() -> const CGNString& {
                             return LocaleAccess::DateFormat(m_locale, kind);
                         }));
 }
 
-bool DateReader::Date(const Picture& picture) {
+bool DateReader::Date(const Pattern& pattern) {
     const DateScratch saved = m_scratch;
     const char* const whole = m_at;
-    if (Elements(picture)) return true;
+    if (Elements(pattern)) return true;
     m_scratch.year = saved.year;
     m_scratch.month = saved.month;
     m_scratch.day = saved.day;
@@ -215,20 +215,20 @@ bool DateReader::Run(char letter, std::uint32_t count) {
     }
 }
 
-bool DateReader::Elements(const Picture& picture) {
+bool DateReader::Elements(const Pattern& pattern) {
     const CGNString& separator = LocaleAccess::DateSeparator(m_locale);
     bool day = false, month = false, separatorLast = false;
-    std::uint32_t behind = 0;  // what stands before this in the picture was part of a separator
-    for (const PictureElement& element : picture) {
-        const char* const at = picture.Text(element);
-        if (element.at < behind || (element.kind == PictureElement::kOther && *at == ' ')) continue;
-        if (element.kind == PictureElement::kRun) {
+    std::uint32_t behind = 0;  // what stands before this in the pattern was part of a separator
+    for (const PatternElement& element : pattern) {
+        const char* const at = pattern.Text(element);
+        if (element.at < behind || (element.kind == PatternElement::kOther && *at == ' ')) continue;
+        if (element.kind == PatternElement::kRun) {
             if (!Run(element.letter, element.length)) return false;
             day |= element.letter == 'd';
             month |= element.letter == 'M';
             if (element.letter == 'd' || element.letter == 'M' || element.letter == 'y')
                 separatorLast = false;
-        } else if (element.kind != PictureElement::kOther) {
+        } else if (element.kind != PatternElement::kOther) {
             for (std::uint32_t i = 0; i < element.length; ++i)
                 if (at[i] != ' ' && !Byte(at[i])) return false;
         } else if (HasPrefix(at, separator)) {
@@ -244,7 +244,7 @@ bool DateReader::Elements(const Picture& picture) {
         }
     }
     if (!day || !month) return false;
-    return !separatorLast || picture.EndsWith(separator);
+    return !separatorLast || pattern.EndsWith(separator);
 }
 
 }  // namespace genutil

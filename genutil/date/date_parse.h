@@ -46,15 +46,15 @@ class DateReader {
     // False when no era is named. A name is only skipped in a calendar of eras.
     bool Era();
 
-    // A whole date in a picture. True also when only the year at its end is missing, which is then
+    // A whole date in a pattern. True also when only the year at its end is missing, which is then
     // the present one.
-    bool Date(const Picture& picture);
-    bool Date(const CGNString& picture);
+    bool Date(const Pattern& pattern);
+    bool Date(const CGNString& pattern);
     // In the locale's format of a kind of LocaleAccess::DateFormat.
     bool LocaleDate(long kind);
 
   private:
-    bool Elements(const Picture& picture);
+    bool Elements(const Pattern& pattern);
     bool Run(char letter, std::uint32_t count);
     bool Number(int most, int* number);
     int Name(int count, const CGNString* (*name)(const CLCLocale&, int));

@@ -1,43 +1,15 @@
 // CGNDate from text, in the formats of the global locale.
 #include "gencalendar.h"
 #include "genlocale.h"
-#include "genutil/date/calendar.h"
-#include "genutil/date/date_access.h"
+#include "genutil/calendar.h"
 #include "genutil/date/date_parse.h"
 #include "genutil/date/free_date.h"
+#include "genutil/date/present_year.h"
+#include "genutil/date/read_rest.h"
 #include "genutil/locale/locale_access.h"
 #include "mbutil.h"
 
 using namespace genutil;
-
-int genutil::TextCodeSet() {
-    mbIsMultiByte();  // chooses the code set, unless that was done
-    return mbGetLocaleCodeSet();
-}
-
-unsigned char genutil::ExtractWord(const CGNString& text, CGNString& word, CGNString& rest) {
-    const CGNString whole(text);  // which may be one of the others
-    TextCursor at(whole, TextCodeSet());
-    const char* from = nullptr;
-    std::size_t length = 0;
-    const bool found = NextWord(at, &from, &length);
-    word.Clear();
-    if (found) word.CopyNBytes(from, static_cast<unsigned>(length));
-    rest = at.At();
-    return found;
-}
-
-void genutil::TakeRest(const char* at, CGNString& rest) {
-    if (*at)
-        rest = at;
-    else
-        rest.Clear();
-}
-
-unsigned char genutil::KeepWhole(const CGNString& text, CGNString& rest) {
-    if (&rest != &text) rest = text;
-    return 0;
-}
 
 // Runs a reader over the scratch values of this object; what is left goes to rest if it succeeds.
 template <class Read>
@@ -114,6 +86,10 @@ long CGNDate::GetEmperorFromString(const CGNString& text, CGNString& rest) {
     constexpr long kJapaneseEras = 3;
     if (reader.Era() || locale->GetCalendarType() != kJapaneseEras) rest = reader.At();
     return scratch.era;
+}
+
+void CGNDate::Convert2DigitTo4DigitYear(int twoDigits, int& year) {
+    year = YearOfTwoDigits(twoDigits);
 }
 
 // -- Free forms ----------------------------------------------------------------------------------

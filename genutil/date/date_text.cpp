@@ -1,18 +1,13 @@
 // CGNDate as text, in the conventions of the global locale.
 #include "gencalendar.h"
 #include "genlocale.h"
-#include "genutil/date/date_access.h"
 #include "genutil/date/date_format.h"
+#include "genutil/date/style_text.h"
 #include "genutil/locale/locale_access.h"
 
 using namespace genutil;
 
 namespace {
-
-const CGNString& FormatOfStyle(const CLCLocale& locale, long style) {
-    constexpr long kOwn = 3;
-    return LocaleAccess::DateFormat(locale, style == kOwn ? locale.LongOrShort() : style);
-}
 
 // Replaces out by what `write` writes of the date in the global locale.
 template <class Write>
@@ -24,26 +19,6 @@ unsigned char Component(CGNString& out, Write write) {
 }
 
 }  // namespace
-
-bool genutil::AppendDate(TextBuilder& out, DateFields& date, unsigned char* yearFirst, long style,
-                         CLCLocale* locale) {
-    constexpr long kStyles = 4;
-    if (!locale) return false;
-    if (style < 0 || style >= kStyles) return true;
-    static Kept<const Picture::Elements> pictures[kStyles];
-    const Picture picture(pictures[style], MarkOf(locale), PictureLetters::kDate,
-                          PictureWalk::kCharacters, [&]() -> const CGNString& {
-                              locale->InitControlPanelDateSettings();
-                              return FormatOfStyle(*locale, style);
-                          });
-    if (yearFirst) {
-        const PictureElement* first = picture.begin();
-        date.yearFirst =
-            first != picture.end() && first->kind == PictureElement::kRun && first->letter == 'y';
-        *yearFirst = date.yearFirst;
-    }
-    return WriteDate(out, picture, date, *locale);
-}
 
 static DateFields FieldsOf(const CGNDate& date, unsigned char yearFirst) {
     const int weekday = date.GetWeekday();

@@ -2,9 +2,9 @@
 
 #include "genmoment.h"
 #include "gentimeofday.h"
-#include "genutil/date/date_access.h"
-#include "genutil/zone/zone.h"
+#include "genutil/calendar.h"
 #include "genutil/zone/local_clock.h"
+#include "genutil/zone/zone.h"
 
 using namespace genutil;
 
@@ -52,12 +52,6 @@ CGNDateTime::CGNDateTime(long seconds)
     TakeFields(m_working);
 }
 
-// Programs that pass a record want its text; the moment they ask for with MkTimeTS.
-CGNDateTime::CGNDateTime(struct tm* local) : CGNDateTime() {
-    TakeFields(*local);
-    FormatForDisplay(3);
-}
-
 CGNDateTime::CGNDateTime(const CGNDateTime& other) = default;
 CGNDateTime& CGNDateTime::operator=(const CGNDateTime& other) = default;
 CGNDateTime::~CGNDateTime() = default;
@@ -66,7 +60,7 @@ void CGNDateTime::TakeFields(const struct tm& local) {
     m_hour = local.tm_hour;
     m_minute = local.tm_min;
     m_second = local.tm_sec;
-    m_year = Added(local.tm_year, 1900);
+    m_year = WrappingSum(local.tm_year, 1900);
     m_month = local.tm_mon;
     m_day = local.tm_mday;
     m_weekday = local.tm_wday;
@@ -90,7 +84,7 @@ void CGNDateTime::ToTM(struct tm* out) const {
     out->tm_hour = m_hour;
     out->tm_min = m_minute;
     out->tm_sec = m_second;
-    out->tm_year = Added(m_year, -1900);
+    out->tm_year = WrappingSum(m_year, -1900);
     out->tm_mon = m_month;
     out->tm_mday = m_day;
     out->tm_wday = m_weekday;
@@ -125,9 +119,9 @@ long CGNDateTime::GetLocalMidnightToday() {
     // Clocks that changed since midnight leave an hour. Eleven counts like eleven at night:
     // programs that show hours to 12 compare with it.
     if (local.tm_hour == 11 || local.tm_hour == 23)
-        midnight += 3600;
+        midnight += kSecondsPerHour;
     else if (local.tm_hour == 1)
-        midnight -= 3600;
+        midnight -= kSecondsPerHour;
     return midnight;
 }
 
@@ -198,40 +192,6 @@ unsigned char CGNDateTime::VerifyDay(struct tm* local) {
         return 1;
     m_rangeStatus = kBadDate;
     return 0;
-}
-
-void CGNDateTime::GetMinMaxTimeRange(CGNString& least, CGNString& most) {
-    CGNTime::GetMinMaxTimeRange(least, most);
-}
-
-void CGNDateTime::GetMinMaxDateTimeRange(CGNString& least, CGNString& most, long style) {
-    CGNDateTime first(0L), last(static_cast<long>(kLastSecond));
-    first.FormatForDisplay(style);
-    last.FormatForDisplay(style);
-    first.GetDisplayBuffer(least);
-    last.GetDisplayBuffer(most);
-}
-
-// What the reader of dates leaves of the text is the time.
-static void KeepDate(CGNString& text, long seconds, long style) {
-    CGNDateTime reader;
-    CGNString rest;
-    if (!reader.GetDateFromString(text, rest)) {  // a format that cannot be read back
-        CGNDateTime end(seconds);
-        end.FormatDateForDisplay(style);
-        end.GetDisplayBuffer(text);
-        return;
-    }
-    const unsigned length = text.GetLength() - rest.GetLength();
-    CGNString date;
-    date.CopyNBytes(text, length);
-    text = date;
-}
-
-void CGNDateTime::GetMinMaxDateRange(CGNString& least, CGNString& most, long style) {
-    GetMinMaxDateTimeRange(least, most, style);
-    KeepDate(least, 0, style);
-    KeepDate(most, kLastSecond, style);
 }
 
 void CGNDateTime::CheckLayout() {

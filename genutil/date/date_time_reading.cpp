@@ -3,12 +3,12 @@
 #include "genlocale.h"
 #include "genmoment.h"
 #include "gentimeofday.h"
-#include "genutil/date/calendar.h"
-#include "genutil/date/date_access.h"
+#include "genutil/calendar.h"
 #include "genutil/date/date_parse.h"
-#include "genutil/locale/locale_access.h"
 #include "genutil/date/free_moment.h"
+#include "genutil/date/read_rest.h"
 #include "genutil/date/time_parse.h"
+#include "genutil/locale/locale_access.h"
 #include "genutil/zone/zone.h"
 
 using namespace genutil;
@@ -147,7 +147,7 @@ std::int64_t SecondsAtOffset(const MomentFound& moment) {
     const ClockFields& time = moment.time.time;
     const std::int64_t days = DayNumberOf(date.year, date.month + 1, date.day) - kDayOf1970;
     const std::int64_t seconds =
-        days * 86400 + SecondsOf(time.hour, time.minute, time.second) - moment.offset;
+        days * kSecondsPerDay + SecondsOf(time.hour, time.minute, time.second) - moment.offset;
     return seconds < 0 || seconds > kLastSecond ? -1 : seconds;
 }
 

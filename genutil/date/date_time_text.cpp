@@ -2,8 +2,9 @@
 #include "gencalendar.h"
 #include "genmoment.h"
 #include "gentimeofday.h"
-#include "genutil/date/date_access.h"
+#include "genutil/calendar.h"
 #include "genutil/date/date_format.h"
+#include "genutil/date/style_text.h"
 #include "genutil/locale/locale_access.h"
 
 using namespace genutil;
@@ -16,7 +17,8 @@ DateFields FieldsOf(const CLCLocale* locale, int year, int month, int day, int w
     const bool eras = locale && locale->GetCalendarType() == kJapaneseEras;
     const int shown = eras ? static_cast<int>(locale->EmperorYrFromGregorianYr(year)) : year;
     const bool named = weekday >= 0 && weekday <= 6;
-    return {shown, Added(month, 1), day, named ? NameOfWeekday(weekday) : -1, false, false, true};
+    return {shown, WrappingSum(month, 1), day, named ? NameOfWeekday(weekday) : -1, false, false,
+            true};
 }
 
 }  // namespace
@@ -76,6 +78,12 @@ unsigned char CGNDateTime::DateSep(CGNString& out) {
     return CGNDate::DateSep(out);
 }
 
+// Programs that pass a record want its text; the moment they ask for with MkTimeTS.
+CGNDateTime::CGNDateTime(struct tm* local) : CGNDateTime() {
+    TakeFields(*local);
+    FormatForDisplay(3);
+}
+
 // -- Components ----------------------------------------------------------------------------------
 
 unsigned char CGNDateTime::DayNum(CGNString& out) const {
@@ -85,13 +93,13 @@ unsigned char CGNDateTime::DayNumLZ(CGNString& out) const {
     return ReplaceByNumber(out, m_day, 2);
 }
 unsigned char CGNDateTime::WeekDayNum(CGNString& out) const {
-    return ReplaceByNumber(out, Added(m_weekday, 1), 1);
+    return ReplaceByNumber(out, WrappingSum(m_weekday, 1), 1);
 }
 unsigned char CGNDateTime::MonthNum(CGNString& out) const {
-    return ReplaceByNumber(out, Added(m_month, 1), 1);
+    return ReplaceByNumber(out, WrappingSum(m_month, 1), 1);
 }
 unsigned char CGNDateTime::MonthNumLZ(CGNString& out) const {
-    return ReplaceByNumber(out, Added(m_month, 1), 2);
+    return ReplaceByNumber(out, WrappingSum(m_month, 1), 2);
 }
 
 template <class Write>

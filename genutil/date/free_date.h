@@ -11,34 +11,9 @@
 // day never change places to make a date of what is none. A missing year is the present one.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-
-#include "genlocale.h"
-#include "genutil/date/date_names.h"
-#include "genutil/date/date_parse.h"
-#include "genutil/date/text_cursor.h"
+#include "genutil/date/date_numbers.h"
 
 namespace genutil {
-
-enum class Reading {
-    kRead,
-    kInvalid,   // numbers in the form of a date, which is none
-    kNotKnown,  // anything else
-};
-
-// What a date was read as: scratch values, of which the era only where one is named.
-struct DateFound {
-    DateScratch date;
-    bool yearGiven;
-};
-
-// The circumstances of a reading.
-struct DateSetting {
-    const CLCLocale& locale;
-    int codeSet;      // of the text
-    bool shortYears;  // years of two digits are those of eras where the locale counts so
-};
 
 // On kRead the cursor moves behind the date; otherwise nothing changes.
 Reading ReadNumericDate(TextCursor& at, const DateSetting& setting, DateFound* found);
@@ -52,47 +27,5 @@ Reading ReadAnyDate(TextCursor& at, const DateSetting& setting, DateFound* found
 
 // Only the locale's formats, and only with a year.
 bool ReadDateInFormat(TextCursor& at, const DateSetting& setting, DateFound* found);
-
-// -- What the readers share ----------------------------------------------------------------------
-
-struct DateNumber {
-    int value, digits;
-};
-
-// Checks year, month (from 1) and day and stores them. The year is astronomical.
-Reading FinishDate(int year, int month, int day, bool yearGiven, DateFound* found);
-
-// What no year is: FinishDate takes it for an invalid one.
-constexpr int kNoYear = INT32_MIN;
-
-// The astronomical year that a number means; kNoYear for 0, which no calendar has.
-int YearOfNumber(const DateNumber& number, bool bc, const DateSetting& setting);
-
-// A date with a weekday in front or behind. The abbreviation of a weekday may be that of a month
-// too, so both are tried.
-template <class Read>
-Reading WithWeekday(TextCursor& at, const DateSetting& setting, DateFound* found, Read read) {
-    Reading reading = Reading::kNotKnown;
-    TextCursor end = at;
-    if (TextCursor behind = at; SkipWeekday(behind, setting.locale)) {
-        behind.SkipBlanks();
-        behind.SkipAny(",.");
-        end = behind;
-        reading = read(end, setting, found);
-    }
-    if (reading != Reading::kRead) {
-        end = at;
-        const Reading plain = read(end, setting, found);
-        if (plain < reading) reading = plain;
-    }
-    if (reading != Reading::kRead) return reading;
-    at = end;
-    SkipWeekday(at, setting.locale);
-    return reading;
-}
-
-// The first word of a text, a number, or one character of any other kind; behind blanks. False at
-// the end.
-bool NextWord(TextCursor& at, const char** word, std::size_t* length);
 
 }  // namespace genutil

@@ -1,5 +1,6 @@
 #include "genutil/date/free_moment.h"
 
+#include "genutil/calendar.h"
 #include "genutil/date/date_names.h"
 
 namespace genutil {
@@ -35,7 +36,7 @@ void SkipOffset(TextCursor& at, MomentFound* found) {
         }
         const bool known = full || (digits >= 1 && digits <= 2 && (named || !apart));
         if (known && hours <= 14 && minutes <= 59) {
-            const std::int32_t offset = hours * 3600 + minutes * 60;
+            const std::int32_t offset = hours * kSecondsPerHour + minutes * 60;
             found->offset = west ? -offset : offset;
             text = number;
             named = true;

@@ -1,7 +1,7 @@
 // Dates with a unit behind each number, as in Japan, China and Korea, and those of Japanese eras.
-#include "genutil/date/calendar.h"
-#include "genutil/date/date_access.h"
+#include "genutil/calendar.h"
 #include "genutil/date/free_date.h"
+#include "genutil/date/present_year.h"
 #include "genutil/locale/locale_access.h"
 #include "mbutil.h"
 

@@ -1,6 +1,5 @@
 // CLCDateTime: moments in a locale of their own.
 #include "genmoment.h"
-#include "genutil/date/date_access.h"
 
 using namespace genutil;
 

@@ -9,58 +9,58 @@
 
 namespace genutil {
 
-struct Picture::Elements {
+struct Pattern::Elements {
     std::uint32_t hash, textLength, count;
     int codeSet;
-    PictureLetters letters;
-    PictureWalk walk;
+    PatternLetters letters;
+    PatternWalk walk;
 
-    PictureElement* List() { return reinterpret_cast<PictureElement*>(this + 1); }
-    const PictureElement* List() const { return reinterpret_cast<const PictureElement*>(this + 1); }
+    PatternElement* List() { return reinterpret_cast<PatternElement*>(this + 1); }
+    const PatternElement* List() const { return reinterpret_cast<const PatternElement*>(this + 1); }
     const char* Text() const { return reinterpret_cast<const char*>(List() + count); }
 };
 
 namespace {
 
-bool IsLetter(char c, PictureLetters letters) {
+bool IsLetter(char c, PatternLetters letters) {
     switch (c) {
         case 'd':
         case 'M':
         case 'y':
         case 'g':
         case 'W':
-            return letters == PictureLetters::kDate;
+            return letters == PatternLetters::kDate;
         case 'H':
         case 'h':
         case 'm':
         case 's':
         case 't':
-            return letters == PictureLetters::kTime;
+            return letters == PatternLetters::kTime;
         default:
             return false;
     }
 }
 
-std::uint32_t CharacterLength(const char* p, PictureWalk walk) {
-    if (walk == PictureWalk::kBytes) return 1;
+std::uint32_t CharacterLength(const char* p, PatternWalk walk) {
+    if (walk == PatternWalk::kBytes) return 1;
     return static_cast<std::uint32_t>(mbbytesinchar(reinterpret_cast<const unsigned char*>(p)));
 }
 
 // Stores the elements of text at `out`, or counts them when it is null.
-std::uint32_t Split(const char* text, std::uint32_t length, PictureLetters letters,
-                    PictureWalk walk, PictureElement* out) {
+std::uint32_t Split(const char* text, std::uint32_t length, PatternLetters letters,
+                    PatternWalk walk, PatternElement* out) {
     std::uint32_t count = 0;
     for (std::uint32_t at = 0; at < length;) {
-        PictureElement element = {PictureElement::kOther, 0, at, 1};
+        PatternElement element = {PatternElement::kOther, 0, at, 1};
         if (text[at] == '\'') {
             const auto* close = static_cast<const char*>(
                 std::memchr(text + at + 1, '\'', std::size_t{length} - at - 1));
-            element.kind = close ? PictureElement::kQuoted : PictureElement::kUnclosed;
+            element.kind = close ? PatternElement::kQuoted : PatternElement::kUnclosed;
             element.at = ++at;
             element.length = close ? static_cast<std::uint32_t>(close - text) - at : length - at;
             at += element.length + (close != nullptr);
         } else if (IsLetter(text[at], letters)) {
-            element.kind = PictureElement::kRun;
+            element.kind = PatternElement::kRun;
             element.letter = text[at];
             while (at + element.length < length && text[at + element.length] == element.letter)
                 ++element.length;
@@ -90,38 +90,38 @@ std::uint32_t Hash(const char* text, std::uint32_t length, std::uint32_t seed) {
     return static_cast<std::uint32_t>(hash);
 }
 
-// Pictures in use, in an open hash table that is only added to. A process has a few; what does not
+// Patterns in use, in an open hash table that is only added to. A process has a few; what does not
 // fit is taken apart each time.
 constexpr std::size_t kSlots = 256, kProbes = 8;
 constexpr std::uint32_t kLongestKept = 128;
 
 }  // namespace
 
-Picture::Elements* Picture::TakeApart(const CGNString& text, PictureLetters letters,
-                                      PictureWalk walk) {
+Pattern::Elements* Pattern::TakeApart(const CGNString& text, PatternLetters letters,
+                                      PatternWalk walk) {
     const std::uint32_t length = text.GetLength();
     const std::uint32_t count = Split(text, length, letters, walk, nullptr);
     const std::uint64_t size =
-        sizeof(Elements) + std::uint64_t{count} * sizeof(PictureElement) + length + 1;
+        sizeof(Elements) + std::uint64_t{count} * sizeof(PatternElement) + length + 1;
     auto* elements = static_cast<Elements*>(Allocate(size));
-    if (!AssertAllocation(elements != nullptr, "genutil/picture", __LINE__)) return nullptr;
+    if (!AssertAllocation(elements != nullptr, "genutil/pattern", __LINE__)) return nullptr;
     *elements = {0, length, count, mbGetLocaleCodeSet(), letters, walk};
     Split(text, length, letters, walk, elements->List());
     std::memcpy(const_cast<char*>(elements->Text()), text, std::size_t{length} + 1);
     return elements;
 }
 
-Picture::Picture(const CGNString& text, PictureLetters letters, PictureWalk walk)
+Pattern::Pattern(const CGNString& text, PatternLetters letters, PatternWalk walk)
     : m_elements(nullptr), m_owned(false) {
     Find(text, letters, walk);
     Take(m_elements);
 }
 
-bool Picture::IsOfCodeSet() const {
+bool Pattern::IsOfCodeSet() const {
     return m_elements->codeSet == mbGetLocaleCodeSet();
 }
 
-void Picture::Take(const Elements* elements) {
+void Pattern::Take(const Elements* elements) {
     if (!elements) return;
     m_begin = elements->List();
     m_end = m_begin + elements->count;
@@ -129,13 +129,13 @@ void Picture::Take(const Elements* elements) {
     m_length = elements->textLength;
 }
 
-bool Picture::EndsWith(const CGNString& text) const {
+bool Pattern::EndsWith(const CGNString& text) const {
     const std::uint32_t length = text.GetLength();
     return length != 0 && length <= m_length &&
            std::memcmp(m_text + m_length - length, text, length) == 0;
 }
 
-void Picture::Find(const CGNString& text, PictureLetters letters, PictureWalk walk) {
+void Pattern::Find(const CGNString& text, PatternLetters letters, PatternWalk walk) {
     m_elements = nullptr;
     static std::atomic<Elements*> kept[kSlots];
     const std::uint32_t length = text.GetLength();
@@ -166,7 +166,7 @@ void Picture::Find(const CGNString& text, PictureLetters letters, PictureWalk wa
     m_owned = true;
 }
 
-Picture::~Picture() {
+Pattern::~Pattern() {
     if (m_owned) Release(const_cast<Elements*>(m_elements));
 }
 

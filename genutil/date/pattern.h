@@ -1,11 +1,11 @@
-// The walk over a date or time picture, which writing and reading share.
+// The walk over a date or time pattern, which writing and reading share.
 //
-//     picture = { run | quoted | other }
-//     run     = one of the picture's letters, once or more: "yyyy", "M"
+//     pattern = { run | quoted | other }
+//     run     = one of the pattern's letters, once or more: "yyyy", "M"
 //     quoted  = "'" any "'"     without the second apostrophe it goes on to the end
 //     other   = any character, blanks included
 //
-// A picture is taken apart once and kept: what walks it afterwards looks at elements.
+// A pattern is taken apart once and kept: what walks it afterwards looks at elements.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +16,7 @@
 
 namespace genutil {
 
-struct PictureElement {
+struct PatternElement {
     enum Kind : std::uint8_t { kRun, kQuoted, kUnclosed, kOther };
     Kind kind;
     char letter;           // of a run
@@ -24,24 +24,24 @@ struct PictureElement {
     std::uint32_t length;  // bytes: how often the letter stands, or of the text
 };
 
-enum class PictureLetters : std::uint8_t { kDate, kTime };
+enum class PatternLetters : std::uint8_t { kDate, kTime };
 
 // Writing walks by characters, as programs lay out what they write; reading walks by bytes, as the
 // texts that it reads have always been matched: there a letter may be half of a character.
-enum class PictureWalk : std::uint8_t { kCharacters, kBytes };
+enum class PatternWalk : std::uint8_t { kCharacters, kBytes };
 
-// The elements of a picture, valid as long as the object. Never fails: without memory, which is
+// The elements of a pattern, valid as long as the object. Never fails: without memory, which is
 // reported, there are none.
-class Picture {
+class Pattern {
   public:
-    Picture(const CGNString& text, PictureLetters letters, PictureWalk walk);
+    Pattern(const CGNString& text, PatternLetters letters, PatternWalk walk);
 
-    // The picture that one place in the program last walked, if `mark` says that nothing changed on
+    // The pattern that one place in the program last walked, if `mark` says that nothing changed on
     // which it depends; else `read` is called for it. So it is found again without a look at it.
     struct Elements;
     template <class Read>
-    Picture(Kept<const Elements>& where, std::uint64_t mark, PictureLetters letters,
-            PictureWalk walk, Read read)
+    Pattern(Kept<const Elements>& where, std::uint64_t mark, PatternLetters letters,
+            PatternWalk walk, Read read)
         : m_elements(where.For(mark)), m_owned(false) {
         if (!m_elements || !IsOfCodeSet()) {
             Find(read(), letters, walk);
@@ -49,25 +49,25 @@ class Picture {
         }
         Take(m_elements);
     }
-    ~Picture();
-    Picture(const Picture&) = delete;
-    Picture& operator=(const Picture&) = delete;
+    ~Pattern();
+    Pattern(const Pattern&) = delete;
+    Pattern& operator=(const Pattern&) = delete;
 
-    const PictureElement* begin() const { return m_begin; }
-    const PictureElement* end() const { return m_end; }
-    const char* Text(const PictureElement& element) const { return m_text + element.at; }
+    const PatternElement* begin() const { return m_begin; }
+    const PatternElement* end() const { return m_end; }
+    const char* Text(const PatternElement& element) const { return m_text + element.at; }
     bool EndsWith(const CGNString& text) const;
 
   private:
-    void Find(const CGNString& text, PictureLetters letters, PictureWalk walk);
-    static Elements* TakeApart(const CGNString& text, PictureLetters letters, PictureWalk walk);
+    void Find(const CGNString& text, PatternLetters letters, PatternWalk walk);
+    static Elements* TakeApart(const CGNString& text, PatternLetters letters, PatternWalk walk);
 
     void Take(const Elements* elements);
     bool IsOfCodeSet() const;
 
     const Elements* m_elements;
-    const PictureElement* m_begin = nullptr;
-    const PictureElement* m_end = nullptr;
+    const PatternElement* m_begin = nullptr;
+    const PatternElement* m_end = nullptr;
     const char* m_text = nullptr;
     std::uint32_t m_length = 0;
     bool m_owned;

@@ -1,15 +1,15 @@
 // The value of CGNTime, and its text in the conventions of the global locale.
 #include "genlocale.h"
 #include "gentimeofday.h"
-#include "genutil/date/date_access.h"
+#include "genutil/calendar.h"
 #include "genutil/date/date_format.h"
+#include "genutil/date/style_text.h"
 #include "genutil/locale/locale_access.h"
 
 using namespace genutil;
 
 namespace {
 
-constexpr int kSecondsOfDay = 86400;
 enum RangeStatus { kValid = 1, kOutOfRange = 3 };
 
 }  // namespace
@@ -26,9 +26,9 @@ CGNTime::CGNTime(long secondsFromMidnight)
       m_secondsFromMidnight(0),
       m_rangeStatus(0) {
     if (secondsFromMidnight < 0) return;
-    if (secondsFromMidnight >= kSecondsOfDay) secondsFromMidnight = kSecondsOfDay - 1;
+    if (secondsFromMidnight >= kSecondsPerDay) secondsFromMidnight = kSecondsPerDay - 1;
     m_secondsFromMidnight = static_cast<std::int32_t>(secondsFromMidnight);
-    m_hour = m_secondsFromMidnight / 3600;
+    m_hour = m_secondsFromMidnight / kSecondsPerHour;
     m_minute = m_secondsFromMidnight / 60 % 60;
     m_second = m_secondsFromMidnight % 60;
 }
@@ -44,13 +44,6 @@ CGNTime::CGNTime(int hour, int minute, int second) : CGNTime(0L) {
 CGNTime::CGNTime(const CGNTime& other) = default;
 CGNTime& CGNTime::operator=(const CGNTime& other) = default;
 CGNTime::~CGNTime() = default;
-
-// Values that are out of range are taken as they are, and wrap around.
-std::int32_t genutil::SecondsOf(int hour, int minute, int second) {
-    return static_cast<std::int32_t>(static_cast<unsigned>(hour) * 3600 +
-                                     static_cast<unsigned>(minute) * 60 +
-                                     static_cast<unsigned>(second));
-}
 
 unsigned char CGNTime::IsEmpty() const {
     return m_hour == 0 && m_minute == 0 && m_second == 0 && m_secondsFromMidnight == 0;
@@ -71,17 +64,6 @@ unsigned char CGNTime::VerifyTime(int hour, int minute, int second) {
 }
 
 // -- Text ----------------------------------------------------------------------------------------
-
-void genutil::AppendTime(TextBuilder& out, const ClockFields& time, CLCLocale* locale) {
-    if (!locale) return;
-    static Kept<const Picture::Elements> kept;
-    const Picture picture(kept, MarkOf(locale), PictureLetters::kTime, PictureWalk::kCharacters,
-                          [&]() -> const CGNString& {
-                              locale->InitControlPanelTimeSettings();
-                              return LocaleAccess::TimeFormat(*locale);
-                          });
-    WriteTime(out, picture, time, *locale);
-}
 
 unsigned char CGNTime::FormatForDisplay() {
     m_display.Clear();

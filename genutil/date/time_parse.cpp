@@ -1,8 +1,8 @@
 #include "genutil/date/time_parse.h"
 
 #include "genutil/date/date_parse.h"
-#include "genutil/locale/locale_access.h"
 #include "genutil/date/pattern.h"
+#include "genutil/locale/locale_access.h"
 
 namespace genutil {
 
@@ -10,11 +10,11 @@ namespace {
 
 // Whether the locale writes its markers in front of the time.
 bool MarkerLeads(const CLCLocale& locale) {
-    static Kept<const Picture::Elements> kept;
-    const Picture picture(kept, MarkOf(&locale), PictureLetters::kTime, PictureWalk::kCharacters,
+    static Kept<const Pattern::Elements> kept;
+    const Pattern pattern(kept, MarkOf(&locale), PatternLetters::kTime, PatternWalk::kCharacters,
                           [&]() -> const CGNString& { return LocaleAccess::TimeFormat(locale); });
-    for (const PictureElement& element : picture)
-        if (element.kind == PictureElement::kRun) return element.letter == 't';
+    for (const PatternElement& element : pattern)
+        if (element.kind == PatternElement::kRun) return element.letter == 't';
     return false;
 }
 

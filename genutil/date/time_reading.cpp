@@ -1,8 +1,9 @@
 // CGNTime from text, in the conventions of the global locale.
 #include "gentimeofday.h"
-#include "genutil/date/date_access.h"
-#include "genutil/date/time_parse.h"
+#include "genutil/calendar.h"
 #include "genutil/date/free_time.h"
+#include "genutil/date/read_rest.h"
+#include "genutil/date/time_parse.h"
 
 using namespace genutil;
 

@@ -1,4 +1,4 @@
-// Date pictures as older programs stored them, turned into those of today.
+// Date patterns as older programs stored them, turned into those of today.
 #include "genlocale.h"
 #include "genutil/locale/locale_code_set.h"
 #include "genutil/locale/pattern_characters.h"
@@ -7,9 +7,9 @@ using namespace genutil;
 
 namespace {
 
-// Today's pictures have small letters for days and years, so a capital one tells an old picture.
-bool IsOldPicture(const char* picture, int codeSet) {
-    return PictureHas(picture, codeSet, 'D') || PictureHas(picture, codeSet, 'Y');
+// Today's patterns have small letters for days and years, so a capital one tells an old pattern.
+bool IsOldPattern(const char* pattern, int codeSet) {
+    return PatternHas(pattern, codeSet, 'D') || PatternHas(pattern, codeSet, 'Y');
 }
 
 // Old letters by what they become; in any case for months, since minutes have no place in a date.
@@ -26,7 +26,7 @@ char TokenOfOldLetter(char c) {
     }
 }
 
-// Writes the token of an old picture that is `run` letters long. A year of one letter is a whole
+// Writes the token of an old pattern that is `run` letters long. A year of one letter is a whole
 // one, and so is the month of a long date.
 void AppendToken(CGNString& to, char token, int run, bool isLong) {
     constexpr int kWhole = 4;
@@ -34,12 +34,12 @@ void AppendToken(CGNString& to, char token, int run, bool isLong) {
     for (; run > 0; --run) to += token;
 }
 
-void ConvertOldPicture(CGNString& picture, int codeSet, bool isLong) {
-    if (!IsOldPicture(picture, codeSet)) return;
+void ConvertOldPattern(CGNString& pattern, int codeSet, bool isLong) {
+    if (!IsOldPattern(pattern, codeSet)) return;
     CGNString converted;
     char token = 0;
     int run = 0;
-    ForEachInPicture(picture, codeSet, [&](const char* at, int length, bool quoted) {
+    ForEachInPattern(pattern, codeSet, [&](const char* at, int length, bool quoted) {
         const char next = quoted || length > 1 ? 0 : TokenOfOldLetter(*at);
         const bool isToken = next == 'd' || next == 'M' || next == 'y';
         if (run != 0 && (!isToken || next != token)) {
@@ -54,15 +54,15 @@ void ConvertOldPicture(CGNString& picture, int codeSet, bool isLong) {
         for (int i = 0; i < length; ++i) converted += at[i];
     });
     AppendToken(converted, token, run, isLong);
-    picture = converted;
+    pattern = converted;
 }
 
 }  // namespace
 
 void CLCLocale::ConvertOldImportLongDateFormat(CGNString& format) const {
-    ConvertOldPicture(format, GetCodeSet(), true);
+    ConvertOldPattern(format, GetCodeSet(), true);
 }
 
 void CLCLocale::ConvertOldImportShortDateFormat(CGNString& format) const {
-    ConvertOldPicture(format, GetCodeSet(), false);
+    ConvertOldPattern(format, GetCodeSet(), false);
 }

@@ -103,12 +103,12 @@ void ReadEras(const IniSection& ini, CEmperor* eras, int count) {
     }
 }
 
-// Writes another separator into a picture, outside apostrophes.
-void ReplaceSeparator(CGNString& picture, int codeSet, const CGNString& from, const CGNString& to) {
+// Writes another separator into a pattern, outside apostrophes.
+void ReplaceSeparator(CGNString& pattern, int codeSet, const CGNString& from, const CGNString& to) {
     if (from.IsEmpty() || from == to) return;
     CGNString replaced;
     const char* skipTo = nullptr;
-    ForEachInPicture(picture, codeSet, [&](const char* at, int length, bool quoted) {
+    ForEachInPattern(pattern, codeSet, [&](const char* at, int length, bool quoted) {
         if (skipTo && at < skipTo) return;
         if (!quoted && std::strncmp(at, from, from.GetLength()) == 0) {
             replaced += to;
@@ -117,20 +117,20 @@ void ReplaceSeparator(CGNString& picture, int codeSet, const CGNString& from, co
         }
         for (int i = 0; i < length; ++i) replaced += at[i];
     });
-    picture = replaced;
+    pattern = replaced;
 }
 
-// A time picture in parts: the clock and the marker for the parts of the day.
-struct TimePicture {
+// A time pattern in parts: the clock and the marker for the parts of the day.
+struct TimePattern {
     CGNString clock;
     bool hasMarker = false;
     bool markerFirst = false;
 };
 
-// Takes a time picture apart; the hour tokens become `hour`, or stay when it is 0.
-TimePicture SplitTimePicture(const CGNString& picture, int codeSet, char hour) {
-    TimePicture parts;
-    ForEachInPicture(picture, codeSet, [&](const char* at, int length, bool quoted) {
+// Takes a time pattern apart; the hour tokens become `hour`, or stay when it is 0.
+TimePattern SplitTimePattern(const CGNString& pattern, int codeSet, char hour) {
+    TimePattern parts;
+    ForEachInPattern(pattern, codeSet, [&](const char* at, int length, bool quoted) {
         if (!quoted && *at == 't') {
             if (!parts.hasMarker) parts.markerFirst = parts.clock.IsEmpty();
             parts.hasMarker = true;
@@ -153,12 +153,12 @@ TimePicture SplitTimePicture(const CGNString& picture, int codeSet, char hour) {
     return parts;
 }
 
-CGNString JoinTimePicture(const TimePicture& parts) {
-    CGNString picture;
-    if (parts.hasMarker && parts.markerFirst) picture = "tt ";
-    picture += parts.clock;
-    if (parts.hasMarker && !parts.markerFirst) picture += " tt";
-    return picture;
+CGNString JoinTimePattern(const TimePattern& parts) {
+    CGNString pattern;
+    if (parts.hasMarker && parts.markerFirst) pattern = "tt ";
+    pattern += parts.clock;
+    if (parts.hasMarker && !parts.markerFirst) pattern += " tt";
+    return pattern;
 }
 
 }  // namespace
@@ -197,15 +197,15 @@ void CLCLocale::LoadIniDateTimeSettings(char* iniFile, CGNString& section) {
     if (ini.Text("AMString", text)) m_am = text;
     if (ini.Text("PMString", text)) m_pm = text;
     if (ini.Number("24HourTimeFormat", 1, &number)) {
-        TimePicture parts = SplitTimePicture(m_timeFormat, codeSet, number ? 'H' : 'h');
+        TimePattern parts = SplitTimePattern(m_timeFormat, codeSet, number ? 'H' : 'h');
         parts.hasMarker = number == 0;
-        m_timeFormat = JoinTimePicture(parts);
+        m_timeFormat = JoinTimePattern(parts);
         m_24Hour = number != 0;
     }
     if (ini.Number("AMPMPrefix", 1, &number)) {
-        TimePicture parts = SplitTimePicture(m_timeFormat, codeSet, 0);
+        TimePattern parts = SplitTimePattern(m_timeFormat, codeSet, 0);
         parts.markerFirst = number != 0;
-        m_timeFormat = JoinTimePicture(parts);
+        m_timeFormat = JoinTimePattern(parts);
     }
     ReadEras(ini, m_eras, kEras);
     Touch();

@@ -190,15 +190,6 @@ unsigned char CLCLocale::RegionalizeDecimalSeparator(CGNString& s) const {
 unsigned long CLCLocale::GetLocaleId() const {
     return m_localeId;
 }
-// Readers ask with every word, and for the user's locale the system is asked.
-int CLCLocale::GetCodeSet() const {
-    static Kept<const CodeSetInfo> kept;
-    const std::uint64_t mark = MarkOf(this);
-    if (const CodeSetInfo* known = kept.For(mark)) return known->codeSet;
-    const int codeSet = CodeSetOfLocale(m_localeName, m_localeId);
-    if (const CodeSetInfo* info = FindCodeSet(codeSet)) kept.Keep(mark, info);
-    return codeSet;
-}
 unsigned char CLCLocale::IsMultiByte() const {
     return m_multiByte;
 }

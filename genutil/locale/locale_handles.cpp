@@ -5,9 +5,9 @@
 #include <cstring>
 
 #include "genutil/allocate.h"
+#include "genutil/ascii.h"
 #include "genutil/assert_allocation.h"
 #include "genutil/locale/locale_facts.h"
-#include "genutil/mbutil/ascii.h"
 #include "genutil/mbutil/code_set.h"
 #include "genutil/mbutil/copy_out.h"
 #include "genutil/mbutil/display_text.h"

@@ -1,15 +1,15 @@
-// The characters of a format picture, in the code set of its locale.
+// The characters of a format pattern, in the code set of its locale.
 #pragma once
 
 #include "mbutil.h"
 
 namespace genutil {
 
-// Calls see(at, length, quoted) for each character of a picture; apostrophes are seen as quoted.
+// Calls see(at, length, quoted) for each character of a pattern; apostrophes are seen as quoted.
 template <class See>
-void ForEachInPicture(const char* picture, int codeSet, See see) {
+void ForEachInPattern(const char* pattern, int codeSet, See see) {
     bool quoted = false;
-    for (const char* p = picture; *p;) {
+    for (const char* p = pattern; *p;) {
         const int length = mbbytesinchartype(reinterpret_cast<const unsigned char*>(p), codeSet);
         if (*p == '\'') {
             see(p, length, true);
@@ -21,10 +21,10 @@ void ForEachInPicture(const char* picture, int codeSet, See see) {
     }
 }
 
-// Whether a picture has a token, outside apostrophes.
-inline bool PictureHas(const char* picture, int codeSet, char token) {
+// Whether a pattern has a token, outside apostrophes.
+inline bool PatternHas(const char* pattern, int codeSet, char token) {
     bool has = false;
-    ForEachInPicture(picture, codeSet, [&](const char* at, int, bool quoted) {
+    ForEachInPattern(pattern, codeSet, [&](const char* at, int, bool quoted) {
         has = has || (!quoted && *at == token);
     });
     return has;

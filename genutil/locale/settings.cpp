@@ -49,15 +49,6 @@ const LocaleFacts* FactsOf(const CGNString& name, std::uint32_t localeId, bool r
 
 }  // namespace
 
-// A name says more than its identifier, which several locales may share: Croatian is not written in
-// Cyrillic.
-int genutil::CodeSetOfLocale(const CGNString& name, std::uint32_t localeId) {
-    const std::uint32_t language = LanguageOfLocaleId(localeId);
-    const bool isUser = localeId == kUserLocaleId;
-    const LocaleRow* row = isUser || name.IsEmpty() ? nullptr : FindLocaleByName(name);
-    return row && row->language == language ? row->codeSet : CodeSetOfLocaleTexts(language);
-}
-
 void CLCLocale::SetLocale(CGNString name) {
     m_localeName = name;
     m_localeId = kUserLocaleId;
@@ -139,7 +130,7 @@ void CLCLocale::TakeTimeFacts(const LocaleFacts& facts) {
     Take(m_pm, facts.text[kPm]);
     if (!facts.text[kTimeFormat] || m_timeFormat == facts.text[kTimeFormat]) return;
     m_timeFormat = facts.text[kTimeFormat];
-    m_24Hour = PictureHas(m_timeFormat, facts.codeSet, 'H');
+    m_24Hour = PatternHas(m_timeFormat, facts.codeSet, 'H');
 }
 
 void CLCLocale::TakeNumberFacts(const LocaleFacts& facts) {
@@ -156,7 +147,7 @@ void CLCLocale::TakeNumberFacts(const LocaleFacts& facts) {
 void CLCLocale::TakeTimeFormat(const CGNString& format) {
     m_timeFormat = format;
     const int codeSet = GetCodeSet();
-    m_24Hour = PictureHas(m_timeFormat, codeSet, 'H');
+    m_24Hour = PatternHas(m_timeFormat, codeSet, 'H');
     const char* const at = m_timeFormat + std::strspn(m_timeFormat, " hHmst");
     if (*at == 0 || *at == '\'') return;
     const int length = mbbytesinchartype(reinterpret_cast<const unsigned char*>(at), codeSet);

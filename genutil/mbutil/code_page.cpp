@@ -43,7 +43,7 @@ bool Fill(CodePage& page, int codeSet) {
         case mbEucKr:
             return FillCutToEuc(page, kCodePages[mbKorean]) && FillBack(page, codeSet);
         case mbEucTw:
-            return FillEucTw(page) && FillBack(page, codeSet);
+            return FillEucTw(page, FindCodePage(mbBig5)) && FillBack(page, codeSet);
         case mb8859_10:
             return Fill8859_10(page) && FillBack(page, codeSet);
         default:

@@ -10,7 +10,6 @@
 
 #include "genutil/mbutil/chinese.h"
 #include "genutil/mbutil/code_page_fill.h"
-#include "mbutil.h"
 
 namespace genutil {
 
@@ -41,8 +40,7 @@ unsigned CharacterOf(unsigned big5Code, unsigned big5Character) {
 
 }  // namespace
 
-bool FillEucTw(CodePage& page) {
-    const CodePage* big5 = FindCodePage(mbBig5);
+bool FillEucTw(CodePage& page, const CodePage* big5) {
     page.prefixed.reset(new (std::nothrow) std::uint16_t[kPairTableSize]);
     if (!big5 || !page.prefixed || !BeginEuc(page)) return false;
     std::fill_n(page.prefixed.get(), kPairTableSize, kNoCharacter);

@@ -14,8 +14,8 @@ bool FillCutToEuc(CodePage& page, unsigned codePage);
 bool BeginEuc(CodePage& page);
 // JIS X 0208 as code page 932 has it, half-width katakana and JIS X 0212.
 bool FillEucJp(CodePage& page);
-// CNS 11643 as far as Big5 has it (code_page_euc_tw.cpp).
-bool FillEucTw(CodePage& page);
+// The characters of CNS 11643 that Big5 has (code_page_euc_tw.cpp). `big5` may be null.
+bool FillEucTw(CodePage& page, const CodePage* big5);
 bool Fill8859_10(CodePage& page);
 
 // The way back, from the tables above (code_page_back.cpp).

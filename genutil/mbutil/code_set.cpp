@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "genutil/mbutil/ascii.h"
+#include "genutil/ascii.h"
 #include "genutil/mbutil/code_set_info.h"
 #include "genutil/mbutil/copy_out.h"
 #include "genutil/mbutil/step.h"

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "genutil/allocate.h"
+#include "genutil/mbutil/align.h"
 #include "genutil/mbutil/code_set.h"
 #include "genutil/mbutil/code_set_info.h"
 #include "genutil/mbutil/step.h"

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "genutil/jaconv/reader.h"
+#include "genutil/mbutil/align.h"
 #include "genutil/mbutil/step.h"
 
 namespace genutil {

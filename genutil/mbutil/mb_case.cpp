@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <mutex>
 
-#include "genutil/mbutil/ascii.h"
+#include "genutil/ascii.h"
 #include "genutil/mbutil/step.h"
 #include "genutil/mbutil/wide_convert.h"
 

@@ -3,8 +3,9 @@
 #include <cstring>
 
 #include "genutil/allocate.h"
+#include "genutil/ascii.h"
 #include "genutil/assert_allocation.h"
-#include "genutil/mbutil/ascii.h"
+#include "genutil/mbutil/align.h"
 #include "genutil/mbutil/character_blocks.h"
 #include "genutil/mbutil/mb_case.h"
 #include "genutil/mbutil/same_prefix.h"

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstring>
 
+#include "genutil/mbutil/align.h"
 #include "genutil/mbutil/character_blocks.h"
 #include "genutil/mbutil/pair_finder.h"
 

@@ -2,9 +2,10 @@
 #include <cstdio>
 #include <cstring>
 
+#include "genutil/mbutil/align.h"
+#include "genutil/mbutil/cut_character.h"
 #include "genutil/mbutil/scratch.h"
 #include "genutil/mbutil/step.h"
-#include "genutil/mbutil/cut_character.h"
 #include "genutil/mbutil/transcode.h"
 #include "osutil/platform/file/files.h"
 

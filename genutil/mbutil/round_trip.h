@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "genutil/mbutil/align.h"
 #include "genutil/mbutil/step.h"
 
 namespace genutil {

@@ -81,12 +81,6 @@ inline unsigned StepLength(const StepTable& table, const unsigned char* p) {
     return rule <= 1 || rule == StepTable::kInvalid ? 1 : StepLengthOfShift(table, p);
 }
 
-// Start of the character that holds byte idx; s has no terminator before idx.
-std::size_t AlignToCharacter(const StepTable& table, const unsigned char* s, std::size_t idx);
-
-// The same for a walk by promised lengths, which differs behind invalid sequences.
-std::size_t AlignToPromise(const StepTable& table, const unsigned char* s, std::size_t idx);
-
 inline const unsigned char* Bytes(const char* s) {
     return reinterpret_cast<const unsigned char*>(s);
 }

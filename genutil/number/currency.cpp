@@ -4,7 +4,8 @@
 #include <cstring>
 
 #include "gennum.h"
-#include "genutil/mbutil/ascii.h"
+#include "genutil/ascii.h"
+#include "genutil/mbutil/align.h"
 #include "genutil/mbutil/character_table.h"
 #include "genutil/mbutil/code_page.h"
 #include "genutil/mbutil/code_set.h"

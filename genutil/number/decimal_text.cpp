@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "genutil/ascii.h"
 #include "genutil/number/digit_masks.h"
-#include "genutil/mbutil/ascii.h"
 
 namespace genutil {
 namespace {

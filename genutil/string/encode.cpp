@@ -6,7 +6,6 @@
 #include "genutil/mbutil/wide_convert.h"
 #include "genutil/string/storage.h"
 #include "mbutil.h"
-#include "ostext.h"
 
 using genutil::Rule;
 using genutil::Units;
@@ -134,16 +133,4 @@ void CGNString::ConvertSpecialAlphaNumForXMLTag() {
     if (!mbIsJapanese()) return;
     ConvertSingleToDouble();
     ConvertRomanjiToASCII();
-}
-
-// -- Layout of client and server -----------------------------------------------------------------
-
-void CGNString::ClientFormat() {
-    OSClientFormatString(*this);
-}
-void CGNString::ServerFormat() {
-    OSServerFormatString(*this);
-}
-int CGNString::GetNumLines() const {
-    return OSClientGetNumLines(*this);
 }

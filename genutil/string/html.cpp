@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "genstr.h"
-#include "genutil/mbutil/ascii.h"
+#include "genutil/ascii.h"
 #include "genutil/string/storage.h"
 #include "mbutil.h"
 

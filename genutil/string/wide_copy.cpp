@@ -18,18 +18,6 @@ using Wide = unsigned short;
 
 namespace genutil {
 
-void StringStorage::DropWide(const CGNString& s) {
-    Release(s.m_wide);
-    s.m_wide = nullptr;
-    s.m_wideLength = 0;
-    s.m_wideCapacity = 0;
-}
-
-bool StringStorage::GrowWide(CGNString& s, std::uint64_t n, Owned<Wide>& old) {
-    const bool doubling = s.m_flags & kGrowByDoubling;
-    return Grow(s.m_wide, s.m_wideLength, s.m_wideCapacity, s.m_wide != nullptr, doubling, n, old);
-}
-
 bool StringStorage::EnsureWide(const CGNString& s) {
     if (!s.m_wide) s.DuplicateWzBufferFromData();
     return s.m_wide != nullptr;
@@ -57,10 +45,6 @@ void StringStorage::StoreWide(CGNString& s, const unsigned short* wide, std::uin
 }
 
 }  // namespace genutil
-
-void CGNString::FreeWzBuffer() {
-    Storage::DropWide(*this);
-}
 
 unsigned int CGNString::ReallocateToNumChars(unsigned int n) {
     Owned<Wide> old;
@@ -139,6 +123,12 @@ CGNString& CGNString::CopyNWide(const unsigned short* w, unsigned int n) {
     taken.m_wideLength = n;
     if (Storage::RebuildData(taken, 2)) Storage::Swap(*this, taken);
     return *this;
+}
+
+CGNString& CGNString::AppendNChars(const char* s, unsigned int n) {
+    CGNString taken;
+    taken.CopyNChars(s, n);
+    return *this += taken;
 }
 
 // -- Characters ----------------------------------------------------------------------------------

@@ -3,10 +3,11 @@
 #include <cstring>
 
 #include "gentimezone.h"
+#include "genutil/zone/thread_zone.h"
 #include "genutil/zone/zone.h"
-#include "osutil/thread/mutex_holder.h"
 #include "osutil/platform/time/clock.h"
 #include "osutil/platform/time/zones.h"
+#include "osutil/thread/mutex_holder.h"
 #include "osutil/thread/thread_record.h"
 #include "osutil/thread/thread_value.h"
 #include "osutil/thread/threaded.h"
@@ -67,17 +68,6 @@ const Zone& ZoneInForce() {
 }
 
 }  // namespace
-
-const char* ThreadZone() {
-    static constexpr ShortName kName = {"timezone"};
-    return static_cast<const char*>(ThreadVariable(kName));
-}
-
-std::int32_t MomentOf(long seconds) {
-    if (seconds > INT32_MAX) return INT32_MAX;
-    if (seconds < INT32_MIN) return INT32_MIN;
-    return static_cast<std::int32_t>(seconds);
-}
 
 unsigned char CreateClockMutex(_osmutex** mutex) {
     if (!*mutex) *mutex = OSMutexCreate();

@@ -1,4 +1,6 @@
 // The zone of the process and of each thread.
+#include "genutil/zone/thread_zone.h"
+
 #include <cstdio>
 #include <cstring>
 #include <mutex>
@@ -8,13 +10,18 @@
 #include "genutil/assert_allocation.h"
 #include "genutil/zone/two_transitions.h"
 #include "genutil/zone/zone.h"
-#include "genutil/zone/local_clock.h"
 #include "osthread.h"
 #include "osutil/platform/time/clock.h"
 #include "osutil/platform/time/zones.h"
+#include "osutil/thread/thread_value.h"
 #include "osutil/thread/threaded.h"
 
 using namespace genutil;
+
+const char* genutil::ThreadZone() {
+    static constexpr ShortName kName = {"timezone"};
+    return static_cast<const char*>(ThreadVariable(kName));
+}
 
 OSTimeZone* OSTimeZone::m_instance = nullptr;
 

@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <iterator>
 
-#include "genutil/date/calendar.h"
+#include "genutil/calendar.h"
 #include "genutil/zone/zone_periods.h"
 
 namespace genutil {
 
 namespace {
-
-constexpr int kSecondsOfDay = 86400;
 
 // 1, 0 or -1 as the first of pairs that differ says.
 struct Pair {
@@ -46,18 +44,18 @@ bool IsBehindInMonth(const std::tm& local, const ChangeDate& change) {
 }
 
 ChangeDate ChangeDateOf(const ZoneChange& change, int year) {
-    const bool expressible =
-        change.kind == ZoneChange::kMonthWeekDay && change.time >= 0 && change.time < kSecondsOfDay;
+    const bool expressible = change.kind == ZoneChange::kMonthWeekDay && change.time >= 0 &&
+                             change.time < kSecondsPerDay;
     std::int64_t second = change.time;
     ChangeDate date = {0, change.month, change.weekday, change.week, 0, 0, 0};
     if (!expressible) {
         second = LocalTimeOfChange(change, year);
-        const std::int64_t days = second / kSecondsOfDay - (second % kSecondsOfDay < 0);
-        second -= days * kSecondsOfDay;
+        const std::int64_t days = second / kSecondsPerDay - (second % kSecondsPerDay < 0);
+        second -= days * kSecondsPerDay;
         const CalendarDate day = DateSince1970(static_cast<std::int32_t>(days));
         date = {day.year, day.month, 0, day.day, 0, 0, 0};
     }
-    date.hour = static_cast<std::int32_t>(second / 3600);
+    date.hour = static_cast<std::int32_t>(second / kSecondsPerHour);
     date.minute = static_cast<std::int32_t>(second / 60 % 60);
     date.second = static_cast<std::int32_t>(second % 60);
     return date;

@@ -7,7 +7,7 @@
 
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
-#include "genutil/date/calendar.h"
+#include "genutil/calendar.h"
 #include "genutil/zone/windows_names.h"
 #include "genutil/zone/zone_periods.h"
 #include "osutil/platform/time/zones.h"
@@ -17,8 +17,6 @@ namespace genutil {
 namespace {
 
 std::atomic<const Zone*> g_zones{nullptr};
-
-constexpr std::int32_t kSecondsOfDay = 86400;
 
 // What loading works in; too large for a thread's stack.
 struct Workplace {
@@ -56,17 +54,17 @@ bool ReadVariable(Workplace* work, const char* variable) {
 // The fields of a local time in seconds since 1970, which is below 0 in the first hours west of
 // Greenwich.
 inline void BreakDown(std::int64_t local, std::tm* out) {
-    constexpr std::int64_t kFromZero = std::int64_t{kSecondsOfDay} * 366;
+    constexpr std::int64_t kFromZero = std::int64_t{kSecondsPerDay} * 366;
     const auto shifted = static_cast<std::uint32_t>(local + kFromZero);
-    const auto days = static_cast<std::int32_t>(shifted / kSecondsOfDay) - 366;
-    const auto second = static_cast<std::int32_t>(shifted % kSecondsOfDay);
+    const auto days = static_cast<std::int32_t>(shifted / kSecondsPerDay) - 366;
+    const auto second = static_cast<std::int32_t>(shifted % kSecondsPerDay);
     const CalendarDate date = DateSince1970(days);
     static constexpr std::int16_t kBefore[] = {0,   31,  59,  90,  120, 151,
                                                181, 212, 243, 273, 304, 334};
     const bool leap = (date.year & 3) == 0;  // from 1969 to 2038
     out->tm_sec = second % 60;
     out->tm_min = second / 60 % 60;
-    out->tm_hour = second / 3600;
+    out->tm_hour = second / kSecondsPerHour;
     out->tm_mday = date.day;
     out->tm_mon = date.month - 1;
     out->tm_year = date.year - 1900;
@@ -89,8 +87,8 @@ std::int64_t LocalSeconds(const std::tm& t) {
     const auto later = static_cast<std::int32_t>(year + cycles * kYearsOfCycle);
     const std::int64_t days =
         DayNumberOf(later, month + 1, 1) - cycles * kDaysOfCycle - kDayOf1970 + t.tm_mday - 1;
-    return days * kSecondsOfDay + std::int64_t{t.tm_hour} * 3600 + std::int64_t{t.tm_min} * 60 +
-           t.tm_sec;
+    return days * kSecondsPerDay + std::int64_t{t.tm_hour} * kSecondsPerHour +
+           std::int64_t{t.tm_min} * 60 + t.tm_sec;
 }
 
 }  // namespace

@@ -14,6 +14,13 @@ struct ZonePeriods;
 
 constexpr std::int32_t kLastSecond = 2147483647;
 
+// A long has more range than a moment where it has 64 bits: the nearest moment counts.
+constexpr std::int32_t MomentOf(long seconds) {
+    if (seconds > INT32_MAX) return INT32_MAX;
+    if (seconds < INT32_MIN) return INT32_MIN;
+    return static_cast<std::int32_t>(seconds);
+}
+
 // What TZ is when it is not set: the zone of the machine.
 constexpr char kMachineZone[] = "\x01";
 

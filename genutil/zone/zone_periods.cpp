@@ -4,13 +4,12 @@
 #include <cstring>
 #include <limits>
 
-#include "genutil/date/calendar.h"
+#include "genutil/calendar.h"
 
 namespace genutil {
 
 namespace {
 
-constexpr std::int64_t kDay = 86400;
 constexpr std::int64_t kBeginning = std::numeric_limits<std::int64_t>::min();
 
 // Big-endian, as the file has its numbers.
@@ -61,7 +60,9 @@ bool ReadBody(const unsigned char* body, const Header& h, int timeSize, ZonePeri
     }
     for (std::size_t i = 0; i < periods->count; ++i) {
         const std::int32_t offset = periods->at[i].offset;
-        if (offset <= -kDay * 2 || offset >= kDay * 2) return false;
+        if (offset <= -std::int64_t{kSecondsPerDay} * 2 ||
+            offset >= std::int64_t{kSecondsPerDay} * 2)
+            return false;
     }
     return true;
 }
@@ -106,7 +107,7 @@ std::int64_t LocalTimeOfChange(const ZoneChange& change, int year) {
                                                      : DayNumberOf(year, change.month + 1, 1);
         if (day >= next) day -= 7;
     }
-    return (day - kDayOf1970) * kDay + change.time;
+    return (day - kDayOf1970) * std::int64_t{kSecondsPerDay} + change.time;
 }
 
 void AddRule(const ZoneRule& rule, std::int64_t after, ZonePeriods* periods) {

@@ -1,6 +1,7 @@
 #include "genutil/zone/zone_rule.h"
 
-#include "genutil/mbutil/ascii.h"
+#include "genutil/ascii.h"
+#include "genutil/calendar.h"
 
 namespace genutil {
 
@@ -50,7 +51,7 @@ class Reader {
             if (!Number(0, 59, &minutes)) return false;
             if (Skip(':') && !Number(0, 59, &seconds)) return false;
         }
-        const std::int32_t value = hours * 3600 + minutes * 60 + seconds;
+        const std::int32_t value = hours * kSecondsPerHour + minutes * 60 + seconds;
         *out = negative ? -value : value;
         return true;
     }
@@ -73,7 +74,7 @@ class Reader {
         out->week = static_cast<std::uint8_t>(week);
         out->weekday = static_cast<std::uint8_t>(weekday);
         out->day = static_cast<std::int16_t>(day);
-        out->time = 2 * 3600;
+        out->time = 2 * kSecondsPerHour;
         return !Skip('/') || Offset(167, &out->time);
     }
 
@@ -92,7 +93,7 @@ bool ParseZoneRule(const char* text, ZoneRule* rule) {
     if (reader.AtEnd()) return true;
 
     if (!reader.Name(rule->daylightName)) return false;
-    west -= 3600;
+    west -= kSecondsPerHour;
     if (reader.Next() != ',' && !reader.AtEnd() && !reader.Offset(24, &west)) return false;
     rule->daylightOffset = -west;
     if (reader.AtEnd()) {

@@ -1,5 +1,7 @@
 #include "osutil/automation/ole_date.h"
 
+#include "genutil/calendar.h"
+
 namespace genutil {
 
 bool ReadOleDate(double days, OleMoment* out) {
@@ -8,8 +10,8 @@ bool ReadOleDate(double days, OleMoment* out) {
     moment.day = static_cast<std::int32_t>(days);
     const double fraction = days < moment.day ? moment.day - days : days - moment.day;
     // A fraction that was made of a whole second is far less than half a second off it.
-    moment.second = static_cast<std::int32_t>(fraction * kSecondsOfDay + 0.5);
-    if (moment.second == kSecondsOfDay) {
+    moment.second = static_cast<std::int32_t>(fraction * kSecondsPerDay + 0.5);
+    if (moment.second == kSecondsPerDay) {
         if (moment.day == kLastOleDay) return false;
         ++moment.day;
         moment.second = 0;
@@ -19,7 +21,7 @@ bool ReadOleDate(double days, OleMoment* out) {
 }
 
 double WriteOleDate(OleMoment moment) {
-    const double fraction = static_cast<double>(moment.second) / kSecondsOfDay;
+    const double fraction = static_cast<double>(moment.second) / kSecondsPerDay;
     return moment.day < 0 ? moment.day - fraction : moment.day + fraction;
 }
 

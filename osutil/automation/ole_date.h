@@ -9,7 +9,6 @@ namespace genutil {
 
 constexpr std::int32_t kOleDayZero = 2415019;  // its day number (calendar.h)
 constexpr std::int32_t kFirstOleDay = -657434, kLastOleDay = 2958465;  // years 100 to 9999
-constexpr std::int32_t kSecondsOfDay = 86400;
 
 struct OleMoment {
     std::int32_t day;     // since 30 December 1899

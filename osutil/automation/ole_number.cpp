@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "genutil/mbutil/ascii.h"
+#include "genutil/ascii.h"
 
 namespace genutil {
 

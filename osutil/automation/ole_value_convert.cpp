@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <string_view>
 
-#include "genutil/date/calendar.h"
+#include "genutil/calendar.h"
 #include "genutil/string/storage.h"
 #include "osutil/automation/ole_access.h"
 #include "osutil/automation/ole_date.h"
@@ -43,7 +43,7 @@ class NumberBuffer {
 
 bool InRange(OleMoment moment) {
     return moment.day >= kFirstOleDay && moment.day <= kLastOleDay && moment.second >= 0 &&
-           moment.second < kSecondsOfDay;
+           moment.second < kSecondsPerDay;
 }
 
 // The whole number that a decimal is, if its fraction is all zeroes.
@@ -71,8 +71,8 @@ void WriteDate(OleMoment moment, CGNString* out) {
     char text[32];
     std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", static_cast<int>(date.year),
                   static_cast<int>(date.month), static_cast<int>(date.day),
-                  static_cast<int>(moment.second / 3600), static_cast<int>(moment.second / 60 % 60),
-                  static_cast<int>(moment.second % 60));
+                  static_cast<int>(moment.second / kSecondsPerHour),
+                  static_cast<int>(moment.second / 60 % 60), static_cast<int>(moment.second % 60));
     *out = text;
 }
 
@@ -112,7 +112,7 @@ unsigned char COSOLEValue::SetDateTime(const CGNDateTime& moment) {
         return 0;
     }
     const OleMoment fields = {DayNumberOf(year, month, local.tm_mday) - kOleDayZero,
-                              local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec};
+                              local.tm_hour * kSecondsPerHour + local.tm_min * 60 + local.tm_sec};
     return InRange(fields) && SetOleDate(WriteOleDate(fields));
 }
 
@@ -248,7 +248,7 @@ unsigned char COSOLEValue::GetDateTime(CGNDateTime& out) const {
     local.tm_year = date.GetYear() - 1900;
     local.tm_mon = date.GetMonth() - 1;
     local.tm_mday = date.GetDay();
-    local.tm_hour = static_cast<int>(second / 3600);
+    local.tm_hour = static_cast<int>(second / kSecondsPerHour);
     local.tm_min = static_cast<int>(second / 60 % 60);
     local.tm_sec = static_cast<int>(second % 60);
     local.tm_isdst = -1;

@@ -6,7 +6,8 @@
 #include <cstdint>
 #include <cstring>
 
-#include "genutil/mbutil/ascii.h"
+#include "genutil/ascii.h"
+#include "genutil/mbutil/align.h"
 #include "genutil/mbutil/character_table.h"
 #include "genutil/mbutil/code_page.h"
 #include "genutil/mbutil/step.h"

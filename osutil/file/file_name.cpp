@@ -2,7 +2,7 @@
 #include <cstring>
 #include <initializer_list>
 
-#include "genutil/mbutil/ascii.h"
+#include "genutil/ascii.h"
 #include "osfile.h"
 #include "osutil/file/path.h"
 #include "osutil/platform/file/files.h"

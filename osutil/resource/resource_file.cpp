@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "genutil/allocate.h"
-#include "genutil/mbutil/ascii.h"
+#include "genutil/ascii.h"
 #include "genutil/mbutil/code_set.h"
 
 namespace genutil {

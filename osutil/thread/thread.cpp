@@ -1,5 +1,4 @@
 // Threads.
-#include <cstdio>
 #include <new>
 
 #include "genutil/allocate.h"
@@ -17,13 +16,6 @@ struct _osthread {
 static_assert(sizeof(_osthread) == sizeof(void*));
 
 namespace genutil {
-
-std::atomic<unsigned char> g_isThreaded{0};
-
-bool TellError(unsigned error) {
-    if (error != 0) std::printf("Error %x\n", error);
-    return error == 0;
-}
 
 namespace {
 

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "gendate.h"
-#include "genutil/date/date_access.h"
 #include "genutil/date/date_parse.h"
+#include "genutil/date/present_year.h"
 
 using namespace genutil;
 
@@ -13,7 +13,7 @@ TEST(DateParse, ReadsByFormat) {
     const int present = PresentYear(), century = present - present % 100;
     const struct {
         int line;
-        const char *picture, *text, *rest;
+        const char *pattern, *text, *rest;
         int year, month, day;  // month 0: cannot be read
     } kRows[] = {
         {__LINE__, "M/d/yy", "3/5/10", "", 2010, 3, 5},
@@ -53,7 +53,7 @@ TEST(DateParse, ReadsByFormat) {
     for (const auto& row : kRows) {
         DateScratch scratch = {1, 2, 3, 0, kDateValid, false};
         DateReader reader(row.text, locale, scratch);
-        const bool read = reader.Date(row.picture);
+        const bool read = reader.Date(row.pattern);
         ASSERT_EQ(read, row.month != 0) << row.line;
         EXPECT_STREQ(reader.At(), read ? row.rest : row.text) << row.line;
         EXPECT_EQ(scratch.year, read ? row.year : 1) << row.line;

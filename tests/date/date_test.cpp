@@ -120,7 +120,7 @@ TEST(Date, Written) {
     const struct {
         int line;
         const CGNDate& date;
-        const char* picture;
+        const char* pattern;
         const char* text;  // null: malformed
     } kRows[] = {
         {__LINE__, friday, "M/d/yy", "3/5/2010"},
@@ -147,7 +147,7 @@ TEST(Date, Written) {
     };
     for (const auto& row : kRows) {
         const CustomLocale locale("en_US", "?", "?", "H:mm");
-        locale->SetDateFormatString(1, row.picture);
+        locale->SetDateFormatString(1, row.pattern);
         CGNDate date(row.date);
         EXPECT_EQ(date.FormatForDisplay(1), row.text != nullptr) << row.line;
         if (!row.text) continue;

@@ -12,14 +12,14 @@ TEST(DateRead, MemoryFailures) {
     const ZoneGuard zone("Asia/Tokyo");
     const CGNDateTime loaded(60L);  // the zone is known before memory runs out
     const CGNString texts[] = {"5.3.2010 10:30", "5 de marzo de 2010 10:30", "5/3/10, 10h30"};
-    // Pictures are kept, so that each round needs formats of its own.
+    // Patterns are kept, so that each round needs formats of its own.
     int round = 0;
     const auto format = [&round](const char* parts) {
-        CGNString picture("'");
-        for (int i = ++round; i > 0; i /= 2) picture += i % 2 ? "a" : "b";
-        picture += "'";
-        picture += parts;
-        return picture;
+        CGNString pattern("'");
+        for (int i = ++round; i > 0; i /= 2) pattern += i % 2 ? "a" : "b";
+        pattern += "'";
+        pattern += parts;
+        return pattern;
     };
     for (int failing = 0; failing < 40; ++failing) {
         for (const CGNString& text : texts) {

@@ -44,7 +44,7 @@ TEST(TimeOfDay, IsClampedToTheDay) {
 TEST(TimeOfDay, Written) {
     const struct {
         int line;
-        const char* picture;
+        const char* pattern;
         int hour;
         const char* text;
     } kRows[] = {
@@ -60,7 +60,7 @@ TEST(TimeOfDay, Written) {
         {__LINE__, "H\xE9", 9, "9\xE9"},
     };
     for (const auto& row : kRows) {
-        const CustomLocale locale("en_US", "", "", row.picture);
+        const CustomLocale locale("en_US", "", "", row.pattern);
         CGNTime time(row.hour, 5, 9);
         EXPECT_EQ(Display(time), row.text) << row.line;
         EXPECT_EQ(time.AddTimeString(), 1);
@@ -82,7 +82,7 @@ TEST(TimeOfDay, Written) {
 TEST(TimeOfDay, ReadInTheFormatOfTheLocale) {
     const struct {
         int time;  // hhmmss; -1 no time, -3 out of range
-        const char* picture;
+        const char* pattern;
         std::vector<const char*> texts;
     } kRows[] = {
         {130500, "h:mm tt", {"1:05 PM"}},
@@ -106,8 +106,8 @@ TEST(TimeOfDay, ReadInTheFormatOfTheLocale) {
         {-1, "H.mm", {"10:30"}},
     };
     for (const auto& row : kRows) {
-        const CustomLocale locale("en_US", "", "", row.picture);
-        locale->SetTimeSep(row.picture[1] == '.' ? "." : ":");
+        const CustomLocale locale("en_US", "", "", row.pattern);
+        locale->SetTimeSep(row.pattern[1] == '.' ? "." : ":");
         for (const char* text : row.texts) {
             CGNDateTime moment;
             CGNString rest("kept");

@@ -340,7 +340,7 @@ TEST(Locale, FormatLists) {
     EXPECT_STREQ(CLCLocale::LongDateFormats()[48], "");
 }
 
-TEST(Locale, OldPicturesAreConverted) {
+TEST(Locale, OldPatternsAreConverted) {
     static const struct {
         int line;
         const char *locale, *old, *shortDate, *longDate;

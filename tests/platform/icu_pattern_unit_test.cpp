@@ -18,10 +18,10 @@ std::u16string Text(const Unit* units) {
     return reinterpret_cast<const char16_t*>(units);
 }
 
-TEST(PictureShape, FieldsBecomeTokensAndLettersAreQuoted) {
+TEST(IcuPattern, FieldsBecomeTokensAndLettersAreQuoted) {
     static const struct {
         int line;
-        const char16_t *pattern, *picture;
+        const char16_t *icu, *windows;
     } kRows[] = {
         {__LINE__, u"M/d/yy", u"M/d/yyyy"},
         {__LINE__, u"y/MM/dd", u"yyyy/MM/dd"},
@@ -46,24 +46,24 @@ TEST(PictureShape, FieldsBecomeTokensAndLettersAreQuoted) {
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.line);
         Unit out[80];
-        EXPECT_TRUE(ShapePicture(Units(row.pattern), out, 80));
-        EXPECT_EQ(Text(out), row.picture);
+        EXPECT_TRUE(WindowsPattern(Units(row.icu), out, 80));
+        EXPECT_EQ(Text(out), row.windows);
     }
 }
 
-TEST(PictureShape, WhatDoesNotFitGivesNothing) {
+TEST(IcuPattern, WhatDoesNotFitGivesNothing) {
     Unit out[11] = {};
-    EXPECT_TRUE(ShapePicture(Units(u"dd/MM/y"), out, 11));
+    EXPECT_TRUE(WindowsPattern(Units(u"dd/MM/y"), out, 11));
     out[10] = 'x';
-    EXPECT_FALSE(ShapePicture(Units(u"dd/MM/y"), out, 10));
+    EXPECT_FALSE(WindowsPattern(Units(u"dd/MM/y"), out, 10));
     EXPECT_EQ(Text(out), u"");
     EXPECT_EQ(out[10], 'x');
 }
 
-TEST(PictureShape, PartsOfAPicture) {
+TEST(IcuPattern, PartsOfAPattern) {
     static const struct {
         int line;
-        const char16_t *picture, *separator;
+        const char16_t *pattern, *separator;
         int order;
         bool markerFirst;
     } kRows[] = {
@@ -76,16 +76,16 @@ TEST(PictureShape, PartsOfAPicture) {
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.line);
         Unit out[8];
-        EXPECT_EQ(SeparatorOfPicture(Units(row.picture), out, 8), *row.separator != 0);
+        EXPECT_EQ(SeparatorOfPattern(Units(row.pattern), out, 8), *row.separator != 0);
         EXPECT_EQ(Text(out), row.separator);
-        EXPECT_EQ(OrderOfPicture(Units(row.picture)), row.order);
-        EXPECT_EQ(MarkerIsFirst(Units(row.picture)), row.markerFirst);
+        EXPECT_EQ(OrderOfPattern(Units(row.pattern)), row.order);
+        EXPECT_EQ(MarkerIsFirst(Units(row.pattern)), row.markerFirst);
     }
-    EXPECT_EQ(RunInPicture(Units(u"dddd, d 'dd' MMM"), 'd', 2), 1);
-    EXPECT_EQ(RunInPicture(Units(u"dd.d.yyyy"), 'd', 2), 2);
+    EXPECT_EQ(RunInPattern(Units(u"dddd, d 'dd' MMM"), 'd', 2), 1);
+    EXPECT_EQ(RunInPattern(Units(u"dd.d.yyyy"), 'd', 2), 2);
 }
 
-TEST(PictureShape, NumberPatternsAndTexts) {
+TEST(IcuPattern, NumberPatternsAndTexts) {
     static const struct {
         int line;
         const char16_t *pattern, *grouping;

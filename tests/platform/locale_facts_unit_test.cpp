@@ -7,8 +7,8 @@
 #include <set>
 #include <string>
 
-#include "genutil/locale/locale_facts.h"
 #include "genutil/locale/best_fit_text.h"
+#include "genutil/locale/locale_facts.h"
 #include "genutil/mbutil/code_set.h"
 #include "osutil/platform/locale/icu_pattern.h"
 #include "tests/support/allocation_gate.h"
@@ -29,7 +29,7 @@ void ForEachLocale(See see) {
     }
 }
 
-// The users of the tests have changed no setting, so the pictures and numbers belong together.
+// The users of the tests have changed no setting, so the patterns and numbers belong together.
 TEST(LocaleFacts, ThePlatformKnowsEveryLocaleWhollyAndAgreesWithItself) {
     const auto record = std::make_unique<platform::LocaleRecord>();
     ForEachLocale([&](const LocaleRow& row) {
@@ -39,17 +39,17 @@ TEST(LocaleFacts, ThePlatformKnowsEveryLocaleWhollyAndAgreesWithItself) {
         for (const std::int32_t value : record->number) EXPECT_GE(value, 0);
         const std::uint16_t* date = record->text[kShortDate];
         const std::uint16_t* time = record->text[kTimeFormat];
-        EXPECT_EQ(number[kShortDateOrder], platform::OrderOfPicture(date));
-        EXPECT_EQ(number[kLongDateOrder], platform::OrderOfPicture(record->text[kLongDate]));
-        EXPECT_EQ(number[kDayLeadingZero], platform::RunInPicture(date, 'd', 2) == 2);
-        EXPECT_EQ(number[kMonthLeadingZero], platform::RunInPicture(date, 'M', 2) == 2);
-        EXPECT_EQ(number[kTime24], platform::RunInPicture(time, 'H', 2) > 0);
+        EXPECT_EQ(number[kShortDateOrder], platform::OrderOfPattern(date));
+        EXPECT_EQ(number[kLongDateOrder], platform::OrderOfPattern(record->text[kLongDate]));
+        EXPECT_EQ(number[kDayLeadingZero], platform::RunInPattern(date, 'd', 2) == 2);
+        EXPECT_EQ(number[kMonthLeadingZero], platform::RunInPattern(date, 'M', 2) == 2);
+        EXPECT_EQ(number[kTime24], platform::RunInPattern(time, 'H', 2) > 0);
         EXPECT_EQ(number[kTimeMarkerFirst], platform::MarkerIsFirst(time));
-        EXPECT_EQ(platform::RunInPicture(date, 'y', 9), 4);
+        EXPECT_EQ(platform::RunInPattern(date, 'y', 9), 4);
         EXPECT_EQ(number[kCentury], 1);
-        EXPECT_EQ(platform::RunInPicture(record->text[kLongDate], 'y', 9), 4);
-        EXPECT_EQ(platform::RunInPicture(time, 'm', 9), 2);
-        EXPECT_EQ(platform::RunInPicture(time, 't', 9) == 2, number[kTime24] == 0);
+        EXPECT_EQ(platform::RunInPattern(record->text[kLongDate], 'y', 9), 4);
+        EXPECT_EQ(platform::RunInPattern(time, 'm', 9), 2);
+        EXPECT_EQ(platform::RunInPattern(time, 't', 9) == 2, number[kTime24] == 0);
         EXPECT_EQ(record->text[kMonthName + 12][0], 0);
     });
     EXPECT_FALSE(platform::ReadLocaleFacts(0x7777, nullptr, record.get()));

@@ -1,6 +1,6 @@
 #include "osutil/platform/locale/icu_pattern.h"
 
-#include "genutil/mbutil/ascii.h"
+#include "genutil/ascii.h"
 
 namespace genutil::platform {
 
@@ -18,7 +18,7 @@ bool IsFancyBlank(Unit c) {
     return c == 0x00A0 || c == 0x2007 || c == 0x2009 || c == 0x202F;
 }
 
-// What a picture must keep between apostrophes: letters of any script, but no punctuation.
+// What a pattern must keep between apostrophes: letters of any script, but no punctuation.
 bool IsLetter(Unit c) {
     constexpr Unit kArabicComma = 0x060C;
     if (c < 0x80) return IsAsciiLetter(c);
@@ -53,7 +53,7 @@ class Writer {
 };
 
 // The token that a field of a pattern becomes, and how often it is written; nothing for a field
-// that a picture has no token for.
+// that a pattern has no token for.
 struct Token {
     char letter;
     int count;
@@ -135,11 +135,11 @@ int RunLength(const Unit* p) {
     return run;
 }
 
-// Calls see(letter, run, position) for each token of a picture until it returns false.
+// Calls see(letter, run, position) for each token of a pattern until it returns false.
 template <class See>
-void ForEachToken(const Unit* picture, See see) {
+void ForEachToken(const Unit* pattern, See see) {
     bool quoted = false;
-    for (const Unit* p = picture; *p; ++p) {
+    for (const Unit* p = pattern; *p; ++p) {
         if (*p == kQuote) {
             quoted = !quoted;
         } else if (!quoted && IsAsciiLetter(*p)) {
@@ -152,7 +152,7 @@ void ForEachToken(const Unit* picture, See see) {
 
 }  // namespace
 
-bool ShapePicture(const Unit* pattern, Unit* out, std::size_t size) {
+bool WindowsPattern(const Unit* pattern, Unit* out, std::size_t size) {
     Writer writer(out, size);
     Literal literal;
     bool quoted = false;
@@ -184,10 +184,10 @@ bool ShapePicture(const Unit* pattern, Unit* out, std::size_t size) {
     return writer.Finish();
 }
 
-bool SeparatorOfPicture(const Unit* picture, Unit* out, std::size_t size) {
+bool SeparatorOfPattern(const Unit* pattern, Unit* out, std::size_t size) {
     const Unit* from = nullptr;
     const Unit* to = nullptr;
-    ForEachToken(picture, [&](char letter, int run, const Unit* at) {
+    ForEachToken(pattern, [&](char letter, int run, const Unit* at) {
         if (letter == 't' || (letter == 'd' && run > 2)) return true;  // stands beside the parts
         if (from) to = at;
         if (!from) from = at + run;
@@ -204,10 +204,10 @@ bool SeparatorOfPicture(const Unit* picture, Unit* out, std::size_t size) {
     return false;
 }
 
-int OrderOfPicture(const Unit* picture) {
+int OrderOfPattern(const Unit* pattern) {
     bool yearFirst = false;
     char first = 0;  // of day and month
-    ForEachToken(picture, [&](char letter, int run, const Unit*) {
+    ForEachToken(pattern, [&](char letter, int run, const Unit*) {
         if (letter == 'y') yearFirst = true;
         if (letter == 'M' || (letter == 'd' && run <= 2)) first = letter;
         return first == 0;
@@ -216,18 +216,18 @@ int OrderOfPicture(const Unit* picture) {
     return yearFirst ? 2 : 0;
 }
 
-int RunInPicture(const Unit* picture, char token, int limit) {
+int RunInPattern(const Unit* pattern, char token, int limit) {
     int longest = 0;
-    ForEachToken(picture, [&](char letter, int run, const Unit*) {
+    ForEachToken(pattern, [&](char letter, int run, const Unit*) {
         if (letter == token && run <= limit && run > longest) longest = run;
         return true;
     });
     return longest;
 }
 
-bool MarkerIsFirst(const Unit* picture) {
+bool MarkerIsFirst(const Unit* pattern) {
     char first = 0;
-    ForEachToken(picture, [&](char letter, int, const Unit*) {
+    ForEachToken(pattern, [&](char letter, int, const Unit*) {
         first = letter;
         return false;
     });

@@ -6,24 +6,25 @@
 
 namespace genutil::platform {
 
-// Turns a pattern ("EEEE, d MMMM y 'г'.") into a picture ("dddd, d MMMM yyyy 'г.'"): years in four
-// digits, no era, one marker for the parts of a day with a blank between it and the digits, other
-// letters and what stands between them within apostrophes, plain blanks, no marks of direction.
-// Stores at most size - 1 units and a terminator; false, with an empty picture, when it is longer.
-bool ShapePicture(const std::uint16_t* pattern, std::uint16_t* out, std::size_t size);
+// Turns a CLDR pattern ("EEEE, d MMMM y 'г'.") into that of Windows ("dddd, d MMMM yyyy 'г.'"):
+// years in four digits, no era, one marker for the parts of a day with a blank between it and the
+// digits, other letters and what stands between them within apostrophes, plain blanks, no marks of
+// direction. Stores at most size - 1 units and a terminator; false, with an empty pattern, when it
+// is longer.
+bool WindowsPattern(const std::uint16_t* pattern, std::uint16_t* out, std::size_t size);
 
-// The text between the first two parts of a picture, without apostrophes; none (false) when it
+// The text between the first two parts of a pattern, without apostrophes; none (false) when it
 // is empty, has letters in it or does not fit.
-bool SeparatorOfPicture(const std::uint16_t* picture, std::uint16_t* out, std::size_t size);
+bool SeparatorOfPattern(const std::uint16_t* pattern, std::uint16_t* out, std::size_t size);
 
-// The order of a date picture's parts: 0 month day year, 1 day before month wherever the year is,
+// The order of a date pattern's parts: 0 month day year, 1 day before month wherever the year is,
 // 2 year month day.
-int OrderOfPicture(const std::uint16_t* picture);
-// The longest run of a token in a picture, outside apostrophes; of d at most `limit` are counted,
+int OrderOfPattern(const std::uint16_t* pattern);
+// The longest run of a token in a pattern, outside apostrophes; of d at most `limit` are counted,
 // since longer runs are names.
-int RunInPicture(const std::uint16_t* picture, char token, int limit);
+int RunInPattern(const std::uint16_t* pattern, char token, int limit);
 // Whether the AM or PM text comes before the hours.
-bool MarkerIsFirst(const std::uint16_t* picture);
+bool MarkerIsFirst(const std::uint16_t* pattern);
 
 // Drops marks of direction, and makes plain blanks and a plain minus sign of fancier ones.
 // A narrow blank becomes `blank`. In place.

@@ -6,7 +6,7 @@
 
 namespace genutil {
 
-// Names of the texts of a locale. Pictures have the tokens d M y g h H m s t, with other letters
+// Names of the texts of a locale. Patterns have the tokens d M y g h H m s t, with other letters
 // between apostrophes; days count from Monday.
 enum LocaleText : std::uint8_t {
     kDateSeparator,
@@ -36,7 +36,7 @@ enum LocaleText : std::uint8_t {
     kLocaleTexts
 };
 
-// Names of the numbers. Those of the dates and the time follow from the pictures.
+// Names of the numbers. Those of the dates and the time follow from the patterns.
 enum LocaleNumber : std::uint8_t {
     kShortDateOrder,  // 0 month day year, 1 day before month, 2 year month day
     kLongDateOrder,

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "genutil/mbutil/ascii.h"
+#include "genutil/ascii.h"
 #include "genutil/mbutil/character_table.h"
 #include "osutil/platform/posix/file/paths.h"
 

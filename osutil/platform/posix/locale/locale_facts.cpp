@@ -111,7 +111,7 @@ class Reader {
         const DateFormat date = OpenDate(UDAT_NONE, UDAT_SHORT);
         if (!date) return false;
         ReadPattern(date.get(), kShortDate);
-        ReadOtherPictures(date.get());
+        ReadOtherPatterns(date.get());
         ReadSeparators();
         ReadNames(date.get());
         m_record.number[kFirstDayOfWeek] = FirstDay(date.get());
@@ -157,7 +157,7 @@ class Reader {
     }
 
     void KeepPattern(const UChar* pattern, LocaleText which) {
-        if (ShapePicture(AsUnits(pattern), m_record.text[which], kUnits)) Know(which);
+        if (WindowsPattern(AsUnits(pattern), m_record.text[which], kUnits)) Know(which);
     }
 
     void ReadPattern(const UDateFormat* format, LocaleText which) {
@@ -171,7 +171,7 @@ class Reader {
     // To open a format takes most of the time that ICU needs for a locale, since each has all
     // names. So the other patterns are read from where ICU has them, as long as the one that is
     // known already shows that they are where they are expected.
-    void ReadOtherPictures(const UDateFormat* shortDate) {
+    void ReadOtherPatterns(const UDateFormat* shortDate) {
         const int longStyle = LongHasWeekday() ? UDAT_FULL : UDAT_LONG;
         const PatternBundle bundle(m_locale);
         UChar known[kUnits];
@@ -192,9 +192,9 @@ class Reader {
     }
 
     void ReadSeparators() {
-        if (!SeparatorOfPicture(m_record.text[kShortDate], m_record.text[kDateSeparator], kUnits))
+        if (!SeparatorOfPattern(m_record.text[kShortDate], m_record.text[kDateSeparator], kUnits))
             KeepAscii(kDateSeparator, "/");
-        if (!SeparatorOfPicture(m_record.text[kTimeFormat], m_record.text[kTimeSeparator], kUnits))
+        if (!SeparatorOfPattern(m_record.text[kTimeFormat], m_record.text[kTimeSeparator], kUnits))
             KeepAscii(kTimeSeparator, ":");
         Know(kDateSeparator);
         Know(kTimeSeparator);
@@ -245,15 +245,15 @@ class Reader {
         const std::uint16_t* date = m_record.text[kShortDate];
         const std::uint16_t* time = m_record.text[kTimeFormat];
         std::int32_t* number = m_record.number;
-        number[kShortDateOrder] = OrderOfPicture(date);
-        number[kLongDateOrder] = OrderOfPicture(m_record.text[kLongDate]);
+        number[kShortDateOrder] = OrderOfPattern(date);
+        number[kLongDateOrder] = OrderOfPattern(m_record.text[kLongDate]);
         number[kCentury] = 1;
-        number[kDayLeadingZero] = RunInPicture(date, 'd', 2) == 2;
-        number[kMonthLeadingZero] = RunInPicture(date, 'M', 2) == 2;
-        number[kTime24] = RunInPicture(time, 'H', 2) > 0;
+        number[kDayLeadingZero] = RunInPattern(date, 'd', 2) == 2;
+        number[kMonthLeadingZero] = RunInPattern(date, 'M', 2) == 2;
+        number[kTime24] = RunInPattern(time, 'H', 2) > 0;
         number[kTimeMarkerFirst] = MarkerIsFirst(time);
         number[kHourLeadingZero] =
-            RunInPicture(time, 'H', 2) == 2 || RunInPicture(time, 'h', 2) == 2;
+            RunInPattern(time, 'H', 2) == 2 || RunInPattern(time, 'h', 2) == 2;
     }
 
     void ReadNumberFormat() {

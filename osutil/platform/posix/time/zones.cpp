@@ -11,7 +11,7 @@
 #include <mutex>
 #include <new>
 
-#include "genutil/mbutil/ascii.h"
+#include "genutil/ascii.h"
 
 namespace genutil::platform {
 

@@ -1,3 +1,5 @@
+// Included by threading.h alone, at its end.
+//
 // The calls of threading.h that take a lock which is free, or give one up that nobody waits for:
 // a few instructions, so they stand in their callers. What sleeps and wakes is in mutex.cpp and
 // read_write_lock.cpp.
@@ -9,8 +11,6 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdint>
-
-#include "osutil/platform/thread/threading.h"
 
 namespace genutil::platform {
 

@@ -1,4 +1,4 @@
-// Day numbers and dates, by arithmetic alone. Years are astronomical: 0 is 1 B.C.
+// Day numbers, dates and seconds of a day, by arithmetic alone. Years are astronomical: 0 is 1 B.C.
 //
 // Day 0 is 1 January 4713 B.C., day 2440588 is 1 January 1970. The calendar is the Julian one up to
 // 4 October 1582 and the Gregorian one from the day after, 15 October 1582.
@@ -10,6 +10,20 @@ namespace genutil {
 
 constexpr int kFirstYear = -4712, kLastYear = 9999;
 constexpr std::int32_t kDayOf1970 = 2440588;
+
+constexpr std::int32_t kSecondsPerHour = 3600, kSecondsPerDay = 86400;
+
+// A sum of values that nobody checked, which wraps around.
+constexpr int WrappingSum(int a, int b) {
+    return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
+}
+
+// Seconds from midnight. Values out of range are taken as they are, and wrap around.
+constexpr std::int32_t SecondsOf(int hour, int minute, int second) {
+    return static_cast<std::int32_t>(static_cast<unsigned>(hour) * kSecondsPerHour +
+                                     static_cast<unsigned>(minute) * 60 +
+                                     static_cast<unsigned>(second));
+}
 
 struct CalendarDate {
     std::int32_t year, month, day;  // month and day from 1

@@ -31,6 +31,16 @@ int OSClientGetNumLines(const CGNString& text) {
     return static_cast<int>(std::count(bytes + 1, bytes + text.GetLength(), '\n'));
 }
 
+void CGNString::ClientFormat() {
+    OSClientFormatString(*this);
+}
+void CGNString::ServerFormat() {
+    OSServerFormatString(*this);
+}
+int CGNString::GetNumLines() const {
+    return OSClientGetNumLines(*this);
+}
+
 namespace {
 
 bool IsEastAsian(unsigned language) {

@@ -1,4 +1,4 @@
-#include "genutil/date/calendar.h"
+#include "genutil/calendar.h"
 
 namespace genutil {
 

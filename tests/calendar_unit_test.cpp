@@ -1,7 +1,7 @@
 // Day numbers, against counting the days one by one.
 #include <gtest/gtest.h>
 
-#include "genutil/date/calendar.h"
+#include "genutil/calendar.h"
 
 using namespace genutil;
 
