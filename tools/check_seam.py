@@ -14,7 +14,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 # platform contract are code of the family that they serve; the contracts themselves are at the bottom.
 LAYERS = [
     ('base', ['genutil/allocate', 'genutil/assert_allocation.h', 'genutil/ascii.h', 'genutil/calendar',
-              'genutil/simd.h', 'include/genexport.h']),
+              'genutil/simd.h', 'genutil/singleton.h',
+              'include/genexport.h']),
     ('platform', []),  # the headers of osutil/platform/FAMILY/, see layer_of()
     ('multibyte', ['genutil/mbutil/', 'genutil/jaconv/', 'include/mbutil.h', ':text']),
     ('string', ['genutil/string/', 'include/genstr.h', 'include/ostext.h']),

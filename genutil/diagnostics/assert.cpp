@@ -4,10 +4,11 @@
 
 #include "genassert.h"
 #include "gentrace.h"
-#include "genutil/allocate.h"
+#include "genutil/singleton.h"
 #include "osthread.h"
 
-using genutil::AllocationPasses;
+using genutil::FreeInstance;
+using genutil::InstanceOf;
 
 // Programs of the suite reach its members in place.
 static_assert(sizeof(void*) != 4 || sizeof(CGNAssert) == 12);
@@ -51,14 +52,11 @@ class CallbackGuard {
 }  // namespace
 
 CGNAssert* CGNAssert::Instance() {
-    if (!m_pInstance && AllocationPasses(sizeof(CGNAssert)))
-        m_pInstance = new (std::nothrow) CGNAssert;
-    return m_pInstance;
+    return InstanceOf(m_pInstance, [] { return new (std::nothrow) CGNAssert; });
 }
 
 void CGNAssert::Free() {
-    delete m_pInstance;
-    m_pInstance = nullptr;
+    FreeInstance(m_pInstance);
 }
 
 unsigned char CGNAssert::Init(Callback callback, void* argument) {

@@ -7,8 +7,8 @@
 #include "genutil/assert_allocation.h"
 #include "genutil/mbutil/cut_character.h"
 #include "mbutil.h"
+#include "osutil/platform/file/streams.h"
 #include "osutil/platform/time/clock.h"
-#include "osutil/platform/file/files.h"
 
 using namespace genutil;
 

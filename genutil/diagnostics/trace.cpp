@@ -5,9 +5,10 @@
 #include "gentrace.h"
 #include "genutil/allocate.h"
 #include "genutil/diagnostics/trace_line.h"
+#include "genutil/singleton.h"
 #include "osresource.h"
+#include "osutil/platform/file/streams.h"
 #include "osutil/thread/mutex_holder.h"
-#include "osutil/platform/file/files.h"
 
 using namespace genutil;
 
@@ -179,12 +180,9 @@ CGNTraceFileLine::CGNTraceFileLine(long line, const char* file) {
 CGNGlobalTrace* CGNGlobalTrace::m_pInstance = nullptr;
 
 CGNGlobalTrace* CGNGlobalTrace::Instance() {
-    if (!m_pInstance && AllocationPasses(sizeof(CGNGlobalTrace)))
-        m_pInstance = new (std::nothrow) CGNGlobalTrace;
-    return m_pInstance;
+    return InstanceOf(m_pInstance, [] { return new (std::nothrow) CGNGlobalTrace; });
 }
 
 void CGNGlobalTrace::Free() {
-    delete m_pInstance;
-    m_pInstance = nullptr;
+    FreeInstance(m_pInstance);
 }

@@ -4,8 +4,8 @@
 #include <cstring>
 
 #include "genutil/allocate.h"
+#include "osutil/platform/file/streams.h"
 #include "osutil/platform/time/clock.h"
-#include "osutil/platform/file/files.h"
 
 namespace genutil {
 namespace {

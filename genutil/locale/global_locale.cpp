@@ -1,7 +1,7 @@
 // The locale of the process.
 #include "genlocale.h"
-#include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
+#include "genutil/singleton.h"
 
 using namespace genutil;
 
@@ -9,14 +9,13 @@ CLCGlobalLocale* CLCGlobalLocale::m_pInstance = nullptr;
 
 CLCGlobalLocale* CLCGlobalLocale::Instance() {
     if (m_pInstance) return m_pInstance;
-    m_pInstance = New<CLCGlobalLocale>();
+    InstanceOf(m_pInstance, [] { return new (std::nothrow) CLCGlobalLocale; });
     if (AssertAllocation(m_pInstance != nullptr, "genutil/locale_global", __LINE__))
         m_pInstance->Init();
     return m_pInstance;
 }
 
 void CLCGlobalLocale::Free() {
-    delete m_pInstance;
-    m_pInstance = nullptr;
+    FreeInstance(m_pInstance);
     LocaleInfo::Free();
 }

@@ -9,6 +9,7 @@
 #include "genutil/mbutil/code_set.h"
 #include "genutil/mbutil/scratch.h"
 #include "osutil/platform/file/files.h"
+#include "osutil/platform/file/streams.h"
 
 using namespace genutil;
 

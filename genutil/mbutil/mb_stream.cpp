@@ -7,7 +7,7 @@
 #include "genutil/mbutil/scratch.h"
 #include "genutil/mbutil/step.h"
 #include "genutil/mbutil/transcode.h"
-#include "osutil/platform/file/files.h"
+#include "osutil/platform/file/streams.h"
 
 using namespace genutil;
 

@@ -6,8 +6,8 @@
 #include <mutex>
 
 #include "gentimezone.h"
-#include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
+#include "genutil/singleton.h"
 #include "genutil/zone/two_transitions.h"
 #include "genutil/zone/zone.h"
 #include "osthread.h"
@@ -26,15 +26,13 @@ const char* genutil::ThreadZone() {
 OSTimeZone* OSTimeZone::m_instance = nullptr;
 
 OSTimeZone* OSTimeZone::GetInstance() {
-    if (m_instance) return m_instance;
-    if (AllocationPasses(sizeof(OSTimeZone))) m_instance = new (std::nothrow) OSTimeZone;
+    InstanceOf(m_instance, [] { return new (std::nothrow) OSTimeZone; });
     AssertAllocation(m_instance != nullptr, "genutil/timezone", __LINE__);
     return m_instance;
 }
 
 void OSTimeZone::Free() {
-    delete m_instance;
-    m_instance = nullptr;
+    FreeInstance(m_instance);
 }
 
 OSTimeZone::OSTimeZone() : m_environment(), m_systemZone(GetTZ()) {}

@@ -2,6 +2,7 @@
 #include "genperf.h"
 #include "osfile.h"
 #include "osutil/file/path.h"
+#include "osutil/platform/file/directories.h"
 #include "osutil/platform/file/files.h"
 
 using genutil::platform::Directory;

@@ -5,7 +5,7 @@
 #include "osfile.h"
 #include "osutil/file/name_pattern.h"
 #include "osutil/file/path.h"
-#include "osutil/platform/file/files.h"
+#include "osutil/platform/file/directories.h"
 
 using genutil::JoinPath;
 using genutil::platform::Directory;

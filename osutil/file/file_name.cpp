@@ -6,6 +6,8 @@
 #include "osfile.h"
 #include "osutil/file/path.h"
 #include "osutil/platform/file/files.h"
+#include "osutil/platform/file/network_drives.h"
+#include "osutil/platform/file/temporary_directory.h"
 
 namespace {
 

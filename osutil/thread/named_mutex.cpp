@@ -8,6 +8,7 @@
 
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
+#include "genutil/singleton.h"
 #include "osthread.h"
 #include "osutil/thread/lock.h"
 #include "osutil/thread/threaded.h"
@@ -194,9 +195,10 @@ void CGNNamedMutexPool::RelIfWaitNamedMutex(const CGNString& name) {
 CGNGlobalNamedMutexPool* CGNGlobalNamedMutexPool::m_pInstance = nullptr;
 
 CGNGlobalNamedMutexPool* CGNGlobalNamedMutexPool::GetInstance() {
-    if (m_pInstance) return m_pInstance;
-    auto* pool = New<CGNGlobalNamedMutexPool>();
-    if (pool && pool->Init()) return m_pInstance = pool;
-    delete pool;
-    return nullptr;
+    return InstanceOf(m_pInstance, []() -> CGNGlobalNamedMutexPool* {
+        auto* pool = new (std::nothrow) CGNGlobalNamedMutexPool;
+        if (pool && pool->Init()) return pool;
+        delete pool;
+        return nullptr;
+    });
 }

@@ -7,6 +7,7 @@
 
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
+#include "genutil/singleton.h"
 #include "osthread.h"
 #include "osutil/thread/thread_value.h"
 #include "osutil/thread/threaded.h"
@@ -140,14 +141,11 @@ CGNLclSt::~CGNLclSt() {
 }
 
 CGNLclSt* CGNLclSt::Instance() {
-    if (!m_pInstance && AllocationPasses(sizeof(CGNLclSt)))
-        m_pInstance = new (std::nothrow) CGNLclSt;
-    return m_pInstance;
+    return InstanceOf(m_pInstance, [] { return new (std::nothrow) CGNLclSt; });
 }
 
 void CGNLclSt::Free() {
-    delete m_pInstance;
-    m_pInstance = nullptr;
+    FreeInstance(m_pInstance);
 }
 
 unsigned char CGNLclSt::Init(long count) {

@@ -10,7 +10,7 @@
 #include "gendiag.h"
 #include "mbutil.h"
 #include "osfile.h"
-#include "osutil/platform/file/files.h"
+#include "osutil/platform/file/streams.h"
 #include "tests/support/code_set_guard.h"
 #include "tests/support/reported_failures.h"
 

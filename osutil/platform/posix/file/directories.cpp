@@ -1,5 +1,7 @@
 // Directories through directory streams. What is removed is named relative to an open directory, so
 // that no path is followed through a link and none gets too long.
+#include "osutil/platform/file/directories.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -9,7 +11,6 @@
 #include <cstring>
 #include <optional>
 
-#include "osutil/platform/file/files.h"
 #include "osutil/platform/posix/file/errors.h"
 #include "osutil/platform/posix/file/paths.h"
 

@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 
 #include "osutil/platform/posix/file/descriptor.h"
 #include "osutil/platform/posix/file/errors.h"
@@ -74,23 +73,7 @@ bool File::Close() {
     return close(file) == 0;
 }
 
-std::int64_t PlaceIn(std::FILE* stream) {
-    return ftello(stream);
-}
-
-bool GoTo(std::FILE* stream, std::int64_t place) {
-    return fseeko(stream, place, SEEK_SET) == 0;
-}
-
 // -- By path -------------------------------------------------------------------------------------
-
-// Programs that are started do not get it.
-std::FILE* OpenStream(const char* path, const char* mode) {
-    const SystemPath name(path);
-    char closing[8];
-    std::snprintf(closing, sizeof closing, "%se", mode);
-    return name.Get() ? std::fopen(name.Get(), closing) : nullptr;
-}
 
 bool Exists(const char* path) {
     const SystemPath name(path);
@@ -106,25 +89,6 @@ FileCode MakeDirectory(const char* path) {
 FileCode RemoveFile(const char* path) {
     const SystemPath name(path);
     return name.Get() ? CodeOf(unlink(name.Get())) : FileCodeOf(errno);
-}
-
-// -- Places --------------------------------------------------------------------------------------
-
-std::size_t TemporaryDirectory(char* out, std::size_t size) {
-    const NameText text(TemporaryFolder());
-    if (!text.Get()) return 0;
-    std::size_t length = std::strlen(text.Get());
-    while (length > 0 && text.Get()[length - 1] == '/') --length;
-    if (length + 2 > size) return 0;
-    std::memcpy(out, text.Get(), length);
-    // Names are joined with this separator.
-    out[length] = '\\';
-    return length + 1;
-}
-
-// Mounted network directories have no local name but their path.
-bool VisitConnectedDisks(ResourceVisitor, void*) {
-    return true;
 }
 
 }  // namespace genutil::platform

@@ -1,8 +1,9 @@
 // Directories through find handles, and trees through the shell.
+#include "osutil/platform/file/directories.h"
+
 #include <cwchar>
 #include <optional>
 
-#include "osutil/platform/file/files.h"
 #include "osutil/platform/win32/file/errors.h"
 #include "osutil/platform/win32/file/paths.h"
 #include "osutil/platform/win32/windows_api.h"

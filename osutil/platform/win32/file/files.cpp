@@ -99,22 +99,7 @@ bool File::Close() {
     return CloseHandle(file) != 0;
 }
 
-std::int64_t PlaceIn(std::FILE* stream) {
-    return _ftelli64(stream);
-}
-
-bool GoTo(std::FILE* stream, std::int64_t place) {
-    return _fseeki64(stream, place, SEEK_SET) == 0;
-}
-
 // -- By path -------------------------------------------------------------------------------------
-
-std::FILE* OpenStream(const char* path, const char* mode) {
-    const SystemPath name(path);
-    wchar_t wideMode[4] = {};
-    for (int i = 0; i < 3 && mode[i]; ++i) wideMode[i] = static_cast<wchar_t>(mode[i]);
-    return name.Get() ? _wfopen(name.Get(), wideMode) : nullptr;
-}
 
 bool Exists(const char* path) {
     const SystemPath name(path);
@@ -124,50 +109,6 @@ bool Exists(const char* path) {
 FileCode MakeDirectory(const char* path) {
     const SystemPath name(path);
     return CodeOf(name.Get() && CreateDirectoryW(name.Get(), nullptr));
-}
-
-// -- Places --------------------------------------------------------------------------------------
-
-std::size_t TemporaryDirectory(char* out, std::size_t size) {
-    wchar_t path[MAX_PATH + 1];
-    const DWORD length = GetTempPathW(MAX_PATH + 1, path);
-    if (length == 0 || length > MAX_PATH) return 0;
-    const NameText text(path);
-    if (!text.Get()) return 0;
-    std::size_t count = 0;
-    while (text.Get()[count]) ++count;
-    if (count >= size) return 0;
-    std::copy_n(text.Get(), count, out);
-    return count;
-}
-
-bool VisitConnectedDisks(ResourceVisitor visitor, void* context) {
-    HANDLE enumeration;
-    if (WNetOpenEnumW(RESOURCE_CONNECTED, RESOURCETYPE_DISK, 0, nullptr, &enumeration) != NO_ERROR)
-        return false;
-    PathBuffer<NETRESOURCEW> buffer;
-    DWORD bytes = 1600;
-    DWORD result = buffer.Reserve(bytes / sizeof(NETRESOURCEW)) ? NO_ERROR : ERROR_OUTOFMEMORY;
-    while (result == NO_ERROR || result == ERROR_MORE_DATA) {
-        const DWORD room = bytes;
-        DWORD count = static_cast<DWORD>(-1);  // as many as there is room for
-        result = WNetEnumResourceW(enumeration, &count, buffer.Get(), &bytes);
-        if (result == NO_ERROR) {
-            for (DWORD i = 0; i < count; ++i) {
-                const NETRESOURCEW& disk = buffer.Get()[i];
-                if (!disk.lpLocalName || !disk.lpRemoteName) continue;
-                const NameText local(disk.lpLocalName), remote(disk.lpRemoteName);
-                if (local.Get() && remote.Get()) visitor(context, local.Get(), remote.Get());
-            }
-        } else if (result == ERROR_MORE_DATA) {
-            // Not even one has room; `bytes` tells what it needs, if it is more.
-            bytes = bytes > room ? bytes : 2 * room;
-            const std::size_t records = bytes / sizeof(NETRESOURCEW) + 1;
-            if (!buffer.Reserve(records)) result = ERROR_OUTOFMEMORY;
-        }
-    }
-    WNetCloseEnum(enumeration);
-    return true;
 }
 
 }  // namespace genutil::platform

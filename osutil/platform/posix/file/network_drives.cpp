@@ -1,0 +1,10 @@
+#include "osutil/platform/file/network_drives.h"
+
+namespace genutil::platform {
+
+// Mounted network directories have no local name but their path.
+bool VisitConnectedDisks(ResourceVisitor, void*) {
+    return true;
+}
+
+}  // namespace genutil::platform

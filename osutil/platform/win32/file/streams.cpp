@@ -1,0 +1,22 @@
+#include "osutil/platform/file/streams.h"
+
+#include "osutil/platform/win32/file/paths.h"
+
+namespace genutil::platform {
+
+std::FILE* OpenStream(const char* path, const char* mode) {
+    const SystemPath name(path);
+    wchar_t wideMode[4] = {};
+    for (int i = 0; i < 3 && mode[i]; ++i) wideMode[i] = static_cast<wchar_t>(mode[i]);
+    return name.Get() ? _wfopen(name.Get(), wideMode) : nullptr;
+}
+
+std::int64_t PlaceIn(std::FILE* stream) {
+    return _ftelli64(stream);
+}
+
+bool GoTo(std::FILE* stream, std::int64_t place) {
+    return _fseeki64(stream, place, SEEK_SET) == 0;
+}
+
+}  // namespace genutil::platform
