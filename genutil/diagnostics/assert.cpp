@@ -1,9 +1,9 @@
 // The assertion service.
-#include <cstdio>
 #include <new>
 
 #include "genassert.h"
 #include "gentrace.h"
+#include "genutil/diagnostics/position.h"
 #include "genutil/singleton.h"
 #include "osthread.h"
 
@@ -75,7 +75,7 @@ unsigned char CGNAssert::cgnassert(unsigned char condition, const char* file, lo
     if (condition) return 1;
     // On the stack: the failure may be one of memory.
     char position[1024];
-    std::snprintf(position, sizeof position, "Line %5ld in %s", line, file ? file : "");
+    genutil::WritePosition(position, sizeof position, line, file);
     CGNTrace* trace = CGNGlobalTrace::Instance();
     if (trace) trace->WriteText(position, kMask, kModule, "Assertion Failure !!");
     if (!m_callback) return 0;

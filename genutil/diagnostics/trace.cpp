@@ -4,6 +4,7 @@
 
 #include "gentrace.h"
 #include "genutil/allocate.h"
+#include "genutil/diagnostics/position.h"
 #include "genutil/diagnostics/trace_line.h"
 #include "genutil/singleton.h"
 #include "osresource.h"
@@ -172,7 +173,7 @@ void CGNTrace::DoWriteMsg(const char* fileLine, const char* module, const char* 
 
 CGNTraceFileLine::CGNTraceFileLine(long line, const char* file) {
     char number[40];
-    std::snprintf(number, sizeof number, "Line %5ld in ", line);
+    WritePosition(number, sizeof number, line, nullptr);
     *this += number;
     *this += file;
 }

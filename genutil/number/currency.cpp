@@ -24,7 +24,7 @@ bool IsLetterAt(std::string_view text, std::size_t at) {
     EnsureInitialised();
     if (g_currentStep && AlignToCharacter(*g_currentStep, Bytes(text.data()), at) != at)
         return false;
-    if (IsAscii(byte)) return AsciiUpper(text[at]) >= 'A' && AsciiUpper(text[at]) <= 'Z';
+    if (IsAscii(byte)) return IsAsciiLetter(text[at]);
     const CodePage* page = FindCodePage(g_codeSetState.codeSet);
     if (!page || (page->form != CodeForm::kSingleByte && page->form != CodeForm::kPairs))
         return false;

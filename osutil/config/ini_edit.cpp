@@ -17,11 +17,9 @@ std::string_view LineEndOf(std::string_view text) {
 
 // Where the text ends for its readers: at a line that begins with Ctrl-Z.
 const char* EndOfText(std::string_view text) {
-    text = SkipIniMark(text);
-    const char* const end = text.data() + text.size();
-    const char* head = NextIniHead(text.data(), end);
-    while (head != end && *head == '[') head = NextIniHead(EndOfIniLine(head, end), end);
-    return head;
+    IniSections sections(SkipIniMark(text));
+    while (sections.Next()) continue;
+    return sections.Head();
 }
 
 // Behind the last line that is not blank.

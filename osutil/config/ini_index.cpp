@@ -50,21 +50,15 @@ bool IniIndex::Build(std::string_view text) {
     std::fill_n(m_entries, size, Entry{0, 0, kFree});
     m_mask = size - 1;
 
-    const char* const end = text.data() + text.size();
-    for (const char* at = SkipIniMark(text).data();;) {
-        const char* head = NextIniHead(at, end);
-        if (head == end || *head != '[') return true;
-        at = EndOfIniLine(head, end);
-        const std::string_view name = NameOfIniHead({head, static_cast<std::size_t>(at - head)});
-        const std::uint32_t hash = HashIniName(name);
-        if (HasSection(text, hash, name)) continue;  // the first of a name counts
-        const std::uint32_t offset = OffsetIn(text, head);
-        const char* next = NextIniHead(at, end);
-        if (!Add({hash, offset, offset}) ||
-            !AddLines(text, offset, hash, {at, static_cast<std::size_t>(next - at)}))
+    IniSections sections(SkipIniMark(text));
+    while (sections.Next()) {
+        const std::uint32_t hash = HashIniName(sections.Name());
+        if (HasSection(text, hash, sections.Name())) continue;  // the first of a name counts
+        const std::uint32_t offset = OffsetIn(text, sections.Head());
+        if (!Add({hash, offset, offset}) || !AddLines(text, offset, hash, sections.Lines()))
             return false;
-        at = next;
     }
+    return true;
 }
 
 bool IniIndex::AddLines(std::string_view text, std::uint32_t head, std::uint32_t hash,

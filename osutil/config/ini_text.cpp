@@ -204,22 +204,35 @@ std::string_view UnquotedIni(std::string_view value) {
     return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
+bool IniSections::Next() {
+    m_head = NextIniHead(m_at, m_end);
+    m_ended = m_head != m_end && *m_head != '[';
+    if (m_head == m_end || m_ended) return false;
+    m_at = EndOfIniLine(m_head, m_end);
+    return true;
+}
+
+std::string_view IniSections::Name() const {
+    return NameOfIniHead({m_head, static_cast<std::size_t>(m_at - m_head)});
+}
+
+std::string_view IniSections::Lines() {
+    const char* const begin = m_at;
+    m_at = NextIniHead(begin, m_end);
+    // Blanks before the next head are not the section's.
+    while (m_at != m_end && m_at > begin && m_at[-1] != '\n') --m_at;
+    return {begin, static_cast<std::size_t>(m_at - begin)};
+}
+
 bool FindIniSection(std::string_view text, std::string_view name, std::string_view* lines) {
-    text = SkipIniMark(text);
     const std::string_view wanted = TrimIni(name);
-    const char* const end = text.data() + text.size();
-    for (const char* at = text.data();;) {
-        const char* head = NextIniHead(at, end);
-        if (head == end || *head != '[') return false;
-        at = EndOfIniLine(head, end);
-        if (!SameIniName(NameOfIniHead({head, static_cast<std::size_t>(at - head)}), wanted))
-            continue;
-        // Blanks in front of the next head are none of the section's.
-        const char* next = NextIniHead(at, end);
-        while (next != end && next > at && next[-1] != '\n') --next;
-        *lines = {at, static_cast<std::size_t>(next - at)};
+    IniSections sections(SkipIniMark(text));
+    while (sections.Next()) {
+        if (!SameIniName(sections.Name(), wanted)) continue;
+        *lines = sections.Lines();
         return true;
     }
+    return false;
 }
 
 bool FindIniLine(std::string_view lines, std::string_view key, std::string_view* found) {
@@ -249,18 +262,13 @@ IniSearch::IniSearch(std::string_view section, std::string_view key)
 
 bool IniSearch::Next(std::string_view lines, bool isFirst) {
     if (isFirst) lines = SkipIniMark(lines);
-    const char *at = lines.data(), *const end = at + lines.size();
+    IniSections sections(lines);
     while (!m_inSection) {
-        const char* head = NextIniHead(at, end);
-        if (head == end) return false;
-        if (*head != '[') return true;
-        at = EndOfIniLine(head, end);
-        m_inSection =
-            SameIniName(NameOfIniHead({head, static_cast<std::size_t>(at - head)}), m_section);
+        if (!sections.Next()) return sections.IsEnded();
+        m_inSection = SameIniName(sections.Name(), m_section);
     }
-    const char* next = NextIniHead(at, end);
-    m_found = FindIniValue({at, static_cast<std::size_t>(next - at)}, m_key, &m_value);
-    return m_found || next != end;
+    m_found = FindIniValue(sections.Lines(), m_key, &m_value);
+    return m_found || sections.Next() || sections.IsEnded();
 }
 
 }  // namespace genutil

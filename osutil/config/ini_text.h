@@ -57,11 +57,31 @@ std::string_view SkipIniMark(std::string_view text);
 const char* NextIniHead(const char* at, const char* end);
 // The end of the line at `at`, behind its LF.
 const char* EndOfIniLine(const char* at, const char* end);
-// These two take a line with its LF or without. The name in a line that begins with "[".
+// The name in a line that begins with "[", with or without its LF.
 std::string_view NameOfIniHead(std::string_view line);
 
-// A line's key and value as they stand, without the blanks around them; false for a comment and a
-// line without "=".
+// The sections of a text, or of a piece of whole lines of it, one after another.
+class IniSections {
+  public:
+    explicit IniSections(std::string_view text)
+        : m_at(text.data()), m_end(text.data() + text.size()) {}
+
+    // Goes to the next section. Returns false after the last.
+    bool Next();
+    // After the last: whether the text ends there, at a Ctrl-Z, though the piece may go on.
+    bool IsEnded() const { return m_ended; }
+
+    const char* Head() const { return m_head; }  // the "["; after the last, where the text ends
+    std::string_view Name() const;
+    std::string_view Lines();  // below the head, up to the next head or the end
+
+  private:
+    const char *m_at, *m_end, *m_head = nullptr;
+    bool m_ended = false;
+};
+
+// Takes a line with its LF or without. A line's key and value as they stand, without the blanks
+// around them; false for a comment and a line without "=".
 bool SplitIniLine(std::string_view line, std::string_view* key, std::string_view* value);
 std::string_view UnquotedIni(std::string_view value);
 

@@ -19,9 +19,10 @@
 #include <mutex>
 
 #include "genutil/allocate.h"
-#include "osutil/process/command_line.h"
+#include "genutil/ascii.h"
 #include "osutil/platform/file/path_units.h"
 #include "osutil/platform/posix/file/paths.h"
+#include "osutil/process/command_line.h"
 
 namespace genutil::platform {
 
@@ -235,10 +236,9 @@ namespace {
 // Whether a text begins with a scheme: at least two characters, of which the first is a letter.
 // What begins with "-" would be an option of the program's.
 bool IsAddress(const char* text) {
-    const int first = *text | 0x20;
     const std::size_t length =
         std::strspn(text, "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+-.");
-    return first >= 'a' && first <= 'z' && length > 1 && text[length] == ':';
+    return IsAsciiLetter(*text) && length > 1 && text[length] == ':';
 }
 
 }  // namespace

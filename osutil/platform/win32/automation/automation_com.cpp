@@ -5,6 +5,7 @@
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
 #include "osutil/platform/process/processes.h"
+#include "osutil/platform/win32/scoped_handle.h"
 
 namespace genutil {
 
@@ -117,14 +118,14 @@ DWORD WINAPI DoWork(void* work) {
 bool RunInApartment(void (*work)(void* context), void* context) {
     Work own = {work, context};
     if (own.Do()) return true;
-    HANDLE thread = CreateThread(nullptr, 0, DoWork, &own, 0, nullptr);
+    const ScopedObject thread(CreateThread(nullptr, 0, DoWork, &own, 0, nullptr));
     if (!thread) return false;
+    HANDLE handle = thread.Get();
     // The calls that come in meanwhile, the server's own perhaps, are served.
     DWORD signalled = 0, done = 0;
-    if (FAILED(CoWaitForMultipleHandles(0, INFINITE, 1, &thread, &signalled)))
-        WaitForSingleObject(thread, INFINITE);
-    GetExitCodeThread(thread, &done);
-    CloseHandle(thread);
+    if (FAILED(CoWaitForMultipleHandles(0, INFINITE, 1, &handle, &signalled)))
+        WaitForSingleObject(handle, INFINITE);
+    GetExitCodeThread(handle, &done);
     return done != 0;
 }
 

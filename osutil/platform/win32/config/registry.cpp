@@ -5,7 +5,7 @@
 
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
-#include "osutil/platform/win32/windows_api.h"
+#include "osutil/platform/win32/scoped_handle.h"
 
 namespace genutil::platform {
 
@@ -13,27 +13,16 @@ namespace {
 
 const HKEY kRoot = HKEY_CURRENT_USER;
 
-class Key {
+class Key : public ScopedKey {
   public:
-    Key(const char* path, REGSAM rights) {
-        if (RegOpenKeyExA(kRoot, path, 0, rights, &m_key) != ERROR_SUCCESS) m_key = nullptr;
-    }
-    Key(const Key&) = delete;
-    Key& operator=(const Key&) = delete;
-    ~Key() {
-        if (m_key) RegCloseKey(m_key);
-    }
+    Key(const char* path, REGSAM rights) : ScopedKey(kRoot, path, rights) {}
     bool Create(const char* path) {
         char keyClass[] = "REG_SZ";
         if (RegCreateKeyExA(kRoot, path, 0, keyClass, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
-                            nullptr, &m_key, nullptr) != ERROR_SUCCESS)
-            m_key = nullptr;
-        return m_key != nullptr;
+                            nullptr, Place(), nullptr) != ERROR_SUCCESS)
+            *Place() = nullptr;
+        return Get() != nullptr;
     }
-    HKEY Get() const { return m_key; }
-
-  private:
-    HKEY m_key = nullptr;
 };
 
 }  // namespace

@@ -8,7 +8,7 @@
 
 #include "genutil/allocate.h"
 #include "osutil/platform/win32/dde/dde_text.h"
-#include "osutil/platform/win32/windows_api.h"
+#include "osutil/platform/win32/scoped_handle.h"
 
 namespace genutil::platform {
 
@@ -19,18 +19,13 @@ constexpr DWORD kGrace = 1000;  // for a thread that is ending
 class Event {
   public:
     Event(bool manual, bool set) : m_handle(CreateEventW(nullptr, manual, set, nullptr)) {}
-    ~Event() {
-        if (m_handle) CloseHandle(m_handle);
-    }
-    Event(const Event&) = delete;
-    Event& operator=(const Event&) = delete;
 
-    HANDLE Get() const { return m_handle; }
-    void Set() const { SetEvent(m_handle); }
-    bool IsSet() const { return WaitForSingleObject(m_handle, 0) == WAIT_OBJECT_0; }
+    HANDLE Get() const { return m_handle.Get(); }
+    void Set() const { SetEvent(Get()); }
+    bool IsSet() const { return WaitForSingleObject(Get(), 0) == WAIT_OBJECT_0; }
 
   private:
-    HANDLE m_handle;
+    ScopedObject m_handle;
 };
 
 class Deadline {
@@ -83,10 +78,7 @@ struct DdeLink {
     DdeAnswer answer;
 
     bool HasEvents() const { return turn.Get() && request.Get() && done.Get() && end.Get(); }
-    ~DdeLink() {
-        if (const HANDLE handle = thread) CloseHandle(handle);
-        if (partner) CloseHandle(partner);
-    }
+    ~DdeLink() { const ScopedObject ofThread(thread), ofPartner(partner); }
 };
 
 namespace {

@@ -6,7 +6,7 @@
 
 #include "osutil/platform/win32/file/errors.h"
 #include "osutil/platform/win32/file/paths.h"
-#include "osutil/platform/win32/windows_api.h"
+#include "osutil/platform/win32/scoped_handle.h"
 
 namespace genutil::platform {
 
@@ -42,9 +42,6 @@ FileCode RemoveEmptyDirectory(const char* path) {
 // -- Walks ---------------------------------------------------------------------------------------
 
 struct Directory::State {
-    ~State() {
-        if (search != INVALID_HANDLE_VALUE) FindClose(search);
-    }
     // Null when there is no such directory; an empty path is none.
     static State* Of(const wchar_t* path, Links links) {
         const DWORD attributes = path && *path ? GetFileAttributesW(path) : INVALID_FILE_ATTRIBUTES;
@@ -64,12 +61,12 @@ struct Directory::State {
         if (!path.Reserve(length + 1)) return false;
         std::wmemcpy(path.Get(), from, length + 1);
         const SystemPath every(from, L"*");
-        if (every.Get()) search = FindFirstFileW(every.Get(), &entry);
-        return search != INVALID_HANDLE_VALUE;
+        if (every.Get()) *search.Place() = FindFirstFileW(every.Get(), &entry);
+        return static_cast<bool>(search);
     }
 
     PathBuffer<wchar_t> path;
-    HANDLE search = INVALID_HANDLE_VALUE;
+    ScopedSearch search;
     WIN32_FIND_DATAW entry;
     bool begun = false;
     std::optional<NameText> name;
@@ -88,7 +85,7 @@ Directory::~Directory() {
 }
 
 bool Directory::Next() {
-    if (!m_state || (m_state->begun && !FindNextFileW(m_state->search, &m_state->entry)))
+    if (!m_state || (m_state->begun && !FindNextFileW(m_state->search.Get(), &m_state->entry)))
         return false;
     m_state->begun = true;
     m_state->name.emplace(m_state->entry.cFileName);
@@ -136,8 +133,8 @@ bool RemoveLinks(const wchar_t* directory) {
         static_cast<WIN32_FIND_DATAW*>(Allocate(sizeof(WIN32_FIND_DATAW))));
     if (!AssertAllocation(entry.Get() != nullptr, "osutil/osfile", __LINE__) || !every.Get())
         return false;
-    const HANDLE search = FindFirstFileW(every.Get(), entry.Get());
-    if (search == INVALID_HANDLE_VALUE) return true;
+    const ScopedSearch search(FindFirstFileW(every.Get(), entry.Get()));
+    if (!search) return true;
     bool good = true;
     do {
         if (!(entry.Get()->dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) ||
@@ -147,8 +144,7 @@ bool RemoveLinks(const wchar_t* directory) {
         good = path.Get() &&
                (IsDirectoryLink(entry.Get()->dwFileAttributes) ? RemoveDirectoryW(path.Get())
                                                                : RemoveLinks(path.Get()));
-    } while (good && FindNextFileW(search, entry.Get()));
-    FindClose(search);
+    } while (good && FindNextFileW(search.Get(), entry.Get()));
     return good;
 }
 

@@ -1,7 +1,7 @@
 // The user's locale as Windows keeps it.
 #include "osutil/platform/locale/locales.h"
 
-#include "osutil/platform/win32/windows_api.h"
+#include "osutil/platform/win32/scoped_handle.h"
 
 namespace genutil::platform {
 
@@ -42,13 +42,10 @@ unsigned AnsiCodePageOfLanguage(std::uint16_t language) {
 }
 
 bool HasTimeZoneRegistry() {
-    HKEY key;
-    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE,
-                      "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Time Zones", 0,
-                      KEY_QUERY_VALUE, &key) != ERROR_SUCCESS)
-        return false;
-    RegCloseKey(key);
-    return true;
+    const ScopedKey key(HKEY_LOCAL_MACHINE,
+                        "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Time Zones",
+                        KEY_QUERY_VALUE);
+    return key.Get() != nullptr;
 }
 
 std::uint16_t ToUpper(std::uint16_t character) {

@@ -3,29 +3,11 @@
 
 #include "osutil/platform/file/path_units.h"
 #include "osutil/platform/win32/file/paths.h"
-#include "osutil/platform/win32/windows_api.h"
+#include "osutil/platform/win32/scoped_handle.h"
 
 namespace genutil::platform {
 
 namespace {
-
-class Handle {
-  public:
-    Handle() = default;
-    ~Handle() { Close(); }
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-
-    HANDLE Get() const { return m_handle; }
-    HANDLE* Place() { return &m_handle; }
-    void Close() {
-        if (m_handle) CloseHandle(m_handle);
-        m_handle = nullptr;
-    }
-
-  private:
-    HANDLE m_handle = nullptr;
-};
 
 wchar_t* Wide(const PathUnits& units) {
     return reinterpret_cast<wchar_t*>(units.Get());
@@ -36,12 +18,12 @@ constexpr DWORD kPipeSize = 16384;
 
 // The two ends of a pipe: a program gets `write` and its double, and nobody inherits `read`.
 struct Pipe {
-    Handle read, write, writeDouble;
+    ScopedObject read, write, writeDouble;
 
     // 0, or the system's error code.
     DWORD Make() {
         SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
-        Handle inheritedRead;
+        ScopedObject inheritedRead;
         if (!CreatePipe(inheritedRead.Place(), write.Place(), &inherited, kPipeSize))
             return GetLastError();
         if (!Double(write, TRUE, &writeDouble) || !Double(inheritedRead, FALSE, &read))
@@ -50,14 +32,14 @@ struct Pipe {
     }
 
   private:
-    static bool Double(const Handle& from, BOOL inherited, Handle* to) {
+    static bool Double(const ScopedObject& from, BOOL inherited, ScopedObject* to) {
         const HANDLE self = GetCurrentProcess();
         return DuplicateHandle(self, from.Get(), self, to->Place(), 0, inherited,
                                DUPLICATE_SAME_ACCESS) != 0;
     }
 };
 
-DWORD StartInto(const PathUnits& line, const Pipe& pipe, Handle* process) {
+DWORD StartInto(const PathUnits& line, const Pipe& pipe, ScopedObject* process) {
     STARTUPINFOW start = {};
     start.cb = sizeof start;
     start.dwFlags = STARTF_USESTDHANDLES | STARTF_USESHOWWINDOW;
@@ -70,7 +52,7 @@ DWORD StartInto(const PathUnits& line, const Pipe& pipe, Handle* process) {
                         CREATE_NEW_CONSOLE | CREATE_NEW_PROCESS_GROUP, nullptr, nullptr, &start,
                         &child))
         return GetLastError();
-    CloseHandle(child.hThread);
+    const ScopedObject thread(child.hThread);
     *process->Place() = child.hProcess;
     return 0;
 }
@@ -91,7 +73,7 @@ long RunProgram(const char* commandLine, TakeOutput take, void* context) {
     const PathUnits line(commandLine);
     if (!line.Get()) return ERROR_NOT_ENOUGH_MEMORY;
     Pipe pipe;
-    Handle process;
+    ScopedObject process;
     DWORD error = pipe.Make();
     if (error) return static_cast<long>(error);
     error = StartInto(line, pipe, &process);
@@ -115,8 +97,7 @@ unsigned long StartProgram(const char* commandLine) {
     if (!CreateProcessW(nullptr, Wide(line), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
                         &child))
         return GetLastError();
-    CloseHandle(child.hThread);
-    CloseHandle(child.hProcess);
+    const ScopedObject thread(child.hThread), process(child.hProcess);
     return 0;
 }
 
@@ -142,7 +123,7 @@ bool OpenDocument(const char* path) {
     request.lpDirectory = temporary;
     request.nShow = SW_SHOWDEFAULT;
     const bool opened = ShellExecuteExW(&request) != 0;
-    if (request.hProcess) CloseHandle(request.hProcess);
+    const ScopedObject process(request.hProcess);
     return opened;
 }
 

@@ -7,7 +7,7 @@
 #include <ctime>
 #include <initializer_list>
 
-#include "osutil/platform/win32/windows_api.h"
+#include "osutil/platform/win32/scoped_handle.h"
 
 namespace genutil::platform {
 
@@ -36,37 +36,26 @@ bool IsSound(const RegistryRule& rule) {
     return true;
 }
 
-class Key {
+class Key : public ScopedKey {
   public:
-    Key(HKEY parent, const char* name) {
-        if (RegOpenKeyExA(parent, name, 0, KEY_READ, &m_key) != ERROR_SUCCESS) m_key = nullptr;
-    }
-    ~Key() {
-        if (m_key) RegCloseKey(m_key);
-    }
-    Key(const Key&) = delete;
-    Key& operator=(const Key&) = delete;
-    HKEY Get() const { return m_key; }
+    Key(HKEY parent, const char* name) : ScopedKey(parent, name, KEY_READ) {}
 
     // In UTF-8; empty when there is none.
     void ReadText(const wchar_t* value, char* out, int size) const {
         WCHAR wide[128] = {};
         DWORD bytes = sizeof wide - sizeof(WCHAR);
         out[0] = 0;
-        if (RegQueryValueExW(m_key, value, nullptr, nullptr, reinterpret_cast<BYTE*>(wide),
+        if (RegQueryValueExW(Get(), value, nullptr, nullptr, reinterpret_cast<BYTE*>(wide),
                              &bytes) == ERROR_SUCCESS &&
             WideCharToMultiByte(CP_UTF8, 0, wide, -1, out, size, nullptr, nullptr) == 0)
             out[0] = 0;
     }
     bool ReadRule(RegistryRule* rule) const {
         DWORD bytes = sizeof *rule;
-        return RegQueryValueExA(m_key, "TZI", nullptr, nullptr, reinterpret_cast<BYTE*>(rule),
+        return RegQueryValueExA(Get(), "TZI", nullptr, nullptr, reinterpret_cast<BYTE*>(rule),
                                 &bytes) == ERROR_SUCCESS &&
                bytes == sizeof *rule && IsSound(*rule);
     }
-
-  private:
-    HKEY m_key;
 };
 
 // "Eastern Standard Time" becomes "EST", which the C runtime takes; a name in another script
