@@ -361,14 +361,15 @@ class GENUTIL_API CLCLocale : private genutil::LocaleEdits {
     /** Reads date and time settings from a section of an ini file. The values are in the locale's
         code set. The keys are:
 
-            DateSeparator, TimeSeparator, AMString, PMString   texts
-            ShortDateFormat, LongDateFormat                    formats, old or current syntax (see
-       below) NewShortDateFormat, NewLongDateFormat              formats in current syntax;
-       preferred CalendarType                                       1 to 23, see GetCalendarType()
-            DateDisplayMode                                    see LongOrShort()
-            24HourTimeFormat     1 selects a 24-hour clock in the time format, 0 a 12-hour clock
-            AMPMPrefix           1 moves the AM or PM text to the start of the time format, 0 to its
-       end Era1, Era2, Era3     "name,first year[,number of years]": the eras, newest first
+          DateSeparator, TimeSeparator, AMString, PMString   texts
+          ShortDateFormat, LongDateFormat         formats in old or current syntax (see below)
+          NewShortDateFormat, NewLongDateFormat   formats in current syntax; preferred
+          CalendarType                            1 to 23, see GetCalendarType()
+          DateDisplayMode                         see LongOrShort()
+          24HourTimeFormat     1 selects a 24-hour clock in the time format, 0 a 12-hour clock
+          AMPMPrefix           1 moves the AM or PM text to the start of the time format, 0 to
+                               its end
+          Era1, Era2, Era3     "name,first year[,number of years]": the eras, newest first
 
         If Era1 is present, the keys replace the list of eras. This allows a new era to be added
         without a new version of the library. A setting is unchanged if its key is missing or empty,
