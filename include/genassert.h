@@ -1,48 +1,51 @@
-/* Assertions: failed conditions are written to the trace of the process and handed to the
-   application.
+/* The assertion service. It writes each failed condition to the process trace and reports it to the
+   application's callback.
 
        CGNAssert::Instance()->SetNativeAssert(0);            // the service is off by default
-       CGNAssert::Instance()->Init(AskTheUser, &window);     // what to do when one fails
+       CGNAssert::Instance()->Init(AskTheUser, &window);     // called for each failed condition
        if (!CGNAssert::Instance()->cgnassert(size > 0, __FILE__, __LINE__)) return;
 
-   The library reports its own failures of allocation here and goes on. */
+   The library reports its own allocation failures through this service and then continues. */
 #ifndef GENUTIL_GENASSERT_H
 #define GENUTIL_GENASSERT_H
 
 #include "genexport.h"
 
-/** The assertion service of the process. Instance, Free and the setters are not synchronised: they
-    belong to the start of the process; cgnassert may run on any thread. */
+/** The assertion service of the process. cgnassert() may be called on any thread. Instance(),
+    Free() and the setters are not synchronised; call them while the process starts. */
 class GENUTIL_API CGNAssert {
   public:
-    /** What an application does about a failure. @return the result of the cgnassert that failed.
-     */
+    /** The application's response to a failed condition. Its result becomes the result of
+        cgnassert(). */
     using Callback = unsigned char (*)(void* argument);
 
-    /** @return the instance, created at first with native assertions on and no callback; null when
-        memory ran out for it. */
+    /** Returns the instance. The first call creates it with native assertions on and no callback.
+        Returns null if allocation fails. */
     static CGNAssert* Instance();
-    /** Destroys the instance; the next Instance() creates another. */
+    /** Destroys the instance. The next call of Instance() creates a new one. */
     static void Free();
 
-    /** Installs a callback. @param callback called for each failure; null for none.
-        @param argument handed to it. @return 1. The native flag is not changed. */
+    /** Installs a callback. The native assertion flag is unchanged. Always returns 1.
+        @param callback called for each failed condition; null removes the callback.
+        @param argument passed to the callback. */
     unsigned char Init(Callback callback, void* argument);
 
-    /** While on is not 0, cgnassert says nothing and returns 0: callers assert by themselves. */
+    /** Sets the native assertion flag. While it is nonzero, cgnassert() does nothing and returns 0,
+        because callers use their own assertions. */
     void SetNativeAssert(unsigned char on);
 
-    /** Reports a condition that does not hold to the trace of the process and to the callback. A
-        callback that asserts again on its thread is not called again.
-        @param condition what should hold. @param file name of the source file. @param line its
-       line.
-        @return with native assertions on 0, even for a condition that holds; else 1 when it holds,
-        and the callback's result when it does not, 0 without a callback. */
+    /** Reports a failed condition to the process trace and to the callback. A callback that fails
+        an assertion on the same thread is not called recursively. Returns 0 for every condition
+        while native assertions are on. Otherwise returns 1 if the condition holds, the callback's
+        result if it does not, and 0 if there is no callback.
+        @param condition nonzero if the condition holds.
+        @param file name of the source file.
+        @param line line number in the file. */
     unsigned char cgnassert(unsigned char condition, const char* file, long line);
 
     /** Copies the flag, the callback and its argument. */
     CGNAssert& operator=(const CGNAssert& other) = default;
-    /** Does nothing. */
+    /** Does nothing. The object owns no resources. */
     ~CGNAssert() = default;
 
   private:

@@ -1,11 +1,12 @@
-/* CGNDate: a day of the calendar, from 4713 B.C. to 9999.
+/* CGNDate: a calendar date from 4713 B.C. to 9999.
 
-   Days up to 4 October 1582 are those of the Julian calendar, days from the next one, 15 October
-   1582, those of the Gregorian; the ten dates between never were. A day is also a Julian day
-   number: day 0 is 1 January 4713 B.C., day 2440588 is 1 January 1970.
+   Dates up to 4 October 1582 belong to the Julian calendar. Dates from the following day, 15
+   October 1582, belong to the Gregorian calendar. The ten dates in between do not exist. Every date
+   also has a Julian day number: day 0 is 1 January 4713 B.C. and day 2440588 is 1 January 1970.
 
-   Years are told in two ways. A value holds the year from 1 with a flag for those before Christ; a
-   function that takes or gives an astronomical year counts through: 0 is 1 B.C., -1 is 2 B.C. */
+   Years have two representations. A CGNDate stores the year counted from 1 with a separate flag for
+   years before Christ. Functions that use an astronomical year count continuously: 0 is 1 B.C. and
+   -1 is 2 B.C. */
 #ifndef GENUTIL_GENCALENDAR_H
 #define GENUTIL_GENCALENDAR_H
 
@@ -16,208 +17,250 @@
 #include "genstr.h"
 #include "osthread.h"
 
-/** A calendar date, with what formatting it last gave and reading it last found. */
+/** A calendar date. Also keeps the text that was last formatted and the values that were last
+    parsed. */
 class GENUTIL_API CGNDate {
   public:
     /* -- Construction and state ------------------------------------------------------------ */
 
-    /** The empty date: year, month and day are 0, the status is 0, the weekday 2. */
+    /** Constructs the empty date. Year, month, day and status are 0; the weekday is 2. */
     CGNDate();
-    /** @param dayNumber a Julian day number; below 1 counts as 1 January 4713 B.C., above 5373120
-        as that day, 1 January 9999. */
+    /** Constructs the date of a Julian day number. A number below 1 gives 1 January 4713 B.C. A
+        number above 5373120 gives 1 January 9999, the date of day 5373120. */
     explicit CGNDate(int dayNumber);
-    /** Takes five values as they are, without a check. @param year from 1. @param bc 1 for a year
-        before Christ. @param month from 1. @param day from 1. @param weekday 1 is Sunday. */
+    /** Constructs a date from its components. They are stored unchecked.
+        @param year counted from 1.
+        @param bc 1 if the year is before Christ.
+        @param month counted from 1.
+        @param day counted from 1.
+        @param weekday counted from 1, Sunday. */
     CGNDate(int year, unsigned char bc, int month, int day, int weekday);
-    CGNDate(const CGNDate& other);            /**< a copy of all of it */
-    CGNDate& operator=(const CGNDate& other); /**< takes all of it */
+    CGNDate(const CGNDate& other);            /**< Copies every field. */
+    CGNDate& operator=(const CGNDate& other); /**< Copies every field. */
     ~CGNDate();
 
-    /** @return 1 when year, month and day are all 0. */
+    /** Returns 1 if year, month and day are all 0. */
     unsigned char IsEmpty() const;
-    /** Empties the display buffer and zeroes the date, its weekday and its B.C. flag. The status
-       and the era code stay. */
+    /** Clears the display buffer, the date, its weekday and its B.C. flag. The status and the era
+        code are unchanged. */
     void Empty();
 
-    /** @return 0 a valid date, 1 an invalid one, 2 text that was not recognised as a date. */
+    /** Returns the status: 0 for a valid date, 1 for an invalid date, 2 for text that is not a
+        date. */
     long GetDateStatus() const { return m_status; }
-    /** @return the year from 1; before Christ when GetYearBC() is 1. */
+    /** Returns the year, counted from 1. GetYearBC() returns 1 if it is before Christ. */
     int GetYear() const { return m_year; }
-    int GetMonth() const { return m_month; }     /**< @return 1 to 12 */
-    int GetDay() const { return m_day; }         /**< @return 1 to 31 */
-    int GetWeekday() const { return m_weekday; } /**< @return 1 (Sunday) to 7, or 0 */
-    /** @return 1 for a year before Christ. */
+    int GetMonth() const { return m_month; } /**< Returns the month, 1 to 12. */
+    int GetDay() const { return m_day; }     /**< Returns the day of the month, 1 to 31. */
+    /** Returns the weekday, 1 (Sunday) to 7, or 0 if unknown. */
+    int GetWeekday() const { return m_weekday; }
+    /** Returns 1 if the year is before Christ. */
     unsigned char GetYearBC() const { return m_bc; }
-    /** Copies what was last formatted. @param out receives it. */
+    /** Copies the text that was last formatted to out. */
     void GetDisplayBuffer(CGNString& out) const { out = m_display; }
 
-    /** Fills a record with the present local time and writes the date over it. Programs depend on
-        its month and weekday counting from 1 here, unlike elsewhere in the record.
-        @param out receives it. */
+    /** Writes the date to a tm record. All other fields receive the current local time. In contrast
+        to the usual convention, tm_mon is counted from 1 and tm_wday is counted from 1 (Sunday),
+        because existing programs depend on it. */
     void ToTM(struct tm* out) const;
 
     /* -- Day numbers and the calendar ------------------------------------------------------ */
 
-    /** @return the Julian day number of the date. */
+    /** Returns the Julian day number of the date. */
     int GetDateValue() const;
-    /** @param year astronomical. @param month 1 to 12. @param day 1 to 31.
-        @return the Julian day number; of a date that does not exist it is unspecified. */
+    /** Returns the Julian day number of a date. The result is unspecified if the date does not
+        exist.
+        @param year astronomical year.
+        @param month 1 to 12.
+        @param day 1 to 31. */
     static int DateToJulianDate(int year, int month, int day);
-    /** @param dayNumber a Julian day number. @param year receives the astronomical year.
-        @param month receives 1 to 12. @param day receives 1 to 31. */
+    /** Converts a Julian day number to a date.
+        @param dayNumber the Julian day number.
+        @param year receives the astronomical year.
+        @param month receives 1 to 12.
+        @param day receives 1 to 31. */
     static void JulianDateToDate(int dayNumber, int& year, int& month, int& day);
 
-    /** Whether a year is a leap year, as programs have it from this function: the century rule
-        that makes 2000 one holds only in a month from October and on a day from the 15th, of years
-        from 1582; else no century year is one. */
+    /** Returns 1 if the year is a leap year by the rule that existing programs depend on. The year
+        must be divisible by 4. A century year divisible by 400 counts as a leap year only if the
+        year is 1582 or later, the month is 10 or later and the day is 15 or later. All other
+        century years are common years. */
     static unsigned char IsLeapYear(int year, int month, int day);
-    /** @param dayNumber a Julian day number. @return its week by ISO 8601, 1 to 53. */
+    /** Returns the ISO 8601 week number, 1 to 53, of a Julian day number. */
     static int GetWeekNumber(int dayNumber);
-    /** Puts a year of two digits into a century: the present one, or the last when the year would
-        lie more than 29 years ahead.
-        @param twoDigits 0 to 99, unchecked. @param year receives the result. */
+    /** Expands a two-digit year. The result is in the current century, or in the previous one if it
+        would otherwise be more than 29 years in the future.
+        @param twoDigits 0 to 99, unchecked.
+        @param year receives the expanded year. */
     static void Convert2DigitTo4DigitYear(int twoDigits, int& year);
 
-    /** Whether a date exists. The year is taken with the B.C. flag of this object.
-        @param year from 1. @param month from 1. @param day from 1.
-        @param weekday receives the weekday's name in the global locale; unchanged when it does not
-        exist. @return 1 when it does. */
+    /** Returns 1 if a date exists. The B.C. flag of this object applies to the year.
+        @param year counted from 1.
+        @param month counted from 1.
+        @param day counted from 1.
+        @param weekday receives the name of the weekday in the global locale; unchanged if the
+            date does not exist. */
     unsigned char VerifyDate(int year, int month, int day, CGNString& weekday) const;
-    /** The same; the weekday as a number, 1 is Sunday. */
+    /** Same as above; weekday receives a number from 1 (Sunday) to 7. */
     unsigned char VerifyDate(int year, int month, int day, int& weekday) const;
-    /** Whether the date exists; stores its weekday if it does and changes nothing if not. */
+    /** Returns 1 if this date exists, and then stores its weekday. Otherwise returns 0 and changes
+        nothing. */
     unsigned char VerifyDate();
-    /** @param year from 1, with this object's B.C. flag. @param month from 1. @param weekday
-        receives the name of the last day's weekday.
-        @return the last day of the month; -1 when there is no such month. */
+    /** Returns the last day of a month, or -1 if the month does not exist.
+        @param year counted from 1; the B.C. flag of this object applies to it.
+        @param month counted from 1.
+        @param weekday receives the name of the weekday of the last day. */
     int GetLastDayOfYearAndMonth(int year, int month, CGNString& weekday) const;
-    /** The same; the weekday as a number, 1 is Sunday. */
+    /** Same as above; weekday receives a number from 1 (Sunday) to 7. */
     int GetLastDayOfYearAndMonth(int year, int month, int& weekday) const;
 
-    /* -- Clock and zone; any thread -------------------------------------------------------- */
+    /* -- Clock and time zone; callable from any thread ------------------------------------- */
 
-    /** Creates the mutex under which the functions below work; until then they work without. Called
-        once while the process starts, behind OSSetThreaded. @return whether there is one. */
+    /** Creates the mutex that serialises the functions below. Call it once while the process
+        starts, after OSSetThreaded(). Before this call the functions run without a lock. Returns 1
+        if the mutex exists. */
     static unsigned char ModuleInit();
-    /** Breaks a moment down in the zone of the thread (see OSTimeZone). @param t seconds since
-       1970; a negative number counts as 2147483647. @param out receives the local date and time. */
+    /** Converts a moment to local time in the time zone of the thread (see OSTimeZone).
+        @param t seconds since 1970; a negative number is treated as 2147483647.
+        @param out receives the local date and time. */
     static void LocalTimeTS(const long& t, struct tm& out);
-    /** The reverse, which also brings the fields into their ranges. @param t local date and time;
-        with a negative tm_isdst the zone decides whether it is daylight time.
-        @return seconds since 1970; -1, with t as it was, outside of 0 to 2147483647. */
+    /** Converts local time to seconds since 1970 and normalises the fields of t. If tm_isdst is
+        negative, the time zone determines whether daylight saving time applies. Returns -1 and
+        leaves t unchanged if the result is outside 0 to 2147483647. */
     static long MkTimeTS(struct tm* t);
-    /** Makes the zone that the process started with that of the process again and reads the clock.
-        @param t receives the result; may be null. @return seconds since 1970. */
+    /** Restores the initial time zone of the process and returns the current time in seconds since
+        1970. The same value is stored in t unless t is null. */
     static long TimeTS(long* t);
-    /** TimeTS without the argument. */
+    /** Returns TimeTS(nullptr). */
     static long Now();
 
-    /* -- Writing (date_format) ------------------------------------------------------------- */
+    /* -- Formatting ------------------------------------------------------------------------ */
 
-    /** Appends the date to the display buffer. @param style 0 and 1 for the short date format of
-       the global locale, 2 for the long one, 3 for the locale's default; any other appends nothing.
-        @return 0 when the format is malformed; what was written up to there stays. */
+    /** Appends the date to the display buffer. Returns 0 if the format is malformed; the text
+        produced before the error is kept.
+        @param style 0 or 1 for the short date format of the global locale, 2 for the long date
+            format, 3 for the locale's default. Any other value appends nothing. */
     unsigned char AddDateString(long style);
-    /** Replaces the display buffer by the date. @param style as AddDateString.
-        @return 0 for an empty date and a malformed format. */
+    /** Replaces the display buffer with the date. Returns 0 if the date is empty or the format is
+        malformed.
+        @param style as for AddDateString(). */
     unsigned char FormatForDisplay(long style);
-    /** FormatForDisplay with the weekday's name added, unless style is 2: in front when the long
-        date format begins with it, else behind. */
+    /** Same as FormatForDisplay(), with the name of the weekday added unless style is 2. The name
+        precedes the date if the long date format begins with the weekday. Otherwise it follows the
+        date. */
     unsigned char FormatForCalendarDisplay(long style);
 
-    /* Each replaces out by one component of the date; results are 1 unless a line says otherwise.
-     */
-    unsigned char DayNum(CGNString& out) const;      /**< "5" */
-    unsigned char DayNumLZ(CGNString& out) const;    /**< "05" */
-    unsigned char WeekDayNum(CGNString& out) const;  /**< "1" is Sunday */
-    unsigned char DayAbbrev(CGNString& out) const;   /**< @return 0, and empty, without a weekday */
-    unsigned char DayName(CGNString& out) const;     /**< @return 0, and empty, without a weekday */
-    unsigned char MonthNum(CGNString& out) const;    /**< "3" */
-    unsigned char MonthNumLZ(CGNString& out) const;  /**< "03" */
-    unsigned char MonthAbbrev(CGNString& out) const; /**< empty without a month */
-    unsigned char MonthName(CGNString& out) const;   /**< empty without a month */
-    unsigned char Year4Digit(CGNString& out) const;  /**< "2010", "0044 B.C." */
-    static unsigned char DateSep(CGNString& out);    /**< the locale's date separator */
+    /* Component formatters. Each function replaces out with one component of the date. Each returns
+       1 unless stated otherwise. */
+    unsigned char DayNum(CGNString& out) const;     /**< Formats the day: "5". */
+    unsigned char DayNumLZ(CGNString& out) const;   /**< Formats the day with two digits: "05". */
+    unsigned char WeekDayNum(CGNString& out) const; /**< Formats the weekday: "1" is Sunday. */
+    /** Formats the abbreviated weekday name. Returns 0 and empties out if unknown. */
+    unsigned char DayAbbrev(CGNString& out) const;
+    /** Formats the weekday name. Returns 0 and empties out if unknown. */
+    unsigned char DayName(CGNString& out) const;
+    unsigned char MonthNum(CGNString& out) const; /**< Formats the month: "3". */
+    /** Formats the month with two digits: "03". */
+    unsigned char MonthNumLZ(CGNString& out) const;
+    /** Formats the abbreviated month name; empty if unknown. */
+    unsigned char MonthAbbrev(CGNString& out) const;
+    /** Formats the month name; empty if unknown. */
+    unsigned char MonthName(CGNString& out) const;
+    unsigned char Year4Digit(CGNString& out) const; /**< Formats the year: "2010", "0044 B.C.". */
+    /** Writes the date separator of the locale. */
+    static unsigned char DateSep(CGNString& out);
 
-    /* -- Reading (date_parse) -------------------------------------------------------------- */
+    /* -- Parsing --------------------------------------------------------------------------- */
 
-    /** Reads a whole text as a date: in the long or the short date format of the global locale, or
-        in any form that parseDate knows. The date, its weekday and the era code follow. The status
-        is then 0; it becomes 1 for a date that does not exist or more than 255 bytes of text, and 2
-        for text that is none, and the date stays. A weekday's name in the text is only skipped.
-        @return whether a date was read. */
+    /** Parses a complete text as a date. Accepts the long and short date formats of the global
+        locale and every form that parseDate() accepts. On success, sets the date, its weekday and
+        the era code, sets the status to 0 and returns 1. On failure, returns 0 and leaves the date
+        unchanged. The status is then 1 if the date does not exist or the text is longer than 255
+        bytes, and 2 if the text is not a date. A weekday name in the text is skipped without being
+        checked. */
     unsigned char FromString(const CGNString& text);
 
-    /* Each reads what its name says from the front of text, behind blanks, into the scratch values
-       that the next calls and FromString use, and copies what is left to rest. On failure rest is
-       left alone, or the whole text where a line says so. Digits are those of ASCII. */
+    /* Format-driven parsing. Each function skips leading blanks and reads one element from the
+       start of text. It stores the value in scratch fields for later calls and for FromString(). On
+       success it copies the remaining text to rest. On failure, rest is unchanged unless stated
+       otherwise. Only ASCII digits are recognised. */
 
-    /** The long date format, else the short one. On failure rest is the whole text. */
+    /** Reads a date in the long date format, or else in the short date format. On failure, rest
+        receives the whole text. */
     unsigned char GetDateFromString(const CGNString& text, CGNString& rest);
-    /** The long date format of the global locale. On failure rest is the whole text. */
+    /** Reads a date in the long date format of the global locale. On failure, rest receives the
+        whole text. */
     unsigned char GetLongDateFromString(const CGNString& text, CGNString& rest);
-    /** The short date format of the global locale. On failure rest is the whole text. */
+    /** Reads a date in the short date format of the global locale. On failure, rest receives the
+        whole text. */
     unsigned char GetShortDateFromString(const CGNString& text, CGNString& rest);
-    /** A date in a given format. Blanks, and letters that are no token, may be missing in the text;
-        so may a year at its end, which is then the present one. On failure rest is the whole text
-        and the scratch values are as they were. */
+    /** Reads a date in the given format. Blanks and literal letters of the format may be missing in
+        the text. A year at the end of the format may be missing too; the current year is then used.
+        On failure, rest receives the whole text and the scratch fields are unchanged. */
     unsigned char GetDateFromStringUsingFormat(const CGNString& text, CGNString& rest,
                                                const CGNString& format);
-    /** 1 or 2 digits; above 12 the status becomes 1. */
+    /** Reads a month of 1 or 2 digits. A number above 12 sets the status to 1. */
     unsigned char GetMonthNumFromString(const CGNString& text, CGNString& rest);
-    /** A month's abbreviation in the global locale, in its exact letters. */
+    /** Reads the abbreviated name of a month in the global locale. Letter case must match. */
     unsigned char GetMonthAbbrevFromString(const CGNString& text, CGNString& rest);
-    /** A month's name in the global locale, in its exact letters. */
+    /** Reads the name of a month in the global locale. Letter case must match. */
     unsigned char GetMonthNameFromString(const CGNString& text, CGNString& rest);
-    /** 1 or 2 digits; above 31 the status becomes 1. */
+    /** Reads a day of 1 or 2 digits. A number above 31 sets the status to 1. */
     unsigned char GetDayNumFromString(const CGNString& text, CGNString& rest);
-    /** A weekday's abbreviation in the global locale; it is only skipped. */
+    /** Skips the abbreviated name of a weekday in the global locale. */
     unsigned char GetDayAbbrevFromString(const CGNString& text, CGNString& rest);
-    /** A weekday's name in the global locale; it is only skipped. */
+    /** Skips the name of a weekday in the global locale. */
     unsigned char GetDayNameFromString(const CGNString& text, CGNString& rest);
-    /** A year with or without a B.C. marker. Of one or two digits it is put into a century, also
-        when there is no digit at all: that is the year 00. @return 1 always. */
+    /** Reads a year with an optional B.C. marker. A year of one or two digits is expanded to four.
+        If there are no digits, the year is read as 00 and expanded. Always returns 1. */
     unsigned char Get4DigitYearFromString(const CGNString& text, CGNString& rest);
-    /** The date separator of the global locale. */
+    /** Skips the date separator of the global locale. */
     unsigned char GetDateSepFromString(const CGNString& text, CGNString& rest);
-    /** One byte. */
+    /** Skips the byte c. */
     unsigned char GetMatchingCharFromString(const CGNString& text, CGNString& rest, char c);
-    /** An era's name, while the calendar of the global locale is that of eras (else rest is the
-        whole text). @return the era's slot; 0 also when there is none, which callers cannot tell
-        from the first. */
+    /** Reads the name of an era. Returns the index of the era. Returns 0 if no era is found, which
+        is also the index of the first era. If the global locale does not use a calendar of eras,
+        rest receives the whole text. */
     long GetEmperorFromString(const CGNString& text, CGNString& rest);
 
-    /* Free forms. Each reads a date from the front of text, perhaps with a weekday in
-       front or behind, into the scratch values and copies what is left to rest; the status is 0
-       then. On failure the scratch values and rest are left alone, and the status is 1 for numbers
-       that are no date and 2 for text that is none. Letter case and width do not matter, nor the
-       script of digits. A year of two digits is put into a century, a missing one is the present
-       one, and one before Christ has its marker in front or behind. Only dates that exist are
-       read; years end with 9999. */
+    /* Free-form parsing. Each function reads a date from the start of text, optionally with a
+       weekday before or after it. It stores the date in the scratch fields, copies the remaining
+       text to rest and sets the status to 0. On failure, the scratch fields and rest are unchanged.
+       The status is then 1 for numbers that do not form a date and 2 for text that is not a date.
 
-    /** Any of the locale's formats and of the three kinds below: the reading that leaves least of
-        the text counts, so that "5 March 2010" is not read as 5 March of this year. */
+       Letter case and character width are ignored, and digits of every script are recognised. A
+       two-digit year is expanded and a missing year is the current year. A year before Christ has
+       its marker before or after it. Only dates that exist are accepted, up to the year 9999. */
+
+    /** Reads a date in any format of the locale or in any of the three forms below. The
+        interpretation that uses the most text is chosen, so that "5 March 2010" is not read as 5
+        March of the current year. */
     unsigned char parseDate(const CGNString& text, CGNString& rest);
-    /** Numbers between which one of / - . , or a blank stands, always the same, in the order of the
-        global locale's short format. A number of three digits or more, or above 31, is the year by
-        its size; in front it has month and day behind it, as in ISO 8601, which may also be eight
-        digits without separators. Month and day do not change places to make a date of what would
-        be none: "13/5/2010" is status 1 where the month comes first. */
+    /** Reads a numeric date in the order of the short date format of the global locale. The numbers
+        are separated by one of / - . , or a blank, and the separators must all be the same. A
+        number above 31 or with three or more digits is the year. If the year is first, the month
+        and then the day follow, as in ISO 8601; eight digits without separators are accepted too.
+        Month and day are never exchanged to obtain an existing date: "13/5/2010" sets the status to
+        1 if the format puts the month first. */
     unsigned char parseNumDate(const CGNString& text, CGNString& rest);
-    /** A month by its name or abbreviation, in the global locale or English, with the day in front
-        of it or behind, also as an ordinal ("1st", "2."). */
+    /** Reads a date with the name or abbreviation of a month, in the global locale or in English.
+        The day precedes or follows the month and may be an ordinal ("1st", "2."). */
     unsigned char parseCharDate(const CGNString& text, CGNString& rest);
-    /** Numbers, in digits or Japanese numerals, with the Japanese or Korean characters for year,
-        month and day behind them. In front may stand the name of an era in the locale's list, in a
-        Japanese locale also its letter ("S63.1.7"); its first year may be called the origin. A year
-        behind the era's end is status 1. */
+    /** Reads a date whose numbers are followed by the Japanese or Korean characters for year, month
+        and day. The numbers may be digits or Japanese numerals. The date may begin with the name of
+        an era of the locale or, in a Japanese locale, with the era's letter ("S63.1.7"). The first
+        year of an era may be written with the character for "origin". A year after the end of its
+        era sets the status to 1. */
     unsigned char parseKanjiDate(const CGNString& text, CGNString& rest);
-    /** The first word of text behind blanks: a run of letters, a run of digits, or one character of
-        any other kind. @param text the text. @param word receives it. @param rest receives what
-        follows. @return 0, with both empty, at the end. */
+    /** Reads the first word of a text after leading blanks. A word is a run of letters, a run of
+        digits, or one other character. Returns 0 and empties word and rest at the end of the text.
+        @param text the text.
+        @param word receives the word.
+        @param rest receives the remaining text. */
     static unsigned char extractDateWord(const CGNString& text, CGNString& word, CGNString& rest);
 
-    /** Serialises the clock and zone functions of this class; null before ModuleInit. */
+    /** The mutex that serialises the clock and time zone functions of this class; null before
+        ModuleInit(). */
     static _osmutex* osMutexLocalTime;
 
   private:
@@ -235,8 +278,8 @@ class GENUTIL_API CGNDate {
     unsigned char m_bc;
     unsigned char m_yearFirst;
     CGNString m_display;
-    std::int32_t m_parsedYear;   // astronomical
-    std::int32_t m_parsedMonth;  // from 0
+    std::int32_t m_parsedYear;   // astronomical year
+    std::int32_t m_parsedMonth;  // counted from 0
     std::int32_t m_parsedDay;
     std::int32_t m_spare;
     std::int32_t m_era;

@@ -1,13 +1,13 @@
-/* The catalogues that user interfaces fill their pick lists from: locales and time zones.
+/* Catalogues of locales and time zones for the selection lists of user interfaces.
 
        for (long i = 0; i < LocaleInfo::GetLocaleInfoCount(mbSelectAll); ++i)
            add(LocaleInfo::GetLocaleInfoItem(i)->GetDescription());
        ...
        LocaleInfo::GetLocaleFromLocaleDescription(chosen, name, mbSelectAll);   // "de_DE"
 
-   A catalogue is built by the first call that counts it, in the code set that is current then, and
-   stays until its Free(). No lock guards it: build it while the process starts. Results that answer
-   yes or no are an unsigned char of 1 or 0. */
+   The first call that counts the entries builds the catalogue. Its texts are in the code set that
+   is current at that time. It is kept until Free(). Nothing here is synchronised; build the
+   catalogues while the process starts. Boolean results are an unsigned char, 1 or 0. */
 #ifndef GENUTIL_GENCATALOGUE_H
 #define GENUTIL_GENCATALOGUE_H
 
@@ -17,62 +17,65 @@
 #include "genstr.h"
 #include "mbutil.h"
 
-/** Which locales the catalogue lists, as mbGetNextLocaleEx has it. */
+/** Selection of the locales in the catalogue; see mbGetNextLocaleEx(). */
 typedef mbLocaleSelection MBLocaleSelect;
 
-/** A locale of the catalogue. */
+/** A locale in the catalogue. */
 class GENUTIL_API LocaleInfo {
   public:
-    /** A row without content, added to the catalogue: a catalogue to which a program has added rows
-        is not built any more. */
+    /** Constructs an empty entry and adds it to the catalogue. A catalogue that already has entries
+        is not built. */
     LocaleInfo();
-    /** A copy, which the catalogue does not list. */
+    /** Constructs a copy that is not part of the catalogue. */
     LocaleInfo(const LocaleInfo& other) = default;
-    /** Takes the content; which of the two the catalogue lists stays as it is. */
+    /** Copies the content. Membership in the catalogue is unchanged for both objects. */
     LocaleInfo& operator=(const LocaleInfo& other) = default;
-    /** Leaves the catalogue, if the row is in it. */
+    /** Removes the entry from the catalogue if it is part of it. */
     ~LocaleInfo();
 
-    /** @return the locale's name, such as "en_US". */
+    /** Returns the locale's name, such as "en_US". */
     const CGNString& GetName() const { return m_name; }
-    /** @param name the locale's name. */
+    /** Sets the locale's name. */
     void SetName(const CGNString& name) { m_name = name; }
-    /** @return what the locale is called for people: "English (United States)". */
+    /** Returns the description for users, such as "English (United States)". */
     const CGNString& GetDescription() const { return m_description; }
-    /** @param description what the locale is called for people. */
+    /** Sets the description for users. */
     void SetDescription(const CGNString& description) { m_description = description; }
-    /** @return the Windows locale identifier. */
+    /** Returns the Windows locale identifier. */
     unsigned long GetLocaleId() const { return m_localeId; }
-    /** @param id the Windows locale identifier; its low 32 bits are kept. */
+    /** Sets the Windows locale identifier. Only the low 32 bits of id are kept. */
     void SetLocaleId(unsigned long id) { m_localeId = static_cast<std::uint32_t>(id); }
 
-    /** Builds the catalogue if it is empty. Locales with a description of less than 13 bytes are
-        not listed. @param select which locales; has no effect on a catalogue that is built already.
-        @return the number of rows. */
+    /** Returns the number of entries. Builds the catalogue if it is empty. Locales whose
+        description has fewer than 13 bytes are omitted.
+        @param select the locales to list; ignored if the catalogue already exists. */
     static long GetLocaleInfoCount(MBLocaleSelect select);
-    /** @return a row, owned by the catalogue; null when there is none at index (from 0) or the
-        catalogue is not built. */
+    /** Returns the entry at index, counted from 0. The catalogue owns it. Returns null if the index
+        is out of range or the catalogue has not been built. */
     static LocaleInfo* GetLocaleInfoItem(long index);
 
-    /** Finds the first locale with a Windows identifier. @param lcid the identifier.
-        @param name receives the name; unchanged when there is none. @return whether there is. */
+    /** Finds the first locale with a Windows locale identifier. Returns 1 if one exists.
+        @param lcid the identifier.
+        @param name receives the locale's name; unchanged if none exists. */
     static unsigned char GetLocale(long lcid, CGNString& name);
 
-    /** Finds the first locale with a description, in any letter case. An empty description is found
-        and gives an empty name.
-        @param description the description. @param name receives the name; emptied when there is
-        none. @param select for the catalogue. @return whether there is one. */
+    /** Finds the first locale with a description, ignoring letter case. Returns 1 if one exists. An
+        empty description always succeeds and gives an empty name.
+        @param description the description.
+        @param name receives the locale's name; emptied if none exists.
+        @param select the locales to list if the catalogue must be built. */
     static unsigned char GetLocaleFromLocaleDescription(CGNString& description, CGNString& name,
                                                         MBLocaleSelect select);
-    /** Finds the first locale with a name, in any letter case. An empty name is found and gives an
-        empty description.
-        @param name the name. @param description receives the description; unlike in the reverse
-        search unchanged when there is none. @param select for the catalogue.
-        @return whether there is one. */
+    /** Finds the first locale with a name, ignoring letter case. Returns 1 if one exists. An empty
+        name always succeeds and gives an empty description.
+        @param name the name.
+        @param description receives the description; unchanged if none exists.
+            GetLocaleFromLocaleDescription() differs here.
+        @param select the locales to list if the catalogue must be built. */
     static unsigned char GetLocaleDescriptionFromLocale(CGNString& name, CGNString& description,
                                                         MBLocaleSelect select);
 
-    /** Deletes all rows, those that programs added included, and the list. */
+    /** Deletes the catalogue and all its entries, including those that programs added. */
     static void Free();
 
   private:
@@ -81,36 +84,37 @@ class GENUTIL_API LocaleInfo {
     std::uint32_t m_localeId;
 };
 
-/** A time zone of the catalogue. */
+/** A time zone in the catalogue. */
 class GENUTIL_API CLCTimeZoneInfo {
   public:
-    /** A row without content, added to the catalogue, as in LocaleInfo. */
+    /** Constructs an empty entry and adds it to the catalogue. A catalogue that already has entries
+        is not built. */
     CLCTimeZoneInfo();
-    /** A copy, which the catalogue does not list. */
+    /** Constructs a copy that is not part of the catalogue. */
     CLCTimeZoneInfo(const CLCTimeZoneInfo& other) = default;
-    /** Takes the content; which of the two the catalogue lists stays as it is. */
+    /** Copies the content. Membership in the catalogue is unchanged for both objects. */
     CLCTimeZoneInfo& operator=(const CLCTimeZoneInfo& other) = default;
-    /** Leaves the catalogue, if the row is in it. */
+    /** Removes the entry from the catalogue if it is part of it. */
     ~CLCTimeZoneInfo();
 
-    /** @return the zone's name, such as "Asia/Tokyo". */
+    /** Returns the zone's name, such as "Asia/Tokyo". */
     const CGNString& GetName() const { return m_name; }
-    /** @param name the zone's name. */
+    /** Sets the zone's name. */
     void SetName(const CGNString& name) { m_name = name; }
-    /** @return what the zone is called for people: "(UTC+09:00) Tokyo, Japan". */
+    /** Returns the description for users, such as "(UTC+09:00) Tokyo, Japan". */
     const CGNString& GetDisplayText() const { return m_display; }
-    /** @param text what the zone is called for people. */
+    /** Sets the description for users. */
     void SetDisplayText(const CGNString& text) { m_display = text; }
 
-    /** Builds the catalogue if it is empty. @return the number of rows. */
+    /** Returns the number of entries. Builds the catalogue if it is empty. */
     static long GetInfoCount();
-    /** @return a row, owned by the catalogue; null when there is none at index (from 0) or the
-        catalogue is not built. */
+    /** Returns the entry at index, counted from 0. The catalogue owns it. Returns null if the index
+        is out of range or the catalogue has not been built. */
     static CLCTimeZoneInfo* GetInfoItem(long index);
-    /** @return the first row with a name, in its exact letters; null when there is none. Builds the
-        catalogue if it is empty. */
+    /** Returns the first entry with exactly this name, or null if none exists. Letter case matters.
+        Builds the catalogue if it is empty. */
     static CLCTimeZoneInfo* GetInfoItemFromTimeZone(const char* name);
-    /** Deletes all rows, those that programs added included, and the list. */
+    /** Deletes the catalogue and all its entries, including those that programs added. */
     static void Free();
 
   private:

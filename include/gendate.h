@@ -1,7 +1,8 @@
-/* Calendar dates, times of day and moments, written and read as the user's locale does.
+/* Calendar dates, times of day and moments, formatted and parsed in the user's locale.
 
-   CGNDate is a day of the calendar, CGNTime a time of day without a date, CGNDateTime a moment in
-   seconds since 1970 with its local date and time. OSTimeZone is the zone that they convert in.
+   CGNDate is a calendar date. CGNTime is a time of day without a date. CGNDateTime is a moment:
+   seconds since 1970 with the corresponding local date and time. OSTimeZone is the time zone used
+   by all conversions.
 
        CGNDateTime::ModuleInit();                   // once, in a threaded process
        CGNDateTime moment(1269093600L);
@@ -13,10 +14,10 @@
        date.FromString("3/20/10");                  // as the user typed it
        date.GetDateValue();                         // 2455276, its Julian day number
 
-   Formats and names come from the global locale (genlocale.h), which is asked anew each time: a
-   change in the control panel, or by CLCLocale's functions, counts at once. Results that answer yes
-   or no are an unsigned char of 1 or 0. Nothing throws. An object belongs to one thread at a time;
-   the conversions with a clock or a zone may be called by any number of threads. */
+   Formats and names are read from the global locale (genlocale.h) on every call. A change in the
+   control panel or through CLCLocale therefore takes effect immediately. Boolean results are an
+   unsigned char, 1 or 0. Nothing throws. An object may be used by one thread at a time. The clock
+   and time zone conversions may be called from any thread. */
 #ifndef GENUTIL_GENDATE_H
 #define GENUTIL_GENDATE_H
 

@@ -1,5 +1,5 @@
-/* How the library's names cross its boundary: GENUTIL_API marks an exported
-   class or function, GENUTIL_C gives a function C linkage. */
+/* Symbol visibility and linkage. GENUTIL_API marks an exported class or function. GENUTIL_C gives a
+   function C linkage. */
 #ifndef GENUTIL_EXPORT_H
 #define GENUTIL_EXPORT_H
 
@@ -15,8 +15,8 @@
 #define GENUTIL_API __attribute__((visibility("default")))
 #endif
 
-/* A function whose argument `text` (from 1) is a format of printf, for arguments from `first` on.
- */
+/* Marks a function whose parameter number `text`, counted from 1, is a printf format. Its arguments
+   begin at parameter number `first`. */
 #if defined(__GNUC__)
 #define GENUTIL_PRINTF(text, first) __attribute__((format(printf, text, first)))
 #else

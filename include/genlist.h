@@ -1,38 +1,40 @@
-/* The lists of the text family, lists of deferred calls, and a checksum.
+/* Lists of numbers, pointers and strings, lists of deferred calls, and a checksum.
 
-   CGNList is a growable array of items of type long, which are numbers or pointers; it owns nothing
-   but the array. The lists derived from it own what their items point to: they store copies of what
-   is added, and destroy them.
+   CGNList is a growable array of items of type long, which are numbers or pointers. It owns only
+   the array. The derived lists own the objects that their items point to: they store copies of
+   added objects and destroy them.
 
        CGNStringList names;
        names.ParseFrom("Kyoto;Nara;Osaka", ';');   // 3
-       names.AddUnique("Nara");                    // 0: it is there
+       names.AddUnique("Nara");                    // 0: already in the list
        names.InsertItem(0, "Tokyo");
        names.Sort();
        for (int i = 0; i < names.GetCount(); ++i) puts(*names.GetItem(i));
 
    Positions count items from 0. The capacity grows to multiples of the list's increment, one block
-   at a time, and deletion gives no memory back; Free() does. A list derived from CGNList hides the
-   operations of CGNList that it has under the same name. Those it does not have, SetItem for one,
-   know nothing of ownership: what they overwrite is not destroyed.
+   at a time. Deleting items keeps the memory; Free() releases it. A derived list hides the
+   operations of CGNList that it redefines. The others, such as SetItem(), ignore ownership: an item
+   they overwrite is not destroyed.
 
-   Nothing throws. A failure of allocation is reported to the library's assertion and leaves the
-   list as it was, or with less in it where the operation empties the list first. A number of items
-   that no list can hold fails in the same way. Results that answer yes or no are an unsigned char
-   of 1 or 0.
+   Nothing throws. An allocation failure is reported to the library's assertion service. The list is
+   then unchanged, or has fewer items if the operation empties the list first. A number of items
+   beyond the maximum fails in the same way. Boolean results are an unsigned char, 1 or 0.
 
-   Lists are not synchronised: one that threads share is locked by its users. */
+   Lists are not synchronised. Callers must lock a list that several threads share. */
 #ifndef GENUTIL_GENLIST_H
 #define GENUTIL_GENLIST_H
 
 #include "genexport.h"
 
-/** A checksum of 32 bits that programs of the suite have stored: each byte, the first one first,
-    goes through the table of the reflected CRC-32 polynomial 0xEDB88320 with the most significant
-    byte of the sum. It is not the CRC-32 of other software. Any thread may call it.
-    @param crc the checksum so far; programs choose what to start from. @param data any alignment;
-    may be null when length is 0. @param length bytes. @return the checksum; the sum over a text is
-    the sum over its second half started from that over its first. */
+/** Computes a 32-bit checksum that programs of the suite store. Each byte, in order, is combined
+    with the most significant byte of the sum through the table of the reflected CRC-32 polynomial
+    0xEDB88320. The result differs from the CRC-32 of other software. May be called from any thread.
+
+    Returns the new checksum. A text may be processed in parts: pass the checksum of the first part
+    as crc for the second.
+    @param crc the checksum so far; the caller chooses the initial value.
+    @param data the bytes, of any alignment; may be null if length is 0.
+    @param length number of bytes. */
 GENUTIL_C GENUTIL_API unsigned int gencrc32(unsigned int crc, const unsigned char* data,
                                             unsigned int length);
 
@@ -49,210 +51,223 @@ struct ListStorage;
 /** A growable array of numbers or pointers. */
 class GENUTIL_API CGNList {
   public:
-    /** An empty list with room for 10 items that grows by 10. */
+    /** Constructs an empty list with room for 10 items and an increment of 10. */
     CGNList();
 
-    /** An empty list. @param initial items to make room for, rounded up to a multiple of increment;
-        0 allocates nothing. @param increment items in a block of growth; 0 stands for 10. */
+    /** Constructs an empty list.
+        @param initial number of items to make room for, rounded up to a multiple of increment;
+            0 allocates nothing.
+        @param increment number of items by which the capacity grows; 0 means 10. */
     CGNList(unsigned int initial, unsigned int increment);
 
-    /** A list of the same items, capacity and increment. */
+    /** Copies the items, the capacity and the increment. */
     CGNList(const CGNList& other);
 
-    /** Frees this list, as a derived list does it, then takes the other's items, capacity and
-        increment. @return the list itself. */
+    /** Calls Free(), which derived lists override, then copies the items, the capacity and the
+        increment. Returns the list itself. */
     CGNList& operator=(const CGNList& other);
 
     virtual ~CGNList();
 
-    /** Empties the list and gives its memory back. The increment stays. */
+    /** Empties the list and releases its memory. The increment is unchanged. */
     virtual void Free();
 
-    /** Exchanges two items. @return 0 when there is no item at a or at b. */
+    /** Exchanges two items. Returns 0 if a or b is out of range. */
     virtual unsigned char SwapItems(int a, int b);
 
-    /** @return the array of the items, valid until the list changes; null when there is none. */
+    /** Returns the array of items, valid until the list changes, or null if there is none. */
     virtual long* GetItemListPtr() const;
 
-    /** @return the number of items. */
+    /** Returns the number of items. */
     int GetCount() const { return m_count; }
 
-    /** Makes room for n items. Growth goes to the next multiple of the increment above n, which for
-        a multiple is a block more. @return 0 when memory runs out. */
+    /** Makes room for n items. The capacity grows to the next multiple of the increment above n; if
+        n is a multiple, it grows by one more block. Returns 0 if allocation fails. */
     unsigned char AllocateItemList(unsigned int n);
 
-    /** Adds an item behind the last. @return 0 when memory runs out. */
+    /** Appends an item. Returns 0 if allocation fails. */
     unsigned char AddItem(long item);
 
-    /** Inserts an item before the one at index, or behind the last. @param index 0 to GetCount().
-        @param item the item. @return 0 when index is outside of it or memory runs out. */
+    /** Inserts an item before the item at index, or appends it if index is GetCount(). Returns 0 if
+        index is out of range or allocation fails.
+        @param index 0 to GetCount().
+        @param item the item. */
     unsigned char InsertItem(int index, long item);
 
-    /** Overwrites an item. @param index 0 to GetCount(): the place behind the last item can be
-        written to, and made room for, but is no item before one is added over it.
-        @param item the item. @return 0 when index is outside of it or memory runs out. */
+    /** Overwrites an item. Returns 0 if index is out of range or allocation fails.
+        @param index 0 to GetCount(). Writing at GetCount() makes room for the item and stores
+            it, but does not increase the number of items.
+        @param item the item. */
     unsigned char SetItem(int index, long item);
 
-    /** @return the item; 0 when there is none at index. */
+    /** Returns the item at index, or 0 if index is out of range. */
     long GetItem(int index) const { return index >= 0 && index < m_count ? m_items[index] : 0; }
 
-    /** Removes an item; nothing happens when there is none at index. */
+    /** Removes the item at index. Does nothing if index is out of range. */
     void DeleteItem(int index);
 
   private:
     friend struct genutil::ListStorage;
 
-    long* m_items;              // null when nothing is allocated
+    long* m_items;              // null if nothing is allocated
     std::int32_t m_count;       // items in use
     std::uint32_t m_capacity;   // items allocated
     std::uint32_t m_increment;  // never 0
 };
 
-/** A list that owns strings. An item is null only where memory ran out while it was added. */
+/** A list that owns strings. An item is null only if allocation failed while it was added. */
 class GENUTIL_API CGNStringList : public CGNList {
   public:
-    /** An empty list with room for 10 strings that grows by 10. */
+    /** Constructs an empty list with room for 10 strings and an increment of 10. */
     CGNStringList();
-    /** An empty list; the numbers are those of CGNList. */
+    /** Constructs an empty list; see CGNList. */
     CGNStringList(unsigned int initial, unsigned int increment);
-    /** Copies of the other's strings. The new list has no room to spare and grows by 10. */
+    /** Copies the other list's strings. The capacity equals the number of strings and the increment
+        is 10. */
     CGNStringList(const CGNStringList& other);
     ~CGNStringList() override;
 
-    /** Destroys the strings, then adds copies of the other's. The increment stays.
-        @return the list itself. */
+    /** Destroys the strings, then appends copies of the other list's strings. The increment is
+        unchanged. Returns the list itself. */
     CGNStringList& operator=(const CGNStringList& other);
 
-    /** Adds copies of the other's strings; nothing when the other is this list.
-        @return the list itself. */
+    /** Appends copies of the other list's strings. Appending a list to itself does nothing. Returns
+        the list itself. */
     CGNStringList& operator+=(const CGNStringList& other);
 
-    /** Adds a copy of a string; a null item, when memory runs out for the copy.
-        @return 0 when memory runs out for the item. */
+    /** Appends a copy of a string. If allocation of the copy fails, the item is null. Returns 0 if
+        allocation of the item fails. */
     unsigned char AddItem(const CGNString& s);
-    /** The same with a text; null is an empty one. */
+    /** Appends a copy of a text; null is an empty text. See above. */
     unsigned char AddItem(const char* s);
 
-    /** Inserts a copy of a string before the item at index, or behind the last.
-        @param index 0 to GetCount(). @param s the string.
-        @return 0 when index is outside of it or memory runs out. */
+    /** Inserts a copy of a string before the item at index, or appends it if index is GetCount().
+        Returns 0 if index is out of range or allocation fails.
+        @param index 0 to GetCount().
+        @param s the string. */
     unsigned char InsertItem(int index, const CGNString& s);
 
-    /** @return the string, which stays the list's; null when there is none at index. */
+    /** Returns the string at index, owned by the list, or null if index is out of range. */
     CGNString* GetItem(int index) { return reinterpret_cast<CGNString*>(CGNList::GetItem(index)); }
-    /** The same: a constant list keeps its strings, but they may be changed. */
+    /** Returns the string at index. The strings of a constant list may be modified. */
     CGNString* GetItem(int index) const {
         return reinterpret_cast<CGNString*>(CGNList::GetItem(index));
     }
 
-    /** Destroys a string and removes it; nothing happens when there is none at index. */
+    /** Destroys and removes the string at index. Does nothing if index is out of range. */
     void DeleteItem(int index);
 
-    /** Adds a copy of a string that equals none in the list.
-        @return 0 when it is there, or memory runs out. */
+    /** Appends a copy of a string unless the list contains an equal string. Returns 0 if it does or
+        if allocation fails. */
     unsigned char AddUnique(const CGNString& s);
 
-    /** Deletes the first string equal to s, then inserts a copy. @param index the position in the
-        list as it is after the deletion. @param s the string. @return 0 when there is no such
-       position (the equal string is gone) or memory runs out for the copy. */
+    /** Removes the first string equal to s, then inserts a copy of s. Returns 0 if index is out of
+        range, in which case the equal string has been removed, or if allocation fails.
+        @param index position in the list after the removal.
+        @param s the string. */
     unsigned char InsertUnique(int index, const CGNString& s);
 
-    /** Destroys the strings and removes the items. The memory of the array is kept. */
+    /** Destroys the strings and removes all items. The memory of the array is kept. */
     void FreeListItems();
 
-    /** Destroys the strings, and gives the memory of the array back. */
+    /** Destroys the strings, removes all items and releases the memory of the array. */
     void Free() override;
 
-    /** Adds the parts of a text. Between two separators there may be an empty part; behind a last
-        separator there is none. Bytes are compared: a separator is found in the second byte of a
-        character too. @return the number of items in the list, older ones included. */
+    /** Splits a text and appends its parts. Adjacent separators give an empty part, but a final
+        separator does not. Bytes are compared, so a trail byte of a character may be taken for a
+        separator. Returns the number of items in the list, including earlier ones. */
     unsigned int ParseFrom(const CGNString& text, char separator);
 
-    /** Sorts the strings by the collation of the user's locale (mbstrcoll), ascending. Strings that
-        compare equal are left in any order; null items come first. */
+    /** Sorts the strings in ascending order by the collation of the user's locale (mbstrcoll). The
+        order of equal strings is unspecified. Null items come first. */
     void Sort();
 };
 
 /** A list that owns lists of strings. */
 class GENUTIL_API CGNStringListList : public CGNList {
   public:
-    /** An empty list with room for 10 lists that grows by 10. */
+    /** Constructs an empty list with room for 10 lists and an increment of 10. */
     CGNStringListList();
-    /** Copies of the other's lists. The new list has no room to spare and grows by 10. */
+    /** Copies the other list's lists. The capacity equals the number of lists and the increment is
+        10. */
     CGNStringListList(const CGNStringListList& other);
     ~CGNStringListList() override;
 
-    /** Destroys the lists, then adds copies of the other's. @return the list itself. */
+    /** Destroys the lists, then appends copies of the other list's lists. Returns the list
+        itself. */
     CGNStringListList& operator=(const CGNStringListList& other);
 
-    /** Adds a copy of a list. @return 0 when memory runs out, also for a string in it. */
+    /** Appends a copy of a list. Returns 0 if allocation of the copy or of one of its strings
+        fails. */
     unsigned char AddItem(const CGNStringList& list);
 
-    /** Inserts a copy of a list before the item at index, or behind the last.
-        @param index 0 to GetCount(). @param list the list.
-        @return 0 when index is outside of it or memory runs out. */
+    /** Inserts a copy of a list before the item at index, or appends it if index is GetCount().
+        Returns 0 if index is out of range or allocation fails.
+        @param index 0 to GetCount().
+        @param list the list. */
     unsigned char InsertItem(int index, const CGNStringList& list);
 
-    /** @return the list, which stays this list's; null when there is none at index. */
+    /** Returns the list at index, owned by this list, or null if index is out of range. */
     CGNStringList* GetItem(int index) {
         return reinterpret_cast<CGNStringList*>(CGNList::GetItem(index));
     }
-    /** The same: a constant list keeps its lists, but they may be changed. */
+    /** Returns the list at index. The lists of a constant list may be modified. */
     CGNStringList* GetItem(int index) const {
         return reinterpret_cast<CGNStringList*>(CGNList::GetItem(index));
     }
 
-    /** Destroys a list and removes it; nothing happens when there is none at index. */
+    /** Destroys and removes the list at index. Does nothing if index is out of range. */
     void DeleteItem(int index);
 
-    /** Destroys the lists and removes the items. The memory of the array is kept. */
+    /** Destroys the lists and removes all items. The memory of the array is kept. */
     void FreeListItems();
 
-    /** Destroys the lists, and gives the memory of the array back. */
+    /** Destroys the lists, removes all items and releases the memory of the array. */
     void Free() override;
 };
 
 /** A deferred call. */
 struct CGNCleanupItem {
-    void (*m_function)(void*); /**< what to call; null calls nothing */
-    void* m_argument;          /**< what to pass */
+    void (*m_function)(void*); /**< the function to call; null calls nothing */
+    void* m_argument;          /**< the argument to pass */
 };
 
-/** Calls to be made together, when a module shuts down for instance. Making them leaves the list as
-    it is, and destroying the list makes none. It cannot be copied, because it owns its records. */
+/** A list of calls to be made together, for example when a module shuts down. Executing the calls
+    keeps the list. Destroying the list executes nothing. The list owns its records and cannot be
+    copied. */
 class GENUTIL_API CGNCleanupList : public CGNList {
   public:
-    /** An empty list with room for 10 calls that grows by 10. */
+    /** Constructs an empty list with room for 10 calls and an increment of 10. */
     CGNCleanupList();
     ~CGNCleanupList() override;
     CGNCleanupList(const CGNCleanupList&) = delete;
     CGNCleanupList& operator=(const CGNCleanupList&) = delete;
 
-    /** Adds a call; a null item, when memory runs out for its record.
-        @return 0 when memory runs out for the item. */
+    /** Appends a call. If allocation of its record fails, the item is null. Returns 0 if allocation
+        of the item fails. */
     unsigned char AddItem(void (*function)(void*), void* argument);
 
-    /** Adds the caller's record itself, which becomes the list's. @param item made with new; null
-        is an item that calls nothing. @return 0 when memory runs out: the record stays the
-        caller's. */
+    /** Appends a record of the caller and takes ownership of it. Returns 0 if allocation fails; the
+        caller then still owns the record.
+        @param item a record created with new; null appends an item that calls nothing. */
     unsigned char AddItem(const CGNCleanupItem* item);
 
-    /** @return the record, which stays the list's; null when there is none at index. */
+    /** Returns the record at index, owned by the list, or null if index is out of range. */
     CGNCleanupItem* GetItem(int index) {
         return reinterpret_cast<CGNCleanupItem*>(CGNList::GetItem(index));
     }
-    /** The same: a constant list keeps its records, but they may be changed. */
+    /** Returns the record at index. The records of a constant list may be modified. */
     CGNCleanupItem* GetItem(int index) const {
         return reinterpret_cast<CGNCleanupItem*>(CGNList::GetItem(index));
     }
 
-    /** Makes the calls in the order in which they were added, those included that a call adds. */
+    /** Makes the calls in the order in which they were added, including calls added meanwhile. */
     void Execute() const;
 
-    /** Frees the records. The items stay in the list, as null. */
+    /** Frees the records. The items remain in the list as null. */
     void FreeListItems();
 
-    /** Frees the records, and gives the memory of the array back. */
+    /** Frees the records, removes all items and releases the memory of the array. */
     void Free() override;
 };
 

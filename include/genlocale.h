@@ -1,29 +1,33 @@
-/* The conventions of a locale: how it writes dates, times and numbers.
+/* Locale settings: how a locale writes dates, times and numbers.
 
-   CLCLocale holds those of one locale. Dates, times and numbers that are given no locale go by
-   CLCGlobalLocale, which follows the user:
+   CLCLocale holds the settings of one locale. Functions for dates, times and numbers that take no
+   locale use CLCGlobalLocale, which follows the settings of the user:
 
        CLCGlobalLocale* user = CLCGlobalLocale::Instance();
-       CGNString picture;
-       user->DateFormatString(picture);         // "M/d/yyyy"
+       CGNString format;
+       user->DateFormatString(format);          // "M/d/yyyy"
 
        CLCLocale german;
        german.SetLocale("de_DE");
-       german.DateFormatString(2, picture);     // "dddd, d. MMMM yyyy"
+       german.DateFormatString(2, format);      // "dddd, d. MMMM yyyy"
 
-   Formats are pictures: d day, dd in two digits, ddd and dddd its abbreviation and name; M, MM,
-   MMM, MMMM likewise the month; yy and yyyy the year; h and hh the hour to 12, H and HH to 24; m,
-   mm minute; s, ss second; tt the AM or PM text. Text between apostrophes, and any other character,
-   stands for itself.
+   Date and time formats consist of these tokens:
+   - d and dd: the day with one or two digits; ddd and dddd: its abbreviated and full name.
+   - M and MM: the month with one or two digits; MMM and MMMM: its abbreviated and full name.
+   - yy and yyyy: the year with two or four digits.
+   - h and hh: the hour of a 12-hour clock; H and HH: the hour of a 24-hour clock.
+   - m and mm: the minute; s and ss: the second; tt: the AM or PM text.
 
-   Texts are bytes in the locale's own code set, the one that its ANSI code page is, whichever code
-   set is current: the names of ja_JP are always Shift-JIS. What a code set has no letter for is
-   written with its nearest one, or in English.
+   Text between apostrophes and all other characters are copied literally.
 
-   Settings come from the system, asked once for each language and then kept, so that a second
-   locale object of a language costs little more than the copies of its texts. Results that answer
-   yes or no are an unsigned char of 1 or 0. Nothing throws; a text that there is no memory for is
-   reported as CGNString does, and stays as it was. One object belongs to one thread at a time. */
+   Texts are encoded in the code set of the locale's ANSI code page, independently of the current
+   code set: the names of ja_JP are always Shift-JIS. A character missing in that code set is
+   replaced by its best-fit character or by English text.
+
+   Settings are read from the system once for each language and cached. Another object of the same
+   language costs little more than copying its texts. Boolean results are an unsigned char, 1 or 0.
+   Nothing throws. If allocation of a text fails, the failure is reported as in CGNString and the
+   old text is kept. An object may be used by one thread at a time. */
 #ifndef GENUTIL_GENLOCALE_H
 #define GENUTIL_GENLOCALE_H
 
@@ -36,49 +40,52 @@ namespace genutil {
 struct LocaleFacts;
 struct LocaleAccess;
 
-/** Counts the changes of all locale objects, so that what was derived from their settings is known
-    to be right as long as there were none. Takes no room in them. */
+/** Counts the changes to all locale objects. Data derived from locale settings remains valid while
+    the count is unchanged. An empty base class, so it adds nothing to the size of a locale. */
 struct GENUTIL_API LocaleEdits {
     LocaleEdits() { Touch(); }
-    /** A new object is a change. */
+    /** Counts as a change, because a new object exists. */
     LocaleEdits(const LocaleEdits&) { Touch(); }
-    /** So are other settings in an object. */
+    /** Counts as a change, because the settings of an object are replaced. */
     LocaleEdits& operator=(const LocaleEdits&) {
         Touch();
         return *this;
     }
     ~LocaleEdits() { Touch(); }
-    /** Notes a change. Any thread. */
+    /** Records a change. May be called from any thread. */
     static void Touch();
 };
 }  // namespace genutil
 
-/** A Japanese era: its name, the Gregorian year in which it begins and how long it lasted. */
+/** A Japanese era: its name, its first Gregorian year and its length in years. */
 class GENUTIL_API CEmperor {
   public:
-    /** An empty record. */
+    /** Constructs an empty era. */
     CEmperor();
-    /** @param name the era's name in the locale's code set. @param firstYear the Gregorian year in
-        which it begins. @param yearCount years that it lasted; 0 while it goes on. */
+    /** Constructs an era.
+        @param name the name of the era in the locale's code set.
+        @param firstYear the Gregorian year in which the era begins.
+        @param yearCount the length of the era in years; 0 for the current era. */
     CEmperor(CGNString name, long firstYear, long yearCount);
-    /** A copy of all three values. */
+    /** Copies every field. */
     CEmperor(const CEmperor& other);
-    /** Takes all three values. */
+    /** Copies every field. */
     CEmperor& operator=(const CEmperor& other);
     ~CEmperor();
 
-    /** Replaces all three values. */
+    /** Replaces name, first year and length; see the constructor. */
     void Set(CGNString name, long firstYear, long yearCount);
 
-    /** Assigns the era's name. */
+    /** Copies the name of the era to name. */
     void Emperor(CGNString& name) const;
-    /** @return the Gregorian year in which the era begins. */
+    /** Returns the Gregorian year in which the era begins. */
     long GetFirstYear() const;
-    /** @return 1 when the name is empty and both numbers are 0. */
+    /** Returns 1 if the name is empty and both numbers are 0. */
     unsigned char IsEmpty() const;
 
-    /** @return the year within the era, from 1; 0 for a year before it. Only an era list knows
-       where an era ends: an era by itself counts on, whatever its number of years. */
+    /** Returns the year within the era, counted from 1, of a Gregorian year. Returns 0 for a year
+        before the era. The length of the era is ignored; CLCLocale::EmperorYrFromGregorianYr()
+        first finds the era of the year. */
     long EmperorYrFromGregorianYr(long year) const;
 
   private:
@@ -87,9 +94,9 @@ class GENUTIL_API CEmperor {
     std::int32_t m_yearCount;
 };
 
-/** Languages as programs tell them apart. The numbers are stored by programs and stay. */
+/** Languages. Programs store these numbers, so they never change. */
 enum CLCLanguage : std::int32_t {
-    clcNoLanguage = 0, /**< not known */
+    clcNoLanguage = 0, /**< unknown language */
     clcAfrikaans = 1,
     clcAlbanian = 2,
     clcArabic = 3,
@@ -165,165 +172,180 @@ enum CLCLanguage : std::int32_t {
     clcBangla = 73
 };
 
-/** The settings of one locale. Text accessors assign to their CGNString argument and return 1. */
+/** The settings of one locale. Functions with a CGNString& parameter copy a text to it and return
+    1. */
 class GENUTIL_API CLCLocale : private genutil::LocaleEdits {
   public:
     /* -- Construction ---------------------------------------------------------------------- */
 
-    /** Plain English settings; the locale identifier is 0x0400, which means the user's locale: Init
-        makes it so. */
+    /** Constructs plain English settings. The locale identifier is 0x0400, the user's locale, whose
+        settings Init() reads. */
     CLCLocale();
-    /** A copy of every setting. */
+    /** Copies every setting. */
     CLCLocale(const CLCLocale& other);
-    /** Takes every setting. */
+    /** Copies every setting. */
     CLCLocale& operator=(const CLCLocale& other);
     ~CLCLocale();
 
-    /** Takes a locale by its name and fills all settings from the system. Not for what the name has
-        behind "." or "@". An empty name means the user's locale; with a name that is not known the
-        settings are plain English and the identifier is 0. */
+    /** Selects a locale by name and reads all its settings from the system. The part of the name
+        after "." or "@" is ignored. An empty name selects the user's locale. An unknown name gives
+        plain English settings and the identifier 0. */
     void SetLocale(CGNString name);
 
-    /** Fills all settings from the system's for the locale identifier; settings that the user
-        changed in the control panel count, and are read anew for the user's locale. A locale that
-       the system does not know gets plain English. In a customised locale, date and time settings
-       and those of numbers stay. */
+    /** Reads all settings of the current locale identifier from the system. Settings that the user
+        changed in the control panel are included, and are read again for the user's locale. An
+        unknown locale gets plain English settings. A customised locale keeps its date, time and
+        number settings. */
     void Init();
 
-    /** Fills all settings in plain English, "M/d/yyyy" and "h:mm:ss tt"; the name and the
-        identifier of the locale stay. */
+    /** Sets all settings to plain English, with the formats "M/d/yyyy" and "h:mm:ss tt". The name
+        and identifier of the locale are unchanged. */
     void InitDefault();
 
-    /** Reads the date settings of the locale identifier from the system anew: separator, short and
-        long format. What cannot be read stays; a customised locale stays as it is. */
+    /** Reads the date settings of the locale again from the system: separator, short date format
+        and long date format. A setting that cannot be read is unchanged. A customised locale is
+        unchanged. */
     void InitControlPanelDateSettings();
-    /** The same for the time settings: separator, format, AM and PM texts. */
+    /** Reads the time settings of the locale again from the system: separator, time format, AM and
+        PM texts. A setting that cannot be read is unchanged. A customised locale is unchanged. */
     void InitControlPanelTimeSettings();
 
     /* -- Formats and texts ----------------------------------------------------------------- */
 
-    /** The time format, such as "h:mm:ss tt". */
+    /** Copies the time format, such as "h:mm:ss tt". */
     unsigned char TimeFormatString(CGNString& format) const;
-    /** @return whether the time format counts hours to 24. */
+    /** Returns 1 if the time format uses a 24-hour clock. */
     unsigned char Is24Hour() const;
-    /** The long date format when LongOrShort() is 2, else the short one. */
+    /** Copies the long date format if LongOrShort() is 2, or else the short date format. */
     unsigned char DateFormatString(CGNString& format) const;
-    /** The long date format when which is 2, else the short one. */
+    /** Copies the long date format if which is 2, or else the short date format. */
     unsigned char DateFormatString(long which, CGNString& format) const;
-    /** Replaces the long date format when which is 2, else the short one. */
+    /** Replaces the long date format if which is 2, or else the short date format. */
     void SetDateFormatString(long which, CGNString format);
 
-    /** @return 2 when dates are to be written in the long format, any other number for the short.
-     */
+    /** Returns the preferred date format: 2 for the long date format, any other number for the
+        short one. */
     long LongOrShort() const;
-    /** Sets it. */
+    /** Sets the preferred date format. */
     void SetLongOrShort(long which);
 
-    /** The separator of the parts of a short date, such as "/". */
+    /** Copies the separator between the parts of a short date, such as "/". */
     unsigned char DateSep(CGNString& separator) const;
-    /** Sets it; the formats stay. */
+    /** Sets the date separator. The date formats are unchanged. */
     void SetDateSep(CGNString separator);
-    /** The separator of the parts of a time, such as ":". */
+    /** Copies the separator between the parts of a time, such as ":". */
     unsigned char TimeSep(CGNString& separator) const;
-    /** Sets it; the format stays. */
+    /** Sets the time separator. The time format is unchanged. */
     void SetTimeSep(CGNString separator);
 
-    /** A month's name. @param i 0 (January) to 12, unchecked; the thirteenth is empty where the
-        calendar has twelve. @param name receives it. */
+    /** Copies the name of a month.
+        @param i 0 (January) to 12, unchecked. The thirteenth name is empty in calendars of
+            twelve months.
+        @param name receives the name. */
     unsigned char MonthName(long i, CGNString& name) const;
-    /** The same for its abbreviation. */
+    /** Copies the abbreviated name of a month; see MonthName(). */
     unsigned char MonthAbbrev(long i, CGNString& name) const;
-    /** A weekday's name. @param i 0 (Monday) to 6 (Sunday), unchecked. @param name receives it. */
+    /** Copies the name of a weekday.
+        @param i 0 (Monday) to 6 (Sunday), unchecked.
+        @param name receives the name. */
     unsigned char DayName(long i, CGNString& name) const;
-    /** The same for its abbreviation. */
+    /** Copies the abbreviated name of a weekday; see DayName(). */
     unsigned char DayAbbrev(long i, CGNString& name) const;
 
-    /** The text for the afternoon when pm is not 0, else that for the morning. Empty in locales
-       that have none. */
+    /** Copies the PM text if pm is nonzero, or else the AM text. Both are empty in locales without
+        such texts. */
     unsigned char AMPMMarker(long pm, CGNString& marker) const;
-    /** Replaces the text for the afternoon when pm is not 0, else that for the morning. */
+    /** Replaces the PM text if pm is nonzero, or else the AM text. */
     void SetAMPMMarker(long pm, CGNString marker);
-    /** @return the text for the morning. */
+    /** Returns the AM text. */
     CGNString GetAMString() const;
-    /** @return the text for the afternoon. */
+    /** Returns the PM text. */
     CGNString GetPMString() const;
 
-    /** The character written behind the number of a year in Japanese (in Shift-JIS); empty for
-       other languages. */
+    /** Copies the Japanese character that follows the number of a year, in Shift-JIS. Other
+        languages give an empty text. */
     unsigned char YearChar(CGNString& unit) const;
-    unsigned char MonthChar(CGNString& unit) const;  /**< the same for a month */
-    unsigned char DayChar(CGNString& unit) const;    /**< the same for a day */
-    unsigned char HourChar(CGNString& unit) const;   /**< the same for an hour */
-    unsigned char MinuteChar(CGNString& unit) const; /**< the same for a minute */
-    unsigned char SecondChar(CGNString& unit) const; /**< the same for a second */
+    /** Copies the character that follows a month. */
+    unsigned char MonthChar(CGNString& unit) const;
+    /** Copies the character that follows a day. */
+    unsigned char DayChar(CGNString& unit) const;
+    /** Copies the character that follows an hour. */
+    unsigned char HourChar(CGNString& unit) const;
+    /** Copies the character that follows a minute. */
+    unsigned char MinuteChar(CGNString& unit) const;
+    /** Copies the character that follows a second. */
+    unsigned char SecondChar(CGNString& unit) const;
 
-    /** @return the calendar by the system's number: 1 Gregorian, 3 Japanese eras, 4 Taiwan, 5
-        Korean, 6 Hijri, 7 Thai, 22 Persian, 23 Umm al-Qura. */
+    /** Returns the calendar as the number that Windows uses: 1 Gregorian, 3 Japanese eras, 4
+        Taiwan, 5 Korean, 6 Hijri, 7 Thai, 22 Persian, 23 Umm al-Qura. */
     long GetCalendarType() const;
-    /** Sets it. */
+    /** Sets the calendar. */
     void SetCalendarType(long type);
 
     /* -- Numbers --------------------------------------------------------------------------- */
 
-    /** The decimal symbol, such as ".". */
+    /** Copies the decimal symbol, such as ".". */
     unsigned char GetDecDecimalSymbol(CGNString& symbol) const;
-    /** The sign of negative numbers, such as "-". */
+    /** Copies the sign of negative numbers, such as "-". */
     unsigned char GetDecNegativeSign(CGNString& sign) const;
-    /** Sizes of the groups of digits from the decimal symbol on, as numbers between ";"; behind a 0
-        the last one repeats: "3;0", "3;2;0". */
+    /** Copies the sizes of the digit groups, starting at the decimal symbol and separated by ";". A
+        final 0 repeats the last size: "3;0", "3;2;0". */
     unsigned char GetDecNumDigitsInGroup(CGNString& digits) const;
-    /** The text between groups of digits, such as ",". */
+    /** Copies the separator between digit groups, such as ",". */
     unsigned char GetDecDigitGroupSeparator(CGNString& separator) const;
-    /** @return how negative numbers are written: 0 (1.1), 1 -1.1, 2 - 1.1, 3 1.1-, 4 1.1 -. */
+    /** Returns the format of negative numbers: 0 for (1.1), 1 for -1.1, 2 for - 1.1, 3 for 1.1-, 4
+        for 1.1 -. */
     long GetDecNegativeNumFormat() const;
-    /** @return whether a fraction has a 0 in front of its decimal symbol. */
+    /** Returns 1 if a number below 1 has a 0 before its decimal symbol. */
     unsigned char GetDecDisplayLeadingZeroes() const;
 
-    /** Replaces each "." by the decimal symbol. @return whether the text changed. */
+    /** Replaces each "." in s with the decimal symbol. Returns 1 if s changed. */
     unsigned char RegionalizeDecimalSeparator(CGNString& s) const;
 
-    /* -- The locale itself ----------------------------------------------------------------- */
+    /* -- Identity of the locale ------------------------------------------------------------ */
 
-    /** @return the Windows locale identifier; 0x0400 for the user's locale. */
+    /** Returns the Windows locale identifier; 0x0400 for the user's locale. */
     unsigned long GetLocaleId() const;
-    /** @return the code set that the locale's texts are in (enum mbCodeSet). */
+    /** Returns the code set of the locale's texts (enum mbCodeSet). */
     int GetCodeSet() const;
-    /** @return whether the locale's code set has characters of several bytes. */
+    /** Returns 1 if the locale's code set has multibyte characters. */
     unsigned char IsMultiByte() const;
-    /** @return whether the locale's code set is a form of Unicode. */
+    /** Returns 1 if the locale's code set is a Unicode encoding. */
     unsigned char IsUnicode() const;
 
-    /** @return the language. */
+    /** Returns the language. */
     CLCLanguage GetLang() const;
-    /** @return the language's name in English, such as "Japanese"; empty for clcNoLanguage. */
+    /** Returns the English name of the language, such as "Japanese". Returns an empty string for
+        clcNoLanguage. */
     CGNString GetLangName() const;
-    /** @return whether the language is English. */
+    /** Returns 1 if the language is English. */
     unsigned char LocaleIsEnglish() const;
-    /** @return whether the language is Japanese. */
+    /** Returns 1 if the language is Japanese. */
     unsigned char LocaleIsJapanese() const;
 
-    /** Writes the two letters that tell a language's files apart, such as "EN" or "JP": the first
-        two of the system's abbreviation of the language. Less when it is shorter, never half a
-        character.
-        @param out at least 3 bytes. */
+    /** Writes the suffix for language-specific files, such as "EN" or "JP": the first two bytes of
+        the system's abbreviation of the language. Writes fewer bytes if the abbreviation is shorter
+        or if a character would be split.
+        @param out buffer of at least 3 bytes; receives the suffix and a terminator. */
     void GetFileSuffix(char* out) const;
 
-    /** Cuts a text of 6 or more bytes to its first 5, so that "en_US.1252" becomes "en_US". */
+    /** Truncates a text to its first 5 bytes, so that "en_US.1252" becomes "en_US". */
     static unsigned char GetShortLocaleString(CGNString& s);
 
     /* -- Customisation --------------------------------------------------------------------- */
 
-    /** Runs Init and copies out what Customize takes. */
+    /** Calls Init() and copies the settings that Customize() accepts. */
     void GetDefaults(CGNString& timeFormat, CGNString& shortDateFormat, CGNString& longDateFormat,
                      long& longOrShort, CGNString& digitsInGroup, long& negativeNumFormat,
                      unsigned char& displayLeadingZeroes, CGNString& decimalSymbol,
                      CGNString& negativeSign, CGNString& digitGroupSeparator,
                      CGNString& localeName);
 
-    /** Takes an application's own settings and marks the locale as customised. A locale name that
-        differs is set first. Texts that are empty leave the setting, but digitsInGroup is always
-        taken. A time format decides whether hours count to 24, and its first character that is no
-        token, blank or apostrophe becomes the time separator. */
+    /** Replaces settings with those of an application and marks the locale as customised. If
+        localeName differs from the current name, that locale is selected first. An empty text
+        leaves its setting unchanged, except that digitsInGroup is always stored. The time format
+        also determines the 12-hour or 24-hour clock. Its first character other than a token, a
+        blank or an apostrophe becomes the time separator. */
     void Customize(const CGNString& timeFormat, const CGNString& shortDateFormat,
                    const CGNString& longDateFormat, long longOrShort,
                    const CGNString& digitsInGroup, long negativeNumFormat,
@@ -331,54 +353,63 @@ class GENUTIL_API CLCLocale : private genutil::LocaleEdits {
                    const CGNString& negativeSign, const CGNString& digitGroupSeparator,
                    const CGNString& localeName);
 
-    /** @return whether an application's own settings are in force. */
+    /** Returns 1 if settings of an application are in force. */
     unsigned char Customized() const;
-    /** Sets the mark, and nothing else. */
+    /** Sets or clears the customised mark and changes nothing else. */
     void SetCustomized(unsigned char customized);
 
-    /** Takes settings from a section of an ini file, in the locale's code set. Keys:
+    /** Reads date and time settings from a section of an ini file. The values are in the locale's
+        code set. The keys are:
 
           DateSeparator, TimeSeparator, AMString, PMString   texts
-          ShortDateFormat, LongDateFormat                    pictures of either style (see below)
-          NewShortDateFormat, NewLongDateFormat              pictures of today; preferred
-          CalendarType                                       1 to 23, as GetCalendarType
-          DateDisplayMode                                    as LongOrShort
-          24HourTimeFormat     1 makes the hours of the time format count to 24, 0 to 12
-          AMPMPrefix           1 moves the AM or PM text of the time format to its front, 0 behind
+          ShortDateFormat, LongDateFormat         formats in old or current syntax (see below)
+          NewShortDateFormat, NewLongDateFormat   formats in current syntax; preferred
+          CalendarType                            1 to 23, see GetCalendarType()
+          DateDisplayMode                         see LongOrShort()
+          24HourTimeFormat     1 selects a 24-hour clock in the time format, 0 a 12-hour clock
+          AMPMPrefix           1 moves the AM or PM text to the start of the time format, 0 to
+                               its end
           Era1, Era2, Era3     "name,first year[,number of years]": the eras, newest first
 
-        With Era1 the era list is what the keys say, so a new era needs no new library. A key that
-       is missing or empty, a number that is none and a value of 256 bytes or more leave the
-       setting. Dates and times are formatted with what the system has today unless the locale is
-        customised: SetCustomized(1) keeps what the file had.
-        @param iniFile path of the file, in the current code set. @param section its section. */
+        If Era1 is present, the keys replace the list of eras. This allows a new era to be added
+        without a new version of the library. A setting is unchanged if its key is missing or empty,
+        if its number is malformed, or if its value has 256 bytes or more. Formatting replaces these
+        settings with the system's current ones unless the locale is customised; call
+        SetCustomized(1) to keep them.
+        @param iniFile path of the file, in the current code set.
+        @param section name of the section. */
     void LoadIniDateTimeSettings(char* iniFile, CGNString& section);
 
-    /** Turns a long date picture as older programs stored it into one of today: capital D and Y
-        become d and y, a month in small m becomes M, a lone M becomes the month's name. One that is
-        a picture of today stays. */
+    /** Converts a long date format in old syntax to current syntax. Capital D and Y become d and y,
+        a month in lower-case m becomes M, and a single M becomes the name of the month. A format in
+        current syntax is unchanged. */
     void ConvertOldImportLongDateFormat(CGNString& format) const;
-    /** The same for a short date picture; there a lone M stays the month's number. */
+    /** Converts a short date format in old syntax to current syntax as above. A single M remains
+        the number of the month. */
     void ConvertOldImportShortDateFormat(CGNString& format) const;
 
-    /** The time formats to choose from: four, without an end marker. */
+    /** Returns the time formats to choose from: an array of four without an end marker. */
     static const char* const* TimeFormats();
-    /** The short date formats to choose from: 24 and an empty text. */
+    /** Returns the short date formats to choose from: 24 formats followed by an empty text. */
     static const char* const* ShortDateFormats();
-    /** The long date formats to choose from: 48 and an empty text. */
+    /** Returns the long date formats to choose from: 48 formats followed by an empty text. */
     static const char* const* LongDateFormats();
 
     /* -- Eras ------------------------------------------------------------------------------ */
 
-    /** The name of the era in a slot of the list, newest first. @param index 0 to 2, unchecked.
-        @param name receives it; empty for a slot without an era. */
+    /** Copies the name of an era of the list.
+        @param index 0 (newest) to 2.
+        @param name receives the name; empty if the index is out of range or the list has no era
+            there. */
     unsigned char Emperor(long index, CGNString& name) const;
-    /** The name of the era that contains a year; a year in which an era begins is the new era's.
-        @return 0, with name unchanged, when none does. */
+    /** Copies the name of the era of a Gregorian year: the newest era that began in or before that
+        year. Returns 0 and leaves name unchanged if all eras of the list began later. */
     unsigned char EmperorFromGregorianYr(long year, CGNString& name) const;
-    /** @return the year within the era that contains a year; the year itself when none does. */
+    /** Returns the year within the era of a Gregorian year, counted from 1. Returns the Gregorian
+        year itself if all eras of the list began later. */
     long EmperorYrFromGregorianYr(long year) const;
-    /** @return the Gregorian year of a year within an era, which may lie behind the era's end. */
+    /** Returns the Gregorian year of a year within an era. The result may be after the end of the
+        era. */
     long GregorianYrFromEmperorYr(CEmperor era, long eraYear) const;
 
   private:
@@ -394,12 +425,12 @@ class GENUTIL_API CLCLocale : private genutil::LocaleEdits {
 
     unsigned char m_multiByte;
     unsigned char m_unicode;
-    std::uint32_t m_reserved; /**< 0; has its place in the layout */
+    std::uint32_t m_reserved; /**< always 0; reserves space in the layout */
     CLCLanguage m_language;
     CGNString m_localeText; /**< the system's abbreviation of the language, such as "ENU" */
     std::int32_t m_24Hour;
     CGNString m_timeSeparator;
-    CEmperor m_eras[kEras]; /**< newest first, ended by an empty one */
+    CEmperor m_eras[kEras]; /**< newest first; an empty era ends the list */
     unsigned char m_customized;
     CGNString m_localeName;
     std::uint32_t m_localeId;
@@ -412,7 +443,7 @@ class GENUTIL_API CLCLocale : private genutil::LocaleEdits {
     CGNString m_pm;
     CGNString m_monthNames[kMonths];
     CGNString m_monthAbbreviations[kMonths];
-    CGNString m_dayNames[kDays]; /**< from Monday */
+    CGNString m_dayNames[kDays]; /**< starting with Monday */
     CGNString m_dayAbbreviations[kDays];
     std::int32_t m_longOrShort;
     std::int32_t m_negativeFormat;
@@ -426,12 +457,12 @@ class GENUTIL_API CLCLocale : private genutil::LocaleEdits {
 /** The locale of the process. */
 class GENUTIL_API CLCGlobalLocale : public CLCLocale {
   public:
-    /** @return the instance, created and filled from the user's settings at first; null when memory
-        runs out, and the next call tries again. Not synchronised: call it first while the process
-        starts. */
+    /** Returns the instance. The first call creates it with the user's settings. Returns null if
+        allocation fails; the next call then tries again. Not synchronised; make the first call
+        while the process starts. */
     static CLCGlobalLocale* Instance();
-    /** Destroys the instance, and the catalogue of locales with it; the next Instance() creates
-        another. */
+    /** Destroys the instance and the catalogue of locales. The next call of Instance() creates a
+        new one. */
     static void Free();
 
   private:

@@ -1,9 +1,9 @@
-/* Decimal numbers and amounts of money, held as text and written as the user's locale does.
+/* Decimal numbers and amounts of money, stored as text and formatted in the user's locale.
 
-   A number is never turned into a binary one: digits go from one spelling to the other as they are,
-   none is rounded away, and leading and trailing zeroes stay. There are two spellings. The C
-   spelling, "-1234567.891", is for storing and exchanging. The regional one has the decimal symbol,
-   the separator and the groups of the global locale (genlocale.h), which is asked anew each time.
+   A number is never converted to binary. Digits are copied between two spellings without rounding,
+   and leading and trailing zeroes are kept. The C spelling, "-1234567.891", is for storage and
+   exchange. The regional spelling uses the decimal symbol, separator and groups of the global
+   locale (genlocale.h), which is consulted on every call.
 
        CGNDecimal number;
        number.SetRawBuffer("1.234.567,891");        // as the user typed it, in German
@@ -15,15 +15,19 @@
        price.FormatCurrencyToRegional(1);
        price.GetDisplayCurrency();                  // "1.234,5 USD"
 
-   What counts as a number: digits with one decimal symbol at most, in front of or behind a digit;
-   separators anywhere between the first digit and it, at right places or not; one "-" directly in
-   front or directly behind; blanks behind it all, but not in front. The empty text is the number
-   zero. Brackets, "+" and digits other than "0" to "9" are not known. Separator and decimal symbol
-   are one byte: of a locale's longer ones the first byte counts, which is then written too.
+   A number has this form:
+   - Digits "0" to "9" with at most one decimal symbol, which is next to a digit.
+   - Group separators at any place between the first digit and the decimal symbol.
+   - At most one "-", directly before or directly after the digits.
+   - Trailing blanks. Leading blanks are an error.
 
-   Results that answer yes or no are an unsigned char of 1 or 0. Nothing throws; without memory a
-   conversion fails as that of a text which is no number. An object belongs to one thread at a
-   time, and no locale object may change meanwhile. */
+   The empty text is the number zero. Brackets, "+" and other digits are errors. Separator and
+   decimal symbol are one byte each. If the locale defines a longer one, only its first byte is read
+   and written.
+
+   Boolean results are an unsigned char, 1 or 0. Nothing throws. If allocation fails, a conversion
+   fails in the same way as for a text that is not a number. An object may be used by one thread at
+   a time; no locale object may change during a call. */
 #ifndef GENUTIL_GENNUM_H
 #define GENUTIL_GENNUM_H
 
@@ -38,72 +42,79 @@ namespace genutil {
 struct NumberAccess;
 }
 
-/** A decimal number as text: what the program set, and what the latest conversion made of it. */
+/** A decimal number as text: the number as set by the program and the result of the latest
+    conversion. */
 class GENUTIL_API CGNDecimal {
   public:
-    /** An empty number. */
+    /** Constructs an empty number. */
     CGNDecimal();
-    /** @param text the number, in either spelling. */
+    /** Constructs a number from text in either spelling. */
     CGNDecimal(const CGNString& text);
-    /** An empty number. @param locale is filled from the system (CLCLocale::Init) and not kept;
-        null is allowed. */
+    /** Constructs an empty number.
+        @param locale receives the settings of the system (CLCLocale::Init); the pointer is not
+            stored. May be null. */
     CGNDecimal(CLCLocale* locale);
-    /** A copy, with what is displayed. */
+    /** Copies the number and the display buffer. */
     CGNDecimal(const CGNDecimal& other);
-    /** Takes number and display. */
+    /** Copies the number and the display buffer. */
     CGNDecimal& operator=(const CGNDecimal& other);
     ~CGNDecimal();
 
-    /** Back to an empty number; buffers are kept for the next one. */
+    /** Resets the object to an empty number. Buffers are kept for reuse. */
     void InitValue();
 
-    /** Sets the number to convert. @param text in either spelling; null for an empty one. */
+    /** Sets the number to convert.
+        @param text the number in either spelling; null for an empty number. */
     void SetRawBuffer(const char* text);
-    /** @return the number as it was set: the program may change it. */
+    /** Returns the number as it was set. The program may modify it. */
     CGNString& GetRawBuffer() { return m_raw; }
-    /** @return 1 when no number is set. */
+    /** Returns 1 if no number is set. */
     unsigned char IsEmpty() const { return m_raw.IsEmpty(); }
 
-    /** Copies what the latest conversion or ApplyExponent made. @param out receives it. */
+    /** Copies the result of the latest conversion or of ApplyExponent() to out. */
     void GetDisplayBuffer(CGNString& out) const { out = m_display; }
 
-    /** Makes the C spelling of the number, without separators. Of the number that was set the first
-        63 bytes count.
-        @param regional 1 reads it in the regional spelling; 0 reads one that has only digits, "."
-        and a leading "-" in the C spelling: then "1.234" is less than two in German too.
-        @return 0, with nothing to display, when it is no number. */
+    /** Converts the number to the C spelling, without separators, in the display buffer. Only the
+        first 63 bytes of the number are used. Returns 0 and empties the display buffer if the text
+        is not a number.
+        @param regional 1 reads the number in the regional spelling. 0 reads a number that
+            consists only of digits, "." and a leading "-" in the C spelling, and any other in the
+            regional spelling. With 0, "1.234" is therefore less than two even in a German
+        locale. */
     unsigned char ConvertToCLocale(unsigned char regional);
-    /** Makes the regional spelling of the number: its first 63 bytes, read as by ConvertToCLocale
-        with 0. The sign is a leading "-" and an empty integer part a "0" in all locales.
-        @param separators 1 writes separators between groups of digits.
-        @return 0, with nothing to display, when it is no number. */
+    /** Converts the number to the regional spelling in the display buffer. The number is read as by
+        ConvertToCLocale(0), and only its first 63 bytes are used. In all locales, the sign is a
+        leading "-" and an empty integer part is written as "0". Returns 0 and empties the display
+        buffer if the text is not a number.
+        @param separators 1 inserts separators between digit groups. */
     unsigned char ConvertToRegionalLocale(unsigned char separators);
 
-    /** Multiplies what is displayed, in the regional spelling, by a power of ten; separators are
-        dropped. Of a fraction that goes on behind the new decimal symbol at most `exponent` digits
-        stay: "0.12345" by 2 is "012.34". Stays as it is when one of its parts would have more than
-        255 digits. @param exponent the power; 0 changes nothing. */
+    /** Multiplies the number in the display buffer, in the regional spelling, by a power of ten.
+        Group separators are removed. A fraction that remains after the new decimal symbol is cut to
+        `exponent` digits: "0.12345" with exponent 2 gives "012.34". The display buffer is unchanged
+        if the integer part or the fraction would exceed 255 digits.
+        @param exponent the power of ten; 0 changes nothing. */
     void ApplyExponent(int exponent);
 
-    /** @return the global locale's separator of groups, its first byte; 0 when there is none. */
+    /** Returns the first byte of the global locale's group separator, or 0 if it has none. */
     char GetRegionalThousandSep();
-    /** @return the global locale's decimal symbol, its first byte. */
+    /** Returns the first byte of the global locale's decimal symbol. */
     char GetRegionalDecimalSymbol();
-    char GetCLocaleThousandSep() const;   /**< @return "," */
-    char GetCLocaleDecimalSymbol() const; /**< @return "." */
+    char GetCLocaleThousandSep() const;   /**< Returns ','. */
+    char GetCLocaleDecimalSymbol() const; /**< Returns '.'. */
 
-    /** @return 0 for a number in the regional spelling, whose integer part and fraction have 255
-        digits at most; -1 for any other text and for null. Mind the order: programs test for 0. */
+    /** Returns 0 if the text is a number in the regional spelling with at most 255 digits in the
+        integer part and in the fraction. Returns -1 for any other text and for null. Note that 0
+        means success. */
     static int IsValid(const char* text);
-    /** @return how many bytes lead up to the end of the first run of digits and regional symbols,
-        those in front of it included, whether the text is a number or not; 0 without such a run and
-        for null. */
+    /** Returns the offset, in bytes, of the end of the first run of digits and regional symbols.
+        The text need not be a number. Returns 0 if there is no such run or text is null. */
     static int DetermineNumDecimalChars(const char* text);
-    /** @return 1 when c is the global locale's separator of groups. */
+    /** Returns 1 if c is the group separator of the global locale. */
     static unsigned char IsThousandsSeparator(char c);
 
   protected:
-    CGNString m_display; /**< what the latest conversion made */
+    CGNString m_display; /**< the result of the latest conversion */
     CGNString m_raw;     /**< the number as it was set */
 
   private:
@@ -111,8 +122,8 @@ class GENUTIL_API CGNDecimal {
 
     bool GetLocaleSettings();
 
-    // The global locale's as of the latest conversion. The sign and the two numbers are there for
-    // programs that look into the object; no conversion reads them.
+    // Settings of the global locale at the latest conversion. The negative format, the leading
+    // zero flag and the negative sign are kept only for programs that inspect the object.
     CGNString m_grouping;
     std::int32_t m_negativeFormat;
     unsigned char m_leadingZeroes;
@@ -121,65 +132,68 @@ class GENUTIL_API CGNDecimal {
     CGNString m_groupSeparator;
 };
 
-/** An amount of money: a number and the code of its currency in one text, "12.50 USD". The code is
-    the last three characters when these are letters, which are characters of one byte in the
-   current code set; blanks may stand in front of it or not. The text is split when a part of it is
-   first asked for. */
+/** An amount of money: a number and a currency code in one text, "12.50 USD". The code is the last
+    three characters if all three are letters of one byte in the current code set. Blanks before it
+    are optional. The text is split on first access to one of its parts. */
 class GENUTIL_API CGNCurrency : public CGNDecimal {
   public:
-    /** An empty amount. */
+    /** Constructs an empty amount. */
     CGNCurrency();
-    /** @param text the amount with its code. */
+    /** Constructs an amount from text with a currency code. */
     CGNCurrency(const CGNString& text);
-    /** A copy, which splits its text anew. */
+    /** Copies the amount. The copy splits its text again on first access. */
     CGNCurrency(const CGNCurrency& other);
-    /** As CGNDecimal's constructor with a locale. */
+    /** Constructs an empty amount. See CGNDecimal's constructor with a locale. */
     CGNCurrency(CLCLocale* locale);
     ~CGNCurrency();
 
-    /** Takes text, parts and what was made to display. Whether the parts count as those of the text
-        stays as it was here before. */
+    /** Copies the text, its parts and the display buffers. The flag that the text has been split is
+        not copied. */
     CGNCurrency& operator=(const CGNCurrency& other);
-    /** Takes a text; an empty one does Init. Programs rely on this: parts that were split already,
-        which formatting does, stay until SetBuffer or an update. @param text the amount with its
-        code. */
+    /** Sets the text. An empty text is the same as Init(). Parts that were already split, for
+        example by formatting, are kept until SetBuffer() or an update is called; existing programs
+        depend on this. */
     CGNCurrency& operator=(const CGNString& text);
-    /** @return 1 when the two texts are the same, byte by byte. */
+    /** Returns 1 if both texts are equal byte by byte. */
     unsigned char operator==(const CGNCurrency& other) const { return m_buffer == other.m_buffer; }
 
-    /** Back to an empty amount. */
+    /** Resets the object to an empty amount. */
     void Init();
-    /** The same as Init. */
+    /** Same as Init(). */
     void Empty();
-    /** @return 1 when the text and the number are both empty. */
+    /** Returns 1 if both the text and the number are empty. */
     unsigned char IsEmpty() const { return m_raw.IsEmpty() && m_buffer.IsEmpty(); }
 
-    /** @return the amount with its code. */
+    /** Returns the amount with its currency code. */
     CGNString GetBuffer() const { return m_buffer; }
-    /** Sets it. @param text the amount with its code. */
+    /** Sets the text, an amount with its currency code. */
     void SetBuffer(const CGNString& text);
 
-    /** @return what a format operation made, valid until the next. */
+    /** Returns the result of the latest format operation, valid until the next one. */
     CGNString& GetDisplayCurrency() { return m_displayCurrency; }
-    /** @return the code; empty when the text has none. */
+    /** Returns the currency code, or an empty string if the text has none. */
     CGNString& GetCodePortion();
-    /** @return the number as the text has it, without its code; empty when the text is blank. */
+    /** Returns the number as written in the text, without the currency code. Returns an empty
+        string if the text is blank. */
     CGNString& GetDecimalPortion();
 
-    /** Makes the text to display: the number, read in the regional spelling, in the C spelling, and
-        its code in capitals. Without a number, or with one that is none, the code alone as it is.
-        @return 1. */
+    /** Formats the amount for display: the number in the C spelling followed by the currency code
+        in capitals. The number is read in the regional spelling. If it is missing or malformed, the
+        result is the unchanged code alone. Always returns 1. */
     unsigned char FormatCurrencyToCLocale();
-    /** The same with the number, read as CGNDecimal::ConvertToRegionalLocale does, in the regional
-        spelling. @param separators 1 writes separators between groups of digits. @return 1. */
+    /** Formats the amount for display: the number in the regional spelling followed by the currency
+        code in capitals. The number is read as by CGNDecimal::ConvertToRegionalLocale(). If it is
+        missing or malformed, the result is the unchanged code alone. Always returns 1.
+        @param separators 1 inserts separators between digit groups. */
     unsigned char FormatCurrencyToRegional(unsigned char separators);
-    /** Makes the text to display of the number as it is and its code in capitals, of the parts as
-        they were last split. */
+    /** Formats the amount for display from the parts as they were last split: the unchanged number
+        followed by the currency code in capitals. */
     void ResetDisplayBuffer();
 
-    /** Replaces the number in the text; nothing is displayed any more. @param amount the number. */
+    /** Replaces the number in the text and empties the result of GetDisplayCurrency(). */
     void UpdateDecimalPortion(const CGNString& amount);
-    /** Replaces the code likewise. @param code may be empty. */
+    /** Replaces the currency code in the text and empties the result of GetDisplayCurrency(). The
+        code may be empty. */
     void UpdateCodePortion(const CGNString& code);
 
   private:
@@ -192,7 +206,7 @@ class GENUTIL_API CGNCurrency : public CGNDecimal {
     CGNString m_displayCurrency;
     CGNString m_code;
     CGNString m_buffer;
-    unsigned char m_parsed; /**< number and code are those of the text */
+    unsigned char m_parsed; /**< 1 if number and code have been split from the text */
 };
 
 #endif

@@ -1,37 +1,37 @@
-/* Objects on the heap that live as long as their holder: a locale, and the places that programs
-   keep for settings of numbers and of money. A holder's pointer is null when memory ran out. */
+/* Holders that own a heap object for their lifetime: a locale, and placeholders for number and
+   money settings. The pointer of a holder is null if allocation fails. */
 #ifndef GENUTIL_GENNUMHOLDER_H
 #define GENUTIL_GENNUMHOLDER_H
 
 #include "genexport.h"
 #include "genlocale.h"
 
-/** A place for settings of numbers; there are none. */
+/** A placeholder for number settings. It has no members. */
 class GENUTIL_API CLCNumber {
   public:
     CLCNumber();
     ~CLCNumber();
-    CLCNumber(const CLCNumber& other);            /**< nothing to copy */
-    CLCNumber& operator=(const CLCNumber& other); /**< nothing to take */
+    CLCNumber(const CLCNumber& other);            /**< Copies nothing. */
+    CLCNumber& operator=(const CLCNumber& other); /**< Copies nothing. */
 };
 
-/** A place for settings of money; there are none. */
+/** A placeholder for money settings. It has no members. */
 class GENUTIL_API CLCMoney {
   public:
     CLCMoney();
     ~CLCMoney();
-    CLCMoney(const CLCMoney& other);            /**< nothing to copy */
-    CLCMoney& operator=(const CLCMoney& other); /**< nothing to take */
+    CLCMoney(const CLCMoney& other);            /**< Copies nothing. */
+    CLCMoney& operator=(const CLCMoney& other); /**< Copies nothing. */
 };
 
-/** Holds a locale, in plain English at first. */
+/** Holds a locale, initially with plain English settings. */
 class GENUTIL_API CGNLocale {
   public:
     CGNLocale();
     ~CGNLocale();
     CGNLocale(const CGNLocale&) = delete;
     CGNLocale& operator=(const CGNLocale&) = delete;
-    /** @return the locale, owned by the holder; null when memory ran out. */
+    /** Returns the locale, owned by the holder, or null if allocation failed. */
     CLCLocale* GetLocale() const { return m_locale; }
 
   private:
@@ -45,7 +45,7 @@ class GENUTIL_API CGNNumber {
     ~CGNNumber();
     CGNNumber(const CGNNumber&) = delete;
     CGNNumber& operator=(const CGNNumber&) = delete;
-    /** @return the object, owned by the holder; null when memory ran out. */
+    /** Returns the object, owned by the holder, or null if allocation failed. */
     CLCNumber* GetNumber() const { return m_number; }
 
   private:
@@ -59,7 +59,7 @@ class GENUTIL_API CGNMoney {
     ~CGNMoney();
     CGNMoney(const CGNMoney&) = delete;
     CGNMoney& operator=(const CGNMoney&) = delete;
-    /** @return the object, owned by the holder; null when memory ran out. */
+    /** Returns the object, owned by the holder, or null if allocation failed. */
     CLCMoney* GetMoney() const { return m_money; }
 
   private:

@@ -1,17 +1,17 @@
-/* Performance timing: a stopwatch that logs a line, the same into a file, and totals of the time
-   spent in a scope. All of them cost next to nothing while they are switched off.
+/* Performance timing: a stopwatch that logs lines, a stopwatch that writes to a file, and totals of
+   the time spent in a scope. All of them cost almost nothing while they are disabled.
 
        OSTime::EnableLog(1);
        {
-           OSTime watch("load");            // prints on leaving:
+           OSTime watch("load");            // prints at the end of the scope:
        }                                    //     load : time 3 : elapsed ms 12
 
        OSSetPerf(1);
        static long total = 0;
        { CGNCummPerf scope(&total); ... }   // adds to total, once for nested scopes
 
-   The switches, the file and the callback are the process's and belong to its start; nothing here
-   is synchronised. */
+   The switches, the file and the callback belong to the process. Nothing here is synchronised; set
+   them while the process starts. */
 #ifndef GENUTIL_GENPERF_H
 #define GENUTIL_GENPERF_H
 
@@ -23,79 +23,85 @@
 
 /* -- Time ------------------------------------------------------------------------------------- */
 
-/** Reads the clock. @param seconds receives seconds since 1970. @param micro receives the
-    microseconds within that second, in whole milliseconds. */
+/** Reads the clock.
+    @param seconds receives seconds since 1970.
+    @param micro receives the microseconds within that second, with millisecond resolution. */
 GENUTIL_API void OSGetTime(long& seconds, long& micro);
 
-/** @return the milliseconds from (s0, u0) to (s1, u1), in seconds and microseconds each. Either
-    difference is taken of 32 bits, so that values that wrapped around in between do no harm. */
+/** Returns the milliseconds from (s0, u0) to (s1, u1), each in seconds and microseconds.
+    Differences are computed in 32 bits, so values that wrapped around in between still give the
+    correct result. */
 GENUTIL_API long OSGetMsTimeDiff(long s0, long u0, long s1, long u1);
-/** @return the milliseconds from (s0, u0) to now. */
+/** Returns the milliseconds from (s0, u0), in seconds and microseconds, to now. */
 GENUTIL_API long OSGetMsTimeDiff(long s0, long u0);
 
-/** Switches the measuring of OSPerfTime and CGNCummPerf. */
+/** Enables OSPerfTime() and CGNCummPerf if on is nonzero. Otherwise disables them. */
 GENUTIL_API void OSSetPerf(unsigned char on);
-/** @return whether it is switched on. */
+/** Returns 1 if OSPerfTime() and CGNCummPerf are enabled. */
 GENUTIL_API unsigned char OSGetPerf();
 
-/** Reads a clock that is never set; while measuring is off both outputs are left alone.
-    @param seconds receives seconds since some start. @param value receives all its milliseconds
-   times 1000, as a signed number of 32 bits that wraps around. It is not the rest within the
-   second: differences of two readings count the time about twice, which stored totals depend on. */
+/** Reads a monotonic clock. While timing is disabled, both outputs are unchanged. The difference of
+    two readings counts the elapsed time about twice, because value also includes the whole seconds.
+    Stored totals depend on this.
+    @param seconds receives seconds since an arbitrary start.
+    @param value receives the same time in milliseconds times 1000, as a signed 32-bit number
+        that wraps around. */
 GENUTIL_API void OSPerfTime(long& seconds, long& value);
 
-/* -- A stopwatch ------------------------------------------------------------------------------ */
+/* -- Stopwatch -------------------------------------------------------------------------------- */
 
-/** Logs the time since its start when asked, and when it goes out of scope. While logging is off it
-    keeps nothing and logs nothing. */
+/** A stopwatch. It logs the elapsed time on request and when it is destroyed. While logging is
+    disabled, it stores nothing and logs nothing. */
 class GENUTIL_API OSTime {
   public:
-    /** What takes a line; it ends in a line feed. */
+    /** Receives a log line, which ends with a line feed. */
     using Handler = void (*)(const char* line);
 
-    /** Starts without a label. */
+    /** Starts the stopwatch without a label. */
     OSTime();
-    /** Starts with a label. */
+    /** Starts the stopwatch with a label. */
     OSTime(const char* label);
-    /** Starts with a label. */
+    /** Starts the stopwatch with a label. */
     OSTime(const CGNString& label);
     OSTime(const OSTime&) = delete;
     OSTime& operator=(const OSTime&) = delete;
-    /** Logs. */
+    /** Logs the elapsed time. */
     ~OSTime();
 
-    /** Switches logging, and starts the seconds that lines tell when that is a change. */
+    /** Enables logging if on is nonzero. Otherwise disables it. A change restarts the count of
+        seconds in the log lines. */
     static void EnableLog(unsigned char on);
-    /** @return whether logging is on. */
+    /** Returns 1 if logging is enabled. */
     static unsigned char LogEnabled();
 
-    /** Starts again, without a label. */
+    /** Restarts the stopwatch and removes the label. */
     void Reset();
     /** Sets the label. */
     void SetTraceMsg(const char* label);
     /** Sets the label. */
     void SetTraceMsg(const CGNString& label);
-    /** Sets the label to formatted text, of which the whole characters within 1023 bytes are kept;
-        an empty one is not set.
-        @param format as printf takes it. */
+    /** Sets the label to formatted text. The text is cut after the last whole character within 1023
+        bytes. An empty text leaves the label unchanged.
+        @param format a printf format. */
     void SetVaTraceMsg(const char* format, ...);
 
-    /** Logs "LABEL : time S : elapsed ms M": the seconds since logging was switched on, and the
-        milliseconds since the start, which is not changed. */
+    /** Logs "LABEL : time S : elapsed ms M". S is the number of seconds since logging was enabled.
+        M is the number of milliseconds since the start. The stopwatch continues to run. */
     void Log();
-    /** Sets the label, then logs. */
+    /** Sets the label and logs the elapsed time. */
     void Log(const char* label);
-    /** Sets the label, then logs. */
+    /** Sets the label and logs the elapsed time. */
     void Log(const CGNString& label);
-    /** Sets the label to formatted text, then logs. @param format as printf takes it. */
+    /** Sets the label to formatted text and logs the elapsed time.
+        @param format a printf format. */
     void VaLog(const char* format, ...);
 
-    /** Chooses what takes the lines; null for standard output. */
+    /** Sets the function that receives the log lines. Null selects standard output. */
     void SetLogHandler(Handler handler);
 
   protected:
-    static unsigned char m_logEnabled; /**< whether logging is on */
-    static long m_startTime;           /**< seconds since 1970 when it was last switched */
+    static unsigned char m_logEnabled; /**< 1 if logging is enabled */
+    static long m_startTime;           /**< seconds since 1970 of the last change of the switch */
 
   private:
     OSTime(CGNString* label);
@@ -107,24 +113,25 @@ class GENUTIL_API OSTime {
     Handler m_handler;
 };
 
-/** A stopwatch whose lines go to the performance file of the process. */
+/** A stopwatch that logs to the performance file of the process. */
 class GENUTIL_API CGNPerf : public OSTime {
   public:
-    /** Starts without a label. */
+    /** Starts the stopwatch without a label. */
     CGNPerf();
-    /** Starts with a label. */
+    /** Starts the stopwatch with a label. */
     CGNPerf(const char* label);
-    /** Starts with a label. */
+    /** Starts the stopwatch with a label. */
     CGNPerf(const CGNString& label);
 
-    /** Opens the file anew, empty, and switches logging on. @param path as in osfile.h.
-        @return whether it opened. */
+    /** Opens the performance file, truncates it and enables logging. Returns 1 if the file was
+        opened.
+        @param path path of the file, as in osfile.h. */
     static unsigned char OpenFile(const char* path);
-    /** Closes the file. */
+    /** Closes the performance file. */
     static void CloseFile();
-    /** Closes the file and opens another. @return whether it opened. */
+    /** Closes the performance file and opens another. Returns 1 if that file was opened. */
     static unsigned char ChangeFile(const char* path);
-    /** Writes a line to the file; it is dropped when none is open. */
+    /** Writes a line to the performance file. The line is discarded if no file is open. */
     static void LogHandler(const char* line);
 
   protected:
@@ -133,25 +140,27 @@ class GENUTIL_API CGNPerf : public OSTime {
 
 /* -- Totals ----------------------------------------------------------------------------------- */
 
-/** Adds the time spent in a scope to a total of the caller's. While a scope times a total it holds
-   -1, so that scopes nested in it on the same total add nothing. */
+/** Adds the time spent in a scope to a total owned by the caller. The total holds -1 while a scope
+    is timing it. Nested scopes on the same total therefore add nothing. */
 class GENUTIL_API CGNCummPerf {
   public:
-    /** Told of each scope's start and end. @param pair the two 32-bit values of OSPerfTime, null
-       from a scope that times nothing. @param code 55 at the start, 66 at the end. */
+    /** Is called at the start and at the end of each scope.
+        @param pair the two 32-bit values of OSPerfTime(); null for a scope that times nothing.
+        @param code 55 at the start, 66 at the end. */
     using Callback = void (*)(void* pair, int code);
 
-    /** Starts. @param accumulator the total in milliseconds; null for none. It must outlive the
-     * scope. */
+    /** Starts timing.
+        @param accumulator the total in milliseconds; must outlive the scope. Null times
+            nothing. */
     explicit CGNCummPerf(long* accumulator = nullptr);
-    /** Copies all members; the total is then added to at the end of both. */
+    /** Copies every field. Both scopes then add to the total when they end. */
     CGNCummPerf& operator=(const CGNCummPerf& other) = default;
-    /** Copies all members. */
+    /** Copies every field. */
     CGNCummPerf(const CGNCummPerf& other) = default;
     /** Adds the time since the start to the total. */
     ~CGNCummPerf();
 
-    /** Installs the callback of the process; null for none. */
+    /** Installs the callback of the process. Null removes it. */
     static void SetPerfCallBack(Callback callback);
 
   protected:

@@ -1,9 +1,10 @@
-/* CGNString: the library's string. Every family takes and returns text through it.
+/* CGNString: the string class of the library. All other headers exchange text through it.
 
-   A CGNString owns a NUL-terminated text of bytes in the current code set (mbutil.h). Beside it, it
-   keeps a copy in 16-bit characters that is built when an operation first counts in characters, and
-   dropped by the next change of the bytes. So text that is only appended, copied and compared never
-   pays for it, and visiting characters by their number is cheap even where they differ in size.
+   A CGNString owns a NUL-terminated text of bytes in the current code set (mbutil.h). When an
+   operation first needs to count characters, the string also builds a copy in 16-bit characters.
+   The next change of the bytes discards that copy. Text that is only appended, copied and compared
+   therefore never pays for it, and access to characters by position is fast even if their sizes
+   differ.
 
        CGNString name("Tokyo ");
        name.AllocateBuffer(64, 1);              // many appends follow: grow by doubling
@@ -13,14 +14,14 @@
        name.GetCodePageCharAt(6, character);    // the seventh, in its two bytes
        fopen(name, "r");                        // converts to const char *
 
-   Positions called `index` count 16-bit characters from 0; lengths are bytes unless their name says
-   characters. A character outside the 16-bit range (UTF-8 code set only) takes two positions. Text
-   that is invalid in the code set has one character per byte; the bytes survive every operation.
-   Results that answer yes or no are an unsigned char of 1 or 0.
+   Parameters called `index` are positions that count 16-bit characters from 0. Lengths are in bytes
+   unless the name says characters. A character outside the 16-bit range (UTF-8 code set only)
+   occupies two positions. A text that is invalid in the code set has one character per byte, and
+   its bytes are preserved by every operation. Boolean results are an unsigned char, 1 or 0.
 
-   Operations that cut, look for and change text count in characters, unless their name says bytes;
-   "the result" of one that takes a CGNString& first goes there and may go to the string itself, as
-   any argument may be the string itself.
+   Operations that extract, search and modify text count in characters unless their name says bytes.
+   An operation whose first parameter is a CGNString& writes its result there. Every argument may be
+   the string itself.
 
        CGNString part;
        name.SubStr(part, 6, 1);                 // the seventh character
@@ -28,20 +29,20 @@
        name.Replace("Tokyo", "Kyoto");
        name.EncodeHtmlString();
 
-   A null text is an empty one everywhere: it constructs and assigns an empty string and appends
-   nothing. A text may point into the very string that it is assigned or appended to.
+   A null text is treated as an empty text everywhere. A text may point into the string that it is
+   assigned or appended to.
 
-   Nothing throws. When memory runs out, and when a length would not fit in 32 bits, the failure is
-   reported to the library's assertion and the string stays as it was.
+   Nothing throws. If allocation fails or a length exceeds 32 bits, the failure is reported to the
+   library's assertion service and the string is unchanged.
 
-   One object belongs to one thread at a time, reading included: reading characters may build the
-   16-bit copy. Different objects are independent.
+   An object may be used by one thread at a time, even for reading, because reading characters may
+   build the 16-bit copy. Different objects are independent.
 
-   The class converts to const char * by itself, which has edges to know: `a < b` compares addresses
-   (Collate orders texts), `if (a)` is always true (IsEmpty), and printf("%s") needs a cast. NULL,
-   nullptr and 0 stand for the null const char * wherever one is taken; only `s += 0`, `s += NULL`
-   and such a delimiter of CopyUntil and AppendUntil do not compile, because they could as well mean
-   the character 0. */
+   Because the class converts to const char *, a few expressions need care: `a < b` compares
+   addresses (use Collate), `if (a)` is always true (use IsEmpty), and printf("%s") needs a cast.
+   NULL, nullptr and 0 mean a null const char *. The exceptions are `s += 0`, `s += NULL` and a null
+   delimiter of CopyUntil or AppendUntil, which do not compile because they could also mean the
+   character 0. */
 #ifndef GENUTIL_GENSTR_H
 #define GENUTIL_GENSTR_H
 
@@ -57,11 +58,11 @@ struct StringStorage;
 }
 class CGNStringList;
 
-/** A text of bytes in the current code set, with a copy in 16-bit characters that is built when it
-   is needed. The head of this file tells how the two go together. */
+/** A text of bytes in the current code set, with a copy in 16-bit characters built on demand. See
+    the start of this file. */
 class GENUTIL_API CGNString {
-    // Takes part in overload resolution for 16-bit text only, so that a literal null is a char
-    // text.
+    // Enables an overload for 16-bit text only, so that a literal null selects the char
+    // overload.
     template <class Pointer, class Result>
     using ForWide = std::enable_if_t<std::is_same_v<Pointer, unsigned short*> ||
                                          std::is_same_v<Pointer, const unsigned short*>,
@@ -70,71 +71,75 @@ class GENUTIL_API CGNString {
   public:
     /* -- Construction ---------------------------------------------------------------------- */
 
-    /** An empty string. Allocates nothing. */
+    /** Constructs an empty string. Allocates nothing. */
     CGNString();
 
-    /** A copy of a text. @param s the text; null for an empty string without a buffer.
-        @param capacity bytes to make room for, without the terminator; at least the text's own
-        length is taken. */
+    /** Copies a text.
+        @param s the text; null gives an empty string without a buffer.
+        @param capacity bytes to make room for, without the terminator. A value below the length
+            of the text is ignored. */
     CGNString(const char* s, int capacity = 0);
 
-    /** A text given in 16-bit characters. What the code set does not have becomes "?" in the bytes.
-        @param w ends at a 0; null for an empty string. The number is ignored: programs pass a
-        capacity here, which 16-bit text never had. */
+    /** Converts a text of 16-bit characters. A character missing in the code set becomes "?" in the
+        bytes. The second argument is ignored; existing programs pass a capacity there.
+        @param w the text, terminated by 0; null gives an empty string. */
     template <class Wide, ForWide<Wide, int> = 0>
     CGNString(Wide w, int = 0) : CGNString() {
         SetWide(w);
     }
 
-    /** A copy with the capacity, the growth and the 16-bit copy of the other. A copy of an empty
-        string has none of them. */
+    /** Copies the text, the capacity, the growth policy and the 16-bit copy. A copy of an empty
+        string has none of these. */
     CGNString(const CGNString& other);
 
     virtual ~CGNString();
 
-    /* -- Assignment; all return the string itself ------------------------------------------ */
+    /* -- Assignment; all functions return the string itself -------------------------------- */
 
-    /** Takes the other's text up to its first 0 byte. An empty one empties as Empty() does;
-        otherwise capacity and growth of this string stay. */
+    /** Assigns the text of other up to its first 0 byte. An empty text has the effect of Empty().
+        Otherwise capacity and growth policy are unchanged. */
     CGNString& operator=(const CGNString& other);
-    /** Takes a text; null empties as Empty() does. */
+    /** Assigns a text. Null has the effect of Empty(). */
     CGNString& operator=(const char* s);
-    /** The same as assigning. */
+    /** Same as assignment. */
     CGNString& Set(const CGNString& other);
 
-    /** Takes exactly n bytes: a shorter text is filled up with 0 bytes, which count.
-        @param s the text; null empties as Empty() does. @param n length and capacity afterwards. */
+    /** Assigns exactly n bytes. A shorter text is padded with 0 bytes, which count towards the
+        length.
+        @param s the text; null has the effect of Empty().
+        @param n the new length and capacity in bytes. */
     CGNString& CopyNBytes(const char* s, unsigned int n);
 
-    /** Takes the first n characters. Of a shorter text all is taken, and the positions behind it up
-        to n hold the character 0. @param s the text; null empties. @param n characters to take. */
+    /** Assigns the first n characters. A shorter text is padded with the character 0.
+        @param s the text; null has the effect of Empty().
+        @param n number of characters. */
     CGNString& CopyNChars(const char* s, unsigned int n);
-    /** Takes the first n characters of 16-bit text, or less where that ends at a 0. */
+    /** Assigns the first n characters of a 16-bit text, or fewer if it ends earlier. */
     template <class Wide>
     ForWide<Wide, CGNString&> CopyNChars(Wide w, unsigned int n) {
         return CopyNWide(w, n);
     }
 
-    /** Takes the text in front of the first delimiter, or all of it when there is none; null gives
-        the empty text. @param s the text. @param delimiter one or more whole characters; it is
-        never found inside a character. An empty or null one is found at once: the result is
-        empty. */
+    /** Assigns the text before the first delimiter, or the whole text if there is none.
+        @param s the text; null is an empty text.
+        @param delimiter one or more characters, matched at character boundaries only. An empty
+            or null delimiter matches at once, so the result is empty. */
     CGNString& CopyUntil(const char* s, const char* delimiter);
-    /** The same with a delimiter of one byte. */
+    /** Same as above, with a delimiter of one byte. */
     CGNString& CopyUntil(const char* s, char delimiter);
 
-    /* -- Appending; all return the string itself ------------------------------------------- */
+    /* -- Appending; all functions return the string itself --------------------------------- */
 
-    /** Appends all bytes of the other, 0 bytes included. */
+    /** Appends all bytes of other, including 0 bytes. */
     CGNString& operator+=(const CGNString& other);
-    /** Appends a text; null appends nothing. */
+    /** Appends a text. Null appends nothing. */
     CGNString& operator+=(const char* s);
-    /** Appends a text of 16-bit characters; null appends nothing. */
+    /** Appends a text of 16-bit characters. Null appends nothing. */
     template <class Wide>
     ForWide<Wide, CGNString&> operator+=(Wide w) {
         return AppendWide(w);
     }
-    /** Appends one byte; a 0 is a byte like any other. */
+    /** Appends one byte, which may be 0. */
     CGNString& operator+=(char c) {
         if (m_length + 1 >= m_capacity || m_wide) return AppendByte(c);
         m_data[m_length] = c;
@@ -142,314 +147,332 @@ class GENUTIL_API CGNString {
         return *this;
     }
 
-    /** Appends what CopyNChars would take. */
+    /** Appends the text that CopyNChars() would assign. */
     CGNString& AppendNChars(const char* s, unsigned int n);
-    /** Appends what CopyUntil would take. */
+    /** Appends the text that CopyUntil() would assign. */
     CGNString& AppendUntil(const char* s, const char* delimiter);
-    /** The same with a delimiter of one byte. */
+    /** Same as above, with a delimiter of one byte. */
     CGNString& AppendUntil(const char* s, char delimiter);
 
-    /* -- Room; all return the string itself ------------------------------------------------ */
+    /* -- Capacity; all functions return the string itself ---------------------------------- */
 
-    /** Makes room for n bytes without changing the text. Never shrinks. */
+    /** Makes room for n bytes. The text is unchanged. The capacity never shrinks. */
     CGNString& AllocateBuffer(unsigned int n);
-    /** AllocateBuffer that, when grow is not 0, makes the string grow by doubling from now on
-       (until Empty()). A string that was never told so grows to just what is needed each time. */
+    /** Makes room for n bytes. If grow is nonzero, the string grows by doubling until Empty() is
+        called. By default, a string grows only to the size required. */
     CGNString& AllocateBuffer(unsigned int n, unsigned char grow);
 
-    /** Back to the state of a new string: releases the buffers and ends growth by doubling. */
+    /** Resets the string to its initial state: releases the buffers and ends growth by doubling. */
     CGNString& Empty();
-    /** Makes the text empty and keeps the buffers, for text to come. */
+    /** Empties the text and keeps the buffers for reuse. */
     CGNString& Clear();
 
     /* -- Lengths and bytes ----------------------------------------------------------------- */
 
-    /** @return 1 when there is no byte in the string. */
+    /** Returns 1 if the string has no bytes. */
     unsigned char IsEmpty() const { return m_length == 0; }
 
-    /** @return the length in bytes, terminator excluded. */
+    /** Returns the length in bytes, without the terminator. */
     unsigned int GetLength() const { return m_length; }
-    /** The same as GetLength. */
+    /** Same as GetLength(). */
     unsigned int GetLengthInBytes() const { return m_length; }
-    /** The same as GetLength. */
+    /** Same as GetLength(). */
     unsigned int GetNumByteNeeded() const { return m_length; }
 
-    /** @return the number of 16-bit characters in front of the first 0 byte; for text that is
-        invalid in the code set the length in bytes. Counts each time. */
+    /** Returns the number of 16-bit characters before the first 0 byte. Returns the length in bytes
+        if the text is invalid in the code set. Counts on every call. */
     unsigned int GetNumChars() const;
-    /** The same as GetNumChars. */
+    /** Same as GetNumChars(). */
     unsigned int GetLengthInChars() const;
 
-    /** @return the text: never null, owned by the string, valid until it changes. */
+    /** Returns the text. It is never null, is owned by the string and is valid until the string
+        changes. */
     operator const char*() const { return m_data; }
 
-    /** Copies the text into a buffer and terminates it. The last byte of a full buffer is cut off
-        without regard to characters, so a character of several bytes may be left in half there.
-        @param out receives at most size bytes. @param size bytes out can hold; all may be written.
-        @return the length of the text in out; 0, with nothing written, when size is 0. */
+    /** Copies the text to a buffer and terminates it. A text that is too long is cut at the last
+        byte, which may split a multibyte character. Returns the length of the copied text. Returns
+        0 and writes nothing if size is 0.
+        @param out the buffer; all size bytes may be written.
+        @param size size of the buffer in bytes. */
     unsigned int GetString(char* out, unsigned int size) const;
 
-    /** Stores a byte in the text: no check of the index, which must be less than the length, no
-        change of the length, and the characters do not follow if they were read before. */
+    /** Overwrites a byte. The index is in bytes, unchecked, and must be less than the length. The
+        length is unchanged. A 16-bit copy that already exists is not updated. */
     void SetAt2(unsigned int index, char c) {
-        // A string without capacity stands on a byte that it shares or has for its terminator only.
+        // A string without capacity points to a shared byte or has room for its terminator only.
         if (m_capacity != 0) m_data[index] = c;
     }
 
     /* -- Characters ------------------------------------------------------------------------ */
 
-    /** Writes the bytes of one character and a terminator. @param index position of the character.
-        @param out at least 5 bytes; receives an empty text when index is out of range or the
-        character has no bytes of its own. @return out. */
+    /** Writes the bytes of one character and a terminator. Returns out.
+        @param index position of the character.
+        @param out buffer of at least 5 bytes. Receives an empty text if index is out of range
+            or the character has no bytes of its own. */
     char* GetCodePageCharAt(int index, char* out) const;
 
-    /** @return the first byte of the character at index; 0 when out of range. */
+    /** Returns the first byte of the character at index, or 0 if index is out of range. */
     char GetAt(unsigned int index) const;
 
-    /** Replaces one character by the first character of a text. The bytes are rebuilt in any case,
-        and their capacity becomes their length. @param index position of the character.
-        @param mbchar the text; when its first character is invalid, missing or outside the 16-bit
-        range, the old character stays. @return whether a character was stored. */
+    /** Replaces one character with the first character of a text. The bytes are always rebuilt, and
+        their capacity becomes their length. Returns 1 if the character was replaced.
+        @param index position of the character.
+        @param mbchar the text. The character at index is kept if the first character of the
+            text is invalid, missing or outside the 16-bit range. */
     unsigned char SetCodePageCharAt(int index, const char* mbchar);
-    /** SetCodePageCharAt with a character of one byte. */
+    /** Same as SetCodePageCharAt() for a character of one byte. */
     unsigned char SetAt(unsigned int index, char c);
 
     /* -- Comparison ------------------------------------------------------------------------ */
 
-    /** @return 1 when lengths are equal and bytes are up to the first 0 byte. */
+    /** Returns 1 if the lengths are equal and the bytes are equal up to the first 0 byte. */
     unsigned char operator==(const CGNString& other) const {
         return m_length == other.m_length && std::strcmp(m_data, other.m_data) == 0;
     }
-    /** @return 1 when the bytes up to the first 0 byte are equal; null equals an empty string. */
+    /** Returns 1 if the bytes up to the first 0 byte are equal. Null equals an empty string. */
     unsigned char operator==(const char* s) const {
         return s ? std::strcmp(m_data, s) == 0 : IsEmpty();
     }
-    /** The negation of ==. */
+    /** Returns the negation of ==. */
     unsigned char operator!=(const CGNString& other) const { return !(*this == other); }
-    /** The negation of ==. */
+    /** Returns the negation of ==. */
     unsigned char operator!=(const char* s) const { return !(*this == s); }
 
-    /** @return 1 when both have as many characters and the upper cases of these, by Unicode, are
-        equal. Without memory for the characters: whether the bytes are equal. */
+    /** Returns 1 if both strings have the same number of characters and their Unicode upper-case
+        forms are equal. If allocation fails, returns 1 if the bytes are equal. */
     unsigned char IsEqualNoCase(const CGNString& other) const;
 
-    /** Compares by the collation of the user's locale.
-        @return negative, 0 or positive. Without memory for the characters: the order of the bytes.
-     */
+    /** Compares by the collation of the user's locale. If allocation fails, compares bytes. Returns
+        a negative number, 0 or a positive number. */
     int Collate(const CGNString& other) const;
 
     /* -- Search ---------------------------------------------------------------------------- */
 
-    /** Finds a text. @param t the text; an empty one is found at once. @param start the position to
-        begin at. @return the position of the first occurrence from there on; -1 when there is none,
-        and when start is no position of a character. */
+    /** Finds the first occurrence of a text at or after a position. Returns its position, or -1 if
+        there is none or start is out of range.
+        @param t the text; an empty text is found at start.
+        @param start position at which the search begins. */
     int Find(const CGNString& t, int start = 0) const;
-    /** The same for a text that is no string. */
+    /** Same as above for a char text. */
     int Find(const char* t, int start = 0) const;
-    /** Find of a text of one byte. */
+    /** Same as Find() for a character of one byte. */
     int StrChr(unsigned int start, char c) const;
-    /** @return the position of the last occurrence of the first character of ch, or -1. */
+    /** Returns the position of the last occurrence of the first character of ch, or -1 if there is
+        none. */
     int ReverseFind(const char* ch) const;
-    /** @return how many characters from start on are not in set, up to the first that is: a
-        distance from start, not a position. The number of all characters when start is no position
-        of one. */
+    /** Counts the characters from start up to the first one contained in set. Returns this distance
+        from start, not a position. If start is out of range, returns the number of all
+        characters. */
     int FindFirstOf(const CGNString& set, int start = 0) const;
-    /** FindFirstOf for the first character that is not in set. */
+    /** Counts the characters from start up to the first one not contained in set; see
+        FindFirstOf(). */
     int FindFirstNotOf(const CGNString& set, int start = 0) const;
 
     /* -- Extraction ------------------------------------------------------------------------ */
 
-    /** Takes characters from the middle. @param out receives them; empty when start is at or behind
-        the end. @param start position of the first. @param count how many at most; a negative
-        number, as -1, stands for all. */
+    /** Extracts a substring.
+        @param out receives the substring; empty if start is at or after the end.
+        @param start position of the first character.
+        @param count maximum number of characters; a negative number means all. */
     void SubStr(CGNString& out, unsigned int start, int count = -1) const;
-    /** The string becomes what SubStr takes. */
+    /** Replaces the string with a substring of itself. */
     void SubStr(unsigned int start, int count = -1);
-    /** The same as SubStr; a negative start is behind the end. */
+    /** Same as SubStr(). A negative start is treated as a position after the end. */
     void MidString(CGNString& out, int start, int count = -1) const;
-    /** Takes the first n characters. */
+    /** Extracts the first n characters. */
     void LeftString(CGNString& out, unsigned int n) const;
-    /** Takes the last n characters. */
+    /** Extracts the last n characters. */
     void RightString(CGNString& out, unsigned int n) const;
 
-    /** Takes the first n bytes, less a character that n cuts. When n is more than the length, the
-        length of the result is n nevertheless, with 0 bytes behind the text. */
+    /** Extracts the first n bytes without a final partial character. If n exceeds the length, the
+        result is padded with 0 bytes to a length of n. */
     void LeftStringInBytes(CGNString& out, unsigned int n) const;
-    /** Takes the last n bytes, less a character that this cuts; all when n is not below the
-        length. */
+    /** Extracts the last n bytes without an initial partial character, or the whole text if it is
+        not longer than n. */
     void RightStringInBytes(CGNString& out, unsigned int n) const;
-    /** The string becomes count bytes of it, or all when count is negative, without regard to
-        characters. With start at or behind the end the text becomes empty and the length stays. */
+    /** Replaces the string with count bytes of itself, or with all bytes from start if count is
+        negative. Characters may be split. If start is at or after the end, the text becomes empty
+        but the length is unchanged. */
     void SubStrInBytes(unsigned int start, int count = -1);
 
     /** Keeps the first n characters. */
     void Truncate(unsigned int n);
-    /** Keeps what stands before the first character that is the first one of ch. */
+    /** Truncates the string before the first occurrence of the first character of ch. */
     void TruncateAt(const char* ch);
-    /** The same for a character of one byte. */
+    /** Truncates the string before the first occurrence of a character of one byte. */
     void TruncateAt(char c);
 
-    /* -- Trimming: spaces, and tabs where the name says so --------------------------------- */
+    /* -- Trimming of spaces, and of tabs where the name says so ---------------------------- */
 
-    /** The result is the text without leading spaces. */
+    /** Copies the text without leading spaces to out. */
     void LeftTrim(CGNString& out) const;
-    /** The result is the text without leading spaces and tabs. */
+    /** Copies the text without leading spaces and tabs to out. */
     void LeftTrimWithTab(CGNString& out) const;
-    /** The result is the text without trailing spaces. */
+    /** Copies the text without trailing spaces to out. */
     void RightTrim(CGNString& out) const;
-    /** The result is the text without trailing spaces and tabs. Where the first of these is a tab,
-        it becomes a space in the string itself. */
+    /** Copies the text without trailing spaces and tabs to out. If the first of these is a tab, it
+        is replaced with a space in the string itself. */
     void RightTrimWithTab(CGNString& out) const;
-    /** The result is the text without leading and trailing spaces. */
+    /** Copies the text without leading and trailing spaces to out. */
     void LeftRightTrim(CGNString& out) const;
 
-    /* -- Letter case and classes of characters, by Unicode --------------------------------- */
+    /* -- Letter case and character classes of Unicode -------------------------------------- */
 
-    /** Maps to upper case, where the character maps there and back. @param index position of the
-        character; -1 for all. */
+    /** Converts characters to upper case. A character is converted only if its upper-case form maps
+        back to it.
+        @param index position of the character; -1 for all characters. */
     void ToUpper(int index = -1);
-    /** ToUpper to lower case. */
+    /** Converts characters to lower case; see ToUpper(). */
     void ToLower(int index = -1);
 
-    /** @return 1 when the character at index is a letter; with -1 when all are, which those of an
-        empty string are. 0 for any other index without a character. */
+    /** Returns 1 if the character at index is a letter. With index -1, returns 1 if all characters
+        are letters; an empty string satisfies this. Returns 0 if index is out of range. */
     unsigned char IsAlphaAt(int index) const;
-    /** IsAlphaAt for letters and digits. */
+    /** Tests for letters and digits; see IsAlphaAt(). */
     unsigned char IsAlphaNumAt(int index) const;
-    /** IsAlphaAt for small letters. */
+    /** Tests for lower-case letters; see IsAlphaAt(). */
     unsigned char IsLowerAt(int index) const;
-    /** IsAlphaAt for capitals. */
+    /** Tests for upper-case letters; see IsAlphaAt(). */
     unsigned char IsUpperAt(int index) const;
-    /** IsAlphaAt for what is neither control character nor unassigned. */
+    /** Tests for assigned characters other than control characters; see IsAlphaAt(). */
     unsigned char IsPrintAt(int index) const;
-    /** IsAlphaAt for white space. */
+    /** Tests for white space; see IsAlphaAt(). */
     unsigned char IsSpaceAt(int index) const;
-    /** IsAlphaAt for hexadecimal digits, those of full width among them. */
+    /** Tests for hexadecimal digits, including full-width ones; see IsAlphaAt(). */
     unsigned char IsXDigitAt(int index) const;
-    /** IsAlphaAt for decimal digits of any script; 0 for an empty string. */
+    /** Tests for decimal digits of any script; see IsAlphaAt(). Returns 0 for an empty string. */
     unsigned char IsDigitAt(int index) const;
-    /** IsAlphaAt for punctuation; 0 for an empty string. */
+    /** Tests for punctuation; see IsAlphaAt(). Returns 0 for an empty string. */
     unsigned char IsPunctAt(int index) const;
 
-    /** @return 1 when there are characters and all are letters or digits. */
+    /** Returns 1 if the string is not empty and all characters are letters or digits. */
     unsigned char IsAlpha() const;
-    /** @return 1 when the first byte of the character at index is one of "0" to "9". */
+    /** Returns 1 if the first byte of the character at index is one of "0" to "9". */
     unsigned char IsNumAt(unsigned int index) const;
-    /** @return 1 when the character at index is the byte c and no more. */
+    /** Returns 1 if the character at index is the single byte c. */
     unsigned char CompareSingleByteAt(int index, char c) const;
-    /** @return 1 when the bytes of the character at index are those of mbchar; of no character they
-        are those of an empty text. */
+    /** Returns 1 if the bytes of the character at index equal those of mbchar. If index is out of
+        range, the character counts as an empty text. */
     unsigned char CompareMultiByteAt(int index, const char* mbchar) const;
-    /** @return the decimal number that the text begins with, behind white space and with its sign;
-        0 without one. */
+    /** Returns the decimal number at the start of the text, or 0 if there is none. Leading white
+        space and a sign are accepted. */
     long Number() const;
 
     /* -- Editing --------------------------------------------------------------------------- */
 
-    /** Inserts a text before the character at index, or at the end. @return 0, with nothing
-        inserted, when index is neither or memory runs out. */
+    /** Inserts a text before the character at index, or at the end. Returns 0 and inserts nothing
+        if index is out of range or allocation fails. */
     unsigned char InsertAt(int index, const CGNString& t);
-    /** Removes count characters from index on, or all up to the end when there are less. @return 0,
-        with nothing removed, when there is no character at index, count is negative or memory runs
-        out. */
+    /** Removes up to count characters starting at index. Returns 0 and removes nothing if index is
+        out of range, count is negative or allocation fails. */
     unsigned char RemoveAt(int index, int count);
-    /** Replaces every character of one byte by another. */
+    /** Replaces every occurrence of a character of one byte. */
     void Replace(char from, char to);
-    /** Replaces every occurrence of a text, from the left and without overlap. @param from what to
-        replace; nothing happens when it is null or empty. @param to what takes its place; null is
-        empty. */
+    /** Replaces every occurrence of a text, from left to right without overlap.
+        @param from the text to replace; does nothing if null or empty.
+        @param to the replacement; null is an empty text. */
     void Replace(const char* from, const char* to);
 
-    /** Doubles every character q, of one byte. */
+    /** Doubles every occurrence of the character q, which has one byte. */
     void ExpandQuotes(char q);
-    /** Makes one q of every two in a row: two of three. */
+    /** Replaces each pair of adjacent characters q with one q. Three in a row become two. */
     void UnexpandQuotes(char q);
-    /** Writes backspace, line feed, form feed, carriage return, double quote and backslash as a
+    /** Escapes backspace, line feed, form feed, carriage return, double quote and backslash with a
         backslash and a character. */
     void ExpandSpecials();
-    /** Reads backslash escapes: of a backslash, b, n, r, t, and of a byte by its number in up to
-        three digits, which takes one character more with it. It is no inverse of ExpandSpecials: a
-        form feed and a double quote are not read back. */
+    /** Decodes backslash escapes. A backslash may be followed by a backslash, b, n, r, t, or the
+        decimal value of a byte in up to three digits. The character after such a number is dropped.
+        This function is not the inverse of ExpandSpecials(): an escaped form feed or double quote
+        is not decoded. */
     void UnexpandSpecials();
 
-    /** The list becomes the parts between delimiters, empty ones included but behind a last
-        delimiter. An empty string has no parts. @param list receives them; may own this string.
-        @param delimiter whole characters; null and empty are found nowhere. */
+    /** Splits the string at each delimiter. Empty parts are included, except after a final
+        delimiter. An empty string has no parts.
+        @param list receives the parts in place of its previous content; may own this string.
+        @param delimiter one or more characters; a null or empty delimiter is never found. */
     void Split(CGNStringList& list, const char* delimiter) const;
-    /** The same with a delimiter of one byte. */
+    /** Same as above, with a delimiter of one byte. */
     void Split(CGNStringList& list, unsigned char delimiter) const;
 
-    /** @return the number of line breaks, as OSClientGetNumLines counts them (ostext.h). */
+    /** Returns the number of line breaks, counted as by OSClientGetNumLines (ostext.h). */
     int GetNumLines() const;
 
     /* -- File names ------------------------------------------------------------------------ */
 
-    /** Splits at the last "/" or backslash, which goes to neither part. Without one all is the
-        file, and dir is empty. */
+    /** Splits a path at its last "/" or backslash, which is dropped. If there is none, the whole
+        text is the file and dir is empty. */
     void SplitFilePath(CGNString& dir, CGNString& file) const;
-    /** Splits at the last dot likewise; without one all is the base. */
+    /** Splits a file name at its last dot, which is dropped. If there is none, the whole text is
+        the base and ext is empty. */
     void SplitFileName(CGNString& base, CGNString& ext) const;
-    /** The string becomes dir, a backslash unless dir ends in one, and file. @return 1. */
+    /** Replaces the string with dir, a backslash unless dir ends with one, and file. Always returns
+        1. */
     unsigned char MakeFilePath(const CGNString& dir, const CGNString& file);
-    /** Shortens the file name behind the last "/" or backslash, if any, to at most eight bytes and
-        an extension of three: in capitals, of whole characters, without spaces and what else such
-        a name cannot hold. A name that begins with its only dot has no extension. */
+    /** Shortens the file name after the last "/" or backslash, or the whole text if there is none,
+        to 8.3 form: at most eight bytes and an extension of three, in capitals and without split
+        characters. Spaces and characters that are not allowed in such a name are removed. A name
+        whose only dot is its first character has no extension. */
     void ForceTo8By3();
 
     /* -- Encodings ------------------------------------------------------------------------- */
 
-    /** Escapes "&", "<" and ">", and writes line ends as "<br>". */
+    /** Escapes "&", "<" and ">" for HTML and replaces line breaks with "<br>". */
     void EncodeHtmlString();
-    /** EncodeHtmlString that leaves line ends as they are. */
+    /** Escapes "&", "<" and ">" for HTML. Line breaks are unchanged. */
     void EncodeHtmlStringTextArea();
-    /** Escapes "&", line ends and double quotes, for the value of an attribute. */
+    /** Escapes "&", line breaks and double quotes for the value of an HTML attribute. */
     void EncodeHtmlQuotedString();
-    /** Escapes "&", "<", ">", and both quotes. */
+    /** Escapes "&", "<", ">" and both kinds of quotes for XML. */
     void EncodeXMLString();
-    /** Escapes backslashes, line ends and both quotes, for a literal of a script. @param flatten
-        non-zero makes spaces of the line ends. */
+    /** Escapes backslashes, line breaks and both kinds of quotes for a string literal in a script.
+        @param flatten nonzero replaces line breaks with spaces instead. */
     void EncodeJavaScriptQuotedString(unsigned char flatten);
-    /** Replace; in a code set without characters of several bytes it looks at bytes. */
+    /** Same as Replace(). In a single-byte code set it compares bytes. */
     void EncodeReplace(const char* from, const char* to);
 
-    /** Converts from the ANSI code page of a locale to UTF-8; the string is empty when that fails.
-        @param localeName a name that mbGetLCID knows; null for the user's. */
+    /** Converts the string from the ANSI code page of a locale to UTF-8. The string becomes empty
+        if the conversion fails.
+        @param localeName a name that mbGetLCID accepts; null for the user's locale. */
     void ConvertToUTF8(const char* localeName);
-    /** Converts from UTF-8 to the user's ANSI code page; the string is empty when that fails. */
+    /** Converts the string from UTF-8 to the user's ANSI code page. The string becomes empty if the
+        conversion fails. */
     void ConvertFromUTF8();
-    /** Decodes "%" and two hexadecimal digits, as mbUrlDecode. */
+    /** Decodes "%" followed by two hexadecimal digits; see mbUrlDecode. */
     void UrlDecode();
 
-    /** Half-width characters become full-width, in code sets 4 and 5. */
+    /** Converts half-width characters to full width in code sets 4 and 5. */
     void ConvertSingleToDouble();
-    /** Full-width digits and Latin letters become ASCII, in code set 5. */
+    /** Converts full-width digits and Latin letters to ASCII in code set 5. */
     void ConvertRomanjiToASCII();
-    /** In a Japanese code set ConvertSingleToDouble, then ConvertRomanjiToASCII. */
+    /** Calls ConvertSingleToDouble() and ConvertRomanjiToASCII() in a Japanese code set. */
     void ConvertSpecialAlphaNumForXMLTag();
 
-    /** @return the text `content="text/html; charset=NAME">`. @param locale a locale's name whose
-        default code set is named; empty for the current code set. */
+    /** Returns the text `content="text/html; charset=NAME">`.
+        @param locale name of the locale whose default code set is named; empty for the current
+            code set. */
     CGNString GetEncodingStringForHTML(const CGNString& locale);
-    /** Names a character set in an HTML page: in the first meta element that declares one, or else
-        in a new one at the beginning of the head. @param locale as above. */
+    /** Declares the character set in an HTML page. Updates the first meta element that declares
+        one, or else inserts a new element at the start of the head.
+        @param locale as above. */
     void ReplaceEncodingStringInHTML(const CGNString& locale);
 
-    /** OSClientFormatString of the string (ostext.h). */
+    /** Applies OSClientFormatString (ostext.h) to the string. */
     void ClientFormat();
-    /** OSServerFormatString of the string (ostext.h). */
+    /** Applies OSServerFormatString (ostext.h) to the string. */
     void ServerFormat();
 
     /* -- Formatting ------------------------------------------------------------------------ */
 
-    /** The string becomes a formatted text of any length; its own text may be an argument.
-        @param format as printf takes it; null for an empty text. @return the length in bytes; -1,
-        with the string as it was, when the format fails or memory runs out. */
+    /** Replaces the string with formatted text of any length. The text of the string itself may be
+        an argument. Returns the length in bytes. Returns -1 and leaves the string unchanged if the
+        format is invalid or allocation fails.
+        @param format a printf format; null gives an empty text. */
     int sprintf(const char* format, ...) GENUTIL_PRINTF(2, 3);
-    /** sprintf for a function that has arguments of its own to pass on. */
+    /** Same as sprintf(), with a va_list. */
     int sprintf2(const char* format, va_list arguments) GENUTIL_PRINTF(2, 0);
-    /** The string becomes the string resource of a number, with texts in the places "%1" to "%10"
-        and "%" in those of "%%". @return 0, with the string empty, when no library that is attached
-        has it. */
+    /** Replaces the string with a string resource. "%1" to "%10" are replaced with the texts s1 to
+        s10, and "%%" with "%". Returns 0 and empties the string if no attached library has the
+        resource. */
     unsigned char LoadStringResource(long id, const char* s1 = nullptr, const char* s2 = nullptr,
                                      const char* s3 = nullptr, const char* s4 = nullptr,
                                      const char* s5 = nullptr, const char* s6 = nullptr,
@@ -457,41 +480,41 @@ class GENUTIL_API CGNString {
                                      const char* s9 = nullptr, const char* s10 = nullptr);
 
   protected:
-    /** Makes room for n bytes; to a size above the capacity or equal to it there is a new buffer.
-        @return the capacity, which is below n when memory ran out. */
+    /** Makes room for n bytes. A size equal to or above the capacity allocates a new buffer.
+        Returns the capacity, which is below n if allocation fails. */
     unsigned int ReallocateToNumBytes(unsigned int n);
-    /** The same for n 16-bit characters. */
+    /** Makes room for n 16-bit characters; see ReallocateToNumBytes(). */
     unsigned int ReallocateToNumChars(unsigned int n);
 
-    /** Builds the 16-bit copy anew from the bytes; there is none when memory runs out. */
+    /** Rebuilds the 16-bit copy from the bytes. If allocation fails, there is no copy. */
     void DuplicateWzBufferFromData() const;
-    /** The same for a string that is not constant. */
+    /** Same as above for a non-const string. */
     void DuplicateWzBufferFromData();
-    /** Builds the bytes anew from the 16-bit copy; when memory runs out the bytes stay, and the
-        16-bit copy is dropped. Where a character does not convert it becomes "?", and the bytes are
-        limited to 3 for each character in the const form and to 2 in the other. */
+    /** Rebuilds the bytes from the 16-bit copy. A character that cannot be converted becomes "?".
+        The result is limited to 3 bytes per character in this overload and to 2 in the other. If
+        allocation fails, the bytes are unchanged and the 16-bit copy is discarded. */
     void DuplicateDataFromWzBuffer() const;
-    /** The same with the narrower limit. */
+    /** Same as above, limited to 2 bytes per character. */
     void DuplicateDataFromWzBuffer();
 
-    /** Stores a text in the 16-bit copy, without a look at the bytes. */
+    /** Stores a text in the 16-bit copy without updating the bytes. */
     void ExpandBufferToWzBuffer(unsigned short* w);
-    /** Stores a text in the bytes, without a look at the 16-bit copy. */
+    /** Stores a text in the bytes without updating the 16-bit copy. */
     void ExpandBufferToDataBuffer(char* s);
 
-    /** Releases both buffers; the caller must give the string another before it is used. */
+    /** Releases both buffers. The caller must assign a new buffer before the string is used. */
     void FreeBuffers();
     /** Releases the 16-bit copy. */
     void FreeWzBuffer();
-    /** The state of a new string, over whatever there was. */
+    /** Initialises all fields to those of a new string without releasing anything. */
     void InitValue();
 
-    // Mutable, because reading a constant string may fill one buffer from the other. A capacity
-    // does not count the terminator, for which there is always room.
-    mutable unsigned short* m_wide;       /**< null when not built */
+    // Mutable because reading a constant string may build one buffer from the other. Capacities
+    // exclude the terminator, for which there is always room.
+    mutable unsigned short* m_wide;       /**< null if not built */
     mutable std::uint32_t m_wideLength;   /**< in characters */
-    mutable std::uint32_t m_wideCapacity; /**< 0 while a buffer is kept by Clear() */
-    mutable char* m_data;                 /**< one shared byte while the string has no buffer */
+    mutable std::uint32_t m_wideCapacity; /**< 0 while Clear() keeps a buffer */
+    mutable char* m_data;                 /**< a shared byte while the string has no buffer */
     mutable std::uint32_t m_length;       /**< in bytes */
     mutable std::uint32_t m_capacity;     /**< in bytes */
     std::uint32_t m_flags;                /**< bit 0: grow by doubling */
@@ -511,7 +534,7 @@ class GENUTIL_API CGNString {
     void TakeConverted(char* made);
 };
 
-/** The comparisons with the text on the left, which would else compare addresses. */
+/** Compares with the text on the left. Without these overloads, addresses would be compared. */
 inline unsigned char operator==(const char* s, const CGNString& text) {
     return text == s;
 }

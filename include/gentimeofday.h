@@ -7,94 +7,107 @@
 #include "genexport.h"
 #include "genstr.h"
 
-/** Hour, minute and second, with what formatting last gave and reading last found. Midnight is the
-    same value as the empty time. */
+/** A time of day. Also keeps the text that was last formatted and the values that were last parsed.
+    Midnight and the empty time are the same value. */
 class GENUTIL_API CGNTime {
   public:
-    /** The empty time. */
+    /** Constructs the empty time. */
     CGNTime();
-    /** Takes the three values unchecked and formats them into the display buffer. */
+    /** Stores the three values unchecked and formats them into the display buffer. */
     CGNTime(int hour, int minute, int second);
-    /** @param secondsFromMidnight below 0 counts as 0, above 86399 as 86399. */
+    /** Constructs a time from seconds since midnight. A number below 0 is treated as 0, a number
+        above 86399 as 86399. */
     explicit CGNTime(long secondsFromMidnight);
-    CGNTime(const CGNTime& other);            /**< a copy of all of it */
-    CGNTime& operator=(const CGNTime& other); /**< takes all of it */
+    CGNTime(const CGNTime& other);            /**< Copies every field. */
+    CGNTime& operator=(const CGNTime& other); /**< Copies every field. */
     ~CGNTime();
 
-    /** @return 1 when hour, minute, second and seconds from midnight are 0. */
+    /** Returns 1 if hour, minute, second and seconds since midnight are all 0. */
     unsigned char IsEmpty() const;
-    /** Empties the display buffer and zeroes all numbers but the range status. */
+    /** Clears the display buffer and every number except the range status. */
     void Empty();
 
-    int GetHour() const { return m_hour; }     /**< @return 0 to 23 */
-    int GetMinute() const { return m_minute; } /**< @return 0 to 59 */
-    int GetSecond() const { return m_second; } /**< @return 0 to 59 */
-    /** @return 0 to 86399. */
+    int GetHour() const { return m_hour; }     /**< Returns the hour, 0 to 23. */
+    int GetMinute() const { return m_minute; } /**< Returns the minute, 0 to 59. */
+    int GetSecond() const { return m_second; } /**< Returns the second, 0 to 59. */
+    /** Returns the seconds since midnight, 0 to 86399. */
     long GetSecondsFromMidnight() const { return m_secondsFromMidnight; }
-    /** @return 1 a time that was verified, 3 one out of range, 5 text that was not readable. */
+    /** Returns the range status: 1 for a verified time, 3 for a time out of range, 5 for text that
+        is not a time. */
     long GetTimeRangeStatus() const { return m_rangeStatus; }
-    /** Copies what was last formatted. @param out receives it. */
+    /** Copies the text that was last formatted to out. */
     void GetDisplayBuffer(CGNString& out) const { out = m_display; }
 
-    /** Checks hour (0 to 23), minute and second (0 to 59). The range status becomes 1, or 3.
-        @return whether all are in range. */
+    /** Returns 1 if hour is 0 to 23 and minute and second are 0 to 59. Sets the range status to 1
+        on success and to 3 on failure. */
     unsigned char VerifyTime(int hour, int minute, int second);
 
-    /** Replaces the display buffer by the time. @return 1. */
+    /** Replaces the display buffer with the time. Always returns 1. */
     unsigned char FormatForDisplay();
-    /** Appends the time, in the time format of the global locale, to the display buffer.
-        @return 1. */
+    /** Appends the time to the display buffer in the time format of the global locale. Always
+        returns 1. */
     unsigned char AddTimeString();
 
-    /** @return 1 when the global locale counts hours to 12. */
+    /** Returns 1 if the global locale uses a 12-hour clock. */
     static unsigned char Is12Hour();
-    /** The time separator of the global locale. @param out receives it. @return 1. */
+    /** Copies the time separator of the global locale to out. Always returns 1. */
     static unsigned char TimeSep(CGNString& out);
-    /** The earliest and the latest time of a day as they are displayed. @param earliest receives
-        00:00:00. @param latest receives 23:59:59. */
+    /** Formats the first and the last second of a day.
+        @param earliest receives 00:00:00 as displayed.
+        @param latest receives 23:59:59 as displayed. */
     static void GetMinMaxTimeRange(CGNString& earliest, CGNString& latest);
 
-    /* Each replaces out by one component of the time and returns 1. */
-    unsigned char Hour12(CGNString& out) const;   /**< "1" to "12" */
-    unsigned char Hour12LZ(CGNString& out) const; /**< "01" to "12" */
-    unsigned char Hour24(CGNString& out) const;   /**< "0" to "23" */
-    unsigned char Hour24LZ(CGNString& out) const; /**< "00" to "23" */
-    unsigned char Minute(CGNString& out) const;   /**< "5" */
-    unsigned char MinuteLZ(CGNString& out) const; /**< "05" */
-    unsigned char Second(CGNString& out) const;   /**< "9" */
-    unsigned char SecondLZ(CGNString& out) const; /**< "09" */
-    unsigned char AMPMMarker(
-        CGNString& out) const; /**< the locale's text for the half of the day */
+    /* Component formatters. Each function replaces out with one component of the time and returns
+       1. */
+    unsigned char Hour12(CGNString& out) const;   /**< Formats the hour, "1" to "12". */
+    unsigned char Hour12LZ(CGNString& out) const; /**< Formats the hour, "01" to "12". */
+    unsigned char Hour24(CGNString& out) const;   /**< Formats the hour, "0" to "23". */
+    unsigned char Hour24LZ(CGNString& out) const; /**< Formats the hour, "00" to "23". */
+    unsigned char Minute(CGNString& out) const;   /**< Formats the minute: "5". */
+    unsigned char MinuteLZ(CGNString& out) const; /**< Formats the minute with two digits: "05". */
+    unsigned char Second(CGNString& out) const;   /**< Formats the second: "9". */
+    unsigned char SecondLZ(CGNString& out) const; /**< Formats the second with two digits: "09". */
+    /** Writes the AM or PM text of the locale. */
+    unsigned char AMPMMarker(CGNString& out) const;
 
-    /** Reads a whole text as a time, as the locale writes it or in a form that parseTime knows; the
-        time follows. Text that cannot be read sets the range status 5, a time out of range 3; the
-        time then stays. @return whether a time was read. */
+    /** Parses a complete text as a time. Accepts the time format of the locale and every form that
+        parseTime() accepts. Returns 1 and sets the time on success. On failure, returns 0 and
+        leaves the time unchanged. The range status is then 5 if the text is not a time and 3 if the
+        time is out of range. */
     unsigned char FromString(const CGNString& text);
 
-    /** Reads up to three numbers, for hour, minute and second, with the separator and the AM and PM
-        texts of the global locale into the scratch values. Seconds from midnight are recomputed
-        from the time itself, not from what was read: copy that over first. 12 AM also sets the
-        hour to 0.
-        @param text the text. @param rest receives what is left; the whole text when a number is out
-        of range, and the range status is then 3.
-        @return whether a time was read; a text for AM or PM where hours count to 24 is a failure.
-     */
+    /** Reads up to three numbers for hour, minute and second into the scratch fields. Accepts the
+        separator and the AM and PM texts of the global locale. For 12 AM, also sets the hour of the
+        time itself to 0. The seconds since midnight are recomputed from the current time, not from
+        the scratch fields. Returns 1 if a time was read. An AM or PM text is an error if the locale
+        uses a 24-hour clock.
+        @param text the text.
+        @param rest receives the remaining text. If a number is out of range, it receives the
+            whole text and the range status is 3. */
     unsigned char GetTimeFromString(const CGNString& text, CGNString& rest);
 
-    /** Reads a time from the front of text into the scratch values: as GetTimeFromString, and also
-        with dots; with "h", "m", "s", "Uhr" or the characters of China, Japan and Korea behind the
-        numbers; with the AM and PM of the locale or of English in front or behind, in any letter
-        case and also where hours count to 24; in digits of any script or width. A fraction of a
-        second is read and dropped.
-        @param text the text. @param rest receives what is left; on failure it is left alone.
-        @return whether a time was read, with range status 1; else that is 5 for text that is no
-        time and 3 for one out of range. */
+    /** Reads a time from the start of text into the scratch fields. Accepts everything that
+        GetTimeFromString() accepts, and also:
+        - dots as separators,
+        - "h", "m", "s", "Uhr" or the Chinese, Japanese or Korean unit characters after the
+          numbers,
+        - AM and PM texts of the locale or in English, before or after the time, in any letter
+          case, with a 12-hour or a 24-hour clock,
+        - digits of any script or width.
+
+        A fraction of a second is skipped. Returns 1 and sets the range status to 1 if a time was
+        read. Otherwise the range status is 5 for text that is not a time and 3 for a time out of
+        range.
+        @param text the text.
+        @param rest receives the remaining text; unchanged on failure. */
     unsigned char parseTime(const CGNString& text, CGNString& rest);
-    /** As CGNDate::extractDateWord. */
+    /** Reads the first word of a text. See CGNDate::extractDateWord(). */
     static unsigned char extractTimeWord(const CGNString& text, CGNString& word, CGNString& rest);
-    /** Looks for an AM or PM text, of the locale or in English, at the front of text, behind
-       blanks, in any letter case. @param text the text. @param pm receives 0 or 1. @param rest
-       receives what follows. @return whether there is one; if not, pm and rest are left alone. */
+    /** Reads an AM or PM text, of the locale or in English, from the start of text. Ignores leading
+        blanks and letter case. Returns 1 if one was found.
+        @param text the text.
+        @param pm receives 0 for AM or 1 for PM; unchanged if none was found.
+        @param rest receives the remaining text; unchanged if none was found. */
     static unsigned char FindAMPMMarker(const CGNString& text, long& pm, CGNString& rest);
 
   private:

@@ -1,16 +1,17 @@
-/* The zone of the process, and that of each thread.
+/* The time zone of the process and of each thread.
 
-   The C library converts by one zone, that of the variable TZ. A server that has users in several
-   zones keeps the zone of each thread in the thread's variable "timezone" (CGNLclSt, osthread.h);
-   before every conversion the date classes make it that of the process, under their mutex:
+   The C library converts times in a single zone, which the environment variable TZ names. A server
+   with users in several time zones stores the zone of each thread in its thread-local variable
+   "timezone" (CGNLclSt, osthread.h). Before each conversion, the date classes make that zone the
+   zone of the process while they hold their mutex:
 
        CGNLclSt::Instance()->Init(10);
-       CGNLclSt::Instance()->SetLocalVariable("timezone", zone);     // "Asia/Tokyo", kept by you
+       CGNLclSt::Instance()->SetLocalVariable("timezone", zone);     // "Asia/Tokyo", owned by you
        CGNDateTime::LocalTimeTS(now, local);                         // in Tokyo
 
-   A zone is what TZ takes: a rule such as "CET-1CEST,M3.5.0,M10.5.0/3", or a name of the tz
-   database such as "Asia/Tokyo". The conversions of this library understand both on every system;
-   the C library of Windows understands rules only. A text that is neither means UTC. */
+   A zone is given in the syntax of TZ: a rule such as "CET-1CEST,M3.5.0,M10.5.0/3" or a name of the
+   tz database such as "Asia/Tokyo". This library understands both on every system. The C library of
+   Windows understands rules only. Any other text means UTC. */
 #ifndef GENUTIL_GENTIMEZONE_H
 #define GENUTIL_GENTIMEZONE_H
 
@@ -23,33 +24,35 @@ namespace genutil {
 struct ZoneAccess;
 }
 
-/** Switches the zone of the process. */
+/** Switches the time zone of the process. */
 class GENUTIL_API OSTimeZone {
   public:
-    /** @return the instance, made by the first call, which remembers the zone that TZ has then;
-       null when memory runs out. Not synchronised: called first while the process starts. */
+    /** Returns the instance. The first call creates it and records the current value of TZ. Returns
+        null if allocation fails. Not synchronised; make the first call while the process starts. */
     static OSTimeZone* GetInstance();
-    /** Destroys the instance; TZ stays as it is. */
+    /** Destroys the instance. TZ is unchanged. */
     static void Free();
 
-    OSTimeZone(const OSTimeZone& other);            /**< a copy of all of it */
-    OSTimeZone& operator=(const OSTimeZone& other); /**< takes all of it */
+    OSTimeZone(const OSTimeZone& other);            /**< Copies every field. */
+    OSTimeZone& operator=(const OSTimeZone& other); /**< Copies every field. */
     ~OSTimeZone();
 
-    /** @return the variable TZ; empty when it is not set. */
+    /** Returns the value of TZ, or an empty string if TZ is not set. */
     CGNString GetTZ() const;
-    /** @return what TZ was when the instance was made; empty when it was not set. */
+    /** Returns the value of TZ when the instance was created, or an empty string if TZ was not
+        set. */
     CGNString GetSystemTZ() const;
 
-    /** Sets TZ and has the C library read it, unless it has that value. Where there was no zone, a
-        placeholder is set first. Does nothing in a process that is not threaded.
-        @param zone at most 124 bytes; a longer one is not set. Empty or null removes TZ: the zone
-       is then that of the machine. */
+    /** Sets TZ and makes the C library read it, unless TZ already has that value. If TZ was unset
+        or empty, a placeholder is set first. Does nothing in a process that is not threaded.
+        @param zone at most 124 bytes; a longer zone is ignored. Empty or null removes TZ, so
+            that the zone of the machine applies. */
     void SetTZ(const char* zone);
 
-    /** Makes the calling thread's zone that of the process; a thread without one leaves it. In a
-        process that is not threaded the C library reads TZ anew, and without TZ the zone of the
-        machine, once a second at most. */
+    /** Makes the zone of the calling thread the zone of the process. If the thread has no zone, the
+        zone of the process is unchanged. In a process that is not threaded, makes the C library
+        read TZ again. If TZ is not set there, reads the zone of the machine again at most once per
+        second. */
     void SetThreadTZ();
 
   private:
@@ -63,10 +66,10 @@ class GENUTIL_API OSTimeZone {
     static OSTimeZone* m_instance;
 };
 
-/** Converts a moment by the rules that the operating system has for its own zone in this year,
-    whatever TZ says on Windows.
-    @param utc seconds since 1970. @return the local time in the C library's record for gmtime,
-   valid until its next use; null when there is no such time. */
+/** Converts a moment to local time with this year's time zone rules of the operating system. On
+    Windows the result does not depend on TZ. Returns the C library's record for gmtime, valid until
+    its next use, or null if the moment cannot be converted.
+    @param utc seconds since 1970. */
 GENUTIL_API struct tm* GetLocalTimeFromUCT(const long* utc);
 
 #endif

@@ -1,4 +1,4 @@
-/* Trace: lines for a log file and for standard output, chosen by category.
+/* Trace: messages for a log file and for standard output, selected by category.
 
        CGNGlobalTrace* trace = CGNGlobalTrace::Instance();
        trace->Init();
@@ -11,8 +11,8 @@
 
        11/21/26 09:30:12 :: TID 4711 :: reader : 12 rows : Line    42 in reader.cpp
 
-   The thread is named once the process is threaded (OSSetThreaded). A line is written whole, in one
-   piece, whatever its length and however many threads write. */
+   The thread identifier is included once the process is threaded (OSSetThreaded). Each message is
+   written in one piece, whatever its length and however many threads write. */
 #ifndef GENUTIL_GENTRACE_H
 #define GENUTIL_GENTRACE_H
 
@@ -28,82 +28,96 @@ struct _osmutex;
 /** The text "Line %5d in %s" of a source position. */
 class GENUTIL_API CGNTraceFileLine : public CGNString {
   public:
-    /** @param line a line number. @param file the name of a source file; null for none. */
+    /** Formats a source position.
+        @param line the line number.
+        @param file name of the source file; null for none. */
     CGNTraceFileLine(long line, const char* file);
 };
 
-/** A channel for messages. A copy shares the stream and the mutex of its source: only one of the
-   two may be destroyed while the other is used. */
+/** A message channel. A copy shares the stream and the mutex of its source, so destroying one of
+    the two makes the other unusable. */
 class GENUTIL_API CGNTrace {
   public:
-    /** Off: no output, no category, date and source position on, no mutex. */
+    /** Constructs a disabled trace: no output, no categories, no mutex. Date and source position
+        are enabled. */
     CGNTrace();
-    /** Shares everything. */
+    /** Copies every field. The stream and the mutex are shared. */
     CGNTrace(const CGNTrace& other) = default;
-    /** Shares everything; what this trace had is not released. */
+    /** Copies every field. The stream and the mutex are shared; those that this trace had are not
+        released. */
     CGNTrace& operator=(const CGNTrace& other) = default;
     /** Closes the file and destroys the mutex. */
     virtual ~CGNTrace();
 
-    /** Creates the mutex; to be called before the first message. @return 1 when there is one. */
+    /** Creates the mutex. Call it before the first message. Returns 1 if the mutex exists. */
     unsigned char Init();
 
-    /** @return 1 when a message of these categories is written: all bits of mask are enabled, or
-       all enabled bits lie within mask. 0 while there is no output, no category, or mask is 0. */
+    /** Returns 1 if a message with these categories is written. This is the case if all bits of
+        mask are enabled or if mask contains all enabled bits. Returns 0 if there is no output, no
+        category is enabled, or mask is 0. */
     unsigned char IsEnabled(short mask) const;
 
-    /** Enables the categories whose bits are set. */
+    /** Enables the categories whose bits are set and disables all others. */
     void ResetMask(short mask);
-    /** @return the enabled categories. */
+    /** Returns the enabled categories. */
     short GetTraceSetting() const;
 
-    /** Chooses where messages go: bit 0 the log file, bit 1 standard output. 0 and 2 close the file
-        and forget its name and size.
-        @return 0, with nothing changed, when bit 0 is set and no file is open. */
+    /** Selects the destinations of messages: bit 0 is the log file, bit 1 is standard output. The
+        values 0 and 2 also close the file and discard its name and size. Returns 0 and changes
+        nothing if bit 0 is set and no file is open. */
     unsigned char ResetOutput(char output);
 
-    /** Chooses where messages go, and the log file, which is appended to. The file that is open
-        stays open when it is named again. With bit 0 of output clear as ResetOutput(output).
-        @param output as above. @param name path of the file, as in osfile.h, read anew when the
-        file starts over. @param maxSize bytes at which it does, 0 for never.
-        @return 0 for an empty name, and when the file does not open (output and size are kept then,
-        and messages for the file are dropped). */
+    /** Selects the destinations of messages and opens the log file for appending. A file that is
+        already open under the same name is kept open. If bit 0 of output is clear, this is
+        ResetOutput(output). Returns 0 and changes nothing if name is empty. Returns 0 if the file
+        cannot be opened; output and size are then stored, and messages for the file are discarded.
+        @param output the destinations, as above.
+        @param name path of the file, as in osfile.h. A relative path is resolved again when the
+            file starts over.
+        @param maxSize size in bytes at which the file starts over; 0 for never. */
     unsigned char ResetOutput(char output, CGNString& name, long maxSize);
 
-    /** Sets the size in bytes at which the file starts over; 0 for never. Takes no lock. */
+    /** Sets the size in bytes at which the file starts over; 0 for never. Not synchronised. */
     void ResetSize(long size);
 
-    /** Whether lines end in their source position. Takes no lock. */
+    /** Enables the source position at the end of messages if on is nonzero. Otherwise disables it.
+        Not synchronised. */
     void ResetFileLine(char on);
-    /** ResetFileLine(1). */
+    /** Calls ResetFileLine(1). */
     void EnableFileLine();
-    /** ResetFileLine(0). */
+    /** Calls ResetFileLine(0). */
     void DisableFileLine();
-    /** Lines begin with the local date and time. Takes no lock. */
+    /** Enables the local date and time at the start of messages. Not synchronised. */
     void EnableDateTime();
-    /** Lines do not begin with the date. Takes no lock. */
+    /** Disables the date and time at the start of messages. Not synchronised. */
     void DisableDateTime();
 
-    /** Copies out the output bits, the name of the file and the size. Null where not wanted. */
+    /** Returns the destinations, the name of the file and its maximum size through the pointers. A
+        null pointer is skipped. */
     void GetOutput(char* output, CGNString* name, long* size) const;
-    /** @return the stream of the log file, null when none is open; owned by the trace. */
+    /** Returns the stream of the log file, owned by the trace, or null if no file is open. */
     FILE* GetTraceFile();
 
-    /** Writes a message when its categories are enabled.
-        @param fileLine the source position, null for none. @param mask categories of the message.
-        @param module what speaks; may be empty. @param format as printf takes it. */
+    /** Writes a message if its categories are enabled.
+        @param fileLine the source position; null for none.
+        @param mask categories of the message.
+        @param module name of the reporting module; may be empty.
+        @param format a printf format. */
     void WriteMsg(const char* fileLine, short mask, const CGNString& module, const char* format,
                   ...) GENUTIL_PRINTF(5, 6);
 
-    /** Writes a message whose format is a string resource; an empty one where it is not found.
-        @param fileLine the source position, null for none. @param mask categories of the message.
-        @param module what speaks; may be empty. @param messageId number of the resource. */
+    /** Writes a message whose printf format is a string resource. An unknown resource is treated as
+        an empty format.
+        @param fileLine the source position; null for none.
+        @param mask categories of the message.
+        @param module name of the reporting module; may be empty.
+        @param messageId number of the resource. */
     void WriteMsg(const char* fileLine, short mask, const CGNString& module, long messageId, ...);
 
   private:
     void DoWriteMsg(const char* fileLine, const char* module, const char* format,
                     va_list arguments);
-    // WriteMsg that needs no string object, for reports of a memory that has run out.
+    // WriteMsg without a string object, for reporting allocation failures.
     void WriteText(const char* fileLine, short mask, const char* module, const char* format, ...)
         GENUTIL_PRINTF(5, 6);
     friend class CGNAssert;
@@ -123,10 +137,10 @@ class GENUTIL_API CGNTrace {
 /** The trace of the process. */
 class GENUTIL_API CGNGlobalTrace : public CGNTrace {
   public:
-    /** @return the instance, created at first (without Init). Not synchronised: call it first while
-        the process starts. */
+    /** Returns the instance. The first call creates it; Init() is a separate call. Not
+        synchronised; make the first call while the process starts. */
     static CGNGlobalTrace* Instance();
-    /** Destroys the instance; the next Instance() creates another. */
+    /** Destroys the instance. The next call of Instance() creates a new one. */
     static void Free();
 
   private:

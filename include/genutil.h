@@ -1,4 +1,4 @@
-/* Every exported family of the library. */
+/* The whole library: includes every exported header. */
 #ifndef GENUTIL_GENUTIL_H
 #define GENUTIL_GENUTIL_H
 

@@ -1,10 +1,10 @@
-/* Multibyte text: the current code set, stepping through text one character at a time, string
-   functions that never split a character, and conversion between code sets. Usable from C and C++.
+/* Multibyte text: the current code set, iteration over characters, string functions that never
+   split a character, and conversion between code sets. Usable from C and C++.
 
-   A text is a NUL-terminated string of bytes in a code set, a small number that names a byte
-   encoding (enum mbCodeSet). One code set is current for the whole process; the functions without
-   a code-set argument work in it. It is chosen from the user's locale by the first call that needs
-   it and changes only through InitMbutil and InitMbutilExt.
+   A text is a NUL-terminated string of bytes in a code set. A code set is a byte encoding
+   identified by a small number (enum mbCodeSet). One code set is current for the whole process, and
+   functions without a code set parameter use it. The first call that needs the current code set
+   derives it from the user's locale. Only InitMbutil and InitMbutilExt change it afterwards.
 
        InitMbutil();                      follow the user's locale
        InitMbutilExt(mbShiftJis);         or choose one
@@ -13,10 +13,11 @@
            if ((i = mbnextidx(text, i)) == 0) break;
        }
 
-   Unless a function says otherwise: lengths and indexes are bytes and count from 0; a sequence that
-   is invalid in the code set is stepped as characters of one byte; nothing allocates, nothing
-   throws, no buffer is kept. The current code set is unprotected: set it before threads run. With
-   that, every function but mbstrtok may be called from any thread at any time. */
+   Unless stated otherwise, lengths and indexes are in bytes and count from 0. A sequence that is
+   invalid in the code set is treated as characters of one byte. Functions neither allocate nor
+   throw, and they do not retain pointers to buffers. The current code set is not synchronised; set
+   it before other threads start. With that condition, every function except mbstrtok,
+   mbSetCurrentLocale and mbSetTZone may be called from any thread. */
 #ifndef GENUTIL_MBUTIL_H
 #define GENUTIL_MBUTIL_H
 
@@ -33,18 +34,18 @@ extern "C" {
 
 /* -- Code sets ------------------------------------------------------------------------------- */
 
-/** The numbers that name code sets. Numbers that are not listed count as single-byte. */
+/** Code set numbers. A number that is not listed is treated as a single-byte code set. */
 enum mbCodeSet {
     mbWestern = 0, /**< Windows-1252, the default */
     mb8859_1 = 1,
     mb8859_15 = 2,
-    mbJis = 3, /**< ISO-2022-JP; its escape sequences are never stepped as characters */
+    mbJis = 3, /**< ISO-2022-JP; escape sequences are not treated as characters */
     mbEucJp = 4,
-    mbShiftJis = 5, /**< conversions take the Windows form, code page 932 */
+    mbShiftJis = 5, /**< converted as Windows code page 932 */
     mbReserved6 = 6,
-    mbGb2312 = 7, /**< conversions take code page 936 */
+    mbGb2312 = 7, /**< converted as code page 936 */
     mbEucCn = 8,
-    mbBig5 = 9, /**< conversions take code page 950 */
+    mbBig5 = 9, /**< converted as code page 950 */
     mbEucTw = 10,
     mbKorean = 11, /**< unified Korean, code page 949 */
     mbJohab = 12,
@@ -69,62 +70,64 @@ enum mbCodeSet {
     mbWindows874 = 40,
     mbIso2022Cn = 41,
     mbIso2022Kr = 42,
-    mbUtf16 = 64, /**< conversions take little-endian units; a byte-order mark is honoured */
-    mbUtf8 = 65   /**< stepped byte by byte; only the conversions know its characters */
+    mbUtf16 = 64, /**< converted as little-endian units; a byte-order mark is respected */
+    mbUtf8 = 65   /**< characters are recognised by conversions only; one byte each elsewhere */
 };
 
-/** Derives the current code set from the user's locale, each time it is called.
-    @return the code set that was current before. */
+/** Derives the current code set from the user's locale on every call. Returns the previous code
+    set. */
 GENUTIL_API int InitMbutil(void);
 
-/** Makes codeSet current, unchecked. It does not count as the initialisation that other functions
-    wait for: call InitMbutil first, or the first of them overrides the choice.
-    @return the code set that was current before. */
+/** Sets the current code set, unchecked. Returns the previous code set. Call InitMbutil first;
+    otherwise the first function that needs the current code set initialises it and overrides this
+    choice. */
 GENUTIL_API int InitMbutilExt(int codeSet);
 
-/** @return the current code set; never initialises. */
+/** Returns the current code set. Never initialises it. */
 GENUTIL_API int mbGetLocaleCodeSet(void);
 
-/** @return whether the current code set has characters of more than one byte (3 to 5, 7 to 13). */
+/** Returns true if the current code set has characters of more than one byte (3 to 5, 7 to 13). */
 GENUTIL_API bool mbIsMultiByte(void);
 
-/** @return 1 when the current code set is Japanese (3, 4 or 5), else 0. */
+/** Returns 1 if the current code set is Japanese (3, 4 or 5), or else 0. */
 GENUTIL_API unsigned char mbIsJapanese(void);
 
-/** Writes the name of the current code set, such as "SJIS" (empty for an unlisted number).
-    @param ignored has no effect: programs pass a number and expect the current name.
-    @param dst receives at most 11 characters and a terminator.
-    @return dst. Never initialises. */
+/** Writes the name of the current code set, such as "SJIS", or an empty text for an unlisted
+    number. Returns dst. Never initialises the current code set.
+    @param ignored has no effect; existing programs pass a number and expect the current name.
+    @param dst receives at most 11 characters and a terminator. */
 GENUTIL_API char* SetCodePage(int ignored, char* dst);
 
-/** @return the code set that a free-form name denotes ("Shift-JIS", "cp1250", "ISO-8859-15"); the
-    first known keyword in it decides, in any letter case, with "-" as "_". 0 for null, empty and
-    unknown names. */
+/** Returns the code set of a free-form name such as "Shift-JIS", "cp1250" or "ISO-8859-15". The
+    first known keyword in the name decides. Letter case is ignored and "-" equals "_". Returns 0
+    for null, empty and unknown names. */
 GENUTIL_API int mbGetCodeSet(const char* name);
 
-/** @return the code set of a MIME character-set name ("shift_jis", "euc-kr"), in any letter case;
-    for any other name what mbGetCodeSet gives. 0 for null and empty. */
+/** Returns the code set of a MIME character set name such as "shift_jis" or "euc-kr", ignoring
+    letter case. Any other name is passed to mbGetCodeSet. Returns 0 for null and empty names. */
 GENUTIL_API int mbGetCodeSetFromCharset(const char* name);
 
-/** Writes the MIME character-set name of a code set (empty when it has none, as 6 and 12).
+/** Writes the MIME character set name of a code set. The name is empty if the code set has none,
+    such as 6 and 12.
     @param dst receives at most 21 characters and a terminator.
-    @param codeSet the code set to name. */
+    @param codeSet the code set. */
 GENUTIL_API void SetCharset(char* dst, int codeSet);
 
-/** Rewrites an ISO 8859 MIME name into that of the Windows code page used for the same text.
-    @param name at least 13 bytes; changed only for ISO 8859-1, -2, -4 to -9 and -15.
-    @return null when name has no "8859" in it; name otherwise, changed or not. */
+/** Replaces the MIME name of an ISO 8859 character set with that of the corresponding Windows code
+    page. Returns null if name does not contain "8859". Otherwise returns name.
+    @param name buffer of at least 13 bytes; modified only for ISO 8859-1, -2, -4 to -9 and -15. */
 GENUTIL_API char* MapToWindowsCharsetName(char* name);
 
-/* -- Locales ---------------------------------------------------------------------------------
+/* -- Locales ----------------------------------------------------------------------------------
 
-   A locale goes by its name: language, "_" and country ("ja_JP"), for a few with a variant behind
-   ("es_ES_T"). The library has a table of them with their Windows identifiers; names in it are
-   case-sensitive. What a name has behind the first "." or "@" is no part of it there.
+   A locale is identified by its name: language, "_" and country ("ja_JP"), in a few cases followed
+   by a variant ("es_ES_T"). The library has a table of locale names with their Windows locale
+   identifiers. Its names are case-sensitive. The part of a name after the first "." or "@" is
+   ignored there.
 
-   A handle is a locale that was found once and can be asked about. Opening, choosing and closing
-   handles never changes the current code set. Handles may be asked by any thread at any time; the
-   choice of the current one is a plain switch for the whole process.
+   A handle represents a locale that has been looked up. Opening, selecting and closing handles
+   never changes the current code set. Handles may be queried from any thread. The current handle
+   belongs to the whole process and is not synchronised.
 
        mbLocale locale = mbOpenLocale("ja_JP.eucJP", mbOpenBest, NULL);
        mbLocaleLCID(locale);                                              0x0411
@@ -132,435 +135,497 @@ GENUTIL_API char* MapToWindowsCharsetName(char* name);
        mbGetLocalePart(locale, mbPartCountry, name, sizeof name);         "JP"
        mbCloseLocale(locale); */
 
-/** A locale that was opened; null, wherever one is taken, is the user's. */
+/** A locale handle. Null means the user's locale in every function with a handle parameter. */
 typedef struct mbLocaleRecord* mbLocale;
 
-/** Receives a line about what an opening found, without a line end. */
+/** Receives the result of a lookup as a line of text without a line end. */
 typedef void (*mbLocaleTrace)(const char* line);
 
-/** How far a name may be from those in the table. */
+/** Accepted deviation of a locale name from the names in the table. */
 enum mbLocaleKind {
-    mbOpenExact = 0,   /**< one of the table, and what may stand behind it */
-    mbOpenSpelled = 1, /**< also in any letter case, with "-", or an identifier ("0x0411") */
-    mbOpenBest = 2     /**< also a language without a country, or with one that the table lacks */
+    mbOpenExact = 0,   /**< a name in the table, optionally with a "." or "@" part */
+    mbOpenSpelled = 1, /**< also any letter case, "-" for "_", or an identifier ("0x0411") */
+    mbOpenBest = 2     /**< also a language alone or with an unknown country */
 };
 
-/** Opens a locale by its name. With mbOpenBest "de" and "de_XX" open "de_DE", the usual country of
-    the language.
-    @param name the name, may be "ja_JP.SJIS" or "de_DE@euro"; null or empty for the user's locale.
-    @param kind one of mbLocaleKind; any other number counts as mbOpenBest.
-    @param trace is called once with what was found or that nothing was; may be null.
-    @return the handle, to be closed; null when the locale is not known or memory runs out. */
+/** Opens a locale by name. With mbOpenBest, "de" and "de_XX" open "de_DE", the usual country of the
+    language. Returns the handle, to be closed with mbCloseLocale. Returns null if the locale is
+    unknown or allocation fails.
+    @param name the name, such as "ja_JP.SJIS" or "de_DE@euro"; null or empty for the user's
+        locale.
+    @param kind one of mbLocaleKind; any other number is treated as mbOpenBest.
+    @param trace called once with the result of the lookup; may be null. */
 GENUTIL_API mbLocale mbOpenLocale(const char* name, int kind, mbLocaleTrace trace);
 
-/** Closes a handle; null is allowed. When it was the current one, that is the user's again. */
+/** Closes a handle; null is ignored. If the handle was current, the user's locale becomes
+    current. */
 GENUTIL_API void mbCloseLocale(mbLocale locale);
 
-/** @return the handle that mbSetCurrentLocale last made current; null at first. */
+/** Returns the handle last set by mbSetCurrentLocale; null initially. */
 GENUTIL_API mbLocale mbGetCurrentLocale(void);
 
-/** Makes a handle current, for the application's own use. @return the one that was. */
+/** Sets the current handle, for use by the application. Returns the previous one. */
 GENUTIL_API mbLocale mbSetCurrentLocale(mbLocale locale);
 
-/** @return the Windows locale identifier of a handle. */
+/** Returns the Windows locale identifier of a handle. */
 GENUTIL_API unsigned long mbLocaleLCID(mbLocale locale);
 
-/** @return the code set that the handle's name was opened with ("ja_JP.eucJP"); when it named none
-    that is known, the one that the locale's texts come in. */
+/** Returns the code set in the name with which the handle was opened ("ja_JP.eucJP"). If the name
+    contains no known code set, returns the code set of the locale's texts. */
 GENUTIL_API int mbLocaleCodeSet(mbLocale locale);
 
 /** The parts of a locale's name. */
 enum mbLocalePart {
-    mbPartName = 0,     /**< as the table has it: "es_ES_T" */
+    mbPartName = 0,     /**< the name in the table: "es_ES_T" */
     mbPartLanguage = 1, /**< "es" */
-    mbPartCountry = 2,  /**< "ES"; empty where the name has none */
-    mbPartVariant = 3,  /**< "T"; empty for most */
-    mbPartCharset = 4   /**< what stood behind "." when it was opened: "SJIS" */
+    mbPartCountry = 2,  /**< "ES"; empty if the name has none */
+    mbPartVariant = 3,  /**< "T"; empty for most locales */
+    mbPartCharset = 4   /**< the part after "." when the locale was opened: "SJIS" */
 };
 
-/** Writes a part of a handle's name. @param locale the handle. @param part one of mbLocalePart.
-    @param out receives the part; empty when it does not fit. @param size bytes of out.
-    @return its length; 0 when it is empty or does not fit. */
+/** Writes a part of a handle's name. Returns its length in bytes, or 0 if the part is empty or does
+    not fit.
+    @param locale the handle.
+    @param part one of mbLocalePart.
+    @param out receives the part; empty if it does not fit.
+    @param size size of out in bytes. */
 GENUTIL_API int mbGetLocalePart(mbLocale locale, int part, char* out, int size);
 
-/** @return the Windows locale identifier of a locale name such as "ja_JP" ("en_US.UTF-8" and the
-    like are cut at the first "." or "@"); for null or empty that of the user's locale; 0 when the
-    name is not known. Of names that stand several times the first with an identifier of its own. */
+/** Returns the Windows locale identifier of a locale name such as "ja_JP". The name ends at the
+    first "." or "@", as in "en_US.UTF-8". Null or empty means the user's locale. Returns 0 if the
+    name is unknown. If the table lists a name several times, the first entry with an identifier of
+    its own counts. */
 GENUTIL_API unsigned long mbGetLCID(const char* localeName);
 
-/** Writes the MIME name of the code set that the texts of a locale come in ("shift_jis" for
-    "ja_JP", "windows-1252" for "en_US.UTF-8": what follows a "." does not count).
-    @param dst receives the name; empty when it does not fit. @param size bytes of dst.
-    @param localeName null or empty for the user's locale; an unknown one counts as Western.
-    @return the length of the name, 0 when it does not fit. */
+/** Writes the MIME name of the code set of a locale's texts: "shift_jis" for "ja_JP",
+    "windows-1252" for "en_US.UTF-8", because the part after "." is ignored. Returns the length of
+    the name in bytes, or 0 if it does not fit.
+    @param dst receives the name; empty if it does not fit.
+    @param size size of dst in bytes.
+    @param localeName the locale; null or empty for the user's locale. An unknown name is
+        treated as Western. */
 GENUTIL_API int mbDefaultCodePageForLocale(char* dst, int size, const char* localeName);
 
-/** Which locales an enumeration lists. */
+/** The locales that an enumeration lists. */
 enum mbLocaleSelection {
-    mbSelectCodeSet = 0, /**< those whose texts come in the current code set */
-    mbSelectSystem = 1,  /**< those that the operating system has settings for */
-    mbSelectAll = 2      /**< all of the table */
+    mbSelectCodeSet = 0, /**< locales whose texts are in the current code set */
+    mbSelectSystem = 1,  /**< locales that the operating system supports */
+    mbSelectAll = 2      /**< all locales of the table */
 };
 
-/** Steps through the names of the table, each listed once.
-    @param name receives the next name; empty when it does not fit (16 bytes always do).
-    @param size bytes of name. @param cursor1 -1 begins; then where the enumeration stands.
-    @param cursor2 -1 begins; then the number of names listed before this one.
-    @param select one of mbLocaleSelection; any other number lists all.
-    @return the length of the name, fitting or not; 0, with name as it was, behind the last one. */
+/** Enumerates the names in the table, each one once. Returns the length of the name in bytes even
+    if it does not fit. Returns 0 and leaves name unchanged after the last one.
+    @param name receives the next name; empty if it does not fit (16 bytes always suffice).
+    @param size size of name in bytes.
+    @param cursor1 position of the enumeration; -1 starts it.
+    @param cursor2 number of names listed before this one; -1 starts the enumeration.
+    @param select one of mbLocaleSelection; any other number lists all names. */
 GENUTIL_API int mbGetNextLocaleEx(char* name, int size, int* cursor1, int* cursor2, int select);
 
-/** How a locale is called. */
+/** Styles of a locale's description. */
 enum mbLocaleStyle {
-    mbStyleNative = 0,   /**< in its own language, where the current code set has the letters */
+    mbStyleNative = 0,   /**< in its own language, if the current code set has the characters */
     mbStyleLanguage = 1, /**< its language in English */
     mbStyleEnglish = 2   /**< "English (United States)" */
 };
 
-/** Writes a description of a locale for people to read, in the current code set. The English ones
-    are the library's own, the same on every system.
-    @param out receives the text, cut at a whole character when it does not fit (128 bytes always
-    do). @param size bytes of out. @param name a name of the table; null or empty for the user's.
-    @param style one of mbLocaleStyle; any other number counts as mbStyleEnglish.
-    @return 1; 0, with out empty, when the name is not known. */
+/** Writes a description of a locale for users, in the current code set. English descriptions come
+    from the library and are the same on every system. Returns 1 on success. Returns 0 and empties
+    out if the name is unknown.
+    @param out receives the text, cut at a character boundary if it does not fit (128 bytes
+        always suffice).
+    @param size size of out in bytes.
+    @param name a name in the table; null or empty for the user's locale.
+    @param style one of mbLocaleStyle; any other number is treated as mbStyleEnglish. */
 GENUTIL_API int mbDisplayLocale(char* out, int size, const char* name, int style);
 
-/* -- Time zones ------------------------------------------------------------------------------
+/* -- Time zones -------------------------------------------------------------------------------
 
-   A time zone goes by its name in the tz database ("Asia/Tokyo"); wherever one is taken, the name
-   that Windows has for it ("Tokyo Standard Time") does as well. A zone that is the system's own
-   and has no name in the database keeps the system's. Names are case-sensitive.
+   A time zone is identified by its name in the tz database ("Asia/Tokyo"). Every function also
+   accepts the Windows name of the zone ("Tokyo Standard Time"). A zone of the system without a name
+   in the database keeps its system name. Names are case-sensitive.
 
        mbTZoneCursor cursor = mbFirstTZone;
        while (mbGetNextTZone(name, sizeof name, &cursor)) {
            mbDisplayTZone(text, sizeof text, name);      "(UTC+09:00) Tokyo, Japan"
        }
 
-   The zones are gathered from the system by the first call that needs them, once for the process;
-   from then on any thread may call every function but mbSetTZone. */
+   The first call that needs the zones reads them from the system, once per process. After that,
+   every function except mbSetTZone may be called from any thread. */
 
-/** Where an enumeration of zones stands. All bytes 0xFF, as in mbFirstTZone, begin a new one. */
+/** Position of an enumeration of time zones. Setting all bytes to 0xFF, as in mbFirstTZone, starts
+    a new enumeration. */
 typedef struct mbTZoneCursor {
-    int position[4]; /**< the library's; copied as a whole */
+    int position[4]; /**< for use by the library; copy the array as a whole */
 } mbTZoneCursor;
-/** The cursor in front of the first zone. */
+/** The cursor value before the first zone. */
 #define mbFirstTZone       \
     {                      \
         { -1, -1, -1, -1 } \
     }
 
-/** Steps through the time zones that the system knows, from west to east.
-    @param name receives the next zone's name; empty when it does not fit (48 bytes always do).
-    @param size bytes of name. @param cursor where the enumeration stands.
-    @return the length of the name, fitting or not; 0, with name as it was, behind the last zone. */
+/** Enumerates the time zones of the system from west to east. Returns the length of the name in
+    bytes even if it does not fit. Returns 0 and leaves name unchanged after the last zone.
+    @param name receives the name of the next zone; empty if it does not fit (48 bytes always
+        suffice).
+    @param size size of name in bytes.
+    @param cursor position of the enumeration. */
 GENUTIL_API int mbGetNextTZone(char* name, int size, mbTZoneCursor* cursor);
 
-/** Writes what a zone is called for a user to choose it: its offset in standard time and its place
-    in English, in the current code set.
-    @param out receives the text, cut at a whole character when it does not fit (128 bytes always
-    do). @param size bytes of out. @param name the zone. @return 1; 0, with out empty, when the
-    system does not know the zone. */
+/** Writes a description of a zone for users: its offset in standard time and its place in English,
+    in the current code set. Returns 1 on success. Returns 0 and empties out if the system does not
+    know the zone.
+    @param out receives the text, cut at a character boundary if it does not fit (128 bytes
+        always suffice).
+    @param size size of out in bytes.
+    @param name the zone. */
 GENUTIL_API int mbDisplayTZone(char* out, int size, const char* name);
 
-/** Writes the rule of a zone that is in force today as the variable TZ takes it on every system:
-    "JST-9", "CET-1CEST,M3.5.0,M10.5.0/3". The names in it may differ between systems.
-    @param out receives the rule; empty when it does not fit (64 bytes always do). @param size bytes
-    of out. @param name the zone. @return its length; 0 when it does not fit or is not known. */
+/** Writes the current rule of a zone in the syntax that TZ has on every system: "JST-9",
+    "CET-1CEST,M3.5.0,M10.5.0/3". The abbreviations in it may differ between systems. Returns the
+    length in bytes, or 0 if the rule does not fit or the zone is unknown.
+    @param out receives the rule; empty if it does not fit (64 bytes always suffice).
+    @param size size of out in bytes.
+    @param name the zone. */
 GENUTIL_API int mbGetTZoneRule(char* out, int size, const char* name);
 
-/** Writes the name that Windows has for a zone of the tz database, older names of it included, as
-    a table in the library has it, whichever system this is.
-    @param out receives the name; empty when it does not fit. @param size bytes of out. @param name
-    the zone's name in the tz database.
-    @return its length; 0 when it does not fit or Windows has no such zone. */
+/** Writes the Windows name of a zone of the tz database. Older names in the database are accepted.
+    The name comes from a table in the library and is the same on every system. Returns the length
+    in bytes, or 0 if the name does not fit or Windows has no such zone.
+    @param out receives the name; empty if it does not fit.
+    @param size size of out in bytes.
+    @param name the zone's name in the tz database. */
 GENUTIL_API int mbGetWindowsTZone(char* out, int size, const char* name);
 
-/** The reverse: the name in the tz database for a zone of Windows, that of its best-known place.
-    @param out receives the name; empty when it does not fit. @param size bytes of out.
-    @param windowsName such as "Tokyo Standard Time". @return as mbGetWindowsTZone. */
+/** Writes the tz database name of a Windows zone, which is that of its best-known place. Returns
+    the length in bytes, or 0 if the name does not fit or the zone is unknown.
+    @param out receives the name; empty if it does not fit.
+    @param size size of out in bytes.
+    @param windowsName the Windows name, such as "Tokyo Standard Time". */
 GENUTIL_API int mbGetTZoneOfWindows(char* out, int size, const char* windowsName);
 
-/** Makes a zone that of the process, through the variable TZ: by its name where the C library knows
-    names, by its rule on Windows. Call it while no other thread reads the environment.
-    @param name the zone, or a rule as TZ takes it; null or empty for that of the machine.
-    @return 1; 0, with nothing changed, when the zone is not known. */
+/** Sets the zone of the process through the environment variable TZ. TZ receives the name of the
+    zone, or its rule on Windows, where the C library does not know names. Call it while no other
+    thread reads the environment. Returns 1 on success. Returns 0 and changes nothing if the zone is
+    unknown.
+    @param name the zone, or a rule in the syntax of TZ; null or empty for the zone of the
+        machine. */
 GENUTIL_API int mbSetTZone(const char* name);
 
-/** Writes the name of the zone of the process: what mbSetTZone was given while that is in force,
-    else the content of TZ, else the zone that the machine is set to.
-    @param out receives the name; empty when it does not fit. @param size bytes of out.
-    @return its length; 0 when it does not fit or cannot be told. */
+/** Writes the name of the zone of the process: the name passed to mbSetTZone while it is in force,
+    or else the value of TZ, or else the zone of the machine. Returns the length in bytes, or 0 if
+    the name does not fit or is unknown.
+    @param out receives the name; empty if it does not fit.
+    @param size size of out in bytes. */
 GENUTIL_API int mbGetTZone(char* out, int size);
 
-/* -- Stepping -------------------------------------------------------------------------------- */
+/* -- Characters ------------------------------------------------------------------------------ */
 
-/** @return length in bytes of the character at p, looking at no more than n bytes: 0 at a
-    terminator, for null and for n = 0; 1 to 4; -1 for an invalid sequence. When n cuts the
-    character, the length that its lead byte promises. In a code set without characters of several
-    bytes, and in 3, always 1, without looking at p. */
+/** Returns the length in bytes, 1 to 4, of the character at p. At most n bytes are read. Returns 0
+    at a terminator, for null and for n = 0. Returns -1 for an invalid sequence. If n ends within
+    the character, returns the length that its lead byte requires. In a single-byte code set and in
+    code set 3, always returns 1 without reading p. */
 GENUTIL_API int mblenExt(const unsigned char* p, unsigned n, int codeSet);
-/** mblenExt in the current code set. */
+/** Same as mblenExt in the current code set. */
 GENUTIL_API int mb_mblen(const unsigned char* p, unsigned n);
 
-/** @return 1 when byte value c (0 to 255) begins a character of several bytes, else 0. */
+/** Returns 1 if byte value c (0 to 255) is the lead byte of a multibyte character, or else 0. */
 GENUTIL_API int isleadbyteExt(int c, int codeSet);
-/** isleadbyteExt in the current code set. */
+/** Same as isleadbyteExt in the current code set. */
 GENUTIL_API int mb_isleadbyte(int c);
 
-/** @return the largest number of bytes in a character of codeSet, 1 to 4. */
+/** Returns the maximum length in bytes, 1 to 4, of a character in codeSet. */
 GENUTIL_API int mbmaxcharlenExt(int codeSet);
-/** mbmaxcharlenExt in the current code set. */
+/** Same as mbmaxcharlenExt in the current code set. */
 GENUTIL_API int mbmaxcharlen(void);
 
-/** @return the number of bytes to step over the character at p: 1 to 4, and 1 at a terminator and
-    at an invalid sequence. */
+/** Returns the distance in bytes, 1 to 4, from the character at p to the next one. Returns 1 at a
+    terminator and at an invalid sequence. */
 GENUTIL_API int mbbytesinchartype(const unsigned char* p, int codeSet);
-/** mbbytesinchartype in the current code set. */
+/** Same as mbbytesinchartype in the current code set. */
 GENUTIL_API int mbbytesinchar(const unsigned char* p);
 
-/** @return byte index idx moved back to the start of the character that contains it; strlen(s) for
-    an idx at or past the end. While the *current* code set is single-byte, idx unchanged, whatever
+/** Returns the index of the first byte of the character that contains byte idx. Returns strlen(s)
+    if idx is at or after the end. While the current code set is single-byte, returns idx whatever
     codeSet is. */
 GENUTIL_API unsigned mbidxtype(const char* s, unsigned idx, int codeSet);
-/** mbidxtype in the current code set. */
+/** Same as mbidxtype in the current code set. */
 GENUTIL_API unsigned mbidx(const char* s, unsigned idx);
 
-/** @return byte index of the character behind the one that contains byte idx; 0 when there is none.
-    @param s the text. @param idx at most strlen(s). Takes constant time but inside a run of
-    double-byte characters, which it looks back over. */
+/** Returns the index of the first byte of the character after the one that contains byte idx.
+    Returns 0 if there is none. Takes constant time, except within a run of double-byte characters,
+    which is scanned backwards.
+    @param s the text.
+    @param idx at most strlen(s). */
 GENUTIL_API unsigned mbnextidx(const char* s, unsigned idx);
 
-/** @return pointer form of mbnextidx: null when there is no further character. */
+/** Same as mbnextidx, but returns a pointer, or null if there is no further character. */
 GENUTIL_API char* mbnextchar(const char* s, unsigned idx);
 
-/** @return the number of characters in the first n bytes of s, or up to its terminator. Of an
-    invalid sequence, and of a character that n cuts, every byte counts as one. */
+/** Returns the number of characters in the first n bytes of s or up to its terminator. In an
+    invalid sequence, and in a character that n cuts, every byte counts as a character. */
 GENUTIL_API unsigned mbcharcount(const char* s, unsigned n);
 
-/** Compares character by character over at most n bytes. In a single-byte code set only the first
-    byte is compared, as a signed char, and n is not looked at: programs depend on it.
-    @return negative, 0 or positive. */
+/** Compares character by character over at most n bytes. Returns a negative number, 0 or a positive
+    number. In a single-byte code set only the first bytes are compared, as signed chars, and n is
+    ignored; existing programs depend on it. */
 GENUTIL_API int mbcharcmp(const unsigned char* a, const unsigned char* b, unsigned n);
 
-/** @return 1 when byte value c is a whole character by itself in the current code set: 0 to 0x7F,
-    and the half-width katakana 0xA1 to 0xDF in Shift-JIS. Control characters count. */
+/** Returns 1 if byte value c is a complete character in the current code set: 0 to 0x7F, and the
+    half-width katakana 0xA1 to 0xDF in Shift-JIS. Control characters are included. */
 GENUTIL_API int ismbcprint(int c);
 
 /* -- Strings --------------------------------------------------------------------------------- */
 
-/** strncpy that never splits a character: when byte n lies inside one, the copy ends before it and
-    is terminated. Otherwise no terminator is added to n or more bytes, and less is padded with 0.
-    @return dst; nothing is copied when either is null (in a single-byte code set neither may be).
- */
+/** Copies a string as strncpy does, without splitting a character. If byte n is within a character,
+    the copy ends before that character and is terminated. Otherwise, a source of n or more bytes is
+    not terminated and a shorter one is padded with 0. Returns dst. Copies nothing if either pointer
+    is null; in a single-byte code set neither may be null. */
 GENUTIL_API char* mbstrncpy(char* dst, const char* src, unsigned n);
 
-/** mbstrncpy that counts. @return the number of bytes copied; 0 when either is null. */
+/** Same as mbstrncpy, but returns the number of bytes copied, or 0 if either pointer is null. */
 GENUTIL_API unsigned mbstrncpyi(char* dst, const char* src, unsigned n);
 
-/** Compares without regard to the case of single-byte characters. A character of more bytes sorts
-    behind one of fewer. @return -1, 0 or 1; 0 when either is null. */
+/** Compares two strings, ignoring the case of single-byte characters. A character with more bytes
+    sorts after one with fewer. Returns -1, 0 or 1; 0 if either pointer is null. */
 GENUTIL_API int mbstricmp(const char* a, const char* b);
 
-/** Compares as mbstricmp over at most n bytes of a; a character that n cuts is compared whole.
-    @return negative, 0 or positive; -1 when a ends, at n too, where b goes on. */
+/** Compares as mbstricmp over at most n bytes of a. A character that n cuts is compared whole.
+    Returns a negative number, 0 or a positive number; -1 if a ends, also at n, before b does. */
 GENUTIL_API int mbstrnicmp(const char* a, const char* b, unsigned n);
 
-/** Maps single-byte characters to upper case in place, by the rules of the current code set (0xE9
-    becomes 0xC9 in Windows-1252); a capital that the code set lacks leaves the character.
-    @return the length in bytes; 0 for null. */
+/** Converts single-byte characters to upper case in place by the rules of the current code set
+    (0xE9 becomes 0xC9 in Windows-1252). A character without an upper-case form in the code set is
+    unchanged. Returns the length in bytes; 0 for null. */
 GENUTIL_API unsigned mbstrtoupper(char* s);
-/** mbstrtoupper to lower case. */
+/** Converts single-byte characters to lower case in place; see mbstrtoupper. */
 GENUTIL_API unsigned mbstrtolower(char* s);
 
-/** Finds the first character whose first byte is c; never a trail byte. In a multi-byte code set a
-    byte of 0x80 or more is found only when c is negative, as a plain char promotes. The terminator
-    is found for c = 0. @return pointer into s, or null. */
+/** Finds the first character whose first byte is c. Trail bytes are never matched. In a multi-byte
+    code set, a byte of 0x80 or above matches only if c is negative, as a promoted plain char is.
+    The terminator matches c = 0. Returns a pointer into s, or null if there is no match. */
 GENUTIL_API char* mbstrchr(const char* s, int c);
 
-/** mbstrchr for text whose bytes are not ordinary characters: in a multi-byte code set the
-    terminator is never found. */
+/** Same as mbstrchr, for text whose bytes are not ordinary characters. In a multi-byte code set the
+    terminator never matches. */
 GENUTIL_API char* mbstrchrEncr(const char* s, int c);
 
-/** Finds the last character whose first byte, as a signed char, is c. @return pointer or null. */
+/** Finds the last character whose first byte, as a signed char, is c. Returns a pointer into s, or
+    null if there is no match. */
 GENUTIL_API char* mbstrrchr(const char* s, int c);
 
-/** Finds the first occurrence of needle that consists of whole characters of hay.
-    @return pointer into hay; hay for a null or empty needle; null for a null hay or no match. */
+/** Finds the first occurrence of needle at character boundaries of hay. Returns a pointer into hay.
+    Returns hay for a null or empty needle, and null for a null hay or no match. */
 GENUTIL_API char* mbstrstr(const char* hay, const char* needle);
 
-/** Finds the last occurrence. @return as mbstrstr; for an empty needle the terminator of hay. */
+/** Finds the last occurrence of needle; see mbstrstr. For an empty needle, returns the terminator
+    of hay. */
 GENUTIL_API char* mbstrrstr(const char* hay, const char* needle);
 
-/** Finds the first character of s that is one of the characters of accept. @return pointer, null.
- */
+/** Finds the first character of s that is contained in accept. Returns a pointer into s, or null if
+    there is none. */
 GENUTIL_API char* mbstrpbrk(const char* s, const char* accept);
 
-/** @return the byte offset of mbstrpbrk(s, reject), or strlen(s) when there is none. */
+/** Returns the offset in bytes of mbstrpbrk(s, reject), or strlen(s) if there is none. */
 GENUTIL_API unsigned mbstrcspn(const char* s, const char* reject);
 
-/** Compares by the collation of the user's locale; by bytes what does not convert and, with a
-   failed assertion, when memory runs out. @return negative, 0 or positive. */
+/** Compares by the collation of the user's locale. Text that cannot be converted is compared by
+    bytes. If allocation fails, an assertion is reported and bytes are compared. Returns a negative
+    number, 0 or a positive number. */
 GENUTIL_API int mbstrcoll(const char* a, const char* b);
 
-/** Splits at any of the characters of delim, as strtok does, and writes into s.
-    One continuation serves the whole process: neither two threads nor two texts may interleave.
-    @param s the text, or null to go on. @param delim the delimiters.
-    @return the next token, or null when there is none. */
+/** Splits a text at any of the characters of delim, as strtok does, and writes to s. Returns the
+    next token, or null if there is none. The whole process has a single continuation, so calls for
+    two texts or from two threads must not interleave.
+    @param s the text, or null to continue.
+    @param delim the delimiters. */
 GENUTIL_API char* mbstrtok(char* s, const char* delim);
 
-/** Checks that s holds valid characters of codeSet only.
-    @param s the text. @param badIndex receives the index of the first invalid byte; kept when
-   valid.
-    @param codeSet the code set to check against.
-    @return 1 when valid, and always while the current code set is single-byte; 0 when invalid and
-    when either pointer is null. */
+/** Checks that s contains only valid characters of codeSet. Returns 1 if it does, and always while
+    the current code set is single-byte. Returns 0 if it does not or if either pointer is null.
+    @param s the text.
+    @param badIndex receives the index of the first invalid byte; unchanged if the text is
+        valid.
+    @param codeSet the code set. */
 GENUTIL_API int mbvalidatestring(const char* s, unsigned* badIndex, int codeSet);
 
 /* -- Streams --------------------------------------------------------------------------------- */
 
-/** fgets that converts from fileCodeSet to the current code set. In a single-byte code set it is
-    plain fgets. A character is never garbled at the limit: what does not fit is read again.
-    Allocates while it runs. @return buf; null at the end of the stream and when memory runs out.
-    @param buf receives at most n - 1 bytes and a terminator. @param n size of buf.
-    @param stream an open stream that can seek. @param fileCodeSet the stream's code set. */
+/** Reads a line as fgets does and converts it from fileCodeSet to the current code set. In a
+    single-byte code set it is the same as fgets. A character is never split at the end of the
+    buffer; the next call reads the rest of the line. If the buffer is too small for one character,
+    its bytes are stored unconverted. Allocates temporary memory. Returns buf, or null at the end of
+    the stream or if allocation fails.
+    @param buf receives at most n - 1 bytes and a terminator.
+    @param n size of buf in bytes.
+    @param stream an open stream that can seek.
+    @param fileCodeSet the code set of the stream. */
 GENUTIL_API char* mbfgets(char* buf, int n, FILE* stream, int fileCodeSet);
 
-/** fputs that converts from the current code set to fileCodeSet (0: no conversion). In a
-    single-byte code set it is plain fputs. Allocates while it runs.
-    @return what fputs returns; 0 for a null s; -1 when memory runs out. */
+/** Writes a text as fputs does, converted from the current code set to fileCodeSet (0 means no
+    conversion). In a single-byte code set it is the same as fputs. Allocates temporary memory.
+    Returns the result of fputs; 0 for a null s; -1 if allocation fails. */
 GENUTIL_API int mbfputs(const char* s, FILE* stream, int fileCodeSet);
 
-/** Reads up to n bytes that end on a character boundary; the stream is moved back over a part of a
-    character. @param buf n + 1 bytes; terminated in a multi-byte code set. @param n bytes wanted.
-    @param stream an open stream that can seek.
-    @return the number of bytes kept; 0 only at the end of the stream. */
+/** Reads up to n bytes that end at a character boundary. The stream is moved back over a partial
+    character. Returns the number of bytes kept; 0 only at the end of the stream.
+    @param buf buffer of n + 1 bytes; terminated in a multi-byte code set.
+    @param n number of bytes requested.
+    @param stream an open stream that can seek. */
 GENUTIL_API unsigned mbfreadstring(char* buf, unsigned n, FILE* stream);
 
 /* -- Conversion ------------------------------------------------------------------------------ */
 
-/** What a conversion did. Counts are bytes but lost, which is characters. Set lostAt and
-    lostAtSize (or zero both) before the call; the rest is filled in. */
+/** Report of a conversion. Counts are in bytes, except lost, which counts characters. The caller
+    sets lostAt and lostAtSize, or zeroes both, before the call. The conversion sets the other
+    fields. */
 typedef struct mbConversion {
-    size_t* lostAt;    /**< the caller's array for source indexes of lost characters, or null */
-    size_t lostAtSize; /**< its number of elements; later losses are counted only */
-    size_t consumed;   /**< source bytes that were converted */
+    /** the caller's array for the source indexes of lost characters, or null */
+    size_t* lostAt;
+    size_t lostAtSize; /**< number of elements of lostAt; further losses are only counted */
+    size_t consumed;   /**< source bytes converted */
     size_t produced;   /**< bytes written, without the terminator */
-    size_t lost; /**< characters that became a substitute: invalid, or unknown to the target */
+    size_t lost;       /**< characters replaced because they are invalid or missing in the target */
 } mbConversion;
 
-/** Converts between any two code sets, without a limit on length and with a report of what did not
-    survive. A lost character becomes one visible substitute: the geta mark in Japanese code sets,
-    U+FFFD in UTF-8 and UTF-16, "?" elsewhere.
-    @param src srcLength bytes; NUL is a character like any other.
-    @param srcLength bytes of src.
+/** Converts between any two code sets. There is no limit on the length, and characters that cannot
+    be converted are reported. Each of them is replaced with one visible substitute: the geta mark
+    in Japanese code sets, U+FFFD in UTF-8 and UTF-16, "?" elsewhere. Returns 1 if all of src was
+    converted. Returns 0 if dst was too small, in which case it contains the characters that fitted,
+    or if a code set is unknown, in which case nothing is consumed.
+    @param src the source text of srcLength bytes; NUL is an ordinary character.
+    @param srcLength length of src in bytes.
     @param fromCodeSet the code set of src.
     @param dst receives at most dstSize - 1 bytes and one NUL (UTF-16: dstSize - 2 and two).
-    @param dstSize bytes that dst can hold; mbConvertBound gives one that is always enough.
+    @param dstSize size of dst in bytes; mbConvertBound returns a sufficient size.
     @param toCodeSet the code set of dst.
-    @param conversion receives what was done; may be null.
-    @return 1 when all of src was converted; 0 when dst was too small (it then holds the whole
-    characters that fitted) or a code set is not known (nothing consumed). */
+    @param conversion receives the report; may be null. */
 GENUTIL_API int mbConvert(const char* src, size_t srcLength, int fromCodeSet, char* dst,
                           size_t dstSize, int toCodeSet, mbConversion* conversion);
 
-/** @return a dstSize with which mbConvert of srcLength bytes cannot run out of room. */
+/** Returns a size in bytes that is sufficient for mbConvert of srcLength bytes. */
 GENUTIL_API size_t mbConvertBound(size_t srcLength, int fromCodeSet, int toCodeSet);
 
-/** mbConvert into a new buffer. @param out receives it, to be released with free; untouched on
-    failure. @return 1, or 0 when memory runs out or a code set is not known. Others as above. */
+/** Converts to a newly allocated buffer; see mbConvert. Returns 1 on success. Returns 0 if
+    allocation fails or a code set is unknown.
+    @param src the source text.
+    @param srcLength length of src in bytes.
+    @param fromCodeSet the code set of src.
+    @param out receives the buffer, to be released with free; unchanged on failure.
+    @param toCodeSet the code set of the result.
+    @param conversion receives the report; may be null. */
 GENUTIL_API int mbConvertAlloc(const char* src, size_t srcLength, int fromCodeSet, char** out,
                                int toCodeSet, mbConversion* conversion);
 
-/** Converts src between the code sets of one language: 3, 4 and 5 among each other, 9 and 10, 14
-    and 23, 17 and 24. Any other pair is a plain copy, but 9 and 10 to 24, which map bytes as 17 to
-    24 does: programs depend on it.
-    @param src the text. @param fromCodeSet its code set.
-    @param dst must hold 3 times the length of src plus 1. That is too little for some texts in JIS:
-    there the closing escape is left out and half-width katakana stay 8-bit; mbConvert has room.
-    @param toCodeSet the code set of dst.
-    @return dst. */
+/** Converts between the code sets of one language: among 3, 4 and 5, between 9 and 10, 14 and 23,
+    17 and 24. Any other pair is copied unchanged, except 9 and 10 to 24, which map bytes as 17 to
+    24 does; existing programs depend on it. Returns dst.
+    @param src the text.
+    @param fromCodeSet the code set of src.
+    @param dst buffer of at least 3 times the length of src plus 1. Some texts in JIS need more:
+        the final escape sequence is then omitted and half-width katakana remain 8-bit. Use
+        mbConvert to avoid this.
+    @param toCodeSet the code set of dst. */
 GENUTIL_API char* convertStrExt(const char* src, int fromCodeSet, char* dst, int toCodeSet);
 
-/** In code set 4 or 5 converts EUC-JP to Shift-JIS, else copies. @return dst, null if either is. */
+/** Converts EUC-JP to Shift-JIS in code set 4 or 5; copies in any other. Returns dst, or null if
+    either pointer is null. */
 GENUTIL_API char* UnixCodingToWindowsCodingExt(const char* src, char* dst);
-/** In code set 4 or 5 converts Shift-JIS to EUC-JP, else copies. @return dst, null if either is. */
+/** Converts Shift-JIS to EUC-JP in code set 4 or 5; copies in any other. Returns dst, or null if
+    either pointer is null. */
 GENUTIL_API char* WindowsCodingToUnixCodingExt(const char* src, char* dst);
 
-/** In a multi-byte code set convertStrExt from it to toCodeSet, else a copy.
-    @param dst must hold 3 times the length of src plus 1. @param src the text.
-    @param toCodeSet the code set of dst. @return 1; 0 when either is null. */
+/** Converts from the current code set to toCodeSet as convertStrExt does. Copies in a single-byte
+    code set. Returns 1, or 0 if either pointer is null.
+    @param dst buffer of at least 3 times the length of src plus 1.
+    @param src the text.
+    @param toCodeSet the code set of dst. */
 GENUTIL_API int mbconvertnativestring(char* dst, const char* src, int toCodeSet);
 
-/** Converts a text file from the current code set to toCodeSet, line by line, up to a line that
-    begins with NUL. In a single-byte code set the lines are copied.
-    @param inPath the file to read, by a path as in osfile.h. @param outPath the file to write.
-    @param append non-zero to add to outPath, zero to replace it. @param toCodeSet its code set.
-    @return 1; 0 when a file cannot be opened or memory runs out. */
+/** Converts a text file from the current code set to toCodeSet, line by line. A line that begins
+    with NUL ends the text. In a single-byte code set the lines are copied. Returns 1, or 0 if a
+    file cannot be opened or allocation fails.
+    @param inPath path of the file to read, as in osfile.h.
+    @param outPath path of the file to write.
+    @param append nonzero appends to outPath; zero replaces it.
+    @param toCodeSet the code set of outPath. */
 GENUTIL_API int mbconvertnativefile(const char* inPath, const char* outPath, int append,
                                     int toCodeSet);
 
-/** The reverse of mbconvertnativefile: from fromCodeSet to the current code set. */
+/** Converts a text file from fromCodeSet to the current code set; see mbconvertnativefile. */
 GENUTIL_API int mbconvertfile2native(const char* inPath, const char* outPath, int append,
                                      int fromCodeSet);
 
-/** mbconvertfile2native for any pair of code sets, in any current one, that also says what did not
-    survive and fails when a write fails. @param conversion receives the report; may be null.
-    @return 1; 0 when a file cannot be opened, read or written or memory runs out. */
+/** Converts a text file between any pair of code sets, independently of the current one. Unlike
+    mbconvertfile2native, it reports lost characters and write failures. Returns 1, or 0 if a file
+    cannot be opened, read or written or allocation fails.
+    @param inPath path of the file to read, as in osfile.h.
+    @param outPath path of the file to write.
+    @param append nonzero appends to outPath; zero replaces it.
+    @param fromCodeSet the code set of inPath.
+    @param toCodeSet the code set of outPath.
+    @param conversion receives the report; may be null. */
 GENUTIL_API int mbconvertfile2native_ex(const char* inPath, const char* outPath, int append,
                                         int fromCodeSet, int toCodeSet, mbConversion* conversion);
 
-/** Converts from the ANSI code page of a locale to UTF-8. @param src the text.
-    @param out receives a new buffer, to be released with free; untouched on failure.
-    @param localeName a name that mbGetLCID knows; null or empty for the user's.
-    @return 1; 0 on any failure. */
+/** Converts from the ANSI code page of a locale to UTF-8. Returns 1, or 0 on failure.
+    @param src the text.
+    @param out receives a new buffer, to be released with free; unchanged on failure.
+    @param localeName a name that mbGetLCID accepts; null or empty for the user's locale. */
 GENUTIL_API int mbConvertToUTF8(const char* src, char** out, const char* localeName);
 
-/** Converts from UTF-8 to the user's ANSI code page. @param src the text.
-    @param out receives a new buffer, to be released with free; untouched on failure.
-    @return 1; 0 on any failure. */
+/** Converts from UTF-8 to the user's ANSI code page. Returns 1, or 0 on failure.
+    @param src the text.
+    @param out receives a new buffer, to be released with free; unchanged on failure. */
 GENUTIL_API int mbConvertFromUTF8(const char* src, char** out);
 
-/** @return the largest byte count not above maxBytes that ends on a UTF-8 character boundary; 0 for
-    null. A byte that begins no sequence counts as a character. */
+/** Returns the largest number of bytes, at most maxBytes, that ends at a UTF-8 character boundary;
+    0 for null. A byte that starts no valid sequence counts as a character. */
 GENUTIL_API unsigned UTF8Limit(const char* s, unsigned maxBytes);
 
-/** Decodes "%" and two hexadecimal digits, upper case only; anything else stays, "+" too.
-    @param src the text. @param out receives a new buffer, to be released with free.
-    @return the decoded length; 0 when memory runs out, with out untouched. */
+/** Decodes "%" followed by two upper-case hexadecimal digits. Everything else is copied, including
+    "+". Returns the decoded length in bytes, or 0 if allocation fails.
+    @param src the text.
+    @param out receives a new buffer, to be released with free; unchanged if allocation fails. */
 GENUTIL_API unsigned mbUrlDecode(const char* src, char** out);
 
-/** @return the number of bytes that s, in the current code set, needs in the larger of its Windows
-    and its Unix encoding. Allocates in code sets 9 and 10; 0 when memory runs out. */
+/** Returns the number of bytes that s, in the current code set, needs in the longer of its Windows
+    and Unix encodings. Allocates temporary memory in code sets 9 and 10 and returns 0 if that
+    fails. */
 GENUTIL_API unsigned MaxStringLengthOnWinAndUnix(const char* s);
 
-/** @return the sum of the byte values of s, modulo 2 to the power of 32; 0 for null. */
+/** Returns the sum of the byte values of s, modulo 2 to the power of 32; 0 for null. */
 GENUTIL_API unsigned AccumulateAsciiForStr(const char* s);
 
 /* -- Japanese -------------------------------------------------------------------------------- */
 
-/** Decides which Japanese encoding a text file uses, reading from the stream's position as far as
-    it must. The stream is neither rewound nor closed.
-    @return 0 nothing decisive (ASCII), 3 JIS, 4 EUC-JP, 5 Shift-JIS, 6 EUC-JP or Shift-JIS. */
+/** Detects the Japanese encoding of a text file. Reads from the current position of the stream as
+    far as necessary. The stream is neither rewound nor closed. Returns 0 if undecided (ASCII only),
+    3 for JIS, 4 for EUC-JP, 5 for Shift-JIS, 6 for EUC-JP or Shift-JIS. */
 GENUTIL_API int DetectJPCodeType(FILE* stream);
 
-/** DetectJPCodeType of n bytes in memory. @param consumed receives how many decided; may be null.
- */
+/** Detects the Japanese encoding of a text in memory; see DetectJPCodeType.
+    @param bytes the text.
+    @param n length of the text in bytes.
+    @param consumed receives the number of bytes examined; may be null. */
 GENUTIL_API int mbDetectJapanese(const char* bytes, size_t n, size_t* consumed);
 
-/** Writes half-width characters in full width (ASCII, and katakana with their sound marks joined),
-    in code sets 4 and 5; copies in any other.
-    @param src the text. @param dst must hold twice the length of src plus 1.
-    @return dst; null when either is null. */
+/** Converts half-width ASCII and katakana to full width in code sets 4 and 5, joining katakana with
+    their sound marks. Copies in any other code set. Returns dst, or null if either pointer is null.
+    @param src the text.
+    @param dst buffer of at least twice the length of src plus 1. */
 GENUTIL_API char* mbHanToZenStr(const char* src, char* dst);
 
-/** Writes full-width digits, signs, points and commas in half width, in code sets 4, 5 and 7 to 11
-    and 13; copies in any other. @param src the text. @param dst must hold strlen(src) + 1; may be
-    src. @return dst; null when either is null. */
+/** Converts full-width digits, signs, points and commas to half width in code sets 4, 5, 7 to 11
+    and 13. Copies in any other code set. Returns dst, or null if either pointer is null.
+    @param src the text.
+    @param dst buffer of at least strlen(src) + 1 bytes; may be src. */
 GENUTIL_API char* ConvertMBNumberToSBNumber(const char* src, char* dst);
 
-/** The reverse of ConvertMBNumberToSBNumber. @param src the text.
-    @param dst must hold twice the length of src plus 1.
-    @return dst; null when either is null. */
+/** Converts half-width digits, signs, points and commas to full width; see
+    ConvertMBNumberToSBNumber. Returns dst, or null if either pointer is null.
+    @param src the text.
+    @param dst buffer of at least twice the length of src plus 1. */
 GENUTIL_API char* ConvertSBNumberToMBNumber(const char* src, char* dst);
 
 #if defined(__cplusplus)

@@ -1,5 +1,5 @@
-/* COSOLEAutomation: talks to an automation server, another program or a component of the system
-   that offers objects with methods and properties.
+/* COSOLEAutomation: a client for automation servers. An automation server is another program or a
+   system component that offers objects with methods and properties.
 
        COSOLEAutomation words;
        if (!words.Connect("Scripting.Dictionary")) puts(words.GetErrorText());
@@ -7,76 +7,78 @@
        words.Call("Add", pair.Add("Kyoto").Add(1));
        COSOLEValue count;
        words.GetProperty("Count", count);               // 1
-       COSOLEEnumerator keys;                           // all in a collection
+       COSOLEEnumerator keys;                           // all items of a collection
        COSOLEValue key;
        if (words.Enumerate(keys))
            while (keys.Next(key)) Show(key);
 
-   A server's object that comes as a value is a COSOLEAutomation of its own
-   (COSOLEValue::GetObject). Copies share the server's object, which is given back with the last of
-   them.
+   A server object that is returned as a value becomes a COSOLEAutomation of its own
+   (COSOLEValue::GetObject). Copies share the server object, which is released with the last copy.
 
-   Every operation answers 1 on success and 0 on failure, and then tells what was wrong: a code, the
-   server's own description and source, and the argument at fault. After a failure the object can be
-   used as before; when the server has ended, Connect starts it anew.
+   Every operation returns 1 on success and 0 on failure. After a failure, the object provides an
+   error code, the server's description and source, and the argument at fault. It can be used as
+   before; if the server has ended, Connect() starts it again.
 
-   Any thread may use any object, one thread at a time; copies of it may be in use in several
-   threads at once. No initialisation of COM is asked of the program: each operation is done in the
-   multi-threaded apartment, by the thread itself, or, where the program has put that into a
-   single-threaded apartment, by one that the thread waits for, serving the calls that come in.
+   Any thread may use an object, one thread at a time. Copies may be used by several threads at the
+   same time. The program need not initialise COM: each operation runs in the multi-threaded
+   apartment. If the calling thread is in a single-threaded apartment, another thread performs the
+   operation, while the caller waits and serves incoming calls.
 
-   On systems without automation IsAvailable() is 0 and every operation fails with the text "OLE
-   automation is not available on this system". */
+   On systems without automation, IsAvailable() returns 0 and every operation fails with the text
+   "OLE automation is not available on this system". */
 #ifndef GENUTIL_OSAUTOMATION_H
 #define GENUTIL_OSAUTOMATION_H
 
 #include "osolevalue.h"
 
-/** A parameter of a method or property, as the server's type information has it. */
+/** A parameter of a method or property, from the server's type information. */
 struct COSOLEParameter {
-    CGNString m_name;                /**< empty when the server does not tell */
+    CGNString m_name;                /**< the name; empty if unknown */
     CGNString m_type;                /**< "long", "text", "date", ...: see COSOLEMember */
-    unsigned char m_optional = 0;    /**< it may be left out */
-    unsigned char m_byReference = 0; /**< the server may change it */
-    unsigned char m_output = 0;      /**< it is a result alone: nothing is read from it */
-    unsigned char m_hasDefault = 0;  /**< a value stands in when it is left out */
-    COSOLEValue m_default;           /**< that value */
+    unsigned char m_optional = 0;    /**< 1 if the parameter may be omitted */
+    unsigned char m_byReference = 0; /**< 1 if the server may change the argument */
+    unsigned char m_output = 0;      /**< 1 if the parameter is output only */
+    unsigned char m_hasDefault = 0;  /**< 1 if there is a default value */
+    COSOLEValue m_default;           /**< the default value */
 };
 
-/** A method or property, as the server's type information has it.
+/** A method or property, from the server's type information.
 
-    Types go by these names: byte, short, long, hyper and their unsigned kinds (8, 16, 32 and 64
-    bits), single, real, boolean, text, date, currency, decimal, error, value (of any kind), object,
-    unknown, void, "array of" one of them, or by the server's own name for one of its types. */
+    Types have these names: byte, short, long, hyper and their unsigned forms (8, 16, 32 and 64
+    bits), single, real, boolean, text, date, currency, decimal, error, value (any kind), object,
+    unknown, void, "array of" one of these, or the server's own name of a type. */
 struct COSOLEMember {
-    /** How the member is used. A property that is read and written is two members. */
+    /** The use of a member. A property that can be read and written is listed as two members. */
     enum Use { kMethod, kGet, kPut, kPutReference };
 
-    CGNString m_name;                         /**< its name */
+    CGNString m_name;                         /**< the name */
     Use m_use = kMethod;                      /**< see Use */
-    long m_id = 0;                            /**< the server's number for it */
-    unsigned char m_hidden = 0;               /**< not meant to be shown to users */
-    CGNString m_type;                         /**< of the result, or of what is put */
+    long m_id = 0;                            /**< the server's number for the member */
+    unsigned char m_hidden = 0;               /**< 1 if the member should not be shown to users */
+    CGNString m_type;                         /**< type of the result or of the value to put */
     CGNString m_help;                         /**< the help text; often empty */
-    COSOLEList<COSOLEParameter> m_parameters; /**< what is put is none of them */
+    COSOLEList<COSOLEParameter> m_parameters; /**< the parameters, without the value to put */
 };
 
-/** Goes through a collection; made by COSOLEAutomation::Enumerate. */
+/** Iterates over a collection. COSOLEAutomation::Enumerate() sets it up. */
 class GENUTIL_API COSOLEEnumerator {
   public:
-    COSOLEEnumerator(); /**< at the end of nothing */
-    /** Copies share the place. */
+    COSOLEEnumerator(); /**< Constructs an empty enumerator. */
+    /** Shares the position of other. */
     COSOLEEnumerator(const COSOLEEnumerator& other);
-    COSOLEEnumerator& operator=(const COSOLEEnumerator& other); /**< the same */
+    /** Shares the position of other. */
+    COSOLEEnumerator& operator=(const COSOLEEnumerator& other);
     ~COSOLEEnumerator();
 
-    /** @param item receives the next item. @return 0 at the end and on failure. */
+    /** Stores the next item in item. Returns 0 at the end and on failure. */
     unsigned char Next(COSOLEValue& item);
-    /** Begins again. @return 0 when the collection does not allow it. */
+    /** Restarts the enumeration. Returns 0 if the collection does not support this. */
     unsigned char Reset();
-    /** @return why the latest operation failed; 0 when it did not, as at the end. */
+    /** Returns the error code of the latest operation; 0 on success and at the end of the
+        collection. */
     long GetErrorCode() const { return m_code; }
-    /** @return the same as a text; empty when it did not fail. */
+    /** Returns the error text of the latest operation; empty on success and at the end of the
+        collection. */
     CGNString GetErrorText() const { return m_text; }
 
   private:
@@ -87,102 +89,122 @@ class GENUTIL_API COSOLEEnumerator {
     CGNString m_text;
 };
 
-/** A server's object. */
+/** A server object. */
 class GENUTIL_API COSOLEAutomation {
   public:
-    COSOLEAutomation();                                         /**< not connected */
-    COSOLEAutomation(const COSOLEAutomation& other);            /**< shares the server's object */
-    COSOLEAutomation& operator=(const COSOLEAutomation& other); /**< the same */
-    ~COSOLEAutomation();                                        /**< gives it back */
+    /** Constructs an object that is not connected. */
+    COSOLEAutomation();
+    COSOLEAutomation(const COSOLEAutomation& other);            /**< Shares the server object. */
+    COSOLEAutomation& operator=(const COSOLEAutomation& other); /**< Shares the server object. */
+    ~COSOLEAutomation();                                        /**< Releases the server object. */
 
-    /** @return 1 when this system has automation. */
+    /** Returns 1 if this system supports automation. */
     static unsigned char IsAvailable();
 
     /* -- Connection ------------------------------------------------------------------------ */
 
-    /** Makes a new object of a server, which is started for it if need be. What the object was
-        connected to is given back first, also when this fails.
+    /** Creates a new server object and starts the server if necessary. The previous server object
+        is released first, even if this call fails.
         @param identifier the program identifier, such as "Scripting.Dictionary", or a class
-        identifier in braces. */
+            identifier in braces. */
     unsigned char Connect(const CGNString& identifier);
-    /** The same with the object of a server that is running and has made it known. */
+    /** Connects to the registered object of a running server; see Connect(). */
     unsigned char Attach(const CGNString& identifier);
-    /** Attaches to a running server, or else starts one. */
+    /** Connects to a running server, or else starts one. */
     unsigned char AttachOrConnect(const CGNString& identifier);
-    /** Gives the server's object back. */
+    /** Releases the server object. */
     void Disconnect();
-    /** @return 1 when there is an object; whether its server still lives, a call will tell. */
+    /** Returns 1 if there is a server object. The server itself may have ended; the next call then
+        fails. */
     unsigned char IsConnected() const { return m_object != nullptr; }
-    /** @return 1 when both are the same object of the server. */
+    /** Returns 1 if both refer to the same server object. */
     unsigned char IsSame(const COSOLEAutomation& other) const;
 
-    /** How long a call is made again when the server rejects it because it is busy.
-        @param milliseconds 0 for not at all; at first 10,000. Objects that come from calls of this
-        one have their own. */
+    /** Sets the time during which a call is repeated if the server rejects it because it is busy.
+        Objects returned by calls of this object have their own setting.
+        @param milliseconds the time; 0 disables repetition. The default is 10000. */
     void SetRetryTime(long milliseconds);
-    /** @return that time. */
+    /** Returns the retry time in milliseconds. */
     long GetRetryTime() const { return m_retryTime; }
 
     /* -- Type information ------------------------------------------------------------------ */
 
-    /** Lists methods and properties, in the server's order. @param out receives them. @return 0,
-        with an empty list, when the server has no type information. */
+    /** Lists all methods and properties in the server's order. Returns 0 and empties out if the
+        server has no type information. */
     unsigned char GetMembers(COSOLEList<COSOLEMember>& out);
-    /** The members of one name in any letter case, each use of a property on its own.
-        @return 0 when there is none. */
+    /** Lists the members with a name, ignoring letter case. Each use of a property is a separate
+        member. Returns 0 if there is none. */
     unsigned char FindMembers(const CGNString& name, COSOLEList<COSOLEMember>& out);
-    /** @return 1 when the server knows the name; servers without type information tell too. */
+    /** Returns 1 if the server knows the name. Also works for servers without type information. */
     unsigned char HasMember(const CGNString& name);
 
-    /* -- Calls: names in any letter case; the empty name is the object's default member ------ */
+    /* -- Calls. Letter case of names is ignored; the empty name is the default member -------- */
 
-    /** Calls a method without arguments or result. */
+    /** Calls a method without arguments and ignores its result. */
     unsigned char Call(const CGNString& method);
-    /** @param method its name. @param arguments those by reference have their new values
-        afterwards; on failure all stay. */
+    /** Calls a method and ignores its result.
+        @param method the name.
+        @param arguments the arguments. Those by reference receive their new values; on failure
+            all are unchanged. */
     unsigned char Call(const CGNString& method, COSOLEArguments& arguments);
-    /** @param method its name. @param arguments as above. @param result receives the result; empty
-        for a method that has none. */
+    /** Calls a method.
+        @param method the name.
+        @param arguments as above.
+        @param result receives the result; empty if the method has none. */
     unsigned char Call(const CGNString& method, COSOLEArguments& arguments, COSOLEValue& result);
-    /** Calls a method or gets a property, whichever the name is. */
+    /** Calls the method or gets the property with this name. */
     unsigned char CallOrGet(const CGNString& name, COSOLEArguments& arguments, COSOLEValue& result);
 
-    /** Gets a property. @param name its name. @param value receives it. */
+    /** Gets a property.
+        @param name the name.
+        @param value receives the value. */
     unsigned char GetProperty(const CGNString& name, COSOLEValue& value);
-    /** @param name its name. @param index the arguments of a property that has any, such as an
-        item's number. @param value receives it. */
+    /** Gets a property that has arguments.
+        @param name the name.
+        @param index the arguments, such as the number of an item.
+        @param value receives the value. */
     unsigned char GetProperty(const CGNString& name, COSOLEArguments& index, COSOLEValue& value);
-    /** Puts a property. @param name its name. @param value the new value. */
+    /** Sets a property.
+        @param name the name.
+        @param value the new value. */
     unsigned char PutProperty(const CGNString& name, const COSOLEValue& value);
-    /** @param name its name. @param index as for GetProperty. @param value the new value. */
+    /** Sets a property that has arguments.
+        @param name the name.
+        @param index as for GetProperty().
+        @param value the new value. */
     unsigned char PutProperty(const CGNString& name, COSOLEArguments& index,
                               const COSOLEValue& value);
-    /** Puts an object itself, where PutProperty puts its default value. */
+    /** Sets a property to an object itself. PutProperty() sets it to the object's default value. */
     unsigned char PutPropertyReference(const CGNString& name, const COSOLEValue& object);
-    /** @param name the property's. @param index as for GetProperty. @param object the object. */
+    /** Sets a property that has arguments to an object itself.
+        @param name the name.
+        @param index as for GetProperty().
+        @param object the object. */
     unsigned char PutPropertyReference(const CGNString& name, COSOLEArguments& index,
                                        const COSOLEValue& object);
 
-    /** Begins to go through the object, a collection. @param out receives its place. */
+    /** Starts an enumeration of the object, which must be a collection.
+        @param out receives the enumerator. */
     unsigned char Enumerate(COSOLEEnumerator& out);
 
-    /* -- The latest failure; all empty, and 0, behind a success ---------------------------- */
+    /* -- Latest failure; empty texts and 0 after a success --------------------------------- */
 
-    /** @return the server's or the system's number: a result code of COM, as 0x80020006 for an
-        unknown name, or a small number of the server's own. */
+    /** Returns the error code of the server or the system: a COM result code, such as 0x80020006
+        for an unknown name, or a small number defined by the server. */
     long GetErrorCode() const { return m_code; }
-    /** @return one line with all of it: "Source: description (0x80020005), argument 2". */
+    /** Returns a one-line summary: "Source: description (0x80020005), argument 2". */
     CGNString GetErrorText() const;
-    /** @return what the server says went wrong, or else the system. */
+    /** Returns the server's description of the error, or else the system's. */
     CGNString GetErrorDescription() const { return m_description; }
-    /** @return who says so; empty when it is not the server. */
+    /** Returns the source of the description; empty if it is not from the server. */
     CGNString GetErrorSource() const { return m_source; }
-    /** @return the server's help file for the failure; mostly empty. */
+    /** Returns the server's help file for the error; usually empty. */
     CGNString GetErrorHelpFile() const { return m_helpFile; }
-    /** @return the topic in the help file. */
+    /** Returns the topic in the help file. */
     long GetErrorHelpContext() const { return m_helpContext; }
-    /** @return the argument at fault, from 1 in the order in which they were added; 0 when it is
-        none of them or the server does not tell. What is put counts behind the others. */
+    /** Returns the number of the argument at fault, counted from 1 in the order in which arguments
+        were added. A value to put counts after all of them. Returns 0 if the error is not due to an
+        argument or the server does not report it. */
     int GetErrorArgument() const { return m_argument; }
 
   private:

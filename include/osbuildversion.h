@@ -1,4 +1,4 @@
-/* The version of a program or a DLL, as its version resource has it. */
+/* The version of a program or DLL, from its version resource. */
 #ifndef GENUTIL_OSBUILDVERSION_H
 #define GENUTIL_OSBUILDVERSION_H
 
@@ -7,7 +7,7 @@
 #include "genexport.h"
 #include "genstr.h"
 
-/** Reads the version of a Windows program or DLL, on Linux too.
+/** Reads the version of a Windows program or DLL, also on Linux.
 
         COSBuildVersion version("suite/app.dll");
         if (version.Init()) puts(version.GetVersionString());    // "Version 7.6.04  002 "
@@ -15,29 +15,30 @@
     Objects are not synchronised. */
 class GENUTIL_API COSBuildVersion {
   public:
-    /** All numbers are 0. @param file path of the file, in the current code set. */
+    /** Constructs an object whose numbers are all 0.
+        @param file path of the file, in the current code set. */
     explicit COSBuildVersion(const char* file);
 
-    /** Reads the file. @return 1; 0, with the numbers as they were, when it cannot be read or has
-       no version resource. */
+    /** Reads the file. Returns 1 on success. Returns 0 and leaves all numbers unchanged if the file
+        cannot be read or has no version resource. */
     unsigned char Init();
 
-    /** @return the first number of the file's version. */
+    /** Returns the first number of the file version. */
     short GetVersionMajorNumber() const { return m_major; }
-    /** @return the second. */
+    /** Returns the second number of the file version. */
     short GetVersionMinorNumber() const { return m_minor; }
-    /** @return the third. */
+    /** Returns the third number of the file version. */
     long GetVersionMaintenanceNumber() const { return m_maintenance; }
-    /** @return the fourth; programs use it under either name. */
+    /** Returns the fourth number of the file version; same as GetVersionBuildNumber(). */
     long GetVersionPatchNumber() const { return m_patch; }
-    /** @return the fourth. */
+    /** Returns the fourth number of the file version. */
     long GetVersionBuildNumber() const { return m_build; }
-    /** @return the language identifier of the first translation; 0 without any. */
+    /** Returns the language identifier of the first translation; 0 if there is none. */
     long GetLCID() const { return m_language; }
 
-    /** @return "Version 7.6.04  002 ", without the number of the build where that is below 1:
-        "Version 0.0.00  ". Programs store this text, blanks included. It is the object's and built
-        anew by each call. */
+    /** Returns the version as text: "Version 7.6.04  002 ", or "Version 0.0.00  " without the build
+        number if that is below 1. Programs store this text including its blanks. The object owns
+        the string, and every call rebuilds it. */
     CGNString& GetVersionString();
 
   private:

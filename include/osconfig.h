@@ -9,30 +9,32 @@
        long width;
        OSGetConfig(title, "none", "Screen", "Title", "./tour.ini");   // "Kyoto "
        OSGetConfig(width, 100, "Screen", "Width", "./tour.ini");      // 80
-       OSSetConfig("Nara", "Screen", "Title", "./tour.ini");          // the rest stays as it is
+       OSSetConfig("Nara", "Screen", "Title", "./tour.ini");          // changes this value only
 
-   Names of sections, keys and values are found in any letter case and with blanks around them. In a
-   file the value of the first such key in the first such section counts; blanks around it are no
-   part of it, nor is one pair of quotation marks or apostrophes that encloses all of it. Everything
-   is text in the current code set; the forms for integers write decimal digits and read as many as
-   there are, 0 when there are none, within 32 bits.
+   Names of sections, keys and values ignore letter case and surrounding blanks. If a file contains
+   a section or key several times, the first one counts. Surrounding blanks are not part of a value,
+   and neither is one pair of quotation marks or apostrophes around the whole value. All texts are
+   in the current code set. The functions for integers write decimal digits. They read as many
+   digits as there are, 0 if there are none, within 32 bits.
 
-   A text that is read has at most 1023 bytes: in a file what is longer is cut behind its last whole
-   character, in the registry it is not read at all. Nothing is written when a name or value cannot
-   stand in a file without changing the rest of it: with a line end or 0 byte in it, a section that
-   ends within a character, a key that is empty, has "=" in it or begins with ";" or "[".
+   A text that is read has at most 1023 bytes. A longer value in a file is cut at a character
+   boundary. A longer value in the registry is not read. Nothing is written if a name or value would
+   corrupt the file: if it contains a line end or a 0 byte, if the section ends within a character,
+   or if the key is empty, contains "=" or begins with ";" or "[".
 
-   Where the targets differ: on Windows these are the system's own calls, a file that is named
-   without a folder lies in the Windows folder, the default file is win.ini, and names and values
-   are in the ANSI code page. On Linux such a file lies in $XDG_CONFIG_HOME/genutil (else
-   ~/.config/genutil), where the default file is default.ini and the registry is the SQLite file
-   registry.db. There a file is replaced by a new one in a single step, under a lock that holds
-   between processes and threads, with its permissions and through symbolic links: whoever reads
-   meets the old file or the new one. A file that must not be written, or whose folder must not,
-   stays as it is. A damaged registry is set aside as registry.db.damaged-1 and so on.
+   Differences between systems:
+   - On Windows these functions use the system's own calls. A file name without a directory refers
+     to the Windows directory. The default file is win.ini. Names and values are in the ANSI code
+     page.
+   - On Linux a file name without a directory refers to $XDG_CONFIG_HOME/genutil, or else
+     ~/.config/genutil. That directory also contains the default file, default.ini, and the
+     registry, the SQLite file registry.db. A file is replaced atomically, under a lock between
+     processes and threads. Its permissions and symbolic links are preserved. Readers see either the
+     old file or the new one. A file without write permission, or in a directory without write
+     permission, is unchanged. A damaged registry is renamed to registry.db.damaged-1 and so on.
 
-   Nothing throws. Everything may be called from any thread, but a string or list is for one at a
-   time. Results that answer yes or no are an unsigned char of 1 or 0. */
+   Nothing throws. Every function may be called from any thread, but a string or list may be used by
+   one thread at a time. Boolean results are an unsigned char, 1 or 0. */
 #ifndef GENUTIL_OSCONFIG_H
 #define GENUTIL_OSCONFIG_H
 
@@ -42,80 +44,96 @@
 
 /* -- Initialisation files ---------------------------------------------------------------------- */
 
-/** Reads a value. @param result receives it, or the default where there is none, be it the key, the
-    section or the file, less the blanks at its end. @param file its path. @return 1. */
+/** Reads a value. If the key, the section or the file does not exist, the result is the default
+    without trailing blanks. Always returns 1.
+    @param result receives the value.
+    @param defaultValue the default.
+    @param section name of the section.
+    @param key name of the key.
+    @param file path of the file. */
 GENUTIL_API unsigned char OSGetConfig(CGNString& result, const CGNString& defaultValue,
                                       const CGNString& section, const CGNString& key,
                                       const CGNString& file);
-/** The same for an integer. @param defaultValue within 32 bits. @return 1. */
+/** Reads an integer; see above. The default must be within 32 bits. Always returns 1. */
 GENUTIL_API unsigned char OSGetConfig(long& result, long defaultValue, const CGNString& section,
                                       const CGNString& key, const CGNString& file);
 
-/** Writes a value, adding what there is not yet: the key, at the end of its section, the section,
-    at the end of the file, and the file. @return 1, even when that fails. */
+/** Writes a value. A missing key is added to the end of its section, a missing section to the end
+    of the file, and a missing file is created. Returns 1, even on failure. */
 GENUTIL_API unsigned char OSSetConfig(const CGNString& value, const CGNString& section,
                                       const CGNString& key, const CGNString& file);
-/** The same for an integer. @return 1. */
+/** Writes an integer; see above. Returns 1, even on failure. */
 GENUTIL_API unsigned char OSSetConfig(const int& value, const CGNString& section,
                                       const CGNString& key, const CGNString& file);
 
-/** Deletes a key with its value. @param key null deletes the whole section. @return 1, even when
-    there is none or it cannot be deleted. */
+/** Deletes a key and its value, or the whole section if key is null. Returns 1, even if it does not
+    exist or cannot be deleted. */
 GENUTIL_API unsigned char OSDeleteKeyConfig(const CGNString& section, const char* key,
                                             const CGNString& file);
 
-/** OSGetConfig from the system's default initialisation file. @return 1. */
+/** Reads a value from the system's default initialisation file; see OSGetConfig(). Always returns
+    1. */
 GENUTIL_API unsigned char OSGetSystemConfig(CGNString& result, const CGNString& defaultValue,
                                             const CGNString& section, const CGNString& key);
-/** OSSetConfig in the system's default initialisation file. @return 1, even when that fails. */
+/** Writes a value to the system's default initialisation file; see OSSetConfig(). Returns 1, even
+    on failure. */
 GENUTIL_API unsigned char OSSetSystemConfig(const CGNString& value, const CGNString& section,
                                             const CGNString& key);
 
 /* -- The registry ------------------------------------------------------------------------------
 
-   A key is named by a base key and a subkey below it, either of which may have several levels with
-   "\" between them; an empty subkey means the base key. All of it is below the root of the current
+   A key is identified by a base key and a subkey of it. Both may have several levels, separated by
+   "\". An empty subkey means the base key itself. All keys are below the root of the current
    user. */
 
-/** Reads a value, whatever its type. @param result receives it as text, or else the default.
-    @return 0 with the default, when there is no such key or value or it has more than 1023 bytes.
- */
+/** Reads a value of any type as text. Returns 0 and stores the default if the key or the value does
+    not exist or the text has more than 1023 bytes.
+    @param result receives the text or the default.
+    @param defaultValue the default.
+    @param subkey the subkey.
+    @param name name of the value.
+    @param baseKey the base key. */
 GENUTIL_API unsigned char OSGetSystemConfigReg(CGNString& result, const CGNString& defaultValue,
                                                const CGNString& subkey, const CGNString& name,
                                                const CGNString& baseKey);
-/** The same for an integer that is stored as text. */
+/** Reads an integer stored as text; see above. */
 GENUTIL_API unsigned char OSGetSystemConfigReg(long& result, long defaultValue,
                                                const CGNString& subkey, const CGNString& name,
                                                const CGNString& baseKey);
-/** Appends all values of a key to two lists, up to one whose name or text has more than 1023 bytes.
-    @param names receives their names. @param values receives their texts, in the same order.
-    @return 0 always: the end of the values is told as an error. The lists are the result. */
+/** Appends all values of a key to two lists. Stops at a value whose name or text has more than 1023
+    bytes. Always returns 0, because the end of the values is reported as an error; use the lists as
+    the result.
+    @param subkey the subkey.
+    @param names receives the names of the values.
+    @param values receives their texts in the same order.
+    @param baseKey the base key. */
 GENUTIL_API unsigned char OSGetSystemConfigReg(const CGNString& subkey, CGNStringList& names,
                                                CGNStringList& values, const CGNString& baseKey);
 
-/** Stores a text, and creates the key if there is none. @return 1; 0 when it is not stored. */
+/** Stores a text. Creates the key if it does not exist. Returns 1, or 0 on failure. */
 GENUTIL_API unsigned char OSSetSystemConfigReg(const CGNString& value, const CGNString& subkey,
                                                const CGNString& name, const CGNString& baseKey);
-/** Stores an integer as text. */
+/** Stores an integer as text. Creates the key if it does not exist. Returns 1, or 0 on failure. */
 GENUTIL_API unsigned char OSSetSystemConfigReg(int& value, const CGNString& subkey,
                                                const CGNString& name, const CGNString& baseKey);
 
-/** Deletes a value. @return 1; 0 when there is none or it cannot be deleted. */
+/** Deletes a value. Returns 1, or 0 if it does not exist or cannot be deleted. */
 GENUTIL_API unsigned char OSDelSystemConfigReg(const CGNString& subkey, const CGNString& name,
                                                const CGNString& baseKey);
 
-/* -- The system's conventions ------------------------------------------------------------------ */
+/* -- Locale information of the system ---------------------------------------------------------- */
 
-/** Asks the system for one fact about a locale, in the ANSI code page of that locale.
+/** Reads one item of locale information from the system, in the ANSI code page of the locale.
+    Returns the number of bytes stored, or required, including the terminator. Returns 0 if the
+    locale or type is unknown or the buffer is too small.
 
-    On Linux these information types are known, by the numbers that Windows gives them: 0x01, 0x03,
-    0x04, 0x08, 0x0E to 0x12, 0x14, 0x15, 0x19, 0x1D to 0x4F, 0x51, 0x59, 0x5A, 0x1001 to
-    0x1003, 0x1005, 0x1009, 0x100C and 0x100E to 0x1010.
-    @param locale an identifier, such as 0x0411; 0x0400 is the user's. @param type which fact; with
-    0x20000000 added, a numeric one is stored as 32 bits. @param buffer receives the terminated
-    text. @param size of the buffer in bytes; with 0 nothing is stored.
-    @return the bytes stored, or needed, with the terminator; 0 for an unknown locale or type, or
-    too small a buffer. */
+    On Linux these information types are supported, with the numbers that Windows uses: 0x01, 0x03,
+    0x04, 0x08, 0x0E to 0x12, 0x14, 0x15, 0x19, 0x1D to 0x4F, 0x51, 0x59, 0x5A, 0x1001 to 0x1003,
+    0x1005, 0x1009, 0x100C and 0x100E to 0x1010.
+    @param locale the locale identifier, such as 0x0411; 0x0400 is the user's locale.
+    @param type the information type. Adding 0x20000000 stores a numeric item as 32 bits.
+    @param buffer receives the terminated text.
+    @param size size of buffer in bytes; 0 stores nothing and returns the required size. */
 GENUTIL_API int OSGetLocaleInfo(unsigned long locale, unsigned long type, char* buffer, int size);
 
 #endif

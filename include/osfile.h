@@ -1,27 +1,28 @@
-/* Files and directories: whole files in memory, directories made, listed and cleared, names.
+/* Files and directories: whole files in memory, creation, listing and removal of directories, and
+   file names.
 
        char* text;
-       if (OSGetFileContents(text, "notes.txt")) {       // lines end in "\n"
+       if (OSGetFileContents(text, "notes.txt")) {       // lines end with "\n"
            puts(text);
            free(text);
        }
        CGNStringList reports(10, 10);
-       OSGetFileList("reports", "*.rpt", reports, 1, 1);   // those below too, with their paths
+       OSGetFileList("reports", "*.rpt", reports, 1, 1);   // including subdirectories, with paths
 
-   Paths are texts in the current code set (mbutil.h) on every system. Between names stands "\" or
-   "/"; paths that functions return have the "\" of CGNString::MakeFilePath. A byte 0x5C that is the
-   second of a character is no separator. Where the system's names are coded otherwise they are
-   converted; bytes that do not convert pass as they are, and a file that exists only under the
-   bytes of its name is found by them. A null path is one of a file that cannot be reached.
+   Paths are texts in the current code set (mbutil.h) on every system. Names in a path are separated
+   by "\" or "/". Returned paths contain "\", as CGNString::MakeFilePath builds them. A byte 0x5C
+   that is a trail byte is not a separator. If the system uses another encoding for file names,
+   paths are converted. Bytes that cannot be converted are passed unchanged. A file whose name is
+   stored in unconverted bytes is found too. A null path refers to a file that cannot be accessed.
 
-   Results differ by family:
-   - functions that read return bytes, or 1 where they read text, and 0 for any failure;
-   - functions that make and remove return 0 or one of the codes of osFileError;
-   - functions that derive a name return it, empty when there is none.
+   Results depend on the group of functions:
+   - Functions that read return the number of bytes, or 1 if they read text, and 0 on failure.
+   - Functions that create and remove return 0 or an osFileError.
+   - Functions that derive a name return it, or an empty string if there is none.
 
-   A buffer that a reader hands out is the caller's, to be released with free; on failure it is
-   null. Memory that runs out is reported to the library's assertion and is a failure of the call.
-   Nothing throws, and nothing is logged. Any thread may call these functions at any time. */
+   Buffers returned by functions that read are owned by the caller and released with free. They are
+   null on failure. An allocation failure is reported to the library's assertion service and makes
+   the call fail. Nothing throws or is logged. Every function may be called from any thread. */
 #ifndef GENUTIL_OSFILE_H
 #define GENUTIL_OSFILE_H
 
@@ -32,177 +33,203 @@
 #include "genstr.h"
 
 #ifndef _WIN32
-/** The record of a file's status: st_size, st_mode, st_mtime and the other members of stat. */
+/** The file status record: st_size, st_mode, st_mtime and the other members of stat. */
 struct _stat : stat {};
 #endif
 
-/** What functions that make and remove return when they fail. */
+/** Error codes of the functions that create and remove. */
 enum osFileError {
-    osFileFailed = -1,       /**< anything else */
-    osFileExists = -2,       /**< it is there already */
-    osFileNotFound = -3,     /**< it is not there, or a directory of its path is not */
-    osFileAccessDenied = -4, /**< the system does not allow it; what a file's function answers for a
-                                  directory, and for what is in use */
-    osDirectoryNotEmpty = -5 /**< there are entries in the directory */
+    osFileFailed = -1,   /**< any other error */
+    osFileExists = -2,   /**< the file exists already */
+    osFileNotFound = -3, /**< the file or a directory of its path does not exist */
+    /** The system denies access. Also returned by file functions for a directory, and for a file in
+        use. */
+    osFileAccessDenied = -4,
+    osDirectoryNotEmpty = -5 /**< the directory is not empty */
 };
 
-/** What to do about a file that exists. */
+/** Action if a file exists. */
 enum osFileActionIfExists {
-    osFailIfExists = 0,      /**< leave it alone and return osFileExists */
-    osOverwriteIfExists = 1, /**< empty it first */
-    osAppendIfExists = 2     /**< write behind its end */
+    osFailIfExists = 0,      /**< leave it unchanged and return osFileExists */
+    osOverwriteIfExists = 1, /**< truncate it first */
+    osAppendIfExists = 2     /**< append to it */
 };
 
-/* -- Status and places ------------------------------------------------------------------------- */
+/* -- Status and locations ---------------------------------------------------------------------- */
 
-/** The system's query of a file's status; a link answers for what it leads to.
-    @param path the file. @param status receives it.
-    @return 0; another number when it fails, and on 32-bit Windows for a file of 2 GB or more, whose
-    size the record has no room for. */
+/** Reads the status of a file. Symbolic links are followed. Returns 0 on success and another number
+    on failure. On 32-bit Windows, a file of 2 GB or more is a failure because its size does not fit
+    the record.
+    @param path the file.
+    @param status receives the status. */
 GENUTIL_API int OSFileStat(char const* path, struct _stat& status);
 #ifdef _WIN32
 #ifdef _USE_32BIT_TIME_T
-/** The same for programs whose times have 64 bits. */
+/** Same as above, for programs with 64-bit times. */
 GENUTIL_API int OSFileStat(char const* path, struct _stat64i32& status);
 #else
-/** The same for programs whose times have 32 bits. */
+/** Same as above, for programs with 32-bit times. */
 GENUTIL_API int OSFileStat(char const* path, struct _stat32& status);
 #endif
 #endif
 
-/** The directory for temporary files (on Linux TMPDIR, or else /tmp).
-    @param result receives it with a separator behind it; empty when that is over 511 bytes.
-    @return 1. */
+/** Returns the directory for temporary files (on Linux TMPDIR, or else /tmp). Always returns 1.
+    @param result receives the directory with a trailing separator; empty if it is longer than
+        511 bytes. */
 GENUTIL_API int OSGetTempDir(CGNString& result);
 
 /* -- Whole files ------------------------------------------------------------------------------- */
 
-/** Reads a file. @param buffer receives its bytes with a 0 behind them; to be released with free.
-    @param path an ordinary file of less than 2 GB.
-    @return bytes; 0, with buffer null, for an empty file, for one whose length changes
-    meanwhile and when it cannot be read. */
+/** Reads a file. Returns the number of bytes. Returns 0 and sets buffer to null if the file is
+    empty, changes its length meanwhile or cannot be read.
+    @param buffer receives the bytes and a terminating 0; to be released with free.
+    @param path a regular file of less than 2 GB. */
 GENUTIL_API int OSGetBinaryFileContents(char*& buffer, char const* path);
 
-/** Reads a text, each "\r\n" in it as "\n" (OSDosToUnix).
-    @param buffer receives it with a 0 behind it; to be released with free. @param path the file.
-    @return 1; 0, with buffer null, where OSGetBinaryFileContents returns 0. */
+/** Reads a text file and replaces each "\r\n" with "\n" (OSDosToUnix). Returns 1. Returns 0 and
+    sets buffer to null if OSGetBinaryFileContents() would return 0.
+    @param buffer receives the text and a terminating 0; to be released with free.
+    @param path the file. */
 GENUTIL_API int OSGetFileContents(char*& buffer, char const* path);
 
-/** Reads the part of a file that its trailer tells: the last strlen(marker) + 16 bytes have the
-    marker in them, and behind their first ":" the number of bytes to read. A file without the
-    marker there, or without a ":", is read whole.
-    @param buffer receives the bytes with a 0 behind them; to be released with free.
-    @param path the file. @param marker what the trailer begins with; not null.
-    @return bytes; 0, with buffer null, when the number is 0 or negative, when there are less bytes
-    than that, and where OSGetBinaryFileContents returns 0. */
+/** Reads the part of a file that its trailer specifies. The trailer is within the last
+    strlen(marker) + 16 bytes and contains the marker. The number after its first ":" is the number
+    of bytes to read. A file without the marker or the ":" is read whole. Returns the number of
+    bytes. Returns 0 and sets buffer to null if that number is 0 or negative, if the file has fewer
+    bytes, or if OSGetBinaryFileContents() would return 0.
+    @param buffer receives the bytes and a terminating 0; to be released with free.
+    @param path the file.
+    @param marker the text at the start of the trailer; not null. */
 GENUTIL_API int OSGetBinaryFileContentsWithFieldOffset(char*& buffer, char const* path,
                                                        char const* marker);
 
-/** The same with each "\r\n" as "\n". @param buffer receives the text with a 0 behind it; to be
-    released with free. @param path the file. @param marker what the trailer begins with.
-    @return 1; 0, with buffer null, when nothing was read. */
+/** Reads the part of a text file that its trailer specifies and replaces each "\r\n" with "\n"; see
+    OSGetBinaryFileContentsWithFieldOffset(). Returns 1. Returns 0 and sets buffer to null if
+    nothing was read.
+    @param buffer receives the text and a terminating 0; to be released with free.
+    @param path the file.
+    @param marker the text at the start of the trailer. */
 GENUTIL_API int OSGetFileContentsWithFieldOffset(char*& buffer, char const* path,
                                                  char const* marker);
 
-/** Appends a trailer, such as "DATA:100" for a file of 100 bytes, to an existing file.
-    @param path the file. @param trailer its text, which is written as it is.
-    @return the bytes written; 0 when the file cannot be opened or written, or one of the two is
-    null. */
+/** Appends a trailer, such as "DATA:100" for a file of 100 bytes, to an existing file. Returns the
+    number of bytes written. Returns 0 if the file cannot be opened or written, or if either pointer
+    is null.
+    @param path the file.
+    @param trailer the text of the trailer, written unchanged. */
 GENUTIL_API int OSWriteFieldOffset(char const* path, char const* trailer);
 
-/** Writes a buffer to a file. @param buffer the bytes. @param size their number. @param path the
-    file. @param action what to do when it exists.
-    @return the bytes written; osFileExists, with the file untouched, when it exists and must not; 0
-    when it cannot be opened or not all was written, and for a null buffer with a size. */
+/** Writes a buffer to a file. Returns the number of bytes written. Returns osFileExists and leaves
+    the file unchanged if it exists and action is osFailIfExists. Returns 0 if the file cannot be
+    opened, if not everything could be written, or if buffer is null and size is not 0.
+    @param buffer the bytes.
+    @param size number of bytes.
+    @param path the file.
+    @param action the action if the file exists. */
 GENUTIL_API long OSWriteBinaryFileContents(char* buffer, unsigned int size, CGNString path,
                                            osFileActionIfExists action);
 
-/** Removes, in place, every carriage return that stands directly before a line feed.
-    @param text the text. @return 1; 0 for null. */
+/** Removes every carriage return directly before a line feed, in place. Returns 1, or 0 for
+    null. */
 GENUTIL_API int OSDosToUnix(char* text);
 
-/* -- Making and removing ----------------------------------------------------------------------- */
+/* -- Creation and removal ---------------------------------------------------------------------- */
 
-/* No function that removes follows a symbolic link: the link is what goes. Only the directory whose
-   entries are looked through one by one, by a predicate or by age, may be named by a link to it. */
+/* Functions that remove do not follow symbolic links: the link itself is removed. The two functions
+   that examine the entries of a directory one by one, with a predicate or by age, accept a link to
+   that directory. */
 
-/** Makes a directory in one that exists. @return 0 or the code. */
+/** Creates a directory. Its parent must exist. Returns 0 or an osFileError. */
 GENUTIL_API int OSCreateDirectory(CGNString const& path);
 
-/** Removes an empty directory, or a link to any directory. @return 0 or the code. */
+/** Removes an empty directory, or a link to any directory. Returns 0 or an osFileError. */
 GENUTIL_API int OSRemoveDirectory(CGNString const& path);
 
-/** Removes a file or a link. @return 0 or the code. */
+/** Removes a file or a link. Returns 0 or an osFileError. */
 GENUTIL_API int OSRemoveFile(CGNString const& path);
 
-/** Removes the files directly in a directory, then the directory. Directories in it stay, and with
-    it them. @return that of OSRemoveDirectory, also when the directory could not be read. */
+/** Removes the files in a directory and then the directory. If the directory has subdirectories,
+    they and the directory itself are kept. Returns the result of OSRemoveDirectory(), also if the
+    directory could not be read. */
 GENUTIL_API int OSRemoveDirectoryAndContents(CGNString const& path);
 
-/** Removes a directory with all that is in it, read-only entries included; or a file. The root
-    stays. On Windows the shell does it, which takes no path of 260 characters or more.
-    @return 0, for an empty path too; 1 when it failed, which may be half way. */
+/** Removes a file, or a directory with all its content, including read-only entries. A root
+    directory is not removed. On Windows the path must be shorter than 260 characters. Returns 0 on
+    success and for an empty path. Returns 1 on failure, when part of the content may have been
+    removed. */
 GENUTIL_API int OSDeleteDirectoryTree(CGNString const& path);
 
-/** Removes the entries of a directory that a predicate selects: directories as by
-    OSRemoveDirectoryAndContents, what that does not remove as by OSRemoveFile.
+/** Removes the entries of a directory that a predicate selects. Directories are removed as by
+    OSRemoveDirectoryAndContents(). Other entries, and directories which that function fails to
+    remove, are removed as by OSRemoveFile(). Always returns 0.
 
-    The predicate is asked about "." and ".." too, and selecting one of them removes the files of
-    the directory itself or, mind, of the one above it.
-    @param path the directory. @param predicate is given each entry's name, and returns whether to
-    remove it; null selects none. @return 0. */
+    The predicate is also called for "." and "..". Selecting "." removes the files of the directory
+    itself, and selecting ".." removes those of its parent directory.
+    @param path the directory.
+    @param predicate receives the name of each entry and returns nonzero to remove it; null
+        selects nothing. */
 GENUTIL_API int OSRemovePatternFromDirectory(CGNString const& path,
                                              unsigned char (*predicate)(CGNString& name));
 
-/** Removes the files in a directory that were last modified more than so many seconds ago.
-    @param path the directory. @param seconds the greatest age that stays. @return 0. */
+/** Removes the files in a directory whose last modification is too old. Always returns 0.
+    @param path the directory.
+    @param seconds the maximum age in seconds of files to keep. */
 GENUTIL_API int OSRemoveOldFilesFromDirectory(CGNString const& path, long seconds);
 
 /* -- Listing ----------------------------------------------------------------------------------- */
 
-/* Patterns are those of Windows on every system: "*" for any characters, "?" for one or, before a
-   dot or the end, none; letters match in either case, and "*.*" matches every name. */
+/* Patterns follow the rules of Windows on every system. "*" matches any characters. "?" matches one
+   character, or none before a dot or the end. Letter case is ignored. "*.*" matches every name. */
 
-/** Appends the paths of the entries of a directory that match, directories as well, "." and ".."
-    among them. @param path the directory. @param pattern the pattern. @param list gets them, in
-    the order of the system. @return 0; -1 when there is no such directory. */
+/** Appends the paths of all matching entries of a directory, including directories, "." and "..".
+    Returns 0, or -1 if the directory does not exist.
+    @param path the directory.
+    @param pattern the pattern.
+    @param list receives the paths in the order of the system. */
 GENUTIL_API int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList& list);
 
-/** Appends the files of a directory that match; directories are left out. @param path the
-    directory. @param pattern the pattern. @param list gets them: the files of the directory in the
-    order of the system, then those of the directories in it. @param recurse whether to list these
-    too, and those in them; links to directories are left out.
-    @param fullPaths whether to append paths that begin with that of the directory, or names alone.
-    @return 0; -1 when there is no such directory. */
+/** Appends the matching files of a directory, without directories. Returns 0, or -1 if the
+    directory does not exist.
+    @param path the directory.
+    @param pattern the pattern.
+    @param list receives the files of the directory in the order of the system, followed by
+        those of its subdirectories.
+    @param recurse nonzero includes subdirectories at every level, except symbolic links to
+        directories.
+    @param fullPaths nonzero appends paths that begin with the path of the directory, zero
+        appends names only. */
 GENUTIL_API int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList& list,
                               unsigned char recurse, unsigned char fullPaths);
 
 /* -- Names ------------------------------------------------------------------------------------- */
 
-/** @return what stands behind the last "." of the whole path, which may be that of a directory:
-    "d\file" for "dir.d\file". Empty for null and for a path without one. */
+/** Returns the text after the last "." of the whole path. That "." may be in the name of a
+    directory: "d\file" for "dir.d\file". Returns an empty string for null and for a path without
+    ".". */
 GENUTIL_API CGNString OSGetFileExtension(char* path);
 
-/** Ends a path before its last ".", in place. @return the path up to there; empty, with the path
-    as it was, when there is no "." (it is not the whole path then) and for null. */
+/** Truncates a path before its last "." and returns it. Returns an empty string and leaves the path
+    unchanged if it has no ".". Returns an empty string for null. */
 GENUTIL_API CGNString OSGetFileNoExtension(char* path);
 
-/** @return what stands behind the last separator (CGNString::SplitFilePath). */
+/** Returns the text after the last separator (CGNString::SplitFilePath). */
 GENUTIL_API CGNString OSGetFileFromPath(CGNString const& path);
 
-/** Makes a path in the directory for temporary files that nothing has, of the name
-    "prefix(qualifier)", or with ".001", ".002" and so on behind it when that is taken. No file is
-    made. Characters that names cannot have, and dots, become "_".
-    @param prefix begins the name; null is an empty one. @param qualifier stands in the brackets.
-    @param result receives the path, cut at 256 characters before the number; empty on failure.
-    @return 1; 0 when there is no directory for temporary files and none can be made. */
+/** Returns an unused path in the directory for temporary files. The name is "prefix(qualifier)",
+    followed by ".001", ".002" and so on if that name is in use. The file is not created. Dots and
+    characters that are not allowed in file names become "_". Returns 1. Returns 0 if there is no
+    directory for temporary files and none can be created.
+    @param prefix the start of the name; null is an empty text.
+    @param qualifier the text in parentheses.
+    @param result receives the path, cut at 256 characters before the number; empty on failure. */
 GENUTIL_API unsigned char OSGetReportTempFileName(char const* prefix, char const* qualifier,
                                                   CGNString& result);
 
-/** The name in the network of a path on a connected drive: "\\server\share\dir" for "X:\dir". The
-    drive's letter must be in upper case. There are no drives on Linux.
-    @param result receives it; unchanged when there is none. @param path begins with a letter, and
-    has ":" behind it or "\" as its third character. @return whether there is one. */
+/** Returns the network name of a path on a connected drive: "\\server\share\dir" for "X:\dir". The
+    drive letter must be in upper case. Linux has no drives. Returns 1 if there is a network name.
+    @param result receives the network name; unchanged if there is none.
+    @param path begins with a drive letter, and has ":" as its second character or "\" as its
+        third. */
 GENUTIL_API unsigned char OSGetUniversalName(CGNString& result, CGNString& path);
 
 #endif

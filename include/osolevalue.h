@@ -1,25 +1,25 @@
-/* COSOLEValue: a value that goes to an automation server or comes from it, and COSOLEArguments, the
-   arguments of a call (osautomation.h).
+/* COSOLEValue: a value exchanged with an automation server. COSOLEArguments: the arguments of a
+   call (osautomation.h).
 
        COSOLEValue price;
-       price.SetDecimal(CGNDecimal("12.50"));   // exactly, as all decimals and amounts of money
+       price.SetDecimal(CGNDecimal("12.50"));   // exact, as all decimals and amounts of money
        COSOLEArguments arguments;
        arguments.Add("Tokyo").AddNamed("Price", price).AddByReference(COSOLEValue(0));
 
-   Texts are in the current code set and become the 16-bit characters of the server and back when a
-   call is made; what the code set lacks in a result becomes "?", and a text that is invalid in it
-   fails the call. Numbers written as text have the C spelling (gennum.h).
+   Texts are in the current code set and are converted to and from the server's 16-bit characters
+   during a call. A character of a result that is missing in the code set becomes "?". A text that
+   is invalid in the code set makes the call fail. Numbers as text use the C spelling (gennum.h).
 
-   Decimals have up to 96 bits and 28 digits behind the symbol, amounts of money four such digits in
-   64 bits. Neither is ever a binary fraction: what does not fit exactly is refused, in a call too
-   where the server or an array wants another type.
+   Decimals have up to 96 bits and 28 decimal places. Amounts of money have 64 bits and four decimal
+   places. Neither is ever converted to a binary fraction. A value that cannot be represented
+   exactly is rejected, also if the server or an array requires another type during a call.
 
-   Dates are the server's: days since 30 December 1899 of local time, without a zone, from the year
-   100 to 9999.
+   Dates are those of the server: days since 30 December 1899 in local time, without a time zone,
+   from the year 100 to 9999.
 
-   Results that answer yes or no are an unsigned char of 1 or 0; a getter that answers 0 leaves its
-   argument as it was. Nothing throws; without memory a value becomes empty, which is reported to
-   the library's assertion. A value belongs to one thread at a time. */
+   Boolean results are an unsigned char, 1 or 0. A getter that returns 0 leaves its argument
+   unchanged. Nothing throws. If allocation fails, the value becomes empty and the failure is
+   reported to the library's assertion service. A value may be used by one thread at a time. */
 #ifndef GENUTIL_OSOLEVALUE_H
 #define GENUTIL_OSOLEVALUE_H
 
@@ -37,7 +37,7 @@ class COSOLEAutomation;
 namespace genutil {
 struct OleObject;
 struct OleAccess;
-/** Tells the library's assertion that memory ran out for a list. */
+/** Reports an allocation failure in a list to the library's assertion service. */
 GENUTIL_API void ReportFullOleList();
 }  // namespace genutil
 
@@ -46,9 +46,9 @@ template <class T>
 class COSOLEList {
   public:
     COSOLEList() : m_items(nullptr), m_count(0), m_capacity(0) {}
-    /** Copies of the other's items; none when memory runs out. */
+    /** Copies the items; the list is empty if allocation fails. */
     COSOLEList(const COSOLEList& other) : COSOLEList() { *this = other; }
-    /** Takes the other's items over. */
+    /** Moves the items from the other list. */
     COSOLEList(COSOLEList&& other) : COSOLEList() {
         m_items = other.m_items;
         m_count = other.m_count;
@@ -58,7 +58,7 @@ class COSOLEList {
     }
     ~COSOLEList() { delete[] m_items; }
 
-    /** Takes copies of the other's items; none when memory runs out. */
+    /** Copies the items; the list is empty if allocation fails. */
     COSOLEList& operator=(const COSOLEList& other) {
         if (this == &other) return *this;
         Free();
@@ -67,7 +67,7 @@ class COSOLEList {
         return *this;
     }
 
-    /** Takes the other's items over, which gets those of this list. */
+    /** Exchanges the items of the two lists. */
     COSOLEList& operator=(COSOLEList&& other) {
         std::swap(m_items, other.m_items);
         std::swap(m_count, other.m_count);
@@ -75,16 +75,17 @@ class COSOLEList {
         return *this;
     }
 
-    /** @return the number of items. */
+    /** Returns the number of items. */
     int GetCount() const { return m_count; }
-    /** @return the item, which stays the list's; null when there is none at index. */
+    /** Returns the item at index, owned by the list, or null if index is out of range. */
     T* GetItem(int index) { return index >= 0 && index < m_count ? m_items + index : nullptr; }
-    /** The same, not to be changed. */
+    /** Same as above, read-only. */
     const T* GetItem(int index) const {
         return index >= 0 && index < m_count ? m_items + index : nullptr;
     }
 
-    /** Adds a copy of an item, which may be one of the list. @return 0 when memory runs out. */
+    /** Appends a copy of an item, which may be an item of this list. Returns 0 if allocation
+        fails. */
     unsigned char AddItem(const T& item) {
         if (m_count == m_capacity) {
             const T copy(item);
@@ -94,8 +95,8 @@ class COSOLEList {
         return 1;
     }
 
-    /** Adds new items at the end, or takes items away there. @param count 0 or more.
-        @return 0, with nothing changed, when memory runs out. */
+    /** Appends new items or removes items at the end until the list has count items. Returns 0 and
+        changes nothing if count is negative or allocation fails. */
     unsigned char SetCount(int count) {
         if (count < 0 || (count > m_capacity && !Reserve(count))) return 0;
         while (m_count > count) m_items[--m_count] = T();
@@ -103,7 +104,7 @@ class COSOLEList {
         return 1;
     }
 
-    /** Empties the list and gives its memory back. */
+    /** Empties the list and releases its memory. */
     void Free() {
         delete[] m_items;
         m_items = nullptr;
@@ -129,142 +130,159 @@ class COSOLEList {
     int m_capacity;
 };
 
-/** One dimension of an array. */
+/** A dimension of an array. */
 struct COSOLEBound {
     long m_lower = 0; /**< index of the first item */
-    long m_count = 0; /**< items */
+    long m_count = 0; /**< number of items */
 };
 
-/** A value of any kind that automation knows. */
+/** A value of any automation type. */
 class GENUTIL_API COSOLEValue {
   public:
-    /** What a value is. */
+    /** The kind of a value. */
     enum Kind {
-        kEmpty,    /**< nothing was assigned */
+        kEmpty,    /**< no value was assigned */
         kNull,     /**< no valid data */
-        kMissing,  /**< an optional argument that is left out */
+        kMissing,  /**< an omitted optional argument */
         kBoolean,  /**< true or false */
-        kInteger,  /**< 64 bits; goes out with 32 bits where these do */
+        kInteger,  /**< 64 bits; sent with 32 bits if they suffice */
         kReal,     /**< a double */
         kText,     /**< a text */
-        kDate,     /**< local date and time */
-        kCurrency, /**< an amount of money with four decimals */
+        kDate,     /**< a local date and time */
+        kCurrency, /**< an amount of money with four decimal places */
         kDecimal,  /**< a decimal number */
-        kError,    /**< a number that stands for an error */
-        kObject,   /**< an object of a server, or none */
-        kArray,    /**< values in one dimension or more */
-        kBytes     /**< an array of bytes in one dimension, from index 0 */
+        kError,    /**< an error number */
+        kObject,   /**< a server object, or none */
+        kArray,    /**< values in one or more dimensions */
+        kBytes     /**< a one-dimensional array of bytes, starting at index 0 */
     };
 
-    COSOLEValue();                               /**< empty */
-    COSOLEValue(int value);                      /**< an integer */
-    COSOLEValue(long value);                     /**< an integer */
-    COSOLEValue(long long value);                /**< an integer */
-    COSOLEValue(double value);                   /**< a real */
-    COSOLEValue(const char* text);               /**< a text; null is an empty one */
-    COSOLEValue(const CGNString& text);          /**< a text, with 0 bytes in it if it has them */
-    COSOLEValue(const COSOLEAutomation& object); /**< see SetObject */
-    COSOLEValue(const COSOLEValue& other);       /**< a copy; an object is shared */
-    COSOLEValue& operator=(const COSOLEValue& other); /**< the same */
+    COSOLEValue();                               /**< Constructs an empty value. */
+    COSOLEValue(int value);                      /**< Constructs an integer. */
+    COSOLEValue(long value);                     /**< Constructs an integer. */
+    COSOLEValue(long long value);                /**< Constructs an integer. */
+    COSOLEValue(double value);                   /**< Constructs a real. */
+    COSOLEValue(const char* text);               /**< Constructs a text; null is an empty text. */
+    COSOLEValue(const CGNString& text);          /**< Constructs a text, including 0 bytes. */
+    COSOLEValue(const COSOLEAutomation& object); /**< Constructs an object; see SetObject(). */
+    COSOLEValue(const COSOLEValue& other);       /**< Copies the value; an object is shared. */
+    /** Copies the value; an object is shared. */
+    COSOLEValue& operator=(const COSOLEValue& other);
     ~COSOLEValue();
 
-    /** @return what it is. */
+    /** Returns the kind of the value. */
     Kind GetKind() const { return m_kind; }
-    /** @return the kind's name in English, such as "decimal". */
+    /** Returns the English name of the kind, such as "decimal". */
     const char* GetKindName() const;
 
-    /* -- Setting: the value is empty where one of these returns 0 -------------------------- */
+    /* -- Setters. If one returns 0, the value is empty ------------------------------------- */
 
-    void SetEmpty();                      /**< see Kind */
-    void SetNull();                       /**< see Kind */
-    void SetMissing();                    /**< see Kind */
-    void SetBoolean(unsigned char value); /**< @param value 0 is false */
-    void SetInteger(long long value);     /**< see Kind */
-    void SetReal(double value);           /**< see Kind */
-    void SetText(const CGNString& text);  /**< see Kind */
-    void SetError(long code);             /**< see Kind */
-    /** @param number in the C spelling, as it was set (GetRawBuffer); the empty one is 0.
-        @return 0 when it is no number in it or has too many digits. */
+    void SetEmpty();                      /**< Sets kEmpty. */
+    void SetNull();                       /**< Sets kNull. */
+    void SetMissing();                    /**< Sets kMissing. */
+    void SetBoolean(unsigned char value); /**< Sets a boolean; 0 is false. */
+    void SetInteger(long long value);     /**< Sets an integer. */
+    void SetReal(double value);           /**< Sets a real. */
+    void SetText(const CGNString& text);  /**< Sets a text. */
+    void SetError(long code);             /**< Sets an error number. */
+    /** Sets a decimal. The number is read from GetRawBuffer() in the C spelling; an empty one is 0.
+        Returns 0 if it is malformed or has too many digits. */
     unsigned char SetDecimal(const CGNDecimal& number);
-    /** @param amount its number in the C spelling; the code stays behind, servers know none.
-        @return 0 when it is no number in it, has more than four decimals or too many digits. */
+    /** Sets an amount of money. The number is read in the C spelling; the currency code is dropped,
+        because servers have none. Returns 0 if the number is malformed, has more than four decimal
+        places or has too many digits. */
     unsigned char SetCurrency(const CGNCurrency& amount);
-    /** @param moment its local date and time, to the second. @return 0 for an empty one. */
+    /** Sets a date from the local date and time of a moment, with a resolution of one second.
+        Returns 0 if the moment is empty. */
     unsigned char SetDateTime(const CGNDateTime& moment);
-    /** @param date by its day number: days up to 4 October 1582 have other dates on the server,
-        which reckons in the Gregorian calendar throughout. @param secondOfDay 0 to 86399.
-        @return 0 when one is out of range. */
+    /** Sets a date. Returns 0 if an argument is out of range.
+        @param date the date, converted by its day number. The server uses the Gregorian
+            calendar throughout, so dates up to 4 October 1582 have other day, month and year values
+            there.
+        @param secondOfDay 0 to 86399. */
     unsigned char SetDate(const CGNDate& date, long secondOfDay = 0);
-    /** @param days since 30 December 1899; of a negative number the fraction still counts forward
-        in the day. @return 0 when it is out of range. */
+    /** Sets a date. Returns 0 if it is out of range.
+        @param days days since 30 December 1899. The fraction of a negative number still counts
+            forward within the day. */
     unsigned char SetOleDate(double days);
-    /** @param object is shared; one that is not connected stands for none. */
+    /** Sets an object, which is shared. An object that is not connected gives a value without an
+        object. */
     void SetObject(const COSOLEAutomation& object);
-    /** @param bytes may be null when count is 0. @param count how many. @return 0 when memory runs
-        out. */
+    /** Sets an array of bytes. Returns 0 if allocation fails.
+        @param bytes the bytes; may be null if count is 0.
+        @param count number of bytes. */
     unsigned char SetBytes(const void* bytes, unsigned long count);
 
-    /** Makes an array of empty values in one dimension.
-        @param count items, 0 or more. @param lower index of the first on the server.
-        @param element what all items are, for a server that insists: kBoolean to kCurrency,
-        kDecimal or kObject; kEmpty for items of any kind.
-        @return 0 when a number is negative, there is no such array or memory runs out. */
+    /** Sets a one-dimensional array of empty values. Returns 0 if a number is negative, no such
+        array exists or allocation fails.
+        @param count number of items.
+        @param lower index of the first item on the server.
+        @param element the kind of all items, for servers that require one: kBoolean to
+            kCurrency, kDecimal or kObject. kEmpty allows items of any kind. */
     unsigned char SetArray(long count, long lower = 0, Kind element = kEmpty);
-    /** The same in 1 to 60 dimensions. @param bounds the dimensions, the first index first.
-        @param dimensions how many. @param element as above. @return as above. */
+    /** Sets an array of 1 to 60 dimensions; see above.
+        @param bounds the dimensions, beginning with that of the first index.
+        @param dimensions number of dimensions.
+        @param element as above. */
     unsigned char SetArray(const COSOLEBound* bounds, int dimensions, Kind element = kEmpty);
 
-    /* -- Getting: 0 when the value is of another kind or does not fit ---------------------- */
+    /* -- Getters. They return 0 if the kind does not match or the value does not fit ------- */
 
-    unsigned char GetBoolean(unsigned char& out) const; /**< of a boolean */
-    /** Of an integer, a boolean (1 or 0), and a whole real, decimal or amount of money. */
+    unsigned char GetBoolean(unsigned char& out) const; /**< Reads a boolean. */
+    /** Reads an integer, a boolean as 1 or 0, or a real, decimal or amount of money without a
+        fraction. */
     unsigned char GetInteger(long long& out) const;
-    unsigned char GetReal(double& out) const; /**< of a real, and of an integer up to 2^53 */
-    /** A text as it is; numbers in the C spelling; "true" and "false"; a date as
-        "2010-03-05 14:30:00"; an error as "0x80020004"; empty, null and missing as the empty text.
-        @return 0 for objects, arrays and bytes. */
+    unsigned char GetReal(double& out) const; /**< Reads a real, or an integer up to 2^53. */
+    /** Reads a value as text. Numbers are in the C spelling, booleans are "true" or "false", a date
+        is "2010-03-05 14:30:00", an error is "0x80020004". Empty, null and missing values give an
+        empty text. Returns 0 for objects, arrays and bytes. */
     unsigned char GetText(CGNString& out) const;
-    unsigned char GetError(long& code) const; /**< of an error */
-    /** Of a decimal, an amount of money and an integer. @param out receives it in the C spelling,
-        with the decimals that the server gave. */
+    unsigned char GetError(long& code) const; /**< Reads an error number. */
+    /** Reads a decimal, an amount of money or an integer.
+        @param out receives the number in the C spelling, with the decimal places that the
+            server sent. */
     unsigned char GetDecimal(CGNDecimal& out) const;
-    /** Of an amount of money, an integer and a decimal of up to four decimals. @param out receives
-        it in the C spelling, without zeroes at its end. @param code of the currency, to be added;
-        empty for none. */
+    /** Reads an amount of money, an integer, or a decimal with up to four decimal places.
+        @param out receives the amount in the C spelling, without trailing zeroes.
+        @param code currency code to append; empty for none. */
     unsigned char GetCurrency(CGNCurrency& out, const CGNString& code = CGNString()) const;
-    /** Of a date that a moment can have, to the nearest second, in the zone of the thread. */
+    /** Reads a date within the range of CGNDateTime, rounded to the nearest second, in the time
+        zone of the thread. */
     unsigned char GetDateTime(CGNDateTime& out) const;
-    /** Of any date. @param out receives it. @param secondOfDay receives 0 to 86399; may be
-        null. */
+    /** Reads any date.
+        @param out receives the date.
+        @param secondOfDay receives 0 to 86399; may be null. */
     unsigned char GetDate(CGNDate& out, long* secondOfDay = nullptr) const;
-    unsigned char GetOleDate(double& days) const; /**< of a date, as the server gave it */
-    /** Of an object. @param out shares it; it is not connected when there is none. Its retry time
-        and its error stay. */
+    unsigned char GetOleDate(double& days) const; /**< Reads a date as sent by the server. */
+    /** Reads an object.
+        @param out shares the object; not connected if the value has none. The retry time and
+            the error of out are unchanged. */
     unsigned char GetObject(COSOLEAutomation& out) const;
 
-    /** @return the bytes, valid until the value changes; null when it is of another kind. */
+    /** Returns the bytes, valid until the value changes, or null if the kind is not kBytes. */
     const unsigned char* GetBytes() const;
-    /** @return the items of an array in all its dimensions, or the bytes; else 0. */
+    /** Returns the number of items of an array in all its dimensions, or the number of bytes; 0 for
+        other kinds. */
     long GetCount() const;
-    /** @return the dimensions of an array, 1 of bytes, else 0. */
+    /** Returns the number of dimensions: 1 for bytes, 0 if the value is not an array. */
     int GetDimensions() const;
-    /** @return a dimension, from 0; an empty one when there is none. */
+    /** Returns a dimension, counted from 0. Returns an empty one if dimension is out of range. */
     COSOLEBound GetBound(int dimension) const;
-    /** @return what all items of an array are; kEmpty when they may be of any kind. */
+    /** Returns the kind of all items of an array; kEmpty if items may be of any kind. */
     Kind GetElementKind() const { return m_element; }
-    /** An item of an array by its position: from 0, the first index running fastest.
-        @return the item, which stays the value's; null when there is none. */
+    /** Returns the item of an array at a position, owned by the value, or null if it is out of
+        range. Positions count from 0; the first index varies fastest. */
     COSOLEValue* GetItem(long position) {
         const bool fits = position == static_cast<int>(position);
         return fits ? m_items.GetItem(static_cast<int>(position)) : nullptr;
     }
-    /** The same, not to be changed. */
+    /** Same as above, read-only. */
     const COSOLEValue* GetItem(long position) const {
         const bool fits = position == static_cast<int>(position);
         return fits ? m_items.GetItem(static_cast<int>(position)) : nullptr;
     }
-    /** @return the position of the item with these indexes, which begin at their lower bounds, one
-        for each dimension; -1 when there is none. */
+    /** Returns the position of an item, or -1 if there is none.
+        @param indexes one index for each dimension, counted from its lower bound. */
     long GetPosition(const long* indexes) const;
 
   private:
@@ -276,40 +294,41 @@ class GENUTIL_API COSOLEValue {
     Kind m_element;
     std::int64_t m_integer;        // boolean, integer, error; currency in ten-thousandths
     double m_real;                 // real, date
-    CGNString m_text;              // text, bytes; a decimal in the C spelling
+    CGNString m_text;              // text, bytes; decimal in the C spelling
     genutil::OleObject* m_object;  // null for none
     COSOLEList<COSOLEValue> m_items;
     COSOLEList<COSOLEBound> m_bounds;
 };
 
-/** The arguments of a call: first those by position, then those by name. */
+/** The arguments of a call: positional arguments first, then named ones. */
 class GENUTIL_API COSOLEArguments {
   public:
     COSOLEArguments();
-    COSOLEArguments(const COSOLEArguments& other);            /**< copies of all */
-    COSOLEArguments& operator=(const COSOLEArguments& other); /**< takes copies of all */
+    COSOLEArguments(const COSOLEArguments& other);            /**< Copies all arguments. */
+    COSOLEArguments& operator=(const COSOLEArguments& other); /**< Copies all arguments. */
     ~COSOLEArguments();
 
-    /** Adds an argument. All of these return the arguments themselves. */
+    /** Appends an argument. This function and those below return the object itself. */
     COSOLEArguments& Add(const COSOLEValue& value);
-    /** Adds one that the server may change: Get has the new value behind the call. It takes the
-        type that the server's type information has for it; an empty value is one to be filled. */
+    /** Appends an argument that the server may change. After the call, Get() returns the new value.
+        The argument has the type given by the server's type information. An empty value is an
+        output argument. */
     COSOLEArguments& AddByReference(const COSOLEValue& value);
-    /** Leaves an optional argument out; those behind it have their position still. */
+    /** Omits an optional argument. Later arguments keep their positions. */
     COSOLEArguments& AddMissing();
-    /** Adds an argument by its name, in any letter case. */
+    /** Appends a named argument. Letter case of the name is ignored. */
     COSOLEArguments& AddNamed(const CGNString& name, const COSOLEValue& value);
-    /** The same for one that the server may change. */
+    /** Appends a named argument that the server may change. */
     COSOLEArguments& AddNamedByReference(const CGNString& name, const COSOLEValue& value);
 
-    int GetCount() const { return m_items.GetCount(); } /**< @return how many there are */
-    void Clear() { m_items.Free(); }                    /**< takes all away */
-    /** @param index from 0, in the order in which they were added. @return the argument; an empty
-        value when there is none. */
+    int GetCount() const { return m_items.GetCount(); } /**< Returns the number of arguments. */
+    void Clear() { m_items.Free(); }                    /**< Removes all arguments. */
+    /** Returns an argument, or an empty value if index is out of range.
+        @param index counted from 0 in the order in which arguments were added. */
     COSOLEValue Get(int index) const;
-    /** @return the argument's name; empty for one by position and when there is none. */
+    /** Returns the name of an argument; empty if it is positional or index is out of range. */
     CGNString GetName(int index) const;
-    /** @return 1 when the server may change the argument. */
+    /** Returns 1 if the server may change the argument. */
     unsigned char IsByReference(int index) const;
 
   private:

@@ -1,12 +1,12 @@
-/* Preference sets: settings behind one interface, wherever they are kept. The local set keeps them
-   in an initialisation file (osconfig.h).
+/* Preference sets: an interface to settings that is independent of their storage. The local set
+   stores them in an initialisation file (osconfig.h).
 
        OSLocalPreferenceSet preferences;
        CGNString value;
        preferences.GetPreferenceValue("Width", value, "80", "Screen", "./tour.ini");
 
-   A set is for one thread at a time, and different sets may be used at the same time. Nothing
-   throws. Texts are in the current code set; a null one counts as empty. */
+   A set may be used by one thread at a time. Different sets may be used concurrently. Nothing
+   throws. Texts are in the current code set. A null text is treated as an empty one. */
 #ifndef GENUTIL_OSPREFERENCES_H
 #define GENUTIL_OSPREFERENCES_H
 
@@ -15,25 +15,25 @@
 #include "genexport.h"
 #include "genstr.h"
 
-/** The status list of the programs that implement sets of their own; passed through untouched. */
+/** The status list of programs that implement their own sets; passed through unchanged. */
 class QVStatusList;
 
 namespace genutil {
 struct PreferenceLayout;
 }
 
-/** What every set of preferences offers. The order of its virtual functions is part of the
+/** The interface of all preference sets. The order of its virtual functions is part of the
     interface: destructor, GetPreferenceValue, SetPreferenceValue, LoadPreferenceValues,
-    SavePreferenceValues, Reload, GetPreferenceType. A long that is returned is 1 for success and 0
-    for failure; a context is the caller's own. */
+    SavePreferenceValues, Reload, GetPreferenceType. Results of type long are 1 on success and 0 on
+    failure. A context is defined by the caller. */
 class GENUTIL_API IQVPreferenceSet {
   public:
-    /** Where a set keeps its values; other values than this are for other implementations. */
+    /** Storage of a set. Other implementations may use other values. */
     enum PreferenceType : std::int32_t {
-        localPreferences = 0 /**< in initialisation files */
+        localPreferences = 0 /**< initialisation files */
     };
 
-    /** @param type where the set keeps its values. */
+    /** Constructs a set with the given type of storage. */
     explicit IQVPreferenceSet(PreferenceType type) : m_type(type) {}
     /** Copies the type. */
     IQVPreferenceSet(const IQVPreferenceSet&) = default;
@@ -41,22 +41,29 @@ class GENUTIL_API IQVPreferenceSet {
     IQVPreferenceSet& operator=(const IQVPreferenceSet&) = default;
     virtual ~IQVPreferenceSet();
 
-    /** Reads a value. @param key its name. @param value receives it, or the default where there is
-        none. @param defaultValue the default. @param section the group of names. @param file where
-        the groups are. @return 1 for success. */
+    /** Reads a value. Returns 1 on success.
+        @param key name of the value.
+        @param value receives the value, or the default if it does not exist.
+        @param defaultValue the default.
+        @param section section that contains the value.
+        @param file file that contains the section. */
     virtual long GetPreferenceValue(const char* key, CGNString& value, const char* defaultValue,
                                     const char* section, const char* file) = 0;
-    /** Writes a value. @param key its name. @param value is not changed. @param section the group
-        of names. @param file where the groups are. @return 1 for success. */
+    /** Writes a value. Returns 1 on success.
+        @param key name of the value.
+        @param value the value; not modified.
+        @param section section that contains the value.
+        @param file file that contains the section. */
     virtual long SetPreferenceValue(const char* key, CGNString& value, const char* section,
                                     const char* file) = 0;
-    /** Fetches what the set holds in memory. This one does nothing. @return 1. */
+    /** Loads the values that the set keeps in memory. The base class does nothing and returns 1. */
     virtual long LoadPreferenceValues(void* context, QVStatusList& status);
-    /** Stores what the set holds in memory. This one does nothing. @return 1. */
+    /** Saves the values that the set keeps in memory. The base class does nothing and returns 1. */
     virtual long SavePreferenceValues(void* context, QVStatusList& status);
-    /** Fetches it anew. This one does nothing. @return 1. */
+    /** Reloads the values that the set keeps in memory. The base class does nothing and returns
+        1. */
     virtual long Reload(void* context, unsigned char force, QVStatusList& status);
-    /** @return where the set keeps its values. */
+    /** Returns the type of storage. */
     virtual PreferenceType GetPreferenceType();
 
   protected:
@@ -66,38 +73,41 @@ class GENUTIL_API IQVPreferenceSet {
     friend struct genutil::PreferenceLayout;
 };
 
-/** Preferences in initialisation files. With the defaults-only flag no file is touched: reading
-    gives the defaults and writing is left out, with success. */
+/** Preferences in initialisation files. If the defaults-only flag is set, files are not accessed:
+    reading returns the defaults, and writing does nothing and succeeds. */
 class GENUTIL_API OSLocalPreferenceSet : public IQVPreferenceSet {
   public:
-    /** Reads and writes files. */
+    /** Constructs a set without the defaults-only flag. */
     OSLocalPreferenceSet();
-    /** @param defaultsOnly the flag. */
+    /** Constructs a set.
+        @param defaultsOnly nonzero sets the defaults-only flag. */
     explicit OSLocalPreferenceSet(unsigned char defaultsOnly);
-    /** Copies type and flag. */
+    /** Copies the type and the flag. */
     OSLocalPreferenceSet(const OSLocalPreferenceSet&) = default;
-    /** Copies type and flag. */
+    /** Copies the type and the flag. */
     OSLocalPreferenceSet& operator=(const OSLocalPreferenceSet&) = default;
     ~OSLocalPreferenceSet() override;
 
-    /** OSGetConfig; with an empty key GetPreferenceSectionValueFromIni, where the default has no
-        say unless the flag is set. */
+    /** Reads a value with OSGetConfig(). If key is empty, reads a whole section with
+        GetPreferenceSectionValueFromIni(); the default is then used only if the defaults-only flag
+        is set. */
     long GetPreferenceValue(const char* key, CGNString& value, const char* defaultValue,
                             const char* section, const char* file) override;
-    /** OSSetConfig. @return 1. */
+    /** Writes a value with OSSetConfig(). Always returns 1. */
     long SetPreferenceValue(const char* key, CGNString& value, const char* section,
                             const char* file) override;
-    /** Does nothing: each call reads the file as it is. @return 1. */
+    /** Does nothing, because every call reads the file again. Always returns 1. */
     long Reload(void* context, unsigned char force, QVStatusList& status) override;
 
-    /** Reads the lines of a section as they stand, comments included, but with LF as their ends:
-        from the line behind its head up to the next line that begins with "[", whose preceding line
-        end is left out, or to the end of the file. The head is the first line that begins with
-        "[section]", in this letter case. A line "[" that follows the head at once ends nothing:
-        programs rely on it.
-        @param section its name. @param value receives the lines; without such a section it stays as
-        it is. @param file its path, where a bare name is one in the current folder.
-        @return 1; 0 when the file cannot be read or is empty. */
+    /** Reads the lines of a section unchanged, including comments, with LF as line ends. The
+        section starts after the first line that begins with "[section]", in this letter case. It
+        ends before the line end preceding the next line that begins with "[", or at the end of the
+        file. A line "[" directly after the section header does not end the section; existing
+        programs depend on this. Returns 1, or 0 if the file is empty or cannot be read.
+        @param section name of the section.
+        @param value receives the lines; unchanged if the section does not exist.
+        @param file path of the file; a name without a directory refers to the current
+            directory. */
     long GetPreferenceSectionValueFromIni(const char* section, CGNString& value, const char* file);
 
   private:

@@ -1,59 +1,67 @@
-/* Other programs.
+/* Running other programs.
 
-   OSRunSyncProcess runs a program and catches what it prints, OSRunAsyncProcess starts one and goes
-   on, OSOpenFile opens a document with the program of its kind, and OSExpandEnvironmentVariables
-   puts values for the "%NAME%" of a text.
+   OSRunSyncProcess runs a program and captures its output. OSRunAsyncProcess starts a program
+   without waiting. OSOpenFile opens a document with its associated program.
+   OSExpandEnvironmentVariables replaces "%NAME%" in a text with the values of environment
+   variables.
 
        CGNString output;
        if (OSRunSyncProcess("report.exe /month:3 \"/title:The sales\"", output) == 0) ...
 
-   Command lines, paths and texts are in the current code set. No shell is involved: the system
-   takes the command line apart (on Windows), or the library does by the same rules (on Linux):
+   Command lines, paths and texts are in the current code set. Command lines are not passed to a
+   shell. They are split by the system (on Windows) or by the library with the same rules (on
+   Linux):
 
        program   = '"' any but '"' ... '"'  |  up to the first blank
-       argument  = up to a blank outside of quotes; 2n backslashes before a quote are n of them, one
-                   more makes the quote a character; two quotes within quotes are one
+       argument  = up to a blank outside quotes; 2n backslashes before a quote give n backslashes,
+                   one more makes the quote an ordinary character; two quotes within quotes give one
 
-   Any thread may call any of these. */
+   Every function may be called from any thread. */
 #ifndef GENUTIL_OSPROCESS_H
 #define GENUTIL_OSPROCESS_H
 
 #include "genexport.h"
 #include "genstr.h"
 
-/** What OSRunSyncProcess returns for a program that closed its output and goes on running. */
+/** Result of OSRunSyncProcess for a program that closed its output and is still running. */
 #define OS_STILL_ACTIVE 259
 
-/** Runs a program without a window, in a console (on Linux a session) of its own, until it closes
-    its output: standard output and standard error. Its standard input is that of the caller.
-    @param commandLine the program, which is looked for as the system does, and its arguments.
-    @param output gets what the program prints appended, byte by byte as it comes.
-    @return the program's exit code; OS_STILL_ACTIVE when it closed its output and goes on (on Linux
-    after a quarter of a second in which it may end); 1 when the run was cut short, the program then
-    being ended: reading failed or memory ran out; the system's error code when it could not be
-    started: 2 for a program that is not found. On Linux a program that a signal ended has the code
-    128 + signal, and the error codes are those of errno. */
+/** Runs a program until it closes its standard output and standard error. The program has no window
+    and runs in its own console (on Linux, in its own session). It inherits the standard input of
+    the caller.
+
+    Returns the exit code of the program, or one of these:
+    - OS_STILL_ACTIVE: the program closed its output and is still running. On Linux the program
+      has a quarter of a second to end before this is returned.
+    - 1: reading the output or an allocation failed, and the program was terminated.
+    - An error code of the system: the program could not be started, such as 2 if it was not
+      found. On Linux this is an errno value.
+    - On Linux, 128 + signal: a signal terminated the program.
+    @param commandLine the program, found by the search rules of the system, and its arguments.
+    @param output the bytes that the program prints are appended to it. */
 GENUTIL_API long OSRunSyncProcess(const CGNString& commandLine, CGNString& output);
 
-/** Starts a program and does not wait for it. It has the caller's environment and directory, and
-    of the caller's handles the standard ones at most.
+/** Starts a program and returns without waiting. The program inherits the environment, the current
+    directory and at most the standard handles of the caller. Returns 1 if the program was started,
+    or else 0.
     @param commandLine as above.
-    @param error receives the system's text when the program does not start.
-    @return 1 when it was started, else 0. */
+    @param error receives the system's error text if the program was not started. */
 GENUTIL_API long OSRunAsyncProcess(const CGNString& commandLine, CGNString& error);
 
-/** Opens a document with the program of its kind, which runs in the system's temporary directory;
-    on Linux through xdg-open.
-    @param path a file, or an address such as "https://...".
-    @return 0 when it cannot be opened, else another number. */
+/** Opens a document with its associated program; on Linux through xdg-open. The program runs in the
+    system's temporary directory. Returns 0 on failure and another number on success.
+    @param path a file, or an address such as "https://...". */
 GENUTIL_API long OSOpenFile(const CGNString& path);
 
-/** Replaces "%NAME%" by the value of the variable of the process; an unknown name stays as it is,
-    on Linux one in another letter case too. Of a name and of a value the first 255 bytes count.
-    After a replacement the search goes on from where the reference began, plus its length, less the
-    length of the value: so a value's own references are replaced where that place is before them. A
-    text that would go on forever so is left after 1,000 replacements.
-    @param text is not changed. @return the new text. */
+/** Replaces each "%NAME%" in a text with the value of an environment variable of the process. An
+    unknown name is unchanged; on Linux this includes a name in different letter case. Only the
+    first 255 bytes of a name and of a value are used.
+
+    After a replacement, the search continues at the start of the reference, plus the length of the
+    reference, minus the length of the value. References within a value are therefore replaced if
+    they start at or after that place. At most 1,000 replacements are made.
+    @param text the text; not modified.
+    @return the new text. */
 GENUTIL_API CGNString OSExpandEnvironmentVariables(const CGNString& text);
 
 #endif

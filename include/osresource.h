@@ -1,30 +1,32 @@
-/* Resource libraries: the texts of a program, one library for each language.
+/* Resource libraries: the texts of a program, in one library per language.
 
-   A resource library is a Windows DLL that holds nothing but resources. The same file serves
-   programs on Windows and on Linux, where the library reads it itself. For each language there is
-   one, in a folder beside the module whose texts it has:
+   A resource library is a Windows DLL that contains only resources. The same file is used on
+   Windows and on Linux, where this library parses it. There is one file for each language, in a
+   directory next to the module to which the texts belong:
 
        suite/app.exe                       (or a library, such as libgenutil.so.1)
        suite/ResDLLs/0411/apptext.dll      a full language identifier, lower-case hexadecimal
        suite/ResDLLs/0011/apptext.dll      a primary language
-       suite/ResDLLs/0009/apptext.dll      English, which stands in for every other
+       suite/ResDLLs/0009/apptext.dll      English, used for all other languages
 
-   A program attaches one when it starts and loads texts by their numbers:
+   A program attaches a library when it starts and loads texts by number:
 
        CGNString path, text;
        if (OSAttachLocaleResDLL(0, "apptext.dll", path, 0)) OSLoadString(text, 1200);
 
-   Threads with users of different languages attach with the functions that end in TS: these share
-   what is loaded, count who uses it, and make it the library of the calling thread alone.
+   Threads that serve users of different languages use the functions whose names end with TS. These
+   functions share the loaded libraries, count their users and attach a library to the calling
+   thread only.
 
-   This library's own texts are in genmsg.dll: messages 25048 to 25053 mark a year before Christ,
-   the first when dates are written, all of them when dates are read. Without it they are English.
+   The texts of this library are in genmsg.dll. Messages 25048 to 25053 mark a year before Christ;
+   the first is used for formatting and all of them for parsing. Without genmsg.dll these texts are
+   in English.
 
-   A handle is a pointer in a long, 0 for none. On Windows it is the module's handle. On Linux a
-   handle that was not given by these functions has no texts, and 0, which on Windows stands for
-   the program and its texts, has none either. Paths are in the current code set, with \ or, on
-   Linux, / between folders; one without a folder is looked for where the program lies and in the
-   current folder, and ".dll" is added to a name without a dot. Nothing throws. */
+   A handle is a pointer stored in a long; 0 means none. On Windows it is the handle of the module.
+   There, 0 means the program and its texts. On Linux, 0 and handles that were not returned by these
+   functions have no texts. Paths are in the current code set. Directories are separated by \ or, on
+   Linux, also by /. A path without a directory is searched for in the directory of the program and
+   in the current directory. ".dll" is appended to a name without a dot. Nothing throws. */
 #ifndef GENUTIL_OSRESOURCE_H
 #define GENUTIL_OSRESOURCE_H
 
@@ -33,62 +35,69 @@
 
 /* -- Libraries of the process ------------------------------------------------------------------
 
-   A table of ten, of which slot 0 has the library that was attached last. It is not synchronised:
-   for one thread, while the program starts. */
+   The process has a table of ten libraries. Slot 0 contains the library attached last. The table is
+   not synchronised; change it on one thread while the program starts. */
 
-/** Loads a resource library into slot 0. The one that was there is dropped from the table and stays
-    loaded, for whoever holds texts of it.
-    @param file its path. @return its handle; 0, with the table as it was, when there is none. */
+/** Loads a resource library into slot 0. The library that was in slot 0 is removed from the table
+    but remains loaded, because its texts may still be in use. Returns the handle. Returns 0 and
+    leaves the table unchanged on failure.
+    @param file path of the library. */
 GENUTIL_API long OSAttachLocaleResDLL(const char* file);
 
-/** Loads the resource library of a language into slot 0: from the folder of the language, else from
-    that of its primary language (the low 10 bits), else from that of English, "0009".
-    @param module whose folder holds "ResDLLs": 0 for the program, or the handle of a library; on
-    Linux also any address in a library, such as that of one of its functions. No more than 200
-    bytes of its path are looked at. @param file name of the library.
-    @param path receives the path in the folder of the language, even where the library came from
-    another one; left alone when there is none. @param language identifier; 0 for the user's own.
-    @return the handle; 0, with the table as it was, when there is none. */
+/** Loads the resource library of a language into slot 0. Searches the directory of the language,
+    then that of its primary language (the low 10 bits), then that of English, "0009". Returns the
+    handle. Returns 0 and leaves the table unchanged on failure.
+    @param module the module next to which "ResDLLs" is located: 0 for the program, or the
+        handle of a library. On Linux it may also be any address in a library, such as that of one
+        of its functions. Only the first 200 bytes of the module's path are used.
+    @param file name of the library.
+    @param path receives the path in the directory of the language, even if another directory
+        was used; unchanged on failure.
+    @param language the language identifier; 0 for the user's language. */
 GENUTIL_API long OSAttachLocaleResDLL(long module, const char* file, CGNString& path,
                                       unsigned int language);
 
-/** Frees a library that stands in the slot behind its first one too, and closes the gap. Programs
-    rely on it that a library which stands once stays as it is: nothing happens then.
-    @param handle of the library. */
+/** Frees a library that occupies two adjacent slots, removes it from the second of them and closes
+    the gap. Does nothing if the slot after the library's first slot contains another library;
+    existing programs depend on this.
+    @param handle handle of the library. */
 GENUTIL_API void OSDetachLocaleResDLL(long handle);
 
-/** Puts a library into slot 0, in place of what is there.
-    @param handle of a library that stays the caller's; 0 empties the table.
-    @return the handle that was there. */
+/** Replaces the library in slot 0. Returns the previous handle.
+    @param handle handle of a library, which remains owned by the caller; 0 empties the table. */
 GENUTIL_API long OSSetResourceHandle(long handle);
 
 /* -- Libraries of a thread --------------------------------------------------------------------- */
 
-/** Attaches a resource library that threads share: it is loaded once, and counted for each call.
-    It becomes the calling thread's own, as its variable "MsgResourceHandle" (CGNLclSt, for which
-    the thread is given 256 slots if it has none yet); one that the thread had is not released.
-    @param file path; the same library under another path is loaded by itself. @return the handle;
-    0, and the thread is without a library, when there is none or no slot is free for it. */
+/** Attaches a resource library to the calling thread. The library is loaded once for all threads,
+    and every call increments its count. The handle is stored in the thread's variable
+    "MsgResourceHandle" (CGNLclSt; a thread without variables receives 256 slots). A library that
+    the thread had before is not released. Returns the handle. On failure, or if no slot is free,
+    returns 0, and the thread has no library.
+    @param file path of the library. A library loaded through two different paths counts as two
+        libraries. */
 GENUTIL_API long OSAttachLocaleResDLLTS(const char* file);
 
-/** Undoes one OSAttachLocaleResDLLTS for the calling thread's library, which is freed by the last
-    of them. The thread is without one then. */
+/** Detaches the library of the calling thread and decrements its count. The last call frees the
+    library. */
 GENUTIL_API void OSDetachLocaleResDLLTS();
 
 /* -- Texts ------------------------------------------------------------------------------------- */
 
-/** Loads a text: from the calling thread's library and from no other, if it has one; else from the
-    first library of the table that has the text. Where a library has texts in several languages,
-    the one is taken that is neutral, else the user's, his primary language without a country,
-    English (0x0409) or the first.
-    @param text receives it in the current code set, with "?" for what that lacks, cut at a
-   character to 2047 bytes; left alone when there is none. @param id its number, modulo 65536.
-    @return the length in bytes; 0 when no library has it. Any thread. */
+/** Loads a text. If the calling thread has a library, only that library is searched. Otherwise the
+    first library of the table that contains the text is used. If the library has the text in
+    several languages, the order of preference is: neutral, the user's language, its primary
+    language without a country, English (0x0409), the first one. Returns the length in bytes, or 0
+    if the text does not exist. May be called from any thread.
+    @param text receives the text in the current code set, with "?" for missing characters, cut
+        at a character boundary to 2047 bytes; unchanged if the text does not exist.
+    @param id number of the text, modulo 65536. */
 GENUTIL_API int OSLoadString(CGNString& text, long id);
 
-/** @return the character set of a font that shows a language: 204 Cyrillic, 134 simplified and 136
-    traditional Chinese, 238 Eastern European, 161 Greek, 128 Shift-JIS, 129 Hangul, 162 Turkish,
-    else 0, ANSI. @param language identifier, of which bits beyond 16 do not count. */
+/** Returns the character set of fonts for a language: 204 Cyrillic, 134 simplified Chinese, 136
+    traditional Chinese, 238 Eastern European, 161 Greek, 128 Shift-JIS, 129 Hangul, 162 Turkish, or
+    0 (ANSI) for all others.
+    @param language the language identifier; only its low 16 bits are used. */
 GENUTIL_API int OSLangIDToFontCharSet(long language);
 
 #endif

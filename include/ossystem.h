@@ -1,17 +1,18 @@
-/* The machine: its processor, system and memory, its name, and whether it may sleep.
+/* System information: processor, operating system, memory and host name. Also prevents the machine
+   from going to sleep.
 
        CGNString system;
        OSInfo::GetOS(system);                // "Debian GNU/Linux 12 (bookworm)"
        char host[64];
        OSGetHostnameNoDomain(host);
        {
-           OSKeepAwake awake;                // the machine does not sleep while this lives
+           OSKeepAwake awake;                // prevents sleep during its lifetime
            WriteBackup();
        }
 
-   Texts are in the current code set. Any thread may call any of these; objects of OSKeepAwake may
-   come and go in several threads, but for the first one, whose construction and destruction must
-   not overlap with those of others. */
+   Texts are in the current code set. Every function may be called from any thread. Objects of
+   OSKeepAwake may be created and destroyed on several threads, except that the construction and
+   destruction of the first one must not overlap with those of others. */
 #ifndef GENUTIL_OSSYSTEM_H
 #define GENUTIL_OSSYSTEM_H
 
@@ -28,56 +29,60 @@ struct AwakeLock;
 struct KeepAwakeService;
 }  // namespace genutil
 
-/** What the machine is. */
+/** Processor and operating system. */
 class GENUTIL_API OSInfo {
   public:
-    /** @param name receives "PC 80386", "PC i486", "PC Pentium", "MIPS R4000", "Alpha 21064", or
-        "Unknown" for every other processor. */
+    /** Returns the type of the processor.
+        @param name receives "PC 80386", "PC i486", "PC Pentium", "MIPS R4000", "Alpha 21064",
+            or "Unknown" for any other processor. */
     static void GetHardware(CGNString& name);
-    /** @param name receives "Windows 95", "Win32s", "Windows 2000", "Windows XP", and "Windows NT
-       or NT Server" for all later ones; on Linux the name of the distribution. */
+    /** Returns the name of the operating system.
+        @param name receives "Windows 95", "Win32s", "Windows 2000", "Windows XP", or "Windows
+            NT or NT Server" for all later versions; on Linux the name of the distribution. */
     static void GetOS(CGNString& name);
 
-    static unsigned char OSisWin95();    /**< @return 1 on the consumer line of Windows */
-    static unsigned char OSisWin32s();   /**< @return 1 on Win32s */
-    static unsigned char OSisWin2000();  /**< @return 1 on version 5.0 */
-    static unsigned char OSisWinXP();    /**< @return 1 on version 5.1 */
-    static unsigned char OSisWinVista(); /**< @return 1 on version 6.0 */
+    static unsigned char OSisWin95();    /**< Returns 1 on Windows 95, 98 and Me. */
+    static unsigned char OSisWin32s();   /**< Returns 1 on Win32s. */
+    static unsigned char OSisWin2000();  /**< Returns 1 on Windows version 5.0. */
+    static unsigned char OSisWinXP();    /**< Returns 1 on Windows version 5.1. */
+    static unsigned char OSisWinVista(); /**< Returns 1 on Windows version 6.0. */
 };
 
-/** How much memory is in use. On Linux the paging file is memory and swap space together, as it is
-    on Windows. */
+/** Memory usage. The page file fields include main memory: on Linux they are memory plus swap
+    space, as on Windows. */
 struct OSMemoryStatus {
-    std::uint32_t memoryLoad;        /**< percent of the memory in use */
+    std::uint32_t memoryLoad;        /**< percentage of memory in use */
     std::uint64_t totalPageFile;     /**< bytes */
     std::uint64_t availablePageFile; /**< bytes */
 };
 
-/** @param status receives the present figures; all 0 when the system does not tell. */
+/** Reads the current memory usage. All fields are 0 if the system does not provide it. */
 GENUTIL_API void OSGetMemoryStatus(OSMemoryStatus& status);
 
-/** How much of the memory that this process can use is in use: of the smaller one of the machine's
-    memory and the process's address space, as it was at the first call. @return 0 to 100; -1 when
-    the system's figures make no sense. */
+/** Returns the percentage, 0 to 100, of usable memory that is in use. Usable memory is the smaller
+    of the machine's memory and the address space of the process at the first call. Returns -1 if
+    the values from the system are inconsistent. */
 GENUTIL_API long OSUtilPercentMemoryUsed();
 
-/** The name of this host, as the system has it. @param name holds at least 64 bytes, of which at
-    most 63 are written and a terminator; empty on failure. */
+/** Writes the host name as the system reports it.
+    @param name buffer of at least 64 bytes; receives at most 63 bytes and a terminator. Empty
+        on failure. */
 GENUTIL_API void OSGetHostnameNoDomain(char* name);
 
-/** Keeps the machine from going to sleep while an object lives that asks for it. On Linux the
-    session's manager is asked through libsystemd, if that is there; else nothing happens. */
+/** Prevents the machine from going to sleep during the lifetime of an object. On Linux it asks the
+    session manager through libsystemd, and does nothing if libsystemd is missing. */
 class GENUTIL_API OSKeepAwake {
   public:
-    /** @param keep 1 asks to stay awake, 0 does not. */
+    /** Constructs an object.
+        @param keep nonzero prevents sleep; 0 does nothing. */
     explicit OSKeepAwake(unsigned char keep = 1);
-    /** Takes what the other does at its end, which must then not come: programs that keep an object
-        by value rely on the two bytes being all there is. */
+    /** Takes over the state of other, whose destructor must then not run. Programs that embed
+        objects depend on their size of two bytes. */
     OSKeepAwake& operator=(const OSKeepAwake& other);
     OSKeepAwake(const OSKeepAwake&) = delete;
-    /** The machine may sleep when this was the last one to ask. The first object of all has the
-        service, so that it should live longest: at its end the service ends, and the next object
-        made starts it again. */
+    /** Allows sleep again if this was the last object that prevented it. The first object created
+        owns the service and should outlive the others. Its destruction ends the service, and the
+        next object created starts it again. */
     ~OSKeepAwake();
 
   private:
@@ -86,14 +91,14 @@ class GENUTIL_API OSKeepAwake {
     unsigned char m_loader;
     unsigned char m_keep;
 
-    static void* m_hDLL;          // the system's library
-    static void* m_lpfnDllFunc1;  // what it keeps awake by; null when it has none
+    static void* m_hDLL;          // the library of the system
+    static void* m_lpfnDllFunc1;  // prevents sleep; null if unavailable
     static unsigned char m_bLibraryLoaded;
     static _osthread* m_thread;
     static genutil::AwakeEvent* m_threadAwakeEvent;
     static genutil::AwakeEvent* m_threadTerminateEvent;
     static genutil::AwakeLock* m_awakeCritSect;
-    static long m_awakeCtr;  // objects that ask
+    static long m_awakeCtr;  // number of objects that prevent sleep
 };
 
 #endif

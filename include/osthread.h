@@ -1,31 +1,32 @@
-/* Threads and locks: threads, mutexes, read-write locks, conditions, variables of a thread by name,
-   and mutexes by name.
+/* Threads and locks: threads, mutexes, read-write locks, conditions, named thread variables and
+   named mutexes.
 
-   A process is not threaded until it says so. Until then locks are made and freed but do nothing,
-   so that programs with one thread do not pay for them. A threaded program says so first of all,
-   before it makes any lock: one that was made before has nothing behind it and must not be used.
+   A process is single-threaded until it calls OSSetThreaded(). Until then, locks can be created and
+   destroyed but do nothing, so that single-threaded programs do not pay for them. A threaded
+   program makes this call first, before it creates any lock. A lock created earlier is unusable and
+   must not be used.
 
        OSSetThreaded();
        _osmutex* lock = OSMutexCreate();
        _osthread* thread = OSThreadCreate(work, &job, nullptr);
        OSMutexWait(lock);
-       ...                                // what both threads touch
+       ...                                // data shared by both threads
        OSMutexRelease(lock);
        OSThreadTerminateWait(thread);
        OSThreadDestroy(thread);
        OSMutexDestroy(lock);
 
-   What a thread holds is known: OSMutexWaitRemoveThisThread() releases all its mutexes, for a
-   thread that ends or recovers from an error with no other record of them. A mutex whose holder
-   ended without that, and a lock whose writer did, go to the next thread that waits.
+   The library records which mutexes each thread holds. A thread that ends, or recovers from an
+   error without its own records, calls OSMutexWaitRemoveThisThread() to release all of them. If a
+   thread ends while it holds a mutex, or a lock for writing, the next waiting thread acquires it.
 
-   Records are owned by the caller, from the function that creates one to the one that destroys it;
-   nobody else may use it when it is destroyed. Functions that take one do nothing for a null.
-   Everything may be called from any thread unless it says otherwise.
+   The caller owns each record from the function that creates it to the function that destroys it.
+   No thread may use a record when it is destroyed. Functions do nothing for a null record. Every
+   function may be called from any thread unless stated otherwise.
 
-   Failures of the system are printed on standard output as "Error " and the system's error code in
-   hexadecimal digits; a release of what the thread does not hold is one of them. Nothing throws.
-   Results that answer yes or no are an unsigned char of 1 or 0. */
+   System failures are printed to standard output as "Error " and the system's error code in
+   hexadecimal. Releasing a mutex or lock that the thread does not hold is such a failure. Nothing
+   throws. Boolean results are an unsigned char, 1 or 0. */
 #ifndef GENUTIL_OSTHREAD_H
 #define GENUTIL_OSTHREAD_H
 
@@ -44,55 +45,55 @@ namespace genutil {
 struct VariableTable;
 }
 
-/* -- The mode of the process ------------------------------------------------------------------ */
+/* -- Threaded mode ---------------------------------------------------------------------------- */
 
-/** @return whether the process is threaded. */
+/** Returns 1 if the process is threaded. */
 GENUTIL_API unsigned char OSIsThreaded();
 
-/** Makes the process threaded, for good. */
+/** Makes the process threaded, permanently. */
 GENUTIL_API void OSSetThreaded();
 
-/* -- Threads; these work in either mode -------------------------------------------------------- */
+/* -- Threads, in threaded and single-threaded processes ---------------------------------------- */
 
-/** Starts a thread.
-    @param start what it does. @param argument handed to start.
-    @param threadValue null, or the variables of the new thread (CGNLclStTable), which it has from
-    its start on. The caller keeps owning them and releases them when the thread has ended. They are
-    left out in a process that is not threaded.
-    @return the thread; null when there is none, after the failure was printed. */
+/** Starts a thread. Returns its record. On failure, prints the error and returns null.
+    @param start the function that the thread executes.
+    @param argument passed to start.
+    @param threadValue the initial variables of the thread (CGNLclStTable), or null. The caller
+        owns them and releases them after the thread has ended. Ignored if the process is not
+        threaded. */
 GENUTIL_API _osthread* OSThreadCreate(unsigned int (*start)(void*), void* argument,
                                       void* threadValue);
 
-/** @return the system's number of the calling thread, which no other running thread has. */
+/** Returns the system's identifier of the calling thread, unique among running threads. */
 GENUTIL_API unsigned long OSGetCurrentThreadID();
 
-/** Waits until the thread has ended; at once when it has. Any number of times. */
+/** Waits until the thread has ended. Returns at once if it has. May be called repeatedly. */
 GENUTIL_API void OSThreadTerminateWait(_osthread* thread);
 
-/** Ends the calling thread with exit code 0. It does not return. */
+/** Ends the calling thread with exit code 0. Does not return. */
 GENUTIL_API void OSThreadExit();
 
-/** Frees the record of a thread, which runs on if it has not ended. */
+/** Frees the record of a thread. A running thread continues. */
 GENUTIL_API void OSThreadDestroy(_osthread* thread);
 
 /* -- Mutexes ----------------------------------------------------------------------------------- */
 
-/** @return a new mutex, free; null without memory. Where the system makes none, the failure is
-    printed and every wait for the mutex fails. */
+/** Creates a free mutex. Returns null if allocation fails. If the system cannot create a mutex, the
+    error is printed and every wait for the mutex fails. */
 GENUTIL_API _osmutex* OSMutexCreate();
 
-/** Waits without limit until the calling thread holds the mutex. A thread that holds it already
-    goes on at once, and has to release it as often. */
+/** Waits without a time limit until the calling thread holds the mutex. A thread that already holds
+    it continues at once and must release it once for each wait. */
 GENUTIL_API void OSMutexWait(_osmutex* mutex);
 
 /** Undoes one wait of the calling thread. */
 GENUTIL_API void OSMutexRelease(_osmutex* mutex);
 
-/** @return whether the calling thread is on record as holding the mutex. Threads whose numbers
-    are equal modulo 211 share their records here: it is 1, too, while such a one holds it. */
+/** Returns 1 if the calling thread is recorded as holding the mutex. Threads whose identifiers are
+    equal modulo 211 share a record, so the result is also 1 while such a thread holds it. */
 GENUTIL_API unsigned char OSMutexWaitIsPresentThisThread(_osmutex* mutex);
 
-/** Releases every mutex that the calling thread holds, as often as it waited for it. */
+/** Releases every mutex that the calling thread holds, once for each wait. */
 GENUTIL_API void OSMutexWaitRemoveThisThread();
 
 /** Frees a mutex, which the calling thread may hold. */
@@ -100,21 +101,21 @@ GENUTIL_API void OSMutexDestroy(_osmutex* mutex);
 
 /* -- Read-write locks --------------------------------------------------------------------------
 
-   Any number of readers or one writer. Readers go before: a writer waits until there is none, and
-   new ones do not wait for it, so readers without a gap keep it out for as long. The writer may
-   enter again, for writing and for reading. A reader that wants to write releases first, or it
-   waits for itself. */
+   A lock admits any number of readers or one writer. Readers have priority: a writer waits until
+   there are no readers, and new readers do not wait for it. An uninterrupted sequence of readers
+   therefore blocks writers indefinitely. The writer may enter again, for writing and for reading. A
+   reader that wants to write must release the lock first; otherwise it deadlocks. */
 
-/** @return a new lock, free; null without memory. */
+/** Creates a free lock. Returns null if allocation fails. */
 GENUTIL_API _osrdwr* OSRWLockCreate();
 
-/** Waits without limit while another thread writes, and enters for reading. */
+/** Waits without a time limit while another thread writes, then enters for reading. */
 GENUTIL_API void OSRWLockReadWait(_osrdwr* lock);
 
 /** Undoes one OSRWLockReadWait. */
 GENUTIL_API void OSRWLockReadRelease(_osrdwr* lock);
 
-/** Waits without limit while another thread reads or writes, and enters for writing. */
+/** Waits without a time limit while another thread reads or writes, then enters for writing. */
 GENUTIL_API void OSRWLockWriteWait(_osrdwr* lock);
 
 /** Undoes one OSRWLockWriteWait of the calling thread. */
@@ -125,104 +126,111 @@ GENUTIL_API void OSRWLockDestroy(_osrdwr* lock);
 
 /* -- Conditions --------------------------------------------------------------------------------
 
-   What the condition is about belongs under a mutex, and the waiter looks at it in a loop. Threads
-   that wait for different things wait on conditions of their own: a signal is for whoever waits.
+   Protect the state of a condition with a mutex and test it in a loop. Use separate conditions for
+   threads that wait for different states, because a signal wakes any one waiting thread.
 
        OSMutexWait(lock);
        while (queue.IsEmpty()) OSConditionWait(filled, lock);
        ...
        OSMutexRelease(lock); */
 
-/** @return a new condition without waiters; null without memory. */
+/** Creates a condition without waiting threads. Returns null if allocation fails. */
 GENUTIL_API _oscondition* OSConditionCreate();
 
-/** Releases the mutex once, waits without limit for a signal and waits for the mutex again. A
-    signal that comes after the release is not missed.
-    @param mutex held by the calling thread, once: held twice it stays with it meanwhile. */
+/** Releases the mutex once, waits without a time limit for a signal, and waits for the mutex again.
+    A signal sent after the release is not missed.
+    @param condition the condition.
+    @param mutex a mutex that the calling thread holds exactly once. If it is held more often,
+        it is not available to other threads during the wait. */
 GENUTIL_API void OSConditionWait(_oscondition* condition, _osmutex* mutex);
 
-/** Lets one waiter go on. Without a waiter it does nothing, and is not remembered. */
+/** Wakes one waiting thread. Has no effect, now or later, if no thread is waiting. */
 GENUTIL_API void OSConditionSignal(_oscondition* condition);
 
-/** Lets every thread go on that waits now. */
+/** Wakes all threads that are waiting now. */
 GENUTIL_API void OSConditionBroadcast(_oscondition* condition);
 
 /** Frees a condition. */
 GENUTIL_API void OSConditionDestroy(_oscondition* condition);
 
-/* -- Variables of a thread by name ------------------------------------------------------------- */
+/* -- Named thread variables -------------------------------------------------------------------- */
 
-/** A place for a variable. */
+/** A slot for a variable. */
 struct CGNLclStSlot {
-    char* m_name;  /**< owned by the table; null where the place is free */
-    void* m_value; /**< the caller's */
+    char* m_name;  /**< owned by the table; null if the slot is free */
+    void* m_value; /**< owned by the caller */
 };
 
-/** A thread's variables in one block: the slots follow each other behind their number. A block for
-    OSThreadCreate has 0 in all its slots and room for m_count of them. */
+/** The variables of a thread in one memory block: the slots follow the count. A block for
+    OSThreadCreate has m_count slots, filled with 0. */
 struct CGNLclStTable {
-    std::int32_t m_count;    /**< how many slots there are */
-    CGNLclStSlot m_slots[1]; /**< the first of them */
+    std::int32_t m_count;    /**< number of slots */
+    CGNLclStSlot m_slots[1]; /**< the first slot */
 };
 
-/** The variables of the calling thread: a table of fixed size, in which each thread sees its own.
-    In a process that is not threaded there is one table, the object's. Nothing is locked, because
-    no thread reaches the table of another.
+/** The variables of the calling thread. Each thread sees its own table of fixed size. A process
+    that is not threaded has one table, owned by the object. There is no locking, because threads do
+    not access each other's tables.
 
         CGNLclSt* variables = CGNLclSt::Instance();
-        variables->Init(4);                                // each thread, first
+        variables->Init(4);                                // first, on every thread
         variables->SetLocalVariable("timezone", &zone);
         ... variables->GetLocalVariable("timezone") ...
         variables->UnsetLocalVariable("timezone");
 
-    A thread's table ends with the thread; values and tables given to OSThreadCreate stay. */
+    The table of a thread is freed when the thread ends. Values, and tables passed to
+    OSThreadCreate, are not freed. */
 class GENUTIL_API CGNLclSt {
   public:
     CGNLclSt(const CGNLclSt&) = delete;
 
-    /** Frees the object's own table, but no names: a text that GetVarName gave stays. The tables of
-        threads are not the object's and stay too. */
+    /** Frees the object's own table without the names, so texts returned by GetVarName() remain
+        valid. The tables of threads are not owned by the object and are not freed. */
     ~CGNLclSt();
 
-    /** Shares the other's table. */
+    /** Shares the table of other. */
     CGNLclSt& operator=(const CGNLclSt& other) = default;
 
-    /** @return the object of the process, created by the first call; null without memory. Not
-        synchronised: called first while the program starts. */
+    /** Returns the object of the process. The first call creates it. Returns null if allocation
+        fails. Not synchronised; make the first call while the program starts. */
     static CGNLclSt* Instance();
 
-    /** Destroys the object of the process; Instance() creates another. Not synchronised. */
+    /** Destroys the object of the process. The next call of Instance() creates a new one. Not
+        synchronised. */
     static void Free();
 
-    /** Gives the calling thread a table, unless it has one. @param count slots, not negative.
-        @return whether it has a table, of whatever size. */
+    /** Creates a table for the calling thread unless it has one. Returns 1 if the thread has a
+        table, whatever its size.
+        @param count number of slots; not negative. */
     unsigned char Init(long count);
 
-    /** Adds a variable in the first free slot. An existing one is not changed: the search from slot
-        0 fails where it finds the name. It ends at the first free slot, so after an
-        UnsetLocalVariable a name can stand twice; the first counts.
-        @param name copied. @param value any pointer.
-        @return the slot; -1 when the name is there, no slot is free or there is no table. */
+    /** Adds a variable in the first free slot. Returns the slot. Returns -1 if the name exists, no
+        slot is free or there is no table. The search for the name ends at the first free slot.
+        After UnsetLocalVariable() a name can therefore occur twice; the first one counts.
+        @param name the name; copied.
+        @param value any pointer. */
     long SetLocalVariable(const char* name, void* value);
 
-    /** Changes nothing. @return -1. */
+    /** Does nothing. Always returns -1. */
     long ResetLocalVariable(long index, const char* name, void* value);
 
-    /** @return the value of the first variable of that name; null without one. */
+    /** Returns the value of the first variable with this name, or null if there is none. */
     void* GetLocalVariable(const char* name);
-    /** @return the value in a slot; null when it is free or out of range. */
+    /** Returns the value in a slot, or null if the slot is free or out of range. */
     void* GetLocalVariable(long index);
 
-    /** @return the slot of the first variable of that name, else -1; but 0 for a thread without a
-        table in a threaded process, where programs expect a place to look at. */
+    /** Returns the slot of the first variable with this name, or -1 if there is none. In a threaded
+        process, returns 0 for a thread without a table, because existing programs expect a valid
+        slot. */
     long GetIndex(const char* name);
 
-    /** @return the name in a slot, owned by the table; null when it is free or out of range. */
+    /** Returns the name in a slot, owned by the table, or null if the slot is free or out of
+        range. */
     char* GetVarName(long index);
 
-    /** Removes every variable of that name; with null, every variable. */
+    /** Removes every variable with this name; null removes all variables. */
     void UnsetLocalVariable(const char* name);
-    /** Removes the variable in a slot, if there is one. */
+    /** Removes the variable in a slot. Does nothing if the slot is free or out of range. */
     void UnsetLocalVariable(long index);
 
   private:
@@ -235,50 +243,51 @@ class GENUTIL_API CGNLclSt {
     static CGNLclSt* m_pInstance;
 };
 
-/* -- Mutexes by name --------------------------------------------------------------------------- */
+/* -- Named mutexes ----------------------------------------------------------------------------- */
 
-/** A named mutex while somebody uses it. */
+/** A named mutex that is in use. */
 struct CGNNamedMutex {
     _osmutex* mutex;    /**< owned by the record */
     CGNString* name;    /**< owned by the record */
-    unsigned char held; /**< 1 from a wait that succeeded to the next release */
-    std::int32_t users; /**< waits that were not released yet, those that still last included */
+    unsigned char held; /**< 1 from a successful wait to the next release */
+    std::int32_t users; /**< waits not yet released, including those in progress */
 };
 
-/** Mutexes that exist while their name is in use: the first wait for a name makes one, the last
-    release takes it away. Names are compared byte by byte, one after another, so a pool is meant
-   for few names at a time.
+/** A pool of mutexes that exist while their names are in use. The first wait for a name creates its
+    mutex and the last release destroys it. Names are compared byte by byte in a linear search, so a
+    pool is intended for few names at a time.
 
         CGNNamedMutexPool* pool = CGNGlobalNamedMutexPool::GetInstance();
         pool->WaitNamedMutex("customer 4711");
         ...
         pool->ReleaseNamedMutex("customer 4711");
 
-    A pool is made and destroyed by one thread while no other uses it. */
+    A pool must not be in use by other threads while it is constructed or destroyed. */
 class GENUTIL_API CGNNamedMutexPool {
   public:
-    /** An empty pool, to be initialised. */
+    /** Constructs an empty pool. Call Init() before use. */
     CGNNamedMutexPool();
     CGNNamedMutexPool(const CGNNamedMutexPool&) = delete;
     CGNNamedMutexPool& operator=(const CGNNamedMutexPool&) = delete;
-    /** Destroys the mutexes, which nobody may use any more. */
+    /** Destroys the mutexes, which must not be in use. */
     virtual ~CGNNamedMutexPool();
 
-    /** Makes the mutex under which the pool works. @return whether there is one. */
+    /** Creates the mutex that protects the pool. Returns 1 if it exists. */
     unsigned char Init();
 
-    /** Waits without limit until the calling thread holds the mutex of that name, which a thread
-        may do again while it holds it. Other names are not held up.
-        @return 0, at once, without memory for a new mutex. */
+    /** Waits without a time limit until the calling thread holds the mutex with this name. A thread
+        may wait again while it holds the mutex. Other names are not blocked. Returns 0 at once if
+        allocation of a new mutex fails. */
     unsigned char WaitNamedMutex(const CGNString& name);
 
-    /** Undoes one wait for the name; nothing happens for a name that is not in use. By a thread
-        that does not hold the mutex it is a failure. The mutex then stays with its holder; where it
-        has none, because that ended or released all it held, the wait is undone all the same. */
+    /** Undoes one wait for the name. Does nothing if the name is not in use. A call by a thread
+        that does not hold the mutex is a failure, and the holder keeps the mutex. If no thread
+        holds it, because its holder ended or released all its mutexes, the wait is undone
+        nevertheless. */
     void ReleaseNamedMutex(const CGNString& name);
 
-    /** Releases the mutex of that name if it is marked as held. The mark is the name's, whichever
-        thread holds it, and the first of several releases by one thread clears it. */
+    /** Releases the mutex with this name if it is marked as held. The mark belongs to the name,
+        whichever thread holds the mutex. The first of several releases by one thread clears it. */
     void RelIfWaitNamedMutex(const CGNString& name);
 
   private:
@@ -291,8 +300,8 @@ class GENUTIL_API CGNNamedMutexPool {
 /** The pool of the process. */
 class GENUTIL_API CGNGlobalNamedMutexPool : public CGNNamedMutexPool {
   public:
-    /** @return the pool, made by the first call; null if that fails. Not synchronised: called first
-        while the program starts. */
+    /** Returns the pool. The first call creates it. Returns null on failure. Not synchronised; make
+        the first call while the program starts. */
     static CGNGlobalNamedMutexPool* GetInstance();
 
   private:

@@ -1,4 +1,5 @@
-/* Services of the operating system. */
+/* Operating-system services: files, configuration, processes, threads, resources, system
+   information and automation. */
 #ifndef GENUTIL_OSUTIL_H
 #define GENUTIL_OSUTIL_H
 
