@@ -264,7 +264,6 @@ class GENUTIL_API CGNDate {
     static _osmutex* osMutexLocalTime;
 
   private:
-    static void CheckLayout();
     template <class Read>
     unsigned char ReadWith(const CGNString& text, CGNString& rest, Read read);
     template <class Read>

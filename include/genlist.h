@@ -42,7 +42,7 @@ GENUTIL_C GENUTIL_API unsigned int gencrc32(unsigned int crc, const unsigned cha
 
 #include <cstdint>
 
-#include "genstr.h"
+#include "genstring.h"
 
 namespace genutil {
 struct ListStorage;

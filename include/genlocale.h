@@ -172,6 +172,18 @@ enum CLCLanguage : std::int32_t {
     clcBangla = 73
 };
 
+/** The calendars of locales, by the numbers that Windows uses. */
+enum CLCCalendar {
+    clcCalendarGregorian = 1,
+    clcCalendarJapaneseEras = 3,
+    clcCalendarTaiwan = 4,
+    clcCalendarKorean = 5,
+    clcCalendarHijri = 6,
+    clcCalendarThai = 7,
+    clcCalendarPersian = 22,
+    clcCalendarUmmAlQura = 23
+};
+
 /** The settings of one locale. Functions with a CGNString& parameter copy a text to it and return
     1. */
 class GENUTIL_API CLCLocale : private genutil::LocaleEdits {
@@ -276,8 +288,7 @@ class GENUTIL_API CLCLocale : private genutil::LocaleEdits {
     /** Copies the character that follows a second. */
     unsigned char SecondChar(CGNString& unit) const;
 
-    /** Returns the calendar as the number that Windows uses: 1 Gregorian, 3 Japanese eras, 4
-        Taiwan, 5 Korean, 6 Hijri, 7 Thai, 22 Persian, 23 Umm al-Qura. */
+    /** Returns the calendar, a CLCCalendar or another number of Windows. */
     long GetCalendarType() const;
     /** Sets the calendar. */
     void SetCalendarType(long type);

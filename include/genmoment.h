@@ -240,7 +240,6 @@ class GENUTIL_API CGNDateTime {
     static _osmutex* osMutexLocalTime;
 
   private:
-    static void CheckLayout();
     void TakeFields(const struct tm& local);
     template <class Read>
     unsigned char ReadWith(const CGNString& text, CGNString& rest, Read read);

@@ -111,7 +111,6 @@ class GENUTIL_API CGNTime {
     static unsigned char FindAMPMMarker(const CGNString& text, long& pm, CGNString& rest);
 
   private:
-    static void CheckLayout();
     friend struct TimeAccess;
 
     std::int32_t m_hour;

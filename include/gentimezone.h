@@ -59,7 +59,6 @@ class GENUTIL_API OSTimeZone {
     friend struct genutil::ZoneAccess;
 
     OSTimeZone();
-    static void CheckLayout();
 
     char m_environment[128];
     CGNString m_systemZone;

@@ -15,7 +15,7 @@
 #define GENUTIL_OSTEXT_H
 
 #include "genexport.h"
-#include "genstr.h"
+#include "genstring.h"
 
 /** Converts a text to the client's layout and returns its new length in bytes. A carriage return is
     inserted before each line feed that has none. The byte 0x01, which marks a bare line feed,

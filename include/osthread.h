@@ -235,7 +235,6 @@ class GENUTIL_API CGNLclSt {
 
   private:
     CGNLclSt();
-    static void CheckLayout();
     friend struct genutil::VariableTable;
 
     std::int32_t m_count;
@@ -291,8 +290,6 @@ class GENUTIL_API CGNNamedMutexPool {
     void RelIfWaitNamedMutex(const CGNString& name);
 
   private:
-    static void CheckLayout();
-
     CGNList m_entries;
     _osmutex* m_mutex;
 };

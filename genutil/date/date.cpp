@@ -6,6 +6,9 @@
 
 using namespace genutil;
 
+// Programs hold such objects by value.
+static_assert(sizeof(void*) != 4 || sizeof(CGNDate) == 5 * 4 + 4 + sizeof(CGNString) + 5 * 4);
+
 _osmutex* CGNDate::osMutexLocalTime = nullptr;
 
 namespace {
@@ -159,8 +162,4 @@ long CGNDate::TimeTS(long* t) {
 }
 long CGNDate::Now() {
     return TimeTS(nullptr);
-}
-
-void CGNDate::CheckLayout() {
-    static_assert(sizeof(void*) != 4 || sizeof(CGNDate) == 5 * 4 + 4 + sizeof(CGNString) + 5 * 4);
 }

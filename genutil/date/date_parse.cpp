@@ -13,8 +13,6 @@ namespace genutil {
 
 namespace {
 
-constexpr long kJapaneseEras = 3;
-
 // The length of the first B.C. marker, in their order, that stands anywhere in the text; 0 for
 // none. Most years end the text, and digits are no marker.
 std::size_t MarkerIn(const char* text) {
@@ -38,7 +36,7 @@ int CountDigits(const char* p, int* number) {
 std::int32_t YearOfDigits(int number, int digits, const CLCLocale& locale,
                           const DateScratch& scratch) {
     if (digits > 2 || number >= 100) return number;
-    if (!scratch.shortYears || locale.GetCalendarType() != kJapaneseEras)
+    if (!scratch.shortYears || locale.GetCalendarType() != clcCalendarJapaneseEras)
         return YearOfTwoDigits(number);
     const CEmperor* era = LocaleAccess::Era(locale, scratch.era);
     return era ? static_cast<std::int32_t>(locale.GregorianYrFromEmperorYr(*era, number)) : number;
@@ -154,7 +152,7 @@ bool DateReader::Era() {
         era->Emperor(name);
         if (era->IsEmpty()) break;
         if (!HasPrefix(from, name)) continue;
-        if (m_locale.GetCalendarType() == kJapaneseEras) {
+        if (m_locale.GetCalendarType() == clcCalendarJapaneseEras) {
             m_scratch.era = i;
             m_at = from + name.GetLength();
         }

@@ -83,8 +83,7 @@ long CGNDate::GetEmperorFromString(const CGNString& text, CGNString& rest) {
     DateScratch scratch = {};
     DateReader reader(text, *locale, scratch);
     // In another calendar all of the text is left, whether it names an era or not.
-    constexpr long kJapaneseEras = 3;
-    if (reader.Era() || locale->GetCalendarType() != kJapaneseEras) rest = reader.At();
+    if (reader.Era() || locale->GetCalendarType() != clcCalendarJapaneseEras) rest = reader.At();
     return scratch.era;
 }
 

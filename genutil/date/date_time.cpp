@@ -8,6 +8,10 @@
 
 using namespace genutil;
 
+// Programs hold such objects by value.
+static_assert(sizeof(void*) != 4 ||
+              sizeof(CGNDateTime) == 7 * 4 + sizeof(CGNString) + sizeof(std::tm) + 3 * 4);
+
 _osmutex* CGNDateTime::osMutexLocalTime = nullptr;
 
 namespace {
@@ -192,9 +196,4 @@ unsigned char CGNDateTime::VerifyDay(struct tm* local) {
         return 1;
     m_rangeStatus = kBadDate;
     return 0;
-}
-
-void CGNDateTime::CheckLayout() {
-    static_assert(sizeof(void*) != 4 ||
-                  sizeof(CGNDateTime) == 7 * 4 + sizeof(CGNString) + sizeof(std::tm) + 3 * 4);
 }

@@ -11,10 +11,8 @@ using namespace genutil;
 
 namespace {
 
-constexpr long kJapaneseEras = 3;
-
 DateFields FieldsOf(const CLCLocale* locale, int year, int month, int day, int weekday) {
-    const bool eras = locale && locale->GetCalendarType() == kJapaneseEras;
+    const bool eras = locale && locale->GetCalendarType() == clcCalendarJapaneseEras;
     const int shown = eras ? static_cast<int>(locale->EmperorYrFromGregorianYr(year)) : year;
     const bool named = weekday >= 0 && weekday <= 6;
     return {shown, WrappingSum(month, 1), day, named ? NameOfWeekday(weekday) : -1, false, false,

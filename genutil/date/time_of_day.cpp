@@ -8,6 +8,9 @@
 
 using namespace genutil;
 
+// Programs hold such objects by value.
+static_assert(sizeof(void*) != 4 || sizeof(CGNTime) == 8 * 4 + sizeof(CGNString));
+
 namespace {
 
 enum RangeStatus { kValid = 1, kOutOfRange = 3 };
@@ -120,8 +123,4 @@ unsigned char CGNTime::AMPMMarker(CGNString& out) const {
     if (const CLCLocale* locale = CLCGlobalLocale::Instance())
         out = LocaleAccess::Marker(*locale, m_hour >= 12);
     return 1;
-}
-
-void CGNTime::CheckLayout() {
-    static_assert(sizeof(void*) != 4 || sizeof(CGNTime) == 8 * 4 + sizeof(CGNString));
 }

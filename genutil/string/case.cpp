@@ -3,7 +3,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "genstr.h"
+#include "genstring.h"
 #include "genutil/mbutil/ascii_run.h"
 #include "genutil/mbutil/character_table.h"
 #include "genutil/mbutil/round_trip.h"

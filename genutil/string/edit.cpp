@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "genstr.h"
+#include "genstring.h"
 #include "genutil/mbutil/wide_convert.h"
 #include "genutil/string/storage.h"
 #include "genutil/string/unit_search.h"

@@ -2,7 +2,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "genstr.h"
+#include "genstring.h"
 #include "genutil/mbutil/wide_convert.h"
 #include "genutil/string/storage.h"
 #include "mbutil.h"

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <iterator>
 
-#include "genstr.h"
+#include "genstring.h"
 #include "genutil/string/message_text.h"
 #include "genutil/string/storage.h"
 #include "osresource.h"

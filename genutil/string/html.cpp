@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "genstr.h"
+#include "genstring.h"
 #include "genutil/ascii.h"
 #include "genutil/string/storage.h"
 #include "mbutil.h"

@@ -1,7 +1,7 @@
 // Message texts with places for others in them.
 #pragma once
 
-#include "genstr.h"
+#include "genstring.h"
 
 namespace genutil {
 

@@ -2,7 +2,7 @@
 // tables of what replaces what.
 #include <cstring>
 
-#include "genstr.h"
+#include "genstring.h"
 #include "genutil/mbutil/ascii_run.h"
 #include "genutil/mbutil/round_trip.h"
 #include "genutil/mbutil/wide_convert.h"

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "genstr.h"
+#include "genstring.h"
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
 

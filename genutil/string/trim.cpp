@@ -2,7 +2,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "genstr.h"
+#include "genstring.h"
 #include "genutil/string/storage.h"
 
 using Storage = genutil::StringStorage;

@@ -18,6 +18,9 @@
 
 using namespace genutil;
 
+// Programs hold such objects by value.
+static_assert(sizeof(void*) != 4 || sizeof(OSTimeZone) == 128 + sizeof(CGNString));
+
 const char* genutil::ThreadZone() {
     static constexpr ShortName kName = {"timezone"};
     return static_cast<const char*>(ThreadVariable(kName));
@@ -72,10 +75,6 @@ void OSTimeZone::SetThreadTZ() {
         platform::RereadZoneVariable();
     else if (const char* zone = ThreadZone())
         SetTZ(zone);
-}
-
-void OSTimeZone::CheckLayout() {
-    static_assert(sizeof(void*) != 4 || sizeof(OSTimeZone) == 128 + sizeof(CGNString));
 }
 
 struct tm* GetLocalTimeFromUCT(const long* utc) {

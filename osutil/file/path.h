@@ -1,7 +1,7 @@
 // Text of paths.
 #pragma once
 
-#include "genstr.h"
+#include "genstring.h"
 
 namespace genutil {
 

@@ -15,6 +15,9 @@
 
 using namespace genutil;
 
+// Programs hold such objects by value.
+static_assert(sizeof(void*) != 4 || sizeof(CGNNamedMutexPool) == 28);
+
 static_assert(sizeof(void*) != 4 || sizeof(CGNNamedMutex) == 16);
 
 namespace {
@@ -127,10 +130,6 @@ bool HasLostUser(const Entry* entry) {
 }
 
 }  // namespace
-
-void CGNNamedMutexPool::CheckLayout() {
-    static_assert(sizeof(void*) != 4 || sizeof(CGNNamedMutexPool) == 28);
-}
 
 CGNNamedMutexPool::CGNNamedMutexPool() : m_entries(10, 10), m_mutex(nullptr) {}
 

@@ -18,6 +18,14 @@ namespace genutil {
 
 // The slots that a call works on: none where there is no table.
 struct VariableTable {
+    // Programs look into the store of the process.
+    static void CheckLayout() {
+        constexpr std::size_t p = sizeof(void*);
+        static_assert(sizeof(CGNLclSt) == 2 * p && offsetof(CGNLclSt, m_slots) == p);
+        static_assert(sizeof(CGNLclStSlot) == 2 * p && offsetof(CGNLclStSlot, m_value) == p);
+        static_assert(offsetof(CGNLclStTable, m_slots) == p);
+    }
+
     bool exists;
     std::int32_t count;
     CGNLclStSlot* slots;
@@ -124,13 +132,6 @@ bool InitThread(long count) {
 }
 
 }  // namespace
-
-void CGNLclSt::CheckLayout() {
-    constexpr std::size_t p = sizeof(void*);
-    static_assert(sizeof(CGNLclSt) == 2 * p && offsetof(CGNLclSt, m_slots) == p);
-    static_assert(sizeof(CGNLclStSlot) == 2 * p && offsetof(CGNLclStSlot, m_value) == p);
-    static_assert(offsetof(CGNLclStTable, m_slots) == p);
-}
 
 CGNLclSt* CGNLclSt::m_pInstance = nullptr;
 

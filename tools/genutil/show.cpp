@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr long kJapaneseEras = 3;
-
 // Shows one moment in one locale after another, and reads each text back.
 class Show {
   public:
@@ -24,7 +22,7 @@ class Show {
         m_name = name;
         Both(locale);
         if (locale.LocaleIsJapanese()) {
-            locale.SetCalendarType(kJapaneseEras);
+            locale.SetCalendarType(clcCalendarJapaneseEras);
             Both(locale);
         }
         // Numbers go by the global locale.
@@ -54,7 +52,7 @@ class Show {
         moment.FormatForDisplay(style);
         CGNString display, text;
         moment.GetDisplayBuffer(display);
-        if (locale.GetCalendarType() == kJapaneseEras) moment.Moment().Emperor(text);
+        if (locale.GetCalendarType() == clcCalendarJapaneseEras) moment.Moment().Emperor(text);
         text += display;
         const bool read = again.FromString(text) != 0;
         const bool same = read && again.Moment().GetSecsFrom70() == m_seconds;

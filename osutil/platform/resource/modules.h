@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "genstr.h"
+#include "genstring.h"
 
 namespace genutil::platform {
 
