@@ -39,7 +39,7 @@ enum mbCodeSet {
     mbWestern = 0, /**< Windows-1252, the default */
     mb8859_1 = 1,
     mb8859_15 = 2,
-    mbJis = 3, /**< ISO-2022-JP; escape sequences are not treated as characters */
+    mbJis = 3, /**< ISO-2022-JP; one byte per character outside conversions */
     mbEucJp = 4,
     mbShiftJis = 5, /**< converted as Windows code page 932 */
     mbReserved6 = 6,
