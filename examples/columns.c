@@ -1,5 +1,5 @@
-/* Lays out a price list in columns: the names are in Shift-JIS, in which a character of two bytes is
-   as wide as two letters. In C, with mbutil.h alone.
+/* Lays out a price list in columns: the names are in Shift-JIS, in which a character of two bytes
+   is as wide as two letters. In C, with mbutil.h alone.
 
        columns */
 #include <mbutil.h>

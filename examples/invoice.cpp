@@ -13,7 +13,8 @@ namespace {
 // Prints a text in the code set of a locale for a terminal in UTF-8.
 void Print(const CGNString& text, const CLCLocale& locale) {
     char* utf8 = nullptr;
-    if (!mbConvertAlloc(text, text.GetLength(), locale.GetCodeSet(), &utf8, mbUtf8, nullptr)) return;
+    if (!mbConvertAlloc(text, text.GetLength(), locale.GetCodeSet(), &utf8, mbUtf8, nullptr))
+        return;
     std::printf("  %s\n", utf8);
     std::free(utf8);
 }

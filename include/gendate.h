@@ -23,8 +23,8 @@
 
 #include <ctime>
 
-#include "genexport.h"
 #include "gencalendar.h"
+#include "genexport.h"
 #include "genmoment.h"
 #include "gentimeofday.h"
 #include "gentimezone.h"

@@ -27,8 +27,8 @@
 #include <new>
 #include <utility>
 
-#include "genexport.h"
 #include "gendate.h"
+#include "genexport.h"
 #include "gennum.h"
 #include "genstr.h"
 

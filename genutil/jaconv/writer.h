@@ -14,9 +14,9 @@
 
 #include <cstddef>
 
-#include "genutil/jaconv/kanji_lanes.h"
 #include "genutil/jaconv/escapes.h"
 #include "genutil/jaconv/jis.h"
+#include "genutil/jaconv/kanji_lanes.h"
 
 namespace genutil::jis {
 

@@ -3,9 +3,9 @@
 #include <cstring>
 
 #include "gennum.h"
-#include "genutil/number/decimal_text.h"
 #include "genutil/locale/locale_access.h"
 #include "genutil/mbutil/code_set.h"
+#include "genutil/number/decimal_text.h"
 #include "genutil/number/number_text.h"
 
 using namespace genutil;

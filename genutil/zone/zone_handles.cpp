@@ -1,15 +1,14 @@
 // Time zones by name: which there are, how they are shown, and the zone of the process.
-#include "osutil/platform/time/zones.h"
-
 #include <cstdio>
 #include <cstring>
 
 #include "genutil/mbutil/copy_out.h"
 #include "genutil/mbutil/display_text.h"
-#include "genutil/zone/zone_catalogue.h"
 #include "genutil/zone/windows_names.h"
+#include "genutil/zone/zone_catalogue.h"
 #include "genutil/zone/zone_rule.h"
 #include "mbutil.h"
+#include "osutil/platform/time/zones.h"
 
 using namespace genutil;
 

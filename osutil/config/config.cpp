@@ -9,9 +9,9 @@
 #include "osconfig.h"
 #include "osutil/config/ini_edit.h"
 #include "osutil/config/ini_text.h"
-#include "osutil/platform/locale/locale_info.h"
 #include "osutil/platform/config/profiles.h"
 #include "osutil/platform/config/registry.h"
+#include "osutil/platform/locale/locale_info.h"
 
 using namespace genutil;
 

@@ -9,9 +9,8 @@
 #define _WIN32_WINNT 0x0601
 #endif
 // Before it, which has older sockets of its own.
-#include <winsock2.h>
-
 #include <windows.h>
+#include <winsock2.h>
 // Behind it, which they need.
 #include <dde.h>
 #include <ddeml.h>

@@ -16,10 +16,10 @@
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
 #include "osutil/config/ini_edit.h"
+#include "osutil/platform/config/profiles.h"
+#include "osutil/platform/posix/config/profile_path.h"
 #include "osutil/platform/posix/file/descriptor.h"
 #include "osutil/platform/posix/file/folder_lock.h"
-#include "osutil/platform/posix/config/profile_path.h"
-#include "osutil/platform/config/profiles.h"
 
 namespace genutil::platform {
 

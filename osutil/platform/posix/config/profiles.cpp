@@ -9,9 +9,9 @@
 #include <string_view>
 
 #include "osutil/config/ini_text.h"
-#include "osutil/platform/posix/file/descriptor.h"
 #include "osutil/platform/posix/config/profile_cache.h"
 #include "osutil/platform/posix/config/profile_path.h"
+#include "osutil/platform/posix/file/descriptor.h"
 
 namespace genutil::platform {
 

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cstring>
 
-#include "osutil/platform/posix/file/paths.h"
 #include "osutil/platform/posix/config/registry_store.h"
 #include "osutil/platform/posix/config/registry_text.h"
+#include "osutil/platform/posix/file/paths.h"
 
 namespace genutil::platform {
 
