@@ -239,7 +239,7 @@ class Program(unittest.TestCase):
                      '        1  61           U+0061      a', '        2  3D D8 00 DE  U+1F600     😀'):
             self.assertIn(line, out)
         if NATIVE:
-            self.expect(run('text', '--show', 'many', 'utf8'), 2, "'many' is no number")
+            self.expect(run('text', '--show', 'many', 'utf8'), 2, "'many' is not a number")
 
     def test_show(self):
         out = self.expect(run('show', '--zone', 'Asia/Tokyo', '--time', '1269093600'), 0).decode()
@@ -263,7 +263,7 @@ class Program(unittest.TestCase):
                                                  '1269093600 seconds since 1970',
                 '20 Mars 2010': 'not read: no date is recognised, at character 4',
                 '2/30/2010': 'not read: there is no such date, at character 1',
-                '3/20/2010, x': 'not read: what follows the date is no time, at character 12',
+                '3/20/2010, x': 'not read: the text after the date is not a time, at character 12',
                 '3/20/2010 25:00': 'not read: the time is out of range, at character 11',
                 '1/1/1969': 'not read: there is no such moment between 1970 and 18 January 2038 '
                             'in this zone, at character 1'}
@@ -297,19 +297,19 @@ class Program(unittest.TestCase):
         for name in ('texts', 'other'):
             write(f'{name}.dll', (RESOURCES / f'{name}.dll').read_bytes())
         write('damaged.dll', read('texts.dll')[:300])
-        out = self.expect(run('version', 'texts.dll', 'other.dll'), 1, 'other.dll has no version')
+        out = self.expect(run('version', 'texts.dll', 'other.dll'), 1, 'other.dll has no readable version')
         self.assertEqual(out.decode().splitlines(),
                          ['texts.dll', '  version   7.6.4.2', '  text      "Version 7.6.04  002 "',
                           '  language  0x0411'])
         out = self.expect(run('message', 'texts.dll', '1202', '17', '65535'), 1, 'has no message 17')
         self.assertEqual(out.decode().splitlines(), ['日本 한국', 'the last of all'])
         if NATIVE:
-            self.expect(run('version', 'missing.dll', 'texts.dll'), 2, 'missing.dll is no file')
-            self.expect(run('version', 'damaged.dll'), 1, 'damaged.dll has no version')
+            self.expect(run('version', 'missing.dll', 'texts.dll'), 2, 'missing.dll is not a readable file')
+            self.expect(run('version', 'damaged.dll'), 1, 'damaged.dll has no readable version')
             self.expect(run('version'), 2, 'name a program')
-            self.expect(run('message', 'damaged.dll', '1'), 2, 'no resource library')
-            self.expect(run('message', 'texts.dll', 'x1'), 2, "'x1' is no number")
-            self.expect(run('message', 'texts.dll', '65536'), 2, "'65536' is no number")
+            self.expect(run('message', 'damaged.dll', '1'), 2, 'not a readable resource library')
+            self.expect(run('message', 'texts.dll', 'x1'), 2, "'x1' is not a message number")
+            self.expect(run('message', 'texts.dll', '65536'), 2, "'65536' is not a message number")
             self.expect(run('message', 'texts.dll'), 2, 'number')
 
     def test_config(self):

@@ -116,7 +116,7 @@ bool ParseCall(const Arguments& positional, const Arguments& named, COSOLEArgume
     for (const std::string& argument : positional) {
         const std::string text = ArgumentToUtf8(argument);
         if (!ParseValue(text, &value)) {
-            Complain("automation: '" + text + "' is not what its type says");
+            Complain("automation: '" + text + "' does not match its type");
             return false;
         }
         out->Add(value);
@@ -125,7 +125,7 @@ bool ParseCall(const Arguments& positional, const Arguments& named, COSOLEArgume
         const std::string text = ArgumentToUtf8(argument);
         const std::size_t equals = text.find('=');
         if (equals == text.npos || equals == 0 || !ParseValue(text.substr(equals + 1), &value)) {
-            Complain("automation: '" + text + "' is no NAME=ARG");
+            Complain("automation: '" + text + "' is not of the form NAME=ARG");
             return false;
         }
         out->AddNamed(text.substr(0, equals).c_str(), value);
@@ -175,11 +175,10 @@ const Command kAutomationCommand = {
     "  ARG             a text, or TYPE:VALUE with one of the types text, integer, real,\n"
     "                  boolean, decimal, currency, date, null: and missing:\n"
     "  --named NAME=ARG  an argument by its name; may be repeated\n"
-    "  --attach        takes the server that is running and starts none\n"
+    "  --attach        uses the running server; does not start one\n"
     "\n"
-    "In a list, brackets stand around what may be left out, with the value that stands in for\n"
-    "it; \"ref\" is in front of what the server may change and \"out\" in front of what it only\n"
-    "sets.\n"
+    "In a list, optional parameters are in brackets, with their default value. \"ref\" marks\n"
+    "parameters that the server may change, \"out\" those that it only sets.\n"
     "\n"
     "Exit status: 0 all is well, 2 wrong usage, or the server or the call failed.\n",
     RunAutomation};

@@ -85,7 +85,7 @@ Status List(const char* command, const Arguments& arguments, std::vector<Row> (*
     const std::string filter = filters.empty() ? "" : filters.front();
     std::vector<Row> found = Filter(rows(), filter);
     if (found.empty()) {
-        Complain(std::string(command) + ": none has '" + filter +
+        Complain(std::string(command) + ": none contains '" + filter +
                  "' in it; without a filter all "
                  "are listed");
         return kLoss;
@@ -109,20 +109,20 @@ const Command kLocalesCommand = {
     "locales", "[FILTER]                  lists the locales",
     "genutil locales [FILTER]\n"
     "\n"
-    "Lists the locales that the library has a name for: the name, the Windows identifier, the\n"
-    "code set that texts of the locale come in, and a description. FILTER keeps those that have\n"
-    "it in one of these, in any letter case: a name, a language, a country, a code set.\n"
+    "Lists the locales that the library knows by name: the name, the Windows identifier, the\n"
+    "code set that texts of the locale come in, and a description. FILTER selects those that\n"
+    "contain it, in any letter case: a name, a language, a country, a code set.\n"
     "\n"
-    "Exit status: 0 some are listed, 1 none has FILTER in it, 2 wrong usage.\n",
+    "Exit status: 0 some are listed, 1 none contains FILTER, 2 wrong usage.\n",
     RunLocales};
 
 const Command kZonesCommand = {
     "zones", "[FILTER]                  lists the time zones",
     "genutil zones [FILTER]\n"
     "\n"
-    "Lists the time zones that the system knows, from west to east: the name, the offset in\n"
-    "standard time with the place, and the name that Windows has for the zone. FILTER keeps\n"
-    "those that have it in one of these, in any letter case: a city, a country, \"+09:00\".\n"
+    "Lists the time zones of the system, from west to east: the name, the offset in\n"
+    "standard time with the place, and the name of the zone on Windows. FILTER selects\n"
+    "those that contain it, in any letter case: a city, a country, \"+09:00\".\n"
     "\n"
-    "Exit status: 0 some are listed, 1 none has FILTER in it, 2 wrong usage.\n",
+    "Exit status: 0 some are listed, 1 none contains FILTER, 2 wrong usage.\n",
     RunZones};

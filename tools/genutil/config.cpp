@@ -123,7 +123,7 @@ Status RunConfig(const Arguments& arguments) {
     std::size_t wanted = 0;
     for (const auto& row : kActions)
         if (action == row.name) wanted = row.words;
-    if (wanted == 0) return Complain("config: say get, set, delete or list");
+    if (wanted == 0) return Complain("config: give get, set, delete or list");
     if (words.size() != wanted)
         return Complain(
             "config " + action + ": give " + (registry ? "BASE SUBKEY" : "FILE SECTION") +
@@ -148,9 +148,9 @@ const Command kConfigCommand = {
     "genutil config list FILE SECTION\n"
     "genutil config get|set|delete|list --registry BASE SUBKEY [NAME [VALUE]]\n"
     "\n"
-    "Reads and writes one setting of an ini file, and leaves every other line of it as it is;\n"
-    "list shows the lines of a section. Names are found in any letter case, but list wants the\n"
-    "section as it stands. With --registry it is a value of the current user's registry, below\n"
+    "Reads and writes one setting of an ini file. Every other line is unchanged. list shows the\n"
+    "lines of a section. Names are found in any letter case, but list needs the section in its\n"
+    "own letter case. With --registry, uses a value of the current user's registry below\n"
     "the key BASE\\SUBKEY; SUBKEY may be \"\".\n"
     "\n"
     "  genutil config set app.ini Screen Width 80\n"

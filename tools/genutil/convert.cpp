@@ -85,7 +85,7 @@ Status ConvertFile(const Job& job, const std::string& file) {
     if (path.empty()) ClearProgress();
     if (!path.empty()) return WriteFile(path, result) ? status : kError;
     if (std::fwrite(result.data(), 1, result.size(), stdout) != result.size())
-        return Complain("the standard output cannot be written");
+        return Complain("standard output cannot be written");
     return status;
 }
 
@@ -141,16 +141,16 @@ const Command kConvertCommand = {
     "genutil convert [--from NAME] [--to NAME] [-o OUT] [--force] FILE...\n"
     "\n"
     "Converts files between encodings (genutil --help lists them) and reports each file's\n"
-    "characters that did not survive: how many, and where the first ones are. A substitute\n"
-    "stands in their place. Lines and columns count from 1, bytes from 0.\n"
+    "lost characters: how many, and the positions of the first ones. A substitute\n"
+    "replaces them. Lines and columns count from 1, bytes from 0.\n"
     "\n"
     "  --from NAME       the encoding of the files; without it, or with auto, it is detected\n"
     "  --to NAME         the encoding to write (utf-8)\n"
     "  -o, --output OUT  the file to write, or the folder for any number of files; without it\n"
-    "                    one file goes to the standard output\n"
+    "                    one file is written to standard output\n"
     "  --force           replaces output files that exist\n"
     "\n"
-    "\"-\" stands for the standard input. An output file appears whole or not at all.\n"
+    "\"-\" means standard input. An output file is written completely or not at all.\n"
     "\n"
-    "Exit status: 0 all survived, 1 something did not, 2 wrong usage or a file failed.\n",
+    "Exit status: 0 nothing was lost, 1 characters were lost, 2 wrong usage or a file failed.\n",
     RunConvert};

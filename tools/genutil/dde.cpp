@@ -31,21 +31,21 @@ Status RunDde(const Arguments& arguments) {
     char* end = nullptr;
     const double seconds = timeout.empty() ? 10 : std::strtod(timeout.c_str(), &end);
     if (!(seconds > 0 && seconds <= 86400) || (end && *end != 0))
-        return Complain("dde: '" + timeout + "' is no number of seconds up to 86400");
+        return Complain("dde: '" + timeout + "' is not a number of seconds up to 86400");
     return Send(texts, static_cast<long>(seconds * 1000));
 }
 
 }  // namespace
 
 const Command kDdeCommand = {
-    "dde", "SERVICE TOPIC COMMAND     has another program carry out a command by DDE",
+    "dde", "SERVICE TOPIC COMMAND     sends a command to another program by DDE",
     "genutil dde [--timeout SECONDS] SERVICE TOPIC COMMAND\n"
     "\n"
-    "Connects to the program that serves the service and topic by DDE and has it carry out the\n"
-    "command, which usually stands in brackets: genutil dde PROGMAN PROGMAN \"[ShowGroup(A,1)]\".\n"
+    "Connects by DDE to the program that serves the service and topic and sends it the\n"
+    "command, which is usually in brackets: genutil dde PROGMAN PROGMAN \"[ShowGroup(A,1)]\".\n"
     "Windows only.\n"
     "\n"
-    "  --timeout SECONDS  how long all of it may take; 10 unless given\n"
+    "  --timeout SECONDS  the limit for the whole exchange (10)\n"
     "\n"
     "Exit status: 0 the program took the command, 1 it did not, or there is none, 2 wrong\n"
     "usage, or DDE is not available on this system.\n",

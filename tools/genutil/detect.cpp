@@ -28,12 +28,12 @@ Status RunDetect(const Arguments& arguments) {
 }  // namespace
 
 const Command kDetectCommand = {
-    "detect", "FILE...                   says what each file is encoded in",
+    "detect", "FILE...                   reports the encoding of each file",
     "genutil detect FILE...\n"
     "\n"
-    "Says what each file is encoded in, one line for each: ascii, utf-8, utf-16 or utf-16be\n"
+    "Reports the encoding of each file, one line per file: ascii, utf-8, utf-16 or utf-16be\n"
     "(with or without a byte-order mark), iso-2022-jp, euc-jp, shift_jis, \"euc-jp or shift_jis\"\n"
-    "where every byte is valid in both, or unknown. \"-\" stands for the standard input.\n"
+    "where every byte is valid in both, or unknown. \"-\" means standard input.\n"
     "\n"
-    "Exit status: 0 all were recognised, 1 one is unknown, 2 a file cannot be read.\n",
+    "Exit status: 0 all were recognised, 1 at least one is unknown, 2 a file cannot be read.\n",
     RunDetect};

@@ -19,7 +19,7 @@ void PrintMegabytes(const char* label, std::uint64_t bytes) {
 Status RunSystem(const Arguments& arguments) {
     Arguments rest;
     if (!ParseArguments(arguments, {}, &rest)) return kError;
-    if (!rest.empty()) return Complain("system: '" + rest.front() + "' is too much");
+    if (!rest.empty()) return Complain("system: '" + rest.front() + "' is not expected");
     UseUtf8();
     CGNString system, processor, folder;
     char host[64];

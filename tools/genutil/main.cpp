@@ -15,16 +15,16 @@ const Command* const kCommands[] = {
     &kMessageCommand, &kSystemCommand,  &kDdeCommand,  &kAutomationCommand};
 
 void PrintHelp() {
-    std::puts("genutil: text in the encodings and customs of its readers\n");
+    std::puts("genutil: text, dates and numbers in every locale\n");
     for (const Command* command : kCommands)
         std::printf("  genutil %-10s %s\n", command->name, command->summary);
     std::puts(
-        "\ngenutil COMMAND --help tells more about one, genutil --version the version.\n"
-        "\"-\" as a file stands for the standard input.\n"
-        "\nExit status: 0 all is well, 1 something did not survive or is invalid, 2 wrong usage\n"
-        "or a file that cannot be read or written. On a terminal headings and complaints are\n"
-        "coloured, unless the environment has NO_COLOR.\n"
-        "\nEncodings go by these names and by what contains them (cp932, Shift-JIS, sjis):");
+        "\ngenutil COMMAND --help describes a command; genutil --version prints the version.\n"
+        "\"-\" as a file means standard input.\n"
+        "\nExit status: 0 all is well, 1 something was lost or is invalid, 2 wrong usage\n"
+        "or a file that cannot be read or written. On a terminal headings and errors are\n"
+        "coloured unless the variable NO_COLOR is set.\n"
+        "\nNames of encodings, which may also be written as in cp932, Shift-JIS or sjis:");
     std::printf("%s\n", ListEncodings().c_str());
 }
 
@@ -79,5 +79,5 @@ int main(int count, char** values) {
     // What an earlier write lost is no longer in the buffer.
     const bool isLost = std::ferror(stdout) != 0;
     if (std::fflush(stdout) == 0 && !isLost) return status;
-    return status == kError ? kError : Complain("the standard output cannot be written");
+    return status == kError ? kError : Complain("standard output cannot be written");
 }

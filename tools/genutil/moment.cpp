@@ -28,7 +28,7 @@ std::string DescribeMoment(long seconds) {
 
 bool UseZone(const std::string& name) {
     if (name.empty() || mbSetTZone(name.c_str())) return true;
-    Complain("zone '" + name + "' is not known; genutil zones lists those that are");
+    Complain("zone '" + name + "' is not known; genutil zones lists the known ones");
     return false;
 }
 
@@ -40,7 +40,7 @@ bool ParseSeconds(const std::string& text, long* seconds) {
     char* end = nullptr;
     const long long value = std::strtoll(text.c_str(), &end, 10);
     if (*end != 0 || value < 0 || value > 2147483647) {
-        Complain("'" + text + "' is no number of seconds from 0 to 2147483647");
+        Complain("'" + text + "' is not a number of seconds from 0 to 2147483647");
         return false;
     }
     *seconds = static_cast<long>(value);

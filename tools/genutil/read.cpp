@@ -62,7 +62,7 @@ Fault FindFault(const CGNString& text, long status) {
         case 3:
             return {"the time is out of range", word};
         case 5:
-            return {"what follows the date is no time", word};
+            return {"the text after the date is not a time", word};
         case 4:
             return {"the time lies behind the last that there is, 03:14:07 UTC on 19 January 2038",
                     word};
@@ -136,8 +136,8 @@ const Command kReadCommand = {
     "read", "[--locale NAME] TEXT...   reads dates, times and numbers as a user types them",
     "genutil read [--locale NAME] [--zone NAME] TEXT...\n"
     "\n"
-    "Reads each text as a date, or a date and time, in the customs of a locale, and prints the\n"
-    "moment that it is: by ISO 8601, with its zone, and in seconds since 1970. What is no date\n"
+    "Reads each text as a date, or a date and time, in the format of a locale, and prints the\n"
+    "moment in ISO 8601 with its zone, and in seconds since 1970. A text that is not a date\n"
     "is read as a number, or an amount of money with the code of its currency, and printed with\n"
     "\".\" as decimal symbol. What cannot be read is said, with the character where, which count\n"
     "from 1.\n"

@@ -41,7 +41,7 @@ Status RunVersion(const Arguments& arguments) {
         }
         const bool isFile = KindOf(file) == FileKind::kFile;
         Complain(DisplayName(file) +
-                 (isFile ? " has no version that can be read" : " is no file that can be read"));
+                 (isFile ? " has no readable version" : " is not a readable file"));
         status = Worse(status, isFile ? kLoss : kError);
     }
     return status;
@@ -61,11 +61,11 @@ Status RunMessage(const Arguments& arguments) {
     std::vector<long> numbers(words.size() - 1);
     for (std::size_t i = 1; i < words.size(); ++i)
         if (!ParseNumber(words[i], &numbers[i - 1]))
-            return Complain("'" + words[i] + "' is no number of a message, 0 to 65535");
+            return Complain("'" + words[i] + "' is not a message number from 0 to 65535");
     UseUtf8();
     const long library = OSAttachLocaleResDLL(LibraryPath(words[0]).c_str());
     if (!library)
-        return Complain(DisplayName(words[0]) + " is no resource library that can be read");
+        return Complain(DisplayName(words[0]) + " is not a readable resource library");
     Status status = kOk;
     for (const long number : numbers) {
         CGNString text;
@@ -95,8 +95,8 @@ const Command kMessageCommand = {
     "message", "FILE.dll NUMBER...        shows texts of a resource library",
     "genutil message FILE.dll NUMBER...\n"
     "\n"
-    "Shows the texts of these numbers, 0 to 65535, in UTF-8, one line for each. Where the\n"
-    "library has a text in several languages, it is the one for the user's.\n"
+    "Shows the texts with these numbers (0 to 65535) in UTF-8, one per line. If the library has\n"
+    "a text in several languages, the user's language is shown.\n"
     "\n"
     "Exit status: 0 all are there, 1 one is missing, 2 wrong usage or the library cannot be\n"
     "read.\n",

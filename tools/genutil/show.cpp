@@ -104,7 +104,7 @@ Status RunShow(const Arguments& arguments) {
                                          {"--zone", nullptr, &zone, nullptr},
                                          {"--time", nullptr, &time, nullptr}};
     if (!ParseArguments(arguments, options, &rest)) return kError;
-    if (!rest.empty()) return Complain("show: '" + rest.front() + "' is no option");
+    if (!rest.empty()) return Complain("show: '" + rest.front() + "' is not an option");
     if (locales.empty())
         locales = {"en_US", "en_GB", "de_DE", "fr_FR", "ru_RU",
                    "ja_JP", "zh_TW", "ko_KR", "th_TH", "ar_SA"};
@@ -124,11 +124,11 @@ Status RunShow(const Arguments& arguments) {
 }  // namespace
 
 const Command kShowCommand = {
-    "show", "[--locale NAME]...        shows a moment in the customs of several countries",
+    "show", "[--locale NAME]...        shows a moment as users in several countries see it",
     "genutil show [--locale NAME]... [--zone NAME] [--time SECONDS|now]\n"
     "\n"
     "Shows a moment with its date, long and short, and its time in each locale, a number and an\n"
-    "amount of money, reads every text back, and says whether that gave the same value. Texts\n"
+    "amount of money, reads every text back, and reports whether the value is the same. Texts\n"
     "are in UTF-8. Japan is shown with years of the Gregorian calendar and of the eras.\n"
     "\n"
     "  --locale NAME   a locale, such as de_DE; may be repeated (ten countries)\n"

@@ -114,7 +114,7 @@ Status RunText(const Arguments& arguments) {
     if (files.empty()) return Complain("text: name a file, or \"-\" for the standard input");
     std::size_t count = 0;
     if (!show.empty() && !ParseCount(show, &count))
-        return Complain("'" + show + "' is no number of characters to show");
+        return Complain("'" + show + "' is not a number of characters to show");
     if (!CheckEncodingName(codeSet)) return kError;
     Status status = kOk;
     for (const std::string& file : files) {
@@ -137,11 +137,11 @@ const Command kTextCommand = {
     "text", "FILE...                   counts characters and lines, finds invalid bytes",
     "genutil text [--code-set NAME] [--show N] FILE...\n"
     "\n"
-    "Counts a file's bytes, characters, lines and characters of each size, and says where bytes\n"
+    "Counts a file's bytes, characters, lines and characters of each size, and reports where bytes\n"
     "are invalid: by line and column, which count from 1, and by byte, which counts from 0.\n"
     "\n"
-    "  --code-set NAME   how to read the files; without it their encoding is detected\n"
-    "  --show N          lists the first N characters: bytes, code point, and the character\n"
+    "  --code-set NAME   the encoding of the files; detected if not given\n"
+    "  --show N          lists the first N characters: bytes, code point and the character\n"
     "                    itself\n"
     "\n"
     "Exit status: 0 all is valid, 1 something is invalid, 2 wrong usage or a file cannot be\n"
