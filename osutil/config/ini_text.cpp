@@ -144,7 +144,7 @@ const char* NextIniHead(const char* at, const char* end) {
     };
     for (; end - at >= 16; at += 16) {
         const simd::Vector block = simd::Load(at);
-        unsigned places = simd::TopBits(simd::Equal8(block, bracket) | simd::Equal8(block, stop));
+        unsigned places = simd::TopBits(simd::Equal8(block, stop) | simd::Equal8(block, bracket));
         for (; places; places &= places - 1)
             if (isHead(at + std::countr_zero(places))) return at + std::countr_zero(places);
     }
