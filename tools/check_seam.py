@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Fails when a file includes something above its layer, or asks for a platform above the platform layer.
+"""Fails when a file includes something above its layer, asks for a platform above the platform layer, or
+uses the vector instructions of a processor outside of genutil/simd.h.
 
 An include may point to the file's own layer or to a lower one. The few calls that must go up do so
 through a header of declarations, listed in UPWARD with its reason.
@@ -50,6 +51,8 @@ HEADER = re.compile(
     r'#\s*include\s*<(windows|winsock2?|winreg|unistd|pthread|dirent|fcntl|spawn|sys/\w+|unicode/\w+'
     r'|sqlite3|dlfcn|iconv|langinfo)\.h>')
 SWITCH = re.compile(r'#\s*(if|ifdef|ifndef|elif)\b.*(_WIN32|_WIN64|__linux__|__unix__|__MINGW)')
+# AArch64 intrinsics need no pattern of their own: they come from <arm_neon.h> alone.
+VECTOR = re.compile(r'#\s*include\s*<(\w*intrin|arm_\w+)\.h>|\b_mm\d*_|\b__m\d+i?\b')
 WINDOWS = re.compile(r'#\s*include\s*<(windows|winsock2?|win\w+)\.h>')
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)
 
@@ -126,10 +129,17 @@ def loops(graph):
     return found
 
 
-def platform_faults(path, text):
+def lines_with(path, text, *patterns):
     for number, line in enumerate(text.splitlines(), 1):
-        if HEADER.search(line) or SWITCH.search(line):
+        if any(pattern.search(line) for pattern in patterns):
             yield f'{path.relative_to(ROOT)}:{number}: {line.strip()}'
+
+
+def vector_faults():
+    for folder in ('include', 'genutil', 'osutil', 'tests', 'bench', 'fuzz', 'tools', 'examples'):
+        for path in sorted((ROOT / folder).rglob('*')):
+            if path.suffix in ('.h', '.c', '.cpp', '.inc') and path != ROOT / 'genutil/simd.h':
+                yield from lines_with(path, path.read_text(encoding='utf-8'), VECTOR)
 
 
 def main():
@@ -143,11 +153,12 @@ def main():
             graph[str(path.relative_to(ROOT))] = list(includes(path, text))
             inside = 'osutil/platform/' in str(path)
             if folder != 'include' and not inside:
-                platform += platform_faults(path, text)
+                platform += lines_with(path, text, HEADER, SWITCH)
             elif 'win32' in path.parts and path.name != 'windows_api.h' and WINDOWS.search(text):
-                platform += platform_faults(path, text)
+                platform += lines_with(path, text, HEADER, SWITCH)
     upward += ['a loop of includes: ' + ', '.join(group) for group in loops(graph)]
-    for fault in upward + platform:
+    vector = list(vector_faults())
+    for fault in upward + platform + vector:
         print(fault, file=sys.stderr)
     if upward:
         print('error: docs/architecture.md lists the layers from bottom to top; an include points down.',
@@ -155,7 +166,10 @@ def main():
     if platform:
         print('error: a platform belongs into osutil/platform/: add a call to its contract.',
               file=sys.stderr)
-    return 1 if upward or platform else 0
+    if vector:
+        print('error: vector instructions belong in genutil/simd.h: add an operation to it.',
+              file=sys.stderr)
+    return 1 if upward or platform or vector else 0
 
 
 if __name__ == '__main__':

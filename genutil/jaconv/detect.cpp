@@ -1,7 +1,8 @@
 // Which Japanese encoding a text is in, from bytes that only one of them can have.
+#include <bit>
 #include <cstdio>
 
-#include "genutil/jaconv/kanji_lanes.h"
+#include "genutil/simd.h"
 #include "mbutil.h"
 
 namespace genutil {
@@ -20,10 +21,10 @@ class Memory {
     // Steps over bytes that say nothing, at most to the end of the text.
     void SkipPlain() {
         while (m_end - m_p >= 16) {
-            const __m128i block = jis::LoadBlock(m_p);
-            const __m128i escape = _mm_cmpeq_epi8(block, _mm_set1_epi8(0x1B));
-            if (const int stop = _mm_movemask_epi8(_mm_or_si128(block, escape))) {
-                m_p += std::countr_zero(static_cast<unsigned>(stop));
+            const simd::Vector block = simd::Load(m_p);
+            const simd::Vector escape = simd::Equal8(block, simd::Splat8(0x1B));
+            if (const unsigned stop = simd::TopBits(block | escape)) {
+                m_p += std::countr_zero(stop);
                 return;
             }
             m_p += 16;

@@ -22,13 +22,13 @@ std::size_t CopyPlainRun(unsigned char* dst, const unsigned char* src, std::size
     } else {
         std::size_t i = 0;
         for (; i + 16 <= n; i += 16) {
-            const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(src + i));
-            _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + i), block);
-            const __m128i shift = _mm_or_si128(
-                _mm_cmpeq_epi8(block, _mm_set1_epi8(kEscape)),
-                _mm_cmpeq_epi8(_mm_or_si128(block, _mm_set1_epi8(1)), _mm_set1_epi8(kShiftIn)));
-            if (const int stop = _mm_movemask_epi8(_mm_or_si128(block, shift)))
-                return i + static_cast<unsigned>(std::countr_zero(static_cast<unsigned>(stop)));
+            const simd::Vector block = simd::Load(src + i);
+            simd::Store(dst + i, block);
+            const simd::Vector shift =
+                simd::Equal8(block, simd::Splat8(kEscape)) |
+                simd::Equal8(block | simd::Splat8(1), simd::Splat8(kShiftIn));
+            if (const unsigned stop = simd::TopBits(block | shift))
+                return i + static_cast<unsigned>(std::countr_zero(stop));
         }
         for (; i < n && JisReader::IsPlain(src[i]); ++i) dst[i] = src[i];
         return i;

@@ -31,8 +31,8 @@ struct Writer {
         p += 2;
     }
     void PutByte(unsigned byte) { *p++ = static_cast<unsigned char>(byte); }
-    void Store(__m128i pairs, unsigned count) {
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(p), pairs);
+    void Store(simd::Vector pairs, unsigned count) {
+        simd::Store(p, pairs);
         p += 2 * count;
     }
 };

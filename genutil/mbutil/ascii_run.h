@@ -1,17 +1,16 @@
 // ASCII at the head of a text, 16 bytes at a time: most text in any code set has long runs of it.
 #pragma once
 
-#include <emmintrin.h>
-
 #include <bit>
 #include <cstddef>
+
+#include "genutil/simd.h"
 
 namespace genutil {
 
 // The top bits of 16 bytes, the first byte's in bit 0: 0 when all are ASCII.
 inline unsigned HighBits(const unsigned char* p) {
-    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-    return static_cast<unsigned>(_mm_movemask_epi8(block));
+    return simd::TopBits(simd::Load(p));
 }
 
 // Length of the ASCII run at the head of n bytes.
@@ -29,9 +28,9 @@ inline std::size_t AsciiRun(const unsigned char* p, std::size_t n) {
 inline std::size_t CopyAsciiRun(unsigned char* dst, const unsigned char* src, std::size_t n) {
     std::size_t i = 0;
     for (; i + 16 <= n; i += 16) {
-        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(src + i));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + i), block);
-        if (const unsigned high = static_cast<unsigned>(_mm_movemask_epi8(block)))
+        const simd::Vector block = simd::Load(src + i);
+        simd::Store(dst + i, block);
+        if (const unsigned high = simd::TopBits(block))
             return i + static_cast<unsigned>(std::countr_zero(high));
     }
     for (; i < n && src[i] < 0x80; ++i) dst[i] = src[i];

@@ -1,11 +1,11 @@
 // ASCII runs between bytes and 16-bit units, 16 characters at a time.
 #pragma once
 
-#include <emmintrin.h>
-
 #include <bit>
 #include <cstdint>
 #include <cstring>
+
+#include "genutil/simd.h"
 
 namespace genutil {
 
@@ -39,51 +39,48 @@ inline unsigned AsciiPrefix(unsigned notAscii, unsigned block) {
 }
 
 inline unsigned WidenAscii(const unsigned char* bytes, unsigned char* units) {
-    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
-    const __m128i zero = _mm_setzero_si128();
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(units), _mm_unpacklo_epi8(block, zero));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(units + 16), _mm_unpackhi_epi8(block, zero));
-    return AsciiPrefix(static_cast<unsigned>(_mm_movemask_epi8(block)), 16);
+    const simd::Vector block = simd::Load(bytes);
+    simd::Store(units, simd::WidenLow(block));
+    simd::Store(units + 16, simd::WidenHigh(block));
+    return AsciiPrefix(simd::TopBits(block), 16);
 }
 
 inline unsigned WidenAscii8(const unsigned char* bytes, unsigned char* units) {
-    const __m128i block = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(bytes));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(units),
-                     _mm_unpacklo_epi8(block, _mm_setzero_si128()));
-    return AsciiPrefix(static_cast<unsigned>(_mm_movemask_epi8(block)), 8);
+    const simd::Vector block = simd::LoadHalf(bytes);
+    simd::Store(units, simd::WidenLow(block));
+    return AsciiPrefix(simd::TopBits(block), 8);
 }
 
-// Bit i of the low 8 says that unit i is no ASCII; so does bit i + 8 of the second register's.
-inline unsigned NotAscii(__m128i low, __m128i high) {
-    const __m128i beyond = _mm_set1_epi16(static_cast<short>(0xFF80)), zero = _mm_setzero_si128();
-    const __m128i ascii = _mm_packs_epi16(_mm_cmpeq_epi16(_mm_and_si128(low, beyond), zero),
-                                          _mm_cmpeq_epi16(_mm_and_si128(high, beyond), zero));
-    return ~static_cast<unsigned>(_mm_movemask_epi8(ascii)) & 0xFFFF;
+// Bit i of the low 8 says that unit i is no ASCII; so does bit i + 8 of the second vector's.
+inline unsigned NotAscii(simd::Vector low, simd::Vector high) {
+    const simd::Vector beyond = simd::Splat16(0xFF80), zero = simd::Zero();
+    const simd::Vector ascii =
+        simd::NarrowSigned(simd::Equal16(low & beyond, zero), simd::Equal16(high & beyond, zero));
+    return ~simd::TopBits(ascii) & 0xFFFF;
 }
 
 inline unsigned NarrowAscii(const unsigned char* units, unsigned char* bytes) {
-    const __m128i low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(units));
-    const __m128i high = _mm_loadu_si128(reinterpret_cast<const __m128i*>(units + 16));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(bytes), _mm_packus_epi16(low, high));
+    const simd::Vector low = simd::Load(units), high = simd::Load(units + 16);
+    simd::Store(bytes, simd::NarrowUnsigned(low, high));
     return AsciiPrefix(NotAscii(low, high), 16);
 }
 
 inline unsigned NarrowAscii8(const unsigned char* units, unsigned char* bytes) {
-    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(units));
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(bytes), _mm_packus_epi16(block, block));
+    const simd::Vector block = simd::Load(units);
+    simd::StoreHalf(bytes, simd::NarrowUnsigned(block, block));
     return AsciiPrefix(NotAscii(block, block) & 0xFF, 8);
 }
 
 inline unsigned CopyAscii(const unsigned char* from, unsigned char* to) {
-    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), block);
-    return AsciiPrefix(static_cast<unsigned>(_mm_movemask_epi8(block)), 16);
+    const simd::Vector block = simd::Load(from);
+    simd::Store(to, block);
+    return AsciiPrefix(simd::TopBits(block), 16);
 }
 
 inline unsigned CopyAscii8(const unsigned char* from, unsigned char* to) {
-    const __m128i block = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(from));
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(to), block);
-    return AsciiPrefix(static_cast<unsigned>(_mm_movemask_epi8(block)), 8);
+    const simd::Vector block = simd::LoadHalf(from);
+    simd::StoreHalf(to, block);
+    return AsciiPrefix(simd::TopBits(block), 8);
 }
 
 }  // namespace genutil

@@ -1,11 +1,10 @@
 // Byte by byte between the ISO 8859 and the Windows form of the same text.
-#include <emmintrin.h>
-
 #include <bit>
 #include <cstdint>
 
 #include "genutil/mbutil/code_page.h"
 #include "genutil/mbutil/transcode.h"
+#include "genutil/simd.h"
 #include "mbutil.h"
 
 namespace genutil {
@@ -52,14 +51,12 @@ void MapByte(Transfer& t, const ByteMapping& mapping, std::ptrdiff_t at) {
 
 // 16 bytes: ASCII and the run by arithmetic, then the others one by one.
 void MapBlock(Transfer& t, const ByteMapping& mapping) {
-    const auto all = [](std::uint8_t value) { return _mm_set1_epi8(static_cast<char>(value)); };
-    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(t.src));
-    const __m128i clamped =
-        _mm_max_epu8(_mm_min_epu8(block, all(mapping.last)), all(mapping.first));
-    const __m128i inRun = _mm_cmpeq_epi8(clamped, block);
-    const __m128i mapped = _mm_add_epi8(block, _mm_and_si128(inRun, all(mapping.distance)));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(t.dst), mapped);
-    unsigned others = static_cast<unsigned>(_mm_movemask_epi8(_mm_andnot_si128(inRun, block)));
+    using namespace simd;
+    const Vector block = Load(t.src);
+    const Vector clamped = Max8(Min8(block, Splat8(mapping.last)), Splat8(mapping.first));
+    const Vector inRun = Equal8(clamped, block);
+    Store(t.dst, Add8(block, inRun & Splat8(mapping.distance)));
+    unsigned others = TopBits(AndNot(block, inRun));
     for (; others != 0; others &= others - 1) MapByte(t, mapping, std::countr_zero(others));
 }
 

@@ -1,33 +1,23 @@
 #include "genutil/mbutil/character_blocks.h"
 
-#include <emmintrin.h>
-
 #include <bit>
 #include <cstdint>
 #include <cstring>
 
+#include "genutil/simd.h"
+
 namespace genutil {
 namespace {
 
-__m128i Load(const unsigned char* p) {
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-}
-
-__m128i InRange(__m128i bytes, __m128i low, __m128i span) {
-    const __m128i offset = _mm_sub_epi8(bytes, low);
-    return _mm_cmpeq_epi8(_mm_min_epu8(offset, span), offset);
-}
-
-__m128i InRange(__m128i bytes, std::uint8_t low, std::uint8_t high) {
-    return InRange(bytes, _mm_set1_epi8(static_cast<char>(low)),
-                   _mm_set1_epi8(static_cast<char>(high - low)));
-}
+using simd::Vector;
 
 template <unsigned Count>
-__m128i InFirst(__m128i bytes, const StepTable::Ranges& ranges) {
-    __m128i in = InRange(bytes, Load(ranges.low[0]), Load(ranges.span[0]));
-    for (unsigned r = 1; r < Count; ++r)
-        in = _mm_or_si128(in, InRange(bytes, Load(ranges.low[r]), Load(ranges.span[r])));
+Vector InFirst(Vector bytes, const StepTable::Ranges& ranges) {
+    const auto inRange = [&](unsigned r) {
+        return simd::InSpan8(bytes, simd::Load(ranges.low[r]), simd::Load(ranges.span[r]));
+    };
+    Vector in = inRange(0);
+    for (unsigned r = 1; r < Count; ++r) in = in | inRange(r);
     return in;
 }
 
@@ -36,25 +26,25 @@ template <class Test>
 std::uint64_t MaskOf(const unsigned char* block, Test test) {
     std::uint64_t mask = 0;
     for (unsigned i = 0; i < kBlock; i += 16)
-        mask |= std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(test(Load(block + i))))} << i;
+        mask |= std::uint64_t{simd::TopBits(test(simd::Load(block + i)))} << i;
     return mask;
 }
 
 // The bytes of a block that are in any of the ranges.
 std::uint64_t MaskOfRanges(const unsigned char* block, const StepTable::Ranges& ranges) {
-    if (ranges.count == 1) return MaskOf(block, [&](__m128i b) { return InFirst<1>(b, ranges); });
-    if (ranges.count == 2) return MaskOf(block, [&](__m128i b) { return InFirst<2>(b, ranges); });
-    return MaskOf(block, [&](__m128i b) { return InFirst<3>(b, ranges); });
+    if (ranges.count == 1) return MaskOf(block, [&](Vector b) { return InFirst<1>(b, ranges); });
+    if (ranges.count == 2) return MaskOf(block, [&](Vector b) { return InFirst<2>(b, ranges); });
+    return MaskOf(block, [&](Vector b) { return InFirst<3>(b, ranges); });
 }
 
-__m128i InRanges(__m128i bytes, const StepTable::Ranges& ranges) {
+Vector InRanges(Vector bytes, const StepTable::Ranges& ranges) {
     return ranges.count == 1   ? InFirst<1>(bytes, ranges)
            : ranges.count == 2 ? InFirst<2>(bytes, ranges)
                                : InFirst<3>(bytes, ranges);
 }
 
 std::uint64_t MaskOfShifts(const unsigned char* block) {
-    return MaskOf(block, [](__m128i b) { return InRange(b, 0x8E, 0x8F); });
+    return MaskOf(block, [](Vector b) { return simd::InRange8(b, 0x8E, 0x8F); });
 }
 
 std::uint64_t FirstBits(std::size_t n) {
@@ -73,8 +63,8 @@ std::uint64_t SecondBytes(std::uint64_t leads) {
 }  // namespace
 
 std::uint64_t MaskOfByte(const unsigned char* block, unsigned char byte) {
-    const __m128i wanted = _mm_set1_epi8(static_cast<char>(byte));
-    return MaskOf(block, [&](__m128i bytes) { return _mm_cmpeq_epi8(bytes, wanted); });
+    const Vector wanted = simd::Splat8(byte);
+    return MaskOf(block, [&](Vector bytes) { return simd::Equal8(bytes, wanted); });
 }
 
 void BlockWalker::Learn() {
@@ -109,7 +99,7 @@ void BlockWalker::Scan(const unsigned char* bytes, std::size_t available) {
     m_size = available;
     m_lone = 0;
     m_leads = 0;
-    m_high = MaskOf(bytes, [](__m128i b) { return b; });
+    m_high = MaskOf(bytes, [](Vector b) { return b; });
     m_starts = FirstBits(available);
     if (!m_high) return;
     if (m_table.hasShifts && MaskOfShifts(bytes)) {
@@ -128,7 +118,7 @@ void BlockWalker::Scan(const unsigned char* bytes, std::size_t available) {
 std::uint64_t BlockWalker::Invalid() const {
     const bool hasSingles = m_table.first[0xB1] == 1;  // half-width katakana
     const std::uint64_t singles =
-        hasSingles ? MaskOf(m_data, [](__m128i b) { return InRange(b, 0xA1, 0xDF); }) : 0;
+        hasSingles ? MaskOf(m_data, [](Vector b) { return simd::InRange8(b, 0xA1, 0xDF); }) : 0;
     return m_starts & (m_lone | (m_high & ~m_leads & ~singles));
 }
 
@@ -168,11 +158,10 @@ RunOfLeads FindRunOfLeads(const StepTable& table, const unsigned char* s, std::s
     RunOfLeads run{idx, false};
     // Sixteen bytes at a time: where runs are long, so is every look back.
     while (run.start >= 16) {
-        const __m128i bytes = Load(s + run.start - 16);
-        const __m128i shifts = table.hasShifts ? InRange(bytes, 0x8E, 0x8F) : _mm_setzero_si128();
-        const auto leads = static_cast<unsigned>(
-            _mm_movemask_epi8(_mm_or_si128(shifts, InRanges(bytes, table.leads))));
-        const auto shiftMask = static_cast<unsigned>(_mm_movemask_epi8(shifts));
+        const Vector bytes = simd::Load(s + run.start - 16);
+        const Vector shifts = table.hasShifts ? simd::InRange8(bytes, 0x8E, 0x8F) : simd::Zero();
+        const unsigned leads = simd::TopBits(shifts | InRanges(bytes, table.leads));
+        const unsigned shiftMask = simd::TopBits(shifts);
         // The run is the ones at the top of `leads`.
         const auto length = static_cast<unsigned>(std::countl_one(leads << 16));
         if (length > 0) run.hasShift |= (shiftMask << 16 >> (32 - length)) != 0;

@@ -1,21 +1,20 @@
 #include "genutil/mbutil/pair_finder.h"
 
-#include <emmintrin.h>
-
 #include <bit>
 #include <cstring>
+
+#include "genutil/simd.h"
 
 namespace genutil {
 
 // One bit for each of 16 bytes; looks at 17, or at 16 when only one byte is wanted.
 std::uint32_t PairFinder::Matches(const unsigned char* bytes) const {
     const auto equal = [](const unsigned char* p, unsigned char wanted) {
-        return _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)),
-                              _mm_set1_epi8(static_cast<char>(wanted)));
+        return simd::Equal8(simd::Load(p), simd::Splat8(wanted));
     };
-    __m128i match = equal(bytes, m_first);
-    if (m_second) match = _mm_and_si128(match, equal(bytes + 1, m_second));
-    return static_cast<std::uint32_t>(_mm_movemask_epi8(match));
+    simd::Vector match = equal(bytes, m_first);
+    if (m_second) match = match & equal(bytes + 1, m_second);
+    return simd::TopBits(match);
 }
 
 // Looks for the terminator a little further: a search that ends early must not pay for a long text.

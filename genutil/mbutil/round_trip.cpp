@@ -1,13 +1,12 @@
 #include "genutil/mbutil/round_trip.h"
 
-#include <emmintrin.h>
-
 #include <cstdint>
 
 #include "genutil/mbutil/ascii_run.h"
 #include "genutil/mbutil/character_blocks.h"
 #include "genutil/mbutil/code_read.h"
 #include "genutil/mbutil/wide_convert.h"
+#include "genutil/simd.h"
 
 namespace genutil {
 
@@ -17,12 +16,11 @@ namespace {
 std::uint64_t MaskOfAmbiguous(const CodePage& page, const unsigned char* block) {
     std::uint64_t mask = 0;
     for (unsigned i = 0; i < kBlock; i += 16) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block + i));
-        __m128i found = _mm_setzero_si128();
+        const simd::Vector bytes = simd::Load(block + i);
+        simd::Vector found = simd::Zero();
         for (unsigned k = 0; k < page.ambiguousCount; ++k)
-            found = _mm_or_si128(
-                found, _mm_cmpeq_epi8(bytes, _mm_set1_epi8(static_cast<char>(page.ambiguous[k]))));
-        mask |= std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(found))} << i;
+            found = found | simd::Equal8(bytes, simd::Splat8(page.ambiguous[k]));
+        mask |= std::uint64_t{simd::TopBits(found)} << i;
     }
     return mask;
 }

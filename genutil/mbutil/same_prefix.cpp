@@ -1,25 +1,19 @@
 #include "genutil/mbutil/same_prefix.h"
 
-#include <emmintrin.h>
-
 #include <algorithm>
 #include <bit>
 #include <cstring>
+
+#include "genutil/simd.h"
 
 namespace genutil {
 namespace {
 
 constexpr std::size_t kBlock = 64;
 
-__m128i Load(const unsigned char* p) {
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-}
-
 // Capitals of ASCII in lower case; all other bytes as they are.
-__m128i Lowered(__m128i bytes) {
-    const __m128i offset = _mm_sub_epi8(bytes, _mm_set1_epi8('A'));
-    const __m128i capital = _mm_cmpeq_epi8(_mm_min_epu8(offset, _mm_set1_epi8('Z' - 'A')), offset);
-    return _mm_add_epi8(bytes, _mm_and_si128(capital, _mm_set1_epi8('a' - 'A')));
+simd::Vector Lowered(simd::Vector bytes) {
+    return simd::Add8(bytes, simd::InRange8(bytes, 'A', 'Z') & simd::Splat8('a' - 'A'));
 }
 
 // Bytes of a block that differ, and those that differ by more than the case of a letter.
@@ -29,10 +23,9 @@ struct Differences {
 Differences Compare(const unsigned char* a, const unsigned char* b) {
     Differences d{0, 0};
     for (unsigned i = 0; i < kBlock; i += 16) {
-        const __m128i x = Load(a + i), y = Load(b + i);
-        const auto same = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(x, y)));
-        const auto sameNoCase =
-            static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(Lowered(x), Lowered(y))));
+        const simd::Vector x = simd::Load(a + i), y = simd::Load(b + i);
+        const unsigned same = simd::TopBits(simd::Equal8(x, y));
+        const unsigned sameNoCase = simd::TopBits(simd::Equal8(Lowered(x), Lowered(y)));
         d.any |= std::uint64_t{same ^ 0xFFFFu} << i;
         d.beyondCase |= std::uint64_t{sameNoCase ^ 0xFFFFu} << i;
     }

@@ -1,12 +1,12 @@
 // Digits and symbols of a short text, 16 bytes at a time: no branch depends on a single byte.
 #pragma once
 
-#include <emmintrin.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+
+#include "genutil/simd.h"
 
 namespace genutil {
 
@@ -22,7 +22,7 @@ inline std::uint64_t BitsBelow(std::size_t n) {  // n is at most 63
 }
 
 // n bytes, 1 to 15, and zeroes behind them, without a look at any other.
-inline __m128i LoadBeginning(const char* p, std::size_t n) {
+inline simd::Vector LoadBeginning(const char* p, std::size_t n) {
     std::uint64_t low = 0, high = 0;
     if (n >= 8) {
         std::memcpy(&low, p, 8);
@@ -37,27 +37,22 @@ inline __m128i LoadBeginning(const char* p, std::size_t n) {
         for (std::size_t i = 0; i < n; ++i)
             low |= std::uint64_t{static_cast<unsigned char>(p[i])} << 8 * i;
     }
-    return _mm_set_epi64x(static_cast<long long>(high), static_cast<long long>(low));
+    return simd::Join(low, high);
 }
 
 inline DigitMasks MasksOf(std::string_view text, char decimal, char separator) {
     DigitMasks masks{};
-    const __m128i decimals = _mm_set1_epi8(decimal), separators = _mm_set1_epi8(separator);
-    const __m128i point = _mm_set1_epi8('.');
-    const __m128i zero = _mm_set1_epi8('0'), nine = _mm_set1_epi8(9);
-    const auto bits = [](__m128i matches) {
-        return std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(matches))};
-    };
+    const simd::Vector decimals = simd::Splat8(decimal), separators = simd::Splat8(separator);
+    const simd::Vector point = simd::Splat8('.');
+    const auto bits = [](simd::Vector matches) { return std::uint64_t{simd::TopBits(matches)}; };
     for (std::size_t at = 0; at < text.size(); at += 16) {
         const std::size_t left = text.size() - at;
-        const __m128i block =
-            left >= 16 ? _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at))
-                       : LoadBeginning(text.data() + at, left);
-        const __m128i value = _mm_sub_epi8(block, zero);
-        masks.digits |= bits(_mm_cmpeq_epi8(_mm_min_epu8(value, nine), value)) << at;
-        masks.decimals |= bits(_mm_cmpeq_epi8(block, decimals)) << at;
-        masks.separators |= bits(_mm_cmpeq_epi8(block, separators)) << at;
-        masks.points |= bits(_mm_cmpeq_epi8(block, point)) << at;
+        const simd::Vector block =
+            left >= 16 ? simd::Load(text.data() + at) : LoadBeginning(text.data() + at, left);
+        masks.digits |= bits(simd::InRange8(block, '0', '9')) << at;
+        masks.decimals |= bits(simd::Equal8(block, decimals)) << at;
+        masks.separators |= bits(simd::Equal8(block, separators)) << at;
+        masks.points |= bits(simd::Equal8(block, point)) << at;
     }
     const std::uint64_t all = BitsBelow(text.size());
     masks.decimals &= all;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "genutil/simd.h"
 #include "genutil/string/storage.h"
 #include "genutil/string/unit_search.h"
 
@@ -90,8 +91,7 @@ class PieceWriter {
         if (n <= 4 * kAtOnce && readable >= whole &&
             static_cast<std::size_t>(m_end - m_at) >= whole)
             for (std::size_t i = 0; i < n; i += kAtOnce)
-                _mm_storeu_si128(reinterpret_cast<__m128i*>(m_at + i),
-                                 _mm_loadu_si128(reinterpret_cast<const __m128i*>(piece + i)));
+                simd::Store(m_at + i, simd::Load(piece + i));
         else
             CopyUnits(m_at, piece, n);
         m_at += n;

@@ -1,34 +1,32 @@
 // Search in text of bytes or of 16-bit characters ("units"), 16 of them at a time.
 #pragma once
 
-#include <emmintrin.h>
-
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
+#include "genutil/simd.h"
+
 namespace genutil {
 
 constexpr std::size_t kUnitBlock = 16;
 
-inline __m128i SplatUnit(unsigned char unit) {
-    return _mm_set1_epi8(static_cast<char>(unit));
+inline simd::Vector SplatUnit(unsigned char unit) {
+    return simd::Splat8(unit);
 }
-inline __m128i SplatUnit(unsigned short unit) {
-    return _mm_set1_epi16(static_cast<short>(unit));
+inline simd::Vector SplatUnit(unsigned short unit) {
+    return simd::Splat16(unit);
 }
 
 // One bit for each of 16 units.
-inline unsigned EqualUnits(const unsigned char* p, __m128i wanted) {
-    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-    return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(block, wanted)));
+inline unsigned EqualUnits(const unsigned char* p, simd::Vector wanted) {
+    return simd::TopBits(simd::Equal8(simd::Load(p), wanted));
 }
-inline unsigned EqualUnits(const unsigned short* p, __m128i wanted) {
-    const auto* blocks = reinterpret_cast<const __m128i*>(p);
-    const __m128i low = _mm_cmpeq_epi16(_mm_loadu_si128(blocks), wanted);
-    const __m128i high = _mm_cmpeq_epi16(_mm_loadu_si128(blocks + 1), wanted);
-    return static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(low, high)));
+inline unsigned EqualUnits(const unsigned short* p, simd::Vector wanted) {
+    const simd::Vector low = simd::Equal16(simd::Load(p), wanted);
+    const simd::Vector high = simd::Equal16(simd::Load(p + 8), wanted);
+    return simd::TopBits(simd::NarrowSigned(low, high));
 }
 
 // Finds places in a text that begin with any of a few units; of one unit also such places only
@@ -137,8 +135,8 @@ class UnitFinder {
 
     const Unit* const m_text;
     const std::size_t m_length;
-    __m128i m_first[kMost] = {};
-    __m128i m_later = _mm_setzero_si128();
+    simd::Vector m_first[kMost] = {};
+    simd::Vector m_later = simd::Zero();
     unsigned m_count = 0;
     std::size_t m_distance = 0;
     std::size_t m_base = 0;

@@ -1,7 +1,5 @@
 #include "osutil/config/ini_text.h"
 
-#include <emmintrin.h>
-
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -11,6 +9,7 @@
 #include "genutil/mbutil/character_table.h"
 #include "genutil/mbutil/code_page.h"
 #include "genutil/mbutil/step.h"
+#include "genutil/simd.h"
 
 namespace genutil {
 
@@ -66,10 +65,9 @@ class Folded {
 template <class Visit>
 bool AnyLine(std::string_view text, Visit visit) {
     const char *line = text.data(), *at = line, *const end = line + text.size();
-    const __m128i feed = _mm_set1_epi8('\n');
+    const simd::Vector feed = simd::Splat8('\n');
     for (; end - at >= 16; at += 16) {
-        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
-        auto ends = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(block, feed)));
+        unsigned ends = simd::TopBits(simd::Equal8(simd::Load(at), feed));
         for (; ends; ends &= ends - 1) {
             const char* lineEnd = at + std::countr_zero(ends);
             if (visit(line, lineEnd)) return true;
@@ -141,14 +139,13 @@ std::string_view SkipIniMark(std::string_view text) {
 const char* NextIniHead(const char* at, const char* end) {
     const char* const begin = at;
     // Both bytes are rare, so that nearly all of a text passes 16 bytes at a step.
-    const __m128i bracket = _mm_set1_epi8('['), stop = _mm_set1_epi8(kEndOfText);
+    const simd::Vector bracket = simd::Splat8('['), stop = simd::Splat8(kEndOfText);
     const auto isHead = [&](const char* p) {
         return *p == '[' ? BeginsLine(begin, p) : *p == kEndOfText && (p == begin || p[-1] == '\n');
     };
     for (; end - at >= 16; at += 16) {
-        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
-        auto places = static_cast<unsigned>(_mm_movemask_epi8(
-            _mm_or_si128(_mm_cmpeq_epi8(block, bracket), _mm_cmpeq_epi8(block, stop))));
+        const simd::Vector block = simd::Load(at);
+        unsigned places = simd::TopBits(simd::Equal8(block, stop) | simd::Equal8(block, bracket));
         for (; places; places &= places - 1)
             if (isHead(at + std::countr_zero(places))) return at + std::countr_zero(places);
     }

@@ -1,12 +1,11 @@
 #include "osutil/platform/posix/config/profile_cache.h"
 
-#include <emmintrin.h>
-
 #include <atomic>
 #include <cstring>
 #include <utility>
 
 #include "genutil/mbutil/code_set.h"
+#include "genutil/simd.h"
 #include "osutil/config/ini_index.h"
 
 namespace genutil::platform {
@@ -33,7 +32,7 @@ class Turn {
         for (int tries = 0; tries < 200 && !m_taken; ++tries) {
             m_taken = !g_inUse.load(std::memory_order_relaxed) &&
                       !g_inUse.exchange(true, std::memory_order_acquire);
-            if (!m_taken) _mm_pause();
+            if (!m_taken) simd::Pause();
         }
     }
     Turn(const Turn&) = delete;

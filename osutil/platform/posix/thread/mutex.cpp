@@ -1,9 +1,8 @@
 // Mutexes: where they are busy. pthread's robust mutexes would hand on a lock whose holder ended
 // too, at several times the cost of each lock.
-#include <emmintrin.h>
-
 #include <new>
 
+#include "genutil/simd.h"
 #include "osutil/platform/posix/thread/futex.h"
 #include "osutil/platform/thread/threading.h"
 
@@ -27,7 +26,7 @@ namespace {
 // Most locks are held for less time than it takes to sleep and be woken, if the holder runs.
 bool TakeSoon(Mutex* mutex) {
     for (int i = 0; i < 40; ++i) {
-        _mm_pause();
+        simd::Pause();
         if (mutex->state.load(std::memory_order_relaxed) == 0 &&
             TakeMutexAtOnce(mutex, Sharing::kShared))
             return true;
