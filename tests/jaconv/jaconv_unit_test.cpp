@@ -148,7 +148,7 @@ TEST(JapaneseConversion, ConvertsKnownTexts) {
 }
 
 // The worst cases: no byte is left after a kanji at the end.
-TEST(JapaneseConversion, JisFitsThreeTimesTheSource) {
+TEST(JapaneseConversion, JisFitsInThreeTimesTheSource) {
     std::string text;
     for (unsigned n = 1; n < 50; ++n) {
         text += "\x82\xA0z";

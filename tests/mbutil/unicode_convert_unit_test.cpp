@@ -29,7 +29,7 @@ std::string Units(const char16_t* units, std::size_t length) {
 
 }  // namespace
 
-TEST(UnicodeConvert, KnownTexts) {
+TEST(UnicodeConvert, ConvertsKnownTexts) {
     ExpectRows(
         ThroughUnicode,
         {

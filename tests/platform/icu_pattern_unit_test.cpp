@@ -18,7 +18,7 @@ std::u16string Text(const Unit* units) {
     return reinterpret_cast<const char16_t*>(units);
 }
 
-TEST(PictureShape, FieldsBecomeTokensAndLettersAreQuoted) {
+TEST(PictureShape, TranslatesFieldsAndQuotesLetters) {
     static const struct {
         int line;
         const char16_t *pattern, *picture;
@@ -51,7 +51,7 @@ TEST(PictureShape, FieldsBecomeTokensAndLettersAreQuoted) {
     }
 }
 
-TEST(PictureShape, WhatDoesNotFitGivesNothing) {
+TEST(PictureShape, RefusesFormatsThatDoNotFit) {
     Unit out[11] = {};
     EXPECT_TRUE(ShapePicture(Units(u"dd/MM/y"), out, 11));
     out[10] = 'x';
@@ -60,7 +60,7 @@ TEST(PictureShape, WhatDoesNotFitGivesNothing) {
     EXPECT_EQ(out[10], 'x');
 }
 
-TEST(PictureShape, PartsOfAPicture) {
+TEST(PictureShape, FindsSeparatorsAndOrder) {
     static const struct {
         int line;
         const char16_t *picture, *separator;
@@ -85,7 +85,7 @@ TEST(PictureShape, PartsOfAPicture) {
     EXPECT_EQ(RunInPicture(Units(u"dd.d.yyyy"), 'd', 2), 2);
 }
 
-TEST(PictureShape, NumberPatternsAndTexts) {
+TEST(PictureShape, TranslatesNumberPatterns) {
     static const struct {
         int line;
         const char16_t *pattern, *grouping;

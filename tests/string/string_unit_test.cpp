@@ -134,7 +134,7 @@ TEST(StringStorage, LossyBytesEndAtAWholeCharacter) {
 
 // -- Memory that runs out ------------------------------------------------------------------------
 
-TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
+TEST(StringStorage, FailedAllocationsLeaveTheOldTextOrTheNew) {
     CodeSetGuard codeSet(mbShiftJis);
     static const Wide kWide[] = {'w', 0x3042, 0x0E01, 0};  // the last is not in the code set
     static const CGNString kOther("Other\x82\xA0");
