@@ -7,9 +7,9 @@
 #include <string>
 
 #include "fuzz/check.h"
+#include "fuzz/slow_decimal.h"
 #include "gennum.h"
 #include "mbutil.h"
-#include "fuzz/slow_decimal.h"
 
 namespace {
 

@@ -1,5 +1,6 @@
 // Stepping, searching, tokens and decoding of any bytes in any code set, against slow walks. The
 // first byte chooses the code set, the second how many bytes are the needle.
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -8,8 +9,8 @@
 #include <string>
 
 #include "fuzz/check.h"
-#include "mbutil.h"
 #include "fuzz/slow_step.h"
+#include "mbutil.h"
 
 namespace {
 
@@ -66,6 +67,22 @@ void CheckSearches(const char* s, const std::string& text, const std::string& ne
         "set of characters");
 }
 
+// The first byte that is no character, or begins none.
+void CheckValidation(const std::string& text, int codeSet) {
+    const auto starts = slow::Starts(text, codeSet);
+    const auto isBad = [&](std::size_t i) {
+        const auto byte = static_cast<unsigned char>(text[starts[i]]);
+        const bool isKana = codeSet == mbShiftJis && byte >= 0xA1 && byte <= 0xDF;
+        return starts[i + 1] - starts[i] == 1 && byte >= 0x80 && !isKana;
+    };
+    std::size_t first = 0;
+    while (first + 1 < starts.size() && !isBad(first)) ++first;
+    const bool valid = first + 1 == starts.size();
+    unsigned bad = 12345;
+    Check((mbvalidatestring(text.c_str(), &bad, codeSet) != 0) == valid, "valid text");
+    Check(bad == (valid ? 12345 : starts[first]), "first invalid byte");
+}
+
 // Tokens lie in the text, in order, and hold no delimiter at their start.
 void CheckTokens(const std::string& text, const std::string& delimiters) {
     const auto copy = Exact(text);
@@ -97,12 +114,15 @@ void CheckComparison(const std::string& text, const std::string& needle) {
               "order up to a count");
 }
 
-void CheckCopies(const char* s, const std::string& text) {
+void CheckCopies(const char* s, const std::string& text, int codeSet) {
     for (const unsigned n : {0u, 1u, 2u, 3u, static_cast<unsigned>(text.size() / 2)}) {
         std::string dst(n + 1, '#');
         const unsigned copied = mbstrncpyi(dst.data(), s, n);
         Check(copied <= n && dst[n] == '#' && !std::memcmp(dst.data(), s, copied),
               "copy within bounds");
+        const auto starts = slow::Starts(text, codeSet);
+        const auto behind = std::upper_bound(starts.begin(), starts.end(), n);
+        Check(!mbIsMultiByte() || copied == *(behind - 1), "copy of whole characters");
     }
     auto upper = Exact(text);
     mbstrtoupper(upper.get());
@@ -138,9 +158,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CheckSearches(s.get(), text, needle, codeSet);
     CheckTokens(text, needle);
     CheckComparison(text, needle);
-    CheckCopies(s.get(), text);
-    unsigned bad = 0;
-    if (!mbvalidatestring(s.get(), &bad, codeSet))
-        Check(bad < text.size(), "invalid byte in the text");
+    CheckCopies(s.get(), text, codeSet);
+    const bool isListed = codeSet != mbJis && codeSet != mbUtf8;
+    if (mbIsMultiByte() && isListed) CheckValidation(text, codeSet);
     return 0;
 }

@@ -5,7 +5,7 @@
 
 using namespace genutil;
 
-TEST(Calendar, AgreesWithCountingTheDays) {
+TEST(Calendar, AgreesWithCountingDays) {
     int year = kFirstYear, month = 1, day = 1, weekday = 2, faults = 0;
     std::int32_t number = 0;
     constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};

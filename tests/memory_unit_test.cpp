@@ -220,7 +220,7 @@ const struct {
      }},
 };
 
-TEST(Memory, OneFailureIsToldAndTheNextOperationWorks) {
+TEST(Memory, FailedAllocationsAreReportedAndTheNextCallWorks) {
     const CodeSetGuard japanese(mbShiftJis);
     CLCGlobalLocale::Instance()->SetLocale("en_US");
     for (const auto& operation : kOperations) {

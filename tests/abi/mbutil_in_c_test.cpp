@@ -5,13 +5,13 @@
 extern "C" int CountInC(const char* text);
 extern "C" unsigned ChecksumInC(const char* text);
 
-TEST(Abi, TheTextHeaderServesC) {
+TEST(Abi, MbutilWorksInC) {
     const CodeSetGuard guard(5);
     EXPECT_EQ(CountInC("a\x82\xA0"
                        "b"),
               3);
 }
 
-TEST(Abi, TheChecksumServesC) {
+TEST(Abi, ChecksumWorksInC) {
     EXPECT_EQ(ChecksumInC("\x01"), 0x77073096u);
 }

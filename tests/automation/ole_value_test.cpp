@@ -1,4 +1,4 @@
-// Values of automation, which are the same on all systems.
+// Values of automation.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -17,7 +17,7 @@ std::string TextOf(const COSOLEValue& value) {
     return Bytes(text);
 }
 
-TEST(OleValue, DecimalsFitExactlyOrNotAtAll) {
+TEST(OleValue, RefusesDecimalsThatDoNotFit) {
     const struct {
         int line;
         const char *text, *back;  // null: refused
@@ -55,7 +55,7 @@ TEST(OleValue, DecimalsFitExactlyOrNotAtAll) {
     }
 }
 
-TEST(OleValue, AmountsHaveFourDecimals) {
+TEST(OleValue, RefusesAmountsOfMoreThanFourDecimals) {
     const struct {
         int line;
         const char *text, *back;
@@ -85,20 +85,19 @@ TEST(OleValue, AmountsHaveFourDecimals) {
     EXPECT_FALSE(decimal.GetCurrency(amount));
 }
 
-TEST(OleValue, DatesLoseNoSecond) {
+TEST(OleValue, DatesAreExactToTheSecond) {
     const ZoneGuard tokyo("Asia/Tokyo");
     COSOLEValue value;
-    // Every second of days on both sides of day 0, by a second way to count.
-    for (const int day : {-2, -1, 0, 1, 40242}) {
+    // Before and after day 0, from which fractions count in both directions.
+    for (const int day : {-2, -1, 0, 1, 40242})
         for (long second = 0; second < 86400; second += second % 3600 == 3599 ? 1 : 7) {
-            ASSERT_TRUE(value.SetDate(CGNDate(2415019 + day), second));
             CGNDate date;
             long back = -1;
+            ASSERT_TRUE(value.SetDate(CGNDate(2415019 + day), second));
             ASSERT_TRUE(value.GetDate(date, &back));
             ASSERT_EQ(date.GetDateValue(), 2415019 + day) << second;
             ASSERT_EQ(back, second) << day;
         }
-    }
     const struct {
         int line;
         double days;
@@ -128,11 +127,11 @@ TEST(OleValue, DatesLoseNoSecond) {
     EXPECT_TRUE(value.GetDateTime(moment));
     EXPECT_EQ(moment.GetSecsFrom70(), 1267767001);
     EXPECT_FALSE(value.SetDateTime(CGNDateTime()));
-    EXPECT_TRUE(value.SetOleDate(60000));  // behind the last moment
+    EXPECT_TRUE(value.SetOleDate(60000));  // after the last moment
     EXPECT_FALSE(value.GetDateTime(moment));
 }
 
-TEST(OleValue, OnlyWhatFitsIsGiven) {
+TEST(OleValue, RefusesConversionsThatLoseSomething) {
     constexpr long long kLarge = (1LL << 53) + 1;
     const struct {
         int line;
@@ -163,7 +162,7 @@ TEST(OleValue, OnlyWhatFitsIsGiven) {
     EXPECT_FALSE(decimal.GetReal(real));
 }
 
-TEST(OleValue, Arrays) {
+TEST(OleValue, ArraysHaveBoundsAndOwnTheirItems) {
     COSOLEBound bounds[2];
     bounds[0].m_count = 2;
     bounds[0].m_lower = 1;
@@ -182,9 +181,9 @@ TEST(OleValue, Arrays) {
     EXPECT_EQ(TextOf(grid), "here");
     EXPECT_EQ(TextOf(*copy.GetItem(3)), "here");
     COSOLEValue nested(copy);
-    *nested.GetItem(0) = nested;  // itself in an item
+    *nested.GetItem(0) = nested;  // its own item
     EXPECT_EQ(TextOf(*nested.GetItem(0)->GetItem(3)), "here");
-    nested = *nested.GetItem(0);  // an item of itself
+    nested = *nested.GetItem(0);  // by its own item
     EXPECT_EQ(nested.GetDimensions(), 2);
     EXPECT_EQ(nested.GetBound(1).m_lower, -1);
     EXPECT_EQ(nested.GetItem(6), nullptr);
@@ -203,7 +202,7 @@ TEST(OleValue, Arrays) {
     EXPECT_EQ(grid.GetCount(), 0);
 }
 
-TEST(OleValue, Arguments) {
+TEST(OleValue, ArgumentsKeepNamesAndReferences) {
     COSOLEArguments arguments;
     arguments.Add(1).AddMissing().AddNamedByReference("n", "text");
     for (int i = 0; i < 20; ++i) arguments.Add(arguments.Get(2));

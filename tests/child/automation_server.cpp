@@ -1,8 +1,8 @@
-// An automation server for the tests, with what those of the system lack. Its first argument says
-// what it does: "register" and "unregister" for the user, or serve as COM starts it ("-Embedding"),
-// "active" making one object known to all.
+// An automation server for the tests, with members that the servers of the system lack. Its first
+// argument is "register" or "unregister" (for the user), "-Embedding" (as COM starts it) or
+// "active", which makes one object known to all programs.
 #include <windows.h>
-// Behind it, which they need.
+// These need it.
 #include <objbase.h>
 #include <oleauto.h>
 
@@ -26,9 +26,9 @@ DWORD g_rejection = SERVERCALL_RETRYLATER;
 ITypeInfo* g_types = nullptr;
 
 enum Member : DISPID {
-    kValue = DISPID_VALUE,
     kNewEnum = DISPID_NEWENUM,
-    kEcho = 1,
+    kValue = DISPID_VALUE,
+    kEcho,
     kChange,
     kFail,
     kPoint,
@@ -43,21 +43,23 @@ enum Member : DISPID {
     kUnsigned,
     kGrid,
     kPlain,
-    kTenth,
+    kTenth
 };
 
+constexpr UINT kAnyCount = ~0u;
+
+// By identifier, from DISPID_VALUE, which is 0.
 constexpr struct {
     const wchar_t* name;
-    DISPID id;
+    UINT count;  // of arguments
 } kMembers[] = {
-    {L"Value", kValue},   {L"Echo", kEcho},         {L"Change", kChange}, {L"Fail", kFail},
-    {L"Point", kPoint},   {L"Picky", kPicky},       {L"Busy", kBusy},     {L"Die", kDie},
-    {L"Child", kChild},   {L"Objects", kObjects},   {L"TypeOf", kTypeOf}, {L"Fill", kFill},
-    {L"Target", kTarget}, {L"Unsigned", kUnsigned}, {L"Grid", kGrid},     {L"Plain", kPlain},
-    {L"Tenth", kTenth},
+    {L"Value", kAnyCount},  {L"Echo", 1},     {L"Change", 2}, {L"Fail", 2},
+    {L"Point", kAnyCount},  {L"Picky", 1},    {L"Busy", 2},   {L"Die", 0},
+    {L"Child", 0},          {L"Objects", 0},  {L"TypeOf", 1}, {L"Fill", 1},
+    {L"Target", kAnyCount}, {L"Unsigned", 0}, {L"Grid", 0},   {L"Plain", 0},
+    {L"Tenth", 1},
 };
-
-// What counts its references, and itself unless it only serves the program.
+// Counts references to an object, and the objects unless they only serve the program.
 template <class Interface, bool kServes = false>
 class Counted : public Interface {
   public:
@@ -126,8 +128,9 @@ class Server : public Counted<IDispatch> {
         for (UINT i = 0; i < count; ++i) {
             ids[i] = DISPID_UNKNOWN;
             if (i == 0) {
-                for (const auto& member : kMembers)
-                    if (_wcsicmp(names[0], member.name) == 0) ids[0] = member.id;
+                for (UINT id = 0; id < std::size(kMembers); ++id)
+                    if (_wcsicmp(names[0], kMembers[id].name) == 0)
+                        ids[0] = static_cast<DISPID>(id);
             } else if (ids[0] == kPoint && _wcsicmp(names[i], L"x") == 0) {
                 ids[i] = 0;
             } else if (ids[0] == kPoint && _wcsicmp(names[i], L"y") == 0) {
@@ -161,7 +164,7 @@ HRESULT SetObject(VARIANT* out, IDispatch* object) {
     return S_OK;
 }
 
-// The argument of a position or of its number as a name; null for none.
+// Returns the argument of a position, given by position or by name, or null.
 VARIANT* FindArgument(const DISPPARAMS& given, UINT parameter) {
     const UINT positions = given.cArgs - given.cNamedArgs;
     if (parameter < positions) {
@@ -251,10 +254,9 @@ HRESULT Server::Invoke(DISPID member, REFIID, LCID, WORD use, DISPPARAMS* given,
     if (!fault) fault = &noFault;
     if (member != kValue && member != kTarget && !(use & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)))
         return DISP_E_MEMBERNOTFOUND;
-    const UINT counts[] = {0, 1, 2, 2, ~0u, 1, 2, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1};
     const bool get = use & DISPATCH_PROPERTYGET;
-    if (member > 0 && member != kTarget && counts[member] != ~0u && given->cArgs != counts[member])
-        return DISP_E_BADPARAMCOUNT;
+    const UINT count = member >= 0 ? kMembers[member].count : kAnyCount;
+    if (count != kAnyCount && given->cArgs != count) return DISP_E_BADPARAMCOUNT;
     switch (member) {
         case kValue:
             return get ? VariantCopy(result, &m_value) : Put(given, use, fault);
@@ -316,7 +318,7 @@ HRESULT Server::Invoke(DISPID member, REFIID, LCID, WORD use, DISPPARAMS* given,
     }
 }
 
-// Rejects as many calls as it was told to.
+// Rejects the number of calls that a client has asked for.
 class Filter : public Counted<IMessageFilter, true> {
   public:
     DWORD STDMETHODCALLTYPE HandleInComingCall(DWORD, HTASK, DWORD, LPINTERFACEINFO) override {
@@ -439,7 +441,7 @@ void RemoveFrom(HKEY root) {
     }
 }
 
-// For the user alone where the system looks there, as Windows does; else for all.
+// Registers for the user if the system looks there, as Windows does, otherwise for all users.
 int Register() {
     CLSID found;
     RegisterIn(HKEY_CURRENT_USER);
@@ -460,12 +462,12 @@ void Serve(bool active) {
     CoInitialize(nullptr);
     MakeTypes();
     CoRegisterMessageFilter(new Filter, &before);
-    // For one client each: one that dies takes nothing of another's with it.
+    // Each client gets a process of its own, so that one that dies does not disturb others.
     if (!active)
         CoRegisterClassObject(kClassId, new Factory, CLSCTX_LOCAL_SERVER, REGCLS_SINGLEUSE,
                               &registered);
     if (active) RegisterActiveObject(new Server, kClassId, ACTIVEOBJECT_STRONG, &known);
-    // Ends with its last object, and by itself when the client forgot it.
+    // Ends with its last object, or after 30 seconds.
     const UINT_PTR timer = SetTimer(nullptr, 0, 100, nullptr);
     bool used = false;
     int tick = 0;

@@ -22,7 +22,7 @@ std::string Get(const TemporaryFile& file, const char* section, const char* key,
     return std::string(value, value.GetLength());
 }
 
-TEST(Config, ReadsValues) {
+TEST(Config, FindsValuesInAnyCase) {
     const TemporaryFile file(
         "\xEF\xBB\xBF[First]\r\nKey = value \r\n;Key2=1\r\nQuoted=\"  x \"\r\n"
         "[ Second ]\r\nkey=\r\nText='it''s'\r\n[first]\r\nlater=1\r\n");
@@ -63,7 +63,7 @@ TEST(Config, ReadsAndWritesIntegers) {
     EXPECT_EQ(Get(file, "n", "a"), "-2147483648");
 }
 
-TEST(Config, WritesAndDeletesAndKeepsTheRest) {
+TEST(Config, ChangesKeepTheRestOfTheFile) {
     const TemporaryFile file("; head\r\n[a]\r\nj=1\r\n\r\n[b]\r\n; note\r\nk=2\r\n");
     EXPECT_EQ(OSSetConfig("new", "A", "J", file.Path()), 1);
     EXPECT_EQ(OSSetConfig("x", "a", "added", file.Path()), 1);
@@ -82,7 +82,7 @@ TEST(Config, WritesAndDeletesAndKeepsTheRest) {
     EXPECT_EQ(Get(file, "c", "k"), "y");
 }
 
-TEST(Config, RefusesWhatWouldChangeTheRest) {
+TEST(Config, RefusesTextsThatWouldChangeOtherLines) {
     const std::string before = "[a]\r\nk=1\r\n";
     const CodeSetGuard guard(mbShiftJis);
     const TemporaryFile file(before);
@@ -99,7 +99,7 @@ TEST(Config, RefusesWhatWouldChangeTheRest) {
     }
 }
 
-TEST(Config, CutsLongValuesBehindACharacter) {
+TEST(Config, CutsLongValuesAfterACharacter) {
     const CodeSetGuard guard(mbShiftJis);
     std::string kanji;
     while (kanji.size() < 100000) kanji += "\x8A\xBF";
@@ -112,7 +112,7 @@ TEST(Config, CutsLongValuesBehindACharacter) {
     EXPECT_EQ(Get(file, "a", "none", std::string(3000, 'd').c_str()).size(), 1023u);
 }
 
-TEST(Config, ThreadsLoseNoneOfTheirWrites) {
+TEST(Config, ThreadsLoseNoWrites) {
     OSSetThreaded();
     constexpr int kThreads = 4, kKeys = 40;
     const TemporaryFile file("[shared]\r\nfirst=1\r\n");
@@ -132,7 +132,7 @@ TEST(Config, ThreadsLoseNoneOfTheirWrites) {
         }
 }
 
-TEST(Config, SystemFile) {
+TEST(Config, ReadsAndWritesTheSystemFile) {
     CGNString value;
     EXPECT_EQ(OSSetSystemConfig("one", "genutil test", "Key"), 1);
     EXPECT_EQ(OSGetSystemConfig(value, "none", "GENUTIL test", "key"), 1);
@@ -141,7 +141,7 @@ TEST(Config, SystemFile) {
     EXPECT_STREQ(value, "none");
 }
 
-TEST(Registry, TextsAndIntegers) {
+TEST(Registry, ReadsAndWritesTextsAndIntegers) {
     CGNString text;
     OSDelSystemConfigReg("", "Size", kBase);
     EXPECT_EQ(OSSetSystemConfigReg("12 units", "", "Size", kBase), 1);
@@ -180,7 +180,7 @@ std::string Loud(const char* name) {
     return std::string(name) + '!';
 }
 
-TEST(Registry, ListsAllValuesAndReturnsZero) {
+TEST(Registry, ListsAllValues) {
     static constexpr const char* kNames[] = {"Alpha", "beta", "Gamma"};
     for (const char* name : kNames)
         EXPECT_EQ(OSSetSystemConfigReg(Loud(name).c_str(), "list", name, kBase), 1);
@@ -196,7 +196,7 @@ TEST(Registry, ListsAllValuesAndReturnsZero) {
     EXPECT_EQ(names.GetCount(), 3);
 }
 
-TEST(LocaleInfo, AnswersByType) {
+TEST(LocaleInfo, ReturnsFactsByType) {
     static const struct {
         int line;
         unsigned long locale, type;

@@ -23,7 +23,7 @@ std::string Changed(std::string_view text, const char* section, const char* key,
     return result += text.substr(edit.end);
 }
 
-TEST(IniEdit, ChangesOneLineAndNoOther) {
+TEST(IniEdit, ChangesOneLineOnly) {
     static const struct {
         int line;
         const char *text, *section, *key, *value, *changed;

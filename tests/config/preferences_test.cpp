@@ -11,7 +11,7 @@ class QVStatusList {};
 
 namespace {
 
-TEST(Preferences, ReadAndWriteAFile) {
+TEST(Preferences, ReadsAndWritesAFile) {
     const TemporaryFile file("[Screen]\nWidth=80\n");
     OSLocalPreferenceSet local;
     IQVPreferenceSet& set = local;
@@ -30,7 +30,7 @@ TEST(Preferences, ReadAndWriteAFile) {
     EXPECT_EQ(set.GetPreferenceType(), 0);
 }
 
-TEST(Preferences, DefaultsOnlyTouchesNoFile) {
+TEST(Preferences, DefaultsOnlyOpensNoFile) {
     OSLocalPreferenceSet defaults(1);
     OSLocalPreferenceSet set;
     set = defaults;  // with its flag
@@ -43,7 +43,7 @@ TEST(Preferences, DefaultsOnlyTouchesNoFile) {
     EXPECT_FALSE(std::ifstream("./preferences.none").is_open());
 }
 
-TEST(Preferences, SectionsAsTheyStand) {
+TEST(Preferences, ReadsSectionsUnchanged) {
     static const struct {
         int line;
         const char *text, *section, *value;  // null: as it was

@@ -9,7 +9,7 @@ using namespace genutil;
 
 constexpr char kLong[] = "dddd, MMMM dd, yyyy";
 
-TEST(DateParse, ReadsByFormat) {
+TEST(DateParse, ReadsInAFormat) {
     const int present = PresentYear(), century = present - present % 100;
     const struct {
         int line;

@@ -24,7 +24,7 @@ int PresentYear() {
 
 }  // namespace
 
-TEST(Date, FromDayNumbers) {
+TEST(Date, ConvertsDayNumbers) {
     const struct {
         int line, day, year, month, dayOfMonth, weekday, bc;
     } kRows[] = {
@@ -45,7 +45,7 @@ TEST(Date, FromDayNumbers) {
     }
 }
 
-TEST(Date, EmptyAndUnchecked) {
+TEST(Date, KeepsUncheckedFields) {
     CGNDate date;
     EXPECT_TRUE(date.IsEmpty());
     EXPECT_EQ(date.GetWeekday(), 2);
@@ -62,7 +62,7 @@ TEST(Date, EmptyAndUnchecked) {
     EXPECT_EQ(date.GetWeekday() + date.GetYearBC(), 0);
 }
 
-TEST(Date, LeapYearsWeeksAndCenturies) {
+TEST(Date, KnowsLeapYearsWeeksAndCenturies) {
     EXPECT_EQ(CGNDate::IsLeapYear(2000, 2, 29), 0);
     EXPECT_EQ(CGNDate::IsLeapYear(2000, 10, 15), 1);
     EXPECT_EQ(CGNDate::IsLeapYear(2000, 10, 14) + CGNDate::IsLeapYear(2000, 9, 30), 0);
@@ -84,7 +84,7 @@ TEST(Date, LeapYearsWeeksAndCenturies) {
     }
 }
 
-TEST(Date, Verified) {
+TEST(Date, RefusesDatesThatDoNotExist) {
     const CustomLocale locale("en_US", "M/d/yyyy", kLong, "H:mm");
     const struct {
         int line, year, bc, month, day, weekday;  // 0: does not exist
@@ -115,7 +115,7 @@ TEST(Date, Verified) {
     EXPECT_EQ(date.GetLastDayOfYearAndMonth(2009, 13, weekday), -1);
 }
 
-TEST(Date, Written) {
+TEST(Date, FormatsByTheLocalesFormat) {
     const CGNDate friday(2010, 0, 3, 5, 6), caesar(44, 1, 3, 15, 4), odd(5, 0, 14, 9, 8);
     const struct {
         int line;
@@ -167,7 +167,7 @@ TEST(Date, Written) {
     EXPECT_EQ(CGNDate().FormatForDisplay(2), 0);
 }
 
-TEST(Date, WrittenForACalendar) {
+TEST(Date, FormatsForACalendar) {
     const struct {
         int line;
         const char* longDate;
@@ -193,7 +193,7 @@ TEST(Date, WrittenForACalendar) {
     EXPECT_TRUE(name == "");
 }
 
-TEST(Date, ReadByComponent) {
+TEST(Date, ReadsOneComponent) {
     const CustomLocale locale("ja_JP", "yyyy/MM/dd", "gg yy'\x94\x4E'M'\x8C\x8E'd", "H:mm");
     CGNDate date;
     CGNString rest("kept");

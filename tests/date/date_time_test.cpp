@@ -22,7 +22,7 @@ class DateTime : public testing::Test {
 
 }  // namespace
 
-TEST_F(DateTime, BreaksMomentsDown) {
+TEST_F(DateTime, FormatsMoments) {
     const CustomLocale locale("en_US", "M/d/yy", "dddd, MMMM dd, yyyy", "H:mm:ss");
     const struct {
         int line;
@@ -58,7 +58,7 @@ TEST_F(DateTime, BreaksMomentsDown) {
     EXPECT_EQ(CGNDateTime::MkTimeTS(&record), 1269093600);
 }
 
-TEST_F(DateTime, EmptyValuesAreNotWritten) {
+TEST_F(DateTime, DoesNotFormatEmptyValues) {
     CGNDateTime moment(1269093600L);
     moment.FormatForDisplay(1);
     const std::string text = Display(moment);
@@ -80,7 +80,7 @@ TEST_F(DateTime, EmptyValuesAreNotWritten) {
     EXPECT_NE(Display(taken), "");
 }
 
-TEST_F(DateTime, WritesErasWhereTheLocaleCountsSo) {
+TEST_F(DateTime, FormatsErasInACalendarOfEras) {
     const CustomLocale locale("ja_JP", "gg y/M/d", "yy yyyy", "H:mm");
     locale->SetCalendarType(3);
     CGNDateTime moment(1269093600L), early(0L);
@@ -105,7 +105,7 @@ TEST_F(DateTime, WritesErasWhereTheLocaleCountsSo) {
     EXPECT_TRUE(year == "70");
 }
 
-TEST_F(DateTime, ChecksTheRange) {
+TEST_F(DateTime, RefusesMomentsOutOfRange) {
     const struct {
         int line;
         std::tm record;
@@ -153,7 +153,7 @@ TEST_F(DateTime, ChecksTheRange) {
     EXPECT_EQ(checker.VerifyDateTime(&twice), 1);
 }
 
-TEST_F(DateTime, NamesItsRange) {
+TEST_F(DateTime, FormatsItsRange) {
     const CustomLocale locale("en_US", "M/d/yyyy", "MMMM d, yyyy", "h:mm:ss tt");
     CGNString least, most;
     CGNDateTime::GetMinMaxDateRange(least, most, 1);
@@ -168,7 +168,7 @@ TEST_F(DateTime, NamesItsRange) {
     EXPECT_TRUE(most == "1/19/2038 12:14:07 PM");
 }
 
-TEST_F(DateTime, KnowsMidnight) {
+TEST_F(DateTime, FindsLocalMidnight) {
     for (const char* zone : {"Asia/Tokyo", "America/New_York", "Asia/Kathmandu", "UTC"}) {
         ZoneGuard::Set(zone);
         const long midnight = CGNDateTime::GetLocalMidnightToday(), now = CGNDateTime::Now();

@@ -67,7 +67,7 @@ constexpr char kMarch5[] = "2010-03-05 6", kMay3[] = "2010-05-03 2";
 
 }  // namespace
 
-TEST(DateRead, AmericanDates) {
+TEST(DateRead, ReadsAmericanDates) {
     const CustomLocale locale("en_US", "M/d/yyyy", "dddd, MMMM d, yyyy", "h:mm:ss tt");
     CheckDates({
         {kMarch5,
@@ -92,7 +92,7 @@ TEST(DateRead, AmericanDates) {
     });
 }
 
-TEST(DateRead, OtherOrdersAndLanguages) {
+TEST(DateRead, ReadsOtherOrdersAndLanguages) {
     {
         const CustomLocale german("de_DE", "dd.MM.yyyy", "dddd, d. MMMM yyyy", "HH:mm:ss");
         CheckDates({
@@ -160,7 +160,7 @@ TEST(DateRead, OtherOrdersAndLanguages) {
 #define HEISEI "\x95\xBD\x90\xAC"
 #define SHOWA "\x8F\xBA\x98\x61"
 
-TEST(DateRead, JapaneseDates) {
+TEST(DateRead, ReadsJapaneseDates) {
     const CustomLocale locale("ja_JP", "yyyy/MM/dd", "yyyy'" Y "'M'" M "'d'" D "'", "H:mm:ss");
     CheckDates({
         {kMarch5,
@@ -195,7 +195,7 @@ TEST(DateRead, JapaneseDates) {
               kMarch5);
 }
 
-TEST(DateRead, LeavesWhatFollows) {
+TEST(DateRead, ReturnsTheRestOfTheText) {
     const CustomLocale locale("en_US", "M/d/yyyy", "dddd, MMMM d, yyyy", "h:mm:ss tt");
     const struct {
         int line;
@@ -227,7 +227,7 @@ TEST(DateRead, LeavesWhatFollows) {
     EXPECT_EQ(date.parseCharDate("3/5/2010", rest) + date.parseNumDate("March 5", rest), 0);
 }
 
-TEST(DateRead, Times) {
+TEST(DateRead, ReadsTimes) {
     {
         const CustomLocale locale("en_US", "M/d/yyyy", "", "h:mm:ss tt");
         const Row kRows[] = {
@@ -268,7 +268,7 @@ TEST(DateRead, Times) {
     EXPECT_TRUE(pm == 0 && rest == " x");
 }
 
-TEST(DateRead, Moments) {
+TEST(DateRead, ReadsMoments) {
     const ZoneGuard zone("Asia/Tokyo");
     {
         const CustomLocale locale("en_US", "M/d/yyyy", "dddd, MMMM d, yyyy", "h:mm:ss tt");
@@ -337,7 +337,7 @@ TEST(DateRead, Moments) {
 }
 
 // What a locale writes in either style it reads.
-TEST(DateRead, LocaleBoundMoments) {
+TEST(DateRead, ReadsFormattedMomentsOfEachLocale) {
     const ZoneGuard zone("Europe/Berlin");
     for (const char* name : {"en_US", "en_GB", "de_DE", "fr_FR", "ru_RU", "ja_JP", "zh_TW", "ko_KR",
                              "th_TH", "ar_SA", "he_IL", "pl_PL", "es_ES", "hu_HU", "fi_FI"}) {
@@ -358,7 +358,7 @@ TEST(DateRead, LocaleBoundMoments) {
     }
 }
 
-TEST(DateRead, LongTexts) {
+TEST(DateRead, RefusesLongTextsQuickly) {
     const CustomLocale locale("en_US", "M/d/yyyy", "dddd, MMMM d, yyyy", "h:mm:ss tt");
     for (const char* piece :
          {"1", " ", "/", "1/", "March ", "5 March ", "B", "\xFF", "(", "a.m. "}) {

@@ -8,7 +8,7 @@
 #include "tests/support/zone_guard.h"
 
 // Whatever fails, a text is read as it is or not at all: never in the order of another locale.
-TEST(DateRead, MemoryFailures) {
+TEST(DateRead, FailedAllocationsNeverChangeTheResult) {
     const ZoneGuard zone("Asia/Tokyo");
     const CGNDateTime loaded(60L);  // the zone is known before memory runs out
     const CGNString texts[] = {"5.3.2010 10:30", "5 de marzo de 2010 10:30", "5/3/10, 10h30"};

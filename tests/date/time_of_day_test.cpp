@@ -41,7 +41,7 @@ TEST(TimeOfDay, IsClampedToTheDay) {
     EXPECT_EQ(time.GetTimeRangeStatus(), 3);
 }
 
-TEST(TimeOfDay, Written) {
+TEST(TimeOfDay, FormatsByTheLocalesFormat) {
     const struct {
         int line;
         const char* pattern;
@@ -79,7 +79,7 @@ TEST(TimeOfDay, Written) {
 }
 
 // The result goes to the scratch values, of which only a moment lets one look at all.
-TEST(TimeOfDay, ReadInTheFormatOfTheLocale) {
+TEST(TimeOfDay, ReadsInTheLocalesFormat) {
     const struct {
         int time;  // hhmmss; -1 no time, -3 out of range
         const char* pattern;

@@ -1,4 +1,4 @@
-// Conversations with tests/child/dde_server.cpp, and what a system without DDE says.
+// Conversations with tests/child/dde_server.cpp, and the results on systems without DDE.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -18,32 +18,26 @@ namespace {
 
 #ifndef _WIN32
 
-TEST(Dde, IsNotAvailable) {
-    EXPECT_FALSE(OSDDESupported());
-    CGNString error, text("kept");
-    EXPECT_FALSE(OSDDEInit(&error));
-    EXPECT_EQ(error, "DDE is not available on this system");
-    error = "";
-    EXPECT_FALSE(OSDDESend("service", "topic", "command", 1000, &error));
-    EXPECT_EQ(error, "DDE is not available on this system");
+TEST(Dde, FailsOnSystemsWithoutDde) {
+    constexpr char kError[] = "DDE is not available on this system";
+    CGNString error, sendError, text("kept");
+    EXPECT_FALSE(OSDDESupported() || OSDDEInit(&error));
+    EXPECT_EQ(error, kError);
+    EXPECT_FALSE(OSDDESend("service", "topic", "command", 1000, &sendError));
+    EXPECT_EQ(sendError, kError);
     EXPECT_FALSE(OSDDESend(nullptr, nullptr, nullptr));
     OSDDEConversation conversation;
     EXPECT_EQ(conversation.GetError(), osDDENone);
-    for (int call = 0; call < 4; ++call) {
-        EXPECT_FALSE(call == 0   ? conversation.Connect("service", "topic")
-                     : call == 1 ? conversation.Execute("command")
-                     : call == 2 ? conversation.Poke("item", "text")
-                                 : conversation.Request("item", text));
-        EXPECT_EQ(conversation.GetError(), osDDENotAvailable) << call;
-        EXPECT_FALSE(conversation.IsConnected());
-        conversation.GetErrorText(error);
-        EXPECT_EQ(error, "DDE is not available on this system");
-    }
+    EXPECT_FALSE(conversation.Connect("service", "topic") || conversation.Execute("command") ||
+                 conversation.Poke("item", "text") || conversation.Request("item", text));
+    EXPECT_EQ(conversation.GetError(), osDDENotAvailable);
+    EXPECT_FALSE(conversation.IsConnected());
+    conversation.GetErrorText(error);
+    EXPECT_EQ(error, kError);
     EXPECT_EQ(text, "kept");
     conversation.Disconnect();
     OSDDEUnInit();
 }
-
 #else
 
 extern "C" {
@@ -62,13 +56,23 @@ unsigned long CountHandles() {
     return count;
 }
 
-long Since(std::chrono::steady_clock::time_point start) {
-    return static_cast<long>(std::chrono::duration_cast<std::chrono::milliseconds>(
-                                 std::chrono::steady_clock::now() - start)
-                                 .count());
-}
+// Measures the time since its construction.
+class Stopwatch {
+  public:
+    long Milliseconds() const {
+        using std::chrono::milliseconds;
+        const auto passed = std::chrono::steady_clock::now() - m_start;
+        return static_cast<long>(std::chrono::duration_cast<milliseconds>(passed).count());
+    }
 
-// The error of a call that must fail.
+  private:
+    const std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+};
+
+void Sleep(int milliseconds) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+// The error of a call, or -1 if it succeeded.
 int Failure(const OSDDEConversation& conversation, bool done) {
     return done ? -1 : conversation.GetError();
 }
@@ -95,8 +99,7 @@ class Dde : public testing::Test {
     void StartServer(const char* options = "") {
         Start(Join({m_service, options}).c_str());
         OSDDEConversation first;
-        for (int i = 0; i < 100 && !first.Connect(m_service, "take", 1000); ++i)
-            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        for (int i = 0; i < 100 && !first.Connect(m_service, "take", 1000); ++i) Sleep(100);
         ASSERT_TRUE(first.IsConnected());
     }
     std::string Ask(const char* item, const char* topic = "take") {
@@ -115,7 +118,7 @@ class Dde : public testing::Test {
     char m_service[16];
 };
 
-TEST_F(Dde, CommandsAreTakenOrNot) {
+TEST_F(Dde, ReportsWhatBecameOfACommand) {
     EXPECT_TRUE(OSDDESupported());
     const struct {
         int line;
@@ -143,7 +146,7 @@ TEST_F(Dde, CommandsAreTakenOrNot) {
     EXPECT_EQ(Ask("last"), "");
 }
 
-TEST_F(Dde, TextsPassBothWaysInTheCurrentCodeSet) {
+TEST_F(Dde, SendsAndRequestsTextInTheCurrentCodeSet) {
     const struct {
         int line, codeSet;
         const char *item, *text;
@@ -167,14 +170,18 @@ TEST_F(Dde, TextsPassBothWaysInTheCurrentCodeSet) {
     // Beyond these characters Wine takes a command in 16-bit characters for one in bytes.
     EXPECT_TRUE(conversation.Execute("[Open(caf\xE9)]"));
     EXPECT_EQ(Ask("last"), "[Open(caf\xE9)]");
+    std::string text(100 * 1024, 'x');
+    for (std::size_t i = 0; i < text.size(); i += 7) text[i] = static_cast<char>('a' + i % 26);
+    EXPECT_TRUE(OSDDESend(m_service, "take", text.c_str()));
+    EXPECT_EQ(Ask("last"), text);
     const CodeSetGuard utf8(mbUtf8);
     for (const char* broken : {"\xFF", "a\xE6\x9D"}) {
         EXPECT_EQ(Failure(conversation, conversation.Execute(broken)), osDDEBadText);
     }
 }
 
-// The user's language decides which characters such a partner gets.
-TEST_F(Dde, APartnerOfTheSystemsText) {
+// Such a partner gets the characters of the user's language.
+TEST_F(Dde, TalksToAPartnerInTheSystemCodePage) {
     const bool japanese = std::string_view(std::getenv("TEST_LANGUAGE")) == "ja_JP";
     const CodeSetGuard codeSet(japanese ? mbShiftJis : mbWestern);
     const char* const word = japanese ? "\x93\x8C\x8B\x9E\x83\x5C" : "caf\xE9";
@@ -194,7 +201,7 @@ TEST_F(Dde, APartnerOfTheSystemsText) {
     EXPECT_EQ(Ask("last", "system"), command);
 }
 
-TEST_F(Dde, RefusalsLeaveTheConversation) {
+TEST_F(Dde, StaysConnectedAfterARefusal) {
     OSDDEConversation conversation;
     CGNString text;
     const std::string longest(255, 'n'), tooLong(256, 'n');
@@ -217,20 +224,13 @@ TEST_F(Dde, RefusalsLeaveTheConversation) {
     EXPECT_EQ(Failure(conversation, conversation.Execute("x")), osDDENotConnected);
 }
 
-TEST_F(Dde, LongTexts) {
-    std::string text(100 * 1024, 'x');
-    for (std::size_t i = 0; i < text.size(); i += 7) text[i] = static_cast<char>('a' + i % 26);
-    EXPECT_TRUE(OSDDESend(m_service, "take", text.c_str()));
-    EXPECT_EQ(Ask("last"), text);
-}
-
-TEST_F(Dde, ASlowPartnerCostsTheTimeoutOnly) {
+TEST_F(Dde, WaitsNoLongerThanTheTimeout) {
     OSDDEConversation conversation;
     ASSERT_TRUE(conversation.Connect(m_service, "slow"));
-    const auto start = std::chrono::steady_clock::now();
+    const Stopwatch watch;
     EXPECT_EQ(Failure(conversation, conversation.Execute("late", 300)), osDDETimedOut);
-    EXPECT_GE(Since(start), 250);
-    EXPECT_LT(Since(start), 1500);
+    EXPECT_GE(watch.Milliseconds(), 250);
+    EXPECT_LT(watch.Milliseconds(), 1500);
     EXPECT_FALSE(conversation.IsConnected());
     EXPECT_EQ(Failure(conversation, conversation.Execute("x")), osDDENotConnected);
     ASSERT_TRUE(conversation.Connect(m_service, "slow"));
@@ -238,7 +238,7 @@ TEST_F(Dde, ASlowPartnerCostsTheTimeoutOnly) {
     EXPECT_EQ(Ask("last"), "in time");
 }
 
-TEST_F(Dde, ALateAnswerIsNotThatOfTheNextCall) {
+TEST_F(Dde, IgnoresLateAnswers) {
     OSDDEConversation conversation;
     CGNString text;
     ASSERT_TRUE(conversation.Connect(m_service, "late"));
@@ -249,16 +249,16 @@ TEST_F(Dde, ALateAnswerIsNotThatOfTheNextCall) {
     EXPECT_TRUE(conversation.Poke("three", "x"));
 }
 
-TEST_F(Dde, APartnerThatDies) {
+TEST_F(Dde, NoticesThatAPartnerDied) {
     OSDDEConversation conversation, idle;
     CGNString text;
     for (int request = 0; request < 2; ++request) {
         ASSERT_TRUE(idle.Connect(m_service, "take"));
         ASSERT_TRUE(conversation.Connect(m_service, "die"));
-        const auto start = std::chrono::steady_clock::now();
+        const Stopwatch watch;
         EXPECT_FALSE(request ? conversation.Request("x", text) : conversation.Execute("x"));
         EXPECT_EQ(conversation.GetError(), osDDEPartnerGone);
-        EXPECT_LT(Since(start), 5000);
+        EXPECT_LT(watch.Milliseconds(), 5000);
         EXPECT_FALSE(conversation.IsConnected());
         EXPECT_FALSE(idle.IsConnected());
         EXPECT_EQ(Failure(idle, idle.Execute("x", 1000)), osDDEPartnerGone);
@@ -268,7 +268,7 @@ TEST_F(Dde, APartnerThatDies) {
     EXPECT_TRUE(conversation.Connect(m_service, "take"));
 }
 
-TEST_F(Dde, APartnerThatLeaves) {
+TEST_F(Dde, NoticesThatAPartnerLeft) {
     OSDDEConversation conversation;
     ASSERT_TRUE(conversation.Connect(m_service, "leave"));
     EXPECT_EQ(Failure(conversation, conversation.Execute("x")), osDDEPartnerGone);
@@ -276,12 +276,11 @@ TEST_F(Dde, APartnerThatLeaves) {
     EXPECT_EQ(Failure(conversation, conversation.Execute("x")), osDDEPartnerGone);
     EXPECT_TRUE(conversation.Connect(m_service, "take"));
     OSDDESend(m_service, "take", "[quit]");
-    for (int i = 0; i < 100 && conversation.IsConnected(); ++i)
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    for (int i = 0; i < 100 && conversation.IsConnected(); ++i) Sleep(20);
     EXPECT_FALSE(conversation.IsConnected());
 }
 
-TEST_F(Dde, UnInitEndsWhatIsOpen) {
+TEST_F(Dde, UnInitEndsConversations) {
     OSDDEConversation open, busy;
     ASSERT_TRUE(OSDDEInit());
     ASSERT_TRUE(open.Connect(m_service, "take"));
@@ -289,11 +288,11 @@ TEST_F(Dde, UnInitEndsWhatIsOpen) {
     OSDDEUnInit();
     EXPECT_TRUE(open.Execute("still there"));
     std::thread caller([&] { EXPECT_EQ(Failure(busy, busy.Execute("x")), osDDEEnded); });
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
-    const auto start = std::chrono::steady_clock::now();
+    Sleep(300);
+    const Stopwatch watch;
     OSDDEUnInit();
     caller.join();
-    EXPECT_LT(Since(start), 1500);
+    EXPECT_LT(watch.Milliseconds(), 1500);
     EXPECT_FALSE(open.IsConnected());
     EXPECT_EQ(Failure(open, open.Execute("x")), osDDENotInitialized);
     CGNString error;
@@ -306,7 +305,7 @@ TEST_F(Dde, UnInitEndsWhatIsOpen) {
     EXPECT_EQ(Ask("open"), "2");
 }
 
-TEST_F(Dde, ThreadsAtOnce) {
+TEST_F(Dde, ServesSeveralThreads) {
     OSDDEConversation shared;
     ASSERT_TRUE(shared.Connect(m_service, "take"));
     std::vector<std::thread> threads;
@@ -328,27 +327,27 @@ TEST_F(Dde, ThreadsAtOnce) {
     for (std::thread& thread : threads) thread.join();
 }
 
-TEST_F(Dde, WindowsOfTheCallerDoNotWait) {
+TEST_F(Dde, IgnoresOtherWindowsOfTheCaller) {
     void* const window = CreateWindowExA(0, "STATIC", "", 0x80000000, 0, 0, 9, 9, nullptr, nullptr,
                                          nullptr, nullptr);
     ASSERT_TRUE(window);
-    const auto start = std::chrono::steady_clock::now();
+    const Stopwatch watch;
     EXPECT_EQ(ErrorOfSend("take", 5000), osDDENone);
-    EXPECT_LT(Since(start), 500);
+    EXPECT_LT(watch.Milliseconds(), 500);
     DestroyWindow(window);
 }
 
-TEST_F(Dde, AWindowThatAnswersNothing) {
+TEST_F(Dde, IsNotHeldUpByAHungWindow) {
     Start("hang");
-    std::this_thread::sleep_for(std::chrono::milliseconds(700));
-    const auto start = std::chrono::steady_clock::now();
+    Sleep(700);
+    const Stopwatch watch;
     const int error = ErrorOfSend("missing", 400);
     EXPECT_TRUE(error == osDDETimedOut || error == osDDENoServer) << error;
-    EXPECT_LT(Since(start), 1500);
-    std::this_thread::sleep_for(std::chrono::milliseconds(2500));
+    EXPECT_LT(watch.Milliseconds(), 1500);
+    Sleep(2500);
 }
 
-TEST_F(Dde, NothingIsLeftOpen) {
+TEST_F(Dde, ClosesAllHandles) {
     ErrorOfSend("take");
     const unsigned long before = CountHandles();
     const std::intptr_t self = -1;

@@ -52,7 +52,7 @@ unsigned char React(void* argument) {
     return 1;
 }
 
-TEST_F(Assertion, IsSilentUntilTurnedOn) {
+TEST_F(Assertion, FailuresAreTracedOnceTurnedOn) {
     EXPECT_EQ(CGNAssert::Instance(), CGNAssert::Instance());
     EXPECT_EQ(CGNAssert::Instance()->cgnassert(0, "file", 1), 0);
     EXPECT_EQ(CGNAssert::Instance()->cgnassert(1, "file", 1), 0);  // also for what holds
@@ -64,7 +64,7 @@ TEST_F(Assertion, IsSilentUntilTurnedOn) {
     EXPECT_EQ(Count("cgnassert : Assertion Failure !! : Line    42 in source name"), 1);
 }
 
-TEST_F(Assertion, ACallbackDecidesAndIsNotCalledByItself) {
+TEST_F(Assertion, CallbackIsNotCalledRecursively) {
     for (const bool withStore : {false, true}) {
         if (withStore) CGNLclSt::Instance()->Init(4);
         Reaction reaction;
@@ -100,7 +100,7 @@ unsigned char WaitForAnotherThread(void* argument) {
     return 1;
 }
 
-TEST_F(Assertion, ACallbackOfOneThreadDoesNotBlockAnother) {
+TEST_F(Assertion, CallbacksRunInSeveralThreads) {
     Reaction reaction;
     CGNAssert::Instance()->Init(WaitForAnotherThread, &reaction);
     CGNAssert::Instance()->SetNativeAssert(0);

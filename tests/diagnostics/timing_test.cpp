@@ -44,7 +44,7 @@ class Timing : public testing::Test {
     }
 };
 
-TEST_F(Timing, DifferencesInMilliseconds) {
+TEST_F(Timing, FindsDifferencesInMilliseconds) {
     EXPECT_EQ(OSGetMsTimeDiff(10, 500000, 12, 250000), 1750);
     EXPECT_EQ(OSGetMsTimeDiff(12, 250000, 10, 500000), -1750);
     // Values that wrapped around at 32 bits.
@@ -58,7 +58,7 @@ TEST_F(Timing, DifferencesInMilliseconds) {
     EXPECT_TRUE(since >= 0 && since < 60000) << since;
 }
 
-TEST_F(Timing, PerfTimeIsScaledTwice) {
+TEST_F(Timing, ScalesPerformanceTimeTwice) {
     long seconds = 7, value = 8;
     OSPerfTime(seconds, value);
     EXPECT_EQ(seconds, 7);  // switched off: left alone
@@ -75,7 +75,7 @@ TEST_F(Timing, PerfTimeIsScaledTwice) {
     EXPECT_EQ(rest % 1000, 0u);
 }
 
-TEST_F(Timing, AStopwatchLogsOnlyWhenSwitchedOn) {
+TEST_F(Timing, LogsOnlyWhenSwitchedOn) {
     EXPECT_EQ(Logged([](OSTime& watch) { watch.Log("still off"), watch.VaLog("off"); }), "");
     OSTime::EnableLog(1);
     EXPECT_TRUE(OSTime::LogEnabled());
@@ -103,7 +103,7 @@ TEST_F(Timing, AStopwatchLogsOnlyWhenSwitchedOn) {
     EXPECT_GT(Switched::m_startTime, 5);
 }
 
-TEST_F(Timing, LabelsAreCutBehindAWholeCharacter) {
+TEST_F(Timing, CutsLabelsAfterACharacter) {
     OSTime::EnableLog(1);
     const CodeSetGuard guard(5);
     std::string kanji;
@@ -113,7 +113,7 @@ TEST_F(Timing, LabelsAreCutBehindAWholeCharacter) {
                   length);
 }
 
-TEST_F(Timing, LinesGoToThePerformanceFile) {
+TEST_F(Timing, WritesToThePerformanceFile) {
     const TemporaryFile file("old"), second;
     EXPECT_FALSE(CGNPerf::OpenFile("no/such/folder/file"));
     EXPECT_FALSE(OSTime::LogEnabled());
@@ -131,7 +131,7 @@ TEST_F(Timing, LinesGoToThePerformanceFile) {
 using Notice = std::pair<bool, int>;  // whether there was a pair, and the code
 std::vector<Notice> g_notices;
 
-TEST_F(Timing, NestedScopesOnOneTotalAreTimedOnce) {
+TEST_F(Timing, CountsNestedScopesOnce) {
     g_notices.clear();
     CGNCummPerf::SetPerfCallBack([](void* pair, int code) {
         g_notices.push_back({pair != nullptr, code});

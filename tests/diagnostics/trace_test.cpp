@@ -47,7 +47,7 @@ class FileTrace {
     bool opened;
 };
 
-TEST(Trace, CategoriesDecide) {
+TEST(Trace, WritesEnabledCategories) {
     static const struct {
         short setting, mask;
         bool enabled;
@@ -65,7 +65,7 @@ TEST(Trace, CategoriesDecide) {
     }
 }
 
-TEST(Trace, FormsOfALine) {
+TEST(Trace, FormatsLines) {
     FileTrace t;
     CGNString path(t.file.Path());
     ASSERT_TRUE(t.trace.ResetOutput(3, path, 0));
@@ -101,7 +101,7 @@ TEST(Trace, LinesBeginWithTheDate) {
     EXPECT_TRUE(line == before || line == expected()) << line;
 }
 
-TEST(Trace, LongMessagesAreWhole) {
+TEST(Trace, WritesLongMessages) {
     FileTrace t;
     std::string expected;
     for (std::size_t length :
@@ -113,7 +113,7 @@ TEST(Trace, LongMessagesAreWhole) {
     EXPECT_EQ(t.Lines(), expected);
 }
 
-TEST(Trace, TheFileStartsOverWhenItIsFull) {
+TEST(Trace, StartsOverWhenTheFileIsFull) {
     FileTrace t;
     const auto write = [&](CGNTrace& trace, const char* text) {
         trace.WriteMsg(nullptr, 1, "m", "%s", text);
@@ -137,7 +137,7 @@ TEST(Trace, TheFileStartsOverWhenItIsFull) {
     EXPECT_EQ(write(second, "5"), "m : 5\n");
 }
 
-TEST(Trace, OutputsAndFiles) {
+TEST(Trace, SwitchesOutputsAndFiles) {
     FileTrace t;
     ASSERT_TRUE(t.opened);
     CGNString path(t.file.Path()), none, missing("no/such/folder/log");
@@ -172,7 +172,7 @@ TEST(Trace, OutputsAndFiles) {
 }
 
 // Of a file that starts over the last lines are left, which are whole.
-TEST(Trace, ManyThreadsLoseAndMixNothing) {
+TEST(Trace, ThreadsLoseAndMixNoLines) {
     OSSetThreaded();
     constexpr int kThreads = 8;
     for (const long maxSize : {0L, 1L}) {  // the second starts over with each line
@@ -200,7 +200,7 @@ TEST(Trace, ManyThreadsLoseAndMixNothing) {
     }
 }
 
-TEST(Trace, TheProcessHasOne) {
+TEST(Trace, ProcessHasOneTrace) {
     CGNGlobalTrace* trace = CGNGlobalTrace::Instance();
     EXPECT_EQ(CGNGlobalTrace::Instance(), trace);
     EXPECT_FALSE(trace->IsEnabled(1));

@@ -9,7 +9,7 @@
 #include "tests/support/allocation_gate.h"
 #include "tests/support/worker.h"
 
-TEST(WithoutMemory, ALineOfTheTraceIsCut) {
+TEST(WithoutMemory, TraceCutsLines) {
     CGNTrace trace;
     trace.ResetMask(1);
     trace.ResetOutput(2);
@@ -29,7 +29,7 @@ TEST(WithoutMemory, ALineOfTheTraceIsCut) {
         }
 }
 
-TEST(WithoutMemory, AnAssertionCallsBackAllTheSame) {
+TEST(WithoutMemory, AssertionStillCallsBack) {
     OSSetThreaded();
     static int calls;
     calls = 0;

@@ -108,7 +108,7 @@ TEST_F(Files, ReadsAllBytes) {
     EXPECT_STREQ(text.buffer, "a\nb\r\nc\r");
 }
 
-TEST_F(Files, WhatCannotBeReadGivesNothing) {
+TEST_F(Files, UnreadableFilesHaveNoContents) {
     Put("empty", "");
     const std::string longName(4096, 'n'), empty = At("empty"), below = At("empty/below");
     for (const char* path : {"", "files_test", "files_test/missing", empty.c_str(), below.c_str(),
@@ -130,7 +130,7 @@ TEST_F(Files, WhatCannotBeReadGivesNothing) {
     EXPECT_EQ(status.st_size, 5);
 }
 
-TEST_F(Files, TrailerTellsTheLength) {
+TEST_F(Files, ReadsTheLengthFromTheTrailer) {
     const std::string hundred(100, 'p');
     const struct {
         int line;
@@ -183,7 +183,7 @@ TEST_F(Files, TrailerTellsTheLength) {
               0);
 }
 
-TEST_F(Files, WritesByTheAction) {
+TEST_F(Files, WritesAccordingToTheAction) {
     char bytes[] = "new";
     const struct {
         int line;
@@ -220,7 +220,7 @@ TEST_F(Files, WritesByTheAction) {
     }
 }
 
-TEST_F(Files, DropsReturnsBeforeLineFeedsOnly) {
+TEST_F(Files, RemovesReturnsBeforeLineFeeds) {
     const char* const kRows[][2] = {
         {"a\r\nb\rc", "a\nb\rc"}, {"", ""},     {"\r\n", "\n"},  {"\r\r\n", "\r\n"},
         {"\r\n\r\n", "\n\n"},     {"\r", "\r"}, {"\n\r", "\n\r"}};
@@ -234,7 +234,7 @@ TEST_F(Files, DropsReturnsBeforeLineFeedsOnly) {
 
 // -- Making and removing -------------------------------------------------------------------------
 
-TEST_F(Files, CodesOfMakingAndRemoving) {
+TEST_F(Files, ReturnsTheErrorOfMakingAndRemoving) {
     Put("file");
     Put("full/file");
     const std::string name(4096, 'n');
@@ -314,7 +314,7 @@ TEST_F(Files, RemovesTreesDeeperThanAnyPath) {
     EXPECT_FALSE(Has("tree"));
 }
 
-TEST_F(Files, LinksGoAndWhatTheyLeadToStays) {
+TEST_F(Files, RemovesLinksNotTheirTargets) {
     Put("kept/file");
     if (!Link("kept", "link")) GTEST_SKIP() << "no links here";
     for (const auto remove :
@@ -347,7 +347,7 @@ TEST_F(Files, LinksGoAndWhatTheyLeadToStays) {
     EXPECT_TRUE(Has("toFile"));
 }
 
-TEST_F(Files, RemovesWhatThePredicateSelects) {
+TEST_F(Files, RemovesSelectedEntries) {
     static Names asked;
     asked.clear();
     for (const char* name : {"d/keep", "d/drop", "d/dropped/a", "d/dropped/b", "d/drops/sub/c",
@@ -426,7 +426,7 @@ TEST_F(Files, ListsByPattern) {
     EXPECT_EQ(bounded.GetCount(), 4);
 }
 
-TEST_F(Files, NamesOfPaths) {
+TEST_F(Files, SplitsPaths) {
     const char* const kRows[][4] = {{"a.txt", "txt", "a", "a.txt"},
                                     {"dir.d\\file", "d\\file", "dir", "file"},
                                     {"a/b.c.d", "d", "a/b.c", "b.c.d"},
@@ -445,7 +445,7 @@ TEST_F(Files, NamesOfPaths) {
     EXPECT_TRUE(OSGetFileNoExtension(nullptr).IsEmpty());
 }
 
-TEST_F(Files, ReportNamesAreFree) {
+TEST_F(Files, MakesUnusedReportNames) {
     CGNString folder, first, second, third;
     EXPECT_EQ(OSGetTempDir(folder), 1);
     EXPECT_TRUE(folder.CompareSingleByteAt(static_cast<int>(folder.GetNumChars()) - 1, '\\'));
@@ -466,7 +466,7 @@ TEST_F(Files, ReportNamesAreFree) {
     EXPECT_EQ(first.GetNumChars(), 256U);
 }
 
-TEST_F(Files, NoDriveIsConnected) {
+TEST_F(Files, FindsNoUniversalNames) {
     for (const char* path : {"q:\\dir", "Q:\\dir", "Qx\\dir", "1:\\dir", "", "Q", "\\\\s\\d"}) {
         CGNString result("before"), drive(path);
         EXPECT_FALSE(OSGetUniversalName(result, drive)) << path;
@@ -476,7 +476,7 @@ TEST_F(Files, NoDriveIsConnected) {
 
 // -- Code sets -----------------------------------------------------------------------------------
 
-TEST_F(Files, SecondByteIsNoSeparator) {
+TEST_F(Files, SecondBytesAreNotSeparators) {
     const CodeSetGuard japanese(mbShiftJis);
     const std::string folder = At("\x95\x5C"), file = folder + "\\\x83\x5C.txt";
     EXPECT_EQ(OSCreateDirectory(folder.c_str()), 0);
@@ -498,7 +498,7 @@ TEST_F(Files, SecondByteIsNoSeparator) {
     EXPECT_EQ(Left(""), Names());
 }
 
-TEST_F(Files, StreamsTakeTheSamePaths) {
+TEST_F(Files, StreamsOpenTheSamePaths) {
     const CodeSetGuard japanese(mbShiftJis);
     Put("in", "\x8A\xBF\n");
     const std::string converted = At("\x95\x5C.1"), back = At("\x95\x5C.2");
@@ -520,7 +520,7 @@ TEST_F(Files, StreamsTakeTheSamePaths) {
     EXPECT_NE(Binary(log).Bytes().find("line 1"), std::string::npos);
 }
 
-TEST_F(Files, NamesThatDoNotConvertOpenAgain) {
+TEST_F(Files, ReopensNamesThatDoNotConvert) {
     if (!kPosix) GTEST_SKIP() << "names are 16-bit characters";
     const CodeSetGuard japanese(mbShiftJis);
     // A name of Latin letters, one that is no text at all, and both in a directory of such a name.

@@ -16,7 +16,7 @@
 
 namespace fs = std::filesystem;
 
-TEST(NamePattern, MatchesAsWindowsDoes) {
+TEST(NamePattern, MatchesLikeWindows) {
     const struct {
         int line;
         const char *pattern, *matching, *other;  // names, with blanks between them
@@ -54,7 +54,7 @@ TEST(NamePattern, MatchesAsWindowsDoes) {
 
 // Each allocation fails once: the call has a result that tells, or the failure was made good, it is
 // reported in either case, and nothing but what was asked for is removed.
-TEST(FileMemory, NoFailureIsLost) {
+TEST(FileMemory, FailedAllocationsAreReported) {
     const CodeSetGuard japanese(mbShiftJis);
     const fs::path top = fs::absolute("file_memory_test");
     const CGNString folder("file_memory_test"), pattern("*.x");

@@ -31,7 +31,7 @@ struct LargeFile {
     ~LargeFile() { std::filesystem::remove(kPath); }
 };
 
-TEST(LargeFile, ContentsComeUpToTheirTrailerOrNotAtAll) {
+TEST(LargeFile, ReadsUpToTheTrailer) {
     const struct {
         int line;
         std::int64_t hole;
@@ -62,7 +62,7 @@ TEST(LargeFile, ContentsComeUpToTheirTrailerOrNotAtAll) {
     EXPECT_EQ(reported.Count(), 0);  // nobody asked for so much memory
 }
 
-TEST(LargeFile, GrowsAtItsEndAndHasItsSize) {
+TEST(LargeFile, AppendsAtTheEnd) {
     for (const std::int64_t hole : {k2Gb - 1, k4Gb - 2}) {
         const LargeFile file(hole, "ab");
         char text[] = "cd";
@@ -83,7 +83,7 @@ TEST(LargeFile, GrowsAtItsEndAndHasItsSize) {
 }
 
 // What a line's reader gives back it finds by the place in the stream.
-TEST(LargeFile, LinesAreCutBetweenCharacters) {
+TEST(LargeFile, ReadsLinesAtLargePositions) {
     const CodeSetGuard japanese(mbShiftJis);
     const LargeFile file(k4Gb + 3, "a\xA4\xA2\xA4\xA4\n");
     std::FILE* const stream = std::fopen(file.kPath, "rb");

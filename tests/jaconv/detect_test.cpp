@@ -37,7 +37,7 @@ const std::string kLimits(kLimitBytes, sizeof kLimitBytes);  // NUL with them
 
 }  // namespace
 
-TEST(DetectJapanese, DecidesAndStops) {
+TEST(DetectJapanese, StopsAtTheDecidingByte) {
     using std::string_literals::operator""s;
     const auto expect = [](const std::string& text, int result, std::size_t consumed) {
         EXPECT_EQ(OfMemory(text), Guess(result, consumed));
@@ -58,7 +58,7 @@ TEST(DetectJapanese, DecidesAndStops) {
 
 // All texts of up to four of the limits, on their own and behind some ASCII: a sum for each byte
 // that they begin with, taken when every result was that of a second way to decide.
-TEST(DetectJapanese, EveryLimitDecidesAsItDid) {
+TEST(DetectJapanese, ResultsOfAllLimitsHaveTheirChecksums) {
     static constexpr unsigned kSums[] = {
         0x30675a30, 0xc408c3a0, 0xc408c3a0, 0xa6c97f03, 0xc408c3a0, 0xc408c3a0, 0xa6c97f03,
         0xc408c3a0, 0xc408c3a0, 0xa6c97f03, 0xc408c3a0, 0xce15a48b, 0xa23f9817, 0x691d1248,
@@ -83,7 +83,7 @@ TEST(DetectJapanese, EveryLimitDecidesAsItDid) {
             << i;
 }
 
-TEST(DetectJapanese, StreamIsReadFromWhereItStands) {
+TEST(DetectJapanese, ReadsAStreamFromItsPosition) {
     const TemporaryFile file("\x82\xA0\x1B$Brest");
     const OpenFile stream(file.Path(), "rb");
     std::fseek(stream, 2, SEEK_SET);

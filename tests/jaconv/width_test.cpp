@@ -54,7 +54,7 @@ TEST(HanToZen, WidensAsciiAndKatakana) {
     }
 }
 
-TEST(HanToZen, LeavesWhatHasNoWidth) {
+TEST(HanToZen, KeepsCharactersWithoutWidth) {
     const CodeSetGuard euc(mbEucJp);
     EXPECT_EQ(Apply(mbHanToZenStr, "\x8F\xB0\xA1\xFF\x8E", 2), "\x8F\xB0\xA1\xFF\x8E");
     EXPECT_EQ(mbHanToZenStr(nullptr, nullptr), nullptr);
@@ -62,7 +62,7 @@ TEST(HanToZen, LeavesWhatHasNoWidth) {
     EXPECT_EQ(Apply(mbHanToZenStr, "ab 12", 1), "ab 12");
 }
 
-TEST(NumberWidth, ThereAndBackInEveryCodeSet) {
+TEST(NumberWidth, ConvertsBothWaysInEveryCodeSet) {
     const struct {
         int codeSet;
         std::string full;  // of +-.,019
@@ -98,7 +98,7 @@ TEST(NumberWidth, ThereAndBackInEveryCodeSet) {
     }
 }
 
-TEST(NumberWidth, KnowsCharactersAndWorksInPlace) {
+TEST(NumberWidth, ConvertsWholeCharactersInPlace) {
     const CodeSetGuard guard(mbShiftJis);
     // The second byte of a kanji is no digit, and half a number is none.
     EXPECT_EQ(Apply(ConvertSBNumberToMBNumber, "\x83\x2B\x83\x5C", 2), "\x83\x81\x7B\x83\x5C");

@@ -1,4 +1,4 @@
-// Room of lists, and what is left when memory runs out.
+// Capacities of lists, and failures of memory.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -11,7 +11,7 @@
 
 namespace {
 
-// Items of the array that an operation allocates; 0 when it allocates none.
+// The number of items of the array that an operation allocates.
 std::size_t ItemsAllocated(const std::function<void()>& operation) {
     const AllocationGate all(INT_MAX);
     operation();
@@ -48,7 +48,7 @@ struct Lists {
     CGNCleanupList calls;
 };
 
-// A string is one that was added, or null; a list within the list has all of its strings.
+// Each string is one that was added, or null; each list in the list is complete.
 void ExpectWhole(const Lists& lists) {
     static const std::set<std::string> kAdded = {"first", "second", "text", "more", "a", "b", "c"};
     for (int i = 0; i < lists.strings.GetCount(); ++i) {
@@ -62,7 +62,7 @@ void ExpectWhole(const Lists& lists) {
     }
 }
 
-TEST(ListStorage, AFailedInsertionKeepsTheEqualString) {
+TEST(ListStorage, FailedInsertionKeepsTheEqualString) {
     CGNStringList list;
     list.ParseFrom(";a;b", ';');
     const ReportedFailures reported;
@@ -75,8 +75,8 @@ TEST(ListStorage, AFailedInsertionKeepsTheEqualString) {
     EXPECT_STREQ(*list.GetItem(2), "b");
 }
 
-// The capacity goes up block by block, but the array does not move with each.
-TEST(ListStorage, AGrowingListSeldomMoves) {
+// The capacity grows by blocks, but the array is not moved for each of them.
+TEST(ListStorage, GrowingListSeldomMoves) {
     CGNList list(0, 10);
     int moves = 0;
     for (unsigned capacity = 10; capacity <= 20000; capacity += 10) {
@@ -89,7 +89,7 @@ TEST(ListStorage, AGrowingListSeldomMoves) {
     EXPECT_LT(moves, 100);
 }
 
-TEST(ListStorage, EachFailureOfMemoryLeavesAUsableList) {
+TEST(ListStorage, FailedAllocationsLeaveAUsableList) {
     static const CGNString kText("text");
     const std::function<void(Lists&)> kOperations[] = {
         [](Lists& l) { l.numbers.AddItem(5), l.numbers.AddItem(6); },

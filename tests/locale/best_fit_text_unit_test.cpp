@@ -9,7 +9,7 @@
 namespace {
 
 // Everything that an application does with a locale, with each single allocation failing in turn.
-TEST(LocaleMemory, OneFailedAllocationIsReportedAndTheRestGoesOn) {
+TEST(LocaleMemory, FailedAllocationsAreReportedOnce) {
     const TemporaryFile file(
         "[s]\nDateSeparator=-\nShortDateFormat=D/M/YY\n24HourTimeFormat=1\nEra1=R,2019\n");
     CLCLocale().SetLocale("ja_JP");  // its facts are there
@@ -34,7 +34,7 @@ TEST(LocaleMemory, OneFailedAllocationIsReportedAndTheRestGoesOn) {
     EXPECT_GT(passing, 100);
 }
 
-TEST(LocaleMemory, TheGlobalLocaleIsTriedAgain) {
+TEST(LocaleMemory, GlobalLocaleIsMadeAgain) {
     CLCGlobalLocale::Free();
     const ReportedFailures failures;
     {

@@ -36,7 +36,7 @@ TEST_F(Catalogue, ListsLocalesWithAUsefulDescription) {
     EXPECT_TRUE(name == "or_IN");
 }
 
-TEST_F(Catalogue, IsSearchedByNameAndDescription) {
+TEST_F(Catalogue, FindsLocalesByNameAndDescription) {
     CGNString name("?"), description("GERMAN (austria)"), empty;
     EXPECT_TRUE(LocaleInfo::GetLocaleFromLocaleDescription(description, name, mbSelectAll));
     EXPECT_TRUE(name == "de_AT");

@@ -27,7 +27,7 @@ std::string Display(const char* name, int style) {
 
 }  // namespace
 
-TEST(LocaleHandles, FindsNamesAsFarAsTheKindAllows) {
+TEST(LocaleHandles, FindsNamesAccordingToTheKind) {
     const struct {
         int line;
         const char* name;
@@ -67,7 +67,7 @@ TEST(LocaleHandles, FindsNamesAsFarAsTheKindAllows) {
         }
 }
 
-TEST(LocaleHandles, PartsAndTheCurrentOne) {
+TEST(LocaleHandles, HasPartsAndACurrentLocale) {
     const int before = mbGetLocaleCodeSet();
     mbLocale spanish = mbOpenLocale("es_ES_T.8859-15@euro", mbOpenExact,
                                     [](const char* line) { g_traced = line; });
@@ -129,7 +129,7 @@ TEST(LocaleHandles, ListsEachNameOnce) {
     EXPECT_EQ(mbGetNextLocaleEx(name, sizeof name, &row, &number, mbSelectAll), 0);
 }
 
-TEST(LocaleHandles, DescribesForPeople) {
+TEST(LocaleHandles, DescribesLocales) {
     const CodeSetGuard guard(mbShiftJis);
     EXPECT_EQ(Display("en_US", mbStyleEnglish), "English (United States)");
     EXPECT_EQ(Display("de_AT@euro", mbStyleLanguage), "German");

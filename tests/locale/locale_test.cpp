@@ -43,7 +43,7 @@ CLCLocale Named(const char* name) {
 }
 
 // Which systems agree on, but for how many digits a day has.
-TEST(Locale, WellKnownLocales) {
+TEST(Locale, HasTheFactsOfKnownLocales) {
     static const struct {
         int line;
         const char* name;
@@ -110,14 +110,14 @@ TEST(Locale, WellKnownLocales) {
     }
 }
 
-TEST(Locale, LongDatesHaveTheOrderOfTheirLanguage) {
+TEST(Locale, FormatsLongDatesInTheOrderOfTheLanguage) {
     EXPECT_EQ(Date(Named("en_US"), kLong), "dddd, MMMM d, yyyy");
     EXPECT_EQ(Date(Named("de_DE"), kLong), "dddd, d. MMMM yyyy");
     EXPECT_EQ(Date(Named("es_ES"), kLong), "dddd, d 'de' MMMM 'de' yyyy");
     EXPECT_EQ(Date(Named("ja_JP"), kLong).substr(0, 4), "yyyy");
 }
 
-TEST(Locale, ANewOneAndAnUnknownOneArePlainEnglish) {
+TEST(Locale, NewAndUnknownLocalesAreEnglish) {
     CLCLocale unknown = Named("de_DE");
     unknown.SetLocale("tlh_QO");
     EXPECT_EQ(unknown.GetLocaleId(), 0u);
@@ -140,7 +140,7 @@ TEST(Locale, ANewOneAndAnUnknownOneArePlainEnglish) {
     EXPECT_EQ(Item(unknown, &CLCLocale::MonthName, 2), "M\xE4rz");
 }
 
-TEST(Locale, InitFollowsTheUser) {
+TEST(Locale, GlobalLocaleIsTheUsers) {
     const char* user = std::getenv("TEST_LANGUAGE");
     if (!user) GTEST_SKIP() << "TEST_LANGUAGE is not set";
     CLCGlobalLocale::Free();
@@ -190,7 +190,7 @@ void CustomizeTime(CLCLocale& locale, const char* timeFormat, const char* locale
     locale.Customize(timeFormat, "yy.M.d", "", 2, "", 3, 0, "\xA5", "", "'", localeName);
 }
 
-TEST(Locale, CustomizeTakesWhatIsGiven) {
+TEST(Locale, CustomizedSettingsAreKept) {
     CLCLocale locale = Named("en_US");
     CustomizeTime(locale, "", "de_DE");
     EXPECT_EQ(locale.Customized(), 1);
@@ -233,7 +233,7 @@ TEST(Locale, CustomizeTakesWhatIsGiven) {
     EXPECT_EQ(Text(locale, &CLCLocale::GetDecDigitGroupSeparator), ".");
 }
 
-TEST(Locale, ACustomTimeFormatDecidesSeparatorAndClock) {
+TEST(Locale, TimeFormatDecidesSeparatorAndClock) {
     static const struct {
         int line;
         const char *locale, *format, *separator;
@@ -256,7 +256,7 @@ TEST(Locale, ACustomTimeFormatDecidesSeparatorAndClock) {
     }
 }
 
-TEST(Locale, DefaultsGoBackIntoCustomize) {
+TEST(Locale, CustomizeAcceptsTheDefaults) {
     CLCLocale german = Named("de_DE");
     CGNString time, shortDate, longDate, digits, decimal, sign, group, name;
     long which = 0, negative = 0;
@@ -275,7 +275,7 @@ TEST(Locale, DefaultsGoBackIntoCustomize) {
     EXPECT_EQ(Text(other, &CLCLocale::DateSep), ".");
 }
 
-TEST(Locale, SettersAndSmallTexts) {
+TEST(Locale, SettersChangeTexts) {
     CLCLocale locale = Named("ja_JP");
     locale.SetDateFormatString(kLong, "long");
     locale.SetDateFormatString(0, "short");
@@ -312,7 +312,7 @@ TEST(Locale, SettersAndSmallTexts) {
     EXPECT_STREQ(five, "en_US");
 }
 
-TEST(Locale, RegionalizeDecimalSeparator) {
+TEST(Locale, ReplacesDecimalPoints) {
     static const struct {
         const char *symbol, *text, *result;
         bool changed;
@@ -329,7 +329,7 @@ TEST(Locale, RegionalizeDecimalSeparator) {
     }
 }
 
-TEST(Locale, FormatLists) {
+TEST(Locale, ListsFormats) {
     EXPECT_STREQ(CLCLocale::TimeFormats()[0], "h:mm:ss tt");
     EXPECT_STREQ(CLCLocale::TimeFormats()[3], "HH:mm:ss");
     EXPECT_STREQ(CLCLocale::ShortDateFormats()[16], "yyyy/MM/dd");
@@ -340,7 +340,7 @@ TEST(Locale, FormatLists) {
     EXPECT_STREQ(CLCLocale::LongDateFormats()[48], "");
 }
 
-TEST(Locale, OldPatternsAreConverted) {
+TEST(Locale, ConvertsOldFormats) {
     static const struct {
         int line;
         const char *locale, *old, *shortDate, *longDate;
@@ -374,7 +374,7 @@ TEST(Locale, OldPatternsAreConverted) {
     }
 }
 
-TEST(Locale, IniSettings) {
+TEST(Locale, ReadsFormatsFromAnIniFile) {
     const std::string limit(255, 'x'), tooLong(256, 'x'), german = "dddd, d. MMMM yyyy";
     const struct {
         int line;
@@ -415,7 +415,7 @@ TEST(Locale, IniSettings) {
     }
 }
 
-TEST(Locale, IniNumbersMarkersAndMissingFiles) {
+TEST(Locale, IgnoresInvalidIniSettings) {
     CLCLocale locale = Named("ja_JP");
     CGNString section("s");
     const TemporaryFile file("[s]\nCalendarType=3\nDateDisplayMode=2\nAMString=' a'\nPMString=p\n");
@@ -447,7 +447,7 @@ TEST(Locale, IniNumbersMarkersAndMissingFiles) {
 constexpr char kHeisei[] = "\x95\xBD\x90\xAC", kShowa[] = "\x8F\xBA\x98\x61",
                kReiwa[] = "\x97\xDF\x98\x61";
 
-TEST(Era, YearsOfTheList) {
+TEST(Era, FindsTheEraOfAYear) {
     static const struct {
         long year, eraYear;
         const char* name;
@@ -469,7 +469,7 @@ TEST(Era, YearsOfTheList) {
     for (const long none : {2l, 3l, -1l}) EXPECT_EQ(Item(locale, &CLCLocale::Emperor, none), "");
 }
 
-TEST(Era, OneByItself) {
+TEST(Era, CountsYearsOfOneEra) {
     CEmperor era("e", 1900, 10);
     EXPECT_EQ(era.EmperorYrFromGregorianYr(2000), 101);  // a count does not end it
     EXPECT_EQ(era.EmperorYrFromGregorianYr(1899), 0);
@@ -491,7 +491,7 @@ TEST(Era, OneByItself) {
     EXPECT_STREQ(name, "e");
 }
 
-TEST(Era, ANewListComesFromAnIniFile) {
+TEST(Era, ReadsErasFromAnIniFile) {
     static const struct {
         int line;
         std::string keys;

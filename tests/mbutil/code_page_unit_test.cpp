@@ -32,7 +32,7 @@ unsigned BackSum(const CodePage& page) {
 }  // namespace
 
 // The sums were taken when each table was equal, cell by cell, to the published chart.
-TEST(CodePage, WholeTablesAreThePublishedOnes) {
+TEST(CodePage, TablesHaveThePublishedChecksums) {
     static constexpr struct {
         int codeSet;
         std::uint32_t forward, back;
@@ -57,7 +57,7 @@ TEST(CodePage, WholeTablesAreThePublishedOnes) {
     }
 }
 
-TEST(CodePage, UnlistedNumbersAreWestern) {
+TEST(CodePage, UnknownCodeSetsAreWestern) {
     for (const int codeSet : {-1, 31, 39, 43, 63, 66, 1 << 30}) {
         EXPECT_EQ(FindCodePage(codeSet), FindCodePage(mbWestern)) << codeSet;
         EXPECT_EQ(FindListedCodePage(codeSet), nullptr) << codeSet;
@@ -65,7 +65,7 @@ TEST(CodePage, UnlistedNumbersAreWestern) {
 }
 
 // This test program fills most tables before it gets here; the escape-driven ones it may not have.
-TEST(CodePage, ThreadsAgreeOnOneTable) {
+TEST(CodePage, ThreadsShareOneTable) {
     const CodePage* found[4] = {};
     AtTheSameTime(4, [&](int i) { found[i] = FindCodePage(mbIso2022Kr); });
     for (const CodePage* page : found) EXPECT_EQ(page, FindCodePage(mbIso2022Kr));

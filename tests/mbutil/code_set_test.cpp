@@ -17,7 +17,7 @@ bool JapaneseUser() {
     return language && !std::strcmp(language, "ja_JP");
 }
 
-TEST(CodeSet, FollowsTheUsersLocale) {
+TEST(CodeSet, FollowsTheLocaleOfTheUser) {
     InitMbutilExt(11);
     EXPECT_EQ(InitMbutil(), 11);
     EXPECT_EQ(mbGetLocaleCodeSet(), JapaneseUser() ? 5 : 0);
@@ -26,7 +26,7 @@ TEST(CodeSet, FollowsTheUsersLocale) {
     EXPECT_EQ(mbGetLCID(""), JapaneseUser() ? 0x411u : 0x409u);
 }
 
-TEST(CodeSet, NamesAndFlags) {
+TEST(CodeSet, HasNamesAndFlags) {
     std::string all;
     for (int codeSet = -7; codeSet < 100; ++codeSet) {
         const CodeSetGuard guard(codeSet);
@@ -45,7 +45,7 @@ TEST(CodeSet, NamesAndFlags) {
               "2022_KR 64 UTF16 65 UTF8 ");
 }
 
-TEST(CodeSet, FreeFormNames) {
+TEST(CodeSet, FindsFreeFormNames) {
     std::istringstream rows(
         "0 KOI8-R 0 cp1252 0 western-932 1 iso_8859-1 2 ISO-8859-15 3 ISO-2022-JP 3 jis 4 eucJP "
         "5 Shift-JIS 5 x-sjis 5 ibm-943 5 cp932 7 GBK 7 x936 8 EUC_ZH 8 euc-cn 9 big5 9 cp950 "
@@ -64,7 +64,7 @@ TEST(CodeSet, FreeFormNames) {
     EXPECT_EQ(mbGetCodeSet(longName.c_str()), 65);
 }
 
-TEST(CodeSet, CharsetNames) {
+TEST(CodeSet, HasCharsetNames) {
     static const struct {
         const char* name;
         int codeSet;
@@ -88,7 +88,7 @@ TEST(CodeSet, CharsetNames) {
               "iso-2022-kr 64 utf-16 65 utf-8 ");
 }
 
-TEST(CodeSet, WindowsNamesOfIsoCharsets) {
+TEST(CodeSet, MapsIsoCharsetsToWindowsNames) {
     std::string all;
     for (int part = 1; part <= 16; ++part) {
         char name[24];
@@ -106,7 +106,7 @@ TEST(CodeSet, WindowsNamesOfIsoCharsets) {
     EXPECT_STREQ(other, "utf-8");
 }
 
-TEST(CodeSet, LocaleIdentifiers) {
+TEST(CodeSet, FindsLocaleIdentifiers) {
     EXPECT_EQ(mbGetLCID("en_US"), 0x409u);
     EXPECT_EQ(mbGetLCID("ja_JP.SJIS"), 0x411u);
     EXPECT_EQ(mbGetLCID("de_DE@euro"), 0x407u);

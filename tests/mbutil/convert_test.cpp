@@ -17,7 +17,7 @@ std::string Related(const std::string& text, int from, int to) {
     return dst.c_str();
 }
 
-TEST(Convert, RelatedCodeSetsAndNoOthers) {
+TEST(Convert, ConvertsRelatedCodeSetsOnly) {
     static const struct {
         int line, from, to;
         const char *text, *expected;
@@ -39,7 +39,7 @@ TEST(Convert, RelatedCodeSetsAndNoOthers) {
     }
 }
 
-TEST(Convert, ByTheCurrentCodeSet) {
+TEST(Convert, ConvertsFromTheCurrentCodeSet) {
     char dst[16];
     for (int current : {4, 5}) {
         const CodeSetGuard guard(current);
@@ -62,7 +62,7 @@ TEST(Convert, ByTheCurrentCodeSet) {
     EXPECT_EQ(mbconvertnativestring(dst, nullptr, 4), 0);
 }
 
-TEST(Convert, AnyPairWithinTheRoomThereIs) {
+TEST(Convert, ReportsEachLostCharacterAndTheRoomUsed) {
     const std::string text =
         "a\x82\xA0\xE0\x40\x85\x40\x82";  // a code without character, a lone lead
     std::size_t lostAt[1];
@@ -111,7 +111,7 @@ TEST(Convert, AnyPairWithinTheRoomThereIs) {
     EXPECT_EQ(mbConvert(nullptr, 0, 5, dst, sizeof dst, 4, nullptr), 0);
 }
 
-TEST(Convert, IntoANewBuffer) {
+TEST(Convert, AllocatesTheResult) {
     char* out = nullptr;
     mbConversion report = {nullptr, 0, 0, 0, 0};
     const std::string text(100000, '\xB1');
@@ -124,7 +124,7 @@ TEST(Convert, IntoANewBuffer) {
     std::free(out);
 }
 
-TEST(Convert, Utf8OfTheUser) {
+TEST(Convert, ConvertsBetweenUtf8AndALocale) {
     const bool japanese = mbGetLCID(nullptr) == 0x411;
     static const struct {
         const char *text, *locale, *utf8;
@@ -146,7 +146,7 @@ TEST(Convert, Utf8OfTheUser) {
     EXPECT_EQ(out, nullptr);
 }
 
-TEST(Measure, Utf8Boundaries) {
+TEST(Measure, FindsUtf8Boundaries) {
     EXPECT_EQ(UTF8Limit("a\xE3\x81\x82", 3), 1u);
     EXPECT_EQ(UTF8Limit("a\xE3\x81\x82", 4), 4u);
     EXPECT_EQ(UTF8Limit("\xF0\x9F\x98\x80z", 4), 4u);
@@ -159,7 +159,7 @@ TEST(Measure, Utf8Boundaries) {
     EXPECT_EQ(UTF8Limit(nullptr, 5), 0u);
 }
 
-TEST(Measure, PercentDecoding) {
+TEST(Measure, DecodesPercentEscapes) {
     char* out = nullptr;
     EXPECT_EQ(mbUrlDecode("%%41%4g%2F%2f+%4G%G4a%00%4", &out), 20u);
     EXPECT_EQ(std::string(out, 20), std::string("%A%4g/%2f+%4G%G4a\0%4", 20));
@@ -167,7 +167,7 @@ TEST(Measure, PercentDecoding) {
     EXPECT_EQ(mbUrlDecode(nullptr, &out), 0u);
 }
 
-TEST(Measure, LongerOfTwoEncodings) {
+TEST(Measure, FindsTheLongerOfTwoEncodings) {
     const auto longest = [](int codeSet, const char* text) {
         const CodeSetGuard guard(codeSet);
         return MaxStringLengthOnWinAndUnix(text);

@@ -5,7 +5,7 @@
 #include "mbutil.h"
 #include "tests/support/code_set_guard.h"
 
-TEST(DisplayText, LettersThatACodeSetLacksLoseTheirAccents) {
+TEST(DisplayText, MissingLettersLoseTheirAccents) {
     const struct {
         int line;
         int codeSet;

@@ -23,7 +23,7 @@ struct MemoryOf2Gb {
     ~MemoryOf2Gb() { genutil::g_allocationGate = nullptr; }
 };
 
-TEST(SizeLimits, BoundsOfConversionsStopAtTheMost) {
+TEST(SizeLimits, ConversionBoundsDoNotWrapAround) {
     const struct {
         int line, from, to;
         std::size_t factor, extra;
@@ -49,7 +49,7 @@ TEST(SizeLimits, BoundsOfConversionsStopAtTheMost) {
 
 // The size of a line that goes on in a shift is that of the escape and of twice the buffer's, which
 // is more than 32 bits count.
-TEST(SizeLimits, ALineOfTheLongestBufferAsksForAllOfIt) {
+TEST(SizeLimits, LongestLineBufferDoesNotWrapAround) {
     const CodeSetGuard japanese(mbShiftJis);
     const TemporaryFile file("\x1B$B$\"$$$&$(\x1B(B\n");
     const OpenFile stream(file.Path(), "rb");

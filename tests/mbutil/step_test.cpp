@@ -13,7 +13,7 @@ const unsigned char* U(const char* s) {
     return reinterpret_cast<const unsigned char*>(s);
 }
 
-TEST(Step, LengthOfOneCharacter) {
+TEST(Step, FindsTheLengthOfACharacter) {
     static const struct {
         int codeSet;
         const char* bytes;
@@ -44,7 +44,7 @@ TEST(Step, LengthOfOneCharacter) {
     EXPECT_EQ(mblenExt(nullptr, 3, 0), 1);
 }
 
-TEST(Step, LeadBytesAndLongestCharacter) {
+TEST(Step, LeadBytesBeginLongerCharacters) {
     for (int codeSet = -1; codeSet <= 70; ++codeSet) {
         int most = 1;
         for (int c = -2; c < 258; ++c) {
@@ -57,7 +57,7 @@ TEST(Step, LeadBytesAndLongestCharacter) {
     }
 }
 
-TEST(Step, IndexesInASingleByteCodeSet) {
+TEST(Step, StepsByBytesInASingleByteCodeSet) {
     const CodeSetGuard guard(0);
     EXPECT_EQ(mbidx("abc", 100), 100u);
     EXPECT_EQ(mbidxtype("\x82\xA0", 1, 5), 1u);  // the current code set decides
@@ -68,14 +68,14 @@ TEST(Step, IndexesInASingleByteCodeSet) {
     EXPECT_EQ(mbbytesinchar(U("\x82\xA0")), 1);
 }
 
-TEST(Step, IndexesOfAnExplicitCodeSet) {
+TEST(Step, StepsInAGivenCodeSet) {
     const CodeSetGuard guard(4);
     EXPECT_EQ(mbidxtype("a\x82\xA0", 2, 5), 1u);
     EXPECT_EQ(mbidxtype("a\x82\xA0", 2, 0), 2u);
     EXPECT_EQ(mbidxtype("a\x82\xA0", 100, 0), 3u);
 }
 
-TEST(Step, ALongLineWithoutAsciiIsWalkedInTime) {
+TEST(Step, StepsThroughLongTextsInLinearTime) {
     const CodeSetGuard guard(5);
     std::string text;
     while (text.size() < 400000) text += "\x82\xA0\x88\x9F";
@@ -100,7 +100,7 @@ TEST(Step, ComparesCharacterByCharacter) {
     EXPECT_LT(mbcharcmp(U("\x82"), U("\x82\xA0"), 9), 0);
 }
 
-TEST(Step, WholeCharactersOfOneByte) {
+TEST(Step, KnowsCharactersOfOneByte) {
     static const struct {
         int codeSet, c, whole;
     } kRows[] = {{5, 0x7F, 1}, {5, 0x80, 0}, {5, 0xA1, 1}, {5, 0xDF, 1}, {5, 0xE0, 0},

@@ -5,7 +5,7 @@
 #include "tests/support/number_locale.h"
 #include "tests/support/texts.h"
 
-TEST(Currency, SplitIntoPortions) {
+TEST(Currency, SplitsIntoAmountAndCode) {
     const struct {
         int line;
         int codeSet;
@@ -37,7 +37,7 @@ TEST(Currency, SplitIntoPortions) {
     }
 }
 
-TEST(Currency, Displayed) {
+TEST(Currency, DisplaysAmountAndCode) {
     const struct {
         int line;
         const char *text, *inC, *regional, *plain, *asItIs;
@@ -74,7 +74,7 @@ TEST(Currency, Displayed) {
     EXPECT_EQ(money.GetCodePortion(), "USD");
 }
 
-TEST(Currency, UpdatedByPortions) {
+TEST(Currency, UpdatesOnePortion) {
     const NumberLocale locale(".", ",");
     CGNCurrency money(" 5usd");
     money.FormatCurrencyToCLocale();
@@ -103,7 +103,7 @@ TEST(Currency, UpdatedByPortions) {
     EXPECT_EQ(money.GetBuffer(), "7 7 USD");
 }
 
-TEST(Currency, AssignmentKeepsPortions) {
+TEST(Currency, AssignedTextIsSplitOnDemand) {
     const NumberLocale locale(".", ",");
     CGNCurrency money("5 USD"), other("6 EUR");
     money = CGNString("7 GBP");  // not split yet

@@ -1,5 +1,5 @@
-// CGNDecimal: numbers as text, in the C spelling and that of a locale. Texts of all kinds are held
-// against a slow reading of the rules by fuzz/number_fuzz.cpp.
+// CGNDecimal: numbers as text, in the C locale's format and in a locale's. fuzz/number_fuzz.cpp
+// compares the conversions of any text with a slow reading of the rules.
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* kFails = nullptr;
 
-// What a conversion displays; "fails" when it says so, and then it must display nothing.
+// What a conversion displays: nothing if it fails.
 std::string Shown(const CGNDecimal& number, unsigned char converted) {
     if (converted) return Display(number);
     return Display(number).empty() ? "fails" : Join({"fails and displays ", Display(number)});
@@ -35,44 +35,28 @@ std::string ToRegional(const std::string& text, unsigned char separators = 1) {
 
 }  // namespace
 
-TEST(Decimal, ReadIntoTheCSpelling) {
+TEST(Decimal, ConvertsToTheCLocale) {
     const struct {
         int line;
-        const char *text, *english, *german;  // "." and ",", "," and "."
+        const char *text, *english, *german;
     } kRows[] = {
         {__LINE__, "", "0", "0"},
-        {__LINE__, "12", "12", "12"},
-        {__LINE__, "007", "007", "007"},
         {__LINE__, "-.5", "-0.5", "-0.5"},
-        {__LINE__, "5.", "5", "5"},
-        {__LINE__, "5.500", "5.500", "5.500"},
-        {__LINE__, "5-", "-5", "-5"},
         {__LINE__, "5-  ", "-5", "-5"},
-        {__LINE__, "5 ", "5", "5"},
         {__LINE__, ",5", kFails, "0.5"},
-        {__LINE__, "1,2,3.5", "123.5", kFails},
         {__LINE__, "1,,2,", "12", kFails},
         {__LINE__, "1.234,5", kFails, "1234.5"},
-        {__LINE__, "1.234", "1.234", "1.234"},  // valid both ways: as in C
-        {__LINE__, "1.234.567,", kFails, "1234567"},
+        {__LINE__, "1.234", "1.234", "1.234"},  // valid in both: as in the C locale
+        {__LINE__, "5 -", kFails, kFails},
+        {__LINE__, "5\x83", kFails, kFails},  // half a character in Shift-JIS
     };
-    // Which no order of symbols makes a number; the last is half a character in Shift-JIS.
-    static const char* const kNever[] = {
-        " 5",  " -5",   "- 5",     "5 -",        "-5-",   "--5",    "5--",  "+5",  "(5)",
-        "   ", "-",     ".",       "-.",         ",",     ",,,",    ".,",   "5 5", "5e3",
-        "x",   "1.2.3", "1,2.3,4", "-1.234.567", "5\xB2", "\xA0-5", "5\x83"};
-    for (const int codeSet : {int{mbWestern}, int{mbShiftJis}, int{mbUtf8}}) {
-        const NumberLocale locale(".", ",", "3;0", codeSet);
-        for (const char* text : kNever) EXPECT_EQ(ToC(text, 0), "fails") << text;
-        locale.Change(",", ".");
-        for (const char* text : kNever) EXPECT_EQ(ToC(text, 0), "fails") << text;
+    for (const int codeSet : {int{mbWestern}, int{mbShiftJis}, int{mbUtf8}})
         for (const auto& row : kRows) {
-            locale.Change(".", ",");
+            const NumberLocale locale(".", ",", "3;0", codeSet);
             EXPECT_EQ(ToC(row.text, 0), row.english ? row.english : "fails") << row.line;
             locale.Change(",", ".");
             EXPECT_EQ(ToC(row.text, 0), row.german ? row.german : "fails") << row.line;
         }
-    }
     const NumberLocale german(",", ".");
     EXPECT_EQ(ToC("1.234", 1), "1234");
     EXPECT_EQ(ToC("1.234.567", 1), "1234567");
@@ -85,22 +69,14 @@ TEST(Decimal, ReadIntoTheCSpelling) {
     EXPECT_EQ(CGNDecimal::DetermineNumDecimalChars(nullptr), 0);
 }
 
-TEST(Decimal, WrittenInTheRegionalSpelling) {
+TEST(Decimal, ConvertsToTheLocale) {
     const struct {
         int line;
         const char *decimal, *separator, *grouping, *text, *regional;
     } kRows[] = {
-        {__LINE__, ".", ",", "3;0", "1234567.891", "1,234,567.891"},
         {__LINE__, ".", ",", "3;0", "1234-", "-1,234"},
-        {__LINE__, ".", ",", "12;0", "123456789", "12,34,56,78,9"},
-        {__LINE__, ",", ".", "3;0", "1234567.891", "1.234.567,891"},
-        {__LINE__, ".", ".", "3;0", "1234.5", "1.234.5"},
-        // Of a longer symbol its first byte.
-        {__LINE__, "\xC2\xB7", "\xC2\xA0", "3;0", "1234.5",
-         "1\xC2"
-         "234\xC2"
-         "5"},
-        {__LINE__, "..", ",,", "3;0", "1234.5", "1,234.5"},
+        {__LINE__, ",", ".", "12;0", "123456789.5", "12.34.56.78.9,5"},
+        {__LINE__, "..", ",,", "3;0", "1234.5", "1,234.5"},  // the first byte of a longer symbol
     };
     for (const auto& row : kRows) {
         const NumberLocale locale(row.decimal, row.separator, row.grouping);
@@ -110,9 +86,8 @@ TEST(Decimal, WrittenInTheRegionalSpelling) {
     EXPECT_EQ(ToRegional("1,2345,67.891", 0), "1234567.891");
     EXPECT_EQ(ToRegional("5,5.5,5"), "fails");
 }
-
-// A symbol's byte counts where it is a character, or begins one, and not inside a longer one.
-TEST(Decimal, SymbolsInTextOfSeveralBytes) {
+// A symbol's byte counts as a character or the first byte of one, not as a later byte.
+TEST(Decimal, FindsSymbolsBetweenCharacters) {
     const NumberLocale locale("|", "\x81", "3;0", mbShiftJis);
     EXPECT_EQ(ToC("1\x81"
                   "234|5",
@@ -128,19 +103,15 @@ TEST(Decimal, SymbolsInTextOfSeveralBytes) {
     EXPECT_EQ(ToC("12\x81|5", 1), "12.5");
 }
 
-TEST(Decimal, ShiftedByPowersOfTen) {
+TEST(Decimal, MultipliesByPowersOfTen) {
     const struct {
         int line;
         const char* text;
         int exponent;
         const char* shifted;
     } kRows[] = {
-        {__LINE__, "12345", -2, "123,45"},
         {__LINE__, "-12345,6", -5, "-0,123456"},
-        {__LINE__, "", -2, "0,00"},
-        {__LINE__, "1,5", 3, "1500"},
-        {__LINE__, "-7,12345", 2, "-712,34"},  // as many digits stay as were moved
-        {__LINE__, "1.234.567,8", 2, "123456780"},
+        {__LINE__, "-7,12345", 2, "-712,34"},  // keeps as many digits as were moved
         {__LINE__, "1,5", INT_MIN, "1,5"},
         {__LINE__, "1,5", INT_MAX, "1,5"},
     };
@@ -155,7 +126,7 @@ TEST(Decimal, ShiftedByPowersOfTen) {
     CGNDecimal never;
     never.ApplyExponent(2);
     EXPECT_EQ(Display(never), "00");
-    // What was displayed before the locale changed is read as far as it goes.
+    // A number displayed before the locale changed is read as far as possible.
     CGNDecimal number("1234.5");
     number.ConvertToRegionalLocale(1);
     locale.Change(".", ",");
@@ -163,34 +134,25 @@ TEST(Decimal, ShiftedByPowersOfTen) {
     EXPECT_EQ(Display(number), "2.3");
 }
 
-TEST(Decimal, LongTexts) {
+TEST(Decimal, LimitsTheLengthOfTexts) {
     const NumberLocale locale(".", ",", "1;0");
-    const std::string digits(10000, '9'), separators(9999, ','), limit(255, '8'), ones(62, '1');
+    const std::string digits(10000, '9'), limit(255, '8'), ones(62, '1');
     EXPECT_EQ(ToC(digits, 0), digits.substr(0, 63));
     EXPECT_EQ(ToC(Join({ones, "-5"}), 0), Join({"-", ones}));
-    EXPECT_EQ(ToRegional(Join({ones, ".5"})).size(), 123u);
-    EXPECT_EQ(ToC(Join({std::string(64, ' '), "5"}), 0), "fails");
     EXPECT_EQ(CGNDecimal::IsValid(digits.c_str()), -1);
     EXPECT_EQ(CGNDecimal::DetermineNumDecimalChars(digits.c_str()), 10000);
     EXPECT_EQ(CGNDecimal::IsValid(Join({limit, ".", limit}).c_str()), 0);
-    EXPECT_EQ(CGNDecimal::IsValid(Join({limit, "1"}).c_str()), -1);
-    EXPECT_EQ(CGNDecimal::IsValid(Join({"1,", limit}).c_str()), -1);
+    for (const char* more : {"1", "1,"})
+        EXPECT_EQ(CGNDecimal::IsValid(Join({more, limit}).c_str()), -1) << more;
     EXPECT_EQ(CGNDecimal::IsValid(Join({".", limit, "1"}).c_str()), -1);
-    EXPECT_EQ(CGNDecimal::IsValid(Join({separators, "5"}).c_str()), -1);
-    EXPECT_EQ(CGNDecimal::IsValid(Join({"5", separators}).c_str()), 0);
     CGNDecimal number("1");
     number.ConvertToCLocale(0);
     number.ApplyExponent(254);
     EXPECT_EQ(Display(number), Join({"1", std::string(254, '0')}));
     number.ApplyExponent(1);
     EXPECT_EQ(Display(number).size(), 255u);
-    number.ApplyExponent(-255);
-    EXPECT_EQ(Display(number), Join({"0.1", std::string(254, '0')}));
-    number.ApplyExponent(-1);
-    EXPECT_EQ(Display(number).size(), 257u);
 }
-
-TEST(Decimal, SymbolsOfTheLocale) {
+TEST(Decimal, HasTheSymbolsOfTheLocale) {
     const NumberLocale locale("*#", "'#");
     CGNDecimal number;
     EXPECT_EQ(number.GetRegionalDecimalSymbol(), '*');
@@ -204,7 +166,7 @@ TEST(Decimal, SymbolsOfTheLocale) {
     EXPECT_EQ(CGNDecimal::IsThousandsSeparator(','), 0);
 }
 
-TEST(Decimal, IsAValue) {
+TEST(Decimal, CopiesAreIndependent) {
     const NumberLocale locale(",", ".");
     CGNDecimal number("1234,5");
     ASSERT_EQ(number.ConvertToRegionalLocale(1), 1);

@@ -9,7 +9,7 @@
 #include "tests/support/reported_failures.h"
 #include "tests/support/texts.h"
 
-TEST(NumberMemory, HoldersAreEmptyWithout) {
+TEST(NumberMemory, HoldersAreNullAfterAFailure) {
     {
         const CGNLocale locale;
         const CGNNumber number;
@@ -28,7 +28,7 @@ TEST(NumberMemory, HoldersAreEmptyWithout) {
     EXPECT_EQ(CGNMoney().GetMoney(), nullptr);
 }
 
-TEST(NumberMemory, NoneForTextThatFits) {
+TEST(NumberMemory, ShortTextsNeedNoAllocation) {
     const NumberLocale locale(",", ".");
     CGNDecimal number;
     CGNCurrency money;
@@ -53,7 +53,7 @@ TEST(NumberMemory, NoneForTextThatFits) {
 
 // Each allocation fails once: what is displayed is right or nothing, and nothing is left of what
 // was there before.
-TEST(NumberMemory, FailsAsTextThatIsNoNumber) {
+TEST(NumberMemory, FailedAllocationsShowNoOldNumber) {
     const ReportedFailures reported;
     const NumberLocale locale(".", ",");
     const std::string digits(40, '5');
@@ -97,7 +97,7 @@ TEST(NumberMemory, FailsAsTextThatIsNoNumber) {
     EXPECT_GT(reported.Count(), 0);
 }
 
-TEST(NumberMemory, NoLocaleNoNumber) {
+TEST(NumberMemory, ConversionFailsWithoutALocale) {
     const ReportedFailures reported;
     CLCGlobalLocale::Free();
     CGNDecimal number("5");

@@ -9,7 +9,7 @@ using namespace genutil;
 
 // Of all 16-bit characters at once: letters and their case, digits, signs, blanks and what cannot
 // be printed.
-TEST(Characters, AreTheSameOnEveryPlatform) {
+TEST(Characters, HaveTheSameChecksumOnEveryPlatform) {
     std::uint32_t all = 0;
     for (std::uint32_t c = 0; c <= 0xFFFF; ++c) {
         const CharacterPage& page = PageOfCharacter(c);

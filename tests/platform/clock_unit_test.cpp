@@ -5,7 +5,7 @@
 
 using namespace genutil::platform;
 
-TEST(Clock, ReadsMomentsBeyondTheNumbersOf32Bits) {
+TEST(Clock, ReadsMomentsAfter2038) {
     static const struct {
         std::int64_t moment;
         int year, month, second;

@@ -8,7 +8,7 @@
 
 using namespace genutil;
 
-TEST(CodePages, UnknownPageTouchesNothing) {
+TEST(CodePages, UnknownPageChangesNothing) {
     std::vector<std::uint16_t> bytes(256, 0x1234), pairs(0x10000, 0x1234);
     const auto oldBytes = bytes, oldPairs = pairs;
     EXPECT_FALSE(platform::ReadCodePage(12345, bytes.data(), pairs.data()));

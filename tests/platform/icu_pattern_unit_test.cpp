@@ -18,7 +18,7 @@ std::u16string Text(const Unit* units) {
     return reinterpret_cast<const char16_t*>(units);
 }
 
-TEST(IcuPattern, FieldsBecomeTokensAndLettersAreQuoted) {
+TEST(IcuPattern, TranslatesFieldsAndQuotesLetters) {
     static const struct {
         int line;
         const char16_t *icu, *windows;
@@ -51,7 +51,7 @@ TEST(IcuPattern, FieldsBecomeTokensAndLettersAreQuoted) {
     }
 }
 
-TEST(IcuPattern, WhatDoesNotFitGivesNothing) {
+TEST(IcuPattern, RefusesFormatsThatDoNotFit) {
     Unit out[11] = {};
     EXPECT_TRUE(WindowsPattern(Units(u"dd/MM/y"), out, 11));
     out[10] = 'x';
@@ -60,7 +60,7 @@ TEST(IcuPattern, WhatDoesNotFitGivesNothing) {
     EXPECT_EQ(out[10], 'x');
 }
 
-TEST(IcuPattern, PartsOfAPattern) {
+TEST(IcuPattern, FindsSeparatorsAndOrder) {
     static const struct {
         int line;
         const char16_t *pattern, *separator;
@@ -85,7 +85,7 @@ TEST(IcuPattern, PartsOfAPattern) {
     EXPECT_EQ(RunInPattern(Units(u"dd.d.yyyy"), 'd', 2), 2);
 }
 
-TEST(IcuPattern, NumberPatternsAndTexts) {
+TEST(IcuPattern, TranslatesNumberPatterns) {
     static const struct {
         int line;
         const char16_t *pattern, *grouping;

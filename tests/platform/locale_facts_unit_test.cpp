@@ -29,8 +29,8 @@ void ForEachLocale(See see) {
     }
 }
 
-// The users of the tests have changed no setting, so the patterns and numbers belong together.
-TEST(LocaleFacts, ThePlatformKnowsEveryLocaleWhollyAndAgreesWithItself) {
+// The users of the tests have changed no setting, so the formats and numbers belong together.
+TEST(LocaleFacts, PlatformFactsAreCompleteAndConsistent) {
     const auto record = std::make_unique<platform::LocaleRecord>();
     ForEachLocale([&](const LocaleRow& row) {
         ASSERT_TRUE(platform::ReadLocaleFacts(row.language, row.name, record.get()));
@@ -68,7 +68,7 @@ std::size_t Lost(const std::string& text, int codeSet) {
     return conversion.lost;
 }
 
-TEST(LocaleFacts, EveryTextIsWrittenInTheCodeSetOfItsRow) {
+TEST(LocaleFacts, TextsAreInTheCodeSetOfTheLocale) {
     ForEachLocale([&](const LocaleRow& row) {
         const LocaleFacts* facts = FindLocaleFacts(row.language, row.codeSet);
         ASSERT_NE(facts, nullptr);
@@ -89,7 +89,7 @@ TEST(LocaleFacts, EveryTextIsWrittenInTheCodeSetOfItsRow) {
     });
 }
 
-TEST(LocaleFacts, AreReadOnceForALanguageAndACodeSet) {
+TEST(LocaleFacts, AreReadOnce) {
     const LocaleFacts* croatian = FindLocaleFacts(0x041A, mbWindows1250);
     {
         const AllocationGate nothingIsMade(0);
@@ -109,7 +109,7 @@ TEST(LocaleFacts, AreReadOnceForALanguageAndACodeSet) {
     EXPECT_EQ(FindLocaleFacts(0x0407, mbUtf16), FindLocaleFacts(0x0407, mbWestern));
 }
 
-TEST(LocaleFacts, ThreadsThatMeetGetTheSame) {
+TEST(LocaleFacts, ThreadsShareThem) {
     constexpr int kThreads = 4;
     const LocaleFacts* found[kThreads] = {};
     AtTheSameTime(kThreads, [&](int i) { found[i] = FindLocaleFacts(0x0415, mbWestern); });
@@ -117,7 +117,7 @@ TEST(LocaleFacts, ThreadsThatMeetGetTheSame) {
     for (const LocaleFacts* facts : found) EXPECT_EQ(facts, found[0]);
 }
 
-TEST(LocaleFacts, WithoutMemoryThereAreNoneAndTheNextCallTriesAgain) {
+TEST(LocaleFacts, ReadAgainAfterAFailedAllocation) {
     FindLocaleFacts(0x0407, mb8859_15);  // the tables of the code set are there
     for (int passing : {0, 1}) {
         const ReportedFailures failures;
@@ -128,7 +128,7 @@ TEST(LocaleFacts, WithoutMemoryThereAreNoneAndTheNextCallTriesAgain) {
     EXPECT_NE(FindLocaleFacts(0x0410, mb8859_15), nullptr);
 }
 
-TEST(LocaleFacts, TheNearestCharacterIsWritten) {
+TEST(LocaleFacts, UseBestFitCharacters) {
     static const struct {
         int line, codeSet;
         const char16_t* text;
@@ -165,7 +165,7 @@ TEST(LocaleFacts, TheNearestCharacterIsWritten) {
     }
 }
 
-TEST(LocaleFacts, LanguagesAreToldApart) {
+TEST(LocaleFacts, DistinguishLanguages) {
     static const struct {
         std::uint32_t identifier;
         CLCLanguage language;

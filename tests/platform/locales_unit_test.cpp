@@ -11,7 +11,7 @@
 using namespace genutil;
 
 // One of the two ways of naming a locale answers, and it is that of the user who runs this.
-TEST(Locales, UserIsTheOneOfTheEnvironment) {
+TEST(Locales, UserLocaleIsTheEnvironments) {
     const char* language = std::getenv("TEST_LANGUAGE");
     if (!language) GTEST_SKIP() << "TEST_LANGUAGE is not set";
     const bool japanese = std::strcmp(language, "ja_JP") == 0;
@@ -28,7 +28,7 @@ TEST(Locales, UserIsTheOneOfTheEnvironment) {
     }
 }
 
-TEST(Locales, TheirCodeSets) {
+TEST(Locales, TableHasItsChecksum) {
     std::uint32_t all = 0;  // names, identifiers and code sets of the table
     int rows = 0;
     for (const LocaleRow* row = kLocaleTable; row->language; ++row, ++rows) {
@@ -45,7 +45,7 @@ TEST(Locales, TheirCodeSets) {
     EXPECT_EQ(CodeSetOfCodePage(437), -1);
 }
 
-TEST(Locales, TheFirstCallOverridesAnEarlierChoice) {
+TEST(Locales, FirstCallOverridesAnEarlierChoice) {
     g_codeSetState = {};
     g_currentStep = nullptr;
     EXPECT_EQ(mbidxtype("z\x82\xA0", 2, mbShiftJis), 1u);  // the flag is on before

@@ -27,7 +27,7 @@ std::string FileOf(Module module) {
 
 }  // namespace
 
-TEST(Modules, AFileIsLoadedOnceAndCounted) {
+TEST(Modules, FilesAreLoadedOnceAndCounted) {
     const fs::path copy = "once.dll";
     fs::copy_file(TEST_RESOURCES "other.dll", copy, fs::copy_options::overwrite_existing);
     const Module module = LoadResourceLibrary("once.dll");
@@ -44,7 +44,7 @@ TEST(Modules, AFileIsLoadedOnceAndCounted) {
     fs::remove(copy);
 }
 
-TEST(Modules, NamesOfFilesAreInTheCurrentCodeSet) {
+TEST(Modules, FileNamesAreInTheCurrentCodeSet) {
     const CodeSetGuard codeSet(mbShiftJis);
     const fs::path copy = u8"表.dll";  // ends in 0x5C there
     fs::copy_file(TEST_RESOURCES "texts.dll", copy, fs::copy_options::overwrite_existing);
@@ -61,7 +61,7 @@ TEST(Modules, NamesOfFilesAreInTheCurrentCodeSet) {
     fs::remove(copy);
 }
 
-TEST(Modules, TheProgramHasAFileAndWhatIsNoModuleHasNone) {
+TEST(Modules, OnlyModulesHaveFiles) {
     EXPECT_EQ(FileOf(nullptr).substr(0, 10), "unit_tests");
     int local = 0;
     for (void* none : {static_cast<void*>(&local), reinterpret_cast<void*>(16)})

@@ -8,7 +8,7 @@
 
 using namespace genutil;
 
-TEST(Threading, AThreadsPointerStartsNullAndItsEndIsCalledWithIt) {
+TEST(Threading, CallsTheEndOfAThreadWithItsPointer) {
     static std::atomic<int> s_ends;
     s_ends = 0;
     int value = 0;
@@ -30,7 +30,7 @@ TEST(Threading, AThreadsPointerStartsNullAndItsEndIsCalledWithIt) {
     EXPECT_EQ(s_ends, 1);
 }
 
-TEST(Threading, AMutexIsTriedByOthersInVain) {
+TEST(Threading, TryMutexFailsForOtherThreads) {
     platform::Mutex* mutex = nullptr;
     ASSERT_EQ(platform::MakeMutex(&mutex), 0u);
     EXPECT_EQ(platform::TryMutex(mutex), 0u);

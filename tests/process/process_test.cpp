@@ -60,7 +60,7 @@ struct ChildRun {
     }
 };
 
-TEST(Process, OutputAndExitCode) {
+TEST(Process, ReturnsOutputAndExitCode) {
     const struct {
         int line;
         const char *arguments, *output;
@@ -85,7 +85,7 @@ TEST(Process, OutputAndExitCode) {
     }
 }
 
-TEST(Process, OutputIsAppendedByteByByte) {
+TEST(Process, AppendsTheBytesOfTheOutput) {
     const CodeSetGuard shiftJis(mbShiftJis);
     const ChildRun bytes("bytes"), wide("wide 20001"), many("many 10", "x");
     EXPECT_EQ(bytes.output, std::string("a\0b\r\n\xff", 6));
@@ -95,7 +95,7 @@ TEST(Process, OutputIsAppendedByteByByte) {
     EXPECT_EQ(many.output.find_first_not_of("x\n"), std::string::npos);
 }
 
-TEST(Process, ArgumentsByTheQuotingRules) {
+TEST(Process, SplitsArgumentsByTheQuotingRules) {
     const struct {
         int line;
         const char *arguments, *read;
@@ -118,7 +118,7 @@ TEST(Process, ArgumentsByTheQuotingRules) {
     EXPECT_EQ(output, "[quoted]");
 }
 
-TEST(Process, WhatCannotStart) {
+TEST(Process, ReportsProgramsThatCannotStart) {
     for (const char* line :
          {"no-such-program-here -x", "..\\no\\such\\program", "\"..\\pro cess\""}) {
         CGNString output("kept"), error;
@@ -135,7 +135,7 @@ TEST(Process, WhatCannotStart) {
     }
 }
 
-TEST(Process, StartedAndNotWaitedFor) {
+TEST(Process, AsyncRunDoesNotWait) {
     CGNString error("kept");
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(OSRunAsyncProcess(Child("close 2000").c_str(), error), 1);
@@ -143,7 +143,7 @@ TEST(Process, StartedAndNotWaitedFor) {
     EXPECT_EQ(error, "kept");
 }
 
-TEST(Process, NothingIsLeftOpen) {
+TEST(Process, ClosesAllHandles) {
     CGNString text;
     OSRunSyncProcess(Child("die").c_str(), text);
     const unsigned long before = CountHandles();
@@ -157,7 +157,7 @@ TEST(Process, NothingIsLeftOpen) {
 
 #ifndef _WIN32
 // Signals begin no wait anew.
-TEST(Process, StillActiveForAProcessWithATimer) {
+TEST(Process, SignalsDoNotExtendTheWait) {
     std::signal(SIGALRM, [](int) {});
     const itimerval often = {{0, 50000}, {0, 50000}}, never = {};
     const auto start = std::chrono::steady_clock::now();
@@ -168,12 +168,12 @@ TEST(Process, StillActiveForAProcessWithATimer) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(2500));
 }
 
-TEST(Process, EndedBySignal) {
+TEST(Process, ReturnsTheSignalThatEndedAProgram) {
     CGNString output;
     EXPECT_EQ(OSRunSyncProcess("sh -c \"kill -9 $$\"", output), 128 + 9);
 }
 
-TEST(Process, DocumentsOpenWithTheSystemsProgram) {
+TEST(Process, OpensDocumentsWithTheSystemsProgram) {
     namespace fs = std::filesystem;
     const fs::path folder = fs::absolute("opener");
     fs::remove_all(folder);
@@ -203,11 +203,11 @@ TEST(Process, DocumentsOpenWithTheSystemsProgram) {
 }
 #endif
 
-TEST(Process, MissingDocument) {
+TEST(Process, FailsToOpenAMissingDocument) {
     EXPECT_EQ(OSOpenFile("..\\no such report.txt"), 0);
 }
 
-TEST(Environment, ReferencesAreReplaced) {
+TEST(Environment, ReplacesReferencesToVariables) {
     const std::string longest(255, 'v'), tooLong(300, 'v'), longName(300, 'n');
     Set("GN_A", "12345");
     Set("GN_EMPTY", "");

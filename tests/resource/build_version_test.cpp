@@ -6,7 +6,7 @@
 #include "osutil.h"
 #include "tests/support/temporary_file.h"
 
-TEST(BuildVersion, IsReadFromTheFile) {
+TEST(BuildVersion, ReadsTheVersionOfAFile) {
     const TemporaryFile empty, noLibrary("MZ and no more");
     constexpr char kTexts[] = TEST_RESOURCES "texts.dll", kLate[] = TEST_RESOURCES "late.dll";
     const struct {

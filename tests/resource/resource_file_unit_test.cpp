@@ -1,4 +1,4 @@
-// The reader of resource files on real ones, and on what damage makes of them.
+// Reading resource files, whole and damaged. fuzz/resource_unit_fuzz.cpp reads any bytes.
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -44,7 +44,7 @@ struct Places {
     }
 };
 
-// Everything that can be asked of a file, in a block of its exact size; what it has as a text.
+// All that a file contains, as text. The file is in a block of its exact size.
 std::string Examine(const Image& image) {
     const auto exact = std::make_unique<unsigned char[]>(image.size());
     std::copy(image.begin(), image.end(), exact.get());
@@ -73,7 +73,7 @@ constexpr char kAll[] = "0 15 16 1000 1020 1040 1060 1200 65535 v7/1041";
 
 }  // namespace
 
-TEST(ResourceFile, DamageIsMet) {
+TEST(ResourceFile, ReadsWhatDamageLeaves) {
     const Image whole = Read(TEST_RESOURCES "texts.dll");
     ASSERT_GT(whole.size(), 1024u);
     EXPECT_EQ(Examine(whole), kAll);
@@ -113,24 +113,11 @@ TEST(ResourceFile, DamageIsMet) {
     }
 }
 
-TEST(ResourceFile, NothingOutsideIsReadWhateverTheBytesAre) {
-    for (const char* name : {TEST_RESOURCES "other.dll", LIBRARY_RESOURCES "0011/genmsg.dll"}) {
-        const Image whole = Read(name);
-        const Places at(whole);
-        for (std::size_t size = 0; size < whole.size(); ++size)
-            EXPECT_EQ(Examine(Image(whole.begin(), whole.begin() + static_cast<long>(size))),
-                      "none");
-        for (std::size_t i = 0; i < whole.size(); ++i) {
-            if (i == at.sections + 200) i = at.tree;
-            for (const unsigned value : {0u, 1u, 0x7Fu, 0x80u, 0xFFu, whole[i] ^ 1u}) {
-                Image damaged = whole;
-                Put(damaged, i, 1, value);
-                Examine(damaged);
-            }
-        }
-    }
+TEST(ResourceFile, RefusesEachBeginningOfAFile) {
+    const Image whole = Read(TEST_RESOURCES "other.dll");
+    for (std::size_t size = 0; size < whole.size(); ++size)
+        EXPECT_EQ(Examine(Image(whole.begin(), whole.begin() + static_cast<long>(size))), "none");
 }
-
 // 64-bit files have an optional header with 16 bytes more before its directories.
 TEST(ResourceFile, Reads64BitFiles) {
     Image image = Read(TEST_RESOURCES "texts.dll");
@@ -145,7 +132,7 @@ TEST(ResourceFile, Reads64BitFiles) {
     EXPECT_EQ(Examine(image), kAll);
 }
 
-TEST(ResourceFile, AVersionIsReadFromItsBlocks) {
+TEST(ResourceFile, ReadsVersionsFromTheirBlocks) {
     const Image image = Read(TEST_RESOURCES "texts.dll");
     ResourceFile file;
     ASSERT_TRUE(file.Open({image.data(), image.size()}));
@@ -186,7 +173,7 @@ TEST(ResourceFile, AVersionIsReadFromItsBlocks) {
     }
 }
 
-TEST(ResourceTable, OnlyALibraryThatStandsTwiceIsRemoved) {
+TEST(ResourceTable, RemovesOnlyALibraryThatIsThereTwice) {
     int modules[3];
     void *const a = modules, *const b = modules + 1, *const c = modules + 2;
     using Slots = std::vector<void*>;

@@ -77,7 +77,7 @@ class Layout {
 
 }  // namespace
 
-TEST(Resource, TextsAreTakenInTheLanguageOfTheUser) {
+TEST(Resource, LoadsTextsInTheLanguageOfTheUser) {
     const TableGuard table;
     const CodeSetGuard codeSet(mbUtf8);
     ASSERT_NE(OSAttachLocaleResDLL(kTexts), 0);
@@ -104,7 +104,7 @@ TEST(Resource, TextsAreTakenInTheLanguageOfTheUser) {
     for (const auto& row : kRows) EXPECT_EQ(Load(row.id), row.text) << row.line;
 }
 
-TEST(Resource, TextsComeInTheCurrentCodeSetAndEndAtACharacter) {
+TEST(Resource, LoadsTextsInTheCurrentCodeSet) {
     const TableGuard table;
     ASSERT_NE(OSAttachLocaleResDLL(kTexts), 0);
     const struct {
@@ -122,7 +122,7 @@ TEST(Resource, TextsComeInTheCurrentCodeSetAndEndAtACharacter) {
     }
 }
 
-TEST(Resource, AttachingPutsALibraryInPlaceOfTheLast) {
+TEST(Resource, AttachingReplacesTheLastLibrary) {
     const TableGuard table;
     EXPECT_EQ(OSAttachLocaleResDLL(static_cast<const char*>(nullptr)), 0);
     EXPECT_EQ(OSAttachLocaleResDLL("no such library.dll"), 0);
@@ -150,7 +150,7 @@ TEST(Resource, AttachingPutsALibraryInPlaceOfTheLast) {
     EXPECT_EQ(Load(1200), "none");
 }
 
-TEST(Resource, AModuleThatIsNoneHasNoFolder) {
+TEST(Resource, AttachFailsWithoutAModule) {
     const TableGuard table;
     CGNString path("path");
     EXPECT_EQ(OSAttachLocaleResDLL(16, "x.dll", path, 0), 0);
@@ -159,7 +159,7 @@ TEST(Resource, AModuleThatIsNoneHasNoFolder) {
     EXPECT_STREQ(path, "path");
 }
 
-TEST(Resource, ALanguageFallsBackToItsPrimaryOneAndToEnglish) {
+TEST(Resource, FallsBackToThePrimaryLanguageAndEnglish) {
     const TableGuard table;
     const Layout layout;
     const long base = OSAttachLocaleResDLL(layout.Base().c_str());
@@ -200,7 +200,7 @@ TEST(Resource, ALanguageFallsBackToItsPrimaryOneAndToEnglish) {
 
 // The messages lie beside the library, and a function's address tells where that is. Windows, the
 // target with 32 bits, takes module handles only.
-TEST(Resource, TheLibrarysMessagesAreFoundBesideIt) {
+TEST(Resource, FindsMessagesBesideTheLibrary) {
     const TableGuard table;
     const CodeSetGuard codeSet(mbUtf8);
     CGNString path;
@@ -210,7 +210,7 @@ TEST(Resource, TheLibrarysMessagesAreFoundBesideIt) {
     EXPECT_EQ(Load(25048), found ? "a. C." : "none");
 }
 
-TEST(Resource, AThreadHasALibraryOfItsOwn) {
+TEST(Resource, ThreadsHaveLibrariesOfTheirOwn) {
     OSSetThreaded();
     const TableGuard table;
     OSAttachLocaleResDLL(kTexts);
@@ -239,7 +239,7 @@ TEST(Resource, AThreadHasALibraryOfItsOwn) {
     EXPECT_EQ(Load(1200), "%2 of %1");
 }
 
-TEST(Resource, ThreadsShareALibraryUntilTheLastDetaches) {
+TEST(Resource, LastThreadThatDetachesFreesTheLibrary) {
     OSSetThreaded();
     const TableGuard table;
     const Layout layout;
@@ -274,7 +274,7 @@ TEST(Resource, ThreadsShareALibraryUntilTheLastDetaches) {
 
 // -- What comes from messages ---------------------------------------------------------------------
 
-TEST(Resource, StringsAndTraceLinesAreMadeOfMessages) {
+TEST(Resource, FormatsMessagesInStringsAndTraces) {
     const TableGuard table;
     OSAttachLocaleResDLL(kTexts);
     CGNString s("before");
@@ -298,7 +298,7 @@ TEST(Resource, StringsAndTraceLinesAreMadeOfMessages) {
     EXPECT_EQ(lines.substr(lines.size() - 10), "module : \n") << lines;
 }
 
-TEST(Resource, YearsBeforeChristAreMarkedInTheLanguageOfTheMessages) {
+TEST(Resource, MarksYearsBeforeChristInTheLanguage) {
     const TableGuard table;
     const struct {
         int line, codeSet;

@@ -1,4 +1,5 @@
-// CGNString's operations on characters: search, extraction, trims, case, editing, parts.
+// CGNString's operations on characters: search, extraction, trims, case, editing, parts. Ordinary
+// arguments are compared with a plain list of characters by fuzz/string_unit_fuzz.cpp.
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -11,7 +12,7 @@
 
 namespace {
 
-TEST(StringEdit, SearchesFromPlacesInside) {
+TEST(StringEdit, SearchesBeginInsideTheText) {
     CodeSetGuard codeSet(5);
     const CGNString s("a\x95\x5C\\x");
     for (const int start : {-1, 4, INT_MIN, INT_MAX}) {
@@ -22,68 +23,34 @@ TEST(StringEdit, SearchesFromPlacesInside) {
         EXPECT_EQ(s.FindFirstNotOf("x", start), 4);
     }
     EXPECT_EQ(s.Find(nullptr, 3), 3);
-    EXPECT_EQ(s.Find(s, 0), 0);
-    EXPECT_EQ(s.FindFirstNotOf(s, 1), 3);  // a distance from the start, not a position
-    EXPECT_EQ(s.ReverseFind("\\Q"), 2);    // the first character counts
+    EXPECT_EQ(s.ReverseFind("\\Q"), 2);  // only the first character counts
     for (const char* none : {"Q", "", "\xFF", static_cast<const char*>(nullptr)})
         EXPECT_EQ(s.ReverseFind(none), -1);
     EXPECT_EQ(CGNString().Find("", 0), -1);
-    EXPECT_EQ(CGNString().FindFirstOf("a", 0), 0);
 }
 
-// Needles that end in the last bytes of a text, in each place relative to the blocks of a search.
-TEST(StringEdit, FindsAtEveryOffset) {
-    CodeSetGuard codeSet(5);
-    for (unsigned length = 1; length < 70; ++length)
-        for (const char* needle : {"z", "yz", "xyz", "x\x95\x5Cyz", "xaaaaaaaaaaaaaaaaaaaaz"}) {
-            CGNString s(std::string(length, 'a').c_str());
-            EXPECT_EQ(s.Find(needle, 0), -1);
-            s += needle;
-            EXPECT_EQ(s.Find(needle, 0), static_cast<int>(length));
-            s.Replace(needle, "-");
-            EXPECT_EQ(Bytes(s), std::string(length, 'a').append("-"));
-        }
-}
-
-TEST(StringEdit, ExtractsWhatThereIs) {
+TEST(StringEdit, NegativeCountsExtractTheRest) {
     CodeSetGuard codeSet(5);
     const CGNString s("a\x95\x5Cxz");
     for (const int count : {-1, INT_MIN, INT_MAX}) {
-        CGNString out("before"), self(s);
+        CGNString out("before");
         s.SubStr(out, 1, count);
         EXPECT_STREQ(out, "\x95\x5Cxz");
-        self.SubStr(1, count);
-        EXPECT_STREQ(self, "\x95\x5Cxz");
-        const auto n = static_cast<unsigned>(count);
-        s.LeftString(out, n);
-        EXPECT_STREQ(out, s);
-        s.RightString(out, n);
-        EXPECT_STREQ(out, s);
-        out.Truncate(n);
+        s.RightString(out, static_cast<unsigned>(count));
+        out.Truncate(static_cast<unsigned>(count));
         EXPECT_STREQ(out, s);
         s.MidString(out, -1, 2);
         EXPECT_TRUE(out.IsEmpty());
     }
     CGNString cut(s);
-    cut.TruncateAt("Q");
-    cut.TruncateAt("");
+    for (const char* none : {"Q", "", static_cast<const char*>(nullptr)}) cut.TruncateAt(none);
     cut.TruncateAt('\0');
     EXPECT_STREQ(cut, s);
-    cut.TruncateAt("zQ");  // the first character counts
+    cut.TruncateAt("zQ");  // only the first character counts
     EXPECT_STREQ(cut, "a\x95\x5Cx");
     cut.TruncateAt('x');
     EXPECT_STREQ(cut, "a\x95\x5C");
-    // Of characters of three bytes, around the lengths up to which texts are made on the stack.
-    CodeSetGuard utf8(mbUtf8);
-    std::string text;
-    for (unsigned n = 1; n <= 300; ++n) {
-        text += "\xE3\x81\x82";
-        CGNString all(text.c_str());
-        all.SubStr(0, -1);
-        ASSERT_EQ(Bytes(all), text) << n;
-    }
 }
-
 TEST(StringEdit, ExtractsBytesOfWholeCharacters) {
     const struct {
         int line, codeSet;
@@ -132,7 +99,7 @@ TEST(StringEdit, ExtractsBytesOfWholeCharacters) {
     EXPECT_TRUE(empty.IsEmpty());
 }
 
-TEST(StringEdit, Trims) {
+TEST(StringEdit, TrimsBlanksAndTabs) {
     CodeSetGuard codeSet(5);
     const struct {
         int line;
@@ -143,26 +110,21 @@ TEST(StringEdit, Trims) {
         {__LINE__, " \ta\t ", "\ta\t ", "a\t ", " \ta\t", " \ta", "\ta\t"},
         {__LINE__, "   ", "", "", "", "", ""},
         {__LINE__, "", "", "", "", "", ""},
-        {__LINE__, "a", "a", "a", "a", "a", "a"},
         {__LINE__, " \x81\x40 ", "\x81\x40 ", "\x81\x40 ", " \x81\x40", " \x81\x40", "\x81\x40"},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.line);
         using Trim = void (CGNString::*)(CGNString&) const;
-        const std::pair<Trim, const char*> trims[] = {
-            {&CGNString::LeftTrim, row.left},
-            {&CGNString::LeftTrimWithTab, row.leftTab},
-            {&CGNString::RightTrim, row.right},
-            {&CGNString::LeftRightTrim, row.both},
-            {&CGNString::RightTrimWithTab, row.rightTab},
-        };
+        const std::pair<Trim, const char*> trims[] = {{&CGNString::LeftTrim, row.left},
+                                                      {&CGNString::LeftTrimWithTab, row.leftTab},
+                                                      {&CGNString::RightTrim, row.right},
+                                                      {&CGNString::LeftRightTrim, row.both},
+                                                      {&CGNString::RightTrimWithTab, row.rightTab}};
         for (const auto& [trim, expected] : trims) {
-            const CGNString s(row.text);
-            CGNString out("before"), self(s);
-            (s.*trim)(out);
-            EXPECT_EQ(Bytes(out), expected);
+            CGNString out("before"), self(row.text);
+            (self.*trim)(out);
             (self.*trim)(self);
-            EXPECT_EQ(Bytes(self), expected);
+            EXPECT_EQ(Bytes(out), expected) << row.line;
+            EXPECT_EQ(Bytes(self), expected) << row.line;
         }
     }
     CGNString s("ab\t\t"), out;
@@ -172,27 +134,25 @@ TEST(StringEdit, Trims) {
     EXPECT_EQ(s.GetAt(2), ' ');
 }
 
-TEST(StringEdit, MapsCaseByTheLanguageOfTheCodeSet) {
+TEST(StringEdit, MapsCaseInTheCodeSet) {
     const struct {
         int line, codeSet;
-        const char *lower, *upper;
+        const char *lower, *upper, *lowerAgain;
     } rows[] = {
-        {__LINE__, 0, "abc \xE9\xFF\xB5\xDF", "ABC \xC9\x9F\xB5\xDF"},
-        {__LINE__, 5, "ab\x82\x81\x95\x61\x84\x71\xB1", "AB\x82\x60\x95\x61\x84\x41\xB1"},
-        {__LINE__, 5, "@az[`{9", "@AZ[`{9"},
-        {__LINE__, 24, "\xE6\xB8", "\xC6\xA8"},
-        {__LINE__, 65, "\xC3\xA9\xD0\xB6", "\xC3\x89\xD0\x96"},
+        {__LINE__, 0, "abc \xE9\xFF\xB5\xDF", "ABC \xC9\x9F\xB5\xDF", "abc \xE9\xFF\xB5\xDF"},
+        {__LINE__, 5, "ab\x82\x81\x95\x61\x84\x71\xB1", "AB\x82\x60\x95\x61\x84\x41\xB1",
+         "ab\x82\x81\x95\x61\x84\x71\xB1"},
+        {__LINE__, 5, "@az[`{9", "@AZ[`{9", "@az[`{9"},
+        {__LINE__, 24, "\xE6\xB8", "\xC6\xA8", "\xE6\xB8"},
+        {__LINE__, 65, "\xC3\xA9\xD0\xB6", "\xC3\x89\xD0\x96", "\xC3\xA9\xD0\xB6"},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.line);
         CodeSetGuard codeSet(row.codeSet);
         CGNString s(row.lower);
         s.ToUpper(-1);
-        EXPECT_EQ(Bytes(s), row.upper);
+        EXPECT_EQ(Bytes(s), row.upper) << row.line;
         s.ToLower(-1);
-        if (row.codeSet != 0) {
-            EXPECT_EQ(Bytes(s), row.lower);
-        }
+        EXPECT_EQ(Bytes(s), row.lowerAgain) << row.line;
     }
     CodeSetGuard codeSet(5);
     CGNString s("a\x82\x81z");
@@ -203,7 +163,6 @@ TEST(StringEdit, MapsCaseByTheLanguageOfTheCodeSet) {
     s.ToLower(1);
     EXPECT_EQ(Bytes(s), "a\x82\x81Z");
 }
-
 using Test = unsigned char (CGNString::*)(int) const;
 const std::pair<char, Test> kTests[] = {
     {'a', &CGNString::IsAlphaAt},  {'n', &CGNString::IsAlphaNumAt}, {'l', &CGNString::IsLowerAt},
@@ -218,7 +177,7 @@ std::string ClassesAt(const CGNString& s, int index) {
     return classes;
 }
 
-TEST(StringEdit, TellsClassesOfCharacters) {
+TEST(StringEdit, ClassifiesCharacters) {
     const struct {
         int line, codeSet;
         const char *text, *classes;
@@ -267,7 +226,7 @@ TEST(StringEdit, ComparesCharactersAndReadsNumbers) {
     EXPECT_EQ(CGNString("x").Number(), 0);
 }
 
-TEST(StringEdit, InsertsAndRemoves) {
+TEST(StringEdit, RefusesPlacesOutside) {
     CodeSetGuard codeSet(5);
     for (const int index : {-1, 0, 2, 3, 4}) {
         const bool place = index >= 0 && index <= 3, there = place && index < 3;
@@ -280,16 +239,11 @@ TEST(StringEdit, InsertsAndRemoves) {
             EXPECT_EQ(removed.GetNumChars(), there && count > 0 ? unsigned(index) : 3u);
         }
     }
-    CGNString roomy("abcdefghij");
-    roomy.Truncate(4);
-    EXPECT_TRUE(roomy.InsertAt(1, roomy));
-    EXPECT_STREQ(roomy, "aabcdbcd");
     CGNString empty;
     EXPECT_FALSE(empty.RemoveAt(0, 1) || empty.InsertAt(1, "a"));
     EXPECT_TRUE(empty.InsertAt(0, empty) && empty.InsertAt(0, "a"));
     EXPECT_STREQ(empty, "a");
 }
-
 TEST(StringEdit, ReplacesWholeCharacters) {
     const auto replace = [](int inCodeSet, const char* text, const char* from, const char* to) {
         CodeSetGuard codeSet(inCodeSet);
@@ -302,18 +256,10 @@ TEST(StringEdit, ReplacesWholeCharacters) {
         }
         return Bytes(s);
     };
-    for (const int codeSet : {0, 5, 9, 11, 65}) {
-        EXPECT_EQ(replace(codeSet, "aXbXX", "X", "--"), "a--b----");
-        EXPECT_EQ(replace(codeSet, "aXbXX", "X", ""), "ab");
-        EXPECT_EQ(replace(codeSet, "aXbXX", "X", nullptr), "ab");
-        EXPECT_EQ(replace(codeSet, "XXX", "XX", "X"), "XX");
-        EXPECT_EQ(replace(codeSet, "XXX", "XXX", ""), "");
-        EXPECT_EQ(replace(codeSet, "abc", "", "-"), "abc");
-        EXPECT_EQ(replace(codeSet, "abc", nullptr, "-"), "abc");
-        EXPECT_EQ(replace(codeSet, "", "a", "-"), "");
-        EXPECT_EQ(replace(codeSet, "ab", "a", "a longer text than it was before"),
-                  "a longer text than it was beforeb");
-    }
+    EXPECT_EQ(replace(5, "aXbXX", "X", nullptr), "ab");
+    EXPECT_EQ(replace(5, "abc", "", "-"), "abc");
+    EXPECT_EQ(replace(5, "abc", nullptr, "-"), "abc");
+    EXPECT_EQ(replace(0, "XXX", "XX", "X"), "XX");
     EXPECT_EQ(replace(5, "\x82\xA0\x82\xA0", "\xA0", "-"), "\x82\xA0\x82\xA0");
     EXPECT_EQ(replace(5, "\xF0\x5C\\", "\\", "/"), "\xF0\x5C/");  // user-defined
     EXPECT_EQ(replace(5, "\xED\x40x", "x", "y"), "\xFA\x5Cy");    // of two codes, the usual one
@@ -326,7 +272,7 @@ TEST(StringEdit, ReplacesWholeCharacters) {
     {
         CodeSetGuard codeSet(5);
         CGNString s("a\x95\x5C");
-        // Of two codes the usual one, in a long text too; it does not depend on where it stands.
+        // Of two codes the usual one, in long texts too.
         CGNString mixed("\xED\x40 \x82\xA0");
         for (int i = 0; i < 6; ++i) mixed += mixed;
         mixed.Replace("\x82\xA0", "\x82\xA2");
@@ -348,43 +294,33 @@ TEST(StringEdit, ReplacesWholeCharacters) {
     }
 }
 
-TEST(StringEdit, Splits) {
+TEST(StringEdit, SplitsAtWholeDelimiters) {
     const struct {
         int line, codeSet;
         const char *text, *delimiter, *parts;
     } rows[] = {
         {__LINE__, 0, "a,,b", ",", "[a][][b]"},
         {__LINE__, 0, "a,b,", ",", "[a][b]"},
-        {__LINE__, 0, ",", ",", "[]"},
-        {__LINE__, 0, "", ",", ""},
         {__LINE__, 0, "a--b-c", "--", "[a][b-c]"},
-        {__LINE__, 0, "a-=+b-=+", "-=+", "[a][b]"},
         {__LINE__, 0, "abc", "", "[abc]"},
         {__LINE__, 0, "abc", nullptr, "[abc]"},
-        {__LINE__, 0,
-         "a\xE9"
-         "b",
-         "\xE9", "[a][b]"},
         {__LINE__, 5, "\x95\x5C\\z", "\\", "[\x95\x5C][z]"},
-        {__LINE__, 5, "a\x83\x7C|\x83\x7C", "|", "[a\x83\x7C][\x83\x7C]"},
         {__LINE__, 5, "\x82\xA0\x81\x41\x82\xA2", "\x81\x41", "[\x82\xA0][\x82\xA2]"},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.line);
         CodeSetGuard codeSet(row.codeSet);
-        const CGNString s(row.text);
-        const auto joined = [&](auto delimiter) {
+        const auto split = [&](auto delimiter) {
             CGNStringList list;
             list.AddItem("before");
-            s.Split(list, delimiter);
+            CGNString(row.text).Split(list, delimiter);
             std::string parts;
             for (int i = 0; i < list.GetCount(); ++i)
                 parts += Join({"[", Bytes(*list.GetItem(i)), "]"});
             return parts;
         };
-        EXPECT_EQ(joined(row.delimiter), row.parts);
+        EXPECT_EQ(split(row.delimiter), row.parts) << row.line;
         if (row.delimiter && std::strlen(row.delimiter) == 1) {
-            EXPECT_EQ(joined(static_cast<unsigned char>(row.delimiter[0])), row.parts);
+            EXPECT_EQ(split(static_cast<unsigned char>(row.delimiter[0])), row.parts) << row.line;
         }
     }
     CGNStringList own;
@@ -393,7 +329,7 @@ TEST(StringEdit, Splits) {
     EXPECT_EQ(own.GetCount(), 2);
     EXPECT_STREQ(*own.GetItem(1), "y");
 
-    // A list of a program's own is emptied in its own way, once.
+    // A derived list is emptied once, by its own function.
     struct Counting : CGNStringList {
         void Free() override {
             ++freed;
@@ -407,58 +343,54 @@ TEST(StringEdit, Splits) {
 }
 
 TEST(StringEdit, EscapesAndReadsEscapes) {
-    for (const int inCodeSet : {0, 5, 9, 11, 65}) {
-        CodeSetGuard codeSet(inCodeSet);
-        const auto apply = [](const char* text, auto operation) {
-            CGNString s(text);
-            operation(s);
-            return Bytes(s);
-        };
-        const auto expand = [&](const char* t) {
-            return apply(t, [](CGNString& s) { s.ExpandSpecials(); });
-        };
-        const auto unexpand = [&](const char* t) {
-            return apply(t, [](CGNString& s) { s.UnexpandSpecials(); });
-        };
-        EXPECT_EQ(expand("a\b\n\f\r\"\\\t"), "a\\b\\n\\f\\r\\\"\\\\\t");
-        EXPECT_EQ(unexpand("\\b\\n\\r\\t\\\\"), "\b\n\r\t\\");
-        EXPECT_EQ(unexpand("\\f\\\"\\q"), "\\f\\\"\\q");
-        EXPECT_EQ(unexpand("ab\\"), "ab\\");
-        EXPECT_EQ(unexpand("\\065xy"), "Ay");    // with the character behind the digits
-        EXPECT_EQ(unexpand("\\6x5yz"), "Az");    // digits among three characters
-        EXPECT_EQ(unexpand("\\65"), "A");        // fewer at the end
-        EXPECT_EQ(unexpand("\\300x"), "\x1Ex");  // above 255: two digits, the third is dropped
-        EXPECT_EQ(unexpand("\\255z"), "\xFF");
-        EXPECT_EQ(unexpand("a\\000bcd"), "a");  // a 0 ends the text
-        EXPECT_EQ(unexpand("a\\0\\065xb"), "a");
-        EXPECT_EQ(unexpand(""), "");
-        const auto quotes = [&](const char* t, bool more) {
-            return apply(
-                t, [=](CGNString& s) { more ? s.ExpandQuotes('\'') : s.UnexpandQuotes('\''); });
-        };
-        EXPECT_EQ(quotes("'a''", true), "''a''''");
-        EXPECT_EQ(quotes("''a'''b'", false), "'a''b'");
-    }
+    const auto expand = [](CGNString& s) { s.ExpandSpecials(); };
+    const auto unexpand = [](CGNString& s) { s.UnexpandSpecials(); };
+    const auto quote = [](CGNString& s) { s.ExpandQuotes('\''); };
+    const auto unquote = [](CGNString& s) { s.UnexpandQuotes('\''); };
+    const struct {
+        int line;
+        void (*operation)(CGNString&);
+        const char *text, *result;
+    } rows[] = {
+        {__LINE__, expand, "a\b\n\f\r\"\\\t", "a\\b\\n\\f\\r\\\"\\\\\t"},
+        {__LINE__, unexpand, "\\b\\n\\r\\t\\\\", "\b\n\r\t\\"},
+        {__LINE__, unexpand, "\\f\\\"\\q", "\\f\\\"\\q"},
+        {__LINE__, unexpand, "ab\\", "ab\\"},
+        {__LINE__, unexpand, "\\065xy", "Ay"},    // the character after the digits is dropped
+        {__LINE__, unexpand, "\\6x5yz", "Az"},    // digits among three characters
+        {__LINE__, unexpand, "\\65", "A"},        // fewer at the end
+        {__LINE__, unexpand, "\\300x", "\x1Ex"},  // above 255: two digits, the third is dropped
+        {__LINE__, unexpand, "\\255z", "\xFF"},
+        {__LINE__, unexpand, "a\\000bcd", "a"},  // a 0 ends the text
+        {__LINE__, unexpand, "a\\0\\065xb", "a"},
+        {__LINE__, quote, "'a''", "''a''''"},
+        {__LINE__, unquote, "''a'''b'", "'a''b'"},
+    };
+    for (const int inCodeSet : {0, 5, 9, 11, 65})
+        for (const auto& row : rows) {
+            CodeSetGuard codeSet(inCodeSet);
+            CGNString s(row.text);
+            row.operation(s);
+            EXPECT_EQ(Bytes(s), row.result) << row.line;
+        }
     CodeSetGuard codeSet(5);
     CGNString s("\x95\x5C\\n\x83\x5C");
     s.ExpandSpecials();
     EXPECT_EQ(Bytes(s), "\x95\x5C\\\\n\x83\x5C");
     s.UnexpandSpecials();
-    EXPECT_EQ(Bytes(s), "\x95\x5C\\n\x83\x5C");
     s.UnexpandSpecials();
     EXPECT_EQ(Bytes(s), "\x95\x5C\n\x83\x5C");
     s = "\\1\x82\xA0"
         "2\x82\xA0z";
     s.UnexpandSpecials();
-    EXPECT_EQ(Bytes(s), "\x0Cz");
     s.ExpandQuotes('\x82');  // no character
     s.ExpandQuotes(0);
     EXPECT_EQ(Bytes(s), "\x0Cz");
 }
 
-// Time in proportion to the length: with a match at every second byte, and where characters of
-// several bytes or invalid ones stand between.
-TEST(StringEdit, ManyMatchesInLongTexts) {
+// The time is proportional to the length: with a match at every second byte, and with characters of
+// several bytes or invalid bytes between the matches.
+TEST(StringEdit, LongTextsWithManyMatchesTakeLinearTime) {
     for (const int inCodeSet : {0, 5})
         for (const char* other : {"b", "\x95\x5C", "\x82 "}) {
             CodeSetGuard codeSet(inCodeSet);
@@ -479,9 +411,6 @@ TEST(StringEdit, ManyMatchesInLongTexts) {
             CGNStringList parts;
             s.Split(parts, "\n");
             EXPECT_EQ(parts.GetCount(), static_cast<int>(kTimes) + 1);
-            s.Replace("\n", "a");
-            EXPECT_EQ(s.GetLength(), length);
         }
 }
-
 }  // namespace

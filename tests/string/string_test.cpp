@@ -21,7 +21,7 @@ std::string CharacterAt(const CGNString& s, int index) {
 const char* const kNoText = nullptr;
 const Wide* const kNoWide = nullptr;
 
-TEST(String, NullsOfEverySpellingAreEmpty) {
+TEST(String, EveryNullIsAnEmptyText) {
     CGNString strings[] = {CGNString(),     CGNString(NULL, 100), CGNString(nullptr),
                            CGNString(0),    CGNString(kNoText),   CGNString(kNoWide, 7),
                            CGNString("", 0)};
@@ -44,14 +44,14 @@ TEST(String, NullsOfEverySpellingAreEmpty) {
     EXPECT_TRUE(CGNString(full).CopyUntil(nullptr, ",").IsEmpty());
 }
 
-TEST(String, ReadsAsAText) {
+TEST(String, ConvertsToAText) {
     const CGNString s("abc");
     EXPECT_EQ(std::string(s), "abc");
     EXPECT_EQ(s[s.GetLength()], 0);
     EXPECT_TRUE("abc" == s && s == "abc" && "abd" != s && s != CGNString("ab"));
 }
 
-TEST(String, BytesBehindANulCountInSomeOperationsOnly) {
+TEST(String, SomeOperationsStopAtANul) {
     CGNString s;
     s.CopyNBytes("ab", 5);
     EXPECT_EQ(Bytes(s), std::string("ab\0\0\0", 5));
@@ -72,7 +72,7 @@ TEST(String, BytesBehindANulCountInSomeOperationsOnly) {
     EXPECT_EQ(Bytes(CGNString("x").CopyNBytes("abc", 0)), "");
 }
 
-TEST(String, ClearKeepsEmptyReleases) {
+TEST(String, ClearKeepsTheBufferEmptyReleasesIt) {
     CGNString s("abc", 20);
     s.GetAt(0);
     const char* const data = s;
@@ -86,7 +86,7 @@ TEST(String, ClearKeepsEmptyReleases) {
     EXPECT_EQ(static_cast<const char*>(s), static_cast<const char*>(CGNString()));
 }
 
-TEST(String, EmptyStringsShareAByteThatNothingWrites) {
+TEST(String, NothingWritesToTheSharedEmptyText) {
     CGNString s;
     s.SetAt2(0, 'x');
     s.Clear();
@@ -97,7 +97,7 @@ TEST(String, EmptyStringsShareAByteThatNothingWrites) {
     EXPECT_STREQ(t, "aXc");
 }
 
-TEST(String, GetStringFillsTheBuffer) {
+TEST(String, GetStringFitsTheBuffer) {
     CodeSetGuard codeSet(5);
     const auto get = [](const char* text, unsigned size) {
         char out[12];
@@ -116,24 +116,25 @@ TEST(String, GetStringFillsTheBuffer) {
     EXPECT_EQ(get("a\x82\xA0z", 3), "a\x82");  // byte 3 does not: the last byte is cut anyway
 }
 
-TEST(String, CopyUntilFindsWholeCharacters) {
-    const auto until = [](int inCodeSet, const char* text, const char* delimiter) {
-        CodeSetGuard codeSet(inCodeSet);
-        const std::string copied = Bytes(CGNString("before").CopyUntil(text, delimiter));
-        EXPECT_EQ(Bytes(CGNString("x").AppendUntil(text, delimiter)), "x" + copied);
-        if (!delimiter || std::strlen(delimiter) != 1) return copied;
-        EXPECT_EQ(Bytes(CGNString("before").CopyUntil(text, delimiter[0])), copied);
-        EXPECT_EQ(Bytes(CGNString("x").AppendUntil(text, delimiter[0])), "x" + copied);
-        return copied;
+TEST(String, CopiesUpToADelimiter) {
+    const struct {
+        int line;
+        const char *delimiter, *copied;
+    } rows[] = {
+        {__LINE__, "=", "key"}, {__LINE__, "==", "key=value"}, {__LINE__, "k", ""},
+        {__LINE__, "", ""},     {__LINE__, nullptr, ""},
     };
-    EXPECT_EQ(until(0, "key=value", "="), "key");
-    EXPECT_EQ(until(0, "key=value", "=="), "key=value");
-    EXPECT_EQ(until(0, "=value", "="), "");
-    EXPECT_EQ(until(0, "text", ""), "");
-    EXPECT_EQ(until(0, "text", nullptr), "");
+    for (const auto& row : rows) {
+        EXPECT_EQ(Bytes(CGNString("before").CopyUntil("key=value", row.delimiter)), row.copied)
+            << row.line;
+        EXPECT_EQ(Bytes(CGNString("x").AppendUntil("key=value", row.delimiter)),
+                  Join({"x", row.copied}))
+            << row.line;
+    }
+    EXPECT_EQ(Bytes(CGNString("before").CopyUntil("key=value", '=')), "key");
+    EXPECT_EQ(Bytes(CGNString("x").AppendUntil("key=value", '=')), "xkey");
 }
-
-// Each code set's characters of every size. The last text of a row is not valid in the code set.
+// Characters of every size, and invalid bytes.
 TEST(String, CountsAndReadsCharacters) {
     const struct {
         int line, codeSet;
@@ -144,7 +145,7 @@ TEST(String, CountsAndReadsCharacters) {
         {__LINE__, 0, "a\xE9\x80z", 4, "\x80"},
         {__LINE__, 4, "a\xA4\xA2\x8F\xB0\xA1\x8E\xB1", 4, "\x8F\xB0\xA1"},
         {__LINE__, 5, "a\x82\xA0\x95\x5C\xB1", 4, "\x95\x5C"},
-        {__LINE__, 65, "\xF0\x9F\x98\x80z", 3, "z"},  // outside the 16-bit range: two positions
+        {__LINE__, 65, "\xF0\x9F\x98\x80z", 3, "z"},  // two 16-bit units
         {__LINE__, 5, "\x82\xA0\x82 ", 4, "\x82"},    // invalid: byte by byte
         {__LINE__, 65, "\xC3\xA9\xE9", 3, "\xE9"},
         {__LINE__, 4, "ab\xA4", 3, "\xA4"},
@@ -166,40 +167,45 @@ TEST(String, CountsAndReadsCharacters) {
 }
 
 TEST(String, ReplacesOneCharacter) {
-    const auto replace = [](int inCodeSet, const char* text, int index, const char* character) {
-        CodeSetGuard codeSet(inCodeSet);
-        CGNString s(text), t(text);
-        const bool stored = s.SetCodePageCharAt(index, character);
-        if (character && std::strlen(character) == 1) {
-            EXPECT_EQ(t.SetAt(static_cast<unsigned>(index), character[0]), stored);
-            EXPECT_TRUE(t == s);
-        }
-        return Bytes(s) + (stored ? '+' : '-');
+    const struct {
+        int line, codeSet;
+        const char* text;
+        int index;
+        const char *character, *changed;  // null: nothing is changed
+    } rows[] = {
+        {__LINE__, 5, "a\x82\xA0z", 2, "\x95\x5Cq", "a\x82\xA0\x95\x5C"},
+        {__LINE__, 5, "a\x82\xA0z", 3, "x", nullptr},
+        {__LINE__, 5, "a\x82\xA0z", -1, "x", nullptr},
+        {__LINE__, 5, "a\x82\xA0z", 1, "\x82", nullptr},
+        {__LINE__, 5, "a\x82\xA0z", 1, "", nullptr},
+        {__LINE__, 5, "a\x82\xA0z", 1, nullptr, nullptr},
+        {__LINE__, 65, "abc", 1, "\xF0\x9F\x98\x80", nullptr},
+        {__LINE__, 5, "a\x82 z", 0, "b", "b\x82 z"},  // invalid bytes are kept
+        {__LINE__, 65, "a\xC3\xE3\x81", 0, "b", "b\xC3\xE3\x81"},
     };
-    EXPECT_EQ(replace(5, "a\x82\xA0z", 2, "\x95\x5Cq"), "a\x82\xA0\x95\x5C+");
-    for (const int index : {3, -1}) EXPECT_EQ(replace(5, "a\x82\xA0z", index, "x"), "a\x82\xA0z-");
-    for (const char* none : {"\x82", "", kNoText})
-        EXPECT_EQ(replace(5, "a\x82\xA0z", 1, none), "a\x82\xA0z-");
-    EXPECT_EQ(replace(65, "abc", 1, "\xF0\x9F\x98\x80"), "abc-");
-    EXPECT_EQ(replace(5, "a\x82 z", 0, "b"), "b\x82 z+");  // invalid bytes survive
-    EXPECT_EQ(replace(65, "a\xC3\xE3\x81", 0, "b"), "b\xC3\xE3\x81+");
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        CodeSetGuard codeSet(row.codeSet);
+        CGNString s(row.text), t(row.text);
+        const bool changes = row.changed != nullptr;
+        EXPECT_EQ(s.SetCodePageCharAt(row.index, row.character), changes);
+        EXPECT_EQ(Bytes(s), changes ? row.changed : row.text);
+        if (!row.character || std::strlen(row.character) != 1) continue;
+        EXPECT_EQ(t.SetAt(static_cast<unsigned>(row.index), row.character[0]), changes);
+        EXPECT_EQ(Bytes(t), Bytes(s));
+    }
 }
 
-TEST(String, CopiesTheFirstCharacters) {
-    const auto first = [](int inCodeSet, const char* text, unsigned n) {
-        CodeSetGuard codeSet(inCodeSet);
-        const std::string copied = Bytes(CGNString("before").CopyNChars(text, n));
-        EXPECT_EQ(Bytes(CGNString("x").AppendNChars(text, n)), "x" + copied);
-        return copied;
-    };
-    EXPECT_EQ(first(0, "abc", 0), "");
-    EXPECT_EQ(first(65, "a\xF0\x9F\x98\x80", 3), "a\xF0\x9F\x98\x80");
-    EXPECT_EQ(first(65, "a\xF0\x9F\x98\x80", 2), "a");  // half of a character is none
-    EXPECT_EQ(first(5, "a\x82 \x82\xA0z", 4), "a\x82 \x82");
-    EXPECT_EQ(first(5, "\x82", 5), "\x82");
+TEST(String, CopiesNoHalfOfACharacter) {
+    CodeSetGuard codeSet(65);
+    const char* const text = "a\xF0\x9F\x98\x80";  // three positions
+    EXPECT_EQ(Bytes(CGNString("before").CopyNChars(text, 3)), text);
+    EXPECT_EQ(Bytes(CGNString("x").AppendNChars(text, 2)), "xa");
+    CodeSetGuard shiftJis(5);
+    EXPECT_EQ(Bytes(CGNString().CopyNChars("a\x82 \x82\xA0z", 4)), "a\x82 \x82");
+    EXPECT_EQ(Bytes(CGNString().CopyNChars("\x82", 1)), "\x82");
 }
-
-TEST(String, TakesWideText) {
+TEST(String, ConvertsWideText) {
     const Wide text[] = {'a', 0x3042, 0xE9, 'z', 0};
     const struct {
         int line, codeSet;
@@ -224,7 +230,7 @@ TEST(String, TakesWideText) {
     EXPECT_EQ(Bytes(CGNString().CopyNChars(withoutEnd, 2)), "ab");
 }
 
-TEST(String, ComparesWithoutCaseByCharacters) {
+TEST(String, IgnoresCaseOfCharacters) {
     const auto equal = [](int inCodeSet, const char* x, const char* y) {
         CodeSetGuard codeSet(inCodeSet);
         const CGNString a(x), b(y);
@@ -245,10 +251,10 @@ TEST(String, ComparesWithoutCaseByCharacters) {
     EXPECT_FALSE(equal(5, "a\x82", "A\x83"));
 }
 
-TEST(String, CollatesByTheUsersLocale) {
+TEST(String, CollatesInTheLanguageOfTheUser) {
     CodeSetGuard codeSet(0);
     EXPECT_EQ(CGNString("abc").Collate("abc"), 0);
-    EXPECT_GT(CGNString("b").Collate("A"), 0);  // letters by their place, not by their bytes
+    EXPECT_GT(CGNString("b").Collate("A"), 0);  // by letters, not by bytes
     EXPECT_LT(CGNString("\xE9t\xE9").Collate("f"), 0);
 }
 

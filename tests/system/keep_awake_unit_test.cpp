@@ -12,8 +12,8 @@
 #include <thread>
 
 #include "ossystem.h"
-#include "osutil/system/keep_awake.h"
 #include "osutil/platform/system/awake.h"
+#include "osutil/system/keep_awake.h"
 #include "tests/support/worker.h"
 
 namespace {
@@ -45,7 +45,7 @@ bool Reaches(const std::atomic<int>& number, int least) {
     return Eventually([&] { return number >= least; });
 }
 
-TEST(KeepAwake, WhileOneOfTwoObjectsAsks) {
+TEST(KeepAwake, AsksWhileOneObjectIsAlive) {
     const FakeSystem system;
     const OSKeepAwake owner(0);
     EXPECT_EQ(g_loads, 1);
@@ -66,7 +66,7 @@ TEST(KeepAwake, WhileOneOfTwoObjectsAsks) {
     EXPECT_EQ(g_frees, 0);
 }
 
-TEST(KeepAwake, TheServiceStartsAgainAfterItsOwner) {
+TEST(KeepAwake, RestartsAfterItsOwner) {
     const FakeSystem system;
     auto owner = std::make_unique<OSKeepAwake>(0);
     auto asking = std::make_unique<OSKeepAwake>(1);
@@ -86,7 +86,7 @@ TEST(KeepAwake, TheServiceStartsAgainAfterItsOwner) {
     EXPECT_EQ(g_frees, g_loads);
 }
 
-TEST(KeepAwake, WithoutTheFunctionNothingIsCalled) {
+TEST(KeepAwake, CallsNothingWithoutTheFunction) {
     const FakeSystem system;
     g_hasFunction = false;
     {
@@ -97,7 +97,7 @@ TEST(KeepAwake, WithoutTheFunctionNothingIsCalled) {
     EXPECT_EQ(g_frees, g_loads);
 }
 
-TEST(KeepAwake, ManyThreads) {
+TEST(KeepAwake, ServesManyThreads) {
     const FakeSystem system;
     {
         const OSKeepAwake owner(0);
@@ -113,7 +113,7 @@ TEST(KeepAwake, ManyThreads) {
 }
 
 #ifndef _WIN32
-TEST(KeepAwake, AForkedProcessWaitsForNoWorker) {
+TEST(KeepAwake, ForkedProcessesDoNotHang) {
     const FakeSystem system;
     auto owner = std::make_unique<OSKeepAwake>();
     const pid_t child = fork();
@@ -129,7 +129,7 @@ TEST(KeepAwake, AForkedProcessWaitsForNoWorker) {
 #endif
 
 // Whether there is a session's manager or not.
-TEST(KeepAwake, OfTheRealSystem) {
+TEST(KeepAwake, WorksOnTheRealSystem) {
     for (int round = 0; round < 3; ++round) OSKeepAwake awake;
 }
 

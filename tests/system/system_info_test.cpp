@@ -10,7 +10,7 @@
 
 namespace {
 
-TEST(SystemInfo, Names) {
+TEST(SystemInfo, NamesProcessorAndSystem) {
     CGNString processor, system;
     OSInfo::GetHardware(processor);
     OSInfo::GetOS(system);
@@ -29,7 +29,7 @@ TEST(SystemInfo, Names) {
 #endif
 }
 
-TEST(SystemInfo, Memory) {
+TEST(SystemInfo, ReportsMemory) {
     OSMemoryStatus status;
     OSGetMemoryStatus(status);
     EXPECT_LE(status.memoryLoad, 100u);
@@ -41,7 +41,7 @@ TEST(SystemInfo, Memory) {
     }
 }
 
-TEST(SystemInfo, HostName) {
+TEST(SystemInfo, FindsTheHostName) {
     char name[65];
     std::memset(name, 'x', sizeof name);
     OSGetHostnameNoDomain(name);

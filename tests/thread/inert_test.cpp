@@ -7,7 +7,7 @@
 #include "osthread.h"
 #include "tests/support/worker.h"
 
-TEST(Inert, LocksDoNothingUntilTheProcessIsThreaded) {
+TEST(Inert, LocksDoNothingInAnUnthreadedProcess) {
     EXPECT_FALSE(OSIsThreaded());
     _osmutex* mutex = OSMutexCreate();
     _osrdwr* lock = OSRWLockCreate();

@@ -69,7 +69,7 @@ TEST_F(Mutex, IsReleasedAsOftenAsItWasTaken) {
     EXPECT_FALSE(OSMutexWaitIsPresentThisThread(m_mutex));
 }
 
-TEST_F(Mutex, NoStepOfSeveralThreadsIsLost) {
+TEST_F(Mutex, ExcludesOtherThreads) {
     int steps = 0;
     AtTheSameTime(4, [&, this](int) {
         for (int i = 0; i < 100000; ++i) {
@@ -81,7 +81,7 @@ TEST_F(Mutex, NoStepOfSeveralThreadsIsLost) {
     EXPECT_EQ(steps, 4 * 100000);
 }
 
-TEST_F(Mutex, AllThatAThreadHoldsIsReleasedAtOnce) {
+TEST_F(Mutex, ReleasesAllOfAThread) {
     std::vector<_osmutex*> many(30);
     for (_osmutex*& mutex : many) OSMutexWait(mutex = OSMutexCreate());
     OSMutexWait(m_mutex);
@@ -109,7 +109,7 @@ TEST_F(Mutex, AllThatAThreadHoldsIsReleasedAtOnce) {
 }
 
 // There are more threads than buckets here, so at least two of them share one.
-TEST_F(Mutex, PresenceIsAskedOfTheThreadsThatShareABucket) {
+TEST_F(Mutex, PresenceIncludesThreadsOfTheSameBucket) {
     constexpr std::size_t kBuckets = 211;
     struct Seen {
         std::atomic<unsigned long> thread{0};
@@ -147,7 +147,7 @@ TEST_F(Mutex, PresenceIsAskedOfTheThreadsThatShareABucket) {
         EXPECT_EQ(own.present, own.thread % kBuckets == holder % kBuckets) << own.thread;
 }
 
-TEST_F(Mutex, GoesOnWhenItsHolderHasEnded) {
+TEST_F(Mutex, IsReleasedWhenItsHolderEnds) {
     {
         Worker([&] { OSMutexWait(m_mutex), OSMutexWait(m_mutex), OSMutexWait(m_other); });
     }
@@ -157,7 +157,7 @@ TEST_F(Mutex, GoesOnWhenItsHolderHasEnded) {
     EXPECT_TRUE(IsFree(m_other));
 }
 
-TEST_F(Mutex, AReleaseByAnotherThreadIsAnErrorAndChangesNothing) {
+TEST_F(Mutex, ReleaseByAnotherThreadIsAnError) {
     const auto release = [&] { OSMutexRelease(m_mutex); };
     ExpectError(release);
     OSMutexWait(m_mutex);
@@ -177,7 +177,7 @@ TEST_F(Mutex, MayBeDestroyedByItsHolder) {
     EXPECT_TRUE(IsFree(m_mutex));
 }
 
-TEST_F(Lock, NullIsNothing) {
+TEST_F(Lock, NullIsIgnored) {
     EXPECT_EQ(Printed([&] {
                   OSMutexWait(nullptr);
                   OSMutexRelease(nullptr);
@@ -200,7 +200,7 @@ TEST_F(Lock, NullIsNothing) {
 
 // -- Read-write locks ----------------------------------------------------------------------------
 
-TEST_F(ReadWriteLock, ReadersShareAndAWaitingWriterHoldsUpNone) {
+TEST_F(ReadWriteLock, ReadersEnterWhileAWriterWaits) {
     OSRWLockReadWait(m_lock);
     std::atomic<bool> secondReads{false}, secondMayEnd{false};
     Worker second([&] {
@@ -218,7 +218,7 @@ TEST_F(ReadWriteLock, ReadersShareAndAWaitingWriterHoldsUpNone) {
     secondMayEnd = true;
 }
 
-TEST_F(ReadWriteLock, AWriterKeepsOthersOutAndEntersAgain) {
+TEST_F(ReadWriteLock, WriterExcludesOthersAndEntersAgain) {
     OSRWLockWriteWait(m_lock);
     OSRWLockWriteWait(m_lock);
     OSRWLockReadWait(m_lock);
@@ -237,7 +237,7 @@ TEST_F(ReadWriteLock, AWriterKeepsOthersOutAndEntersAgain) {
     OSRWLockReadRelease(m_lock);
 }
 
-TEST_F(ReadWriteLock, ReadersNeverSeeHalfOfAWrite) {
+TEST_F(ReadWriteLock, ReadersSeeWholeWrites) {
     long first = 0, second = 0;
     std::atomic<int> halves{0};
     AtTheSameTime(6, [&, this](int thread) {
@@ -258,7 +258,7 @@ TEST_F(ReadWriteLock, ReadersNeverSeeHalfOfAWrite) {
     EXPECT_EQ(first, 3 * 700);
 }
 
-TEST_F(ReadWriteLock, GoesOnWhenItsWriterHasEnded) {
+TEST_F(ReadWriteLock, IsReleasedWhenItsWriterEnds) {
     {
         Worker([&] { OSRWLockWriteWait(m_lock), OSRWLockWriteWait(m_lock); });
     }
@@ -268,7 +268,7 @@ TEST_F(ReadWriteLock, GoesOnWhenItsWriterHasEnded) {
 
 // -- Conditions ----------------------------------------------------------------------------------
 
-TEST_F(Condition, ASignalWakesOneABroadcastAllAndNoneIsKept) {
+TEST_F(Condition, SignalWakesOneWaiterAndBroadcastAll) {
     OSConditionSignal(m_condition);
     OSConditionBroadcast(m_condition);
     int waiting = 0;

@@ -29,7 +29,7 @@ class NamedMutex : public testing::Test {
 
 }  // namespace
 
-TEST_F(NamedMutex, HoldsUpItsOwnNameOnly) {
+TEST_F(NamedMutex, ExcludesTheSameNameOnly) {
     EXPECT_TRUE(m_pool.Init()) << "once more changes nothing";
     m_pool.WaitNamedMutex("a");
     m_pool.WaitNamedMutex("a");
@@ -48,7 +48,7 @@ TEST_F(NamedMutex, HoldsUpItsOwnNameOnly) {
               "");
 }
 
-TEST_F(NamedMutex, ManyNamesAtATimeAndAgain) {
+TEST_F(NamedMutex, ReusesEntriesForOtherNames) {
     for (int round = 0; round < 3; ++round) {
         for (int i = 0; i < 25; ++i) m_pool.WaitNamedMutex(std::to_string(i * (round + 1)).c_str());
         auto last = Visit(std::to_string(24 * (round + 1)));
@@ -58,7 +58,7 @@ TEST_F(NamedMutex, ManyNamesAtATimeAndAgain) {
     }
 }
 
-TEST_F(NamedMutex, TheMarkIsTheNamesAndClearedByTheFirstRelease) {
+TEST_F(NamedMutex, FirstReleaseClearsTheMark) {
     m_pool.WaitNamedMutex("a");
     m_pool.WaitNamedMutex("a");
     m_pool.RelIfWaitNamedMutex("a");
@@ -69,7 +69,7 @@ TEST_F(NamedMutex, TheMarkIsTheNamesAndClearedByTheFirstRelease) {
     waiter->Join();
 }
 
-TEST_F(NamedMutex, AReleaseByAnotherThreadTakesNothingFromTheHolder) {
+TEST_F(NamedMutex, ReleaseByAnotherThreadIsAnError) {
     m_pool.WaitNamedMutex("a");
     auto waiter = Visit("a");
     EXPECT_TRUE(IsHeldUp(*waiter));
@@ -80,7 +80,7 @@ TEST_F(NamedMutex, AReleaseByAnotherThreadTakesNothingFromTheHolder) {
     waiter->Join();
 }
 
-TEST_F(NamedMutex, WhatIsGivenUpWithoutThePoolCanBeTakenAndUndone) {
+TEST_F(NamedMutex, IsUsableAfterAReleaseWithoutThePool) {
     m_pool.WaitNamedMutex("a");
     OSMutexWaitRemoveThisThread();
     {
@@ -93,7 +93,7 @@ TEST_F(NamedMutex, WhatIsGivenUpWithoutThePoolCanBeTakenAndUndone) {
     }
 }
 
-TEST_F(NamedMutex, NoStepOfSeveralThreadsIsLost) {
+TEST_F(NamedMutex, ExcludesOtherThreads) {
     constexpr int kThreads = 4, kSteps = 500;
     std::array<int, 3> steps{};
     AtTheSameTime(kThreads, [&, this](int) {
@@ -107,7 +107,7 @@ TEST_F(NamedMutex, NoStepOfSeveralThreadsIsLost) {
     for (const int count : steps) EXPECT_EQ(count, kThreads * kSteps);
 }
 
-TEST_F(NamedMutex, ThePoolOfTheProcessIsOne) {
+TEST_F(NamedMutex, ProcessHasOnePool) {
     CGNGlobalNamedMutexPool* pool = CGNGlobalNamedMutexPool::GetInstance();
     ASSERT_NE(pool, nullptr);
     EXPECT_EQ(pool, CGNGlobalNamedMutexPool::GetInstance());

@@ -20,7 +20,7 @@ _osmutex* Number(std::size_t i) {
 
 }  // namespace
 
-TEST(HeldMutexes, AreTakenOutInAnyOrder) {
+TEST(HeldMutexes, RemoveInAnyOrder) {
     HeldMutexes held;
     for (std::size_t i = 0; i < 50; ++i) held.Add(Number(i % 25));
     EXPECT_FALSE(held.RemoveLast(Number(0)));
@@ -37,7 +37,7 @@ TEST(HeldMutexes, AreTakenOutInAnyOrder) {
     EXPECT_EQ(held.At(44), Number(23));
 }
 
-TEST(ThreadRecord, CountsTheCallsOfLocksAndNamesTheOwner) {
+TEST(ThreadRecord, CountsLockCallsAndKnowsTheOwner) {
     OSSetThreaded();
     const std::uint32_t before = CountLockCalls();
     _osmutex* mutex = OSMutexCreate();
@@ -55,7 +55,7 @@ TEST(ThreadRecord, CountsTheCallsOfLocksAndNamesTheOwner) {
     EXPECT_EQ(CountLockCalls() - before, 5u);
 }
 
-TEST(Allocation, AFailureIsANullOrAFalseAndLeavesTheRestAtWork) {
+TEST(Allocation, FailuresAreReturnedAndOtherLocksWork) {
     OSSetThreaded();
     Worker worker([] {
         {
@@ -86,7 +86,7 @@ TEST(Allocation, AFailureIsANullOrAFalseAndLeavesTheRestAtWork) {
 }
 
 // Each allocation of a first wait fails once; the name can be used afterwards all the same.
-TEST(Allocation, ANamedMutexIsThereWholeOrNotAtAll) {
+TEST(Allocation, NamedMutexIsUsableAfterAFailure) {
     OSSetThreaded();
     CGNNamedMutexPool pool;
     {

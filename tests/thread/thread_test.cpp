@@ -65,7 +65,7 @@ TEST_F(Threads, HaveNumbersOfTheirOwn) {
     EXPECT_TRUE(OSIsThreaded());
 }
 
-TEST_F(LocalVariables, AreFoundByNameAndBySlot) {
+TEST_F(LocalVariables, AreFoundByNameAndByIndex) {
     Worker worker([&] {
         int* v = m_values;
         ASSERT_TRUE(m_variables->Init(4));
@@ -100,7 +100,7 @@ TEST_F(LocalVariables, AreFoundByNameAndBySlot) {
     });
 }
 
-TEST_F(LocalVariables, ANameCanStandTwiceAndTheFirstCounts) {
+TEST_F(LocalVariables, FirstOfTwoEqualNamesCounts) {
     Worker worker([&] {
         m_variables->Init(4);
         m_variables->SetLocalVariable("a", &m_values[0]);
@@ -115,7 +115,7 @@ TEST_F(LocalVariables, ANameCanStandTwiceAndTheFirstCounts) {
     });
 }
 
-TEST_F(LocalVariables, BelongToOneThreadAndOutliveTheObject) {
+TEST_F(LocalVariables, BelongToOneThread) {
     Worker worker([&] {
         EXPECT_EQ(m_variables->GetIndex("x"), 0) << "of a thread without a table";
         EXPECT_EQ(m_variables->SetLocalVariable("x", m_values), -1);
@@ -138,7 +138,7 @@ TEST_F(LocalVariables, BelongToOneThreadAndOutliveTheObject) {
     });
 }
 
-TEST_F(LocalVariables, MayComeWithTheThread) {
+TEST_F(LocalVariables, UseTheBlockGivenToTheThread) {
     struct {
         CGNLclStTable table;
         CGNLclStSlot second;

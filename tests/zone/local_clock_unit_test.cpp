@@ -8,7 +8,7 @@
 #include "tests/support/allocation_gate.h"
 #include "tests/support/reported_failures.h"
 
-TEST(ZonedClock, ReadWithoutMemoryLeavesTheZoneOfTheProcess) {
+TEST(ZonedClock, ReadingNeedsNoAllocation) {
     OSSetThreaded();
     OSTimeZone::Free();
     mbSetTZone("XYZ3");
@@ -26,7 +26,7 @@ TEST(ZonedClock, ReadWithoutMemoryLeavesTheZoneOfTheProcess) {
     OSTimeZone::Free();
 }
 
-TEST(ZonedClock, AZoneWithoutMemoryIsLookedForAgain) {
+TEST(ZonedClock, ZoneIsReadAgainAfterAFailedAllocation) {
     OSSetThreaded();
     OSTimeZone::GetInstance();
     std::tm local;

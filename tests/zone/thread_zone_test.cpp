@@ -42,7 +42,7 @@ int HourOf(long seconds) {
 
 }  // namespace
 
-TEST_F(TimeZone, OfTheProcessIsTheVariable) {
+TEST_F(TimeZone, ProcessZoneIsTheEnvironmentVariable) {
     mbSetTZone("JST-9");
     OSTimeZone* zone = OSTimeZone::GetInstance();
     EXPECT_TRUE(zone->GetSystemTZ() == "JST-9");
@@ -67,7 +67,7 @@ TEST_F(TimeZone, OfTheProcessIsTheVariable) {
     EXPECT_EQ(TZ(), "");
 }
 
-TEST_F(TimeZone, OfAThreadIsItsVariable) {
+TEST_F(TimeZone, ThreadZoneIsItsLocalVariable) {
     mbSetTZone("AAA3");
     OSTimeZone::GetInstance();
     Worker([] {
@@ -89,7 +89,7 @@ TEST_F(TimeZone, OfAThreadIsItsVariable) {
 }
 
 // Eight threads in eight zones, through both classes, whose mutexes are not the same.
-TEST_F(TimeZone, OfAThreadIsNeverAnothers) {
+TEST_F(TimeZone, ThreadsHaveZonesOfTheirOwn) {
     const char* const kZones[] = {"AAA0",  "BBB-1", "CCC-2", "DDD-3",
                                   "EEE-4", "FFF-5", "GGG-6", "Asia/Tokyo"};
     const int kHours[] = {14, 15, 16, 17, 18, 19, 20, 23};

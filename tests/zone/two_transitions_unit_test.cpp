@@ -20,7 +20,7 @@ std::tm Local(int month, int day, int weekday, int hour, int minute = 0, int sec
 
 }  // namespace
 
-TEST(TwoTransitions, OrdersTimesAndChanges) {
+TEST(TwoTransitions, ComparesTimesWithChanges) {
     const ChangeDate date = {2010, 3, 0, 14, 2, 30, 15}, second = {0, 3, 0, 2, 2, 0, 0},
                      last = {0, 10, 0, 5, 3, 0, 0}, february = {0, 2, 0, 5, 3, 0, 0},
                      september = {0, 9, 3, 5, 3, 0, 0};
@@ -55,7 +55,7 @@ TEST(TwoTransitions, OrdersTimesAndChanges) {
         EXPECT_EQ(IsBehind(row.local, row.change), row.behind) << row.line;
 }
 
-TEST(TwoTransitions, TellDaylightTime) {
+TEST(TwoTransitions, FindDaylightTime) {
     ZoneRule rule;
     const auto isDaylight = [&](const char* text, const std::tm& local) {
         EXPECT_TRUE(ParseZoneRule(text, &rule)) << text;

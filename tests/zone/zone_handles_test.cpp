@@ -51,7 +51,7 @@ class Zones : public testing::Test {
 
 }  // namespace
 
-TEST_F(Zones, OfTheSystemAreListed) {
+TEST_F(Zones, ListsZonesFromWestToEast) {
     const CodeSetGuard guard(mbWestern);
     auto zones = AllZones();
     EXPECT_GT(zones.size(), 120u);
@@ -85,7 +85,7 @@ TEST_F(Zones, OfTheSystemAreListed) {
     EXPECT_STREQ(name, "(UT");
 }
 
-TEST_F(Zones, GoByTheNamesOfEitherSystem) {
+TEST_F(Zones, TranslatesNamesOfZones) {
     EXPECT_EQ(Name(mbGetWindowsTZone, "Asia/Tokyo"), "Tokyo Standard Time");
     EXPECT_EQ(Name(mbGetWindowsTZone, "Japan"), "Tokyo Standard Time");
     EXPECT_EQ(Name(mbGetWindowsTZone, "US/Eastern"), "Eastern Standard Time");
@@ -102,7 +102,7 @@ TEST_F(Zones, GoByTheNamesOfEitherSystem) {
     EXPECT_EQ(Name(mbGetTZoneRule, "Nowhere"), "");
 }
 
-TEST_F(Zones, BecomeThatOfTheProcess) {
+TEST_F(Zones, SetsTheZoneOfTheProcess) {
     std::time_t noon = 1700000000;  // 14 November 2023, 22:13:20 UTC
     const auto hour = [&] { return std::localtime(&noon)->tm_hour; };
     EXPECT_EQ(mbSetTZone("Asia/Tokyo"), 1);
@@ -121,7 +121,7 @@ TEST_F(Zones, BecomeThatOfTheProcess) {
     EXPECT_NE(CurrentZone(), "XYZ3");
 }
 
-TEST_F(Zones, FillACatalogue) {
+TEST_F(Zones, FillsTheCatalogue) {
     const CodeSetGuard guard(mbWestern);
     CLCTimeZoneInfo::Free();
     EXPECT_EQ(CLCTimeZoneInfo::GetInfoItem(0), nullptr);

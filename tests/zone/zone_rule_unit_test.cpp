@@ -5,6 +5,7 @@
 #include <string>
 
 #include "genutil/zone/zone_rule.h"
+#include "tests/support/rows.h"
 
 using namespace genutil;
 
@@ -32,27 +33,22 @@ std::string Parse(const char* text) {
 
 }  // namespace
 
-TEST(ZoneRule, Parses) {
-    const struct {
-        int line;
-        const char *text, *parsed;
-    } kRows[] = {
-        {__LINE__, "JST-9", "JST 32400"},
-        {__LINE__, "UTC0", "UTC 0"},
-        {__LINE__, "NST+3:30:15", "NST -12615"},
-        {__LINE__, "<+0330>-3:30", "+0330 12600"},
-        {__LINE__, "EST5EDT", "EST -18000 EDT -14400 M3.2.0/7200 M11.1.0/7200"},
-        {__LINE__, "CET-1CEST,M3.5.0,M10.5.0/3", "CET 3600 CEST 7200 M3.5.0/7200 M10.5.0/10800"},
-        {__LINE__, "<-02>2<-01>,M3.5.0/-1,M10.5.0/0", "-02 -7200 -01 -3600 M3.5.0/-3600 M10.5.0/0"},
-        {__LINE__, "LHST-10:30LHDT-11,M10.1.0,M4.1.0",
-         "LHST 37800 LHDT 39600 M10.1.0/7200 M4.1.0/7200"},
-        {__LINE__, "AAA1BBB,J60/26:30,300", "AAA -3600 BBB 0 J60/95400 D300/7200"},
-        {__LINE__, "AAA24", "AAA -86400"},
-    };
-    for (const auto& row : kRows) EXPECT_EQ(Parse(row.text), row.parsed) << row.line;
+TEST(ZoneRule, ParsesOffsetsNamesAndChanges) {
+    ExpectTexts(Parse,
+                {
+                    {__LINE__, "JST-9", "JST 32400"},
+                    {__LINE__, "NST+3:30:15", "NST -12615"},
+                    {__LINE__, "<+0330>-3:30", "+0330 12600"},
+                    {__LINE__, "EST5EDT", "EST -18000 EDT -14400 M3.2.0/7200 M11.1.0/7200"},
+                    {__LINE__, "CET-1CEST,M3.5.0,M10.5.0/3",
+                     "CET 3600 CEST 7200 M3.5.0/7200 M10.5.0/10800"},
+                    {__LINE__, "<-02>2<-01>,M3.5.0/-1,M10.5.0/0",
+                     "-02 -7200 -01 -3600 M3.5.0/-3600 M10.5.0/0"},
+                    {__LINE__, "AAA1BBB,J60/26:30,300", "AAA -3600 BBB 0 J60/95400 D300/7200"},
+                    {__LINE__, "AAA24", "AAA -86400"},
+                });
 }
-
-TEST(ZoneRule, RefusesWhatIsNone) {
+TEST(ZoneRule, RefusesOtherTexts) {
     static const char* const kNames[] = {
         "",       "JST",    "JS-9",   "9",      "JST-9 ",     "JST-25",           "JST-9:60",
         "JST--9", "<JST-9", "<JS>-9", "EST5ED", "Asia/Tokyo", "ABCDEFGHIJKLMNOP5"};

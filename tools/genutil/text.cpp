@@ -137,7 +137,8 @@ const Command kTextCommand = {
     "text", "FILE...                   counts characters and lines, finds invalid bytes",
     "genutil text [--code-set NAME] [--show N] FILE...\n"
     "\n"
-    "Counts a file's bytes, characters, lines and characters of each size, and reports where bytes\n"
+    "Counts a file's bytes, characters, lines and characters of each size, and reports where "
+    "bytes\n"
     "are invalid: by line and column, which count from 1, and by byte, which counts from 0.\n"
     "\n"
     "  --code-set NAME   the encoding of the files; detected if not given\n"

@@ -99,7 +99,7 @@ std::string Get(const std::string& path, const char* key) {
     return std::string(value);
 }
 
-TEST_F(ConfigFiles, TwoProcessesLoseNoneOfTheirKeys) {
+TEST_F(ConfigFiles, TwoProcessesLoseNoKeys) {
     const std::string path = Path("a.ini");
     const auto store = [&](const char* key, const std::string& value) {
         Set(path, key, value);
@@ -108,7 +108,7 @@ TEST_F(ConfigFiles, TwoProcessesLoseNoneOfTheirKeys) {
     EXPECT_EQ(LostByTwoWriters(1000, store, [&](const char* key) { return Get(path, key); }), 0);
 }
 
-TEST_F(ConfigFiles, AKillLeavesTheOldFileOrTheNewOne) {
+TEST_F(ConfigFiles, KilledWriterLeavesAWholeFile) {
     const std::string path = Path("a.ini"), tail = "\n[rest]\n" + std::string(100000, 'r') + "\n";
     for (int round = 0; round < 30; ++round) {
         Write(path, "[s]\nk=start" + tail);
@@ -142,7 +142,7 @@ TEST_F(ConfigFiles, KeepPermissionsAndLinks) {
     EXPECT_EQ(status.st_mode & 0777, 0640u);
 }
 
-TEST_F(ConfigFiles, FailuresChangeNothing) {
+TEST_F(ConfigFiles, FailedWritesChangeNothing) {
     const std::string path = Path("a.ini"), before = "[s]\nk=1\n" + std::string(5000, ';') + "\n";
     Write(path, before);
     // A full disk, as far as a process can stage one.
@@ -176,7 +176,7 @@ TEST_F(ConfigFiles, FailuresChangeNothing) {
     }
 }
 
-TEST_F(ConfigFiles, AreReadAsTheyAre) {
+TEST_F(ConfigFiles, SeeEachChangeOfAFile) {
     const std::string path = Path("a.ini");
     for (int i = 0; i < 300; ++i) {
         // In place and of one size: only the time tells the difference, if that.
@@ -190,7 +190,7 @@ TEST_F(ConfigFiles, AreReadAsTheyAre) {
     EXPECT_EQ(Get(path, "k"), "new");
 }
 
-TEST_F(ConfigFiles, BareNamesLieInTheConfigurationFolder) {
+TEST_F(ConfigFiles, FindBareNamesInTheConfigurationFolder) {
     Set("bare.ini", "k", "1");
     EXPECT_EQ(BytesOf(Path("genutil/bare.ini")), "[s]\nk=1\n");
     EXPECT_EQ(Get("bare.ini", "k"), "1");
@@ -208,7 +208,7 @@ std::string GetRegistry(const char* name) {
     return std::string(value);
 }
 
-TEST_F(RegistryStore, ReadingMakesNoStoreAndItIsTheUsersAlone) {
+TEST_F(RegistryStore, IsMadeByTheFirstWriteForTheUserAlone) {
     EXPECT_EQ(GetRegistry("a"), "none");
     EXPECT_FALSE(fs::exists(Store()));
     EXPECT_TRUE(SetRegistry("a", "1"));
@@ -218,13 +218,13 @@ TEST_F(RegistryStore, ReadingMakesNoStoreAndItIsTheUsersAlone) {
     EXPECT_EQ(folder.st_mode & 0777, 0700u);
 }
 
-TEST_F(RegistryStore, ProcessesShareItAndLoseNothing) {
+TEST_F(RegistryStore, ProcessesLoseNoValues) {
     EXPECT_TRUE(SetRegistry("parent", "1"));  // open before the fork
     EXPECT_EQ(LostByTwoWriters(60, SetRegistry, GetRegistry), 0);
     EXPECT_EQ(GetRegistry("parent"), "1");
 }
 
-TEST_F(RegistryStore, ADamagedOneIsSetAside) {
+TEST_F(RegistryStore, DamagedStoreIsRenamed) {
     for (int round = 1; round <= 2; ++round) {
         EXPECT_TRUE(SetRegistry("a", "1"));
         const std::string damage(8192, '!');
@@ -241,7 +241,7 @@ TEST_F(RegistryStore, ADamagedOneIsSetAside) {
     EXPECT_EQ(GetRegistry("a"), "2");
 }
 
-TEST_F(RegistryStore, NamesAndTextsOfAnyLanguage) {
+TEST_F(RegistryStore, HoldsTextsOfAnyLanguage) {
     const struct {
         const char *name, *other;
         bool same;

@@ -1,0 +1,134 @@
+// Any operations on lists of numbers and of strings in any order, compared with the same operations
+// on vectors. Two bytes of the input choose an operation and its argument.
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "fuzz/check.h"
+#include "genlist.h"
+
+namespace {
+
+// Calls act(operation, argument) for each pair of bytes.
+template <class Act>
+void Play(const std::uint8_t* data, std::size_t size, Act act) {
+    for (std::size_t i = 0; i + 1 < size; i += 2) act(data[i], data[i + 1]);
+}
+
+void CheckNumbers(const std::uint8_t* data, std::size_t size) {
+    CGNList list(data[0] % 4, data[1] % 12);
+    std::vector<long> model;
+    Play(data, size, [&](unsigned operation, long argument) {
+        const int count = static_cast<int>(model.size());
+        const int at = static_cast<int>(argument) % (count + 3) - 1, last = count - 1;
+        const bool inside = at >= 0 && at < count;
+        switch (operation % 6) {
+            case 0:
+                Check(list.AddItem(argument), "add");
+                model.push_back(argument);
+                break;
+            case 1:
+                Check(list.InsertItem(at, argument) == (inside || at == count), "insert");
+                if (inside || at == count) model.insert(model.begin() + at, argument);
+                break;
+            case 2:
+                list.DeleteItem(at);
+                if (inside) model.erase(model.begin() + at);
+                break;
+            case 3:  // the place after the last can be written too
+                Check(list.SetItem(at, argument) == (inside || at == count), "set");
+                if (inside) model[static_cast<std::size_t>(at)] = argument;
+                break;
+            case 4:
+                Check(list.SwapItems(at, last) == inside, "swap");
+                if (inside) std::swap(model[static_cast<std::size_t>(at)], model.back());
+                break;
+            case 5:
+                const CGNList copy(list);
+                if (argument % 8 == 0) list.Free();
+                list = copy;
+        }
+        Check(list.GetCount() == static_cast<int>(model.size()), "count");
+        for (int i = 0; i < list.GetCount(); ++i)
+            Check(list.GetItem(i) == model[static_cast<std::size_t>(i)], "item");
+        Check(list.GetItem(-1) == 0 && list.GetItem(list.GetCount()) == 0, "no item outside");
+    });
+}
+
+void CheckStrings(const std::uint8_t* data, std::size_t size) {
+    CGNStringList list;
+    std::vector<std::string> model;
+    Play(data, size, [&](unsigned operation, unsigned argument) {
+        const int count = static_cast<int>(model.size());
+        const int at = static_cast<int>(argument) % (count + 3) - 1;
+        const std::string text(1 + argument % 2, static_cast<char>('a' + argument % 7));
+        const auto found = std::find(model.begin(), model.end(), text);
+        switch (operation % 8) {
+            case 0:
+                Check(list.AddItem(text.c_str()), "add");
+                model.push_back(text);
+                break;
+            case 1:
+                Check(list.InsertItem(at, text.c_str()) == (at >= 0 && at <= count), "insert");
+                if (at >= 0 && at <= count) model.insert(model.begin() + at, text);
+                break;
+            case 2:
+                list.DeleteItem(at);
+                if (at >= 0 && at < count) model.erase(model.begin() + at);
+                break;
+            case 3:
+                Check(list.AddUnique(text.c_str()) == (found == model.end()), "add a new one");
+                if (found == model.end()) model.push_back(text);
+                break;
+            case 4: {  // the place counts without the equal string
+                if (found != model.end()) model.erase(found);
+                const bool inside = at >= 0 && at <= static_cast<int>(model.size());
+                Check(list.InsertUnique(at, text.c_str()) == inside, "insert the only one");
+                if (inside) model.insert(model.begin() + at, text);
+                break;
+            }
+            case 5:
+                if (argument % 2) list.Sort(), std::sort(model.begin(), model.end());
+                break;
+            case 6: {
+                CGNStringListList lists;
+                Check(lists.AddItem(list) && lists.InsertItem(0, *lists.GetItem(0)), "list of it");
+                list = *lists.GetItem(1);
+                break;
+            }
+            case 7:
+                if (count > 40) list.Free(), model.clear();
+                if (!model.empty()) list.AddItem(*list.GetItem(0)), model.push_back(model[0]);
+        }
+        Check(list.GetCount() == static_cast<int>(model.size()), "count of strings");
+        for (int i = 0; i < list.GetCount(); ++i)
+            Check(*list.GetItem(i) == model[static_cast<std::size_t>(i)].c_str(), "string");
+        Check(!list.GetItem(-1) && !list.GetItem(list.GetCount()), "no string outside");
+    });
+}
+
+// The parts of a text, of which an empty one at the end is dropped.
+void CheckParsing(const std::string& text, char separator) {
+    CGNString all;
+    for (const char c : text) all += c;
+    CGNStringList list;
+    const unsigned count = list.ParseFrom(all, separator);
+    std::string joined;
+    for (int i = 0; i < list.GetCount(); ++i) {
+        joined.append(*list.GetItem(i), list.GetItem(i)->GetLength());
+        joined += separator;
+    }
+    Check(count == static_cast<unsigned>(list.GetCount()), "number of parts");
+    Check(joined == text || (joined == text + separator), "parts joined");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size < 2) return 0;
+    CheckNumbers(data, size);
+    CheckStrings(data, size);
+    CheckParsing(std::string(reinterpret_cast<const char*>(data) + 1, size - 1), char(data[0]));
+    return 0;
+}
