@@ -8,8 +8,10 @@ install(TARGETS genutil EXPORT genutil
   ARCHIVE COMPONENT development)
 install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/genutil COMPONENT development
   FILES_MATCHING PATTERN "*.h")
-install(TARGETS genutil_program RUNTIME COMPONENT program)
-if(NOT WIN32)
+if(GENUTIL_PROGRAM)
+  install(TARGETS genutil_program RUNTIME COMPONENT program)
+endif()
+if(GENUTIL_PROGRAM AND NOT WIN32)
   # What the program says in its help, for man and for bash.
   foreach(kind manual completion)
     add_custom_command(OUTPUT ${PROJECT_BINARY_DIR}/genutil.${kind}
@@ -29,6 +31,22 @@ endif()
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/genutil)
 install(EXPORT genutil NAMESPACE genutil:: FILE genutilTargets.cmake DESTINATION ${package_folder}
   COMPONENT development)
+# A static library brings its dependencies along.
+if(NOT GENUTIL_SHARED AND NOT WIN32)
+  set(GENUTIL_DEPENDENCIES "include(CMakeFindDependencyMacro)
+find_dependency(ICU COMPONENTS uc i18n)
+find_dependency(SQLite3)
+find_dependency(Threads)")
+  set(GENUTIL_PC_REQUIRES "Requires: icu-i18n icu-uc sqlite3")
+  set(GENUTIL_PC_LIBS " -lpthread -ldl")
+elseif(NOT GENUTIL_SHARED)
+  list(TRANSFORM GENUTIL_SYSTEM_LIBRARIES PREPEND " -l" OUTPUT_VARIABLE GENUTIL_PC_LIBS)
+  string(REPLACE ";" "" GENUTIL_PC_LIBS "${GENUTIL_PC_LIBS}")
+endif()
+if(NOT GENUTIL_SHARED)
+  set(GENUTIL_PC_CFLAGS " -DGENUTIL_STATIC")
+  string(APPEND GENUTIL_PC_LIBS " -lstdc++")
+endif()
 configure_package_config_file(cmake/genutilConfig.cmake.in ${PROJECT_BINARY_DIR}/genutilConfig.cmake
   INSTALL_DESTINATION ${package_folder})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/genutilConfigVersion.cmake

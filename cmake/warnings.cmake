@@ -1,5 +1,6 @@
 # The one home of warning flags: every target of the tree takes them through genutil_warnings().
 function(genutil_warnings target)
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Werror -Wshadow
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow
+    $<$<BOOL:${GENUTIL_WERROR}>:-Werror>
     $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast>)
 endfunction()

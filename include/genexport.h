@@ -3,11 +3,15 @@
 #ifndef GENUTIL_EXPORT_H
 #define GENUTIL_EXPORT_H
 
+#if defined(__cplusplus) && __cplusplus < 201703L && !(defined(_MSVC_LANG) && _MSVC_LANG >= 201703L)
+#error "genutil needs C++17 or later: compile with -std=c++17"
+#endif
+
 #if defined(_WIN32)
-#if defined(GENUTIL_BUILDING)
-#define GENUTIL_API __declspec(dllexport)
-#elif defined(GENUTIL_STATIC)
+#if defined(GENUTIL_STATIC)
 #define GENUTIL_API
+#elif defined(GENUTIL_BUILDING)
+#define GENUTIL_API __declspec(dllexport)
 #else
 #define GENUTIL_API __declspec(dllimport)
 #endif

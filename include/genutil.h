@@ -7,6 +7,7 @@
 #include "genlocale.h"
 #include "gennum.h"
 #include "genstr.h"
+#include "genversion.h"
 #include "mbutil.h"
 #include "osutil.h"
 

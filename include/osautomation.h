@@ -13,7 +13,8 @@
            while (keys.Next(key)) Show(key);
 
    A server object that is returned as a value becomes a COSOLEAutomation of its own
-   (COSOLEValue::GetObject). Copies share the server object, which is released with the last copy.
+   (COSOLEValue::GetAutomation). Copies share the server object, which is released with the last
+   copy.
 
    Every operation returns 1 on success and 0 on failure. After a failure, the object provides an
    error code, the server's description and source, and the argument at fault. It can be used as

@@ -257,7 +257,7 @@ class GENUTIL_API COSOLEValue {
     /** Reads an object.
         @param out shares the object; not connected if the value has none. The retry time and
             the error of out are unchanged. */
-    unsigned char GetObject(COSOLEAutomation& out) const;
+    unsigned char GetAutomation(COSOLEAutomation& out) const;
 
     /** Returns the bytes, valid until the value changes, or null if the kind is not kBytes. */
     const unsigned char* GetBytes() const;

@@ -16,6 +16,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 LAYERS = [
     ('base', ['genutil/allocate', 'genutil/assert_allocation.h', 'genutil/ascii.h', 'genutil/calendar',
               'genutil/simd.h', 'genutil/singleton.h',
+              'genutil/version.cpp', 'include/genversion.h',
               'include/genexport.h']),
     ('platform', []),  # the headers of osutil/platform/FAMILY/, see layer_of()
     ('multibyte', ['genutil/mbutil/', 'genutil/jaconv/', 'include/mbutil.h', ':text']),

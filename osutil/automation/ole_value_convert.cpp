@@ -272,7 +272,7 @@ unsigned char COSOLEValue::GetOleDate(double& days) const {
     return 1;
 }
 
-unsigned char COSOLEValue::GetObject(COSOLEAutomation& out) const {
+unsigned char COSOLEValue::GetAutomation(COSOLEAutomation& out) const {
     if (m_kind != kObject) return 0;
     OleAccess::SetObject(&out, m_object);
     return 1;

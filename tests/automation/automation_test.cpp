@@ -96,7 +96,7 @@ COSOLEValue Get(COSOLEAutomation& object, const char* name, const Values&... val
 
 COSOLEAutomation ObjectOf(const COSOLEValue& value) {
     COSOLEAutomation object;
-    EXPECT_TRUE(value.GetObject(object));
+    EXPECT_TRUE(value.GetAutomation(object));
     return object;
 }
 

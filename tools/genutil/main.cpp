@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <iterator>
 
+#include "genversion.h"
 #include "tools/genutil/command.h"
 #include "tools/genutil/encoding.h"
 #include "tools/genutil/manual.h"
@@ -43,7 +44,7 @@ Status RunGeneral(const std::string& name) {
     else if (name == "--completion")
         PrintCompletion(kCommands, std::size(kCommands));
     else if (name == "--version")
-        std::puts("genutil " GENUTIL_VERSION);
+        std::puts("genutil " GENUTIL_VERSION_STRING);
     else
         return Complain("unknown command '" + name + "'; genutil --help lists the commands");
     return kOk;

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <set>
 
+#include "genversion.h"
+
 namespace {
 
 // As it stands: what has a meaning at the beginning of a line or anywhere is escaped.
@@ -41,7 +43,7 @@ std::set<std::string> OptionsIn(const char* help) {
 }  // namespace
 
 void PrintManual(const Command* const* commands, std::size_t count) {
-    std::puts(".TH GENUTIL 1 \"\" \"genutil " GENUTIL_VERSION
+    std::puts(".TH GENUTIL 1 \"\" \"genutil " GENUTIL_VERSION_STRING
               "\" \"User Commands\"\n"
               ".SH NAME\n"
               "genutil \\- text in the encodings and customs of its readers\n"

@@ -1,0 +1,5 @@
+#include "genversion.h"
+
+long genversion() {
+    return GENUTIL_VERSION;
+}
