@@ -1,9 +1,11 @@
 #!/usr/bin/env python3
 """Installs the library and uses it as its users do: install_test.py TREE BUILD SCRATCH [EMULATOR]
 
-Builds the programs of examples/ against what was installed, by find_package and (where there is no
-emulator) by pkg-config, runs them and compares what they print. The packages hold what they should.
+Builds the programs of examples/ against the installed library, by find_package and (if there is no
+emulator) by pkg-config, runs them and compares their output. Without an emulator, builds the consumer of
+tests/consumers/ in every other way that users build. Checks the contents of the packages.
 """
+import os
 import pathlib
 import shutil
 import subprocess
@@ -72,13 +74,36 @@ class Installed(unittest.TestCase):
             run(*compiler, source, '-o', out / source.stem, *flags, libraries)
         self.check(out)
 
+    @unittest.skipIf(EMULATOR, 'the tools of this system only')
+    def test_consumers(self):
+        source = TREE / 'tests/consumers'
+        pc = next(PREFIX.rglob('genutil.pc')).parent
+        environment = dict(os.environ, PKG_CONFIG_PATH=str(pc), LD_LIBRARY_PATH=str(pc.parent),
+                           SOURCES=str(source))
+        ways = {
+            'subdirectory': [['cmake', '-G', 'Ninja', '-S', source, '-B', '.', f'-DGENUTIL_TREE={TREE}'],
+                             ['cmake', '--build', '.', '-j2']],
+            'meson': [['meson', 'setup', '.', source], ['ninja']],
+            'makefile': [['make', '-f', source / 'Makefile']],
+            'clang': [['make', '-f', source / 'Makefile', 'CXX=clang++', 'CXXFLAGS=-Wall -Wextra -Werror']],
+        }
+        for way, commands in ways.items():
+            with self.subTest(way):
+                folder = SCRATCH / way
+                folder.mkdir()
+                for command in commands:
+                    run(*command, cwd=folder, env=environment)
+                self.assertEqual(run(folder / 'consumer', env=environment),
+                                 '2 characters, decimal symbol ,\n')
+
     def test_packages(self):
         folder = SCRATCH / 'packages'
         run('cpack', '--config', BUILD / 'CPackConfig.cmake', '-B', folder)
         if EMULATOR:
             archive, = folder.glob('*.zip')
             names = ' '.join(zipfile.ZipFile(archive).namelist())
-            for part in 'bin/genutil.dll', 'lib/libgenutil.dll.a', 'include/genutil/genstr.h', 'bin/genutil.exe', 'bin/ResDLLs/0011/genmsg.dll':
+            for part in ('bin/genutil.dll', 'lib/libgenutil.dll.a', 'include/genutil/genstr.h',
+                         'bin/genutil.exe', 'bin/ResDLLs/0011/genmsg.dll'):
                 self.assertIn(part, names)
             return
         parts = {'libgenutil1_': 'libgenutil.so.1.', 'libgenutil-dev_': 'include/genutil/genstr.h',
