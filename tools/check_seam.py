@@ -15,7 +15,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 # platform contract are code of the family that they serve; the contracts themselves are at the bottom.
 LAYERS = [
     ('base', ['genutil/allocate', 'genutil/assert_allocation.h', 'genutil/ascii.h', 'genutil/calendar',
-              'genutil/simd.h', 'genutil/singleton.h',
+              'genutil/simd.h', 'genutil/nearest.h', 'genutil/singleton.h',
               'genutil/version.cpp', 'include/genversion.h',
               'include/genexport.h']),
     ('platform', []),  # the headers of osutil/platform/FAMILY/, see layer_of()

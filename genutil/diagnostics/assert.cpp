@@ -6,6 +6,7 @@
 #include "genutil/diagnostics/position.h"
 #include "genutil/singleton.h"
 #include "osthread.h"
+#include "osutil/thread/thread_flag.h"
 
 using genutil::FreeInstance;
 using genutil::InstanceOf;
@@ -22,10 +23,10 @@ constexpr char kModule[] = "cgnassert";
 char g_guardName[] = "recflag";
 
 // For threads that have no store for the variable of that name.
-thread_local bool t_inCallback = false;
+constinit genutil::ThreadFlag g_inCallback;
 
 bool InCallback() {
-    if (t_inCallback) return true;
+    if (g_inCallback.IsSet()) return true;
     CGNLclSt* variables = CGNLclSt::Instance();
     return variables && variables->GetLocalVariable(g_guardName) != nullptr;
 }
@@ -34,13 +35,13 @@ bool InCallback() {
 class CallbackGuard {
   public:
     CallbackGuard() {
-        t_inCallback = true;
+        g_inCallback.Set();
         if (CGNLclSt* variables = CGNLclSt::Instance())
             variables->SetLocalVariable(g_guardName, &m_flag);
     }
     ~CallbackGuard() {
         if (CGNLclSt* variables = CGNLclSt::Instance()) variables->UnsetLocalVariable(g_guardName);
-        t_inCallback = false;
+        g_inCallback.Clear();
     }
     CallbackGuard(const CallbackGuard&) = delete;
     CallbackGuard& operator=(const CallbackGuard&) = delete;

@@ -1,17 +1,17 @@
 #include "genutil/assert_allocation.h"
 
 #include "genassert.h"
+#include "osutil/thread/thread_flag.h"
 
 namespace genutil {
 
 // Reporting may itself need memory: a thread reports one failure at a time.
-static thread_local bool t_reporting = false;
+static constinit ThreadFlag g_reporting;
 
 bool ReportFailedAllocation(const char* file, long line) {
-    if (t_reporting) return false;
-    t_reporting = true;
+    if (!g_reporting.Set()) return false;
     if (CGNAssert* assertion = CGNAssert::Instance()) assertion->cgnassert(0, file, line);
-    t_reporting = false;
+    g_reporting.Clear();
     return false;
 }
 

@@ -6,6 +6,7 @@
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
 #include "genutil/mbutil/cut_character.h"
+#include "genutil/nearest.h"
 #include "mbutil.h"
 #include "osutil/platform/file/streams.h"
 #include "osutil/platform/time/clock.h"
@@ -238,7 +239,7 @@ CGNCummPerf::CGNCummPerf(long* accumulator)
         Notify(m_pcb, nullptr, kScopeStart);
         return;
     }
-    m_total = static_cast<std::int32_t>(*m_accumulator);
+    m_total = genutil::NearestInt32(*m_accumulator);
     *m_accumulator = kBeingTimed;
     m_active = 1;
     ReadPerfTime(m_start);
@@ -254,7 +255,7 @@ CGNCummPerf::~CGNCummPerf() {
     std::int32_t now[2];
     ReadPerfTime(now);
     const long elapsed = OSGetMsTimeDiff(m_start[0], m_start[1], now[0], now[1]);
-    m_total = static_cast<std::int32_t>(std::int64_t{m_total} + elapsed);
+    m_total = genutil::NearestInt32(std::int64_t{m_total} + elapsed);
     *m_accumulator = m_total;
     Notify(m_pcb, now, kScopeEnd);
 }

@@ -1,4 +1,5 @@
 // Trace channels: what is written, where, and when a file starts over.
+#include <atomic>
 #include <cstddef>
 #include <new>
 
@@ -6,9 +7,11 @@
 #include "genutil/allocate.h"
 #include "genutil/diagnostics/position.h"
 #include "genutil/diagnostics/trace_line.h"
+#include "genutil/nearest.h"
 #include "genutil/singleton.h"
 #include "osresource.h"
 #include "osutil/platform/file/streams.h"
+#include "osutil/platform/thread/last_error.h"
 #include "osutil/thread/mutex_holder.h"
 
 using namespace genutil;
@@ -16,6 +19,12 @@ using namespace genutil;
 namespace {
 
 constexpr char kToFile = 1, kToStandardOutput = 2;
+
+// Members that threads read without the lock.
+template <class Member>
+std::atomic_ref<Member> Shared(const Member& member) {
+    return std::atomic_ref<Member>(const_cast<Member&>(member));
+}
 
 }  // namespace
 
@@ -36,24 +45,30 @@ CGNTrace::~CGNTrace() {
     if (m_mutex) OSMutexDestroy(m_mutex);
 }
 
+// A mutex from before the process was threaded gets the system's object now.
 unsigned char CGNTrace::Init() {
-    if (!m_mutex) m_mutex = OSMutexCreate();
+    if (!m_mutex)
+        m_mutex = OSMutexCreate();
+    else
+        MakeMutexUsable(m_mutex);
     return m_mutex != nullptr;
 }
 
 unsigned char CGNTrace::IsEnabled(short mask) const {
-    if (m_output == 0 || m_traceSetting == 0 || mask == 0) return 0;
-    const int common = mask & m_traceSetting;
-    return common == mask || common == m_traceSetting;
+    const int output = Shared(m_output).load(std::memory_order_relaxed);
+    const int setting = Shared(m_traceSetting).load(std::memory_order_relaxed);
+    if (output == 0 || setting == 0 || mask == 0) return 0;
+    const int common = mask & setting;
+    return common == mask || common == setting;
 }
 
 void CGNTrace::ResetMask(short mask) {
     const MutexHolder lock(m_mutex);
-    m_traceSetting = mask;
+    Shared(m_traceSetting).store(mask, std::memory_order_relaxed);
 }
 
 short CGNTrace::GetTraceSetting() const {
-    return m_traceSetting;
+    return Shared(m_traceSetting).load(std::memory_order_relaxed);
 }
 
 unsigned char CGNTrace::ResetOutput(char output) {
@@ -64,7 +79,7 @@ unsigned char CGNTrace::ResetOutput(char output) {
         m_maxSize = 0;
     }
     if ((output & kToFile) && !m_traceFile) return 0;
-    m_output = static_cast<signed char>(output);
+    Shared(m_output).store(static_cast<signed char>(output), std::memory_order_relaxed);
     return 1;
 }
 
@@ -72,18 +87,20 @@ unsigned char CGNTrace::ResetOutput(char output, CGNString& name, long maxSize) 
     if (!(output & kToFile)) return ResetOutput(output);
     const MutexHolder lock(m_mutex);
     if (name.IsEmpty()) return 0;
-    m_output = static_cast<signed char>(output);
-    m_maxSize = static_cast<std::int32_t>(maxSize);
-    // A file that did not open is tried again.
-    if (m_traceFile && name == m_fileName) return 1;
-    CloseFile();
-    m_fileName = name;
-    m_traceFile = OpenTraceFile(name, "a");
-    return m_traceFile != nullptr;
+    Shared(m_output).store(static_cast<signed char>(output), std::memory_order_relaxed);
+    m_maxSize = NearestInt32(maxSize);
+    const bool isSame = name == m_fileName;
+    if (!isSame) {
+        CloseFile();
+        m_fileName = name;
+    }
+    if (!m_traceFile) m_traceFile = OpenTraceFile(m_fileName, "a");
+    // The same name is accepted whether its file opens now or with a later line.
+    return isSame || m_traceFile != nullptr;
 }
 
 void CGNTrace::ResetSize(long size) {
-    m_maxSize = static_cast<std::int32_t>(size);
+    m_maxSize = NearestInt32(size);
 }
 void CGNTrace::ResetFileLine(char on) {
     m_fileLine = static_cast<unsigned char>(on);
@@ -146,7 +163,10 @@ void CGNTrace::CloseFile() {
 }
 
 void CGNTrace::StartOverWhenFull() {
-    if (m_maxSize == 0 || !m_traceFile || !(m_output & kToFile)) return;
+    if (!(m_output & kToFile)) return;
+    // A file that could not be opened is tried again with each line.
+    if (!m_traceFile && !m_fileName.IsEmpty()) m_traceFile = OpenTraceFile(m_fileName, "a");
+    if (m_maxSize == 0 || !m_traceFile) return;
     if (platform::PlaceIn(m_traceFile) < m_maxSize) return;
     CloseFile();
     m_traceFile = OpenTraceFile(m_fileName, "w");
@@ -154,10 +174,13 @@ void CGNTrace::StartOverWhenFull() {
 
 void CGNTrace::DoWriteMsg(const char* fileLine, const char* module, const char* format,
                           va_list arguments) {
+    // Logging is invisible to programs that look at the error of a call.
+    const platform::KeepLastError keep;
+    TraceLine line;
+    // Before the lock: the date has a mutex of its own, whose holder may report a failure here.
+    if (m_dateTime) line.AppendDateTime();
     const MutexHolder lock(m_mutex);
     StartOverWhenFull();
-    TraceLine line;
-    if (m_dateTime) line.AppendDateTime();
     if (OSIsThreaded()) line.AppendThread(OSGetCurrentThreadID());
     const std::size_t prefix = line.Length();
     if (*module) line.AppendModule(module);

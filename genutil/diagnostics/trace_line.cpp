@@ -1,40 +1,15 @@
 #include "genutil/diagnostics/trace_line.h"
 
-#include <cstdint>
 #include <cstring>
 
 #include "genutil/allocate.h"
+#include "genutil/diagnostics/trace_date.h"
 #include "osutil/platform/file/streams.h"
-#include "osutil/platform/time/clock.h"
 
 namespace genutil {
 namespace {
 
 constexpr char kSeparator[] = " : ";
-
-void PutTwoDigits(char* out, int value) {
-    out[0] = static_cast<char>('0' + value / 10 % 10);
-    out[1] = static_cast<char>('0' + value % 10);
-}
-
-// The date of the second in which a thread wrote last: a log has many lines a second.
-struct Date {
-    std::int64_t second;
-    char text[sizeof "00/00/00 00:00:00 :: "];
-};
-thread_local Date t_date;
-
-Date FormatDate(std::int64_t second) {
-    const platform::LocalTime local = platform::LocalTimeOf(second);
-    Date date{second, "00/00/00 00:00:00 :: "};
-    PutTwoDigits(date.text, local.month);
-    PutTwoDigits(date.text + 3, local.day);
-    PutTwoDigits(date.text + 6, local.year % 100);
-    PutTwoDigits(date.text + 9, local.hour);
-    PutTwoDigits(date.text + 12, local.minute);
-    PutTwoDigits(date.text + 15, local.second);
-    return date;
-}
 
 }  // namespace
 
@@ -66,9 +41,9 @@ void TraceLine::Append(const char* text, std::size_t length) {
 }
 
 void TraceLine::AppendDateTime() {
-    const std::int64_t now = platform::SecondsNow();
-    if (t_date.second != now) t_date = FormatDate(now);
-    Append(t_date.text, sizeof t_date.text - 1);
+    char date[sizeof kTraceDateForm];
+    WriteTraceDate(date);
+    Append(date, sizeof date - 1);
 }
 
 void TraceLine::AppendThread(unsigned long id) {
@@ -124,7 +99,13 @@ void TraceLine::WriteTo(std::FILE* stream) const {
 }
 
 std::FILE* OpenTraceFile(const char* name, const char* mode) {
-    std::FILE* file = platform::OpenStream(name, mode);
+    // Emptied first if it is to be: whoever writes appends, so that two writers lose nothing.
+    if (*mode == 'w') {
+        std::FILE* emptied = platform::OpenStream(name, mode);
+        if (!emptied) return nullptr;
+        std::fclose(emptied);
+    }
+    std::FILE* file = platform::OpenStream(name, "a");
     if (!file) return nullptr;
     std::setbuf(file, nullptr);
     // Some runtimes report position 0 of a file that is appended to until the first write.

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <ctime>
 
+#include "genutil/nearest.h"
 #include "genutil/zone/zone_rule.h"
 
 namespace genutil {
@@ -16,9 +17,7 @@ constexpr std::int32_t kLastSecond = 2147483647;
 
 // A long has more range than a moment where it has 64 bits: the nearest moment counts.
 constexpr std::int32_t MomentOf(long seconds) {
-    if (seconds > INT32_MAX) return INT32_MAX;
-    if (seconds < INT32_MIN) return INT32_MIN;
-    return static_cast<std::int32_t>(seconds);
+    return NearestInt32(seconds);
 }
 
 // What TZ is when it is not set: the zone of the machine.

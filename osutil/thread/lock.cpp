@@ -49,6 +49,10 @@ _osmutex* OSMutexCreate() {
 
 namespace genutil {
 
+bool MakeMutexUsable(_osmutex* mutex) {
+    return !IsThreaded() || mutex->handle || Succeeded(platform::MakeMutex(&mutex->handle));
+}
+
 [[gnu::noinline]] void WaitAtLength(_osmutex* mutex) {
     ThreadRecord* self = CurrentThreadRecord();
     if (Succeeded(platform::WaitMutex(mutex->handle)) && self) NoteWait(self, mutex);

@@ -31,6 +31,10 @@ inline bool ReleaseHandle(_osmutex* mutex, Sharing sharing = Sharing::kShared) {
     return Succeeded(platform::ReleaseMutex(mutex->handle, sharing));
 }
 
+// Makes the system's object of a mutex that was made before the process was threaded. Returns true
+// if the mutex can be waited for, or the process is not threaded.
+bool MakeMutexUsable(_osmutex* mutex);
+
 // The two calls in full, for where they take more than a few instructions.
 void WaitAtLength(_osmutex* mutex);
 bool ReleaseAtLength(_osmutex* mutex);

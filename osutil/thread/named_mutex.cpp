@@ -120,6 +120,11 @@ Sharing SharingOf(const Entry* entry, std::int32_t ownUses) {
     return entry->users == ownUses ? Sharing::kAlone : Sharing::kShared;
 }
 
+bool Holds(const _osmutex* mutex) {
+    const ThreadRecord* self = KnownThreadRecord();
+    return self && self->held.Has(mutex);
+}
+
 // Whether a user is left over from a thread that gave up the mutex without the pool: who does not
 // wait for it must hold it, but nobody does.
 bool HasLostUser(const Entry* entry) {
@@ -139,7 +144,7 @@ CGNNamedMutexPool::~CGNNamedMutexPool() {
 }
 
 unsigned char CGNNamedMutexPool::Init() {
-    if (m_mutex) return 1;
+    if (m_mutex) return MakeMutexUsable(m_mutex);
     void* memory = Allocate(sizeof(PoolMutex));
     if (!AssertAllocation(memory != nullptr, kSource, __LINE__)) return 0;
     m_mutex = new (memory) PoolMutex{};
@@ -156,6 +161,11 @@ unsigned char CGNNamedMutexPool::WaitNamedMutex(const CGNString& name) {
         PoolGuard guard(m_mutex);
         entry = FindOrCreateNamedMutex(m_entries, m_mutex, name);
         if (!entry) return 0;
+        if (!MakeMutexUsable(entry->mutex)) {
+            // Without users it goes with the next name, or with the pool.
+            if (entry->users == 0 && m_mutex) ++static_cast<PoolMutex*>(m_mutex)->idle;
+            return 0;
+        }
         isTaken = !IsThreaded() || TakeMutexAtOnce(entry->mutex, SharingOf(entry, 0));
         ++entry->users;
         if (!isTaken) ++entry->waiting;
@@ -172,9 +182,13 @@ void CGNNamedMutexPool::ReleaseNamedMutex(const CGNString& name) {
     PoolGuard guard(m_mutex);
     const auto [entry, index, idle] = Find(m_entries, name);
     if (!entry || entry->users == 0) return;
-    Held(entry).store(0, std::memory_order_relaxed);
-    if (IsThreaded() && !ReleaseMutex(entry->mutex, SharingOf(entry, 1)) && !HasLostUser(entry))
+    const bool isHolder = !IsThreaded() || Holds(entry->mutex);
+    if (!isHolder && !HasLostUser(entry)) {
+        Succeeded(platform::ReleaseMutex(entry->mutex->handle));  // the failure is the caller's
         return;
+    }
+    Held(entry).store(0, std::memory_order_relaxed);
+    if (IsThreaded() && isHolder) ReleaseMutex(entry->mutex, SharingOf(entry, 1));
     if (--entry->users != 0) return;
     if (auto* mutex = static_cast<PoolMutex*>(m_mutex); mutex && mutex->idle < kMostIdle) {
         ++mutex->idle;

@@ -5,6 +5,7 @@
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
 #include "osutil/platform/thread/threading.h"
+#include "osutil/thread/lock.h"
 
 namespace genutil {
 
@@ -80,6 +81,26 @@ void EndThread(void* pointer) {
     record->used.store(false, std::memory_order_release);
 }
 
+// In the child of a fork: the record moves to the bucket of the thread's new number. No other
+// thread is there.
+void RenewRecord(void* pointer) {
+    auto* record = static_cast<ThreadRecord*>(pointer);
+    auto& from = g_buckets[record->thread % kBuckets];
+    if (from.load() == record) {
+        from.store(record->next);
+    } else {
+        ThreadRecord* before = from.load();
+        while (before->next != record) before = before->next;
+        before->next = record->next;
+    }
+    record->thread = platform::ThreadId();
+    auto& to = g_buckets[record->thread % kBuckets];
+    record->next = to.load();
+    to.store(record);
+    for (std::uint32_t i = 0; i < record->held.Count(); ++i)
+        record->held.At(i)->owner.store(record->thread, std::memory_order_relaxed);
+}
+
 ThreadRecord* ReuseRecord(ThreadRecord* first) {
     for (ThreadRecord* record = first; record; record = record->next) {
         bool used = false;
@@ -109,7 +130,7 @@ ThreadRecord* EnterThreadRecord() {
     if (!record) record = AddRecord(bucket);
     if (!record) return nullptr;
     record->thread = thread;
-    if (platform::SetThreadPointer(record, EndThread)) return record;
+    if (platform::SetThreadPointer(record, EndThread, RenewRecord)) return record;
     record->used.store(false, std::memory_order_release);
     return nullptr;
 }

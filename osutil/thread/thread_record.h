@@ -73,6 +73,14 @@ struct ZoneInUse {
     std::uint32_t state = 0;
 };
 
+// The last date of a trace line, and the zone that it is in.
+struct TraceDate {
+    std::int64_t second = 0;
+    std::uint32_t zoneState = 0;
+    char zone[36] = {};  // the thread's own; empty if it has none
+    char text[24] = {};
+};
+
 struct ThreadRecord {
     HeldMutexes held;
     void* value = nullptr;                  // of the variable store
@@ -80,6 +88,7 @@ struct ThreadRecord {
     std::atomic<std::uint32_t> calls{0};    // of lock functions
     std::uint32_t thread = 0;               // its number
     ZoneInUse lastZone;
+    TraceDate traceDate;
     std::atomic<bool> used{true};  // by a thread that runs
     ThreadRecord* next = nullptr;  // in the bucket
 

@@ -17,10 +17,13 @@ TEST(Threading, CallsTheEndOfAThreadWithItsPointer) {
         Worker worker([&] {
             // The library keeps its record there: no call of it may come first or between.
             wasNull = platform::ThreadPointer() == nullptr;
-            platform::SetThreadPointer(&value, [](void* pointer) {
-                ++*static_cast<int*>(pointer);
-                ++s_ends;
-            });
+            platform::SetThreadPointer(
+                &value,
+                [](void* pointer) {
+                    ++*static_cast<int*>(pointer);
+                    ++s_ends;
+                },
+                [](void*) {});
             isOwn = platform::ThreadPointer() == &value;
         });
     }

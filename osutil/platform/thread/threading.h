@@ -30,11 +30,12 @@ void CloseThread(Thread* thread);  // lets go of it, ended or not; null is allow
 // Never 0, and no other running thread's. Cheap.
 std::uint32_t ThreadId();
 
-// A pointer of the calling thread; null until it sets one. When the thread ends and it is not null,
-// `atEnd` is called on the thread with it; that is the same function for all. False, with nothing
-// set, when the system has no room.
+// A pointer of the calling thread; null until it sets one. If it is not null, `atEnd` is called on
+// the thread with it when the thread ends, and `renewed` in the child of a fork, in which the
+// thread goes on under a new number. Both are the same functions for all. Returns false, with
+// nothing set, if the system has no room.
 void* ThreadPointer();
-bool SetThreadPointer(void* pointer, void (*atEnd)(void* pointer));
+bool SetThreadPointer(void* pointer, void (*atEnd)(void* pointer), void (*renewed)(void* pointer));
 
 // -- Mutexes -------------------------------------------------------------------------------------
 

@@ -8,12 +8,6 @@ namespace genutil::platform {
 // Seconds since 1 January 1970, UTC.
 std::int64_t SecondsNow();
 
-// A moment in the zone of the process: month and day count from 1, year is the calendar's.
-struct LocalTime {
-    int year, month, day, hour, minute, second;
-};
-LocalTime LocalTimeOf(std::int64_t seconds);
-
 // The local clock as seconds since 1970 (its fields read by the zone of the process), and the
 // milliseconds within that second.
 struct WallClock {

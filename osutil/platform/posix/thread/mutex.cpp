@@ -1,7 +1,6 @@
 // Mutexes: where they are busy. pthread's robust mutexes would hand on a lock whose holder ended
 // too, at several times the cost of each lock.
-#include <new>
-
+#include "genutil/allocate.h"
 #include "genutil/simd.h"
 #include "osutil/platform/posix/thread/futex.h"
 #include "osutil/platform/thread/threading.h"
@@ -14,10 +13,19 @@ void Abandon(HeldLock* lock) {
     FreeMutex(static_cast<Mutex*>(lock), Sharing::kShared);
 }
 
+// Nobody else is left who could wait.
+void Renew(HeldLock* lock, std::uint32_t id) {
+    static_cast<Mutex*>(lock)->state.store(id, std::memory_order_relaxed);
+}
+
 }  // namespace
 
 unsigned MakeMutex(Mutex** mutex) {
-    *mutex = new (std::nothrow) Mutex{{nullptr, nullptr, Abandon}, {0}, 0};
+    *mutex = New<Mutex>();
+    if (*mutex) {
+        (*mutex)->abandon = Abandon;
+        (*mutex)->renew = Renew;
+    }
     return *mutex ? 0 : ENOMEM;
 }
 

@@ -2,8 +2,8 @@
 // readers or do not let the writer read, and none goes on when its writer has ended.
 #include <bit>
 #include <climits>
-#include <new>
 
+#include "genutil/allocate.h"
 #include "osutil/platform/posix/thread/futex.h"
 #include "osutil/platform/thread/threading.h"
 
@@ -23,10 +23,21 @@ void Abandon(HeldLock* lock) {
     EndWriting(static_cast<_osrdwr*>(lock));
 }
 
+// Readers that were in, and threads that waited, are not there any more.
+void Renew(HeldLock* lock, std::uint32_t id) {
+    auto* renewed = static_cast<_osrdwr*>(lock);
+    renewed->writer.store(id, std::memory_order_relaxed);
+    renewed->state.fetch_and(~kWriterSleeps, std::memory_order_relaxed);
+}
+
 }  // namespace
 
 _osrdwr* NewReadWriteLock() {
-    return new (std::nothrow) _osrdwr{{nullptr, nullptr, Abandon}, {0}, {0}, 0};
+    auto* lock = New<_osrdwr>();
+    if (!lock) return nullptr;
+    lock->abandon = Abandon;
+    lock->renew = Renew;
+    return lock;
 }
 
 // The record is all there is to make.

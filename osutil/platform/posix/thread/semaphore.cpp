@@ -1,8 +1,8 @@
 // Semaphores with places. The system's own give a unit to whoever comes first after it, so a thread
 // that signals and then waits could take the unit that it meant for another, and both would sleep.
 #include <atomic>
-#include <new>
 
+#include "genutil/allocate.h"
 #include "osutil/platform/posix/thread/futex.h"
 #include "osutil/platform/thread/threading.h"
 
@@ -24,7 +24,7 @@ std::uint32_t KindOf(std::uint32_t place) {
 }  // namespace
 
 unsigned MakeSemaphore(Semaphore** semaphore) {
-    *semaphore = new (std::nothrow) Semaphore{};
+    *semaphore = New<Semaphore>();
     return *semaphore ? 0 : ENOMEM;
 }
 

@@ -4,7 +4,7 @@
 #include <pthread.h>
 #include <unistd.h>
 
-#include <new>
+#include "genutil/allocate.h"
 
 namespace genutil::platform {
 
@@ -29,7 +29,7 @@ void* RunTask(void* block) {
 
 unsigned StartThread(ThreadTask* task, Thread** thread) {
     *thread = nullptr;
-    auto* started = new (std::nothrow) Thread{{}, PTHREAD_MUTEX_INITIALIZER, false};
+    auto* started = New<Thread>(pthread_t{}, pthread_mutex_t PTHREAD_MUTEX_INITIALIZER, false);
     if (!started) return ENOMEM;
     const int error = pthread_create(&started->system, nullptr, RunTask, task);
     if (error) {
@@ -82,9 +82,13 @@ void LeaveThread(void*) {
     self.id = 0;  // locks taken from here on, by other ends of the thread, call for another round
 }
 
-// In the child of a fork, the one thread goes on under a new number.
+// In the child of a fork, the one thread goes on under a new number, with the locks that it holds.
 void RenewThread() {
-    if (t_thisThread.id) t_thisThread.id = static_cast<std::uint32_t>(gettid());
+    ThisThread& self = t_thisThread;
+    if (!self.id) return;
+    self.id = static_cast<std::uint32_t>(gettid());
+    for (HeldLock* lock = self.held; lock; lock = lock->next) lock->renew(lock, self.id);
+    if (self.pointer) self.renewed(self.pointer);
 }
 
 struct EndKey {
@@ -103,10 +107,11 @@ bool EnterThread() {
     return s_end.valid && pthread_setspecific(s_end.key, &t_thisThread) == 0;
 }
 
-bool SetThreadPointer(void* pointer, void (*atEnd)(void*)) {
+bool SetThreadPointer(void* pointer, void (*atEnd)(void*), void (*renewed)(void*)) {
     if (!EnterThread()) return false;
     t_thisThread.pointer = pointer;
     t_thisThread.atEnd = atEnd;
+    t_thisThread.renewed = renewed;
     return true;
 }
 

@@ -8,14 +8,6 @@ std::int64_t SecondsNow() {
     return time(nullptr);
 }
 
-LocalTime LocalTimeOf(std::int64_t seconds) {
-    const time_t moment = static_cast<time_t>(seconds);
-    tm local = {};
-    localtime_r(&moment, &local);
-    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
-            local.tm_hour,        local.tm_min,     local.tm_sec};
-}
-
 WallClock ReadWallClock() {
     timespec now;
     clock_gettime(CLOCK_REALTIME, &now);

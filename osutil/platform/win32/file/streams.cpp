@@ -1,6 +1,9 @@
 #include "osutil/platform/file/streams.h"
 
+#include <io.h>
+
 #include "osutil/platform/win32/file/paths.h"
+#include "osutil/platform/win32/windows_api.h"
 
 namespace genutil::platform {
 
@@ -8,7 +11,12 @@ std::FILE* OpenStream(const char* path, const char* mode) {
     const SystemPath name(path);
     wchar_t wideMode[4] = {};
     for (int i = 0; i < 3 && mode[i]; ++i) wideMode[i] = static_cast<wchar_t>(mode[i]);
-    return name.Get() ? _wfopen(name.Get(), wideMode) : nullptr;
+    std::FILE* stream = name.Get() ? _wfopen(name.Get(), wideMode) : nullptr;
+    // Programs that are started do not get it.
+    if (stream)
+        SetHandleInformation(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))),
+                             HANDLE_FLAG_INHERIT, 0);
+    return stream;
 }
 
 std::int64_t PlaceIn(std::FILE* stream) {

@@ -5,8 +5,8 @@
 // the guard while it still waits.
 #include <algorithm>
 #include <iterator>
-#include <new>
 
+#include "genutil/allocate.h"
 #include "osutil/platform/thread/threading.h"
 #include "osutil/platform/win32/windows_api.h"
 
@@ -22,6 +22,11 @@ static_assert(sizeof(void*) != 4 || sizeof(_osrdwr) == 4 * (3 + 211 + 1));
 namespace genutil::platform {
 
 namespace {
+
+// The record, and beside it how often the writer has to release: only the writer touches it.
+struct Lock : _osrdwr {
+    unsigned levels;
+};
 
 unsigned WaitForBoth(HANDLE first, HANDLE second) {
     const HANDLE handles[] = {first, second};
@@ -53,13 +58,13 @@ void CloseObjects(_osrdwr* lock) {
 }  // namespace
 
 _osrdwr* NewReadWriteLock() {
-    return new (std::nothrow) _osrdwr{};
+    return New<Lock>();
 }
 
 void FreeReadWriteLock(_osrdwr* lock) {
     if (!lock) return;
     CloseObjects(lock);
-    delete lock;
+    delete static_cast<Lock*>(lock);
 }
 
 unsigned MakeReadWriteLock(_osrdwr* lock) {
@@ -82,7 +87,11 @@ unsigned ReadWait(_osrdwr* lock) {
 }
 
 unsigned ReadRelease(_osrdwr* lock) {
-    if (const unsigned error = WaitForBoth(lock->guard, lock->readerCount)) return error;
+    if (const unsigned error = WaitForGuard(lock->guard)) return error;
+    if (WaitForSingleObject(lock->readerCount, 0) != WAIT_OBJECT_0) {
+        ReleaseGuard(lock->guard);
+        return ERROR_NOT_OWNER;  // nobody reads
+    }
     ChangeReader(lock, GetCurrentThreadId(), 0);
     // The count can only be read by changing it: one up, and down again.
     LONG remaining = 0;
@@ -93,13 +102,19 @@ unsigned ReadRelease(_osrdwr* lock) {
 }
 
 unsigned WriteWait(_osrdwr* lock) {
-    if (const unsigned error = WaitForBoth(lock->guard, lock->noReaders)) return error;
+    const bool isWriter = lock->writer == GetCurrentThreadId();
+    // The writer may be reading as well.
+    if (const unsigned error =
+            isWriter ? WaitForGuard(lock->guard) : WaitForBoth(lock->guard, lock->noReaders))
+        return error;
     lock->writer = GetCurrentThreadId();
+    static_cast<Lock*>(lock)->levels = isWriter ? static_cast<Lock*>(lock)->levels + 1 : 1;
     return 0;
 }
 
 unsigned WriteRelease(_osrdwr* lock) {
-    lock->writer = 0;
+    if (lock->writer != GetCurrentThreadId()) return ERROR_NOT_OWNER;
+    if (--static_cast<Lock*>(lock)->levels == 0) lock->writer = 0;
     return ReleaseGuard(lock->guard);
 }
 

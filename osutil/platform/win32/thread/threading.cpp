@@ -89,7 +89,7 @@ void* ThreadPointer() {
     return FlsGetValue(PointerIndex());
 }
 
-bool SetThreadPointer(void* pointer, void (*atEnd)(void*)) {
+bool SetThreadPointer(void* pointer, void (*atEnd)(void*), void (*)(void*)) {
     g_atEnd = atEnd;
     return FlsSetValue(PointerIndex(), pointer) != 0;
 }

@@ -11,14 +11,6 @@ std::int64_t SecondsNow() {
     return _time64(nullptr);
 }
 
-LocalTime LocalTimeOf(std::int64_t seconds) {
-    const __time64_t moment = seconds;
-    const tm* local = _localtime64(&moment);  // a record of the calling thread
-    if (!local) return {1970, 1, 1, 0, 0, 0};
-    return {local->tm_year + 1900, local->tm_mon + 1, local->tm_mday,
-            local->tm_hour,        local->tm_min,     local->tm_sec};
-}
-
 WallClock ReadWallClock() {
     SYSTEMTIME now;
     GetLocalTime(&now);

@@ -20,7 +20,8 @@ namespace genutil::platform {
 struct HeldLock {
     HeldLock* previous;
     HeldLock* next;
-    void (*abandon)(HeldLock* lock);  // what happens to it when the thread ends
+    void (*abandon)(HeldLock* lock);                  // when the thread ends
+    void (*renew)(HeldLock* lock, std::uint32_t id);  // when it goes on under another number
 };
 
 struct ThisThread {
@@ -28,6 +29,7 @@ struct ThisThread {
     HeldLock* held;
     void* pointer;
     void (*atEnd)(void*);
+    void (*renewed)(void*);
 
     void Hold(HeldLock& lock) {
         lock.previous = nullptr;

@@ -1,0 +1,82 @@
+#include "genutil/diagnostics/trace_date.h"
+
+#include <cstdint>
+#include <cstring>
+#include <ctime>
+
+#include "genmoment.h"
+#include "genutil/zone/thread_zone.h"
+#include "osutil/platform/time/clock.h"
+#include "osutil/platform/time/zones.h"
+#include "osutil/thread/thread_record.h"
+#include "osutil/thread/threaded.h"
+
+namespace genutil {
+
+namespace {
+
+void PutTwoDigits(char* out, int value) {
+    out[0] = static_cast<char>('0' + value / 10 % 10);
+    out[1] = static_cast<char>('0' + value % 10);
+}
+
+// The zone that a conversion of the calling thread uses, as far as it can be told apart from
+// another one without a conversion.
+struct ZoneMark {
+    const char* own;      // the thread's zone, or null
+    std::uint32_t state;  // of TZ, if the thread has no zone; 0 if it is not known
+
+    static ZoneMark Now() {
+        if (!IsThreaded()) return {nullptr, platform::RereadZoneVariable()};
+        if (const char* own = ThreadZone()) return {own, 0};
+        return {nullptr, platform::ZoneVariableState()};
+    }
+    bool IsOf(const TraceDate& date) const {
+        if (own) return std::strcmp(date.zone, own) == 0;
+        return !*date.zone && state != 0 && date.zoneState == state;
+    }
+    // A long or empty name is not kept: the date is then formed anew.
+    bool Note(TraceDate* date) const {
+        const std::size_t length = own ? std::strlen(own) : 0;
+        if (length >= sizeof date->zone || (own && length == 0)) return false;
+        std::memcpy(date->zone, own ? own : "", length + 1);
+        date->zoneState = state;
+        return true;
+    }
+};
+
+// A log has many lines a second. Null until a threaded process knows the thread.
+TraceDate* LastDate() {
+    static TraceDate s_ofProcess;
+    if (!IsThreaded()) return &s_ofProcess;
+    ThreadRecord* self = KnownThreadRecord();
+    return self ? &self->traceDate : nullptr;
+}
+
+}  // namespace
+
+void WriteTraceDate(char (&out)[sizeof kTraceDateForm]) {
+    static_assert(sizeof kTraceDateForm <= sizeof TraceDate::text);
+    const std::int64_t now = platform::SecondsNow();
+    const ZoneMark mark = ZoneMark::Now();
+    TraceDate* last = LastDate();
+    if (last && last->second == now && mark.IsOf(*last)) {
+        std::memcpy(out, last->text, sizeof out);
+        return;
+    }
+    std::tm local;
+    CGNDateTime::LocalTimeTS(static_cast<long>(now), local);
+    std::memcpy(out, kTraceDateForm, sizeof out);
+    PutTwoDigits(out, local.tm_mon + 1);
+    PutTwoDigits(out + 3, local.tm_mday);
+    PutTwoDigits(out + 6, local.tm_year % 100);
+    PutTwoDigits(out + 9, local.tm_hour);
+    PutTwoDigits(out + 12, local.tm_min);
+    PutTwoDigits(out + 15, local.tm_sec);
+    // The conversion may have made the thread known, and TZ the thread's zone.
+    if (!last) return;
+    last->second = ZoneMark::Now().Note(last) ? now : 0;
+    std::memcpy(last->text, out, sizeof out);
+}
+
+}  // namespace genutil

@@ -1,0 +1,20 @@
+// The error code of the last failed call.
+#pragma once
+
+namespace genutil::platform {
+
+// Restores the calling thread's error codes, the C runtime's and the system's, at the end of its
+// scope.
+class KeepLastError {
+  public:
+    KeepLastError();
+    ~KeepLastError();
+    KeepLastError(const KeepLastError&) = delete;
+    KeepLastError& operator=(const KeepLastError&) = delete;
+
+  private:
+    unsigned long m_system;
+    int m_runtime;
+};
+
+}  // namespace genutil::platform
