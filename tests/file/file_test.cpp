@@ -461,7 +461,7 @@ TEST_F(Files, MakesUnusedReportNames) {
     ASSERT_EQ(OSWriteBinaryFileContents(&byte, 1, second, osFailIfExists), 1);
     ASSERT_TRUE(OSGetReportTempFileName("Sales", qualifier.c_str(), third));
     EXPECT_STREQ(third, (path + ".002").c_str());
-    EXPECT_EQ(OSRemoveFile(first) + OSRemoveFile(second), 0);
+    for (const CGNString& made : {first, second}) EXPECT_EQ(OSRemoveFile(made), 0);
     ASSERT_TRUE(OSGetReportTempFileName(nullptr, std::string(300, 'q').c_str(), first));
     EXPECT_EQ(first.GetNumChars(), 256U);
 }

@@ -1,5 +1,5 @@
 // Lists of numbers, of strings and of lists; calls to make later; the checksum. Any operations in
-// any order are compared with vectors by fuzz/list_fuzz.cpp.
+// any order are compared with vectors by fuzz/list_unit_fuzz.cpp.
 #include <gtest/gtest.h>
 
 #include <algorithm>
