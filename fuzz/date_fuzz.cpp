@@ -1,5 +1,5 @@
 // Pictures written and read, and every reader of dates, times and moments. The first byte chooses
-// the locale; the first line behind it is the picture, the rest the text.
+// the locale; the next line is the date format, the rest the text.
 #include <cstdint>
 #include <cstring>
 #include <iterator>

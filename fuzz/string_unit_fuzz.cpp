@@ -109,7 +109,7 @@ std::vector<std::string> Parts(const Model& model, const Model& delimiter) {
     return parts;
 }
 
-// A string, its model and the rest of the input that chooses what to do with them.
+// A string, its model and the rest of the input, which chooses the operations.
 class Player {
   public:
     Player(const Alphabet& alphabet, const std::uint8_t* data, std::size_t size)

@@ -1,6 +1,6 @@
-// Memory that runs out once, at each place where an operation asks for some: the operation has its
-// result all the same, or tells that it has not, and the next one works. Strings, lists, numbers,
-// locales, files and threads have tables of their own beside their tests.
+// Operations with one failed allocation, each allocation in turn: the operation has its result or
+// reports that it has not, and the next one works. Strings, lists, numbers and dates do the same in
+// the fuzz targets; locales, files and threads beside their tests.
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -20,7 +20,7 @@ std::string Text(const CGNString& text) {
     return static_cast<const char*>(text);
 }
 
-// What an operation that gives memory to its caller has given.
+// The text that an operation has allocated for its caller.
 template <class Call>
 std::string Given(Call call) {
     char* out = nullptr;
@@ -37,7 +37,7 @@ std::string Shown(Value& value) {
     return Text(text);
 }
 
-// Japanese in Shift-JIS that is longer than what any operation keeps on the stack.
+// Japanese in Shift-JIS that is longer than any buffer on the stack.
 const std::string& LongText() {
     static const std::string s_text = [] {
         std::string text;
@@ -66,8 +66,7 @@ std::string PartOf(const char* locale, int part) {
     return text;
 }
 
-// Operations, each with the text that it results in. A failure is reported, or makes the text
-// empty.
+// Operations, each with the text that it results in. A failure is reported or makes the text empty.
 const struct {
     const char* name;
     std::function<std::string()> run;

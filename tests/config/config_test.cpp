@@ -35,7 +35,7 @@ TEST(Config, FindsValuesInAnyCase) {
         {__LINE__, "second", "text", "", "it''s"},    {__LINE__, "third", "key", " x", " x"},
         {__LINE__, "first", "later", "none", "none"},
     };
-    // From the file, and when it is not new any more from what is kept of it.
+    // From the file, and once it is old enough from the cache.
     std::this_thread::sleep_for(std::chrono::milliseconds(80));
     for (int round = 0; round < 3; ++round)
         for (const auto& row : kRows) {

@@ -162,7 +162,7 @@ TEST(Date, FormatsByTheLocalesFormat) {
     const CustomLocale locale("en_US", "d.yyy", "dd MMMM yyyy", "H:mm");
     CGNDate date(friday);
     EXPECT_EQ(date.FormatForDisplay(0), 0);
-    EXPECT_EQ(Display(date), "5.");  // what stands before the malformed run
+    EXPECT_EQ(Display(date), "5.");  // the text before the malformed run
     EXPECT_EQ(date.AddDateString(2), 1);
     EXPECT_EQ(Display(date), "5.05 March 2010");
     EXPECT_EQ(date.FormatForDisplay(7), 1);

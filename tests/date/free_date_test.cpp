@@ -325,7 +325,7 @@ TEST(DateRead, ReadsMoments) {
     }
 }
 
-// What a locale writes in either style it reads.
+// Each locale reads both of its formats.
 TEST(DateRead, ReadsFormattedMomentsOfEachLocale) {
     const ZoneGuard zone("Europe/Berlin");
     for (const char* name : {"en_US", "en_GB", "de_DE", "fr_FR", "ru_RU", "ja_JP", "zh_TW", "ko_KR",

@@ -1,5 +1,5 @@
-// Files and directories: what is read is what was written, every failure has its stated result, and
-// nothing is removed that was not asked for.
+// Files and directories: contents, results of failures, and
+// that nothing else is removed.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -55,7 +55,7 @@ class Files : public testing::Test {
     }
 };
 
-// What a reader hands out, and its result.
+// The buffer of a reader, and its result.
 struct Contents {
     template <class Reader>
     explicit Contents(Reader read) : buffer(const_cast<char*>("untouched")) {
@@ -151,7 +151,7 @@ TEST_F(Files, ReadsTheLengthFromTheTrailer) {
         {__LINE__, hundred, "DATA", "DATA", -1},
         {__LINE__, "abc", "M:3", "M", 3},
         {__LINE__, "a:2c", "M:3", "M", 2},  // the first ":" of the tail, which is all of it
-        {__LINE__, hundred + "M:3", "abcdefghijklmnop", "M", -1},  // the marker's M lies before it
+        {__LINE__, hundred + "M:3", "abcdefghijklmnop", "M", -1},  // the marker is outside the tail
         {__LINE__, hundred + "M:3", "abcdefghijklmn", "M", 3},
     };
     for (const auto& row : kRows) {
@@ -320,7 +320,7 @@ TEST_F(Files, RemovesLinksNotTheirTargets) {
     for (const auto remove :
          {OSRemoveDirectory, OSRemoveFile, OSRemoveDirectoryAndContents, OSDeleteDirectoryTree})
         for (const char* name : {"link", "link\\", "link/."}) {
-            // A file's name has nothing behind it.
+            // Names of files have no trailing separator.
             if (remove == OSRemoveFile && std::strcmp(name, "link") != 0) continue;
             Link("kept", "link");
             EXPECT_EQ(remove(Path(name)), 0) << name;
@@ -534,7 +534,7 @@ TEST_F(Files, ReopensNamesThatDoNotConvert) {
         OSDeleteDirectoryTree(Path("\xC3\xA9"));
         EXPECT_EQ(Left(""), Names());
     }
-    // A separator of this library in a name of the system: nothing else goes in its place.
+    // A system's name with a separator of this library: only that file is removed.
     Put("d\\e");
     Put("d/e");
     OSRemovePatternFromDirectory("files_test",

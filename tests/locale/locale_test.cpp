@@ -1,4 +1,4 @@
-// The locale object: what it holds for well-known locales, and how applications change it.
+// The locale object: facts of known locales, and settings of applications.
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -453,7 +453,7 @@ TEST(Era, FindsTheEraOfAYear) {
         const char* name;
     } kRows[] = {{2010, 22, kHeisei}, {1989, 1, kHeisei}, {1988, 63, kShowa},
                  {1926, 1, kShowa},   {1925, 1925, ""},   {2100, 112, kHeisei}};
-    const CodeSetGuard western(mbWestern);  // names are Shift-JIS whatever is current
+    const CodeSetGuard western(mbWestern);  // names are always in Shift-JIS
     const CLCLocale locale = Named("fr_FR");
     for (const auto& row : kRows) {
         CGNString name;
@@ -495,7 +495,7 @@ TEST(Era, ReadsErasFromAnIniFile) {
     static const struct {
         int line;
         std::string keys;
-        const char* eras;  // names with a blank behind each
+        const char* eras;  // names, each followed by a blank
         long yearOf2020;
     } kRows[] = {
         {__LINE__, "Era1=R,2019\nEra2=H , 1989, 30\nEra3=S,1926,63\n", "R H S ", 2},

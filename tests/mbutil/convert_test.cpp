@@ -13,7 +13,7 @@ namespace {
 std::string Related(const std::string& text, int from, int to) {
     std::string dst(3 * text.size() + 2, '#');
     EXPECT_EQ(convertStrExt(text.c_str(), from, dst.data(), to), dst.data());
-    EXPECT_EQ(dst.back(), '#');  // nothing behind 3 n + 1
+    EXPECT_EQ(dst.back(), '#');  // nothing after 3 n + 1
     return dst.c_str();
 }
 
@@ -75,7 +75,7 @@ TEST(Convert, ReportsEachLostCharacterAndTheRoomUsed) {
     EXPECT_EQ(report.lost, 2u);
     EXPECT_EQ(lostAt[0], 5u);
 
-    // Every smaller room holds the whole characters that fit, and says how far it came.
+    // Every smaller room holds the whole characters that fit, and reports their number.
     for (std::size_t room = 1; room < 14; ++room) {
         std::memset(dst, '#', sizeof dst);
         const int all = mbConvert(text.data(), text.size(), 5, dst, room, 65, &report);

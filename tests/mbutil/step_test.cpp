@@ -96,7 +96,7 @@ TEST(Step, ComparesCharacterByCharacter) {
     EXPECT_LT(mbcharcmp(U("ab"), U("ac"), 2), 0);
     EXPECT_GT(mbcharcmp(U("\xFF"), U("a"), 1), 0);
     EXPECT_LT(mbcharcmp(U("\x82\xA0"), U("\x82\xA2"), 1), 0);  // the pair counts whole
-    EXPECT_EQ(mbcharcmp(U("\x82\0x"), U("\x82\0y"), 9), 0);    // nothing behind a terminator
+    EXPECT_EQ(mbcharcmp(U("\x82\0x"), U("\x82\0y"), 9), 0);    // nothing after a terminator
     EXPECT_LT(mbcharcmp(U("\x82"), U("\x82\xA0"), 9), 0);
 }
 

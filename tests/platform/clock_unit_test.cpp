@@ -1,4 +1,4 @@
-// What both sides promise of the clock.
+// The clock of the platform layer.
 #include <gtest/gtest.h>
 
 #include "osutil/platform/time/clock.h"
@@ -10,7 +10,7 @@ TEST(Clock, ReadsMomentsAfter2038) {
         std::int64_t moment;
         int year, month, second;
     } kRows[] = {{1000000000, 2001, 9, 40}, {4117996801, 2100, 6, 1}, {16000000000, 2477, 1, 40}};
-    for (const auto& row : kRows) {  // in the middle of months, whatever the zone
+    for (const auto& row : kRows) {  // mid-month, so that the zone does not matter
         const LocalTime local = LocalTimeOf(row.moment);
         EXPECT_EQ(local.year, row.year);
         EXPECT_EQ(local.month, row.month);

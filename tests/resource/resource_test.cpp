@@ -1,4 +1,4 @@
-// Resource libraries: attached by language, shared by threads, and what comes from their texts.
+// Resource libraries: languages, threads, and texts made of their messages.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -55,7 +55,7 @@ class Layout {
   public:
     Layout() : m_root("layout." + std::to_string(++s_count)) {
         std::error_code ignored;
-        fs::remove_all(m_root, ignored);  // Windows keeps what is loaded beyond the test
+        fs::remove_all(m_root, ignored);  // Windows keeps loaded files
         fs::create_directory(m_root);
         fs::copy_file(kTexts, m_root / "base.dll");
     }
@@ -135,12 +135,12 @@ TEST(Resource, AttachingReplacesTheLastLibrary) {
     ASSERT_TRUE(texts && other && texts != other);
     EXPECT_EQ(OSAttachLocaleResDLL(kOther), other);  // the same file once more
     EXPECT_EQ(Load(1200), "other");
-    EXPECT_EQ(Load(16), "none");  // that library is gone from the table, and loaded still
+    EXPECT_EQ(Load(16), "none");  // in a library that is still loaded, but no longer in the table
     EXPECT_TRUE(IsLoaded(texts));
     EXPECT_EQ(OSAttachLocaleResDLL("no such library.dll"), 0);
     EXPECT_EQ(Load(1200), "other");
 
-    OSDetachLocaleResDLL(other);  // stands in the table once, so it stays
+    OSDetachLocaleResDLL(other);  // in the table once, so it is kept
     OSDetachLocaleResDLL(texts);
     OSDetachLocaleResDLL(0);
     EXPECT_EQ(Load(1200), "other");
@@ -272,7 +272,7 @@ TEST(Resource, LastThreadThatDetachesFreesTheLibrary) {
     EXPECT_FALSE(IsLoaded(seen));
 }
 
-// -- What comes from messages ---------------------------------------------------------------------
+// -- Texts made of messages -----------------------------------------------------------------------
 
 TEST(Resource, FormatsMessagesInStringsAndTraces) {
     const TableGuard table;

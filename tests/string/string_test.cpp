@@ -112,7 +112,7 @@ TEST(String, GetStringFitsTheBuffer) {
     EXPECT_EQ(get("abcdef", 1), "");
     EXPECT_EQ(get("abcdef", 0), "");
     EXPECT_EQ(get("", 3), "");
-    EXPECT_EQ(get("a\x82\xA0z", 2), "a");      // byte 2 lies inside a character: cut before it
+    EXPECT_EQ(get("a\x82\xA0z", 2), "a");      // byte 2 is inside a character: cut before it
     EXPECT_EQ(get("a\x82\xA0z", 3), "a\x82");  // byte 3 does not: the last byte is cut anyway
 }
 
