@@ -246,12 +246,11 @@ TEST(Locale, TimeFormatDecidesSeparatorAndClock) {
         {__LINE__, "ja_JP", "h\x83\x48mm", "\x83\x48", false},  // its second byte is an H
     };
     for (const auto& row : kRows) {
-        SCOPED_TRACE(row.line);
         CLCLocale locale = Named(row.locale);
         CustomizeTime(locale, row.format, row.locale);
-        EXPECT_EQ(Time(locale), row.format);
-        EXPECT_EQ(Text(locale, &CLCLocale::TimeSep), row.separator);
-        EXPECT_EQ(locale.Is24Hour() != 0, row.is24Hour);
+        EXPECT_EQ(Time(locale), row.format) << row.line;
+        EXPECT_EQ(Text(locale, &CLCLocale::TimeSep), row.separator) << row.line;
+        EXPECT_EQ(locale.Is24Hour() != 0, row.is24Hour) << row.line;
     }
 }
 
@@ -359,13 +358,12 @@ TEST(Locale, ConvertsOldFormats) {
          "d\x93\xFA"},
     };
     for (const auto& row : kRows) {
-        SCOPED_TRACE(row.line);
         const CLCLocale locale = Named(row.locale);
         CGNString shortDate(row.old), longDate(row.old);
         locale.ConvertOldImportShortDateFormat(shortDate);
         locale.ConvertOldImportLongDateFormat(longDate);
-        EXPECT_STREQ(shortDate, row.shortDate);
-        EXPECT_STREQ(longDate, row.longDate);
+        EXPECT_STREQ(shortDate, row.shortDate) << row.line;
+        EXPECT_STREQ(longDate, row.longDate) << row.line;
     }
 }
 
@@ -499,7 +497,6 @@ TEST(Era, ReadsErasFromAnIniFile) {
         {__LINE__, std::string("Era1=") + kReiwa + ",2019\n", "\x97\xDF\x98\x61 ", 2},
     };
     for (const auto& row : kRows) {
-        SCOPED_TRACE(row.line);
         CLCLocale locale = Named("ja_JP");
         Load(locale, "[s]\n" + row.keys);
         std::string eras;
@@ -507,8 +504,8 @@ TEST(Era, ReadsErasFromAnIniFile) {
             const std::string name = Item(locale, &CLCLocale::Emperor, i);
             if (!name.empty()) eras += name + ' ';
         }
-        EXPECT_EQ(eras, row.eras);
-        EXPECT_EQ(locale.EmperorYrFromGregorianYr(2020), row.yearOf2020);
+        EXPECT_EQ(eras, row.eras) << row.line;
+        EXPECT_EQ(locale.EmperorYrFromGregorianYr(2020), row.yearOf2020) << row.line;
     }
 }
 

@@ -33,10 +33,8 @@ TEST(Convert, ConvertsRelatedCodeSetsOnly) {
         {__LINE__, 5, 5, "\x88\xFF", "\x88\xFF"},
         {__LINE__, 3, 4, "", ""},
     };
-    for (const auto& row : kRows) {
-        SCOPED_TRACE(row.line);
-        EXPECT_EQ(Related(row.text, row.from, row.to), row.expected);
-    }
+    for (const auto& row : kRows)
+        EXPECT_EQ(Related(row.text, row.from, row.to), row.expected) << row.line;
 }
 
 TEST(Convert, ConvertsFromTheCurrentCodeSet) {
