@@ -1,4 +1,4 @@
-// What must hold whatever the bytes are; a fuzz target ends the program where it does not.
+// Conditions that hold for any bytes; a fuzz target ends the program if one does not.
 #pragma once
 
 #include <cstdio>

@@ -1,5 +1,5 @@
-// Patterns written and read, and every reader of dates, times and moments. The first byte chooses
-// the locale; the first line behind it is the pattern, the rest the text.
+// Formats written and read, and every reader of dates, times and moments. The first byte chooses
+// the locale; the next line is the date format, the rest the text.
 #include <cstdint>
 #include <cstring>
 #include <iterator>

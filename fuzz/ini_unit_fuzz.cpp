@@ -67,7 +67,7 @@ std::vector<std::string_view> Lines(std::string_view text) {
     return lines;
 }
 
-// All lines of the old text but `changed` of them stand in the new one, at its ends.
+// All lines of the old text but `changed` of them are in the new one, at its ends.
 void CheckOtherLines(std::string_view before, std::string_view after, std::size_t changed) {
     const auto old = Lines(before), now = Lines(after);
     std::size_t head = 0, tail = 0;

@@ -39,7 +39,7 @@ void CheckTightRoom(const std::string& text, const Direction& direction) {
           "three times the room is enough");
 }
 
-// What survives the way there comes back the same from then on.
+// A lossless conversion comes back unchanged.
 void CheckRoundTrip(const std::string& text, const Direction& direction) {
     mbConversion done;
     const std::string there = Convert(text, direction.from, direction.to, &done);
@@ -84,7 +84,7 @@ void CheckSmallRoom(const std::string& text, const Direction& direction, std::si
         Check(begun == expected && same.lost == part.lost, "the beginning of the text");
         return;
     }
-    if (text.find('\x1B') != text.npos) return;  // what follows an escape byte decides on it
+    if (text.find('\x1B') != text.npos) return;  // the following bytes decide on an escape byte
     for (const char* more : {"", "a"}) {
         if (*more && all) continue;
         mbConversion ignored;

@@ -20,7 +20,7 @@ using Input = std::vector<std::uint8_t>;
 constexpr std::size_t kLongest = 256;
 constexpr int kMixtures = 8000;
 
-// A copy of exactly the right size lets a sanitizer see a read behind the end.
+// A copy of the exact size lets a sanitizer see a read after the end.
 void RunOn(const Input& bytes, std::size_t size) {
     const auto exact = std::make_unique<std::uint8_t[]>(size);
     std::copy_n(bytes.begin(), size, exact.get());
@@ -44,7 +44,7 @@ Input Mixture(const std::vector<Input>& corpus, std::mt19937& random) {
         for (std::ptrdiff_t times = below(8) == 0 ? below(64) : 1; times > 0; --times)
             at = bytes.insert(at, piece.begin(), piece.end());
     }
-    // What the first bytes choose is chosen evenly.
+    // Choices of the first bytes are equally likely.
     for (std::size_t i = 0; i < std::min<std::size_t>(bytes.size(), 4); ++i)
         if (below(4) == 0) bytes[i] = any();
     return bytes;

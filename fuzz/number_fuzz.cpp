@@ -37,7 +37,7 @@ std::string Display(const CGNDecimal& number) {
     return static_cast<const char*>(text);
 }
 
-// What was to be displayed, when the slow rules know the code set.
+// The expected display text, if the slow rules know the code set.
 void CheckDisplay(const CGNDecimal& number, bool converted, bool known,
                   const std::optional<std::string>& slow, const char* what) {
     const std::string shown = Display(number);

@@ -56,7 +56,7 @@ inline bool IsC(std::string text) {
     return AllOf(text, "0123456789.");
 }
 
-// How many digits stand behind each separator.
+// The number of digits after each separator.
 inline std::vector<std::size_t> GroupEnds(const std::string& grouping, std::size_t digits) {
     std::vector<std::size_t> ends;
     std::size_t end = 0, last = 0;

@@ -56,7 +56,7 @@ inline std::vector<unsigned> Starts(const std::string& text, int codeSet) {
     return starts;
 }
 
-// First, or last, index at which needle stands as whole characters; -1 when nowhere.
+// The first or last index of needle as whole characters; -1 if there is none.
 inline long Find(const std::string& hay, const std::string& needle, int codeSet,
                  bool last = false) {
     long found = -1;

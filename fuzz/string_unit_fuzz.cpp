@@ -1,5 +1,6 @@
 // Any operations on a string in any order, compared with the same operations on a plain list of
-// characters. The first byte chooses the code set; the others choose operations and arguments.
+// characters. Now and then an allocation fails: then the string has the old text, the new one or
+// none. The first byte chooses the code set; the others choose operations and arguments.
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
@@ -10,6 +11,9 @@
 #include "fuzz/check.h"
 #include "genlist.h"
 #include "mbutil.h"
+#include "ostext.h"
+#include "tests/support/allocation_gate.h"
+#include "tests/support/reported_failures.h"
 #include "tests/support/string_probe.h"
 
 namespace {
@@ -27,6 +31,8 @@ const Alphabet kAlphabets[] = {
     {11, {"a", "=", "A", "\xC7\xD1", "\x81\x41"}},
     {65, {"a", "=", "\xC3\xA9", "\xE3\x81\x82"}},
 };
+
+constexpr unsigned short kWide[] = {'w', 0x3042, 0x0E01, 0};  // not all in each code set
 
 // The text as a list of characters.
 using Model = std::vector<std::string>;
@@ -103,7 +109,7 @@ std::vector<std::string> Parts(const Model& model, const Model& delimiter) {
     return parts;
 }
 
-// A string, its model and the rest of the input that chooses what to do with them.
+// A string, its model and the rest of the input, which chooses the operations.
 class Player {
   public:
     Player(const Alphabet& alphabet, const std::uint8_t* data, std::size_t size)
@@ -111,7 +117,10 @@ class Player {
 
     bool IsOver() const { return m_at == m_end; }
     void Step() {
-        Change();
+        if (Below(5) == 0)
+            ChangeWithoutMemory();
+        else
+            Change();
         if (m_model.size() > 300) m_text.Clear(), m_model.clear();
         Check(m_text.Bytes() == Join(m_model), "text");
         Check(m_text.GetNumChars() == m_model.size(), "number of characters");
@@ -134,6 +143,7 @@ class Player {
     }
 
     void Change();
+    void ChangeWithoutMemory();
     void CheckSearches();
     void CheckParts();
 
@@ -141,12 +151,13 @@ class Player {
     const std::uint8_t *m_at, *const m_end;
     StringProbe m_text;
     Model m_model;
+    bool m_fails = false;
 };
 
 void Player::Change() {
     StringProbe& s = m_text;
     Model& model = m_model;
-    const unsigned choice = Below(31), count = Below(16);
+    const unsigned choice = Below(m_fails ? 29 : 31), count = Below(16);
     const std::size_t first = Below(model.size() + 1);
     const int at = static_cast<int>(first), n = static_cast<int>(count);
     const Model other = AnyText(), tail = Part(model, first, model.size());
@@ -239,17 +250,74 @@ void Player::Change() {
         case 27:
             s.Replace(one.c_str(), s), model = Replaced(model, character, model);
             break;
-        case 28:
+        case 29:
             s.ExpandSpecials(), s.UnexpandSpecials();
             break;
-        case 29:
+        case 30:
             s.ExpandQuotes('='), s.UnexpandQuotes('=');
             break;
-        case 30:
+        case 28:
             const bool stored = s.SetCodePageCharAt(n, one.c_str());
-            Check(stored == (count < model.size()), "place of a character");
+            Check(m_fails || stored == (count < model.size()), "place of a character");
             if (stored) model[count] = one;
     }
+}
+
+const CGNString kPadded("  a text with blanks  "), kPath("directory\\file.txt"),
+    kCapital("O\\N\nD"), kLocale("ja_JP");
+
+// Operations without a counterpart in the model.
+const std::vector<void (*)(StringProbe&)> kOthers = {
+    [](StringProbe& s) { s += kWide; },
+    [](StringProbe& s) { s = StringProbe(kWide); },
+    [](StringProbe& s) { s.CopyNChars(kWide, 3); },
+    [](StringProbe& s) { s.CopyNChars("a\x82", 2); },
+    [](StringProbe& s) { s = CGNString("text", 30); },
+    [](StringProbe& s) { s.IsEqualNoCase(kCapital); },
+    [](StringProbe& s) { s.Collate(kCapital); },
+    [](StringProbe& s) { s.ToUpper(-1); },
+    [](StringProbe& s) { s.LeftStringInBytes(s, 4); },
+    [](StringProbe& s) { s.RightStringInBytes(s, 4); },
+    [](StringProbe& s) { kPadded.LeftRightTrim(s); },
+    [](StringProbe& s) { s.UnexpandSpecials(); },
+    [](StringProbe& s) { kPath.SplitFilePath(s, s); },
+    [](StringProbe& s) { s.MakeFilePath(kPath, kCapital); },
+    [](StringProbe& s) { s.ForceTo8By3(); },
+    [](StringProbe& s) { s.ConvertSingleToDouble(); },
+    [](StringProbe& s) { s.sprintf("%s %d", "formatted", 5); },
+    [](StringProbe& s) { s.EncodeXMLString(); },
+    [](StringProbe& s) { s.ReplaceEncodingStringInHTML(kLocale); },
+    [](StringProbe& s) { OSClientFormatString(s); },
+};
+
+void Player::ChangeWithoutMemory() {
+    const Model before = m_model;
+    const std::string old = m_text.Bytes();
+    const int failing = static_cast<int>(Below(8));
+    const unsigned choice = Below(3 * kOthers.size());
+    std::string changed;
+    if (choice < kOthers.size()) {
+        StringProbe copy(m_text);
+        kOthers[choice](copy);
+        changed = copy.Bytes();
+    }
+    const ReportedFailures reported;
+    {
+        const AllocationGate gate(failing, 1);
+        m_fails = true;
+        if (choice < kOthers.size())
+            kOthers[choice](m_text);
+        else
+            Change();
+        m_fails = false;
+    }
+    if (choice >= kOthers.size()) changed = Join(m_model);
+    const std::string now = m_text.Bytes();
+    Check(now == changed || reported.Count() > 0, "a failure is reported");
+    Check(now == changed || now == old || now.empty(), "the old text, the new one or none");
+    Check(!*m_text.BrokenRule(), m_text.BrokenRule());
+    m_text = old.c_str();
+    m_model = before;
 }
 
 void Player::CheckSearches() {

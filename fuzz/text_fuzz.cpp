@@ -101,7 +101,7 @@ void CheckTokens(const std::string& text, const std::string& delimiters) {
 // difference, whether a byte is part of a character or damaged.
 void CheckComparison(const std::string& text, const std::string& needle) {
     std::string a = text.substr(0, text.size() % 8), b = a;
-    // Another byte, or a letter in the other case, which behind a lead byte is no letter.
+    // Another byte, or a letter in the other case, which is no letter after a lead byte.
     if (!a.empty() && !needle.empty()) b[text.size() % a.size()] = needle[0];
     if (!a.empty() && text.size() % 3 == 0) b = a, b[a.size() - 1] ^= 0x20;
     const std::string same(56, 'x'), capital(56, 'X'), more(70, text.size() % 2 ? 'y' : '\xA4');

@@ -83,7 +83,7 @@ void CheckFastLoops(const std::string& text, int from, int to) {
     Check(slow == whole.text && lostAt == whole.lostAt, "fast loops and single characters agree");
 }
 
-// What fits in any room is the beginning of the text in whole characters.
+// The result in any room is the beginning of the text in whole characters.
 void CheckSmallRoom(const std::vector<char>& text, int from, int to, std::size_t room) {
     const Outcome part = Convert(text.data(), text.size(), from, to, room);
     if (HasEscapes(from) || HasEscapes(to)) return;
@@ -104,7 +104,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CheckSmallRoom(text, from, to, 2 + data[2] % 64u);
     CheckFastLoops(whole, from, to);
 
-    // What is written is valid, but where codes are moved by row and cell, known or not; and
+    // The result is valid, except where unknown codes are moved by row and cell; and
     // Unicode carries it there and back, if to another code of the same character.
     for (const int unicode : {64, 65}) {
         if (to == 64 || to == 65) continue;

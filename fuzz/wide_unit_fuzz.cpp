@@ -54,6 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     InitMbutilExt(kCodeSets[data[0] % std::size(kCodeSets)]);
     std::string text(reinterpret_cast<const char*>(data) + 1, size - 1);
     text.resize(std::min<std::size_t>(std::strlen(text.c_str()), 48));
+    if (text.empty()) return 0;
     const std::int64_t length = WideLength(text.c_str(), text.size());
     Units whole(text.size() + 1);
     const long stored = ToWide(whole.data(), whole.size(), text.c_str(), text.size());

@@ -1,4 +1,4 @@
-// Day numbers, against counting the days one by one.
+// Day numbers, compared with counting the days one by one.
 #include <gtest/gtest.h>
 
 #include "genutil/calendar.h"
@@ -29,6 +29,6 @@ TEST(Calendar, AgreesWithCountingDays) {
     EXPECT_EQ(number, 5373485);
     EXPECT_EQ(DateOf(-1).year, -4713);
     EXPECT_EQ(WeekdayOf(-1), 1);
-    DayNumberOf(INT32_MIN, INT32_MIN, INT32_MAX);  // some number, and no harm
+    DayNumberOf(INT32_MIN, INT32_MIN, INT32_MAX);  // any number, but no overflow
     DateOf(INT32_MIN);
 }

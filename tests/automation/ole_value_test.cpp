@@ -153,7 +153,10 @@ TEST(OleValue, RefusesConversionsThatLoseSomething) {
         EXPECT_EQ(whole ? std::to_string(integer) : "", row.integer) << row.line;
     }
     double real = 1;
+    long long whole = 1;
     EXPECT_FALSE(COSOLEValue(kLarge).GetReal(real));
+    EXPECT_TRUE(COSOLEValue(-kLarge + 1).GetReal(real));
+    EXPECT_FALSE(COSOLEValue(9223372036854775808.0).GetInteger(whole));
     COSOLEValue decimal;
     decimal.SetDecimal(CGNDecimal("12.00"));
     long long twelve = 0;

@@ -3,7 +3,7 @@
 // conversation), "late" (answers a request with its item's name, and a while later with a refusal)
 // and "system" (takes it, and knows only text of the system's code page). Texts that it takes are
 // kept under their item's name, commands under "last"; "open" is the number of conversations. The
-// command "[quit]" ends it. With an argument behind SERVICE commands come to it in the system's
+// command "[quit]" ends it. With a second argument commands come to it in the system's
 // code page. dde_server hang has a window that answers nothing.
 #include <windows.h>
 // Behind it, which it needs.

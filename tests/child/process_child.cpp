@@ -1,4 +1,4 @@
-// A program for the tests of processes: does what its first argument says.
+// A program for the tests of processes. Its first argument is the command.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -40,7 +40,7 @@ void CloseOutput() {
     close(STDERR_FILENO);
 }
 
-// A program of its own goes on for a moment, with this one's output.
+// Starts a program that uses this one's output for a moment longer.
 void LeaveAnother(const char* self) {
 #ifdef _WIN32
     _spawnl(_P_NOWAIT, self, "child", "late", nullptr);
@@ -49,7 +49,7 @@ void LeaveAnother(const char* self) {
 #endif
 }
 
-// As the program that opens documents: tells what it was asked to.
+// Acts as the program that opens documents: logs its argument.
 int Open(const char* document) {
     char directory[4096];
     std::FILE* log = std::fopen(std::getenv("OPENED"), "w");

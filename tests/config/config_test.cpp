@@ -35,13 +35,11 @@ TEST(Config, FindsValuesInAnyCase) {
         {__LINE__, "second", "text", "", "it''s"},    {__LINE__, "third", "key", " x", " x"},
         {__LINE__, "first", "later", "none", "none"},
     };
-    // From the file, and when it is not new any more from what is kept of it.
+    // From the file, and once it is old enough from the cache.
     std::this_thread::sleep_for(std::chrono::milliseconds(80));
     for (int round = 0; round < 3; ++round)
-        for (const auto& row : kRows) {
-            SCOPED_TRACE(row.line);
-            EXPECT_EQ(Get(file, row.section, row.key, row.fallback), row.value);
-        }
+        for (const auto& row : kRows)
+            EXPECT_EQ(Get(file, row.section, row.key, row.fallback), row.value) << row.line;
 }
 
 TEST(Config, ReadsAndWritesIntegers) {
@@ -53,10 +51,9 @@ TEST(Config, ReadsAndWritesIntegers) {
     } kRows[] = {{__LINE__, "a", 12},          {__LINE__, "b", -5}, {__LINE__, "c", 0},
                  {__LINE__, "d", 2147483647L}, {__LINE__, "e", 7},  {__LINE__, "missing", -42}};
     for (const auto& row : kRows) {
-        SCOPED_TRACE(row.line);
         long value = 1;
-        EXPECT_EQ(OSGetConfig(value, -42, "n", row.key, file.Path()), 1);
-        EXPECT_EQ(value, row.value);
+        EXPECT_EQ(OSGetConfig(value, -42, "n", row.key, file.Path()), 1) << row.line;
+        EXPECT_EQ(value, row.value) << row.line;
     }
     const int written = -2147483647 - 1;
     EXPECT_EQ(OSSetConfig(written, "n", "a", file.Path()), 1);

@@ -51,10 +51,8 @@ TEST(IniEdit, ChangesOneLineOnly) {
         {__LINE__, ";c\n [b]\nk=2", "b", nullptr, nullptr, ";c\n"},
         {__LINE__, "\xEF\xBB\xBF[a]", "a", nullptr, nullptr, "\xEF\xBB\xBF"},
     };
-    for (const auto& row : kRows) {
-        SCOPED_TRACE(row.line);
-        EXPECT_EQ(Changed(row.text, row.section, row.key, row.value), row.changed);
-    }
+    for (const auto& row : kRows)
+        EXPECT_EQ(Changed(row.text, row.section, row.key, row.value), row.changed) << row.line;
     // A symbol whose second byte is "=".
     const CodeSetGuard johab(mbJohab);
     EXPECT_TRUE(IniHolds("a", "\xD9=", "v"));

@@ -55,7 +55,7 @@ TEST(Preferences, ReadsSectionsUnchanged) {
         {__LINE__, "[A]\nk=1\n[a]\nk=2\n[c]", "a", "k=2"},
         {__LINE__, " [a]\nk=1\n", "a", nullptr},
         {__LINE__, "[ab]\nk=1\n", "a", nullptr},
-        {__LINE__, "[a]\n[b]\nk=1\n[c]\n", "a", "[b]\nk=1"},  // nothing stands before the head
+        {__LINE__, "[a]\n[b]\nk=1\n[c]\n", "a", "[b]\nk=1"},  // nothing precedes the head
         {__LINE__, "[a]", "a", ""},
         {__LINE__, "\xEF\xBB\xBF[a]\nk=1\n[b]", "a", "k=1"},
     };

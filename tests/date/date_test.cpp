@@ -46,11 +46,9 @@ TEST(Date, ConvertsDayNumbers) {
 }
 
 TEST(Date, KeepsUncheckedFields) {
-    CGNDate date;
-    EXPECT_TRUE(date.IsEmpty());
-    EXPECT_EQ(date.GetWeekday(), 2);
-    date = CGNDate(2010, 1, 3, 15, 9);
-    EXPECT_EQ(date.GetWeekday() * 10 + date.GetYearBC(), 91);
+    CGNDate date(2010, 1, 3, 15, 9);
+    EXPECT_EQ(date.GetWeekday(), 9);
+    EXPECT_EQ(date.GetYearBC(), 1);
     std::tm record;
     date.ToTM(&record);
     EXPECT_EQ(record.tm_year, 110);
@@ -59,15 +57,23 @@ TEST(Date, KeepsUncheckedFields) {
     EXPECT_EQ(record.tm_wday, 9);
     date.Empty();
     EXPECT_TRUE(date.IsEmpty());
-    EXPECT_EQ(date.GetWeekday() + date.GetYearBC(), 0);
+    EXPECT_EQ(date.GetWeekday(), 0);
+    EXPECT_EQ(date.GetYearBC(), 0);
+    EXPECT_TRUE(CGNDate().IsEmpty());
+    EXPECT_EQ(CGNDate().GetWeekday(), 2);
 }
 
 TEST(Date, KnowsLeapYearsWeeksAndCenturies) {
-    EXPECT_EQ(CGNDate::IsLeapYear(2000, 2, 29), 0);
-    EXPECT_EQ(CGNDate::IsLeapYear(2000, 10, 15), 1);
-    EXPECT_EQ(CGNDate::IsLeapYear(2000, 10, 14) + CGNDate::IsLeapYear(2000, 9, 30), 0);
-    EXPECT_EQ(CGNDate::IsLeapYear(2004, 1, 1) + CGNDate::IsLeapYear(1580, 1, 1), 2);
-    EXPECT_EQ(CGNDate::IsLeapYear(1900, 12, 31) + CGNDate::IsLeapYear(1500, 12, 31), 0);
+    const struct {
+        int line, year, month, day, leap;
+    } kYears[] = {
+        {__LINE__, 2000, 2, 29, 0},  {__LINE__, 2000, 10, 14, 0}, {__LINE__, 2000, 9, 30, 0},
+        {__LINE__, 2000, 10, 15, 1}, {__LINE__, 2004, 1, 1, 1},   {__LINE__, 1580, 1, 1, 1},
+        {__LINE__, 1900, 12, 31, 0}, {__LINE__, 1500, 12, 31, 0},
+    };
+    for (const auto& row : kYears)
+        EXPECT_EQ(CGNDate::IsLeapYear(row.year, row.month, row.day), row.leap)
+            << row.year << '-' << row.month << '-' << row.day;
     const struct {
         int line, year, month, day, week;
     } kWeeks[] = {{__LINE__, 2010, 1, 1, 53},   {__LINE__, 2010, 1, 3, 53},
@@ -156,7 +162,7 @@ TEST(Date, FormatsByTheLocalesFormat) {
     const CustomLocale locale("en_US", "d.yyy", "dd MMMM yyyy", "H:mm");
     CGNDate date(friday);
     EXPECT_EQ(date.FormatForDisplay(0), 0);
-    EXPECT_EQ(Display(date), "5.");  // what stands before the malformed run
+    EXPECT_EQ(Display(date), "5.");  // the text before the malformed run
     EXPECT_EQ(date.AddDateString(2), 1);
     EXPECT_EQ(Display(date), "5.05 March 2010");
     EXPECT_EQ(date.FormatForDisplay(7), 1);

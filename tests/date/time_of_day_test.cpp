@@ -78,7 +78,7 @@ TEST(TimeOfDay, FormatsByTheLocalesFormat) {
     EXPECT_EQ(CGNTime::Is12Hour(), 1);
 }
 
-// The result goes to the scratch values, of which only a moment lets one look at all.
+// The result goes to scratch fields, all of which only a moment shows.
 TEST(TimeOfDay, ReadsInTheLocalesFormat) {
     const struct {
         int time;  // hhmmss; -1 no time, -3 out of range
@@ -126,7 +126,7 @@ TEST(TimeOfDay, ReadsInTheLocalesFormat) {
                                      "5\x95\xAA",
                                      rest),
               1);
-    EXPECT_EQ(time.GetSecondsFromMidnight(), 45000);  // its own, not what was read
+    EXPECT_EQ(time.GetSecondsFromMidnight(), 45000);  // its own value, not the one that was read
     locale->Customize("h:mm tt", "", "", 1, "", 1, 1, "", "", "", "ja_JP");
     locale->SetAMPMMarker(0, "AM");
     EXPECT_EQ(time.GetTimeFromString("12:07 AM", rest), 1);

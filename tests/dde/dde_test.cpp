@@ -185,7 +185,7 @@ TEST_F(Dde, TalksToAPartnerInTheSystemCodePage) {
     const bool japanese = std::string_view(std::getenv("TEST_LANGUAGE")) == "ja_JP";
     const CodeSetGuard codeSet(japanese ? mbShiftJis : mbWestern);
     const char* const word = japanese ? "\x93\x8C\x8B\x9E\x83\x5C" : "caf\xE9";
-    OSDDESend(m_service, "take", "[quit]");  // it may be gone before its answer
+    OSDDESend(m_service, "take", "[quit]");  // it may end before its answer
     std::snprintf(m_service, sizeof m_service, "Narrow");
     StartServer(" narrow");
     OSDDEConversation conversation;

@@ -1,4 +1,4 @@
-// Assertions: what is written, what is called, and what keeps a callback from calling itself.
+// Assertions: traced lines, callbacks, and protection from recursion.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -55,7 +55,7 @@ unsigned char React(void* argument) {
 TEST_F(Assertion, FailuresAreTracedOnceTurnedOn) {
     EXPECT_EQ(CGNAssert::Instance(), CGNAssert::Instance());
     EXPECT_EQ(CGNAssert::Instance()->cgnassert(0, "file", 1), 0);
-    EXPECT_EQ(CGNAssert::Instance()->cgnassert(1, "file", 1), 0);  // also for what holds
+    EXPECT_EQ(CGNAssert::Instance()->cgnassert(1, "file", 1), 0);  // also for a true condition
     EXPECT_EQ(m_file.Bytes(), "");
     CGNAssert::Instance()->SetNativeAssert(0);
     EXPECT_EQ(CGNAssert::Instance()->cgnassert(1, "file", 1), 1);

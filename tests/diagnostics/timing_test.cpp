@@ -1,4 +1,4 @@
-// Stopwatches and totals of time.
+// Stopwatches and cumulative times.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -19,7 +19,7 @@ void Collect(const char* line) {
     g_lines += line;
 }
 
-// What a stopwatch logs while `use` has it and after.
+// The lines that a stopwatch logs during and after `use`.
 template <class Use>
 std::string Logged(Use use) {
     g_lines.clear();
@@ -68,7 +68,7 @@ TEST_F(Timing, ScalesPerformanceTimeTwice) {
     OSPerfTime(seconds, value);
     const auto ticks = static_cast<unsigned>(value);
     EXPECT_EQ(value, static_cast<int>(ticks));
-    // value is all the milliseconds times 1000; modulo 2 to the 32 they can be told from the
+    // value is the milliseconds times 1000; modulo 2 to the 32 they can be told from the
     // seconds.
     const unsigned rest = ticks - static_cast<unsigned>(seconds) * 1000000u;
     EXPECT_LT(rest, 1000000u);

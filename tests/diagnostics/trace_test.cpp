@@ -81,7 +81,7 @@ TEST(Trace, FormatsLines) {
     EXPECT_EQ(t.Lines(),
               "module : 5 and text : Line     7 in x\nno module : Line     7 in x\n"
               "m : no position\nposition off: 100%\n");
-    EXPECT_EQ(printed,  // where the separator stands always
+    EXPECT_EQ(printed,  // always with the separator
               "module : 5 and text : Line     7 in x\n : no module : Line     7 in x\n"
               "m : no position\n : position off: 100%\n");
 }

@@ -1,5 +1,5 @@
-// Files and directories: what is read is what was written, every failure has its stated result, and
-// nothing is removed that was not asked for.
+// Files and directories: contents, results of failures, and
+// that nothing else is removed.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -55,7 +55,7 @@ class Files : public testing::Test {
     }
 };
 
-// What a reader hands out, and its result.
+// The buffer of a reader, and its result.
 struct Contents {
     template <class Reader>
     explicit Contents(Reader read) : buffer(const_cast<char*>("untouched")) {
@@ -151,7 +151,7 @@ TEST_F(Files, ReadsTheLengthFromTheTrailer) {
         {__LINE__, hundred, "DATA", "DATA", -1},
         {__LINE__, "abc", "M:3", "M", 3},
         {__LINE__, "a:2c", "M:3", "M", 2},  // the first ":" of the tail, which is all of it
-        {__LINE__, hundred + "M:3", "abcdefghijklmnop", "M", -1},  // the marker's M lies before it
+        {__LINE__, hundred + "M:3", "abcdefghijklmnop", "M", -1},  // the marker is outside the tail
         {__LINE__, hundred + "M:3", "abcdefghijklmn", "M", 3},
     };
     for (const auto& row : kRows) {
@@ -274,30 +274,23 @@ TEST_F(Files, ReturnsTheErrorOfMakingAndRemoving) {
     EXPECT_EQ(Left(""), Names{"file"});
 }
 
-TEST_F(Files, RemovesContentsOneLevelDeep) {
+TEST_F(Files, RemovesContentsOneLevelDeepAndTreesWhole) {
     for (const char* name : {"d/a", "d/b.c", "d/.hidden"}) Put(name);
     EXPECT_EQ(OSRemoveDirectoryAndContents(Path("d")), 0);
-    EXPECT_FALSE(Has("d"));
     for (const char* name : {"d/a", "d/sub/b"}) Put(name);
     EXPECT_EQ(OSRemoveDirectoryAndContents(Path("d")), osDirectoryNotEmpty);
     EXPECT_EQ(Left("d"), Names{"sub"});
     EXPECT_TRUE(Has("d/sub/b"));
-}
-
-TEST_F(Files, RemovesTrees) {
-    std::string path = "tree";
+    std::string path = "d";
     for (int i = 0; i < 64; ++i) Put((path += "/d") + "/f");
-    Put("tree/locked/f");
-    Put("tree/readonly");
-    fs::permissions(At("tree/readonly"), fs::perms::owner_read);
-    fs::permissions(At("tree/locked"), fs::perms::owner_read);
-    EXPECT_EQ(OSDeleteDirectoryTree(Path("tree\\")), 0);
-    EXPECT_FALSE(Has("tree"));
-    Put("file");
+    for (const char* name : {"d/locked/f", "d/readonly", "file"}) Put(name);
+    for (const char* name : {"d/locked", "d/readonly"})
+        fs::permissions(At(name), fs::perms::owner_read);
+    EXPECT_EQ(OSDeleteDirectoryTree(Path("d\\")), 0);
+    EXPECT_EQ(Left(""), Names{"file"});
     EXPECT_EQ(OSDeleteDirectoryTree(Path("file")), 0);
     EXPECT_EQ(Left(""), Names());
 }
-
 TEST_F(Files, RemovesTreesDeeperThanAnyPath) {
     if (!kPosix) GTEST_SKIP() << "the shell's paths end at 260 characters";
     const fs::path here = fs::current_path();
@@ -320,7 +313,7 @@ TEST_F(Files, RemovesLinksNotTheirTargets) {
     for (const auto remove :
          {OSRemoveDirectory, OSRemoveFile, OSRemoveDirectoryAndContents, OSDeleteDirectoryTree})
         for (const char* name : {"link", "link\\", "link/."}) {
-            // A file's name has nothing behind it.
+            // Names of files have no trailing separator.
             if (remove == OSRemoveFile && std::strcmp(name, "link") != 0) continue;
             Link("kept", "link");
             EXPECT_EQ(remove(Path(name)), 0) << name;
@@ -461,7 +454,7 @@ TEST_F(Files, MakesUnusedReportNames) {
     ASSERT_EQ(OSWriteBinaryFileContents(&byte, 1, second, osFailIfExists), 1);
     ASSERT_TRUE(OSGetReportTempFileName("Sales", qualifier.c_str(), third));
     EXPECT_STREQ(third, (path + ".002").c_str());
-    EXPECT_EQ(OSRemoveFile(first) + OSRemoveFile(second), 0);
+    for (const CGNString& made : {first, second}) EXPECT_EQ(OSRemoveFile(made), 0);
     ASSERT_TRUE(OSGetReportTempFileName(nullptr, std::string(300, 'q').c_str(), first));
     EXPECT_EQ(first.GetNumChars(), 256U);
 }
@@ -534,7 +527,7 @@ TEST_F(Files, ReopensNamesThatDoNotConvert) {
         OSDeleteDirectoryTree(Path("\xC3\xA9"));
         EXPECT_EQ(Left(""), Names());
     }
-    // A separator of this library in a name of the system: nothing else goes in its place.
+    // A system's name with a separator of this library: only that file is removed.
     Put("d\\e");
     Put("d/e");
     OSRemovePatternFromDirectory("files_test",

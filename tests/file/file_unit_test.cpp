@@ -52,8 +52,8 @@ TEST(NamePattern, MatchesLikeWindows) {
         }
 }
 
-// Each allocation fails once: the call has a result that tells, or the failure was made good, it is
-// reported in either case, and nothing but what was asked for is removed.
+// Each allocation fails once: the call succeeds or returns an error, the failure is reported, and
+// nothing else is removed.
 TEST(FileMemory, FailedAllocationsAreReported) {
     const CodeSetGuard japanese(mbShiftJis);
     const fs::path top = fs::absolute("file_memory_test");

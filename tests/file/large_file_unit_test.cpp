@@ -36,7 +36,7 @@ TEST(LargeFile, ReadsUpToTheTrailer) {
         int line;
         std::int64_t hole;
         const char* end;
-        const char* contents;  // with the trailer taken for what it says
+        const char* contents;  // up to the length in the trailer
     } kRows[] = {
         {__LINE__, k2Gb - 10, "DATA:7", "0123456"},
         {__LINE__, k2Gb + 10, "DATA:7", "0123456"},
@@ -59,7 +59,7 @@ TEST(LargeFile, ReadsUpToTheTrailer) {
         EXPECT_EQ(OSGetBinaryFileContents(buffer, file.kPath), 0);
         EXPECT_EQ(buffer, nullptr);
     }
-    EXPECT_EQ(reported.Count(), 0);  // nobody asked for so much memory
+    EXPECT_EQ(reported.Count(), 0);  // no such allocation was tried
 }
 
 TEST(LargeFile, AppendsAtTheEnd) {
@@ -82,7 +82,7 @@ TEST(LargeFile, AppendsAtTheEnd) {
     }
 }
 
-// What a line's reader gives back it finds by the place in the stream.
+// The reader returns the rest of a line to the stream by its position.
 TEST(LargeFile, ReadsLinesAtLargePositions) {
     const CodeSetGuard japanese(mbShiftJis);
     const LargeFile file(k4Gb + 3, "a\xA4\xA2\xA4\xA4\n");

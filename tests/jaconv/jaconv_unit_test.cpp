@@ -136,7 +136,7 @@ TEST(JapaneseConversion, ConvertsKnownTexts) {
             // An escape byte that begins none of the sequences is a character.
             {__LINE__, 3, 5, "\x1B[1m\x1B(A\x1B", "\x1B[1m\x1B(A\x1B"},
             {__LINE__, 3, 5, "\x1B$B$\"\x1B\x1B(B$", "\x82\xA0\x1B$"},
-            // JIS that every reader understands; what would be read as a shift is lost.
+            // Portable JIS; bytes that would be read as shifts are lost.
             {__LINE__, 5, 3, "\x82\xA0\n\x82\xA0", "\x1B$B$\"\x1B(B\n\x1B$B$\"\x1B(B"},
             {__LINE__, 5, 3, "\x82\xA0\xB1z\0z"s, "\x1B$B$\"\x1B(I1\x1B(Bz\0z"s},
             {__LINE__, 5, 3, "\x1B[1m", "\x1B[1m"},

@@ -1,5 +1,5 @@
 // Lists of numbers, of strings and of lists; calls to make later; the checksum. Any operations in
-// any order are compared with vectors by fuzz/list_fuzz.cpp.
+// any order are compared with vectors by fuzz/list_unit_fuzz.cpp.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -70,7 +70,7 @@ TEST(StringList, InsertsAnItemOfItsOwnOnce) {
     CGNStringList list = ListOf("b;c;C");
     EXPECT_TRUE(list.InsertUnique(0, *list.GetItem(2)));
     EXPECT_EQ(Join(list), "C|b|c|");
-    EXPECT_FALSE(list.InsertUnique(3, "c"));  // outside without the old one, which is gone
+    EXPECT_FALSE(list.InsertUnique(3, "c"));  // outside once the old one is deleted
     EXPECT_EQ(Join(list), "C|b|");
 }
 

@@ -1,9 +1,7 @@
-// Capacities of lists, and failures of memory.
+// Capacities of lists. fuzz/list_unit_fuzz.cpp tries operations with allocations that fail.
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <set>
-#include <string>
 
 #include "genlist.h"
 #include "tests/support/allocation_gate.h"
@@ -41,27 +39,6 @@ TEST(ListStorage, GrowsInBlocks) {
     EXPECT_EQ(other.GetItem(0), 1);
 }
 
-struct Lists {
-    CGNList numbers{1, 1};
-    CGNStringList strings{1, 1};
-    CGNStringListList lists;
-    CGNCleanupList calls;
-};
-
-// Each string is one that was added, or null; each list in the list is complete.
-void ExpectWhole(const Lists& lists) {
-    static const std::set<std::string> kAdded = {"first", "second", "text", "more", "a", "b", "c"};
-    for (int i = 0; i < lists.strings.GetCount(); ++i) {
-        const CGNString* item = lists.strings.GetItem(i);
-        EXPECT_TRUE(!item || kAdded.count(static_cast<const char*>(*item))) << i;
-    }
-    for (int i = 0; i < lists.lists.GetCount(); ++i) {
-        ASSERT_NE(lists.lists.GetItem(i), nullptr);
-        EXPECT_EQ(lists.lists.GetItem(i)->GetCount(), 2);
-        EXPECT_NE(lists.lists.GetItem(i)->GetItem(1), nullptr);
-    }
-}
-
 TEST(ListStorage, FailedInsertionKeepsTheEqualString) {
     CGNStringList list;
     list.ParseFrom(";a;b", ';');
@@ -87,41 +64,6 @@ TEST(ListStorage, GrowingListSeldomMoves) {
         EXPECT_LE(items, capacity + 10 + (capacity + 10) / 8);
     }
     EXPECT_LT(moves, 100);
-}
-
-TEST(ListStorage, FailedAllocationsLeaveAUsableList) {
-    static const CGNString kText("text");
-    const std::function<void(Lists&)> kOperations[] = {
-        [](Lists& l) { l.numbers.AddItem(5), l.numbers.AddItem(6); },
-        [](Lists& l) { l.numbers.InsertItem(0, 5), l.numbers.SetItem(l.numbers.GetCount(), 6); },
-        [](Lists& l) { CGNList(l.numbers).AddItem(1), l.numbers = CGNList(7, 3); },
-        [](Lists& l) { l.strings.AddItem(kText), l.strings.AddItem("more"); },
-        [](Lists& l) { l.strings.InsertItem(0, kText), l.strings.InsertUnique(0, kText); },
-        [](Lists& l) { l.strings.ParseFrom("a;b;c", ';'), l.strings.AddUnique(kText); },
-        [](Lists& l) { l.strings.AddItem("a"), l.strings.Sort(); },
-        [](Lists& l) { l.strings = CGNStringList(l.strings) += l.strings; },
-        [](Lists& l) { l.lists.AddItem(l.strings), l.lists.InsertItem(0, l.strings); },
-        [](Lists& l) { l.lists = CGNStringListList(l.lists); },
-        [](Lists& l) { l.calls.AddItem([](void*) {}, nullptr), l.calls.Execute(); },
-    };
-    for (const auto& operation : kOperations)
-        for (int failing = 0; failing < 100; ++failing) {
-            Lists lists;
-            lists.strings.AddItem("first");
-            lists.strings.AddItem("second");
-            lists.lists.AddItem(lists.strings);
-            const ReportedFailures reported;
-            {
-                const AllocationGate gate(failing, 1);
-                operation(lists);
-                if (gate.Count() <= failing) break;  // all of its allocations have failed once
-            }
-            EXPECT_GT(reported.Count(), 0);
-            ExpectWhole(lists);
-            operation(lists);
-            EXPECT_TRUE(lists.strings.AddItem("usable"));
-            EXPECT_STREQ(*lists.strings.GetItem(lists.strings.GetCount() - 1), "usable");
-        }
 }
 
 }  // namespace

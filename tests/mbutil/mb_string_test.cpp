@@ -63,7 +63,7 @@ TEST(MbCompare, IgnoresCase) {
     EXPECT_EQ(compare(5, "ab", "abc"), -1);
     EXPECT_EQ(compare(5, "abc", "AB"), 1);
     EXPECT_EQ(compare(5, "\x83\x41", "\x83\x61"), -1);  // trail bytes are not letters
-    EXPECT_EQ(compare(5, "\x82\xA0", "z"), 1);          // more bytes sort behind fewer
+    EXPECT_EQ(compare(5, "\x82\xA0", "z"), 1);          // more bytes sort after fewer
     EXPECT_EQ(compare(5, "z", "\x82\xA0"), -1);
     EXPECT_EQ(compare(5, "\xB1", "a"), -1);  // bytes order as signed chars
     EXPECT_EQ(compare(0, "\xC9t\xE9", "\xE9T\xC9"), 0);

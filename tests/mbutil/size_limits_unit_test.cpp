@@ -1,4 +1,4 @@
-// Lengths near the end of what a size counts: what is computed of them does not wrap around.
+// Sizes near the largest number do not wrap around.
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t kMost = static_cast<std::size_t>(-1);
 
-// What is as large as it must be fails; what wrapped around would be granted.
+// Allocations of the correct size fail, those of a size that wrapped around would not.
 struct MemoryOf2Gb {
     MemoryOf2Gb() {
         genutil::g_allocationGate = [](std::size_t bytes) { return bytes < INT_MAX; };

@@ -43,7 +43,7 @@ TEST(UnicodeConvert, ConvertsKnownTexts) {
             {__LINE__, 11, 12, "\xB0\xA1", "\x88\x61"},
             {__LINE__, 65, 64, "z\xF0\x9F\x98\x80", UNITS(u"z\U0001F600")},
             {__LINE__, 64, 65, UNITS(u"z\U0001F600"), "z\xF0\x9F\x98\x80"},
-            // What is lost: one mark for a character, however long; one for each invalid byte.
+            // Losses: one mark for a character of any length, one for each invalid byte.
             {__LINE__, 65, 5, "\xF0\x9F\x98\x80z\xE0\xB8\x81", "\x81\xACz\x81\xAC", "0 5 "},
             {__LINE__, 65, 4, "\xE0\xB8\x81", "\xA2\xAE", "0 "},
             {__LINE__, 65, 3, "z\xE0\xB8\x81z", "z\x1B$B\".\x1B(Bz", "1 "},
@@ -56,18 +56,19 @@ TEST(UnicodeConvert, ConvertsKnownTexts) {
             {__LINE__, 4, 0, "\x8F\xB0\xA1\x8E\xB1\x8F\xA1\xA1", "???", "0 3 5 "},
             {__LINE__, 10, 65, "\x8E\xA2\xA1\xA1\x8E\xA5\xA1\xA1", "\xE4\xB9\x82\xEF\xBF\xBD",
              "4 "},
-            // Escapes: positions are those of characters, lines stand alone, texts end in ASCII.
+            // Escapes: positions are those of characters, each line has its own, texts end in
+            // ASCII.
             {__LINE__, 3, 65, "\x1B$B$\"!)\x1B(Bz\x1B(I1", "\xE3\x81\x82\xEF\xBC\x9Fz\xEF\xBD\xB1"},
             {__LINE__, 3, 0, "A\x1B$B$\"\x1B(JB", "A?B", "4 "},
             {__LINE__, 3, 65, "\xB1\x1B$@$\"\x1B[B",
              "\xEF\xBD\xB1\xE3\x81\x82\xEF\xBF\xBD\xE6\x9D\xAA",
-             "6 "},  // no escape, so the set stays
+             "6 "},  // no escape, so the set is unchanged
             {__LINE__, 65, 41, "\xE4\xBD\xA0\n\xE4\xBD\xA0\xE4\xB9\x82",
              "\x1B$)A\x0E\x44\x63\x0F\n\x1B$)A\x0E\x44\x63\x1B$*H\x1BN!!\x0F"},
             {__LINE__, 41, 65, "\x1B$)A\x0E\x44\x63\x1B$*H\x1BN!!\x0F", "\xE4\xBD\xA0\xE4\xB9\x82"},
             {__LINE__, 65, 42, "z\xEA\xB0\x80z", "\x1B$)Cz\x0E\x30!\x0Fz"},
             {__LINE__, 5, 42, "\x1B$B", "\x1B$)C?$B", "0 "},
-            // A byte-order mark belongs to its own code set, and tells the byte order.
+            // A byte-order mark is dropped and decides the byte order.
             {__LINE__, 65, 5, "\xEF\xBB\xBFz", "z"},
             {__LINE__, 64, 65, "\xFF\xFEz\0"s, "z"},
             {__LINE__, 64, 65, "\xFE\xFF\0z0B"s, "z\xE3\x81\x82"},

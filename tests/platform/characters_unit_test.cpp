@@ -1,4 +1,4 @@
-// What the platform says of characters.
+// Classes and case of characters of the platform layer.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -7,8 +7,7 @@
 
 using namespace genutil;
 
-// Of all 16-bit characters at once: letters and their case, digits, signs, blanks and what cannot
-// be printed.
+// A checksum over all 16-bit characters: letters and their case, digits, signs, blanks, controls.
 TEST(Characters, HaveTheSameChecksumOnEveryPlatform) {
     std::uint32_t all = 0;
     for (std::uint32_t c = 0; c <= 0xFFFF; ++c) {

@@ -1,5 +1,4 @@
-// What the platform says of Windows code pages, raw; what the engine makes of it has tests of its
-// own.
+// Windows code pages of the platform layer.
 #include <gtest/gtest.h>
 
 #include <vector>

@@ -44,10 +44,9 @@ TEST(IcuPattern, TranslatesFieldsAndQuotesLetters) {
         {__LINE__, u"", u""},
     };
     for (const auto& row : kRows) {
-        SCOPED_TRACE(row.line);
         Unit out[80];
-        EXPECT_TRUE(WindowsPattern(Units(row.icu), out, 80));
-        EXPECT_EQ(Text(out), row.windows);
+        EXPECT_TRUE(WindowsPattern(Units(row.icu), out, 80)) << row.line;
+        EXPECT_EQ(Text(out), row.windows) << row.line;
     }
 }
 
@@ -96,11 +95,10 @@ TEST(IcuPattern, TranslatesNumberPatterns) {
         {__LINE__, u"#,##0;#,##0-", u"3;0", 3},  {__LINE__, u"#,##0;#,##0\u00A0-", u"3;0", 4},
     };
     for (const auto& row : kRows) {
-        SCOPED_TRACE(row.line);
         Unit out[8];
         GroupingOfPattern(Units(row.pattern), out);
-        EXPECT_EQ(Text(out), row.grouping);
-        EXPECT_EQ(NegativeFormatOfPattern(Units(row.pattern)), row.negative);
+        EXPECT_EQ(Text(out), row.grouping) << row.line;
+        EXPECT_EQ(NegativeFormatOfPattern(Units(row.pattern)), row.negative) << row.line;
     }
     char16_t text[] = u"\u200E\u2212a\u202Fb\u061C";
     PlainText(reinterpret_cast<Unit*>(text), ' ');

@@ -1,4 +1,4 @@
-// What the platform says of the locales in the library's table, and its way into their code sets.
+// Facts of the platform about the locales in the library's table, in their code sets.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// What the platform says of the user and of letters.
+// The user's locale and the table of locales.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -37,7 +37,7 @@ TEST(Locales, TableHasItsChecksum) {
     }
     EXPECT_EQ(rows, 156);
     EXPECT_EQ(all, 732969866u);
-    // A language without a country stands for its first; of several locales the first row decides.
+    // A language without a country means its first row; of several rows the first decides.
     for (const auto& [language, codeSet] :
          {std::pair{0x11u, 5}, {0x411u, 5}, {0u, 0}, {0x4u, 9}, {0x41au, 24}, {0x811u, 0}})
         EXPECT_EQ(CodeSetOfLanguage(language), codeSet) << language;
@@ -54,6 +54,6 @@ TEST(Locales, FirstCallOverridesAnEarlierChoice) {
     mbnextidx("zz", 0);
     EXPECT_EQ(mbGetLocaleCodeSet(), CodeSetOfLanguage(UserLanguage()));
     EXPECT_EQ(InitMbutilExt(mbKorean), CodeSetOfLanguage(UserLanguage()));
-    EXPECT_EQ(mbnextidx("\x82\xA0z", 0), 2u);  // an explicit choice now stays
+    EXPECT_EQ(mbnextidx("\x82\xA0z", 0), 2u);  // an explicit choice is now kept
     InitMbutil();
 }

@@ -1,4 +1,4 @@
-// What both sides promise of modules.
+// Modules of the platform layer.
 #include <gtest/gtest.h>
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-// What the platform promises of threads and locks, where nothing above it shows.
+// Threads and locks of the platform layer that no caller shows.
 #include <gtest/gtest.h>
 
 #include <atomic>

@@ -225,10 +225,10 @@ TEST(Environment, ReplacesReferencesToVariables) {
         {__LINE__, "100%", "100%"},
         {__LINE__, "%GN_A%x", "12345x"},
         {__LINE__, "a%GN_A%%GN_A%b%GN_A", "a1234512345b%GN_A"},
-        // The search goes on behind an unknown name: its second sign begins no other.
+        // The search continues after an unknown name: its second sign begins no other.
         {__LINE__, "%NO%GN_A%", "%NO%GN_A%"},
         {__LINE__, "%%GN_A%%", "%%GN_A%%"},
-        // A value's own reference is found only where the place to go on from lies before it.
+        // A reference in a value is found only if the search continues before it.
         {__LINE__, "%GN_REF%", "[12345]"},
         {__LINE__, "%GN\\B%", "no path"},
         {__LINE__, "x%GN_LONG%", Join({"x", longest})},

@@ -27,36 +27,36 @@ std::string After(const char* text, Operation operation) {
 }
 
 TEST(StringEncode, EscapesInEveryCodeSet) {
+    const struct {
+        int line;
+        void (*encode)(CGNString&);
+        const char* result;  // of a&<b>"c'\ and line ends of all kinds
+    } rows[] = {
+        {__LINE__, [](CGNString& s) { s.EncodeHtmlString(); },
+         "a&amp;&lt;b&gt;\"c'\\<br><br>d\r&amp;amp;"},
+        {__LINE__, [](CGNString& s) { s.EncodeHtmlStringTextArea(); },
+         "a&amp;&lt;b&gt;\"c'\\\r\n\nd\r&amp;amp;"},
+        {__LINE__, [](CGNString& s) { s.EncodeHtmlQuotedString(); },
+         "a&amp;<b>&quot;c'\\&#13;&#10;&#10;d&#13;&amp;amp;"},
+        {__LINE__, [](CGNString& s) { s.EncodeXMLString(); },
+         "a&amp;&lt;b&gt;&quot;c&apos;\\\r\n\nd\r&amp;amp;"},
+        {__LINE__, [](CGNString& s) { s.EncodeJavaScriptQuotedString(0); },
+         "a&<b>\\\"c\\'\\\\\\r\\n\\nd\\r&amp;"},
+        {__LINE__, [](CGNString& s) { s.EncodeJavaScriptQuotedString(1); },
+         "a&<b>\\\"c\\'\\\\   d &amp;"},
+    };
     for (const int inCodeSet : {0, 3, 5, 9, 11, 65}) {
-        SCOPED_TRACE(inCodeSet);
         CodeSetGuard codeSet(inCodeSet);
-        const char* const text = "a&<b>\"c'\\\r\n\nd\r&amp;";
-        const auto html = [](CGNString& s) { s.EncodeHtmlString(); };
-        const auto area = [](CGNString& s) { s.EncodeHtmlStringTextArea(); };
-        const auto quoted = [](CGNString& s) { s.EncodeHtmlQuotedString(); };
-        const auto xml = [](CGNString& s) { s.EncodeXMLString(); };
-        const auto script = [](CGNString& s) { s.EncodeJavaScriptQuotedString(0); };
-        const auto flat = [](CGNString& s) { s.EncodeJavaScriptQuotedString(1); };
-        EXPECT_EQ(After(text, html), "a&amp;&lt;b&gt;\"c'\\<br><br>d\r&amp;amp;");
-        EXPECT_EQ(After(text, area), "a&amp;&lt;b&gt;\"c'\\\r\n\nd\r&amp;amp;");
-        EXPECT_EQ(After(text, quoted), "a&amp;<b>&quot;c'\\&#13;&#10;&#10;d&#13;&amp;amp;");
-        EXPECT_EQ(After(text, xml), "a&amp;&lt;b&gt;&quot;c&apos;\\\r\n\nd\r&amp;amp;");
-        EXPECT_EQ(After(text, script), "a&<b>\\\"c\\'\\\\\\r\\n\\nd\\r&amp;");
-        EXPECT_EQ(After(text, flat), "a&<b>\\\"c\\'\\\\   d &amp;");
-        EXPECT_EQ(After("\r", html), "\r");
-        CGNString never;
-        for (const auto& encode : {+html, +area, +quoted, +xml, +script, +flat}) {
-            encode(never);
-            EXPECT_EQ(After("plain text of no interest", encode), "plain text of no interest");
+        for (const auto& row : rows) {
+            EXPECT_EQ(After("a&<b>\"c'\\\r\n\nd\r&amp;", row.encode), row.result) << row.line;
+            for (const char* plain : {"", "plain text of no interest"})
+                EXPECT_EQ(After(plain, row.encode), plain) << row.line;
         }
-        never.EncodeReplace("", "x");
-        never.EncodeReplace("x", "y");
-        never.EncodeReplace(nullptr, nullptr);
-        EXPECT_TRUE(never.IsEmpty());
-        EXPECT_EQ(After("axbx", [](CGNString& s) { s.EncodeReplace("x", s); }), "aaxbxbaxbx");
     }
+    EXPECT_EQ(After("\r", rows[0].encode), "\r");
+    EXPECT_EQ(After("axbx", [](CGNString& s) { s.EncodeReplace("x", s); }), "aaxbxbaxbx");
+    EXPECT_EQ(After("a\xE9z", [](CGNString& s) { s.EncodeReplace(nullptr, nullptr); }), "a\xE9z");
 }
-
 TEST(StringEncode, EscapesWholeCharacters) {
     const auto script = [](CGNString& s) { s.EncodeJavaScriptQuotedString(0); };
     ExpectTextsIn([&](const char* text) { return After(text, script); },

@@ -112,7 +112,7 @@ TEST(String, GetStringFitsTheBuffer) {
     EXPECT_EQ(get("abcdef", 1), "");
     EXPECT_EQ(get("abcdef", 0), "");
     EXPECT_EQ(get("", 3), "");
-    EXPECT_EQ(get("a\x82\xA0z", 2), "a");      // byte 2 lies inside a character: cut before it
+    EXPECT_EQ(get("a\x82\xA0z", 2), "a");      // byte 2 is inside a character: cut before it
     EXPECT_EQ(get("a\x82\xA0z", 3), "a\x82");  // byte 3 does not: the last byte is cut anyway
 }
 
@@ -142,9 +142,6 @@ TEST(String, CountsAndReadsCharacters) {
         unsigned characters;
         const char* third;
     } rows[] = {
-        {__LINE__, 0, "a\xE9\x80z", 4, "\x80"},
-        {__LINE__, 4, "a\xA4\xA2\x8F\xB0\xA1\x8E\xB1", 4, "\x8F\xB0\xA1"},
-        {__LINE__, 5, "a\x82\xA0\x95\x5C\xB1", 4, "\x95\x5C"},
         {__LINE__, 65, "\xF0\x9F\x98\x80z", 3, "z"},  // two 16-bit units
         {__LINE__, 5, "\x82\xA0\x82 ", 4, "\x82"},    // invalid: byte by byte
         {__LINE__, 65, "\xC3\xA9\xE9", 3, "\xE9"},

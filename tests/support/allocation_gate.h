@@ -1,4 +1,4 @@
-// Watches the library's allocations for the length of a scope, and makes some of them fail.
+// Counts the library's allocations within a scope, and makes some of them fail.
 #pragma once
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 
 class AllocationGate {
   public:
-    // So many pass, and so many behind them fail.
+    // The first `passing` allocations succeed, the next `failing` fail.
     explicit AllocationGate(int passing, int failing = INT_MAX) {
         s_count = 0;
         s_passing = passing;

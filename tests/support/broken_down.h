@@ -1,4 +1,4 @@
-// A moment by its fields, as people count them; whether clocks are set forward is left open.
+// A moment by its fields, with months and years as people count them.
 #pragma once
 
 #include <ctime>

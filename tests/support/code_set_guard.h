@@ -1,4 +1,4 @@
-// Makes a code set current for the length of a scope.
+// Makes a code set current within a scope.
 #pragma once
 
 #include "mbutil.h"

@@ -1,4 +1,4 @@
-// Formats of an application's own in the global locale, for the length of a scope.
+// Gives the global locale formats of an application within a scope.
 #pragma once
 
 #include "genlocale.h"

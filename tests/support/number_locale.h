@@ -1,4 +1,4 @@
-// Number settings of an application's own in the global locale, for the length of a scope.
+// Gives the global locale number settings of an application within a scope.
 #pragma once
 
 #include "genlocale.h"
@@ -15,7 +15,7 @@ class NumberLocale {
     NumberLocale(const NumberLocale&) = delete;
     NumberLocale& operator=(const NumberLocale&) = delete;
 
-    // Sign, format of negative numbers and leading zero are such that their use would show.
+    // Sign, negative format and leading zero would be visible in results that used them.
     static void Change(const char* decimal, const char* separator, const char* grouping = "3;0") {
         CLCGlobalLocale* locale = CLCGlobalLocale::Instance();
         locale->SetLocale("en_US");

@@ -1,4 +1,4 @@
-// Counts what is reported to the assertion service for the length of a scope.
+// Counts the failures that are reported to the assertion service within a scope.
 #pragma once
 
 #include "gendiag.h"

@@ -1,4 +1,4 @@
-// Rows of tables: a text and what becomes of it. A failure names the row's line.
+// Rows of tables: a text and the result. A failure names the row's line.
 #pragma once
 
 #include <gtest/gtest.h>

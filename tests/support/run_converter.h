@@ -1,5 +1,5 @@
-// Runs a converter over a text in memory of exactly the right size, so that a sanitizer sees one
-// byte too many.
+// Runs a converter over a text in a block of its exact size, so that a sanitizer sees one byte too
+// many.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -46,21 +46,6 @@ inline Converted RunConverter(const AnyConverter& convert, const std::string& te
     return RunConverter(convert, text, text.size() * 10 + 16);
 }
 
-// The same with room for one character at a time, where no fast loop runs.
-inline Converted RunSlowly(const AnyConverter& convert, const std::string& text) {
-    Converted all{"", "", true, 0};
-    while (all.consumed < text.size()) {
-        Converted piece{};
-        for (std::size_t room = 1; room <= 4 && piece.consumed == 0; ++room)
-            piece = RunConverter(convert, text.substr(all.consumed), room);
-        if (piece.consumed == 0) return {};
-        if (!piece.lostAt.empty()) all.lostAt += std::to_string(all.consumed) + ' ';
-        all.text += piece.text;
-        all.consumed += piece.consumed;
-    }
-    return all;
-}
-
 inline AnyConverter ThroughUnicode(int from, int to) {
     return [from, to](genutil::Transfer& t) {
         bool known = false;
@@ -75,7 +60,7 @@ inline std::string Pair(unsigned code) {
     return {static_cast<char>(code >> 8), static_cast<char>(code)};
 }
 
-// A text and what becomes of it.
+// A text and its conversion.
 struct ConversionRow {
     int line, from, to;
     std::string text, expected, lostAt = "";

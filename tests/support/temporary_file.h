@@ -1,4 +1,4 @@
-// What files have, and files with given bytes for the length of a scope in the current folder.
+// Bytes of files, and files with given bytes in the current folder that exist within a scope.
 #pragma once
 
 #include <cstdio>

@@ -1,4 +1,4 @@
-// Texts of tests: all bytes of a string, and texts put together.
+// Texts for tests: all bytes of a string, and concatenation.
 #pragma once
 
 #include <initializer_list>
@@ -11,14 +11,14 @@ inline std::string Bytes(const CGNString& s) {
     return {static_cast<const char*>(s), s.GetLength()};
 }
 
-// Sums of std::string draw false warnings from the compiler.
+// The compiler warns without reason about sums of std::string.
 inline std::string Join(std::initializer_list<std::string_view> parts) {
     std::string text;
     for (const std::string_view part : parts) text.append(part.data(), part.size());
     return text;
 }
 
-// What a number, a date or a time displays.
+// The display text of a number, a date or a time.
 template <class Value>
 std::string Display(const Value& value) {
     CGNString text;

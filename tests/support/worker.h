@@ -1,5 +1,5 @@
-// Threads for tests. Nothing here waits without limit: what takes too long ends the program, as a
-// failure, since the threads that are stuck cannot be taken away.
+// Threads for tests. Nothing here waits without limit: a thread that takes too long ends the
+// program as a failure, since stuck threads cannot be removed.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ bool Eventually(Condition condition) {
     return false;
 }
 
-// Whether the condition, which would soon hold if it ever did, does not.
+// Returns true if the condition does not become true for a while.
 template <class Condition>
 bool HoldsBack(Condition condition) {
     std::this_thread::sleep_for(std::chrono::milliseconds(30));
@@ -67,13 +67,12 @@ class Worker {
     _osthread* m_thread;
 };
 
-// Whether a worker, which would soon be done if nothing were in its way, is not.
+// Returns true if the worker is not done for a while.
 inline bool IsHeldUp(const Worker& worker) {
     return HoldsBack([&] { return worker.IsDone(); });
 }
 
-// What several threads, numbered from 0, do at the same time, beginning when all are there; returns
-// when all are done.
+// Runs work(0), work(1), ... in as many threads, which begin together; returns when all are done.
 template <class Work>
 void AtTheSameTime(int threads, Work work) {
     std::atomic<int> missing{threads};
@@ -86,7 +85,7 @@ void AtTheSameTime(int threads, Work work) {
         }));
 }
 
-// What a function prints on standard output.
+// The text that a function prints on standard output.
 template <class Function>
 std::string Printed(Function function) {
     testing::internal::CaptureStdout();
@@ -94,7 +93,7 @@ std::string Printed(Function function) {
     return testing::internal::GetCapturedStdout();
 }
 
-// A failure of the system is told there.
+// Expects that the function prints an error of the system.
 template <class Function>
 void ExpectError(Function function) {
     EXPECT_EQ(Printed(function).substr(0, 6), "Error ");

@@ -1,5 +1,4 @@
-// Makes a zone that of the process, and the one that the clock goes back to, for the length of a
-// scope.
+// Makes a zone that of the process, and the one that the clock returns to, within a scope.
 #pragma once
 
 #include "gentimezone.h"

@@ -1,4 +1,4 @@
-// Objects that keep the machine awake, with a system that notes what it is asked.
+// Objects that keep the machine awake, with a system that counts its calls.
 #include <gtest/gtest.h>
 
 #ifndef _WIN32

@@ -1,4 +1,4 @@
-// A process that is not threaded yet, and what it leaves behind when it becomes so. There is no way
+// A process before and after it becomes threaded. There is no way
 // back: this is a program of its own, with one test.
 #include <gtest/gtest.h>
 
@@ -52,7 +52,7 @@ TEST(Inert, LocksDoNothingInAnUnthreadedProcess) {
     _osmutex* brief = OSMutexCreate();
     OSMutexDestroy(brief);
 
-    // The zone of a process without threads is that of its environment, whatever is asked for.
+    // An unthreaded process always has the zone of its environment.
     mbSetTZone("AAA3");
     OSTimeZone::GetInstance()->SetTZ("BBB4");
     CGNLclSt::Instance()->SetLocalVariable("timezone", const_cast<char*>("BBB4"));

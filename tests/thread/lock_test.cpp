@@ -1,4 +1,4 @@
-// Locks between threads: who gets in, who waits, and what is left when a thread ends.
+// Locks between threads: exclusion, waiting, and the end of a thread that holds one.
 #include <gtest/gtest.h>
 
 #include <array>

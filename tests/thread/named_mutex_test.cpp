@@ -1,4 +1,4 @@
-// Mutexes by name: whom a name holds up, and that no way of leaving one behind blocks it for good.
+// Mutexes by name: exclusion, and names that stay usable however a mutex was given up.
 #include <gtest/gtest.h>
 
 #include <array>

@@ -1,4 +1,4 @@
-// What is kept of a thread, and what is left of threads and locks when memory runs out.
+// Records of threads, and threads and locks when memory runs out.
 #include <gtest/gtest.h>
 
 #include <vector>

@@ -30,7 +30,7 @@ TEST(ZonedClock, ZoneIsReadAgainAfterAFailedAllocation) {
     OSSetThreaded();
     OSTimeZone::GetInstance();
     std::tm local;
-    CGNDate::LocalTimeTS(0, local);  // what is kept of the thread has its memory
+    CGNDate::LocalTimeTS(0, local);  // makes the thread's record
     mbSetTZone("QQQ-3");
     const ReportedFailures failures;
     {

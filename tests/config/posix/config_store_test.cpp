@@ -1,4 +1,4 @@
-// What the files behind the settings go through on a system of processes and permissions.
+// Files of settings with several processes, permissions and damage.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -123,7 +123,7 @@ TEST_F(ConfigFiles, KilledWriterLeavesAWholeFile) {
         EXPECT_EQ(text, "[s]\nk=" + value + tail);
     }
     Set(path, "k", "end");
-    EXPECT_EQ(std::distance(fs::directory_iterator(m_folder), {}), 1);  // nothing is left behind
+    EXPECT_EQ(std::distance(fs::directory_iterator(m_folder), {}), 1);  // no temporary file
 }
 
 TEST_F(ConfigFiles, KeepPermissionsAndLinks) {
@@ -179,7 +179,7 @@ TEST_F(ConfigFiles, FailedWritesChangeNothing) {
 TEST_F(ConfigFiles, SeeEachChangeOfAFile) {
     const std::string path = Path("a.ini");
     for (int i = 0; i < 300; ++i) {
-        // In place and of one size: only the time tells the difference, if that.
+        // In place and of the same size: only the time may differ.
         const std::string value = std::to_string(100 + i % 10);
         Write(path, "[s]\nk=" + value + "\n");
         for (int reading = 0; reading < 3; ++reading) ASSERT_EQ(Get(path, "k"), value);

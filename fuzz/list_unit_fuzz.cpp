@@ -1,12 +1,16 @@
 // Any operations on lists of numbers and of strings in any order, compared with the same operations
-// on vectors. Two bytes of the input choose an operation and its argument.
+// on vectors; and operations of which an allocation fails. Two bytes of the input choose an
+// operation and its argument.
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <vector>
 
 #include "fuzz/check.h"
 #include "genlist.h"
+#include "tests/support/allocation_gate.h"
+#include "tests/support/reported_failures.h"
 
 namespace {
 
@@ -108,6 +112,62 @@ void CheckStrings(const std::uint8_t* data, std::size_t size) {
     });
 }
 
+struct Lists {
+    CGNList numbers{1, 1};
+    CGNStringList strings{1, 1};
+    CGNStringListList lists;
+    CGNCleanupList calls;
+};
+
+const CGNString kText("text");
+void (*const kOperations[])(Lists&) = {
+    [](Lists& l) { l.numbers.AddItem(5), l.numbers.AddItem(6); },
+    [](Lists& l) { l.numbers.InsertItem(0, 5), l.numbers.SetItem(l.numbers.GetCount(), 6); },
+    [](Lists& l) { CGNList(l.numbers).AddItem(1), l.numbers = CGNList(7, 3); },
+    [](Lists& l) { l.strings.AddItem(kText), l.strings.AddItem("more"); },
+    [](Lists& l) { l.strings.InsertItem(0, kText), l.strings.InsertUnique(0, kText); },
+    [](Lists& l) { l.strings.ParseFrom("a;b;c", ';'), l.strings.AddUnique(kText); },
+    [](Lists& l) { l.strings.AddItem("a"), l.strings.Sort(); },
+    [](Lists& l) { l.strings = CGNStringList(l.strings) += l.strings; },
+    [](Lists& l) { l.lists.AddItem(l.strings), l.lists.InsertItem(0, l.strings); },
+    [](Lists& l) { l.lists = CGNStringListList(l.lists); },
+    [](Lists& l) { l.calls.AddItem([](void*) {}, nullptr), l.calls.Execute(); },
+};
+
+// Each string is one that was added, or null; each list of a list is complete.
+void CheckWhole(const Lists& lists) {
+    static constexpr const char* kAdded[] = {"first", "second", "text", "more", "a", "b", "c"};
+    for (int i = 0; i < lists.strings.GetCount(); ++i) {
+        const CGNString* const item = lists.strings.GetItem(i);
+        Check(!item || std::count(std::begin(kAdded), std::end(kAdded), std::string(*item)),
+              "a string that was added");
+    }
+    for (int i = 0; i < lists.lists.GetCount(); ++i) {
+        const CGNStringList* const list = lists.lists.GetItem(i);
+        Check(list && list->GetCount() == 2 && list->GetItem(1), "a complete list");
+    }
+}
+
+void CheckFailure(unsigned operation, int failing) {
+    const auto run = kOperations[operation % std::size(kOperations)];
+    Lists lists;
+    lists.strings.AddItem("first");
+    lists.strings.AddItem("second");
+    lists.lists.AddItem(lists.strings);
+    const ReportedFailures reported;
+    bool failed;
+    {
+        const AllocationGate gate(failing, 1);
+        run(lists);
+        failed = gate.Count() > failing;
+    }
+    Check((reported.Count() > 0) == failed, "failures are reported");
+    CheckWhole(lists);
+    run(lists);
+    Check(lists.strings.AddItem("usable"), "the list is usable");
+    Check(*lists.strings.GetItem(lists.strings.GetCount() - 1) == "usable", "and has the string");
+}
+
 // The parts of a text, of which an empty one at the end is dropped.
 void CheckParsing(const std::string& text, char separator) {
     CGNString all;
@@ -129,6 +189,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < 2) return 0;
     CheckNumbers(data, size);
     CheckStrings(data, size);
+    CheckFailure(data[0], data[1] % 32);
     CheckParsing(std::string(reinterpret_cast<const char*>(data) + 1, size - 1), char(data[0]));
     return 0;
 }
