@@ -183,9 +183,9 @@ void CGNNamedMutexPool::ReleaseNamedMutex(const CGNString& name) {
     const auto [entry, index, idle] = Find(m_entries, name);
     if (!entry || entry->users == 0) return;
     const bool isHolder = !IsThreaded() || Holds(entry->mutex);
-    if (!isHolder && !HasLostUser(entry)) {
-        Succeeded(platform::ReleaseMutex(entry->mutex->handle));  // the failure is the caller's
-        return;
+    if (!isHolder) {
+        Succeeded(platform::ReleaseMutex(entry->mutex->handle));  // fails, and says so
+        if (!HasLostUser(entry)) return;
     }
     Held(entry).store(0, std::memory_order_relaxed);
     if (IsThreaded() && isHolder) ReleaseMutex(entry->mutex, SharingOf(entry, 1));

@@ -1,13 +1,16 @@
 // Trace: categories, the forms of a line, the file that starts over, many threads.
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <ctime>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "gendiag.h"
+#include "osfile.h"
 #include "osthread.h"
 #include "tests/support/temporary_file.h"
 #include "tests/support/worker.h"
@@ -101,6 +104,45 @@ TEST(Trace, LinesBeginWithTheDate) {
     EXPECT_TRUE(line == before || line == expected()) << line;
 }
 
+// The zone of the thread counts, and a change of it within a second.
+TEST(Trace, DatesLinesInTheZoneOfTheThread) {
+    OSSetThreaded();
+    FileTrace t;
+    t.trace.EnableDateTime();
+    std::time_t before, after;
+    do {
+        t.trace.ResetOutput(0);
+        std::remove(t.file.Path());
+        CGNString path(t.file.Path());
+        ASSERT_TRUE(t.trace.ResetOutput(1, path, 0));
+        before = std::time(nullptr);
+        for (const char* zone : {"UTC+0", "XYZ-9", "ABC+5", "XYZ-9"}) {
+            Worker worker([&] {
+                CGNLclSt::Instance()->Init(2);
+                CGNLclSt::Instance()->SetLocalVariable("timezone", const_cast<char*>(zone));
+                t.trace.WriteMsg(nullptr, 1, "", "%s", zone);
+            });
+        }
+        after = std::time(nullptr);
+    } while (before != after);
+    std::string expected;
+    for (const auto& [zone, hours] :
+         {std::pair{"UTC+0", 0}, {"XYZ-9", 9}, {"ABC+5", -5}, {"XYZ-9", 9}}) {
+        const std::time_t shifted = before + hours * 3600;
+        char line[40];
+        std::strftime(line, sizeof line, "%m/%d/%y %H:%M:%S :: ", std::gmtime(&shifted));
+        expected += line + std::string(zone) + "\n";
+    }
+    EXPECT_EQ(t.Lines(), expected);
+}
+
+TEST(Trace, KeepsTheErrorsOfItsCaller) {
+    FileTrace t;
+    errno = 42;
+    t.trace.WriteMsg("p", 1, "m", "%s", std::string(5000, 'x').c_str());
+    EXPECT_EQ(errno, 42);
+}
+
 TEST(Trace, WritesLongMessages) {
     FileTrace t;
     std::string expected;
@@ -127,6 +169,8 @@ TEST(Trace, StartsOverWhenTheFileIsFull) {
     EXPECT_EQ(write(t.trace, "3"), "m : 3\n");
     t.trace.ResetSize(0);
     EXPECT_EQ(write(t.trace, "4"), "m : 3\nm : 4\n");
+    t.trace.ResetSize(sizeof(long) > 4 ? static_cast<long>(1LL << 31) : 2147483647L);
+    EXPECT_EQ(write(t.trace, "4b"), "m : 3\nm : 4\nm : 4b\n") << "no limit is negative";
     // A file that was full before it was opened starts over as well.
     CGNTrace second;
     second.Init();
@@ -153,12 +197,25 @@ TEST(Trace, SwitchesOutputsAndFiles) {
     // A file that does not open: output and size are stored, lines are dropped, and trying again
     // tries to open.
     for (int i = 0; i < 2; ++i) {
-        EXPECT_FALSE(t.trace.ResetOutput(1, missing, 7));
+        EXPECT_EQ(t.trace.ResetOutput(1, missing, 7), i == 1) << "the same name is accepted";
         EXPECT_EQ(t.trace.GetTraceFile(), nullptr);
         write("dropped");
         t.ExpectOutput(1, missing, 7);
         EXPECT_FALSE(t.trace.ResetOutput(1));
     }
+    // A file that opens later gets the lines from then on.
+    const TemporaryFile late;
+    const CGNString folder((std::string(late.Path()) + ".d").c_str());
+    CGNString inFolder(folder);
+    inFolder += "/log";
+    EXPECT_FALSE(t.trace.ResetOutput(1, inFolder, 0));
+    write("too early");
+    OSCreateDirectory(folder);
+    write("in time");
+    EXPECT_NE(t.trace.GetTraceFile(), nullptr);
+    t.trace.ResetOutput(0);
+    OSDeleteDirectoryTree(folder);
+
     EXPECT_TRUE(t.trace.ResetOutput(1, path, 0));
     write("appended");
     for (const char off : {2, 0}) {  // either closes the file

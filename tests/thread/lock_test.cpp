@@ -219,10 +219,15 @@ TEST_F(ReadWriteLock, ReadersEnterWhileAWriterWaits) {
 }
 
 TEST_F(ReadWriteLock, WriterExcludesOthersAndEntersAgain) {
+    ExpectError([&] { OSRWLockReadRelease(m_lock); });  // nobody is in
+    ExpectError([&] { OSRWLockWriteRelease(m_lock); });
     OSRWLockWriteWait(m_lock);
     OSRWLockWriteWait(m_lock);
     OSRWLockReadWait(m_lock);
+    OSRWLockWriteWait(m_lock);
+    OSRWLockWriteRelease(m_lock);
     Worker reader([&] { Read(); }), another([&] { Read(); });
+    Worker([&] { ExpectError([&] { OSRWLockWriteRelease(m_lock); }); }).Join();
     OSRWLockReadRelease(m_lock);
     OSRWLockWriteRelease(m_lock);
     EXPECT_TRUE(IsHeldUp(reader));

@@ -48,6 +48,16 @@ TEST_F(NamedMutex, ExcludesTheSameNameOnly) {
               "");
 }
 
+TEST_F(NamedMutex, StaysTheHoldersWhenOthersReleaseIt) {
+    m_pool.WaitNamedMutex("a");
+    Worker foreign([&] { ExpectError([&] { m_pool.ReleaseNamedMutex("a"); }); });
+    foreign.Join();
+    auto same = Visit("a");
+    EXPECT_TRUE(IsHeldUp(*same));
+    EXPECT_EQ(Printed([&] { m_pool.RelIfWaitNamedMutex("a"); }), "");  // it is still marked
+    same->Join();
+}
+
 TEST_F(NamedMutex, ReusesEntriesForOtherNames) {
     for (int round = 0; round < 3; ++round) {
         for (int i = 0; i < 25; ++i) m_pool.WaitNamedMutex(std::to_string(i * (round + 1)).c_str());
