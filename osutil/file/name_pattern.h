@@ -18,7 +18,9 @@ namespace genutil {
 class NamePattern {
   public:
     explicit NamePattern(const char* pattern);  // both in the current code set
-    bool Matches(const char* name);             // false too when memory runs out, which is reported
+    // Returns false also if allocation fails, which is reported.
+    bool Matches(const char* name);
+    bool HasFailed() const { return m_failed; }  // an allocation, so far
 
   private:
     // Wildcards by place, as units that no name has.
@@ -29,6 +31,7 @@ class NamePattern {
     void Step(unsigned short character, bool lastDot);
 
     bool m_everything = false;
+    bool m_failed = false;
     std::size_t m_count = 0;
     platform::PathBuffer<unsigned short> m_elements;
     // Whether the name so far can be what stands before an element.

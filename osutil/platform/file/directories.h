@@ -31,12 +31,19 @@ class Directory {
     Directory& operator=(const Directory&) = delete;
 
     bool IsOpen() const { return m_state != nullptr; }
-    bool Next();  // goes to the next entry; false behind the last one
+    // Goes to the next entry. Returns false after the last one, and if the walk fails.
+    bool Next();
+    // Returns true if the directory exists but could not be opened, or if the walk ended before the
+    // last entry.
+    bool HasFailed() const { return m_failed; }
 
     // The entry. Its name is valid until the next.
     const char* Name() const;
     bool IsDirectory() const;  // a link counts as what it leads to
     bool IsLink() const;
+    // Returns false for a name that a path would take for several: on Linux a name may contain
+    // "\\".
+    bool IsOneName() const;
     bool ModificationTime(std::int64_t* seconds) const;  // since 1970; a link's own
     // As those for a path, by the name that the system knows the entry under.
     FileCode RemoveEntryFile();
@@ -47,6 +54,7 @@ class Directory {
     explicit Directory(State* state) : m_state(state) {}
 
     State* m_state;
+    bool m_failed = false;
 };
 
 }  // namespace genutil::platform
