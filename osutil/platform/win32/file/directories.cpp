@@ -51,19 +51,20 @@ FileCode RemoveEmptyDirectory(const char* path) {
 // -- Walks ---------------------------------------------------------------------------------------
 
 struct Directory::State {
-    // Null when there is no such directory; an empty path is none.
-    static State* Of(const wchar_t* path, Links links) {
+    // Null when there is no such directory; an empty path is none. *failed becomes true if there is
+    // one that cannot be read.
+    static State* Of(const wchar_t* path, Links links, bool* failed) {
         const DWORD attributes = path && *path ? GetFileAttributesW(path) : INVALID_FILE_ATTRIBUTES;
         if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_DIRECTORY) ||
             (links == Links::kRefuse && IsDirectoryLink(path, attributes)))
             return nullptr;
         State* state = New<State>();
+        *failed = true;
         if (!AssertAllocation(state != nullptr, "osutil/osfile", __LINE__)) return nullptr;
-        if (!state->Open(path)) {
-            delete state;
-            state = nullptr;
-        }
-        return state;
+        *failed = !state->Open(path);
+        if (!*failed) return state;
+        delete state;
+        return nullptr;
     }
     bool Open(const wchar_t* from) {
         const std::size_t length = std::wcslen(from);
@@ -82,15 +83,15 @@ struct Directory::State {
 };
 
 Directory::Directory(const char* path, Links links) : m_state(nullptr) {
-    SetLastError(ERROR_SUCCESS);
-    m_state = State::Of(SystemPath(path).Get(), links);
-    const DWORD error = GetLastError();
-    m_failed = !m_state && (error == ERROR_ACCESS_DENIED || error == ERROR_NOT_ENOUGH_MEMORY);
+    const SystemPath name(path);
+    m_failed = !name.Get() && path && *path;
+    if (!m_failed) m_state = State::Of(name.Get(), links, &m_failed);
 }
 
 Directory Directory::EntryAsDirectory() const {
-    return Directory(
-        State::Of(SystemPath(m_state->path.Get(), m_state->entry.cFileName).Get(), Links::kRefuse));
+    const SystemPath path(m_state->path.Get(), m_state->entry.cFileName);
+    bool failed = false;
+    return Directory(State::Of(path.Get(), Links::kRefuse, &failed));
 }
 
 Directory::~Directory() {
