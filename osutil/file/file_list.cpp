@@ -14,8 +14,8 @@ using Storage = genutil::StringStorage;
 
 namespace {
 
-// The entries of a directory that a pattern selects. The pattern may begin with directories of its
-// own, since it is joined to the path before it is looked at.
+// The entries of a directory that match a pattern. The pattern may begin with directories of its
+// own, since it is joined to the path before use.
 class Matches {
   public:
     Matches(CGNString const& path, CGNString const& pattern)
@@ -36,7 +36,8 @@ class Matches {
             CGNString joined;
             if (!JoinPath(joined, path, pattern)) return;
             joined.SplitFilePath(directory, name);
-            directory += '\\';  // which makes a root of nothing, and a drive's of "X:"
+            directory += '\\';  // turns an empty path into a root, and "X:" into the root of a
+                                // drive
         }
         CGNString directory, name;
     };
@@ -45,7 +46,7 @@ class Matches {
     genutil::NamePattern m_pattern;
 };
 
-// The paths of a directory's entries, one after the other in the same buffer.
+// The paths of a directory's entries, one after another in the same buffer.
 class Paths {
   public:
     explicit Paths(CGNString const& directory)
@@ -74,8 +75,7 @@ int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList
 
 namespace {
 
-// Not inlined, so that what it takes of the stack is given back before directories below are
-// listed.
+// Not inlined, so that its stack space is free before subdirectories are listed.
 [[gnu::noinline]] int ListFiles(CGNString const& path, CGNString const& pattern,
                                 CGNStringList& list, bool fullPaths) {
     Matches matches(path, pattern);
@@ -90,12 +90,13 @@ namespace {
     return matches.IsOpen() ? 0 : osFileFailed;
 }
 
-// The directories in one, which is closed before they are listed, because trees may be deep.
+// Lists the subdirectories of a directory, which is closed before they are listed, because trees
+// may be deep.
 [[gnu::noinline]] int ListFolders(CGNString const& path, CGNStringList& list) {
     Matches all(path, "*");
     while (all.Next()) {
         const Directory& entry = all.Entry();
-        // A link may lead up again.
+        // A link may lead back to a parent directory.
         if (!IsDots(entry.Name()) && !entry.IsLink() && entry.IsDirectory())
             list.AddItem(entry.Name());
     }

@@ -12,7 +12,7 @@ namespace genutil::platform {
 
 namespace {
 
-// A link to a directory is a directory with a target of its own.
+// A link to a directory is a directory with its own target.
 bool IsDirectoryLink(DWORD attributes) {
     constexpr DWORD kLink = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kLink) == kLink;
@@ -42,7 +42,7 @@ FileCode RemoveEmptyDirectory(const char* path) {
 // -- Walks ---------------------------------------------------------------------------------------
 
 struct Directory::State {
-    // Null when there is no such directory; an empty path is none.
+    // Returns null if there is no such directory, and for an empty path.
     static State* Of(const wchar_t* path, Links links) {
         const DWORD attributes = path && *path ? GetFileAttributesW(path) : INVALID_FILE_ATTRIBUTES;
         if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_DIRECTORY) ||
@@ -124,8 +124,8 @@ FileCode Directory::RemoveEntryDirectory() {
 
 namespace {
 
-// Takes the links to directories out of a tree, because not every shell leaves alone what they lead
-// to. False too for a path that is too long for the shell, which is left as it is.
+// Removes the links to directories from a tree, because some shells do not preserve their targets.
+// Returns false also for a path that is too long for the shell, which is left unchanged.
 bool RemoveLinks(const wchar_t* directory) {
     if (std::wcslen(directory) >= MAX_PATH) return false;
     const SystemPath every(directory, L"*");
@@ -148,7 +148,7 @@ bool RemoveLinks(const wchar_t* directory) {
     return good;
 }
 
-// What the shell takes: a full path with "\" that ends in two zeroes.
+// A path in the form of the shell: a full path with "\" that ends in two zeroes.
 class ShellPath {
   public:
     explicit ShellPath(const wchar_t* path) {
@@ -169,8 +169,8 @@ class ShellPath {
 
 }  // namespace
 
-// The shell takes a name with wildcards for all that match it. No file has such a name; but a name
-// that did not convert is given with "?" in it, and must not remove others.
+// The shell treats a name with wildcards as a pattern. No file has such a name, but a name that did
+// not convert contains "?" and must not remove other files.
 bool RemoveTree(const char* path) {
     const SystemPath name(path);
     if (!name.Get() || std::wcspbrk(name.Get(), L"*?")) return false;
