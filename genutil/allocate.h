@@ -1,4 +1,4 @@
-// Memory that the library owns. Failure is a null result; nothing throws.
+// Allocation of memory that the library owns. Failure is a null result. Nothing throws.
 #pragma once
 
 #include <cstddef>
@@ -8,28 +8,29 @@
 
 namespace genutil {
 
-// A size that does not fit in the address space fails as a full memory does.
+// Returns null if allocation fails, or if the size does not fit in the address space.
 void* Allocate(std::uint64_t bytes);
-// Moves what is in memory, which is null or allocated here, to where there are so many bytes, if it
-// has to; on failure it stays.
+// Resizes a block, which may be null. The result may have another address. Returns null on failure,
+// when the block is unchanged.
 void* Reallocate(void* memory, std::uint64_t bytes);
 void Release(void* memory);  // null is allowed
 
-// For tests: asked before each allocation while not null; false makes that one fail.
+// A hook for tests, called before each allocation unless null. Returning false makes that
+// allocation fail.
 extern bool (*g_allocationGate)(std::size_t bytes);
 
 inline bool AllocationPasses(std::size_t bytes) {
     return !g_allocationGate || g_allocationGate(bytes);
 }
 
-// An object that programs may delete themselves; null when memory runs out.
+// Creates an object that programs may delete themselves. Returns null if allocation fails.
 template <class T, class... Arguments>
 T* New(Arguments&&... arguments) {
     if (!AllocationPasses(sizeof(T))) return nullptr;
     return new (std::nothrow) T(std::forward<Arguments>(arguments)...);
 }
 
-// Releases what it holds when it goes out of scope.
+// Owner of a block, which it releases at the end of its scope.
 template <class T>
 class Owned {
   public:
@@ -38,7 +39,7 @@ class Owned {
     Owned& operator=(const Owned&) = delete;
     ~Owned() { Release(m_memory); }
     T* Get() const { return m_memory; }
-    T* Take() {  // the caller's from here on
+    T* Take() {  // the caller owns the result
         T* memory = m_memory;
         m_memory = nullptr;
         return memory;

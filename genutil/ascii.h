@@ -1,4 +1,4 @@
-// Letters and digits of ASCII, whatever the C library's locale is.
+// Letters and digits of ASCII, independent of the C library's locale.
 #pragma once
 
 namespace genutil {
@@ -9,7 +9,7 @@ constexpr bool IsAscii(unsigned char c) {
 constexpr char AsciiUpper(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
-// Of a byte, or of a character of any width.
+// Converts a byte, or a character of any width.
 template <class Unit>
 constexpr Unit AsciiLower(Unit c) {
     return c >= 'A' && c <= 'Z' ? static_cast<Unit>(c - 'A' + 'a') : c;

@@ -1,13 +1,13 @@
-// Where failures of allocation are reported.
+// Reports of failed allocations.
 #pragma once
 
 namespace genutil {
 
-// Reports a failure; false. File is the name of the source as the reports spell it
-// ("genutil/genstr"). May be called from any thread.
+// Reports a failed allocation. Returns false. May be called from any thread.
+// @param file the name of the source as reports spell it ("genutil/genstr").
 bool ReportFailedAllocation(const char* file, long line);
 
-// Reports when ok is false, and returns ok; the caller goes on either way.
+// Reports a failed allocation if ok is false. Returns ok.
 inline bool AssertAllocation(bool ok, const char* file, long line) {
     return ok || ReportFailedAllocation(file, line);
 }

@@ -4,15 +4,16 @@ namespace genutil {
 
 namespace {
 
-// Day number of 1 March of Julian year 0.
+// The day number of 1 March of Julian year 0.
 constexpr std::uint32_t kJulianEpoch = 1721118;
 constexpr std::int32_t kFirstGregorianDay = 2299161;
 
-// Years are moved up by this many, so that they are positive; whole cycles of both calendars.
+// Years are increased by this number, a multiple of both calendars' cycles, so that they are
+// positive.
 constexpr std::uint32_t kShiftedYears = 400 * 2621;
 constexpr std::uint32_t kShiftedJulianDays = kShiftedYears / 4 * 1461;
 
-// Calendar order of dates whose parts are in range.
+// Returns true for a date from the start of the Gregorian calendar on. The parts must be in range.
 bool IsGregorian(std::int32_t year, std::int32_t month, std::int32_t day) {
     if (year != 1582) return year > 1582;
     return month > 10 || (month == 10 && day >= 15);
@@ -23,9 +24,10 @@ bool IsLeap(std::int32_t year) {
     return year > 1582 ? byFour && (year % 100 != 0 || (year & 15) == 0) : byFour;
 }
 
-// Days before a month within its March year, months from 3 (March) to 14 (February).
+// Returns the number of days before a month within its March year. Months count from 3 (March) to
+// 14 (February).
 constexpr std::uint32_t DaysBeforeMonth(std::uint32_t month) {
-    return (979 * month - 2919) >> 5;  // 30.6 a month
+    return (979 * month - 2919) >> 5;  // 30.6 days a month
 }
 static_assert(DaysBeforeMonth(3) == 0 && DaysBeforeMonth(4) == 31 && DaysBeforeMonth(14) == 337);
 
@@ -45,7 +47,7 @@ bool DateExists(std::int32_t year, std::int32_t month, std::int32_t day) {
 }
 
 std::int32_t DayNumberOf(std::int32_t year, std::int32_t month, std::int32_t day) {
-    // Unsigned, so that dates that do not exist wrap around and do no harm.
+    // Unsigned, so that dates that do not exist wrap around without undefined behaviour.
     const bool early = month <= 2;
     const std::uint32_t y = static_cast<std::uint32_t>(year) - early + kShiftedYears;
     const std::uint32_t m = static_cast<std::uint32_t>(month) + (early ? 12 : 0);
@@ -66,7 +68,7 @@ CalendarDate DateOf(std::int32_t dayNumber) {
 }
 
 int WeekdayOf(std::int32_t dayNumber) {
-    const std::int32_t day = dayNumber % 7;  // 0 is Monday
+    const std::int32_t day = dayNumber % 7;  // 0 for Monday
     return (day < 0 ? day + 8 : day + 1) % 7 + 1;
 }
 

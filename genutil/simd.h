@@ -34,7 +34,7 @@ static_assert(std::endian::native == std::endian::little, "a word has its low by
 
 namespace genutil::simd {
 
-// One program may hold two forms: each has its own names for the linker.
+// One program may contain two forms. Each has its own names for the linker.
 inline namespace GENUTIL_SIMD_FORM {
 
 #if defined(GENUTIL_SIMD_SSE2)
@@ -318,7 +318,7 @@ inline Vector NarrowSigned(Vector low, Vector high) {
     return {vreinterpretq_u8_s8(bytes)};
 }
 
-// Each byte leaves the bit of its place in its half; their sum is the mask of the half.
+// Each byte contributes the bit of its position in its half. The sum is the mask of the half.
 inline unsigned TopBits(Vector v) {
     const uint8x8_t place = vcreate_u8(0x8040201008040201);
     const uint8x16_t top = vcltzq_s8(vreinterpretq_s8_u8(v.value));
@@ -437,7 +437,7 @@ inline Vector WidenHigh(Vector v) {
     return Of(words);
 }
 
-// The low bytes of words, each brought between two bounds first.
+// Narrows words to bytes after clamping each to the two bounds.
 template <int Least, int Most>
 inline Vector Narrow(Vector low, Vector high) {
     const auto narrowed = [](std::int16_t word) {
@@ -457,7 +457,7 @@ inline Vector NarrowSigned(Vector low, Vector high) {
     return Narrow<-128, 127>(low, high);
 }
 
-// The factor moves the bit of byte i to bit 56 + i; no two of its terms meet.
+// The factor moves the bit of byte i to bit 56 + i. No two of its terms overlap.
 inline unsigned TopBits(Vector v) {
     std::uint64_t halves[2];
     Store(halves, v);

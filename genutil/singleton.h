@@ -1,4 +1,5 @@
-// The one object of a class for the process: made at the first call, until it is freed.
+// The single object of a class in the process. It is created by the first call and exists until it
+// is freed.
 #pragma once
 
 #include <new>
@@ -7,8 +8,8 @@
 
 namespace genutil {
 
-// Returns the object, made by `make` if there is none. Returns null if allocation fails; the next
-// call tries again. `make` is a lambda of the class, whose constructor may be private.
+// Returns the object, created by `make` if there is none. Returns null if allocation fails; the
+// next call tries again. `make` is a lambda of the class, whose constructor may be private.
 template <class T, class Make>
 T* InstanceOf(T*& instance, Make make) {
     if (!instance && AllocationPasses(sizeof(T))) instance = make();

@@ -13,20 +13,20 @@ namespace genutil {
 
 namespace {
 
-// As the English messages have them. The first one stands where there are no messages.
+// The English messages. The first marker is used if there are no messages.
 constexpr const char* kMarkers[] = {"B.C.", "BC", "B. C.", "b.c.", "b. c.", "before Christ"};
 constexpr int kCount = std::size(kMarkers);
 constexpr long kFirstMessage = 25048;
 
-// The markers of a language in a code set. Sets are kept for good: there are few, and their texts
-// are handed out.
+// The markers of a language in a code set. Sets are never freed: there are few, and pointers to
+// their texts are returned.
 struct MarkerSet {
     CGNString texts[kCount];
-    bool begins[256] = {};  // whether a byte begins one
+    bool begins[256] = {};  // true if a marker begins with the byte
     const MarkerSet* next = nullptr;
 };
 
-// What is in force for a thread, and what it depends on.
+// The markers in force for a thread, and the state on which they depend.
 struct InForce {
     ResourceState state;
     int codeSet;
@@ -57,7 +57,7 @@ const MarkerSet* SetOf(const CGNString (&texts)[kCount]) {
         return nullptr;
     }
     made->next = first;
-    // Another thread may have added the same; it does no harm twice.
+    // Another thread may have added the same set. A duplicate does no harm.
     while (!g_sets.compare_exchange_weak(made->next, made, std::memory_order_acq_rel)) continue;
     return made;
 }
@@ -66,12 +66,12 @@ const MarkerSet* SetOf(const CGNString (&texts)[kCount]) {
     CGNString texts[kCount];
     for (int i = 0; i < kCount; ++i) {
         if (OSLoadString(texts[i], kFirstMessage + i) == 0) texts[i] = kMarkers[i];
-        if (texts[i].IsEmpty()) return nullptr;  // no memory
+        if (texts[i].IsEmpty()) return nullptr;  // allocation failed
     }
     return SetOf(texts);
 }
 
-// Null without memory.
+// Returns null if allocation fails.
 const MarkerSet* Markers() {
     const ResourceState state = CurrentResourceState();
     InForce& inForce = t_inForce;

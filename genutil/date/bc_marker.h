@@ -1,15 +1,17 @@
-// The texts that mark a year before Christ: messages of the library, in English without them.
+// The texts that mark a year before Christ. They are messages of the library, and English if these
+// are missing.
 #pragma once
 
 namespace genutil {
 
-// The one that is written, in the current code set.
+// Returns the marker to write, in the current code set.
 const char* BcMarker();
 
-// Those that are read, in the order in which they are looked for; null behind the last.
+// Returns a marker to read, in the order of search, or null after the last.
 const char* BcMarkerToRead(int index);
 
-// The place where the first byte of any of them stands in a text; null when there is none.
+// Returns the position of the first byte in a text with which any marker begins, or null if there
+// is none.
 const char* FindBcMarkerStart(const char* text);
 
 }  // namespace genutil

@@ -13,10 +13,10 @@ _osmutex* CGNDate::osMutexLocalTime = nullptr;
 
 namespace {
 
-constexpr int kFirstDay = 1, kLastDay = 5373120;  // 1 January 9999; programs know it as the end
+constexpr int kFirstDay = 1, kLastDay = 5373120;  // 1 January 9999; programs use it as the end
 constexpr int kMonday = 2;
 
-// Years before Christ count down from 0 in astronomical years.
+// Returns the astronomical year. Years before Christ count down from 0.
 int Astronomical(int year, unsigned char bc) {
     return bc && year > 0 ? 1 - year : year;
 }
@@ -25,7 +25,7 @@ int Astronomical(int year, unsigned char bc) {
 
 // -- Construction and state ----------------------------------------------------------------------
 
-// The weekday is that of day number 0, and not 0 as after Empty(): stored values have it so.
+// The weekday is that of day number 0, and not 0 as after Empty(), because stored values have it.
 CGNDate::CGNDate() : CGNDate(0, 0, 0, 0, kMonday) {}
 
 CGNDate::CGNDate(int year, unsigned char bc, int month, int day, int weekday)
@@ -61,7 +61,7 @@ unsigned char CGNDate::IsEmpty() const {
     return m_year == 0 && m_month == 0 && m_day == 0;
 }
 
-// Status and era code tell of the last reading and stay.
+// The status and the era code describe the last reading and are kept.
 void CGNDate::Empty() {
     m_display.Empty();
     m_year = m_month = m_day = m_weekday = 0;
@@ -93,8 +93,8 @@ void CGNDate::JulianDateToDate(int dayNumber, int& year, int& month, int& day) {
     day = date.day;
 }
 
-// The century rule looks at month and day one by one: most of the year 2000 is no leap year here.
-// Programs depend on it; the calendar itself is in DateExists.
+// The century rule tests month and day separately, so most of the year 2000 is not a leap year
+// here. Programs depend on it. The calendar itself is in DateExists().
 unsigned char CGNDate::IsLeapYear(int year, int month, int day) {
     const bool plain = year % 4 == 0 && year % 100 != 0;
     const bool gregorian = year >= 1582 && month >= 10 && day >= 15;

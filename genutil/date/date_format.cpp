@@ -14,7 +14,7 @@ using End = TextBuilder::End;
 inline void Append(End& out, const CGNString& text) {
     out.Append(text, text.GetLength());
 }
-// Null is a name outside of those that there are.
+// Null is a name with an index out of range.
 inline void Append(End& out, const CGNString* text) {
     if (text) Append(out, *text);
 }
@@ -44,7 +44,7 @@ void AppendYear(End& out, const DateFields& date, std::uint32_t digits) {
     }
 }
 
-// A run of a date pattern; false when it is malformed.
+// Appends a run of a date pattern. Returns false if it is malformed.
 bool AppendDateRun(End& out, char letter, std::uint32_t count, const DateFields& date,
                    const CLCLocale& locale) {
     switch (letter) {
@@ -68,16 +68,16 @@ bool AppendDateRun(End& out, char letter, std::uint32_t count, const DateFields&
             if (count == 3 || count > 4) return false;
             AppendYear(out, date, count);
             return true;
-        case 'g':  // taken in pairs, which write nothing: the number of the year says enough
+        case 'g':  // in pairs, which write nothing, because the year number is sufficient
             return count % 2 == 0;
-        default:  // 'W', which writes nothing either
+        default:  // 'W', which also writes nothing
             return count >= 2;
     }
 }
 
 void AppendTimeRun(End& out, char letter, std::uint32_t count, const ClockFields& time,
                    const CLCLocale& locale) {
-    // Taken in pairs, and then the odd one.
+    // Letters are processed in pairs, then the odd one.
     for (; count > 0; count -= count > 1 ? 2 : 1) {
         const int width = count > 1 ? 2 : 1;
         switch (letter) {
@@ -93,14 +93,15 @@ void AppendTimeRun(End& out, char letter, std::uint32_t count, const ClockFields
             case 's':
                 out.AppendNumber(time.second, width);
                 break;
-            default:  // 't', which alone writes nothing: formats with it have always shown no
+            default:  // 't', which alone writes nothing, because formats with it have never shown a
                       // marker
                 if (width == 2) Append(out, LocaleAccess::Marker(locale, time.hour >= 12));
         }
     }
 }
 
-// Calls `appendRun` for each run and copies the rest; quoted text that is not closed is dropped.
+// Calls `appendRun` for each run and copies the rest. Quoted text without a closing apostrophe is
+// dropped.
 template <class AppendRun>
 bool WritePattern(TextBuilder& builder, const Pattern& pattern, AppendRun appendRun) {
     End out(builder);

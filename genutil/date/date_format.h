@@ -1,4 +1,4 @@
-// Dates and times of day as text. Pure: the locale is handed in.
+// Dates and times of day as text. Pure: the locale is a parameter.
 #pragma once
 
 #include <cstdint>
@@ -9,22 +9,24 @@
 
 namespace genutil {
 
-// What a date shows. Months and days outside of the calendar are shown as numbers and have no name.
+// The fields of a date to write. Months and days outside the calendar are written as numbers and
+// have no name.
 struct DateFields {
     int year;
     int month;  // from 1
     int day;
-    int weekday;  // 0 is Monday; outside of 0 to 6 it has no name
-    bool bc;      // a B.C. marker goes with the year, in front of it if yearFirst
+    int weekday;  // 0 for Monday; has no name outside 0 to 6
+    bool bc;      // a B.C. marker is written with the year, before it if yearFirst is true
     bool yearFirst;
-    bool shortYears;  // "y" and "yy" are years of one and two digits, and four need not be filled
+    bool shortYears;  // "y" and "yy" are years of one and two digits, and years need not be padded
+                      // to four
 };
 
 struct ClockFields {
     int hour, minute, second;
 };
 
-// The index of a weekday's name, 0 is Monday, of one counted from Sunday as 0.
+// Returns the index of a weekday's name, with 0 for Monday, for a weekday counted from Sunday as 0.
 constexpr int NameOfWeekday(int fromSunday) {
     return fromSunday == 0 ? 6 : fromSunday - 1;
 }
@@ -35,17 +37,16 @@ void WriteMonthAbbreviation(TextBuilder& out, const DateFields& date, const CLCL
 void WriteDayName(TextBuilder& out, const DateFields& date, const CLCLocale& locale);
 void WriteDayAbbreviation(TextBuilder& out, const DateFields& date, const CLCLocale& locale);
 
-// Writes a date as the pattern has it. False at a malformed run, with what stands before it
-// written.
+// Writes a date in a pattern. Returns false at a malformed run, after writing everything before it.
 bool WriteDate(TextBuilder& out, const Pattern& pattern, const DateFields& date,
                const CLCLocale& locale);
 
-// The hour from 1 to 12.
+// Returns the hour from 1 to 12.
 constexpr int HourOf12(int hour) {
     return hour % 12 == 0 ? 12 : hour % 12;
 }
 
-// Writes a time as the pattern has it; every pattern is good.
+// Writes a time in a pattern. Every pattern is valid.
 void WriteTime(TextBuilder& out, const Pattern& pattern, const ClockFields& time,
                const CLCLocale& locale);
 

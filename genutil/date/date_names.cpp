@@ -13,13 +13,13 @@ namespace genutil {
 
 namespace {
 
-// The longest of several names.
+// The longest of several matching names.
 class Longest {
   public:
     explicit Longest(const TextCursor& from) : m_from(from), m_end(from) {}
 
     void Try(const CGNString& name, int codeSet, int index) {
-        // Japanese and Chinese months are numbers with a unit; those are read as such.
+        // Japanese and Chinese month names are numbers with a unit and are read as such.
         if (!IsDigitCharacter(TextCursor(name, codeSet).Peek())) {
             TextCursor at = m_from;
             if (at.SkipWord(name, codeSet)) Take(at, index);
@@ -45,7 +45,7 @@ class Longest {
     int m_index = -1;
 };
 
-// Russian has its months in the genitive in dates: the name with another ending.
+// Russian dates have the month in the genitive: the name with another ending.
 bool SkipGenitive(TextCursor& at, const CGNString& name, int codeSet) {
     constexpr unsigned kSoftSign = 0x44C, kShortI = 0x439, kA = 0x430, kYa = 0x44F;
     TextCursor in(name, codeSet), text = at;
@@ -88,7 +88,7 @@ int SkipMonthName(TextCursor& at, const CLCLocale& locale) {
     return longest.Index();
 }
 
-// The same for the weekday, 0 is Monday.
+// Skips a weekday's name. Returns its index, 0 for Monday, or -1 if there is none.
 static int SkipDayName(TextCursor& at, const CLCLocale& locale) {
     if (!IsLetterCharacter(at.Peek())) return -1;
     const int codeSet = locale.GetCodeSet();

@@ -1,5 +1,5 @@
-// Names of months and days as people type them: in full or short, in any letter case, in the
-// locale's language or in English.
+// Names of months and weekdays as people type them: in full or abbreviated, in any letter case, in
+// the locale's language or in English.
 #pragma once
 
 #include "genlocale.h"
@@ -7,18 +7,19 @@
 
 namespace genutil {
 
-// The month (from 0) whose name stands at the cursor, which moves behind the longest; -1 when there
-// is none. Names of the locale go before those of English.
+// Skips the longest month name at the cursor. Returns its month (from 0), or -1 if there is none.
+// Names of the locale take precedence over English names.
 int SkipMonthName(TextCursor& at, const CLCLocale& locale);
 
-// A weekday's name, perhaps in parentheses or between commas; false when there is none.
+// Skips a weekday's name, which may be in parentheses or between commas. Returns false if there is
+// none.
 bool SkipWeekday(TextCursor& at, const CLCLocale& locale);
 
-// Words between the parts of a date that mean nothing by themselves: those that the locale's long
-// date format has between apostrophes, and articles and the like of several languages.
+// Skips words between the parts of a date that have no meaning by themselves: those in apostrophes
+// in the locale's long date format, and articles and similar words of several languages.
 bool SkipFiller(TextCursor& at, const CLCLocale& locale);
 
-// The first of the markers for years before Christ that stands at the cursor.
+// Skips the first marker of a year before Christ that matches at the cursor.
 bool SkipBcMarker(TextCursor& at);
 
 }  // namespace genutil

@@ -36,7 +36,7 @@ bool IsHour(TextCursor at, const DateSetting& setting, unsigned dateSeparator) {
     bool pm;
     if (!SkipMarker(at, setting.locale, &pm)) return false;
     at.SkipBlanks();
-    return !IsDigitCharacter(at.Peek());  // else the marker is that of the time behind
+    return !IsDigitCharacter(at.Peek());  // otherwise the marker belongs to the time that follows
 }
 
 bool IsYearBySize(const DateNumber& number) {

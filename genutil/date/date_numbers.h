@@ -1,4 +1,4 @@
-// Numbers as parts of a date: what the readers of free forms share.
+// Numbers as parts of a date: functions shared by the readers of free forms.
 #pragma once
 
 #include <cstdint>
@@ -12,11 +12,11 @@ namespace genutil {
 
 enum class Reading {
     kRead,
-    kInvalid,   // numbers in the form of a date, which is none
+    kInvalid,   // numbers in the form of a date that does not exist
     kNotKnown,  // anything else
 };
 
-// What a date was read as: scratch values, of which the era only where one is named.
+// A date that was read: scratch values, with an era only if one was named.
 struct DateFound {
     DateScratch date;
     bool yearGiven;
@@ -26,24 +26,24 @@ struct DateFound {
 struct DateSetting {
     const CLCLocale& locale;
     int codeSet;      // of the text
-    bool shortYears;  // years of two digits are those of eras where the locale counts so
+    bool shortYears;  // years of two digits are era years if the locale uses eras
 };
 
 struct DateNumber {
     int value, digits;
 };
 
-// Checks year, month (from 1) and day and stores them. The year is astronomical.
+// Checks year, month (from 1) and day, and stores them. The year is astronomical.
 Reading FinishDate(int year, int month, int day, bool yearGiven, DateFound* found);
 
-// What no year is: FinishDate takes it for an invalid one.
+// A year that FinishDate() rejects as invalid.
 constexpr int kNoYear = INT32_MIN;
 
-// The astronomical year that a number means; kNoYear for 0, which no calendar has.
+// Returns the astronomical year of a number, or kNoYear for 0, which no calendar has.
 int YearOfNumber(const DateNumber& number, bool bc, const DateSetting& setting);
 
-// Whether a number turned out to be an hour, by the text after it. A time separator that is also
-// the one in use between the numbers of a date decides nothing.
+// Returns true if the text after a number shows that it is an hour. A time separator that also
+// separates the numbers of the date is not taken into account.
 bool IsHour(TextCursor at, const DateSetting& setting, unsigned dateSeparator);
 
 bool IsYearBySize(const DateNumber& number);
@@ -53,15 +53,15 @@ enum class DatePart { kYear, kMonth, kDay };
 // The order of year, month and day in the short date format.
 struct DateOrder {
     DatePart parts[3];
-    bool known;  // false if there was no memory to look at the format; then nothing is guessed
+    bool known;  // false if allocation failed while examining the format; no order is then assumed
 
     explicit DateOrder(const CLCLocale& locale);
     int YearAt() const;
     bool MonthFirst() const;
 };
 
-// A date with a weekday in front or behind. The abbreviation of a weekday may be that of a month
-// too, so both are tried.
+// Reads a date with a weekday before or after it. The abbreviation of a weekday may also be that of
+// a month, so both are tried.
 template <class Read>
 Reading WithWeekday(TextCursor& at, const DateSetting& setting, DateFound* found, Read read) {
     Reading reading = Reading::kNotKnown;

@@ -13,8 +13,9 @@ namespace genutil {
 
 namespace {
 
-// The length of the first B.C. marker, in their order, that stands anywhere in the text; 0 for
-// none. Most years end the text, and digits are no marker.
+// Returns the length of the first B.C. marker, in their order, that occurs anywhere in the text, or
+// 0 if there is none. Digits are skipped first, because most years end the text and no marker
+// begins with a digit.
 std::size_t MarkerIn(const char* text) {
     while (IsAsciiDigit(*text)) ++text;
     if (!*text || !FindBcMarkerStart(text)) return 0;
@@ -48,7 +49,7 @@ const char* DateReader::SkipBlanks() const {
     return from;
 }
 
-// One or two digits, the number that they are at most `most`.
+// Reads one or two digits whose value is at most `most`.
 bool DateReader::Number(int most, int* number) {
     const char* const from = SkipBlanks();
     const int digits = CountDigits(from, number);
@@ -64,7 +65,7 @@ bool DateReader::Number(int most, int* number) {
 bool DateReader::MonthNumber() {
     int number = 0;
     if (!Number(12, &number)) return false;
-    m_scratch.month = number - 1;  // 0 gives -1, which the check of the date refuses
+    m_scratch.month = number - 1;  // 0 gives -1, which the check of the date rejects
     return true;
 }
 
@@ -75,7 +76,7 @@ bool DateReader::DayNumber() {
     return true;
 }
 
-// The first of a locale's names that the text goes on with; -1 for none.
+// Returns the first of a locale's names with which the text continues, or -1 if there is none.
 int DateReader::Name(int count, const CGNString* (*name)(const CLCLocale&, int)) {
     const char* const from = SkipBlanks();
     for (int i = 0; i < count; ++i) {
@@ -116,7 +117,8 @@ void DateReader::Year() {
         m_scratch.year = YearOfDigits(number, digits, m_locale, m_scratch);
         m_at = from + digits;
     } else if (IsAsciiDigit(*from)) {
-        // "44 B.C." leaves its digits to be read again: programs find the marker by them.
+        // The digits of "44 B.C." are left to be read again, because programs find the marker by
+        // them.
         CountDigits(from, &number);
         m_at = from;
         m_scratch.year = 1 - number;
@@ -184,7 +186,7 @@ bool DateReader::Date(const Pattern& pattern) {
     return false;
 }
 
-// A run that is no date component is a row of letters, each of which may stand in the text.
+// A run that is not a date component is a sequence of letters, each of which may be in the text.
 bool DateReader::Run(char letter, std::uint32_t count) {
     switch (letter) {
         case 'd':
@@ -216,7 +218,8 @@ bool DateReader::Run(char letter, std::uint32_t count) {
 bool DateReader::Elements(const Pattern& pattern) {
     const CGNString& separator = LocaleAccess::DateSeparator(m_locale);
     bool day = false, month = false, separatorLast = false;
-    std::uint32_t behind = 0;  // what stands before this in the pattern was part of a separator
+    std::uint32_t behind = 0;  // end of the last separator in the pattern; elements before it are
+                               // part of that
     for (const PatternElement& element : pattern) {
         const char* const at = pattern.Text(element);
         if (element.at < behind || (element.kind == PatternElement::kOther && *at == ' ')) continue;

@@ -1,4 +1,4 @@
-// Dates read in the formats of a locale.
+// Reading dates in the formats of a locale.
 #pragma once
 
 #include <cstddef>
@@ -9,23 +9,22 @@
 
 namespace genutil {
 
-// What a reader has found; a failed reading of a whole date leaves year, month and day as they
-// were.
+// The result of a reader. If a whole date cannot be read, year, month and day are unchanged.
 struct DateScratch {
     std::int32_t year;   // astronomical
     std::int32_t month;  // from 0
     std::int32_t day;
-    std::int32_t era;     // slot of the era that was named; 0 also for none
-    std::int32_t status;  // becomes 1 for a number that is no month or day
-    bool shortYears;      // years are those of eras where the locale counts so: CGNDateTime's
-    std::int32_t yearDigits = 0;  // of the year that was read last; kBcYear for one before Christ
+    std::int32_t era;             // index of the era that was named; also 0 for none
+    std::int32_t status;          // set to 1 for a number that is not a valid month or day
+    bool shortYears;              // years are era years if the locale uses eras; set by CGNDateTime
+    std::int32_t yearDigits = 0;  // digits of the last year read; kBcYear for one before Christ
 };
 constexpr std::int32_t kNoYearRead = -1, kBcYear = -2;
 
 enum DateStatus : std::int32_t { kDateValid = 0, kDateInvalid = 1, kDateNotRecognised = 2 };
 
-// Reads components of a date one after another. Each function skips blanks, reads one and moves
-// behind it; on failure it stays.
+// Reads the components of a date one after another. Each function skips blanks, reads one component
+// and advances past it. On failure the position is unchanged.
 class DateReader {
   public:
     DateReader(const char* text, const CLCLocale& locale, DateScratch& scratch)
@@ -39,18 +38,19 @@ class DateReader {
     bool DayNumber();
     bool DayName();
     bool DayAbbreviation();
-    // A year of any number of digits, or none, with or without a B.C. marker; never fails.
+    // Reads a year of any number of digits, or none, with or without a B.C. marker. Never fails.
     void Year();
     bool Separator();
     bool Byte(char c);
-    // False when no era is named. A name is only skipped in a calendar of eras.
+    // Reads the name of an era. Returns false if none is named. The name is skipped only in a
+    // calendar of eras; otherwise the position is unchanged.
     bool Era();
 
-    // A whole date in a pattern. True also when only the year at its end is missing, which is then
-    // the present one.
+    // Reads a whole date in a pattern. Returns true also if only the year at its end is missing,
+    // which is then the present one.
     bool Date(const Pattern& pattern);
     bool Date(const CGNString& pattern);
-    // In the locale's format of a kind of LocaleAccess::DateFormat.
+    // Reads a date in the locale's format of a kind of LocaleAccess::DateFormat.
     bool LocaleDate(long kind);
 
   private:
@@ -66,7 +66,8 @@ class DateReader {
     DateScratch& m_scratch;
 };
 
-// Whether a text begins with another, which is not empty. Most are a separator of one byte.
+// Returns true if a text begins with another text that is not empty. Most are separators of one
+// byte.
 inline bool HasPrefix(const char* text, const CGNString& prefix) {
     const char* const other = prefix;
     std::size_t n = 0;
@@ -74,11 +75,12 @@ inline bool HasPrefix(const char* text, const CGNString& prefix) {
     return n != 0 && !other[n];
 }
 
-// Digits from p on, and the number that they are; it stops growing where an int ends.
+// Returns the number of digits from p on.
+// @param number receives their value, which stops growing at the limit of an int.
 int CountDigits(const char* p, int* number);
 
-// The year that a number of so many digits stands for: those of one and two are put into a century,
-// or into an era where dates are written with eras.
+// Returns the year that a number with so many digits denotes. Years of one and two digits are
+// completed with a century, or with an era if the locale writes dates with eras.
 std::int32_t YearOfDigits(int number, int digits, const CLCLocale& locale,
                           const DateScratch& scratch);
 

@@ -1,4 +1,4 @@
-// CGNDate from text, in the formats of the global locale.
+// Reading CGNDate from text, in the formats of the global locale.
 #include "gencalendar.h"
 #include "genlocale.h"
 #include "genutil/calendar.h"
@@ -11,7 +11,8 @@
 
 using namespace genutil;
 
-// Runs a reader over the scratch values of this object; what is left goes to rest if it succeeds.
+// Applies a reader to the scratch values of this object. On success the rest of the text is stored
+// in rest.
 template <class Read>
 unsigned char CGNDate::ReadWith(const CGNString& text, CGNString& rest, Read read) {
     const CLCLocale* locale = CLCGlobalLocale::Instance();
@@ -76,13 +77,13 @@ unsigned char CGNDate::GetMatchingCharFromString(const CGNString& text, CGNStrin
     return ReadWith(text, rest, [c](DateReader& reader) { return reader.Byte(c); });
 }
 
-// Only the result tells of the era: the code of the object is set by the reading of whole dates.
+// Only the result reports the era. The era code of the object is set by reading whole dates.
 long CGNDate::GetEmperorFromString(const CGNString& text, CGNString& rest) {
     const CLCLocale* locale = CLCGlobalLocale::Instance();
     if (!locale) return 0;
     DateScratch scratch = {};
     DateReader reader(text, *locale, scratch);
-    // In another calendar all of the text is left, whether it names an era or not.
+    // In another calendar the rest is the whole text, whether it names an era or not.
     if (reader.Era() || locale->GetCalendarType() != clcCalendarJapaneseEras) rest = reader.At();
     return scratch.era;
 }
@@ -93,7 +94,7 @@ void CGNDate::Convert2DigitTo4DigitYear(int twoDigits, int& year) {
 
 // -- Free forms ----------------------------------------------------------------------------------
 
-// Runs a reader over a text, and leaves what it found in the scratch values.
+// Applies a reader to a text and stores the result in the scratch values.
 template <class Read>
 unsigned char CGNDate::ParseWith(const CGNString& text, CGNString& rest, Read read) {
     const CLCLocale* locale = CLCGlobalLocale::Instance();
@@ -109,7 +110,7 @@ unsigned char CGNDate::ParseWith(const CGNString& text, CGNString& rest, Read re
     m_parsedMonth = found.date.month;
     m_parsedDay = found.date.day;
     m_era = found.date.era;
-    rest = at.At();  // which may be part of rest itself
+    rest = at.At();  // the text may be part of rest itself
     return 1;
 }
 
@@ -137,7 +138,7 @@ unsigned char CGNDate::FromString(const CGNString& text) {
         const bool left = reading == Reading::kRead && at.Peek() != TextCursor::kEnd;
         return left ? Reading::kNotKnown : reading;
     };
-    constexpr unsigned kLongestDate = 255;  // bytes
+    constexpr unsigned kLongestDate = 255;  // in bytes
     if (text.GetLength() > kLongestDate) {
         m_status = kDateInvalid;
         return 0;

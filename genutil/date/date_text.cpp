@@ -1,4 +1,4 @@
-// CGNDate as text, in the conventions of the global locale.
+// Writing CGNDate as text, in the conventions of the global locale.
 #include "gencalendar.h"
 #include "genlocale.h"
 #include "genutil/date/date_format.h"
@@ -9,7 +9,7 @@ using namespace genutil;
 
 namespace {
 
-// Replaces out by what `write` writes of the date in the global locale.
+// Replaces out with the text that `write` writes for the date in the global locale.
 template <class Write>
 unsigned char Component(CGNString& out, Write write) {
     out.Clear();

@@ -18,7 +18,7 @@ namespace {
 
 enum RangeStatus { kValid = 1, kBadDate = 2, kBadTime = 3, kBehindTheEnd = 4 };
 
-// The present date at midnight, as the working record of a value without a moment has it.
+// Returns the present date at midnight, for the working record of a value without a moment.
 std::tm PresentDate() {
     std::tm local;
     CGNDateTime::LocalTimeTS(CGNDateTime::Now(), local);
@@ -120,8 +120,8 @@ long CGNDateTime::GetLocalMidnightToday() {
     LocalTimeTS(now, local);
     long midnight = now - SecondsOf(local.tm_hour, local.tm_min, local.tm_sec);
     LocalTimeTS(midnight, local);
-    // Clocks that changed since midnight leave an hour. Eleven counts like eleven at night:
-    // programs that show hours to 12 compare with it.
+    // A clock change since midnight leaves an hour. 11 is treated like 23, because programs that
+    // show hours to 12 compare with it.
     if (local.tm_hour == 11 || local.tm_hour == 23)
         midnight += kSecondsPerHour;
     else if (local.tm_hour == 1)

@@ -1,4 +1,4 @@
-// The least and the greatest moment as texts, for messages about values out of range.
+// The minimum and maximum moment as texts, for messages about values out of range.
 #include "genmoment.h"
 #include "gentimeofday.h"
 #include "genutil/zone/zone.h"
@@ -17,11 +17,11 @@ void CGNDateTime::GetMinMaxDateTimeRange(CGNString& least, CGNString& most, long
     last.GetDisplayBuffer(most);
 }
 
-// What the reader of dates leaves of the text is the time.
+// The rest of the text after the date is the time.
 static void KeepDate(CGNString& text, long seconds, long style) {
     CGNDateTime reader;
     CGNString rest;
-    if (!reader.GetDateFromString(text, rest)) {  // a format that cannot be read back
+    if (!reader.GetDateFromString(text, rest)) {  // the format cannot be read back
         CGNDateTime end(seconds);
         end.FormatDateForDisplay(style);
         end.GetDisplayBuffer(text);

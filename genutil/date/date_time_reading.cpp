@@ -1,4 +1,4 @@
-// CGNDateTime from text, in the formats of the global locale.
+// Reading CGNDateTime from text, in the formats of the global locale.
 #include "gencalendar.h"
 #include "genlocale.h"
 #include "genmoment.h"
@@ -13,7 +13,7 @@
 
 using namespace genutil;
 
-// Runs a reader over the date of this value; what is left goes to rest if it succeeds.
+// Applies a reader to the date of this value. On success the rest of the text is stored in rest.
 template <class Read>
 unsigned char CGNDateTime::ReadWith(const CGNString& text, CGNString& rest, Read read) {
     const CLCLocale* locale = CLCGlobalLocale::Instance();
@@ -105,7 +105,7 @@ namespace {
 
 constexpr int kFound = 6;
 
-// What of a moment was in the text: year, month, day, hour, minute, second.
+// Reports which parts of a moment were in the text: year, month, day, hour, minute, second.
 void TellFound(const MomentFound& moment, unsigned char* found, int size) {
     const bool has[kFound] = {moment.hasDate && moment.date.yearGiven,
                               moment.hasDate,
@@ -141,7 +141,7 @@ std::tm RecordOf(const MomentFound& moment) {
     return local;
 }
 
-// The moment of a time that is given with its offset from Greenwich; -1 outside of the range.
+// Returns the moment of a time given with its offset from Greenwich, or -1 if it is out of range.
 std::int64_t SecondsAtOffset(const MomentFound& moment) {
     const DateScratch& date = moment.date.date;
     const ClockFields& time = moment.time.time;
@@ -157,7 +157,7 @@ DateSetting SettingIn(const CLCLocale& locale) {
 
 }  // namespace
 
-// The value becomes the moment that was read, if there is such a moment.
+// Sets the value to the moment that was read, if that exists.
 template <class Found>
 unsigned char CGNDateTime::Take(const Found& moment) {
     std::tm local = RecordOf(moment);
@@ -167,7 +167,7 @@ unsigned char CGNDateTime::Take(const Found& moment) {
         if (seconds >= 0) LocalTimeTS(static_cast<long>(seconds), local);
     }
     if (seconds < 0 || !VerifyDateTime(&local)) {
-        if (seconds < 0 || m_rangeStatus == 1) m_rangeStatus = 2;  // not a moment at all
+        if (seconds < 0 || m_rangeStatus == 1) m_rangeStatus = 2;  // not a valid moment
         return 0;
     }
     if (!moment.hasOffset) seconds = MkTimeTS(&local);

@@ -1,4 +1,4 @@
-// CGNDateTime as text, in the conventions of the global locale.
+// Writing CGNDateTime as text, in the conventions of the global locale.
 #include "gencalendar.h"
 #include "genmoment.h"
 #include "gentimeofday.h"
@@ -32,7 +32,7 @@ unsigned char CGNDateTime::AddTimeIn(CLCLocale* locale) {
     return 1;
 }
 
-// The blank stands even where the date is missing, and the time always succeeds.
+// The blank is written even if the date is missing, and the time never fails.
 unsigned char CGNDateTime::FormatIn(CLCLocale* locale, long style) {
     m_display.Clear();
     if (IsEmpty()) return 0;
@@ -54,7 +54,7 @@ unsigned char CGNDateTime::FormatForDisplay(long style) {
     return FormatIn(CLCGlobalLocale::Instance(), style);
 }
 
-// Unlike the others it leaves the last text of an empty value.
+// Unlike the other functions, it keeps the last text of an empty value.
 unsigned char CGNDateTime::FormatDateForDisplay(long style) {
     if (IsEmpty()) return 0;
     m_display.Clear();
@@ -76,7 +76,7 @@ unsigned char CGNDateTime::DateSep(CGNString& out) {
     return CGNDate::DateSep(out);
 }
 
-// Programs that pass a record want its text; the moment they ask for with MkTimeTS.
+// Programs that pass a record want its text. They compute the moment with MkTimeTS().
 CGNDateTime::CGNDateTime(struct tm* local) : CGNDateTime() {
     TakeFields(*local);
     FormatForDisplay(3);

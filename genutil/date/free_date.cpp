@@ -7,14 +7,15 @@ namespace genutil {
 
 namespace {
 
-// The date in one of the locale's formats.
+// Reads a date in one of the locale's formats.
 Reading ReadFormat(TextCursor& at, long which, const DateSetting& setting, DateFound* found) {
     DateScratch scratch = {};
     scratch.shortYears = setting.shortYears;
     scratch.yearDigits = kNoYearRead;
     DateReader reader(at.At(), setting.locale, scratch);
     if (!reader.LocaleDate(which)) return Reading::kNotKnown;
-    // A format takes no digits for the year 00, five for the last one and an hour for a year.
+    // A format also matches no digits as the year 00, five digits for the last year and an hour for
+    // a year.
     const int digits = scratch.yearDigits;
     const bool given = digits != kNoYearRead;
     if (given && (digits < 1 || digits > 4)) return Reading::kNotKnown;
@@ -57,7 +58,8 @@ Reading ReadAnyDate(TextCursor& at, const DateSetting& setting, DateFound* found
             end = text;
             *found = date;
         }
-        // What a format takes for no date may be one in another order; the readers know.
+        // A text that is an invalid date in a format may be a date in another order, which the
+        // readers decide.
         if (better || (reading == Reading::kInvalid && best == Reading::kNotKnown)) best = reading;
         if (best == Reading::kRead && end.Peek() == TextCursor::kEnd) break;
     }

@@ -17,7 +17,7 @@ MomentReading Failure(TimeReading reading) {
                                                : MomentReading::kBadTime;
 }
 
-// "Z", "UTC", "+09:00", "+0900", "GMT-5".
+// Skips an offset: "Z", "UTC", "+09:00", "+0900", "GMT-5".
 void SkipOffset(TextCursor& at, MomentFound* found) {
     TextCursor text = at;
     const bool apart = text.SkipBlanks();
@@ -47,7 +47,7 @@ void SkipOffset(TextCursor& at, MomentFound* found) {
     at = text;
 }
 
-// What stands between a date and a time; whether it is the "T" of ISO 8601.
+// Skips the text between a date and a time. Returns true if it is the "T" of ISO 8601.
 bool SkipJoint(TextCursor& at, const DateSetting& setting) {
     TextCursor text = at;
     if (text.Skip('t') && IsDigitCharacter(text.Peek())) {
@@ -69,7 +69,7 @@ TimeReading SkipTime(TextCursor& at, const DateSetting& setting, bool compact, M
     return reading;
 }
 
-// As the locale writes it, or in a form of its own.
+// Reads a time in the locale's format or in a free form.
 TimeReading ReadWholeTime(TextCursor at, const DateSetting& setting, bool compact,
                           MomentFound* found) {
     bool midnight = false;
@@ -78,7 +78,7 @@ TimeReading ReadWholeTime(TextCursor at, const DateSetting& setting, bool compac
         ReadLocaleTime(at.At(), setting.locale, &time, &midnight) == TimeReading::kRead) {
         found->time = {time, true, true};
         found->hasTime = true;
-        TextCursor text = at;  // which parts the text has
+        TextCursor text = at;  // to find which parts the text has
         TimeFound parts;
         if (ReadTime(text, setting.locale, false, &parts) == TimeReading::kRead && AtEnd(text))
             found->time = parts;
@@ -119,7 +119,7 @@ MomentReading ReadMomentTime(const CGNString& text, const DateSetting& setting,
     return reading == TimeReading::kRead ? MomentReading::kRead : Failure(reading);
 }
 
-// What the locale itself writes; nothing else can be meant by that.
+// Reads a moment in the exact form that the locale writes, which cannot have another meaning.
 static bool ReadAsWritten(TextCursor at, const DateSetting& setting, MomentFound* found) {
     bool midnight = false;
     if (!ReadDateInFormat(at, setting, &found->date) || at.Peek() != ' ') return false;

@@ -12,22 +12,22 @@ struct MomentFound {
     bool hasDate, hasTime, hasOffset;
     DateFound date;
     TimeFound time;
-    std::int32_t offset;  // seconds east of Greenwich that the time is given in
+    std::int32_t offset;  // of the time, in seconds east of Greenwich
 };
 
 enum class MomentReading { kRead, kBadDate, kBadTime, kTimeOutOfRange };
 
-// A whole text with a date, a time or both in either order. The time may have "Z" or an offset
-// behind it.
+// Reads a whole text with a date, a time or both in either order. The time may be followed by "Z"
+// or an offset.
 MomentReading ReadMoment(const CGNString& text, const DateSetting& setting, MomentFound* found);
 
-// The same for a caller who does not ask which parts the text has: at once where the text is as the
-// locale writes moments.
+// Same as above for a caller that does not need to know which parts the text has. Faster for text
+// in the format in which the locale writes moments.
 MomentReading ReadMomentAsWritten(const CGNString& text, const DateSetting& setting,
                                   MomentFound* found);
 
-// A whole text with a date only; and with a time only, which may have an offset, in which nothing
-// but blanks is midnight.
+// Read a whole text with only a date, or only a time. The time may have an offset, and a blank text
+// is midnight.
 MomentReading ReadMomentDate(const CGNString& text, const DateSetting& setting, MomentFound* found);
 MomentReading ReadMomentTime(const CGNString& text, const DateSetting& setting, MomentFound* found);
 

@@ -50,7 +50,7 @@ class Numbers {
     void Take(int number) {
         m_numbers[m_count++] = number;
         m_end = m_at;
-        // A unit may follow whatever it is that was read; "10:30 Uhr" is one too.
+        // A unit may follow a time in any form; "10:30 Uhr" also has one.
         if (m_count == 1 || m_units) {
             m_units = SkipUnit(m_end, m_count - 1);
             m_at = m_end;
@@ -58,9 +58,9 @@ class Numbers {
             m_end = clock;
         }
     }
-    // The number behind a separator or a unit.
+    // Reads the number after a separator or a unit.
     bool Next() {
-        if (m_end.At() != m_at.At()) return false;  // behind "Uhr"
+        if (m_end.At() != m_at.At()) return false;  // after "Uhr"
         if (m_units)
             m_at.SkipBlanks();
         else if (!Separator())
@@ -95,7 +95,7 @@ class Numbers {
         if (text.SkipAny(".,") && text.Number(&ignored) > 0) m_end = text;
     }
 
-    TextCursor m_at, m_end;  // m_end: behind what is certain
+    TextCursor m_at, m_end;  // m_end: after the part that is certain
     const CLCLocale& m_locale;
     int m_numbers[3] = {};
     int m_count = 0;

@@ -1,10 +1,10 @@
-// Times of day as people type them, in whatever form.
+// Times of day as people type them, in any common form.
 //
 //     time   = [ marker ] ( hour [ s minute [ s second [ fraction ] ] ] ) [ marker ]
-//     s      = ":" or "." or the locale's separator, the same twice; or a unit behind each number
+//     s      = ":" or "." or the locale's separator, the same twice; or a unit after each number
 //
 // Units are "h", "m" and "s", "Uhr", and the characters of China, Japan and Korea. Markers are
-// those of the locale and the English ones. A fraction of a second is read and dropped.
+// those of the locale and the English ones. A fraction of a second is read and ignored.
 #pragma once
 
 #include "genlocale.h"
@@ -18,19 +18,21 @@ struct TimeFound {
     bool minuteGiven, secondGiven;
 };
 
-// On kRead the cursor moves behind the time; otherwise nothing changes. With `compact` the time may
-// be one number of four or six digits, as behind the "T" of ISO 8601.
+// Advances the cursor past the time if the result is kRead; otherwise nothing changes.
+// @param compact true accepts a time that is one number of four or six digits, as after the "T" of
+//     ISO 8601.
 TimeReading ReadTime(TextCursor& at, const CLCLocale& locale, bool compact, TimeFound* found);
 
-// A time from the front of a text in the current code set: as the locale writes it, if that is all
-// of the text, or in any form. *length receives the bytes that were read.
+// Reads a time at the start of a text in the current code set: in the locale's format if that
+// covers the whole text, or in any form.
+// @param length receives the number of bytes read.
 TimeReading ParseTime(const CGNString& text, const CLCLocale& locale, ClockFields* time,
                       std::size_t* length);
 
-// A text for AM or PM; behind blanks. False, with nothing changed, without one.
+// Skips blanks and a marker of AM or PM. Returns false and changes nothing if there is none.
 bool SkipMarker(TextCursor& at, const CLCLocale& locale, bool* pm);
 
-// A unit behind the number of an hour.
+// Skips a unit after the number of an hour.
 bool SkipHourUnit(TextCursor& at);
 
 }  // namespace genutil

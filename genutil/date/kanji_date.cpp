@@ -1,4 +1,4 @@
-// Dates with a unit behind each number, as in Japan, China and Korea, and those of Japanese eras.
+// Dates with a unit after each number, as in Japan, China and Korea, and dates in Japanese eras.
 #include "genutil/calendar.h"
 #include "genutil/date/free_date.h"
 #include "genutil/date/present_year.h"
@@ -9,7 +9,7 @@ namespace genutil {
 
 namespace {
 
-constexpr unsigned kOrigin = 0x5143;  // "first", of the first year of an era
+constexpr unsigned kOrigin = 0x5143;  // "first", for the first year of an era
 
 struct Unit {
     unsigned japanese, korean;
@@ -25,7 +25,7 @@ bool SkipUnit(TextCursor& at, const Unit& unit) {
     return true;
 }
 
-// The value of a numeral from 0 to 9, 10 for "ten"; -1 for another character.
+// Returns the value of a numeral from 0 to 9, 10 for "ten", or -1 for another character.
 int KanjiNumeral(unsigned c) {
     constexpr unsigned kNumerals[] = {0x3007, 0x4E00, 0x4E8C, 0x4E09, 0x56DB, 0x4E94,
                                       0x516D, 0x4E03, 0x516B, 0x4E5D, 0x5341};
@@ -34,7 +34,7 @@ int KanjiNumeral(unsigned c) {
     return -1;
 }
 
-// Digits, or numerals by place or with tens: 二〇一〇, 二十一.
+// Skips digits, or positional numerals or numerals with tens: 二〇一〇, 二十一.
 bool SkipNumber(TextCursor& at, DateNumber* number) {
     at.SkipBlanks();
     number->digits = at.Number(&number->value);
@@ -56,7 +56,7 @@ bool SkipNumber(TextCursor& at, DateNumber* number) {
     return number->digits > 0;
 }
 
-// The letter that stands for an era; 0 for none.
+// Returns the letter that denotes an era, or 0 if there is none.
 unsigned LetterOfEra(const CGNString& name) {
     switch (TextCursor(name, mbShiftJis).Peek()) {
         case 0x660E:  // Meiji
@@ -74,7 +74,7 @@ unsigned LetterOfEra(const CGNString& name) {
     }
 }
 
-// The slot of the era whose name, or in a Japanese locale whose letter, stands at the cursor.
+// Skips the name of an era or, in a Japanese locale, its letter. Returns its index.
 int SkipEra(TextCursor& at, const CLCLocale& locale) {
     for (int i = 0; const CEmperor* era = LocaleAccess::Era(locale, i); ++i) {
         if (era->IsEmpty()) break;
@@ -91,7 +91,7 @@ int SkipEra(TextCursor& at, const CLCLocale& locale) {
     return -1;
 }
 
-// The year of an era, which ends in the year in which the next begins.
+// Returns the year of an era. An era ends in the year in which the next one begins.
 int YearOfEra(int slot, int number, const CLCLocale& locale) {
     const CEmperor& era = *LocaleAccess::Era(locale, slot);
     if (number < 1 || number > kLastYear) return kNoYear;
@@ -101,7 +101,7 @@ int YearOfEra(int slot, int number, const CLCLocale& locale) {
     return static_cast<int>(year);
 }
 
-// Month and day behind a year without its unit: "22.3.20".
+// Skips month and day after a year without its unit: "22.3.20".
 bool SkipSeparated(TextCursor& at, DateNumber* month, DateNumber* day) {
     const unsigned separator = at.Peek();
     return at.SkipAny("./-") && SkipNumber(at, month) && at.Skip(separator) && SkipNumber(at, day);

@@ -6,16 +6,16 @@ namespace genutil {
 
 namespace {
 
-// What may stand between the parts of a date with a name in it.
+// Skips text that may separate the parts of a date with a name.
 void SkipBetween(TextCursor& at, const DateSetting& setting) {
     at.SkipBlanks();
     at.SkipAny(",./-");
     at.SkipBlanks();
     if (SkipFiller(at, setting.locale)) at.SkipBlanks();
-    at.Skip('\'');  // of a short year
+    at.Skip('\'');  // before a short year
 }
 
-// "1st", "2.", "1er", "3\xBA": what makes a number an ordinal.
+// Skips the ending of an ordinal number: "1st", "2.", "1er", "3\xBA".
 void SkipOrdinal(TextCursor& at) {
     for (const char* ending : {"st", "nd", "rd", "th", "er"})
         if (at.SkipWord(ending)) return;
@@ -24,7 +24,7 @@ void SkipOrdinal(TextCursor& at) {
     at.Skip('.');
 }
 
-// A number that is no hour.
+// Skips a number that is not an hour.
 bool SkipNumber(TextCursor& at, const DateSetting& setting, DateNumber* number) {
     TextCursor behind = at;
     number->digits = behind.Number(&number->value);
@@ -34,7 +34,7 @@ bool SkipNumber(TextCursor& at, const DateSetting& setting, DateNumber* number) 
     return true;
 }
 
-// The year behind day and month, if there is one: a date need not have it.
+// Skips the year after day and month, if there is one. A date may have none.
 bool SkipYear(TextCursor& at, const DateSetting& setting, int* year) {
     TextCursor text = at;
     SkipBetween(text, setting);
@@ -58,7 +58,7 @@ struct NamedDate {
     DateNumber day = {}, year = {};
 };
 
-// Month and day in either order, perhaps behind a year.
+// Skips month and day in either order, which may follow a year.
 bool SkipMonthAndDay(TextCursor& at, const DateSetting& setting, NamedDate* date) {
     SkipFiller(at, setting.locale);
     at.SkipBlanks();

@@ -1,4 +1,4 @@
-// Dates of numbers with a separator between them, or of eight digits.
+// Dates consisting of numbers with a separator between them, or of eight digits.
 #include "genutil/date/free_date.h"
 #include "genutil/date/present_year.h"
 #include "genutil/locale/locale_access.h"
@@ -7,11 +7,11 @@ namespace genutil {
 
 namespace {
 
-// Up to three numbers with the same separator between them.
+// Up to three numbers, with the same separator between them.
 struct NumberRow {
     DateNumber numbers[3];
     int count = 0;
-    unsigned separator = 0;  // ' ' for blanks alone
+    unsigned separator = 0;  // ' ' if only blanks separate them
 
     bool Read(TextCursor& at, const DateSetting& setting) {
         TextCursor end = at;
@@ -51,7 +51,7 @@ struct NumberRow {
     }
 };
 
-// Three numbers as year, month and day.
+// Interprets three numbers as year, month and day.
 Reading Assign(const DateNumber (&n)[3], const DateSetting& setting, int bcAt, DateFound* found) {
     const DateOrder order(setting.locale);
     if (!order.known) return Reading::kNotKnown;

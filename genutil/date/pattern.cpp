@@ -46,7 +46,7 @@ std::uint32_t CharacterLength(const char* p, PatternWalk walk) {
     return static_cast<std::uint32_t>(mbbytesinchar(reinterpret_cast<const unsigned char*>(p)));
 }
 
-// Stores the elements of text at `out`, or counts them when it is null.
+// Stores the elements of a text at `out`, or counts them if it is null.
 std::uint32_t Split(const char* text, std::uint32_t length, PatternLetters letters,
                     PatternWalk walk, PatternElement* out) {
     std::uint32_t count = 0;
@@ -90,8 +90,8 @@ std::uint32_t Hash(const char* text, std::uint32_t length, std::uint32_t seed) {
     return static_cast<std::uint32_t>(hash);
 }
 
-// Patterns in use, in an open hash table that is only added to. A process has a few; what does not
-// fit is taken apart each time.
+// Patterns in use, in an open-addressing hash table without removal. A process has a few. Patterns
+// that do not fit are decomposed each time.
 constexpr std::size_t kSlots = 256, kProbes = 8;
 constexpr std::uint32_t kLongestKept = 128;
 

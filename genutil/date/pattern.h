@@ -1,11 +1,11 @@
-// The walk over a date or time pattern, which writing and reading share.
+// The decomposition of a date or time pattern into elements, shared by writing and reading.
 //
 //     pattern = { run | quoted | other }
 //     run     = one of the pattern's letters, once or more: "yyyy", "M"
-//     quoted  = "'" any "'"     without the second apostrophe it goes on to the end
+//     quoted  = "'" any "'"     without the second apostrophe it extends to the end
 //     other   = any character, blanks included
 //
-// A pattern is taken apart once and kept: what walks it afterwards looks at elements.
+// A pattern is decomposed once and kept. Later walks only examine its elements.
 #pragma once
 
 #include <cstddef>
@@ -19,25 +19,26 @@ namespace genutil {
 struct PatternElement {
     enum Kind : std::uint8_t { kRun, kQuoted, kUnclosed, kOther };
     Kind kind;
-    char letter;           // of a run
-    std::uint32_t at;      // first byte; of quoted text the one behind the apostrophe
-    std::uint32_t length;  // bytes: how often the letter stands, or of the text
+    char letter;           // letter of a run
+    std::uint32_t at;      // first byte; of quoted text, the byte after the apostrophe
+    std::uint32_t length;  // number of letters of a run, or of bytes of a text
 };
 
 enum class PatternLetters : std::uint8_t { kDate, kTime };
 
-// Writing walks by characters, as programs lay out what they write; reading walks by bytes, as the
-// texts that it reads have always been matched: there a letter may be half of a character.
+// Writing advances by characters, the unit in which programs lay out text. Reading advances by
+// bytes, because texts have always been matched that way. A letter may then be half of a character.
 enum class PatternWalk : std::uint8_t { kCharacters, kBytes };
 
-// The elements of a pattern, valid as long as the object. Never fails: without memory, which is
-// reported, there are none.
+// The elements of a pattern, valid as long as the object. Construction never fails. If allocation
+// fails, which is reported, there are no elements.
 class Pattern {
   public:
     Pattern(const CGNString& text, PatternLetters letters, PatternWalk walk);
 
-    // The pattern that one place in the program last walked, if `mark` says that nothing changed on
-    // which it depends; else `read` is called for it. So it is found again without a look at it.
+    // The pattern last used at one place in the program, if `mark` shows that nothing on which it
+    // depends has changed. Otherwise `read` is called to obtain it. A known pattern is therefore
+    // found without examining its text.
     struct Elements;
     template <class Read>
     Pattern(Kept<const Elements>& where, std::uint64_t mark, PatternLetters letters,

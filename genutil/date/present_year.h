@@ -1,13 +1,13 @@
-// The present year, and years of two digits, which are read near it.
+// The present year, and years of two digits, which are interpreted relative to it.
 #pragma once
 
 namespace genutil {
 
-// The year of two digits in the present century, or in the last one if it would be more than 29
-// years ahead.
+// Returns the year of two digits in the present century, or in the preceding one if it would be
+// more than 29 years in the future.
 int YearOfTwoDigits(int twoDigits);
 
-// The present local year.
+// Returns the present year in local time.
 int PresentYear();
 
 }  // namespace genutil

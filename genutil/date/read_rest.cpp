@@ -5,7 +5,8 @@
 
 using namespace genutil;
 
-// The first word, a number, or one character of any other kind, after blanks. False at the end.
+// Finds the first word, number, or single character of any other kind, after blanks. Returns false
+// at the end.
 static bool NextWord(TextCursor& at, const char** word, std::size_t* length) {
     at.SkipBlanks();
     *word = at.At();
@@ -19,12 +20,12 @@ static bool NextWord(TextCursor& at, const char** word, std::size_t* length) {
 }
 
 int genutil::TextCodeSet() {
-    mbIsMultiByte();  // chooses the code set, unless that was done
+    mbIsMultiByte();  // chooses the code set if that has not been done
     return mbGetLocaleCodeSet();
 }
 
 unsigned char genutil::ExtractWord(const CGNString& text, CGNString& word, CGNString& rest) {
-    const CGNString whole(text);  // which may be one of the others
+    const CGNString whole(text);  // text may be the same object as word or rest
     TextCursor at(whole, TextCodeSet());
     const char* from = nullptr;
     std::size_t length = 0;

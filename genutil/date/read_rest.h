@@ -1,19 +1,19 @@
-// The text that a reader of dates and times is given, and the rest that it leaves.
+// The text that a reader of dates and times receives, and the rest that it returns.
 #pragma once
 
 #include "genstr.h"
 
 namespace genutil {
 
-// The code set of texts that are to be read.
+// Returns the code set of texts to be read.
 int TextCodeSet();
 
-// What a reader left of a text, which may be part of rest itself.
+// Stores the unread part of a text, which may be part of rest itself.
 void TakeRest(const char* at, CGNString& rest);
-// All of it, from a reader that failed. Returns 0.
+// Stores the whole text as the rest after a reader failed. Returns 0.
 unsigned char KeepWhole(const CGNString& text, CGNString& rest);
 
-// The first word of a text, for callers outside.
+// Extracts the first word of a text, for external callers.
 unsigned char ExtractWord(const CGNString& text, CGNString& word, CGNString& rest);
 
 }  // namespace genutil

@@ -13,7 +13,7 @@ namespace genutil {
 namespace {
 
 unsigned FoldDigit(unsigned c) {
-    // Arabic, Persian, Thai; the zero of each.
+    // The zeros of Arabic, Persian and Thai digits.
     for (const unsigned zero : {0x0660u, 0x06F0u, 0x0E50u})
         if (c >= zero && c < zero + 10) return '0' + (c - zero);
     return c;
@@ -26,7 +26,7 @@ unsigned Fold(unsigned c) {
         case 0x00A0:
         case 0x202F:
         case 0x3000:
-        case 0x200E:  // marks of direction, which are not seen
+        case 0x200E:  // direction marks, which are invisible
         case 0x200F:
             return ' ';
         case 0x060C:  // commas
@@ -67,7 +67,7 @@ void TextCursor::Load() {
     if (*at < 0x80) {
         m_length = 1;
         m_character = Fold(*at);
-        if (*at == 0) m_character = kInvalid;  // in the midst of a text
+        if (*at == 0) m_character = kInvalid;  // a 0 within a text
         return;
     }
     const auto* const page = static_cast<const CodePage*>(m_page);
@@ -162,7 +162,7 @@ bool TextCursor::SkipText(const CGNString& text, int codeSet) {
 
 bool IsLetterCharacter(unsigned c) {
     if (c < 0x80) return c >= 'a' && c <= 'z';
-    // Behind the signs of Latin-1; U+2000 to U+2BFF and U+3000 to U+3004 are signs.
+    // Letters above the signs of Latin-1. U+2000 to U+2BFF and U+3000 to U+3004 are signs.
     if (c < 0xC0) return c == 0xAA || c == 0xB5 || c == 0xBA;
     return c != TextCursor::kInvalid && !(c >= 0x2000 && c < 0x2C00) &&
            !(c >= 0x3000 && c < 0x3005) && !(c >= 0x3008 && c < 0x3020);

@@ -1,5 +1,5 @@
-// A walk over text as a user typed it: characters of a code set, with the differences taken out
-// that do not matter to a reader of dates, times and numbers.
+// A walk over text that a user typed. It yields the characters of a code set, normalised by
+// removing differences that do not matter for reading dates, times and numbers.
 #pragma once
 
 #include <cstddef>
@@ -11,38 +11,40 @@ namespace genutil {
 class TextCursor {
   public:
     static constexpr unsigned kEnd = 0;
-    static constexpr unsigned kInvalid = 0xFFFF;  // bytes that are no character
+    static constexpr unsigned kInvalid = 0xFFFF;  // bytes that are not a character
 
     TextCursor(const char* text, std::size_t length, int codeSet);
     TextCursor(const CGNString& text, int codeSet)
         : TextCursor(static_cast<const char*>(text), text.GetLength(), codeSet) {}
 
-    // A walk over another text of the same code set.
+    // Returns a cursor over another text of the same code set.
     TextCursor Over(const char* text, std::size_t length) const;
 
-    // The character here: letters in lower case, forms of double width as those of ASCII, digits of
-    // any script as those of ASCII, any blank as " ", any dash as "-".
+    // Returns the current character: letters in lower case, full-width forms as ASCII, digits of
+    // any script as ASCII digits, any blank as " ", any dash as "-".
     unsigned Peek() const { return m_character; }
     const char* At() const { return m_at; }
 
     void Next();
-    // To a place further on, between characters.
+    // Moves to a later position, which must be a character boundary.
     void MoveTo(const char* place);
-    bool SkipBlanks();  // whether there were any
+    bool SkipBlanks();  // returns true if there were any
     bool Skip(unsigned character);
-    bool SkipAny(const char* characters);  // one of them, of ASCII
+    bool SkipAny(const char* characters);  // one of several ASCII characters
 
-    // Digits; returns how many. *number stops growing where an int ends.
+    // Reads digits. Returns how many there are.
+    // @param number receives their value, which stops growing at the limit of an int.
     int Number(int* number);
 
-    // A text, in its own code set, that stands here. What ends in a letter must end a word; what
-    // ends in a dot may lack it, and what does not may have one.
+    // Skips a word, which may be in another code set. If it ends in a letter, no letter may follow
+    // it in the text. If it ends in a dot, the dot may be missing. If it does not, a dot may
+    // follow.
     bool SkipWord(TextCursor word);
     bool SkipWord(const CGNString& word, int codeSet) {
         return SkipWord(TextCursor(word, codeSet));
     }
     bool SkipWord(const char* ascii);
-    // A text of any kind.
+    // Skips a text of any kind.
     bool SkipText(const CGNString& text, int codeSet);
 
   private:
@@ -52,16 +54,16 @@ class TextCursor {
     const char* m_end;
     const void* m_page;  // null for UTF-8
     unsigned m_character;
-    unsigned m_length;  // bytes of it
+    unsigned m_length;  // in bytes
 };
 
-// Of characters as Peek gives them.
+// Tests a character as returned by Peek().
 inline bool IsDigitCharacter(unsigned c) {
     return c >= '0' && c <= '9';
 }
-// Letters of scripts that write words with blanks between them, or at least with names apart.
+// Returns true for letters of scripts that separate words, or at least names, with blanks.
 bool IsLetterCharacter(unsigned c);
-// Characters of China, Japan and Korea, which need no blank between words.
+// Returns true for characters of China, Japan and Korea, which need no blank between words.
 bool IsEastAsian(unsigned c);
 
 }  // namespace genutil

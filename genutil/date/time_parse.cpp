@@ -8,7 +8,7 @@ namespace genutil {
 
 namespace {
 
-// Whether the locale writes its markers in front of the time.
+// Returns true if the locale writes its markers before the time.
 bool MarkerLeads(const CLCLocale& locale) {
     static Kept<const Pattern::Elements> kept;
     const Pattern pattern(kept, MarkOf(&locale), PatternLetters::kTime, PatternWalk::kCharacters,
@@ -18,7 +18,7 @@ bool MarkerLeads(const CLCLocale& locale) {
     return false;
 }
 
-// The walk over one text.
+// A walk over one text.
 class TimeReader {
   public:
     TimeReader(const char* text, const CLCLocale& locale)
@@ -35,7 +35,7 @@ class TimeReader {
   private:
     bool Step() {
         if (*m_at == ' ') return ++m_at, true;
-        if (m_marker >= 0 && !m_markerLeads) return false;  // the marker is the end
+        if (m_marker >= 0 && !m_markerLeads) return false;  // only blanks may follow the marker
         if (*m_at >= '0' && *m_at <= '9') return Number();
         if (m_count > 0 && !m_separatorLast && Skip(LocaleAccess::TimeSeparator(m_locale)))
             return m_separatorLast = true;
@@ -43,7 +43,7 @@ class TimeReader {
         return Unit();
     }
     bool Unit() {
-        if (!m_locale.LocaleIsJapanese()) return false;  // no other has them
+        if (!m_locale.LocaleIsJapanese()) return false;  // other locales have no units
         CGNString hour, minute, second;
         m_locale.HourChar(hour);
         m_locale.MinuteChar(minute);
@@ -59,7 +59,7 @@ class TimeReader {
         m_at += digits;
         return true;
     }
-    // In front of the numbers or behind them, as the locale has it.
+    // Reads a marker before or after the numbers, according to the locale.
     bool Marker(bool pm) {
         if (m_marker >= 0 || m_markerLeads != (m_count == 0)) return false;
         if (!Skip(LocaleAccess::Marker(m_locale, pm))) return false;
@@ -78,7 +78,7 @@ class TimeReader {
     bool m_separatorLast = false;
     int m_numbers[3] = {};
     int m_count = 0;
-    int m_marker = -1;  // 1 is PM
+    int m_marker = -1;  // 1 for PM
 };
 
 }  // namespace

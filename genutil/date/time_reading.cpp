@@ -1,4 +1,4 @@
-// CGNTime from text, in the conventions of the global locale.
+// Reading CGNTime from text, in the conventions of the global locale.
 #include "gentimeofday.h"
 #include "genutil/calendar.h"
 #include "genutil/date/free_time.h"
@@ -15,7 +15,7 @@ unsigned char CGNTime::GetTimeFromString(const CGNString& text, CGNString& rest)
     m_parsedMinute = time.minute;
     m_parsedSecond = time.second;
     if (midnight) m_hour = 0;
-    // Of the time itself: callers copy what was read over it, and compute anew.
+    // Only the time itself: callers copy this object over their own and compute the rest again.
     m_secondsFromMidnight = SecondsOf(m_hour, m_minute, m_second);
     return 1;
 }

@@ -20,11 +20,11 @@ void PutTwoDigits(char* out, int value) {
     out[1] = static_cast<char>('0' + value % 10);
 }
 
-// The zone that a conversion of the calling thread uses, as far as it can be told apart from
-// another one without a conversion.
+// The zone used by a conversion of the calling thread, as far as it can be identified without a
+// conversion.
 struct ZoneMark {
     const char* own;      // the thread's zone, or null
-    std::uint32_t state;  // of TZ, if the thread has no zone; 0 if it is not known
+    std::uint32_t state;  // state of TZ if the thread has no zone; 0 if unknown
 
     static ZoneMark Now() {
         if (!IsThreaded()) return {nullptr, platform::RereadZoneVariable()};
@@ -35,7 +35,7 @@ struct ZoneMark {
         if (own) return std::strcmp(date.zone, own) == 0;
         return !*date.zone && state != 0 && date.zoneState == state;
     }
-    // A long or empty name is not kept: the date is then formed anew.
+    // A long or empty name is not recorded; the date is then formed again.
     bool Note(TraceDate* date) const {
         const std::size_t length = own ? std::strlen(own) : 0;
         if (length >= sizeof date->zone || (own && length == 0)) return false;
@@ -45,7 +45,8 @@ struct ZoneMark {
     }
 };
 
-// A log has many lines a second. Null until a threaded process knows the thread.
+// Returns the record of the last date, because a log has many lines a second. Returns null until a
+// threaded process knows the thread.
 TraceDate* LastDate() {
     static TraceDate s_ofProcess;
     if (!IsThreaded()) return &s_ofProcess;
@@ -73,7 +74,7 @@ void WriteTraceDate(char (&out)[sizeof kTraceDateForm]) {
     PutTwoDigits(out + 9, local.tm_hour);
     PutTwoDigits(out + 12, local.tm_min);
     PutTwoDigits(out + 15, local.tm_sec);
-    // The conversion may have made the thread known, and TZ the thread's zone.
+    // The conversion may have registered the thread, and may have set TZ to the thread's zone.
     if (!last) return;
     last->second = ZoneMark::Now().Note(last) ? now : 0;
     std::memcpy(last->text, out, sizeof out);

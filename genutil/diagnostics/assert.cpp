@@ -11,7 +11,7 @@
 using genutil::FreeInstance;
 using genutil::InstanceOf;
 
-// Programs of the suite reach its members in place.
+// Programs access its members directly.
 static_assert(sizeof(void*) != 4 || sizeof(CGNAssert) == 12);
 
 CGNAssert* CGNAssert::m_pInstance = nullptr;
@@ -22,7 +22,7 @@ constexpr short kMask = -255;  // 0xFF01: passes any setting made of bits within
 constexpr char kModule[] = "cgnassert";
 char g_guardName[] = "recflag";
 
-// For threads that have no store for the variable of that name.
+// For threads without a store for the variable of that name.
 constinit genutil::ThreadFlag g_inCallback;
 
 bool InCallback() {
@@ -31,7 +31,7 @@ bool InCallback() {
     return variables && variables->GetLocalVariable(g_guardName) != nullptr;
 }
 
-// For the length of a scope, which may see the store come and go.
+// Marks a callback for the duration of a scope, in which the store may be created and released.
 class CallbackGuard {
   public:
     CallbackGuard() {
@@ -71,10 +71,10 @@ void CGNAssert::SetNativeAssert(unsigned char on) {
 }
 
 unsigned char CGNAssert::cgnassert(unsigned char condition, const char* file, long line) {
-    // Even for a condition that holds: callers then apply an assertion of their own.
+    // Also for a condition that holds, because callers then apply an assertion of their own.
     if (m_nativeAssert) return 0;
     if (condition) return 1;
-    // On the stack: the failure may be one of memory.
+    // On the stack, because the failure may be a failed allocation.
     char position[1024];
     genutil::WritePosition(position, sizeof position, line, file);
     CGNTrace* trace = CGNGlobalTrace::Instance();

@@ -5,7 +5,7 @@
 
 namespace genutil {
 
-// Reporting may itself need memory: a thread reports one failure at a time.
+// Reporting may itself allocate, so a thread reports one failure at a time.
 static constinit ThreadFlag g_reporting;
 
 bool ReportFailedAllocation(const char* file, long line) {

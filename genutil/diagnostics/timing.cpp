@@ -1,4 +1,4 @@
-// Stopwatches and totals of time.
+// Stopwatches and accumulated times.
 #include <cstdarg>
 #include <cstdio>
 
@@ -20,8 +20,8 @@ namespace {
 
 unsigned char g_measuring = 0;
 
-// Labels a stopwatch as printf would write it, cut behind the last whole character that the buffer
-// holds.
+// Labels a stopwatch with formatted text, truncated after the last whole character that fits in the
+// buffer.
 void SetFormattedLabel(OSTime& watch, const char* format, va_list arguments) {
     if (!format || !OSTime::LogEnabled()) return;
     char text[1024];
@@ -35,7 +35,7 @@ void SetFormattedLabel(OSTime& watch, const char* format, va_list arguments) {
     watch.SetTraceMsg(text);
 }
 
-// A label of the heap; null, after the report, when there is no memory for it.
+// Creates a label on the heap. Returns null, after reporting it, if allocation fails.
 template <class Text>
 CGNString* NewLabel(const Text& text) {
     auto* label = New<CGNString>(text);
@@ -43,13 +43,14 @@ CGNString* NewLabel(const Text& text) {
     return label;
 }
 
-// Of two times of 32 bits, which may have wrapped around in between, however wide a long is.
+// Returns the difference of two 32-bit times that may have wrapped around in between, for any width
+// of long.
 long Difference(long later, long earlier) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(later) -
                                      static_cast<std::uint32_t>(earlier));
 }
 
-// Tells the callback of the process what a scope read, or that it times nothing.
+// Passes the reading of a scope to the callback of the process, or the fact that it times nothing.
 void Notify(CGNCummPerf::Callback callback, std::int32_t* pair, int code) {
     if (callback) callback(pair, code);
 }
@@ -93,7 +94,7 @@ void OSPerfTime(long& seconds, long& value) {
     if (!g_measuring) return;
     const std::uint32_t ticks = platform::TickCount();
     seconds = static_cast<long>(ticks / 1000);
-    // All ticks, not those within the second: stored totals carry this scale.
+    // All ticks, not those within the second, because stored totals have this scale.
     value = static_cast<std::int32_t>(ticks * 1000);
 }
 

@@ -1,4 +1,4 @@
-// Trace channels: what is written, where, and when a file starts over.
+// Trace channels: the choice of lines and outputs, and the size limit of files.
 #include <atomic>
 #include <cstddef>
 #include <new>
@@ -21,7 +21,7 @@ namespace {
 
 constexpr char kToFile = 1, kToStandardOutput = 2;
 
-// Members that threads read without the lock.
+// Access to members that threads read without the lock.
 template <class Member>
 std::atomic_ref<Member> Shared(const Member& member) {
     return std::atomic_ref<Member>(const_cast<Member&>(member));
@@ -29,7 +29,7 @@ std::atomic_ref<Member> Shared(const Member& member) {
 
 }  // namespace
 
-// Programs of the suite hold traces by value.
+// Programs hold traces by value.
 static_assert(sizeof(void*) != 4 || sizeof(CGNTrace) == 60);
 
 CGNTrace::CGNTrace()
@@ -46,7 +46,7 @@ CGNTrace::~CGNTrace() {
     if (m_mutex) OSMutexDestroy(m_mutex);
 }
 
-// A mutex from before the process was threaded gets the system's object now.
+// A mutex created before the process was threaded gets its system object now.
 unsigned char CGNTrace::Init() {
     if (!m_mutex)
         m_mutex = OSMutexCreate();
@@ -180,10 +180,11 @@ void CGNTrace::StartOverWhenFull() {
 
 void CGNTrace::DoWriteMsg(const char* fileLine, const char* module, const char* format,
                           va_list arguments) {
-    // Logging is invisible to programs that look at the error of a call.
+    // Logging must not change the error code that a program examines after a call.
     const platform::KeepLastError keep;
     TraceLine line;
-    // Before the lock: the date has a mutex of its own, whose holder may report a failure here.
+    // Before the lock, because the date has a mutex of its own, whose holder may report a failure
+    // here.
     if (m_dateTime) line.AppendDateTime();
     const MutexHolder lock(m_mutex);
     StartOverWhenFull();
@@ -195,7 +196,7 @@ void CGNTrace::DoWriteMsg(const char* fileLine, const char* module, const char* 
     line.End();
     if ((m_output & kToFile) && m_traceFile) line.WriteTo(m_traceFile);
     if (!(m_output & kToStandardOutput)) return;
-    // On standard output the separator stands without a module too: programs parse it so.
+    // Standard output has the separator even without a module, because programs parse it.
     if (!*module) line.InsertSeparator(prefix);
     line.WriteTo(stdout);
 }

@@ -1,5 +1,5 @@
-// The date of trace lines. Declared here for the trace, and defined with the dates, which are
-// above.
+// The date of trace lines. Declared here for the trace, and defined with the dates, which are in a
+// higher layer.
 #pragma once
 
 namespace genutil {

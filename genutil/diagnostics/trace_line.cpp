@@ -17,8 +17,8 @@ TraceLine::~TraceLine() {
     if (m_text != m_stack) Release(m_text);
 }
 
-// Room for `extra` bytes more; the number that there is, which is less when memory runs out. One
-// byte is always left for the line end.
+// Makes room for `extra` more bytes. Returns how many there are, which is fewer if allocation
+// fails. One byte is always left for the line end.
 std::size_t TraceLine::Grow(std::size_t extra) {
     if (extra >= m_capacity - m_length) {
         const std::size_t capacity = 2 * (m_length + extra) + 2;
@@ -29,7 +29,7 @@ std::size_t TraceLine::Grow(std::size_t extra) {
             m_capacity = capacity;
         }
     }
-    const std::size_t left = m_capacity - m_length;  // none behind the end of a line that was cut
+    const std::size_t left = m_capacity - m_length;  // none after the end of a truncated line
     const std::size_t room = left == 0 ? 0 : left - 1;
     return extra < room ? extra : room;
 }
@@ -99,7 +99,8 @@ void TraceLine::WriteTo(std::FILE* stream) const {
 }
 
 std::FILE* OpenTraceFile(const char* name, const char* mode) {
-    // Emptied first if it is to be: whoever writes appends, so that two writers lose nothing.
+    // The file is first truncated if requested. Writers always append, so that two writers lose
+    // nothing.
     if (*mode == 'w') {
         std::FILE* emptied = platform::OpenStream(name, mode);
         if (!emptied) return nullptr;
@@ -108,7 +109,7 @@ std::FILE* OpenTraceFile(const char* name, const char* mode) {
     std::FILE* file = platform::OpenStream(name, "a");
     if (!file) return nullptr;
     std::setbuf(file, nullptr);
-    // Some runtimes report position 0 of a file that is appended to until the first write.
+    // Some runtimes report position 0 for a file opened for appending until the first write.
     std::fseek(file, 0, SEEK_END);
     return file;
 }

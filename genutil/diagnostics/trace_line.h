@@ -1,4 +1,4 @@
-// One line of a trace, put together in memory so that it can be written in one piece.
+// One line of a trace, assembled in memory so that it can be written in one piece.
 #pragma once
 
 #include <cstdarg>
@@ -14,7 +14,7 @@ class TraceLine {
     TraceLine(const TraceLine&) = delete;
     TraceLine& operator=(const TraceLine&) = delete;
 
-    void AppendDateTime();  // now, in local time: "11/21/26 09:30:12 :: "
+    void AppendDateTime();  // the present local time: "11/21/26 09:30:12 :: "
     void AppendThread(unsigned long id);
     void AppendModule(const char* module);
     void AppendMessage(const char* format, va_list arguments);
@@ -36,7 +36,7 @@ class TraceLine {
     std::size_t m_length = 0;
 };
 
-// Opens a log file, unbuffered, at its end; null when it does not open.
+// Opens a log file, unbuffered, at its end. Returns null if it cannot be opened.
 std::FILE* OpenTraceFile(const char* name, const char* mode);
 
 }  // namespace genutil

@@ -1,4 +1,4 @@
-// Which Japanese encoding a text is in, from bytes that only one of them can have.
+// Detection of a text's Japanese encoding, from bytes that only one encoding can contain.
 #include <bit>
 #include <cstdio>
 
@@ -18,7 +18,7 @@ class Memory {
     int Next() { return m_p == m_end ? kEnd : *m_p++; }
     std::size_t Consumed() const { return static_cast<std::size_t>(m_p - m_start); }
 
-    // Steps over bytes that say nothing, at most to the end of the text.
+    // Skips bytes that do not distinguish encodings, at most to the end of the text.
     void SkipPlain() {
         while (m_end - m_p >= 16) {
             const simd::Vector block = simd::Load(m_p);
@@ -45,11 +45,12 @@ class Stream {
     std::FILE* m_stream;
 };
 
-// A byte value, or kEnd, which is in no range.
+// A byte value, or kEnd, which is not in any range.
 constexpr bool In(int c, int low, int high) {
     return c >= low && c <= high;
 }
-// Lead bytes of Shift-JIS that begin nothing in EUC-JP; 0x8E begins half-width katakana there.
+// Lead bytes of Shift-JIS that do not begin a character in EUC-JP. 0x8E begins half-width katakana
+// there.
 constexpr bool OnlyShiftJisLead(int c) {
     return In(c, 0x81, 0x9F) && c != 0x8E;
 }
@@ -57,7 +58,7 @@ constexpr bool OnlyEucCell(int c) {
     return c == 0xFD || c == 0xFE;
 }
 
-// Each function reads on behind the byte that it is named for and returns the result from there on.
+// Each function continues reading after the byte in its name and returns the result from there on.
 
 template <class Bytes>
 int AfterEscape(Bytes& bytes, int result) {
@@ -75,8 +76,8 @@ int AfterKanaShift(Bytes& bytes, int result) {
     return In(c, 0xA1, 0xDF) ? kUndecided : result;
 }
 
-// EUC-JP, or half-width katakana of Shift-JIS and then a lead byte: the rest of the word tells.
-// The byte behind the one that tells, and the one that ends the word, are read as well.
+// Either EUC-JP, or half-width katakana of Shift-JIS followed by a lead byte. The rest of the word
+// decides. The byte after the deciding one, and the one that ends the word, are also read.
 template <class Bytes>
 int AfterKanaOrPair(Bytes& bytes, int c) {
     int result = kUndecided;
@@ -88,7 +89,7 @@ int AfterKanaOrPair(Bytes& bytes, int c) {
     return result;
 }
 
-// A lone byte at the end counts as katakana.
+// A single byte at the end counts as katakana.
 template <class Bytes>
 int AfterKana(Bytes& bytes, int result) {
     const int c = bytes.Next();

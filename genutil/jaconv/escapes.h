@@ -11,12 +11,12 @@ enum class Set { kAscii, kKana, kKanji, kSupplement };
 constexpr unsigned char kEscape = 0x1B, kShiftOut = 0x0E, kShiftIn = 0x0F;
 
 struct Escape {
-    std::string_view text;  // behind the escape byte
+    std::string_view text;  // after the escape byte
     bool designates;
     Set set;
 };
-// JIS X 0201's Latin half counts as ASCII. "&@" announces the revision of the set that is
-// designated next and says nothing by itself.
+// The Latin half of JIS X 0201 counts as ASCII. "&@" announces the revision of the set that is
+// designated next and has no effect by itself.
 constexpr Escape kEscapes[] = {
     {"$B", true, Set::kKanji},  {"(B", true, Set::kAscii},  {"$@", true, Set::kKanji},
     {"(J", true, Set::kAscii},  {"(I", true, Set::kKana},   {"$(D", true, Set::kSupplement},
@@ -24,7 +24,7 @@ constexpr Escape kEscapes[] = {
     {"$(@", true, Set::kKanji},
 };
 
-// The escape sequence at p, which is an escape byte; null when it is not one of these.
+// Returns the escape sequence at p, which must be an escape byte, or null if it is none of these.
 inline const Escape* FindEscape(const unsigned char* p, std::size_t n) {
     const std::string_view rest(reinterpret_cast<const char*>(p) + 1, n - 1);
     for (const Escape& escape : kEscapes)
@@ -32,7 +32,7 @@ inline const Escape* FindEscape(const unsigned char* p, std::size_t n) {
     return nullptr;
 }
 
-// Whether n bytes at p are the beginning of an escape sequence and no more.
+// Returns true if the n bytes at p are an incomplete escape sequence.
 inline bool EscapeGoesOn(const unsigned char* p, std::size_t n) {
     const std::string_view rest(reinterpret_cast<const char*>(p) + 1, n - 1);
     for (const Escape& escape : kEscapes)

@@ -1,4 +1,4 @@
-// Shift-JIS, EUC-JP and JIS among each other: one loop over a reader and a writer.
+// Conversion between Shift-JIS, EUC-JP and JIS: one loop over a reader and a writer.
 #include <algorithm>
 #include <bit>
 
@@ -13,8 +13,8 @@ namespace {
 
 using namespace jis;
 
-// Copies a run of ASCII and returns its length. In JIS the bytes that shift between sets are not
-// part of it.
+// Copies a run of ASCII and returns its length. In JIS, the bytes that shift between sets do not
+// belong to it.
 template <bool kShifts>
 std::size_t CopyPlainRun(unsigned char* dst, const unsigned char* src, std::size_t n) {
     if constexpr (!kShifts) {
@@ -47,7 +47,7 @@ bool Write(const In& in, Out& out, const Unit& unit, Losses& losses) {
     const std::size_t left = in.Left() - unit.length;
     switch (unit.kind) {
         case Kind::kAscii:
-            // JIS cannot say a byte that would be read as a shift.
+            // JIS cannot represent a byte that would be read as a shift.
             if (Out::kShifts && !JisReader::IsPlain(unit.code) &&
                 (unit.code != kEscape || FindEscape(in.p, in.Left()) != nullptr))
                 break;
@@ -89,8 +89,8 @@ void CopyBlocks(In& in, Out& out) {
     }
 }
 
-// Text is runs of ASCII and of kanji, most of them too short to predict where they end: both are
-// taken 16 bytes at a time, whatever part of that the run fills.
+// Text consists of runs of ASCII and of kanji, most of them too short to predict their ends. Both
+// are read 16 bytes at a time, of which the run may fill only a part.
 template <class In, class Out>
 bool Run(In& in, Out& out, Losses& losses) {
     while (in.p != in.end) {

@@ -4,8 +4,8 @@ namespace genutil::jis {
 
 namespace {
 
-// Runs of the characters that Shift-JIS has twice. The copy in rows 89 to 92 is in the same order
-// but for what it leaves to rows 2 and 13.
+// Runs of the characters that have two codes in Shift-JIS. The copy in rows 89 to 92 is in the same
+// order, without the characters of rows 2 and 13.
 struct ExtensionRun {
     std::uint16_t first, last, jis;
 };
@@ -21,7 +21,7 @@ constexpr ExtensionRun kExtension[] = {
     {0xFA5C, 0xFC4B, 0xF9A1},  // kanji
 };
 
-// Cells of a row follow each other over the bytes that are left out between them.
+// Cells of a row are consecutive across the omitted bytes between them.
 constexpr unsigned ShiftJisOrder(unsigned code) {
     const unsigned trail = code & 0xFF;
     return (code >> 8) * 188 + trail - 0x40 - (trail > 0x7F);
@@ -39,8 +39,8 @@ constexpr std::uint16_t kKana[] = {
     0xA5D8, 0xA5DB, 0xA5DE, 0xA5DF, 0xA5E0, 0xA5E1, 0xA5E2, 0xA5E4, 0xA5E6, 0xA5E8, 0xA5E9,
     0xA5EA, 0xA5EB, 0xA5EC, 0xA5ED, 0xA5EF, 0xA5F3, 0xA1AB, 0xA1AC};
 
-// JIS X 0208 has no straight quotation marks: the closing curved ones stand for them. The backslash
-// stays one, as text in the Windows code page means it.
+// JIS X 0208 has no straight quotation marks; the closing curved ones replace them. The backslash
+// remains one, as intended by text in the Windows code page.
 constexpr std::uint16_t kAscii[] = {
     0xA1A1, 0xA1AA, 0xA1C9, 0xA1F4, 0xA1F0, 0xA1F3, 0xA1F5, 0xA1C7, 0xA1CA, 0xA1CB, 0xA1F6, 0xA1DC,
     0xA1A4, 0xA1DD, 0xA1A5, 0xA1BF, 0xA3B0, 0xA3B1, 0xA3B2, 0xA3B3, 0xA3B4, 0xA3B5, 0xA3B6, 0xA3B7,
@@ -70,7 +70,7 @@ unsigned FullWidthKana(unsigned kana) {
 unsigned JoinedKana(unsigned kana, unsigned mark) {
     constexpr unsigned kU = 0xB3, kVu = 0xA5F4;
     const bool kaToTo = kana >= 0xB6 && kana <= 0xC4, haToHo = kana >= 0xCA && kana <= 0xCE;
-    // A voiced kana follows its plain form, a half-voiced one the voiced.
+    // A voiced kana follows its plain form, and a half-voiced one follows the voiced form.
     if (mark == 0xDE && kana == kU) return kVu;
     if (mark == 0xDE && (kaToTo || haToHo)) return FullWidthKana(kana) + 1;
     if (mark == 0xDF && haToHo) return FullWidthKana(kana) + 2;

@@ -1,10 +1,10 @@
 // JIS X 0208 by row and cell, and its code in Shift-JIS.
 //
 // A character is written as its two bytes in EUC-JP, 0xA1 plus row and 0xA1 plus cell (both from 0
-// to 93): 0xA4A2 is hiragana A. JIS has the same bytes without the top bits. Shift-JIS folds two
-// rows into one lead byte, the second of them behind trail byte 0x9E, and leaves out trail byte
-// 0x7F. So rows 0 to 93 are all there, assigned or not; among them 13 and 89 to 92 (counted from
-// 1), where makers put characters of their own.
+// to 93): 0xA4A2 is hiragana A. JIS has the same bytes without the top bits. Shift-JIS combines two
+// rows in one lead byte, with the second row after trail byte 0x9E, and omits trail byte 0x7F. All
+// rows 0 to 93 are therefore representable, whether assigned or not, including 13 and 89 to 92
+// (counted from 1), which contain vendor characters.
 #pragma once
 
 #include <array>
@@ -12,7 +12,7 @@
 
 namespace genutil::jis {
 
-constexpr unsigned kGeta = 0xA2AE;  // the mark that stands for a character which cannot be shown
+constexpr unsigned kGeta = 0xA2AE;  // the substitute for a character that cannot be displayed
 
 constexpr bool IsKana(unsigned byte) {
     return byte - 0xA1 < 0x3F;
@@ -27,7 +27,7 @@ constexpr bool IsLead(unsigned byte) {
     return (byte ^ 0x20) - 0xA1 < 47;
 }  // 81 to 9F, E0 to EF
 
-// A Shift-JIS pair is kShiftJisLead[first] + kShiftJisTrail[second], if neither is 0.
+// A Shift-JIS pair is kShiftJisLead[first] + kShiftJisTrail[second] if neither is 0.
 using ByteTable = std::array<std::uint16_t, 256>;
 constexpr ByteTable kShiftJisLead = [] {
     ByteTable table{};
@@ -45,8 +45,8 @@ constexpr ByteTable kShiftJisTrail = [] {
     return table;
 }();
 
-// The reverse: the sum of base and cell byte, plus one at or behind the trail byte left out, which
-// is where cell byte and gap carry into bit 8.
+// The reverse: the sum of base and cell byte, plus one from the omitted trail byte on, where the
+// sum of cell byte and gap carries into bit 8.
 struct ShiftJisRow {
     std::uint16_t base, gap;
 };
@@ -67,16 +67,17 @@ inline unsigned ToShiftJis(unsigned jis) {
     return row.base + cell + ((cell + row.gap) >> 8);
 }
 
-// A second copy of 388 characters lies beyond the rows, in Shift-JIS 0xFA40 to 0xFC4B. Returns what
-// they are in rows 2, 13, 89 to 92, so that text in them survives; 0 for any other pair.
+// Shift-JIS 0xFA40 to 0xFC4B, beyond the rows, contains a second copy of 388 characters. Returns
+// the character in rows 2, 13 or 89 to 92, so that text with these codes is preserved, or 0 for any
+// other pair.
 unsigned FromExtension(unsigned shiftJis);
 
-// The full-width form of half-width katakana 0xA1 to 0xDF.
+// Returns the full-width form of half-width katakana 0xA1 to 0xDF.
 unsigned FullWidthKana(unsigned kana);
-// The full-width form of half-width katakana with the sound mark that follows it (0xDE or 0xDF); 0
-// when they do not join.
+// Returns the full-width form of half-width katakana combined with the sound mark that follows it
+// (0xDE or 0xDF), or 0 if they do not combine.
 unsigned JoinedKana(unsigned kana, unsigned mark);
-// The full-width form of ASCII 0x20 to 0x7E.
+// Returns the full-width form of ASCII 0x20 to 0x7E.
 unsigned FullWidthAscii(unsigned ascii);
 
 }  // namespace genutil::jis

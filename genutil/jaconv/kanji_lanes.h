@@ -1,5 +1,5 @@
-// Eight kanji at a time: the arithmetic of jis.h on all lanes of a register. The lanes hold a pair
-// as it lies in memory, its first byte low.
+// Conversion of eight kanji at a time: the arithmetic of jis.h on all lanes of a register. A lane
+// contains a pair as it is stored in memory, with its first byte low.
 #pragma once
 
 #include <bit>
@@ -10,13 +10,13 @@ namespace genutil::jis {
 
 constexpr unsigned kBlock = 16;  // bytes
 
-// Kanji as EUC pairs, and how many lanes from the first on really hold one.
+// Kanji as EUC pairs, and the number of lanes at the start that are valid pairs.
 struct Block {
     simd::Vector pairs;
     unsigned count;
 };
 
-// The number of lanes before the first with a byte that is not all ones.
+// Returns the number of lanes before the first one with a byte that is not all ones.
 inline unsigned LeadingPairs(simd::Vector valid) {
     const unsigned bad = ~simd::TopBits(valid) | 1u << kBlock;
     return static_cast<unsigned>(std::countr_zero(bad)) / 2;
@@ -44,7 +44,7 @@ inline Block ShiftJisBlock(const unsigned char* p) {
     const Vector second = Greater16(trail, Splat16(0x9E));
     const Vector gap = Greater16(lead, Splat16(0xDF)) & Splat16(0xE0 - 0xA0);
     const Vector row = ShiftLeft16<1>(Sub16(lead, gap));
-    // Comparisons give -1: to subtract one adds 1.
+    // Comparisons give -1, so subtracting one adds 1.
     const Vector rowByte = Sub16(Add16(row, Splat16(0xA1 - 2 * 0x81)), second);
     const Vector first = Add16(Add16(trail, Splat16(0xA1 - 0x40)), Greater16(trail, Splat16(0x7F)));
     const Vector cellByte = Sub16(first, second & Splat16(0x9F - 0x40 - 1));

@@ -1,13 +1,14 @@
-// Characters out of text in EUC-JP, Shift-JIS and JIS. Each reader has
+// Reading characters from text in EUC-JP, Shift-JIS and JIS. Each reader has
 //
-//     PlainNext()  whether the next byte is ASCII that means itself, and so may be copied in a run
-//     Pair()       the kanji at the head as two EUC bytes, without stepping over it; 0 for anything
-//                  else
-//     PairBlock()  the kanji among the next 16 bytes, which must be there
-//     Other()      whatever else is at the head
+//     PlainNext()  true if the next byte is ASCII and represents itself, so that it may be copied
+//                  in a run
+//     Pair()       the kanji at the current position as two EUC bytes, without stepping over it;
+//                  0 for anything else
+//     PairBlock()  the kanji among the next 16 bytes, which must exist
+//     Other()      any other character at the current position
 //
-// What is one character follows the stepping rules of the code set; a byte that begins none is lost
-// by itself. The text must not be empty but in Pair().
+// Characters follow the stepping rules of the code set. A byte that does not begin a character is
+// one lost character. Except for Pair(), the text must not be empty.
 #pragma once
 
 #include <cstddef>
@@ -24,7 +25,7 @@ enum class Kind {
     kSupplement,  // of JIS X 0212, as two EUC bytes
     kKana,        // half-width, 0xA1 to 0xDF
     kLost,
-    kNothing  // a shift between sets, which is no character
+    kNothing  // a shift between sets, which is not a character
 };
 
 struct Unit {
@@ -78,7 +79,8 @@ class ShiftJisReader : public Reader {
 
     Block PairBlock() const { return ShiftJisBlock(p); }
 
-    // Pairs with a lead byte from 0xF0 on are a maker's or the user's own; few have a place in JIS.
+    // Most pairs with a lead byte from 0xF0 on are vendor or user-defined characters. Few have a
+    // place in JIS.
     Unit Other() const {
         const unsigned c = p[0];
         if (c < 0x80) return {Kind::kAscii, 1, c};
@@ -87,14 +89,14 @@ class ShiftJisReader : public Reader {
             if (const unsigned pair = FromExtension(c << 8 | p[1])) return {Kind::kPair, 2, pair};
             return {Kind::kLost, 2};
         }
-        // Stepping takes this pair for a character, although no row has it.
+        // Stepping treats this pair as a character, although it is in no row.
         if (Left() >= 2 && IsLead(c) && p[1] == 0x7F) return {Kind::kLost, 2};
         return {Kind::kLost, 1};
     }
 };
 
-// Besides its escape sequences JIS text may switch to half-width katakana with shift-out, or have
-// them as bytes of 8 bits. A line ends in ASCII, whether it says so or not.
+// Besides its escape sequences, JIS text may switch to half-width katakana with shift-out, or
+// contain them as 8-bit bytes. Every line ends in ASCII, with or without an escape sequence.
 class JisReader : public Reader {
   public:
     static constexpr bool kShifts = true;
@@ -135,7 +137,7 @@ class JisReader : public Reader {
     Set Designated() const { return m_designated; }
     bool IsShiftedOut() const { return m_set != m_designated; }
 
-    // Whether the text ends inside what is at the head: an escape sequence or a pair.
+    // Returns true if the text ends within the escape sequence or pair at the current position.
     bool IsCut() const {
         if (*p == kEscape) return EscapeGoesOn(p, Left());
         return Left() == 1 && (m_set == Set::kKanji || m_set == Set::kSupplement) && IsGraphic7(*p);

@@ -1,5 +1,5 @@
-// Half width and full width: the ASCII characters and katakana that East Asian code sets have
-// twice.
+// Half width and full width: ASCII characters and katakana, for which East Asian code sets have two
+// codes.
 #include <cstring>
 
 #include "genutil/jaconv/jis.h"
@@ -34,7 +34,7 @@ const NumberSet* CurrentNumberSet() {
     return nullptr;
 }
 
-// 0 when there is none.
+// Returns 0 if there is none.
 unsigned FullWidthNumber(const NumberSet& set, char c) {
     if (c >= '0' && c <= '9') return set.zero + static_cast<unsigned>(c - '0');
     switch (c) {
@@ -51,7 +51,7 @@ unsigned FullWidthNumber(const NumberSet& set, char c) {
     }
 }
 
-// 0 when it is none.
+// Returns 0 if the pair is not one.
 char HalfWidthNumber(const NumberSet& set, unsigned pair) {
     for (const char c : {'+', '-', '.', ','})
         if (pair == FullWidthNumber(set, c)) return c;
@@ -76,14 +76,14 @@ unsigned ByteAt(const char* p, int index) {
     return static_cast<unsigned char>(p[index]);
 }
 
-// The half-width katakana at the head of p; 0 when there is none.
+// Returns the half-width katakana at the start of p, or 0 if there is none.
 unsigned KanaAt(const char* p) {
     const unsigned first = ByteAt(p, 0);
     if (g_codeSetState.codeSet == mbShiftJis) return jis::IsKana(first) ? first : 0;
     return first == 0x8E && jis::IsKana(ByteAt(p, 1)) ? ByteAt(p, 1) : 0;
 }
 
-// Copies src, but the characters of `length` bytes that are numbers as `put` writes them.
+// Copies src. Among its first `length` bytes, characters of numbers are written by `put`.
 template <class Put>
 char* ConvertNumbers(const char* src, char* dst, int length, Put put) {
     if (src == nullptr || dst == nullptr) return nullptr;

@@ -1,15 +1,15 @@
-// Characters into text in EUC-JP, Shift-JIS and JIS. Each writer has
+// Writing characters to text in EUC-JP, Shift-JIS and JIS. Each writer has
 //
-//     EnterAscii()  makes ready for ASCII, which the caller then writes at p
+//     EnterAscii()  prepares for ASCII, which the caller then writes at p
 //     Pair()        writes a kanji given as two EUC bytes
-//     HasBlock()    whether a block of them may follow the kanji written last, for PutBlock()
-//     Supplement()  a character of JIS X 0212, where the code set has them (kHasSupplement)
-//     Kana()        half-width katakana, given as one byte
-//     Lost()        the substitute
+//     HasBlock()    true if PutBlock() may write a block of kanji after the last one
+//     Supplement()  writes a character of JIS X 0212, if the code set has them (kHasSupplement)
+//     Kana()        writes half-width katakana, given as one byte
+//     Lost()        writes the substitute
 //     Close()       ends the text
 //
-// They return false, with nothing of the character written, when there is no room. `left` is what
-// remains of the source behind the character, in bytes.
+// If there is no room, they return false and write nothing of the character. `left` is the number
+// of source bytes after the character.
 #pragma once
 
 #include <cstddef>
@@ -87,20 +87,20 @@ class ShiftJisWriter : public Writer {
     void Close() {}
 };
 
-// JIS takes up to 5 bytes for a byte of the source, and callers may give no more than 3. These
-// always suffice, because a text that begins with 3 bytes of room for each byte of its source keeps
-// them, and one more while it is in a set other than ASCII ("assured"):
+// JIS needs up to 5 bytes for a byte of the source, and callers may provide only 3. These are
+// always sufficient, because a text that begins with 3 bytes of room for each byte of its source
+// retains them, and one more while it is in a set other than ASCII ("assured"):
 //
-//     ASCII            1 byte from ASCII, 4 from another set; its own 3 and the one more
-//     kanji            2 bytes, 5 with an escape, of 6; the one more is left over
+//     ASCII            1 byte from ASCII, 4 from another set; paid by its own 3 and the extra one
+//     kanji            2 bytes, 5 with an escape, of 6; the extra one remains
 //     JIS X 0212       2 bytes, 6 with an escape, of 9
-//     katakana         1 byte, 4 with an escape: too much for a katakana of one byte. It is written
-//                      with an escape only where room to spare has come together, and as a byte of
-//                      8 bits, which every reader of JIS takes, elsewhere. So is the substitute for
-//                      a single byte, whose stand-in is "?".
+//     katakana         1 byte, 4 with an escape: too many for a katakana of one byte. It is written
+//                      with an escape only if enough spare room has accumulated, and otherwise as
+//                      an 8-bit byte, which every reader of JIS accepts. The same applies to the
+//                      substitute for a single byte, which is "?" if there is no spare room.
 //
-// A text with less room can break off before any character, so it keeps 3 bytes for the closing
-// escape at all times.
+// A text with less room may be interrupted before any character, so it always keeps 3 bytes for the
+// closing escape.
 class JisWriter : public Writer {
   public:
     static constexpr bool kShifts = true;
@@ -161,11 +161,11 @@ class JisWriter : public Writer {
 
     bool Fits(std::size_t cost, Set set, std::size_t left) const {
         if (Room() < cost) return false;
-        if (left == 0) return true;  // at the end the closing escape may be left out
+        if (left == 0) return true;  // the closing escape may be omitted at the end
         return Room() - cost >= (set == Set::kAscii ? 0 : kEscapeLength);
     }
 
-    // A single byte, from ASCII.
+    // Writes a single byte in ASCII.
     bool Byte(unsigned byte) {
         if (!EnterAscii() || Room() < 1) return false;
         PutByte(byte);

@@ -19,7 +19,7 @@ unsigned char CGNCleanupList::AddItem(const CGNCleanupItem* item) {
     return CGNList::AddItem(Records::AsItem(item));
 }
 
-// The count is read each time round, and a record before its call, because a call may add to the
+// The count is read in each iteration, and a record before its call, because a call may add to the
 // list or free it.
 void CGNCleanupList::Execute() const {
     for (int i = 0; i < GetCount(); ++i) {
@@ -28,7 +28,7 @@ void CGNCleanupList::Execute() const {
     }
 }
 
-// Unlike the other lists this one keeps its count.
+// Unlike the other lists, this one keeps its count.
 void CGNCleanupList::FreeListItems() {
     for (int i = 0; i < GetCount(); ++i) {
         delete GetItem(i);

@@ -1,4 +1,4 @@
-// The checksum, sixteen bytes a step.
+// The checksum, computed sixteen bytes at a time.
 #include <array>
 #include <cstdint>
 
@@ -23,15 +23,15 @@ constexpr Table MakeTable() {
 constexpr Table kTable = MakeTable();
 static_assert(kTable[1] == 0x77073096 && kTable[255] == 0x2D02EF8D);
 
-// One byte. The table is that of sums which shift to the right, but this one shifts to the left;
-// stored checksums depend on the combination.
+// Processes one byte. The table is for sums that shift to the right, but this one shifts to the
+// left. Stored checksums depend on this combination.
 constexpr std::uint32_t Step(std::uint32_t crc, std::uint32_t byte) {
     return (crc << 8) ^ kTable[(crc >> 24) ^ byte];
 }
 
-// A step is linear over the bits of sum and byte, and a byte in the low end of the sum takes three
-// steps to reach its top without a change. So what a byte adds to the sum that is reached k steps
-// after its own can be looked up, and four bytes can be put into the sum at once.
+// A step is linear over the bits of sum and byte, and a byte at the low end of the sum takes three
+// steps to reach the top unchanged. The contribution of a byte to the sum k steps after its own can
+// therefore be looked up, and four bytes can be added to the sum at once.
 constexpr int kSlices = 16;
 constexpr std::array<Table, kSlices> MakeSlices() {
     std::array<Table, kSlices> slices = {kTable};
@@ -42,7 +42,7 @@ constexpr std::array<Table, kSlices> MakeSlices() {
 
 constexpr std::array<Table, kSlices> kSlice = MakeSlices();
 
-// kBytes bytes, of which the sum before is mixed into the first four.
+// Processes kBytes bytes. The previous sum is combined with the first four.
 template <int kBytes>
 std::uint32_t Slice(std::uint32_t crc, const unsigned char* data) {
     std::uint32_t next = 0;

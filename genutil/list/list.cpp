@@ -1,4 +1,4 @@
-// Lists of numbers or pointers: room, adding, removing.
+// Lists of numbers or pointers: capacity, adding, removing.
 #include <algorithm>
 #include <bit>
 #include <cstddef>
@@ -7,11 +7,11 @@
 
 using Storage = genutil::ListStorage;
 
-// -- Room ----------------------------------------------------------------------------------------
+// -- Capacity ------------------------------------------------------------------------------------
 
 namespace genutil {
 
-// The layout is part of the product: programs derive from the class and look into it.
+// The layout is part of the interface: programs derive from the class and access its members.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 void ListStorage::CheckLayout() {
@@ -59,7 +59,7 @@ unsigned char CGNList::AllocateItemList(unsigned int n) {
     return Storage::Reallocate(*this, (std::uint64_t{n} / m_increment + 1) * m_increment);
 }
 
-// -- Life ----------------------------------------------------------------------------------------
+// -- Construction and destruction ----------------------------------------------------------------
 
 CGNList::CGNList() : CGNList(genutil::kListIncrement, genutil::kListIncrement) {}
 
@@ -111,7 +111,7 @@ unsigned char CGNList::InsertItem(int index, long item) {
 
 unsigned char CGNList::SetItem(int index, long item) {
     if (index < 0 || index > m_count) return 0;
-    // The place behind the last item can be prepared before the item is counted.
+    // The place after the last item can be set before the item is counted.
     if (index == m_count && !Storage::MakeRoomForOne(*this)) return 0;
     m_items[index] = item;
     return 1;

@@ -1,4 +1,4 @@
-// CGNString cut into parts at a delimiter, and its escapes of special characters.
+// Splitting a CGNString at a delimiter, and its escapes of special characters.
 #include <cstring>
 
 #include "genlist.h"
@@ -20,7 +20,7 @@ namespace {
 
 using Byte = unsigned char;
 
-// Whether a delimiter of ASCII is found by its bytes: none of them can be part of another
+// Returns true if an ASCII delimiter can be found by its bytes: none of them can be part of another
 // character.
 bool IsFoundByBytes(const char* delimiter) {
     const genutil::StepTable* table = genutil::g_currentStep;
@@ -30,7 +30,7 @@ bool IsFoundByBytes(const char* delimiter) {
     return true;
 }
 
-// The places of a delimiter in a text, one behind another.
+// The positions of a delimiter in a text, in order.
 class Delimiter {
   public:
     Delimiter(const char* text, std::size_t length, const char* delimiter)
@@ -46,7 +46,7 @@ class Delimiter {
     }
     std::size_t Size() const { return m_size; }
 
-    // The first from `from` on; the length of the text when there is none.
+    // Returns the first position from `from` on, or the length of the text if there is none.
     std::size_t Next(std::size_t from) {
         if (m_size == 0 || from >= m_length) return m_length;
         if (!m_byBytes) {
@@ -70,7 +70,7 @@ class Delimiter {
     genutil::UnitFinder<Byte> m_finder;
 };
 
-// A string of n bytes; null, after the report, when memory runs out.
+// Creates a string of n bytes. Returns null, after reporting it, if allocation fails.
 CGNString* NewPart(const char* text, std::size_t n) {
     auto* part = genutil::New<CGNString>();
     if (!genutil::CheckListMemory(part) || n == 0) return part;
@@ -82,7 +82,7 @@ CGNString* NewPart(const char* text, std::size_t n) {
 
 }  // namespace
 
-// The parts are made before the list is emptied, because this string may be one of its items.
+// The parts are created before the list is emptied, because this string may be one of its items.
 void CGNString::Split(CGNStringList& list, const char* delimiter) const {
     mbIsMultiByte();  // initialises
     CGNStringList parts(0, genutil::kListIncrement);
@@ -105,7 +105,7 @@ void CGNString::Split(CGNStringList& list, unsigned char delimiter) const {
 // -- Escapes -------------------------------------------------------------------------------------
 
 void CGNString::ExpandSpecials() {
-    // The tab stays: programs read it in texts that were expanded.
+    // Tabs are kept, because programs expect them in expanded texts.
     static constexpr Rule kRules[] = {{"\b", "\\b"}, {"\n", "\\n"},  {"\f", "\\f"},
                                       {"\r", "\\r"}, {"\"", "\\\""}, {"\\", "\\\\"}};
     Storage::Replace(*this, kRules, std::size(kRules), Units::kCharacters);
@@ -119,7 +119,7 @@ bool IsDigit(Wide c) {
     return c >= '0' && c <= '9';
 }
 
-// Reads the escape behind a backslash. Stored texts were made for these rules, odd as they are.
+// Reads the escape after a backslash. Stored texts depend on these rules, however unusual.
 struct Escape {
     Escape(const Wide* p, std::size_t left) : produces(true) {
         switch (p[0]) {
@@ -144,8 +144,8 @@ struct Escape {
         }
     }
 
-    // The digits among up to three characters; of a number beyond 255 the first two, whose span is
-    // shorter by one. The character behind the span is dropped with it.
+    // Reads the digits among up to three characters. Of a number above 255 only the first two
+    // count, and the span is shorter by one. The character after the span is also dropped.
     void ReadNumber(const Wide* p, std::size_t left) {
         std::size_t span = left < 3 ? left : 3;
         unsigned number = 0, digits = 0, firstTwo = 0;
@@ -162,9 +162,9 @@ struct Escape {
         taken = span + 1 < left ? span + 1 : left;
     }
 
-    bool produces;          // else the backslash stands for itself
-    char byte = 0;          // what is produced
-    std::size_t taken = 1;  // characters behind the backslash
+    bool produces;          // otherwise the backslash represents itself
+    char byte = 0;          // the resulting byte
+    std::size_t taken = 1;  // number of characters after the backslash
 };
 
 }  // namespace
@@ -176,8 +176,8 @@ void CGNString::UnexpandSpecials() {
     const std::size_t count = m_wideLength;
     std::size_t at = genutil::FindUnits(wide, count, &backslash, 1, 0);
     if (at == genutil::kNotFound) return;
-    // Room for every character, with escape sequences where the code set has them; what is read of
-    // an escape is longer than the byte that it produces.
+    // Room for every character, with escape sequences if the code set has them. The text of an
+    // escape is always longer than the byte that it produces.
     const std::size_t longest = genutil::LongestNarrow();
     const std::uint64_t room = std::uint64_t{count} * (longest ? longest : 16);
     char* const text = genutil::NewText<char>(room);

@@ -1,4 +1,4 @@
-// What the lists share: room for items, and items that a list owns.
+// The storage of lists: memory for items, and items that a list owns.
 #pragma once
 
 #include <cstdint>
@@ -13,19 +13,18 @@ namespace genutil {
 constexpr std::uint32_t kListIncrement = 10;
 constexpr std::uint64_t kMostItems = 0x7FFFFFFF;  // the count is signed
 
-// Reports a failed allocation of the lists, and returns ok.
+// Reports a failed allocation of a list. Returns ok.
 inline bool CheckListMemory(bool ok, long line = __builtin_LINE()) {
     return AssertAllocation(ok, "genutil/genlist", line);
 }
 
-// Works on the members of a CGNList, out of sight of its exported header.
+// Functions on the members of a CGNList that its exported header does not show.
 struct ListStorage {
-    // Items that memory is requested for when the capacity is this. Beyond a few blocks the
-    // requests go up in steps of an eighth of their size, so that a list does not move with each
-    // block.
+    // Returns the number of items to allocate for a capacity. Beyond a few blocks, sizes increase
+    // in steps of an eighth, so that a growing list is not moved for each block.
     static std::uint64_t Requested(std::uint64_t capacity);
 
-    // Gives the list a capacity that its items fit in.
+    // Gives the list a capacity, which must not be below its item count.
     static bool Reallocate(CGNList& list, std::uint64_t capacity);
 
     static bool MakeRoomForOne(CGNList& list) {
@@ -38,7 +37,7 @@ struct ListStorage {
         return true;
     }
     static void Copy(CGNList& to, const CGNList& from);
-    // The increments stay where they are.
+    // The increments are not exchanged.
     static void SwapItems(CGNList& a, CGNList& b) {
         std::swap(a.m_items, b.m_items);
         std::swap(a.m_count, b.m_count);
@@ -50,7 +49,7 @@ struct ListStorage {
     static void CheckLayout();
 };
 
-// Lists of pointers to objects of type T that belong to the list.
+// Lists of pointers to objects of type T that the list owns.
 template <class T>
 struct OwnedItems {
     static long AsItem(const T* object) { return reinterpret_cast<long>(object); }
@@ -58,7 +57,7 @@ struct OwnedItems {
         return reinterpret_cast<T*>(list.CGNList::GetItem(index));
     }
 
-    // Both take over the object, which is destroyed when it cannot be stored.
+    // Append() and Insert() take ownership of the object and delete it if it cannot be stored.
     static bool Append(CGNList& list, T* object) {
         return ListStorage::Append(list, AsItem(object)) || Refuse(object);
     }

@@ -1,4 +1,4 @@
-// Lists that own strings, and lists of those.
+// Lists that own strings, and lists of such lists.
 #include <algorithm>
 #include <cstring>
 
@@ -14,7 +14,8 @@ using StringLists = OwnedItems<CGNStringList>;
 
 // -- Copies --------------------------------------------------------------------------------------
 
-// A copy that memory ran out for would look like another text, or a shorter list; it is no copy.
+// A copy whose allocation failed would look like another text or a shorter list, so it is
+// discarded.
 namespace {
 
 CGNString* CopyOf(const CGNString& s) {
@@ -31,7 +32,7 @@ CGNString* CopyOf(const char* s) {
     return nullptr;
 }
 
-// Of n bytes, which may have a 0 among them.
+// Copies n bytes, which may include a 0.
 CGNString* CopyOf(const char* bytes, unsigned n) {
     auto* copy = New<CGNString>();
     if (!CheckListMemory(copy) || n == 0) return copy;
@@ -71,7 +72,7 @@ CGNStringList::CGNStringList() = default;
 CGNStringList::CGNStringList(unsigned int initial, unsigned int increment)
     : CGNList(initial, increment) {}
 
-// Assignment frees the array first, so there is no use in beginning with one.
+// Assignment frees the array first, so an initial one would be useless.
 CGNStringList::CGNStringList(const CGNStringList& other) : CGNList(0, genutil::kListIncrement) {
     *this += other;
 }
@@ -95,7 +96,8 @@ CGNStringList& CGNStringList::operator+=(const CGNStringList& other) {
     return *this;
 }
 
-// A null item tells that there was no memory for the string; it keeps later ones in their places.
+// A null item represents a string whose allocation failed. It keeps later strings at their
+// positions.
 unsigned char CGNStringList::AddItem(const CGNString& s) {
     return Strings::Append(*this, CopyOf(s));
 }
@@ -118,7 +120,7 @@ unsigned char CGNStringList::AddUnique(const CGNString& s) {
 }
 
 unsigned char CGNStringList::InsertUnique(int index, const CGNString& s) {
-    CGNString* copy = CopyOf(s);  // first, since s may be the very item that is deleted
+    CGNString* copy = CopyOf(s);  // first, because s may be the item that is deleted
     if (!copy) return 0;
     DeleteItem(Find(*this, s));
     return Strings::Insert(*this, index, copy);
@@ -157,8 +159,8 @@ bool ComesBefore(long a, long b) {
     return mbstrcoll(*x, *y) < 0;
 }
 
-// Lets the item at `root` sink into the heap below it: the hole goes down to a leaf first and the
-// item climbs from there, which halves the comparisons, and these are what costs.
+// Moves the item at `root` down in its heap. The hole first moves down to a leaf and the item then
+// up from there, which halves the comparisons, the dominant cost.
 void Sink(long* items, int root, int size) {
     const long item = items[root];
     int hole = root;
@@ -177,8 +179,8 @@ void Sink(long* items, int root, int size) {
 
 }  // namespace
 
-// A heap, because mbstrcoll is no strict order where memory runs out for a comparison: whatever the
-// answers are, this stays within the array, needs no memory and ends.
+// A heap, because mbstrcoll is not a strict order if allocation fails for a comparison. Whatever
+// the results are, this sort stays within the array, allocates nothing and terminates.
 void CGNStringList::Sort() {
     long* items = CGNList::GetItemListPtr();
     const int count = GetCount();

@@ -39,7 +39,7 @@ class NearestText {
         return true;
     }
 
-    // The base letter may itself be one that the code page lacks.
+    // The code page may also lack the base letter.
     bool PutPlainer(std::uint16_t character) {
         const NearLetter* near = FindNearLetter(character);
         return near && near->plain && PutExactly(near->plain);

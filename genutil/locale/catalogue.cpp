@@ -7,7 +7,7 @@
 
 namespace {
 
-// The rows of one catalogue; the list exists while there are any.
+// The rows of one catalogue. The list exists while there are any.
 template <class Row>
 class Rows {
   public:
@@ -22,7 +22,7 @@ class Rows {
         if (genutil::AssertAllocation(g_list != nullptr, "genutil/catalogue", __LINE__))
             g_list->AddItem(reinterpret_cast<long>(row));
     }
-    // From the back, where Free takes them.
+    // Searches from the end, where Free() removes rows.
     static void Unregister(const Row* row) {
         for (long i = Count(); i-- > 0;) {
             if (At(i) != row) continue;
@@ -35,7 +35,7 @@ class Rows {
         }
     }
 
-    // A row that has found its place in the list; null when memory runs out.
+    // Adds a row to the list. Returns null if allocation fails.
     static Row* Add() {
         const long before = Count();
         Row* row = genutil::New<Row>();
@@ -65,7 +65,7 @@ CGNList* Rows<Row>::g_list = nullptr;
 using Locales = Rows<LocaleInfo>;
 using Zones = Rows<CLCTimeZoneInfo>;
 
-// Shorter descriptions are no use to a user; programs rely on those locales being left out.
+// Locales with shorter descriptions are left out, on which programs rely.
 constexpr std::size_t kShortestDescription = 13;
 
 void BuildLocales(MBLocaleSelect select) {
@@ -85,7 +85,7 @@ void BuildLocales(MBLocaleSelect select) {
 void BuildZones() {
     char name[64] = "", display[128] = "";
     mbTZoneCursor cursor = mbFirstTZone;
-    // A zone without a text is listed, and is the last one.
+    // A zone without a text is listed and ends the list.
     for (int goOn = 1; goOn && mbGetNextTZone(name, sizeof name, &cursor) >= 1;) {
         goOn = mbDisplayTZone(display, sizeof display, name);
         CLCTimeZoneInfo* row = Zones::Add();

@@ -1,4 +1,4 @@
-// Japanese eras, and the list of them that a locale has.
+// Japanese eras, and the list of eras in a locale.
 #include "genutil/locale/era.h"
 
 #include "genlocale.h"
@@ -39,7 +39,7 @@ unsigned char CEmperor::IsEmpty() const {
 
 namespace {
 
-// a - b + c without an overflow: any number may be asked about.
+// Computes a - b + c without overflow for any numbers.
 long Shifted(long a, long b, long c) {
     using Unsigned = unsigned long;
     return static_cast<long>(static_cast<Unsigned>(a) - static_cast<Unsigned>(b) +
@@ -48,8 +48,8 @@ long Shifted(long a, long b, long c) {
 
 }  // namespace
 
-// The count is compared as programs know it: with the year and not with the first year, so it ends
-// no era. The list does, being newest first.
+// The count is compared with the year itself, not with the year within the era, as programs expect.
+// It therefore does not end an era. The list does, because it is newest first.
 long CEmperor::EmperorYrFromGregorianYr(long year) const {
     if (year < m_firstYear || m_yearCount < 0) return 0;
     return Shifted(year, m_firstYear, 1);
@@ -73,7 +73,8 @@ void FillEras(CEmperor* eras, int count) {
 
 namespace {
 
-// The first era of a list, up to its first empty one, that counts the year; null when none does.
+// Returns the first era of a list, up to its first empty one, to which a year belongs, or null if
+// there is none.
 const CEmperor* FindEra(const CEmperor* eras, int count, long year) {
     for (int i = 0; i < count && !eras[i].IsEmpty(); ++i)
         if (eras[i].EmperorYrFromGregorianYr(year) != 0) return &eras[i];

@@ -1,4 +1,4 @@
-// Date patterns as older programs stored them, turned into those of today.
+// Conversion of date patterns stored by older programs to the present form.
 #include "genlocale.h"
 #include "genutil/locale/locale_code_set.h"
 #include "genutil/locale/pattern_characters.h"
@@ -7,12 +7,13 @@ using namespace genutil;
 
 namespace {
 
-// Today's patterns have small letters for days and years, so a capital one tells an old pattern.
+// Present patterns have small letters for days and years, so a capital one identifies an old
+// pattern.
 bool IsOldPattern(const char* pattern, int codeSet) {
     return PatternHas(pattern, codeSet, 'D') || PatternHas(pattern, codeSet, 'Y');
 }
 
-// Old letters by what they become; in any case for months, since minutes have no place in a date.
+// Maps an old letter to the present one. Months may be in either case, since a date has no minutes.
 char TokenOfOldLetter(char c) {
     switch (c) {
         case 'D':
@@ -26,8 +27,8 @@ char TokenOfOldLetter(char c) {
     }
 }
 
-// Writes the token of an old pattern that is `run` letters long. A year of one letter is a whole
-// one, and so is the month of a long date.
+// Writes the token of an old pattern for a run of `run` letters. A year of one letter means a
+// complete one, and so does the month of a long date.
 void AppendToken(CGNString& to, char token, int run, bool isLong) {
     constexpr int kWhole = 4;
     if (run == 1 && (token == 'y' || (token == 'M' && isLong))) run = kWhole;

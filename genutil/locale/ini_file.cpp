@@ -29,7 +29,7 @@ class IniSection {
         return FindIniSection({m_text.Get(), size}, section, &m_lines);
     }
 
-    // A value that is there, not empty and shorter than `kLimit`.
+    // Reads an existing value that is not empty and shorter than `kLimit`.
     bool Text(const char* key, CGNString& value) const {
         std::string_view found;
         if (!FindIniValue(m_lines, key, &found) || found.empty() || found.size() >= kLimit)
@@ -38,7 +38,7 @@ class IniSection {
         return true;
     }
 
-    // A value of digits only, up to `most`.
+    // Reads a value of digits only, at most `most`.
     bool Number(const char* key, long most, long* value) const {
         CGNString text;
         return Text(key, text) && ParseNumber(std::string_view(text), most, value);
@@ -62,7 +62,7 @@ class IniSection {
     std::string_view m_lines;
 };
 
-// Cuts a text at its first comma.
+// Splits a text at its first comma.
 std::string_view NextPart(std::string_view* text) {
     const std::size_t comma = text->find(',');
     std::string_view part = text->substr(0, comma);
@@ -72,7 +72,7 @@ std::string_view NextPart(std::string_view* text) {
     return part;
 }
 
-// "name,first year[,number of years]". A comma is no part of a longer character.
+// Reads "name,first year[,number of years]". A comma is never part of a longer character.
 bool ReadEra(const IniSection& ini, const char* key, CEmperor* era) {
     constexpr long kLastYear = 9999;
     CGNString value, name;
@@ -89,7 +89,7 @@ bool ReadEra(const IniSection& ini, const char* key, CEmperor* era) {
     return true;
 }
 
-// The eras of the keys, up to the first that is missing, fill the list.
+// Fills the list with the eras of the keys, up to the first missing one.
 void ReadEras(const IniSection& ini, CEmperor* eras, int count) {
     static constexpr const char* kKeys[] = {"Era1", "Era2", "Era3"};
     CEmperor read;
@@ -103,7 +103,7 @@ void ReadEras(const IniSection& ini, CEmperor* eras, int count) {
     }
 }
 
-// Writes another separator into a pattern, outside apostrophes.
+// Replaces the separator in a pattern, outside apostrophes.
 void ReplaceSeparator(CGNString& pattern, int codeSet, const CGNString& from, const CGNString& to) {
     if (from.IsEmpty() || from == to) return;
     CGNString replaced;
@@ -127,7 +127,7 @@ struct TimePattern {
     bool markerFirst = false;
 };
 
-// Takes a time pattern apart; the hour tokens become `hour`, or stay when it is 0.
+// Splits a time pattern. The hour tokens become `hour`, or are kept if it is 0.
 TimePattern SplitTimePattern(const CGNString& pattern, int codeSet, char hour) {
     TimePattern parts;
     ForEachInPattern(pattern, codeSet, [&](const char* at, int length, bool quoted) {

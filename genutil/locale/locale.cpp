@@ -1,4 +1,4 @@
-// The locale object: its construction, and what reads and sets single settings.
+// The locale object: its construction, and reading and setting single settings.
 #include "genlocale.h"
 #include "genutil/locale/locale_code_set.h"
 #include "genutil/locale/locale_edits.h"
@@ -120,7 +120,8 @@ CGNString CLCLocale::GetPMString() const {
     return m_pm;
 }
 
-// Units are written behind numbers in Japanese only; in Shift-JIS whatever code set is current.
+// Units are written after numbers only in Japanese, and in Shift-JIS whatever the current code set
+// is.
 unsigned char CLCLocale::YearChar(CGNString& unit) const {
     return Give(unit, LocaleIsJapanese() ? "\x94\x4E" : "");
 }

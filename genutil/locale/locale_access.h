@@ -1,4 +1,4 @@
-// The texts of a locale object, without a copy of each.
+// Access to the texts of a locale object without copying them.
 #pragma once
 
 #include "genlocale.h"
@@ -23,7 +23,7 @@ struct LocaleAccess {
     static unsigned char LeadingZeroes(const CLCLocale& l) { return l.m_leadingZeroes; }
     static const CGNString& GroupSeparator(const CLCLocale& l) { return l.m_groupSeparator; }
 
-    // Null outside of the names that there are.
+    // The following functions return null if the index is out of range.
     static const CGNString* MonthName(const CLCLocale& l, int i) {
         return At(l.m_monthNames, i, kMonths);
     }

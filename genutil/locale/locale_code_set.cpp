@@ -8,8 +8,8 @@
 
 using namespace genutil;
 
-// A name says more than its identifier, which several locales may share: Croatian is not written in
-// Cyrillic.
+// A name is more specific than an identifier, which several locales may share: Croatian is not
+// written in Cyrillic.
 int genutil::CodeSetOfLocale(const CGNString& name, std::uint32_t localeId) {
     const std::uint32_t language = LanguageOfLocaleId(localeId);
     const bool isUser = localeId == kUserLocaleId;
@@ -17,7 +17,7 @@ int genutil::CodeSetOfLocale(const CGNString& name, std::uint32_t localeId) {
     return row && row->language == language ? row->codeSet : CodeSetOfLocaleTexts(language);
 }
 
-// Readers ask with every word, and for the user's locale the system is asked.
+// Cached because readers call this for every word, and the user's locale requires a system call.
 int CLCLocale::GetCodeSet() const {
     static Kept<const CodeSetInfo> kept;
     const std::uint64_t mark = MarkOf(this);

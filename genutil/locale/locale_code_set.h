@@ -1,4 +1,4 @@
-// The code set that the texts of a locale are in.
+// The code set of a locale's texts.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// Whether what was derived from the settings of a locale object is still right.
+// Detection of changes to locale objects, for data derived from their settings.
 #pragma once
 
 #include <atomic>
@@ -11,15 +11,15 @@ namespace genutil {
 
 extern std::atomic<std::uint32_t> g_localeEdits;
 
-// A number for an object and the state of all locale objects and of the system's settings: it is
-// another one as soon as any of them changed.
+// Returns a number for an object together with the state of all locale objects and of the system's
+// settings. It changes as soon as any of them changes.
 inline std::uint64_t MarkOf(const void* object) {
     const std::uint64_t state = std::uint64_t{g_localeEdits.load(std::memory_order_relaxed)} << 32 |
                                 platform::LocaleSettingsStamp();
     return (reinterpret_cast<std::uintptr_t>(object) + state * 0x9E3779B97F4A7C15u) | 1;
 }
 
-// Remembers for which mark something was done. Any thread.
+// Records the mark for which something was done. Safe for concurrent use.
 class Freshness {
   public:
     bool Is(std::uint64_t mark) const { return m_mark.load(std::memory_order_relaxed) == mark; }
@@ -29,8 +29,8 @@ class Freshness {
     std::atomic<std::uint64_t> m_mark{0};
 };
 
-// Keeps a pointer for one mark. Any thread: the two words are read one after the other, and a pair
-// that does not belong together does not give the mark.
+// A pointer kept for one mark. Safe for concurrent use: the two words are read separately, and a
+// mismatched pair does not yield the mark.
 template <class T>
 class Kept {
   public:

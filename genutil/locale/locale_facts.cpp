@@ -15,8 +15,8 @@ namespace genutil {
 
 namespace {
 
-// Texts that go together: when one of them cannot be written in the code set, all come from the
-// fall-back, another text of the same locale or the English ones.
+// Texts that belong together. If one of them cannot be written in the code set, all come from the
+// fallback: another text of the same locale, or the English texts.
 struct Group {
     LocaleText first;
     std::uint8_t count;
@@ -46,9 +46,9 @@ constexpr Group kGroups[] = {
     {kCurrencySymbol, 1, kCurrencyCode},
 };
 
-// The system's record and the texts made of it; too large for the stack of a small thread.
+// The system's record and the texts converted from it; too large for the stack of a small thread.
 struct Draft {
-    // A character takes two bytes, of which a near one may need two.
+    // A character takes two bytes. Its best fit may consist of two characters.
     static constexpr std::size_t kTextSize = platform::LocaleRecord::kUnits * 4;
 
     platform::LocaleRecord record;
@@ -77,7 +77,7 @@ struct Draft {
     }
 };
 
-// The facts with their texts behind them, in one piece of memory.
+// Allocates facts and their texts in a single block.
 LocaleFacts* MakeFacts(const Draft& draft, std::uint32_t language, int codeSet) {
     std::size_t size = sizeof(LocaleFacts);
     for (unsigned i = 0; i < kLocaleTexts; ++i)
@@ -99,7 +99,7 @@ LocaleFacts* MakeFacts(const Draft& draft, std::uint32_t language, int codeSet) 
     return facts;
 }
 
-// Null when the system does not know the language, or when memory runs out.
+// Returns null if the system does not know the language or if allocation fails.
 LocaleFacts* ReadFacts(std::uint32_t language, int codeSet) {
     if (language == 0) return nullptr;
     const CodePage* page = FindCodePage(codeSet);
@@ -123,17 +123,16 @@ bool SameFacts(const LocaleFacts& a, const LocaleFacts& b) {
     return std::memcmp(a.number, b.number, sizeof a.number) == 0;
 }
 
-// Facts by language and code set: an open hash table that is only added to. It has room for several
-// times the languages that any system knows.
+// Facts by language and code set, in an open-addressing hash table without removal. It has room for
+// several times the languages of any system.
 constexpr std::size_t kSlots = 2048;
 using Slot = std::atomic<const LocaleFacts*>;
 Slot g_facts[kSlots];
 
-// The state of the system's settings, plus 1, under which the facts of a slot were last found
-// right.
+// The state of the system's settings, plus 1, for which the facts of a slot were last verified.
 std::atomic<std::uint32_t> g_checked[kSlots];
 
-// The slot that has the facts, or the one where they belong; null when all are taken.
+// Returns the slot of the facts, or a free one for them, or null if all are taken.
 Slot* FindSlot(std::uint32_t language, int codeSet) {
     const std::uint32_t hash = (language * 31 + static_cast<std::uint32_t>(codeSet)) * 2654435761u;
     for (std::size_t i = 0; i < kSlots; ++i) {
@@ -144,8 +143,8 @@ Slot* FindSlot(std::uint32_t language, int codeSet) {
     return nullptr;
 }
 
-// Puts new facts in place of `expected`, and takes what another thread put there meanwhile. Null
-// when the slot went to another language.
+// Puts new facts in place of `expected`, or returns those that another thread put there meanwhile.
+// Returns null if the slot was taken by another language.
 const LocaleFacts* Publish(Slot& slot, const LocaleFacts* expected, LocaleFacts* facts) {
     facts->replaced = expected;
     if (slot.compare_exchange_strong(expected, facts, std::memory_order_acq_rel)) return facts;
@@ -155,7 +154,7 @@ const LocaleFacts* Publish(Slot& slot, const LocaleFacts* expected, LocaleFacts*
     return expected;
 }
 
-// For a code set without tables of codes, which no language is written in here, Western.
+// Returns Western for a code set without tables of codes, in which no language is written here.
 int WritableCodeSet(int codeSet) {
     const CodePage* page = FindCodePage(codeSet);
     const bool hasCodes =
@@ -246,7 +245,7 @@ const LocaleFacts& EnglishFacts() {
         mbWestern,
         clcEnglish,
         {"/", ":", "M/d/yyyy", "dddd, MMMM d, yyyy", "h:mm:ss tt", "AM", "PM", ".", ",", "3;0", "-",
-         // Months, of which there are twelve, and their abbreviations.
+         // Twelve months, each list with an empty thirteenth name.
          "January", "February", "March", "April", "May", "June", "July", "August", "September",
          "October", "November", "December", "",  //
          "Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec", "",

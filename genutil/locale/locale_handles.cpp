@@ -1,4 +1,4 @@
-// Locales by name: handles, the list of them, and how they are called.
+// Locales by name: handles, their list, and their names.
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
@@ -17,7 +17,7 @@
 
 using namespace genutil;
 
-// A row of the table, and the code set of the name that it was opened with.
+// A row of the table, and the code set in the name with which it was opened.
 struct mbLocaleRecord {
     const LocaleRow* row;
     int codeSet;
@@ -40,7 +40,7 @@ mbLocaleRecord UserRecord() {
     return {row, row->codeSet, ""};
 }
 
-// The name without what follows it, in the spelling of the table. Truncated names find nothing.
+// Copies a name without its suffix, in the spelling of the table. A truncated name matches no row.
 void NormalizeName(char (&out)[24], const char* name) {
     std::size_t n = 0;
     bool behindLanguage = false;
@@ -59,10 +59,10 @@ const LocaleRow* FindByIdentifier(const char* name) {
     return FindLocaleByLanguage(static_cast<unsigned>(identifier));
 }
 
-// The row of a language in its usual country.
+// Returns the row of a language in its usual country.
 const LocaleRow* FindByLanguageCode(const char* name) {
     const std::size_t length = std::strcspn(name, "_");
-    // Where the first row of a language is not the one that its name alone means.
+    // Languages whose first row is not the one that the name alone denotes.
     for (const char* usual : {"en_US", "es_ES", "zh_CN"})
         if (length == 2 && !std::memcmp(name, usual, 2)) return FindLocaleByName(usual);
     for (const LocaleRow* row = kLocaleTable; row->language; ++row)
@@ -82,7 +82,7 @@ const LocaleRow* FindRow(const char* name, int kind) {
     return kind == mbOpenSpelled ? nullptr : FindByLanguageCode(normal);
 }
 
-// What stands behind the first "." up to "@", and the code set that it denotes. A "." behind "@"
+// Reads the text from the first "." to "@", and the code set that it denotes. A "." after "@"
 // belongs to the modifier.
 void TakeCharset(mbLocaleRecord* record, const char* name) {
     const char* charset = name ? std::strpbrk(name, ".@") : nullptr;
@@ -107,7 +107,7 @@ void Trace(mbLocaleTrace trace, const char* name, const mbLocaleRecord& record) 
     trace(line);
 }
 
-// Between the first and second, or the second and third "_" of a name.
+// Copies the text between the first and second, or the second and third "_" of a name.
 void CopyPart(char (&out)[24], const char* name, int number) {
     const char* part = name;
     for (; part && number > 0; --number)
@@ -132,14 +132,14 @@ bool IsSelected(const LocaleRow* row, int select) {
     return true;
 }
 
-// False when the current code set lacks a letter.
+// Returns false if the current code set lacks a letter.
 bool WriteNativeName(char* out, int size, const LocaleRow* row) {
     const LocaleFacts* facts = FindLocaleFacts(row->language, row->codeSet);
     if (!facts || !facts->text[kNativeLanguage] || !facts->text[kNativeCountry]) return false;
     char text[160];
     std::snprintf(text, sizeof text, "%s (%s)", facts->text[kNativeLanguage],
                   facts->text[kNativeCountry]);
-    mbIsMultiByte();  // settles the current code set
+    mbIsMultiByte();  // determines the current code set
     mbConversion conversion = {};
     mbConvert(text, std::strlen(text), facts->codeSet, out, static_cast<std::size_t>(size),
               mbGetLocaleCodeSet(), &conversion);
@@ -200,7 +200,7 @@ int mbGetLocalePart(mbLocale locale, int part, char* out, int size) {
 }
 
 int mbGetNextLocaleEx(char* name, int size, int* cursor1, int* cursor2, int select) {
-    mbIsMultiByte();  // settles the current code set
+    mbIsMultiByte();  // determines the current code set
     int next = 0;
     while (next <= *cursor1 && kLocaleTable[next].language) ++next;
     for (const LocaleRow* row = kLocaleTable + next; row->language; ++row) {

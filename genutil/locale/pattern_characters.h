@@ -1,11 +1,12 @@
-// The characters of a format pattern, in the code set of its locale.
+// The characters of a format pattern in the code set of its locale.
 #pragma once
 
 #include "mbutil.h"
 
 namespace genutil {
 
-// Calls see(at, length, quoted) for each character of a pattern; apostrophes are seen as quoted.
+// Calls see(at, length, quoted) for each character of a pattern. Apostrophes are reported as
+// quoted.
 template <class See>
 void ForEachInPattern(const char* pattern, int codeSet, See see) {
     bool quoted = false;
@@ -21,7 +22,7 @@ void ForEachInPattern(const char* pattern, int codeSet, See see) {
     }
 }
 
-// Whether a pattern has a token, outside apostrophes.
+// Returns true if a pattern contains a token outside apostrophes.
 inline bool PatternHas(const char* pattern, int codeSet, char token) {
     bool has = false;
     ForEachInPattern(pattern, codeSet, [&](const char* at, int, bool quoted) {

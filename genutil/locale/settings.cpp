@@ -1,4 +1,4 @@
-// How a locale object is filled: from the system's facts, in plain English, by an application.
+// Filling a locale object: from the system's facts, with plain English, or by an application.
 #include <algorithm>
 #include <cstring>
 #include <iterator>
@@ -17,8 +17,8 @@ using namespace genutil;
 
 namespace {
 
-// What the system does not tell leaves the setting.
-// An equal one is not written: other threads may be reading the global locale.
+// A fact that the system does not provide leaves the setting unchanged. An equal one is not
+// written, because other threads may be reading the global locale.
 void Take(CGNString& setting, const char* fact) {
     if (fact && setting != fact) setting = fact;
 }
@@ -30,7 +30,7 @@ void TakeNames(CGNString* names, int count, const char* const* facts) {
     for (int i = 0; i < count; ++i) Take(names[i], facts[i]);
 }
 
-// A non-empty text replaces a setting.
+// Replaces a setting unless the text is empty.
 void Replace(CGNString& setting, const CGNString& text) {
     if (!text.IsEmpty()) setting = text;
 }
@@ -40,7 +40,7 @@ bool IsComplete(const LocaleFacts& facts) {
                        [](const char* text) { return text != nullptr; });
 }
 
-// The facts of a locale by its name or, where that has no row, by its identifier.
+// Returns the facts of a locale by its name or, if no row has that name, by its identifier.
 const LocaleFacts* FactsOf(const CGNString& name, std::uint32_t localeId, bool refresh) {
     const std::uint32_t language = LanguageOfLocaleId(localeId);
     const int codeSet = CodeSetOfLocale(name, localeId);
@@ -61,10 +61,10 @@ void CLCLocale::SetLocale(CGNString name) {
 }
 
 void CLCLocale::Init() {
-    // The user's own may have been changed since they were read.
+    // The settings of the user's locale may have changed since they were read.
     const LocaleFacts* facts =
         FactsOf(m_localeName, m_localeId, /* refresh = */ m_localeId == kUserLocaleId);
-    // What the system does not tell of a locale must not stay from the one before.
+    // Facts that the system does not provide must not be kept from the previous locale.
     if (!facts || !IsComplete(*facts)) TakeFacts(EnglishFacts());
     if (facts) TakeFacts(*facts);
     if (m_localeId != kUserLocaleId) return;
@@ -79,8 +79,8 @@ void CLCLocale::InitDefault() {
     m_customized = customized;
 }
 
-// Every formatting asks for this, so it does nothing when neither the system's settings nor any
-// locale object changed since the last time.
+// Called before every formatting, so it does nothing if neither the system's settings nor any
+// locale object has changed since the last time.
 void CLCLocale::InitControlPanelDateSettings() {
     static Freshness fresh;
     const std::uint64_t mark = MarkOf(this);
@@ -142,8 +142,8 @@ void CLCLocale::TakeNumberFacts(const LocaleFacts& facts) {
     if (facts.number[kLeadingZero] >= 0) m_leadingZeroes = facts.number[kLeadingZero] != 0;
 }
 
-// The separator is the first character that is neither token nor blank. An apostrophe ends the
-// search: what it encloses separates nothing.
+// The separator is the first character that is neither a token nor a blank. An apostrophe ends the
+// search, because quoted text is not a separator.
 void CLCLocale::TakeTimeFormat(const CGNString& format) {
     m_timeFormat = format;
     const int codeSet = GetCodeSet();

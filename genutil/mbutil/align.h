@@ -1,4 +1,4 @@
-// The start of the character that holds a byte.
+// The start of the character that contains a byte.
 #pragma once
 
 #include <cstddef>
@@ -7,10 +7,12 @@
 
 namespace genutil {
 
-// Returns the start of the character that holds byte idx. There is no terminator before idx.
+// Returns the start of the character that contains byte idx. There must be no terminator before
+// idx.
 std::size_t AlignToCharacter(const StepTable& table, const unsigned char* s, std::size_t idx);
 
-// The same for a walk by promised lengths, which differs after an invalid sequence.
+// Same as above for a walk by promised lengths (PromisedLength), which differs after an invalid
+// sequence.
 std::size_t AlignToPromise(const StepTable& table, const unsigned char* s, std::size_t idx);
 
 }  // namespace genutil

@@ -1,4 +1,4 @@
-// ASCII at the head of a text, 16 bytes at a time: most text in any code set has long runs of it.
+// ASCII at the start of a text, 16 bytes at a time. Most text in any code set has long runs of it.
 #pragma once
 
 #include <bit>
@@ -8,12 +8,12 @@
 
 namespace genutil {
 
-// The top bits of 16 bytes, the first byte's in bit 0: 0 when all are ASCII.
+// Returns the top bits of 16 bytes, the first byte's in bit 0. The result is 0 if all are ASCII.
 inline unsigned HighBits(const unsigned char* p) {
     return simd::TopBits(simd::Load(p));
 }
 
-// Length of the ASCII run at the head of n bytes.
+// Returns the length of the ASCII run at the start of n bytes.
 inline std::size_t AsciiRun(const unsigned char* p, std::size_t n) {
     std::size_t i = 0;
     for (; i + 16 <= n; i += 16)
@@ -23,7 +23,7 @@ inline std::size_t AsciiRun(const unsigned char* p, std::size_t n) {
     return i;
 }
 
-// Copies the ASCII run at the head of n bytes and returns its length. May write any of the n bytes
+// Copies the ASCII run at the start of n bytes and returns its length. May write any of the n bytes
 // of dst.
 inline std::size_t CopyAsciiRun(unsigned char* dst, const unsigned char* src, std::size_t n) {
     std::size_t i = 0;

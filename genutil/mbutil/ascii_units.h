@@ -11,17 +11,20 @@ namespace genutil {
 
 static_assert(std::endian::native == std::endian::little, "units are stored as UTF-16LE");
 
-// A loop that has this many characters more to go than one may use a block of 16.
+// The number of characters, besides the current one, that must remain for a loop to process a block
+// of 16.
 constexpr std::ptrdiff_t kBlockAhead = 15;
 
-// How many of `left` characters a loop may convert without a look at either end, when there is room
-// for what `room` of them become at most, and it reads and writes `ahead` characters ahead.
+// Returns how many characters a loop may convert without checking either end.
+// @param left number of characters to convert.
+// @param room number of characters that fit if each takes its maximum.
+// @param ahead number of characters that the loop reads and writes ahead.
 inline std::ptrdiff_t SafeCount(std::ptrdiff_t left, std::ptrdiff_t room, std::ptrdiff_t ahead) {
     const std::ptrdiff_t n = left < room ? left : room;
     return n < ahead ? 0 : n - ahead;
 }
 
-// Units lie at any address: conversions write them straight into the caller's bytes.
+// Units may be at any address, because conversions write them directly into the caller's bytes.
 inline unsigned LoadUnit(const unsigned char* p) {
     std::uint16_t unit;
     std::memcpy(&unit, p, sizeof unit);
@@ -32,8 +35,8 @@ inline void StoreUnit(unsigned char* p, unsigned unit) {
     std::memcpy(p, &value, sizeof value);
 }
 
-// Each reads a block of 16 (or 8) characters, writes one whatever they are, and returns how many of
-// them, from the first on, are ASCII: only those are converted.
+// Each function below reads a block of 16 (or 8) characters, writes a block whatever they are, and
+// returns the number of ASCII characters at its start. Only those are converted.
 inline unsigned AsciiPrefix(unsigned notAscii, unsigned block) {
     return static_cast<unsigned>(std::countr_zero(notAscii | 1u << block));
 }
@@ -51,7 +54,8 @@ inline unsigned WidenAscii8(const unsigned char* bytes, unsigned char* units) {
     return AsciiPrefix(simd::TopBits(block), 8);
 }
 
-// Bit i of the low 8 says that unit i is no ASCII; so does bit i + 8 of the second vector's.
+// Returns a mask in which bit i is set if unit i of the first vector is not ASCII, and bit i + 8
+// likewise for the second vector.
 inline unsigned NotAscii(simd::Vector low, simd::Vector high) {
     const simd::Vector beyond = simd::Splat16(0xFF80), zero = simd::Zero();
     const simd::Vector ascii =

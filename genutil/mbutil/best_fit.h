@@ -1,4 +1,4 @@
-// What comes near a character that a code set lacks.
+// Best-fit characters: substitutes for a character that a code set lacks.
 #pragma once
 
 #include <cstdint>
@@ -7,14 +7,14 @@ namespace genutil {
 
 struct NearLetter {
     std::uint16_t character;
-    std::uint16_t first, second;  // the two that make it up, or one close to it; 0: none
-    std::uint16_t plain;          // without what stands on or under it; 0: none
+    std::uint16_t first, second;  // a decomposition or a similar character; 0: none
+    std::uint16_t plain;          // a plainer substitute; 0: the character may be omitted
 };
 
-// Null when nothing comes near.
+// Returns the substitutes of a character, or null if there are none.
 const NearLetter* FindNearLetter(std::uint16_t character);
 
-// The letter of ASCII that is left without all that stands on or under a character; 0 for none.
+// Returns the ASCII letter that results from repeated plainer substitution, or 0 if there is none.
 char PlainLetter(std::uint16_t character);
 
 }  // namespace genutil

@@ -1,4 +1,4 @@
-// Byte by byte between the ISO 8859 and the Windows form of the same text.
+// Conversion byte by byte between the ISO 8859 and Windows forms of a text.
 #include <bit>
 #include <cstdint>
 
@@ -11,9 +11,9 @@ namespace genutil {
 
 namespace {
 
-// The counterpart of each byte, 0 where there is none; and the longest run of bytes that are all
-// the same distance from theirs, for which arithmetic does: the Cyrillic letters are 0x10 apart,
-// half of the Latin ones in the same place.
+// The counterpart of each byte, 0 if there is none, and the longest run of bytes at the same
+// distance from their counterparts, which arithmetic can convert. In Cyrillic the letters are 0x10
+// apart; half of the Latin letters are at the same place.
 struct ByteMapping {
     std::uint8_t counterpart[256] = {};
     std::uint8_t first = 0xFF, last = 0xFF, distance = 0;
@@ -49,7 +49,7 @@ void MapByte(Transfer& t, const ByteMapping& mapping, std::ptrdiff_t at) {
     t.dst[at] = other != 0 || t.src[at] == 0 ? other : '?';
 }
 
-// 16 bytes: ASCII and the run by arithmetic, then the others one by one.
+// Converts 16 bytes: ASCII and the run by arithmetic, then the others one by one.
 void MapBlock(Transfer& t, const ByteMapping& mapping) {
     using namespace simd;
     const Vector block = Load(t.src);

@@ -21,7 +21,7 @@ Vector InFirst(Vector bytes, const StepTable::Ranges& ranges) {
     return in;
 }
 
-// The mask of a block from a test of 16 bytes.
+// Computes the mask of a block from a test of 16 bytes.
 template <class Test>
 std::uint64_t MaskOf(const unsigned char* block, Test test) {
     std::uint64_t mask = 0;
@@ -30,7 +30,7 @@ std::uint64_t MaskOf(const unsigned char* block, Test test) {
     return mask;
 }
 
-// The bytes of a block that are in any of the ranges.
+// Returns the mask of the bytes in any of the ranges.
 std::uint64_t MaskOfRanges(const unsigned char* block, const StepTable::Ranges& ranges) {
     if (ranges.count == 1) return MaskOf(block, [&](Vector b) { return InFirst<1>(b, ranges); });
     if (ranges.count == 2) return MaskOf(block, [&](Vector b) { return InFirst<2>(b, ranges); });
@@ -51,7 +51,8 @@ std::uint64_t FirstBits(std::size_t n) {
     return n < kBlock ? (std::uint64_t{1} << n) - 1 : ~std::uint64_t{0};
 }
 
-// Of the bytes that follow a lead byte of their own character: those at odd places in their run.
+// Returns the mask of bytes that follow a lead byte of their own character: those at odd positions
+// in their run.
 std::uint64_t SecondBytes(std::uint64_t leads) {
     constexpr std::uint64_t kEven = 0x5555555555555555;
     const std::uint64_t follows = leads << 1;
@@ -68,7 +69,7 @@ std::uint64_t MaskOfByte(const unsigned char* block, unsigned char byte) {
 }
 
 void BlockWalker::Learn() {
-    // Small windows first: a search that ends early must not pay for a long text.
+    // Small windows first, so that a search that ends early does not pay for a long text.
     while (!m_ended && m_known - m_position < kBlock) {
         const void* end = std::memchr(m_text + m_known, 0, m_window);
         m_ended = end != nullptr;
@@ -84,7 +85,7 @@ bool BlockWalker::Next() {
     const std::size_t left = m_known - m_position;
     if (left == 0) return false;
     const unsigned char* bytes = m_text + m_position;
-    // Stepping looks up to three bytes behind a block: near the end these are zeroes of a copy.
+    // Stepping reads up to three bytes after a block. Near the end these are zeroes in a copy.
     if (m_ended && left < sizeof m_tail) {
         std::memcpy(m_tail, bytes, left);
         std::memset(m_tail + left, 0, sizeof m_tail - left);
@@ -109,7 +110,8 @@ void BlockWalker::Scan(const unsigned char* bytes, std::size_t available) {
     m_leads = MaskOfRanges(bytes, m_table.leads);
     const std::uint64_t trails = MaskOfRanges(bytes, m_table.trails);
     const std::uint64_t seconds = SecondBytes(m_leads);
-    // A lead byte at the block's end: its second byte lies in the next block, leave both to that.
+    // A lead byte at the end of the block, whose second byte is in the next block, is left to that
+    // block.
     if (available == kBlock && (m_leads & ~seconds) >> (kBlock - 1)) m_size = kBlock - 1;
     m_lone = (seconds & ~trails) >> 1;
     m_starts = ~(seconds & trails) & FirstBits(m_size);
@@ -123,12 +125,12 @@ std::uint64_t BlockWalker::Invalid() const {
 }
 
 void BlockWalker::ScanByStep(const unsigned char* bytes, std::size_t available) {
-    // Whole characters count as lead bytes here, so that what is left over is invalid.
+    // Whole characters count as lead bytes here, so that the remaining bytes are invalid.
     m_starts = 0;
     std::size_t at = 0;
     while (at < available) {
         const unsigned step = StepLength(m_table, bytes + at);
-        if (at + step > available) break;  // only in a full block, whose text goes on
+        if (at + step > available) break;  // only in a full block, whose text continues
         m_starts |= std::uint64_t{1} << at;
         if (step > 1) m_leads |= std::uint64_t{1} << at;
         at += step;
@@ -138,7 +140,7 @@ void BlockWalker::ScanByStep(const unsigned char* bytes, std::size_t available) 
 
 std::size_t CountCharacters(const StepTable& table, const unsigned char* s, std::size_t length) {
     std::size_t seconds = 0, at = 0;
-    // Bytes that are neither first nor single, in whole blocks of single bytes and pairs.
+    // Counts second bytes of pairs in whole blocks without shifts.
     while (length - at >= kBlock) {
         const std::uint64_t leads = MaskOfRanges(s + at, table.leads);
         if (table.hasShifts && MaskOfShifts(s + at)) break;
@@ -156,13 +158,13 @@ std::size_t CountCharacters(const StepTable& table, const unsigned char* s, std:
 
 RunOfLeads FindRunOfLeads(const StepTable& table, const unsigned char* s, std::size_t idx) {
     RunOfLeads run{idx, false};
-    // Sixteen bytes at a time: where runs are long, so is every look back.
+    // Sixteen bytes at a time, because long runs make every search backwards long.
     while (run.start >= 16) {
         const Vector bytes = simd::Load(s + run.start - 16);
         const Vector shifts = table.hasShifts ? simd::InRange8(bytes, 0x8E, 0x8F) : simd::Zero();
         const unsigned leads = simd::TopBits(shifts | InRanges(bytes, table.leads));
         const unsigned shiftMask = simd::TopBits(shifts);
-        // The run is the ones at the top of `leads`.
+        // The run is the sequence of ones at the top of `leads`.
         const auto length = static_cast<unsigned>(std::countl_one(leads << 16));
         if (length > 0) run.hasShift |= (shiftMask << 16 >> (32 - length)) != 0;
         run.start -= length;

@@ -1,5 +1,5 @@
-// What every 16-bit character is and its letter case, read from the platform 256 characters at a
-// time, when one of them is first asked for.
+// The class and the letter case of every 16-bit character. They are read from the platform 256
+// characters at a time, when one of these is first requested.
 #pragma once
 
 #include <atomic>
@@ -19,7 +19,7 @@ extern CharacterPage g_characterPages[256];
 extern std::atomic<bool> g_characterPageFilled[256];
 void FillCharacterPage(unsigned page);
 
-// Any thread may ask.
+// May be called from any thread.
 inline const CharacterPage& PageOfCharacter(unsigned character) {
     const unsigned page = character >> 8;
     if (!g_characterPageFilled[page].load(std::memory_order_acquire)) FillCharacterPage(page);

@@ -11,7 +11,7 @@ namespace genutil {
 
 namespace {
 
-constexpr unsigned kCells = 94;  // in a row of CNS, and rows in a plane
+constexpr unsigned kCells = 94;  // in a row of CNS; also the number of rows in a plane
 constexpr unsigned char kSubstitute = '?';
 
 struct Run {
@@ -42,14 +42,15 @@ constexpr unsigned NextRowCell(unsigned rowCell) {
     return (rowCell & 0xFF) == 0x7E ? rowCell + 0x100 + 0x21 - 0x7E : rowCell + 1;
 }
 
-// From two bytes to two bytes, for every pair of bytes whose first has its top bit set; that bit is
-// dropped from the index. What is found is 0 for
-// pairs that are no character: there is no other test of a second byte, for half of those of Big5
-// are ASCII and half are not, which no processor predicts.
+// Maps two bytes to two bytes, for every pair whose first byte has its top bit set. That bit is
+// dropped from the index. The result is 0 for pairs that are not a character. There is no other
+// test of a second byte: half of those of Big5 are ASCII and half are not, which no processor
+// predicts.
 using PairTable = std::array<std::uint16_t, 0x8000>;
 
-// On the way to CNS the top bits of the two bytes name the plane: both for plane 1, which is then
-// ready to be written, the row's for plane 2, the cell's for plane 3.
+// In the mapping to CNS, the top bits of the two bytes identify the plane: both are set for plane
+// 1, so that the bytes can be written as they are, the row's for plane 2, and the cell's for plane
+// 3.
 constexpr unsigned kPlaneBits[] = {0, 0x8080, 0x8000, 0x0080};
 
 constexpr unsigned PlaneOf(unsigned packed) {
@@ -68,7 +69,7 @@ constexpr void ForEachPair(Visit visit) {
     }
 }
 
-// Filled by the compiler: nothing to build, and nothing to lock, when a program runs.
+// Filled by the compiler, so that a program needs no initialisation and no lock.
 constexpr PairTable kBig5ToCns = [] {
     PairTable table{};
     ForEachPair([&](const Run& run, unsigned big5, unsigned rowCell) {
@@ -87,7 +88,7 @@ constexpr PairTable MakeCnsToBig5(unsigned plane) {
 }
 constexpr PairTable kPlane1ToBig5 = MakeCnsToBig5(1), kPlane2ToBig5 = MakeCnsToBig5(2);
 
-// The few hanzi of plane 3 that Big5 has stand alone, each in a run of one.
+// Each of the few hanzi of plane 3 in Big5 is a run of one.
 unsigned Big5FromPlane3(unsigned rowCell) {
     for (const Run& run : kRuns)
         if (run.plane == 3 && run.rowCell == rowCell) return run.big5;
@@ -98,7 +99,8 @@ bool IsPair(const unsigned char* p) {
     return IsLead(p[0]) && IsLead(p[1]);
 }
 
-// Length of the character at t.src, as stepping has it; 0 for an invalid byte.
+// Returns the length of the character at t.src according to the stepping rules, or 0 for an invalid
+// byte.
 unsigned EucTwLength(const Transfer& t) {
     const unsigned char* p = t.src;
     const std::ptrdiff_t left = t.srcEnd - p;
@@ -121,7 +123,7 @@ unsigned char* Put(unsigned char* dst, unsigned pair) {
     return dst + 2;
 }
 
-// One character that is not ASCII, whatever it is; false when dst has no room for it.
+// Converts one character that is not ASCII. Returns false if there is no room for it in dst.
 bool Big5Character(Transfer& t) {
     if (t.srcEnd - t.src < 2 || !IsLead(t.src[0]) || !IsTrail(t.src[1])) return Lose(t, 1);
     const unsigned cns = CnsFromBig5(static_cast<unsigned>(t.src[0] << 8 | t.src[1]));
@@ -147,8 +149,9 @@ bool EucTwCharacter(Transfer& t) {
     return true;
 }
 
-// The hot path: characters of two bytes on both sides, up to the first that is none. kBytes has the
-// top bits that must be set in what is found: both for plane 1, the first byte's for Big5.
+// The hot path: converts characters of two bytes in both code sets, up to the first other one.
+// kBytes contains the top bits that must be set in the result: both for plane 1, the first byte's
+// for Big5.
 template <const PairTable& kTable, unsigned kBytes>
 std::size_t CopyPairs(unsigned char* dst, const unsigned char* src, std::size_t n) {
     std::size_t i = 0;

@@ -10,12 +10,12 @@ namespace genutil {
 
 namespace {
 
-// The Windows code page of a code set that has one; 0 for the rest.
+// The Windows code page of each code set, or 0 if it has none.
 constexpr std::uint16_t kCodePages[kCodePageSlots] = {
     1252, 28591, 28605, 0,     0,     932,   1252,  936,   0,     950,   0, 949,  // 0 to 11
     1361, 0,     28592, 28593, 28594, 28595, 28596, 28597, 28598, 28599, 0,       // 12 to 22
     1250, 1251,  1253,  1254,  1255,  1256,  1257,  1258,                         // 23 to 30
-    0,    0,     0,     0,     0,     0,     0,     0,     0,     874,            // to 40
+    0,    0,     0,     0,     0,     0,     0,     0,     0,     874,            // 31 to 40
 };
 
 bool Fill(CodePage& page, int codeSet) {
@@ -55,8 +55,8 @@ bool Fill(CodePage& page, int codeSet) {
 
 std::atomic<const CodePage*> g_codePages[kCodePageSlots];
 
-// Two threads may fill the same tables at a time; the first to finish publishes its own. They are
-// never released: whoever holds a pointer keeps it.
+// Two threads may fill the same tables concurrently. The first to finish publishes its own. Tables
+// are never released, so pointers to them remain valid.
 const CodePage* FillCodePage(int codeSet) {
     if (!FindCodeSet(codeSet)) return nullptr;
     std::unique_ptr<CodePage> made(new (std::nothrow) CodePage);

@@ -1,10 +1,10 @@
-// The characters of a code set: tables filled once, then read without lock, allocation or system
-// call.
+// The characters of a code set, in tables that are filled once and then read without a lock, an
+// allocation or a system call.
 //
-// The one-byte and two-byte codes of the Windows code pages are the platform's; EUC forms are cut
-// from them by row and cell, and what no code page knows comes from tables of this module. UTF-8,
-// UTF-16 and the code sets that switch by escape sequences have no tables of their own: the latter
-// point to the EUC forms of their character sets.
+// The one-byte and two-byte codes of the Windows code pages come from the platform. EUC forms are
+// derived from them by row and cell, and characters that no code page has come from tables of this
+// module. UTF-8, UTF-16 and the code sets that switch by escape sequences have no tables of their
+// own. The latter refer to the EUC forms of their character sets.
 #pragma once
 
 #include <atomic>
@@ -20,55 +20,58 @@ using platform::kNoCharacter;
 
 enum class CodeForm : std::uint8_t {
     kSingleByte,
-    kPairs,  // one-byte and two-byte codes, and longer ones behind a prefix
+    kPairs,  // one-byte and two-byte codes, and longer ones after a prefix
     kIso2022Jp,
     kIso2022Cn,
     kIso2022Kr,
     kUtf16,
-    kUtf16BigEndian,  // only where a byte-order mark says so
+    kUtf16BigEndian,  // only if a byte-order mark selects it
     kUtf8
 };
 
 struct CodePage {
     CodeForm form = CodeForm::kSingleByte;
 
-    // The character of a one-byte code. ASCII maps to itself in every code set.
+    // The characters of the one-byte codes. ASCII maps to itself in every code set.
     std::uint16_t bytes[256];
-    // That of a two-byte code at PairIndex(lead, trail); null in a single-byte code set.
+    // The characters of the two-byte codes, at PairIndex(lead, trail); null in a single-byte code
+    // set.
     std::unique_ptr<std::uint16_t[]> pairs;
-    // That of a two-byte code behind the prefix, likewise; null without such codes. A prefix of two
-    // bytes names a plane; the cells of the next plane have a trail without its high bit.
+    // The characters of the two-byte codes after the prefix, at the same index; null if there are
+    // none. A prefix of two bytes names a plane. In the cells of the next plane, the high bit of
+    // the trail byte is cleared.
     std::unique_ptr<std::uint16_t[]> prefixed;
     std::uint8_t prefix[2] = {};
     std::uint8_t prefixLength = 0;
-    std::uint8_t longest = 1;  // bytes of the longest code
+    std::uint8_t longest = 1;  // number of bytes of the longest code
 
-    bool isLead[256] = {};   // whether a byte begins a two-byte code
-    bool isTrail[256] = {};  // whether it ends one
+    bool isLead[256] = {};   // true if a byte begins a two-byte code
+    bool isTrail[256] = {};  // true if a byte ends a two-byte code
 
-    // The way back: Back() gives a cell, see below. Rows hold 64 characters, as many as a last byte
-    // of UTF-8 tells apart; the first row is empty.
+    // The reverse mapping; Back() returns a cell of it. A row has 64 characters, because the last
+    // byte of a UTF-8 sequence distinguishes as many. The first row is empty.
     std::uint16_t backRow[0x10000 / 64] = {};
     std::unique_ptr<std::uint16_t[]> back;
 
-    // Whether all one-byte and two-byte codes that begin with a byte are the codes of their
-    // characters on the way back; a code set has several for some.
+    // True if all one-byte and two-byte codes that begin with a byte are the codes to which their
+    // characters map back. A code set has several codes for some characters.
     bool returns[256] = {};
-    // The bytes for which it is not so, as many as there is room for; their number may be more.
+    // The bytes for which `returns` is false, as far as there is room. ambiguousCount may exceed
+    // kMostAmbiguous.
     static constexpr unsigned kMostAmbiguous = 8;
     std::uint8_t ambiguous[kMostAmbiguous] = {};
     unsigned ambiguousCount = 0;
 
-    // The tables that a code set with escape sequences takes its characters from.
+    // The tables from which a code set with escape sequences takes its characters.
     const CodePage* base = nullptr;
     const CodePage* secondBase = nullptr;
 
     static std::size_t PairIndex(unsigned lead, unsigned trail) {
         return (static_cast<std::size_t>(lead) << 8 | trail) - 0x8000;
     }
-    // 0: no code; below 0x100: a one-byte code; from 0x8000: a two-byte code, lead byte high;
-    // between: the code behind the prefix, as its table has it but with the lead's high bit
-    // cleared.
+    // Returns 0 if there is no code, a one-byte code below 0x100, or a two-byte code from 0x8000,
+    // with the lead byte high. Values in between are codes after the prefix, as in their table but
+    // with the high bit of the lead byte cleared.
     unsigned Back(unsigned character) const {
         return back[backRow[character >> 6] + (character & 0x3F)];
     }
@@ -77,20 +80,20 @@ struct CodePage {
 constexpr std::size_t kPairTableSize = 0x8000;
 constexpr unsigned kLowestPairCell = 0x8000;
 
-// Filled by FillCodePage on first use; see there.
+// Filled by FillCodePage() on first use; see FindListedCodePage().
 constexpr int kCodePageSlots = 66;
 extern std::atomic<const CodePage*> g_codePages[kCodePageSlots];
 const CodePage* FillCodePage(int codeSet);
 
-// The tables of a code set; null for a number that is not listed, and when memory runs out or the
-// system lacks the code page. The first call for a code set fills them, on any thread.
+// Returns the tables of a code set. Returns null for an unlisted number, if allocation fails, or if
+// the system lacks the code page. The first call for a code set, on any thread, fills them.
 inline const CodePage* FindListedCodePage(int codeSet) {
     if (codeSet < 0 || codeSet >= kCodePageSlots) return nullptr;
     const CodePage* page = g_codePages[codeSet].load(std::memory_order_acquire);
     return page ? page : FillCodePage(codeSet);
 }
 
-// The same with the tables of code set 0 for a number that is not listed.
+// Same as above, but returns the tables of code set 0 for an unlisted number.
 const CodePage* FindCodePage(int codeSet);
 
 }  // namespace genutil

@@ -1,4 +1,4 @@
-// From characters back to codes: which code of several a character gets.
+// The mapping from characters back to codes, and the choice between several codes of a character.
 #include <new>
 
 #include "genutil/mbutil/code_page_fill.h"
@@ -8,16 +8,16 @@ namespace genutil {
 
 namespace {
 
-// Of the codes that share a character the lowest wins, but for these, as Windows chooses:
-// in Shift-JIS the rows that one maker selected come behind the extension rows that hold the same
-// characters, and ten Big5 codes are doubles of which the lower is not always the one.
+// Of the codes that share a character the lowest is chosen, with exceptions that follow Windows. In
+// Shift-JIS, the vendor-selected rows come after the extension rows with the same characters. Ten
+// Big5 codes are duplicates, of which the lower one is not always chosen.
 bool ComesLast(int codeSet, unsigned lead) {
     return codeSet == mbShiftJis && (lead == 0xED || lead == 0xEE);
 }
 constexpr std::uint16_t kBig5Choices[] = {0xA451, 0xA4CA, 0xF9E9, 0xF9EA, 0xF9EB, 0xF9F9};
 
-// Characters that other published charts of JIS X 0208 give to the same code. They name the same
-// character, so text from such a system converts.
+// Characters that other published tables of JIS X 0208 assign to the same code. They denote the
+// same character, so text from such a system converts.
 struct Variant {
     std::uint16_t other, ours;
 };
@@ -29,7 +29,7 @@ class BackTable {
   public:
     explicit BackTable(CodePage& page) : m_page(page) {}
 
-    // Lays out a row of 64 cells for each 64 characters of which one occurs, behind an empty row.
+    // Allocates a row of 64 cells for each group of 64 characters in use, after an empty row.
     bool Lay(bool withJisVariants) {
         bool used[kRows] = {};
         const auto note = [&](unsigned character) {
@@ -60,13 +60,13 @@ class BackTable {
     }
 
   private:
-    static constexpr unsigned kRows = 0x10000 / 64;  // the surrogates' are never used
+    static constexpr unsigned kRows = 0x10000 / 64;  // those of surrogates are never used
 
     CodePage& m_page;
 };
 
 bool ReturnsWithin(const CodePage& page, unsigned lead) {
-    if (page.prefixed && lead == page.prefix[0]) return false;  // not looked into
+    if (page.prefixed && lead == page.prefix[0]) return false;  // not examined
     if (page.bytes[lead] != kNoCharacter) return page.Back(page.bytes[lead]) == lead;
     for (unsigned trail = 0; page.pairs && lead >= 0x80 && trail < 256; ++trail) {
         const unsigned character = page.pairs[CodePage::PairIndex(lead, trail)];

@@ -1,9 +1,9 @@
-// EUC-TW: the characters that Big5 has for the cells of CNS 11643. Plane 1 is written in two bytes,
-// planes 2 and 3 in four; of plane 3 Big5 has seven.
+// EUC-TW: the Big5 characters of the cells of CNS 11643. Plane 1 is written in two bytes, planes 2
+// and 3 in four. Big5 has seven characters of plane 3.
 //
 // Circled and parenthesised digits, small roman numerals and radicals are an extension of Big5 that
 // Windows leaves to the user, in private characters from U+F6B1 on. They belong to CNS 11643
-// proper, so here they are what they are.
+// proper, so they map to their own characters here.
 #include <algorithm>
 #include <iterator>
 #include <new>
@@ -30,7 +30,7 @@ constexpr std::uint16_t kRadicals[] = {0x4E36, 0x4E3F, 0x4E85, 0x4EA0, 0x5182, 0
 
 unsigned CharacterOf(unsigned big5Code, unsigned big5Character) {
     if (big5Code == 0xA2CC) return 0x3038;  // the numerals ten and thirty, not the hanzi that Big5
-    if (big5Code == 0xA2CE) return 0x303A;  // has a second time there
+    if (big5Code == 0xA2CE) return 0x303A;  // duplicates there
     const unsigned index = big5Character - kFirstPrivate;  // wraps for a lower character
     if (index < 10) return 0x2460 + index;
     if (index < 20) return 0x2474 + index - 10;

@@ -31,7 +31,7 @@ std::unique_ptr<std::uint16_t[]> NewTable(std::size_t cells, std::uint16_t value
     return table;
 }
 
-// The platform gives a cell for every two bytes; no lead byte lies in the lower half.
+// The platform provides a cell for every two bytes. No lead byte is in the lower half.
 std::unique_ptr<std::uint16_t[]> ReadPairs(unsigned codePage, std::uint16_t* bytes) {
     auto all = NewTable(0x10000, 0), upper = NewTable(kPairTableSize, 0);
     if (!all || !upper || !platform::ReadCodePage(codePage, bytes, all.get())) return nullptr;
@@ -66,7 +66,7 @@ unsigned Distance(char mark) {
     return static_cast<unsigned>(mark <= 'Z' ? mark - 'A' + 11 : mark - 'a' + 37);
 }
 
-// tools/tables/jisx0212.py tells the notation.
+// tools/tables/jisx0212.py describes the notation.
 void UnpackJisX0212(std::uint16_t* table) {
     unsigned character = 0;
     for (const ChartRow& row : kJisX0212) {
@@ -129,7 +129,7 @@ bool FillEucJp(CodePage& page) {
     page.prefixed = NewTable(kPairTableSize, kNoCharacter);
     if (!shiftJis || !page.prefixed || !BeginEuc(page)) return false;
     ForEachEucPair([&](unsigned lead, unsigned trail) {
-        const unsigned row = lead - 0xA1, cell = trail - 0xA1;  // from 0
+        const unsigned row = lead - 0xA1, cell = trail - 0xA1;  // counted from 0
         const unsigned high = row / 2 + (row < 62 ? 0x81u : 0xC1u);
         const unsigned low = row % 2 ? cell + 0x9F : cell + (cell < 63 ? 0x40u : 0x41u);
         page.pairs[CodePage::PairIndex(lead, trail)] = shiftJis[CodePage::PairIndex(high, low)];

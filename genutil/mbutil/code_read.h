@@ -1,4 +1,5 @@
-// One character of a code set with tables, and one of UTF-8: what every loop falls back to.
+// Reading and writing one character of a code set with tables, and one of UTF-8. Every loop falls
+// back to these functions.
 #pragma once
 
 #include <cstddef>
@@ -15,20 +16,20 @@ constexpr bool IsLowSurrogate(unsigned unit) {
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-// length 0: no character begins here.
+// A character and its length in bytes; length 0 if no character begins here.
 struct CodeRead {
     unsigned character;
     unsigned length;
 };
 
-// The character of a code longer than two bytes at p.
+// Reads a code longer than two bytes at p.
 inline CodeRead ReadPrefixed(const CodePage& page, const unsigned char* p,
                              const unsigned char* end) {
     const std::size_t n = page.prefixLength;
     if (n == 0 || static_cast<std::size_t>(end - p) < n + 2 || p[0] != page.prefix[0])
         return {0, 0};
-    // The second of two prefixes follows the first in number; its cells have a trail without the
-    // high bit in the table.
+    // The second of two prefixes is the successor of the first. In the table, the trail bytes of
+    // its cells have no high bit.
     unsigned trail = p[n + 1];
     if (n == 2 && p[1] != page.prefix[1]) {
         if (p[1] != page.prefix[1] + 1) return {0, 0};
@@ -39,7 +40,7 @@ inline CodeRead ReadPrefixed(const CodePage& page, const unsigned char* p,
     return {character, character == kNoCharacter ? 0 : static_cast<unsigned>(n) + 2};
 }
 
-// The character at p, below end, in a code set with tables.
+// Reads the character at p, before end, in a code set with tables.
 inline CodeRead ReadCode(const CodePage& page, const unsigned char* p, const unsigned char* end) {
     unsigned character = page.bytes[*p];
     if (character != kNoCharacter) return {character, 1};
@@ -51,7 +52,8 @@ inline CodeRead ReadCode(const CodePage& page, const unsigned char* p, const uns
     return ReadPrefixed(page, p, end);
 }
 
-// CodePage::Back for loops: what they write cannot change where the tables are.
+// The tables of CodePage::Back() for loops. The bytes that a loop writes cannot alias these
+// pointers.
 struct BackTables {
     const std::uint16_t* rows;
     const std::uint16_t* cells;
@@ -60,7 +62,8 @@ struct BackTables {
     unsigned Cell(unsigned row, unsigned column) const { return cells[rows[row] + column]; }
 };
 
-// The bytes of a cell of CodePage::Back other than 0; returns their number, at most 4.
+// Writes the bytes of a cell of CodePage::Back(), which must not be 0. Returns their number, at
+// most 4.
 inline unsigned WriteCode(const CodePage& page, unsigned cell, unsigned char* out) {
     if (cell < 0x100) {
         out[0] = static_cast<unsigned char>(cell);
@@ -81,7 +84,7 @@ constexpr bool IsContinuation(unsigned byte) {
     return (byte & 0xC0) == 0x80;
 }
 
-// The code point of a well-formed UTF-8 sequence at p, below end.
+// Reads a well-formed UTF-8 sequence at p, before end.
 inline CodeRead ReadUtf8(const unsigned char* p, const unsigned char* end) {
     const std::ptrdiff_t n = end - p;
     const unsigned b = p[0];
@@ -99,7 +102,7 @@ inline CodeRead ReadUtf8(const unsigned char* p, const unsigned char* end) {
     return {c, c >= 0x10000 && c <= 0x10FFFF ? 4u : 0u};
 }
 
-// The UTF-8 of a character of the first 65536, at most 3 bytes.
+// Writes the UTF-8 sequence of a character below 0x10000. Returns its length, at most 3 bytes.
 inline unsigned WriteUtf8(unsigned c, unsigned char* out) {
     if (c < 0x80) {
         out[0] = static_cast<unsigned char>(c);

@@ -1,4 +1,4 @@
-// The current code set: its choice from the user's locale, and the names of code sets.
+// The current code set: choosing it from the user's locale, and the names of code sets.
 #include "genutil/mbutil/code_set.h"
 
 #include <array>
@@ -58,7 +58,8 @@ int CodeSetOfLanguage(unsigned language) {
     return row ? row->codeSet : 0;
 }
 
-// Not by the language, which several locales may share: Croatian is not written in Cyrillic.
+// Not derived from the language, which several locales may share: Croatian is not written in
+// Cyrillic.
 int UserAnsiCodeSet() {
     const platform::UserLocale user = platform::GetUserLocale();
     if (user.ansiCodePage) return CodeSetOfCodePage(user.ansiCodePage);
@@ -66,7 +67,7 @@ int UserAnsiCodeSet() {
     return row ? row->codeSet : 0;
 }
 
-// Row number plus 1 of each code set, 0 for none: every conversion asks.
+// Row number plus 1 of each code set, 0 for none. A table, because every conversion needs it.
 static constexpr auto kRowOfCodeSet = [] {
     std::array<std::uint8_t, mbUtf8 + 1> rows{};
     std::uint8_t row = 0;
@@ -117,7 +118,7 @@ unsigned char mbIsJapanese() {
     return g_codeSetState.japanese;
 }
 
-// The number is ignored on purpose: programs pass one and rely on getting the current name.
+// The number is ignored because programs pass one and rely on getting the current name.
 char* SetCodePage(int, char* dst) {
     const CodeSetInfo* info = FindCodeSet(g_codeSetState.codeSet);
     return std::strcpy(dst, info ? info->name : "");
@@ -126,7 +127,7 @@ char* SetCodePage(int, char* dst) {
 namespace {
 
 // Keywords of code-set names. The first row whose keyword occurs anywhere in a name decides, so a
-// Johab name ("KSC_5601_92") means 11 and any name with "GB" means 7: stored names depend on it.
+// Johab name ("KSC_5601_92") means 11 and any name with "GB" means 7. Stored names depend on this.
 struct Keyword {
     const char* text;
     int codeSet;
@@ -154,7 +155,7 @@ char KeywordForm(char c) {
     return c == '-' ? '_' : AsciiUpper(c);
 }
 
-// Whether keyword occurs in name, which is compared in upper case with "-" as "_".
+// Returns true if keyword occurs in name, which is compared in upper case with "-" as "_".
 bool HasKeyword(const char* name, const char* keyword) {
     for (; *name; ++name) {
         std::size_t i = 0;

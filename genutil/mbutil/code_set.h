@@ -1,4 +1,5 @@
-// The current code set and what is known about each: one copy per process, unprotected.
+// The current code set and the properties of each code set. There is one copy per process, without
+// protection against concurrent changes.
 #pragma once
 
 #include <cstdint>
@@ -7,48 +8,49 @@
 
 namespace genutil {
 
-// What the functions that act on the current code set read; filled by InitMbutilExt.
+// The state that functions on the current code set read; filled by InitMbutilExt().
 struct CodeSetState {
     int codeSet = 0;
-    int multiByte = 1;  // on before any initialisation
+    int multiByte = 1;  // 1 before any initialisation
     unsigned char japanese = 0;
     int initialised = 0;
-    int timeZoneRegistry = 0;  // whether the system keeps its time zones in a registry
+    int timeZoneRegistry = 0;  // 1 if the system has a registry of time zones
 };
 extern CodeSetState g_codeSetState;
 
-// Each function that acts on the current code set begins with this.
+// Initialises the state on first use. Called first by each function on the current code set.
 inline void EnsureInitialised() {
     if (!g_codeSetState.initialised) InitMbutil();
 }
 
-// The part of a language identifier that does not tell the country.
+// Returns the part of a language identifier that excludes the country.
 constexpr unsigned PrimaryLanguage(unsigned language) {
     return language & 0x3FF;
 }
 
-// A row of the table of locales: the first row of a language gives its code set.
+// A row of the table of locales. The first row of a language determines its code set.
 struct LocaleRow {
     std::uint16_t language;
     const char* name;
     std::uint8_t codeSet;
     const char* description;  // English, in UTF-8
 };
-extern const LocaleRow kLocaleTable[];  // ends at language 0
+extern const LocaleRow kLocaleTable[];  // terminated by a row with language 0
 const LocaleRow* FindLocaleByLanguage(unsigned language);
-// Name up to the first '.' or '@'; null when there is none.
+// Finds the row of a name, which is compared up to its first '.' or '@'. Returns null if there is
+// none.
 const LocaleRow* FindLocaleByName(const char* name);
 
-// The code set of the first row of a language, with the default sublanguage when it names none; 0
-// when there is no row.
+// Returns the code set of the first row of a language, or 0 if there is no row. An identifier
+// without a sublanguage gets the default one.
 int CodeSetOfLanguage(unsigned language);
 
-// The language identifier of the user's locale, and the code set of its ANSI code page.
+// Return the language identifier of the user's locale, and the code set of its ANSI code page.
 unsigned UserLanguage();
 int UserAnsiCodeSet();
-// The code set of a Windows code page number, -1 when there is none.
+// Returns the code set of a Windows code page number, or -1 if there is none.
 int CodeSetOfCodePage(unsigned codePage);
-// The code set that a MIME name or a free-form one denotes, -1 when it denotes none.
+// Returns the code set that a MIME name or an informal name denotes, or -1 if there is none.
 int FindCodeSetByName(const char* name);
 
 }  // namespace genutil

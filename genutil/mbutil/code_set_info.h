@@ -1,5 +1,5 @@
-// One row per code set: its reported name, its flags, the Windows code page whose mapping it takes
-// and the ANSI code page that it is.
+// One row per code set: its reported name, its properties and the ANSI code page that it
+// corresponds to.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,8 @@ constexpr CodeSetInfo kCodeSets[] = {
 #include "genutil/mbutil/code_sets.inc"
 };
 
-// Null for a number that is not listed: it behaves as a single-byte code set without a name.
+// Returns the row of a code set. Returns null for an unlisted number, which behaves as a
+// single-byte code set without a name.
 const CodeSetInfo* FindCodeSet(int codeSet);
 
 }  // namespace genutil

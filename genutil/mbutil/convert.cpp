@@ -1,4 +1,4 @@
-// Conversion of text between code sets: who converts what, buffers and reports.
+// Conversion of text between code sets: choice of the converter, buffers and reports.
 #include <cstddef>
 #include <cstring>
 
@@ -14,7 +14,7 @@ using namespace genutil;
 
 namespace {
 
-// Pairs with a converter of their own; the way through Unicode serves all others.
+// Pairs with a converter of their own. All others convert by way of Unicode.
 struct Direct {
     int from, to;
     Converter convert;
@@ -41,7 +41,7 @@ Converter FindDirect(int from, int to) {
     return nullptr;
 }
 
-// As much as there is room for; false when something is left.
+// Copies as much as there is room for. Returns false if bytes remain.
 bool Copy(Transfer& t) {
     const std::size_t left = static_cast<std::size_t>(t.srcEnd - t.src);
     const std::size_t room = static_cast<std::size_t>(t.dstEnd - t.dst);
@@ -56,8 +56,8 @@ bool HasEscapes(int codeSet) {
     return codeSet == mbJis || codeSet == mbIso2022Cn || codeSet == mbIso2022Kr;
 }
 
-// Of the first n bytes of a longer text those that are whole characters. Code sets with escapes are
-// not known here.
+// Returns the number of bytes in whole characters among the first n bytes of a longer text. Code
+// sets with escape sequences are not supported here.
 std::size_t WholeCharacters(const unsigned char* text, std::size_t n, int codeSet) {
     if (const StepTable* table = StepTableOf(codeSet)) return AlignToCharacter(*table, text, n);
     std::size_t start = n;
@@ -91,7 +91,7 @@ const unsigned char* Start(const char* s) {
     return reinterpret_cast<const unsigned char*>(s);
 }
 
-// The code set of the ANSI code page of a locale; -1 when there is none.
+// Returns the code set of a locale's ANSI code page, or -1 if there is none.
 int AnsiCodeSetOf(const char* localeName) {
     if (!localeName || !*localeName) return UserAnsiCodeSet();
     const LocaleRow* row = FindLocaleByName(localeName);
@@ -103,7 +103,7 @@ int AnsiCodeSetOf(const char* localeName) {
 }  // namespace
 
 Converter genutil::RelatedConverter(int from, int to) {
-    // Traditional Chinese shares the tail of the Cyrillic case: programs depend on it.
+    // Traditional Chinese uses the converter of the Cyrillic case because programs depend on it.
     if (to == mbWindows1251 && (from == mbBig5 || from == mbEucTw)) from = mb8859_5;
     const Converter convert = FindDirect(from, to);
     return convert ? convert : Copy;
@@ -131,8 +131,8 @@ int mbConvert(const char* src, size_t srcLength, int fromCodeSet, char* dst, siz
 }
 
 size_t mbConvertBound(size_t srcLength, int fromCodeSet, int toCodeSet) {
-    // The most that one byte can become: a half-width katakana between escapes in the ISO 2022
-    // encodings; a four-byte character or a pair of units elsewhere.
+    // The maximum that one byte can become: a half-width katakana between escape sequences in the
+    // ISO 2022 encodings, and otherwise a four-byte character or a pair of units.
     const bool isCopy = fromCodeSet == toCodeSet;
     const std::size_t factor = isCopy ? 1 : HasEscapes(toCodeSet) ? 10 : 4;
     const std::size_t extra = isCopy ? TerminatorSize(toCodeSet) : 16;

@@ -23,8 +23,8 @@ class File {
     }
     File(const File&) = delete;
     File& operator=(const File&) = delete;
-    std::FILE* Stream() const { return m_stream; }  // null when it did not open
-    // Whether everything was written, to the last buffer.
+    std::FILE* Stream() const { return m_stream; }  // null if it could not be opened
+    // Returns true if everything was written, including the last buffer.
     bool Close() {
         const bool good = !std::ferror(m_stream) && std::fclose(m_stream) == 0;
         m_stream = nullptr;
@@ -35,22 +35,22 @@ class File {
     std::FILE* m_stream;
 };
 
-// Releases what there was when memory runs out.
+// Releases the old buffer if allocation fails.
 void GrowBuffer(Owned<char>* buffer, std::uint64_t size) {
     char* const old = buffer->Take();
     buffer->Reset(static_cast<char*>(Reallocate(old, size)));
     if (!buffer->Get()) Release(old);
 }
 
-// A line of any length, read in pieces, so that no limit falls inside a character.
+// A line of any length, read in pieces, so that no limit splits a character.
 class Line {
   public:
     Line() { Grow(2048); }
     Line(const Line&) = delete;
     Line& operator=(const Line&) = delete;
-    const char* Text() const { return m_text.Get(); }  // null when memory ran out
+    const char* Text() const { return m_text.Get(); }  // null if allocation failed
 
-    // False at the end of the file and when memory runs out.
+    // Returns false at the end of the file and if allocation fails.
     bool Read(std::FILE* stream) {
         std::size_t length = 0;
         while (char* const text = m_text.Get()) {
@@ -80,7 +80,8 @@ bool WriteConverted(const char* line, std::FILE* out, int from, int to) {
     return true;
 }
 
-// Line by line up to the end or a line that begins with NUL. A single-byte current code set copies.
+// Converts line by line up to the end or to a line that begins with NUL. With a single-byte current
+// code set, lines are copied.
 int ConvertLines(const char* inPath, const char* outPath, int append, int from, int to) {
     if (!g_codeSetState.multiByte) to = from;
     File in(inPath, "rt");
@@ -93,7 +94,7 @@ int ConvertLines(const char* inPath, const char* outPath, int append, int from, 
     return line.Text() != nullptr;
 }
 
-// All bytes of a file; false when it cannot be read or memory runs out.
+// Reads all bytes of a file. Returns false if it cannot be read or if allocation fails.
 bool ReadAll(const char* path, Owned<char>* bytes, std::size_t* length) {
     const File in(path, "rb");
     if (!in.Stream()) return false;

@@ -1,4 +1,4 @@
-// Lengths that a text has or needs in another encoding, and decoding of percent signs.
+// Lengths of a text in another encoding, and decoding of percent escapes.
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
@@ -10,13 +10,14 @@ using namespace genutil;
 
 namespace {
 
-// Bytes that the lead byte of a UTF-8 sequence promises; 1 for a byte that begins none.
+// Returns the length that the lead byte of a UTF-8 sequence promises, or 1 for a byte that does not
+// begin one.
 unsigned Utf8Need(unsigned char lead) {
     if (lead < 0xC0 || lead >= 0xFE) return 1;
     return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF8 ? 4 : lead < 0xFC ? 5 : 6;
 }
 
-// In EUC-JP a half-width katakana takes two bytes. A lead byte counts its pair, whatever follows.
+// In EUC-JP a half-width katakana takes two bytes. A lead byte counts as a pair, whatever follows.
 std::size_t LengthInEucJp(const unsigned char* p) {
     std::size_t length = 0;
     for (; *p; ++p) {
@@ -27,7 +28,7 @@ std::size_t LengthInEucJp(const unsigned char* p) {
     return length;
 }
 
-// Length of a text after conversion; 0 when memory runs out.
+// Returns the length of a text after conversion, or 0 if allocation fails.
 std::size_t ConvertedLength(const char* s, int from, int to, std::size_t length) {
     const Scratch scratch(ConvertedSize(length));
     if (!scratch.Bytes()) return 0;

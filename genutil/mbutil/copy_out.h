@@ -1,4 +1,4 @@
-// Names handed out in a caller's buffer.
+// Copying names to a caller's buffer.
 #pragma once
 
 #include <cstddef>
@@ -6,8 +6,9 @@
 
 namespace genutil {
 
-// Copies a name that would be another one if it were cut: whole, or none of it. Returns its length,
-// 0 when it does not fit.
+// Copies a name only if it fits completely, because a truncated name could be a different valid
+// name. Otherwise the result is empty. Returns the length of the copied name, or 0 if it does not
+// fit.
 inline int CopyWhole(char* dst, int size, const char* name) {
     if (!dst || size <= 0) return 0;
     const std::size_t length = std::strlen(name);

@@ -1,4 +1,4 @@
-// What a piece of text that was cut at a number of bytes ends in.
+// Incomplete characters at the end of a piece of text.
 #pragma once
 
 #include <cstddef>
@@ -10,8 +10,9 @@ struct Shift {
     char escape[8] = {};
 };
 
-// Bytes at the end of a text that begin a character (or, in JIS, an escape sequence) without ending
-// it. For JIS the text begins in ASCII, and *shift receives what is in force at its end.
+// Returns the number of bytes at the end of a text that begin a character (or, in JIS, an escape
+// sequence) without completing it. In JIS the text begins in ASCII.
+// @param shift receives the state in force at the end of a JIS text.
 std::size_t CutCharacter(const char* text, std::size_t length, int codeSet, Shift* shift);
 
 }  // namespace genutil

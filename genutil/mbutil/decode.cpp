@@ -6,10 +6,10 @@ namespace genutil {
 
 namespace {
 
-// Loops come in two kinds: by blocks, which read and write a block ahead, and for a text or a rest
-// that is too short for that, code by code.
+// There are two kinds of loops: by blocks, which read and write a block ahead, and code by code,
+// for a short text or the rest of a text.
 
-// ASCII at p, as units at o; advances both, not beyond safe but for the block ahead.
+// Converts ASCII at p to units at o and advances both. Stops at safe, except for the block ahead.
 template <bool kBlocks>
 inline void DecodeAscii(const unsigned char*& p, unsigned char*& o, const unsigned char* safe) {
     unsigned n = 1;
@@ -23,7 +23,7 @@ inline void DecodeAscii(const unsigned char*& p, unsigned char*& o, const unsign
     o += n + n;
 }
 
-// The very last codes, and what the loops stop at.
+// Converts the last codes, and those at which the loops stop.
 template <CodeRead (*Read)(const CodePage&, const unsigned char*, const unsigned char*)>
 Stop DecodeRest(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd) {
     while (src.at < src.end) {
@@ -43,9 +43,9 @@ Stop DecodeRest(const CodePage& page, Source& src, unsigned char*& out, unsigned
     return Stop::kDone;
 }
 
-// As far as neither end need be looked at, when every byte gives one unit at most: ASCII here,
-// every other code by next(p, o), which stores its unit at o and returns its length; 0 where the
-// loop has to stop.
+// Converts as far as neither end needs to be checked, if every byte gives at most one unit. ASCII
+// is converted here, and every other code by next(p, o), which stores its unit at o and returns its
+// length, or 0 where the loop must stop.
 template <bool kBlocks, class Next>
 inline void DecodeCodes(Source& src, unsigned char*& out, unsigned char* outEnd,
                         std::ptrdiff_t ahead, Next next) {

@@ -9,8 +9,8 @@ namespace genutil {
 
 namespace {
 
-// Replaces letters of two bytes that the current code set does not have by plain ones. The text
-// becomes shorter.
+// Replaces two-byte letters that the current code set lacks with plain ones. The text becomes
+// shorter.
 void DropAccents(char* utf8) {
     char* to = utf8;
     for (const char* p = utf8; *p;) {
@@ -45,7 +45,7 @@ int WriteDisplayText(char* out, int size, const char* utf8) {
     const std::size_t n = length < sizeof text ? length : sizeof text - 1;
     std::memcpy(text, utf8, n);
     text[n] = 0;
-    mbIsMultiByte();  // settles the current code set
+    mbIsMultiByte();  // determines the current code set
     DropAccents(text);
     mbConvert(text, std::strlen(text), mbUtf8, out, static_cast<std::size_t>(size),
               mbGetLocaleCodeSet(), nullptr);

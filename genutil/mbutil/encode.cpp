@@ -6,10 +6,11 @@ namespace genutil {
 
 namespace {
 
-// Up to here a loop need look at neither end, when a unit takes at most `longest` bytes.
+// Returns the position up to which a loop need not check either end, if a unit takes at most
+// `longest` bytes.
 const unsigned char* SafeEnd(const unsigned char* units, const unsigned char* unitsEnd,
                              const Sink& dst, unsigned longest, std::ptrdiff_t ahead) {
-    // A power of 2 will do, and spares a short text the division.
+    // A power of 2 is sufficient and avoids a division for a short text.
     const unsigned shift = longest > 2 ? 2 : longest - 1;
     return units + 2 * SafeCount((unitsEnd - units) / 2, (dst.end - dst.at) >> shift, ahead);
 }
@@ -27,7 +28,7 @@ inline void EncodeAscii(const unsigned char*& u, unsigned char*& o, const unsign
     o += n;
 }
 
-// The bytes of the character at units; 0 when it has none.
+// Writes the bytes of the character at units. Returns 0 if it has none.
 unsigned WriteOne(const CodePage& page, const unsigned char* units, const unsigned char* unitsEnd,
                   unsigned char* out, unsigned* unitBytes) {
     const unsigned unit = LoadUnit(units);
@@ -35,7 +36,7 @@ unsigned WriteOne(const CodePage& page, const unsigned char* units, const unsign
     const bool surrogate = IsHighSurrogate(unit) || IsLowSurrogate(unit);
     if (page.form == CodeForm::kSingleByte || page.form == CodeForm::kPairs) {
         const unsigned cell = page.Back(unit);
-        if (cell == 0 && unit != 0) return 0;  // NUL alone has the cell 0 and a code
+        if (cell == 0 && unit != 0) return 0;  // only NUL has the cell 0 and a code
         return WriteCode(page, cell, out);
     }
     if (!surrogate) {

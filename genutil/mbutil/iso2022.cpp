@@ -11,22 +11,22 @@ namespace genutil {
 namespace {
 
 constexpr unsigned kEscape = 0x1B, kShiftOut = 0x0E, kShiftIn = 0x0F;
-constexpr unsigned kHalfWidthKatakana = 0xFF61;  // of byte 0xA1, or 0x21 in its own set
+constexpr unsigned kHalfWidthKatakana = 0xFF61;  // byte 0xA1, or 0x21 in its own set
 
-// ShiftState::set. ISO-2022-JP has one set at a time; the others shift out of ASCII and back into
-// it (0 or 1) to what was designated before.
+// Values of ShiftState::set. ISO-2022-JP has one set at a time. The others shift out of ASCII and
+// back (0 or 1), to the set that was designated before.
 enum JapaneseSet : std::uint8_t { kAscii, kKatakana, kJisX0208, kJisX0212 };
-// ShiftState::designated, one bit each.
+// Values of ShiftState::designated, one bit each.
 enum Designated : std::uint8_t { kGb2312 = 1, kCnsPlane1 = 2, kCnsPlane2 = 4, kKsX1001 = 1 };
 
 struct Escape {
     CodeForm form;
     char text[5];
-    std::uint8_t value;  // of set (JP) or designated
-    std::uint8_t keep;   // what else stays designated
+    std::uint8_t value;  // value of set (JP) or bit of designated
+    std::uint8_t keep;   // other bits that remain designated
 };
 constexpr Escape kEscapes[] = {
-    // The first for a set is the one that is written; JIS Roman counts as ASCII, as Windows has it.
+    // The first for a set is the one that is written. JIS Roman counts as ASCII, as in Windows.
     {CodeForm::kIso2022Jp, "\x1B(B", kAscii, 0},
     {CodeForm::kIso2022Jp, "\x1B$B", kJisX0208, 0},
     {CodeForm::kIso2022Jp, "\x1B(I", kKatakana, 0},
@@ -53,7 +53,7 @@ bool HasShifts(CodeForm form) {
 
 // -- Reading ---------------------------------------------------------------------------------
 
-// Steps over one escape or shift, if one is at hand.
+// Steps over one escape sequence or shift, if there is one at the current position.
 bool SkipControl(CodeForm form, Source& src) {
     if (src.at == src.end || *src.at > kEscape) return false;
     const std::size_t left = static_cast<std::size_t>(src.end - src.at);
@@ -86,7 +86,7 @@ bool InDoubleByteSet(CodeForm form, const ShiftState& state) {
     return form == CodeForm::kIso2022Jp ? state.set >= kJisX0208 : state.set != 0;
 }
 
-// Plane 2 of CNS is reached by a single shift before each character.
+// Characters of plane 2 of CNS follow a single shift each.
 bool IsSingleShift(CodeForm form, const Source& src) {
     return form == CodeForm::kIso2022Cn && (src.state.designated & kCnsPlane2) &&
            src.end - src.at >= 4 && src.at[0] == kEscape && src.at[1] == 'N' &&
@@ -123,7 +123,7 @@ CodeRead ReadOne(const CodePage& page, const Source& src) {
     return {byte, 1};
 }
 
-// In ISO-2022-CN every line designates anew.
+// In ISO-2022-CN, designations end with the line.
 void EndLine(CodeForm form, ShiftState& state) {
     if (form == CodeForm::kIso2022Cn) state = {};
 }
@@ -200,7 +200,7 @@ bool EmitKorean(const CodePage& page, unsigned unit, Emission& emission) {
     return true;
 }
 
-// Controls that would be read as escapes or shifts have no code here.
+// Control characters that would be read as escapes or shifts have no code here.
 bool EmitAscii(CodeForm form, unsigned unit, Emission& emission) {
     if (unit == kEscape || unit == kShiftOut || unit == kShiftIn) return false;
     if (form == CodeForm::kIso2022Jp)

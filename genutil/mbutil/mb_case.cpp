@@ -28,7 +28,7 @@ void Fill(CaseTable& table) {
         const auto byte = static_cast<unsigned char>(b);
         const char c = static_cast<char>(byte);
         const bool ascii = IsAscii(byte);
-        // Above ASCII only code sets of single bytes have letters of one byte.
+        // Above ASCII, only single-byte code sets have letters of one byte.
         const bool plain = g_currentStep != nullptr || g_codeSetState.codeSet == mbUtf8;
         table.upper[b] = ascii   ? static_cast<unsigned char>(AsciiUpper(c))
                          : plain ? byte

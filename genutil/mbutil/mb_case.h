@@ -1,4 +1,4 @@
-// Letter case of single-byte characters, by the rules of each code set.
+// Letter case of single-byte characters according to the rules of each code set.
 #pragma once
 
 namespace genutil {
@@ -8,8 +8,8 @@ struct CaseTable {
     unsigned char lower[256];
 };
 
-// Of the current code set. A byte that is no letter, that is part of a longer character, or whose
-// counterpart the code set lacks, maps to itself.
+// Returns the table of the current code set. A byte maps to itself if it is not a letter, if it is
+// part of a longer character, or if the code set lacks its counterpart.
 const CaseTable& CurrentCaseTable();
 
 }  // namespace genutil

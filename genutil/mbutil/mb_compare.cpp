@@ -1,4 +1,4 @@
-// Comparison without case, collation, and case mapping of whole texts.
+// Case-insensitive comparison, collation, and case mapping of whole texts.
 #include <cstddef>
 #include <cstring>
 
@@ -31,7 +31,7 @@ unsigned MapCase(char* s, const unsigned char* map) {
     return static_cast<unsigned>(i);
 }
 
-// The current code set's text as 16-bit characters, on the stack when it is short.
+// A text in the current code set as 16-bit characters, on the stack if it is short.
 class WideCopy {
   public:
     explicit WideCopy(const char* text) {
@@ -46,7 +46,7 @@ class WideCopy {
     ~WideCopy() { Release(m_heap); }
     WideCopy(const WideCopy&) = delete;
     WideCopy& operator=(const WideCopy&) = delete;
-    const unsigned short* Text() const { return m_buffer; }  // null when it does not convert
+    const unsigned short* Text() const { return m_buffer; }  // null if it does not convert
 
   private:
     static constexpr std::size_t kOnStack = 256;
@@ -68,7 +68,7 @@ int mbstricmp(const char* a, const char* b) {
         const unsigned length = StepHere(x), other = StepHere(y);
         if (length != other) return length > other ? 1 : -1;
         for (unsigned i = 0; i < length; ++i) {
-            // Case is that of single-byte characters; bytes order as signed chars.
+            // Only single-byte characters have case here. Bytes are ordered as signed chars.
             const auto p = static_cast<signed char>(length == 1 ? lower[x[i]] : x[i]);
             const auto q = static_cast<signed char>(length == 1 ? lower[y[i]] : y[i]);
             if (p != q) return p > q ? 1 : -1;
@@ -92,13 +92,13 @@ int mbstrnicmp(const char* a, const char* b, unsigned n) {
             ++i;
             continue;
         }
-        // The lead byte alone decides how many bytes are compared; none behind a terminator.
+        // The lead byte alone determines how many bytes are compared, but none after a terminator.
         for (unsigned k = promised; k > 0; --k, ++i) {
             if (x[i] != y[i]) return x[i] - y[i];
             if (!x[i]) return 0;
         }
     }
-    // A text that ends exactly at n still sorts before a longer one: programs depend on it.
+    // A text that ends exactly at n sorts before a longer one, because programs depend on it.
     return x[i] || !y[i] ? 0 : -1;
 }
 

@@ -9,7 +9,7 @@ using namespace genutil;
 
 namespace {
 
-// What strncpy does; its name would draw the compiler's warnings about missing terminators.
+// Same as strncpy, whose name would cause compiler warnings about missing terminators.
 void CopyPadded(char* dst, const char* src, std::size_t length, std::size_t n) {
     std::memmove(dst, src, length);
     std::memset(dst + length, 0, n - length);

@@ -1,4 +1,4 @@
-// Searching: characters, words and sets of characters, never a trail byte.
+// Search for characters, words and sets of characters. Trail bytes never match.
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -16,13 +16,14 @@ char* Pointer(const char* s, std::size_t at) {
     return const_cast<char*>(s) + at;
 }
 
-// c as a first byte of a character in multi-byte text, where bytes above ASCII are searched as the
-// negative values of a plain char; -1 for values that no character begins with.
+// Returns c as the first byte of a character in multi-byte text, where bytes above ASCII are
+// searched for as negative values of a plain char. Returns -1 for values with which no character
+// begins.
 int FirstByte(int c) {
     return c >= -0x80 && c < 0x80 ? static_cast<unsigned char>(c) : -1;
 }
 
-// The first, or the last, character that begins with byte; null when there is none.
+// Returns the first or the last character that begins with byte, or null if there is none.
 char* FindByStep(const StepTable& table, const char* s, unsigned char byte, bool last) {
     char* found = nullptr;
     BlockWalker walker(table, Bytes(s));
@@ -36,25 +37,26 @@ char* FindByStep(const StepTable& table, const char* s, unsigned char byte, bool
     return found;
 }
 
-// Whether a byte can be no part of a longer character: then a search by bytes finds characters.
+// Returns true if a byte cannot be part of a longer character, so that a search by bytes finds
+// characters.
 bool StandsAlone(unsigned char byte) {
     return !g_currentStep || (byte < 0x80 && !g_currentStep->later[byte]);
 }
 
-// The first occurrence of a byte of ASCII that is a character by itself.
+// Finds the first occurrence of an ASCII byte that is a character by itself.
 char* FindAscii(const StepTable& table, const char* s, int byte) {
     const char* boundary = s;
     for (const char* at = s; (at = std::strchr(at, byte)) != nullptr; ++at) {
         const std::size_t offset = static_cast<std::size_t>(at - boundary);
         if (AlignToCharacter(table, Bytes(boundary), offset) == offset)
             return const_cast<char*>(at);
-        boundary = at + 1;  // behind a trail byte that is no lead byte
+        boundary = at + 1;  // after a trail byte that is not a lead byte
     }
     return nullptr;
 }
 
-// Searches for a needle of whole characters: for its first two bytes, many at a time, and at each
-// place where they stand for the rest.
+// Search for a needle of whole characters: for its first two bytes, many at a time, and at each
+// match for the rest.
 class Needle {
   public:
     Needle(const StepTable& table, const char* needle)
@@ -63,7 +65,8 @@ class Needle {
     char* FindIn(const char* hay) const {
         PairFinder finder(Bytes(hay), static_cast<unsigned char>(m_text[0]),
                           static_cast<unsigned char>(m_text[1]));
-        const char* boundary = hay;  // a start of a character, so that no look back repeats another
+        const char* boundary = hay;  // start of a character, so that no search backwards is
+                                     // repeated
         while (const unsigned char* found = finder.Next()) {
             const char* at = reinterpret_cast<const char*>(found);
             const std::size_t offset = static_cast<std::size_t>(at - boundary);
@@ -75,8 +78,8 @@ class Needle {
     }
 
   private:
-    // The text's characters must end where the needle does: a lead byte without its trail byte, in
-    // the needle, is no part of a whole character in the text.
+    // The characters of the text must end where the needle ends. A lead byte without its trail byte
+    // at the end of the needle does not match part of a whole character in the text.
     bool IsAt(const char* at) const {
         if (m_length > 2 && std::strncmp(at, m_text, m_length) != 0) return false;
         std::size_t end = 0;
@@ -89,7 +92,7 @@ class Needle {
     std::size_t m_length;
 };
 
-// A set of characters: the single-byte ones as a table, the others where they stand.
+// A set of characters: single-byte ones in a table, the others in their text.
 class CharacterSet {
   public:
     CharacterSet(const StepTable* table, const char* accept) : m_accept(Bytes(accept)) {
@@ -121,14 +124,15 @@ class CharacterSet {
     std::array<bool, 256> m_single{}, m_longer{};
 };
 
-// Bytes before the first character of s that is in the set; strlen(s) when none is.
+// Returns the number of bytes before the first character of s that is in the set, or strlen(s) if
+// there is none.
 std::size_t LengthOutside(const CharacterSet& set, const char* s) {
     const unsigned char* p = Bytes(s);
     while (*p && !set.Has(p)) p += g_currentStep ? StepLength(*g_currentStep, p) : 1;
     return static_cast<std::size_t>(p - Bytes(s));
 }
 
-// Where the next search for a token begins; one for the whole process.
+// The position at which the next search for a token begins; one for the whole process.
 char* g_continuation = nullptr;
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Stepping through text by the characters of a code set: the functions of mbutil.h.
+// The functions of mbutil.h that step through text by the characters of a code set.
 #include <cstring>
 
 #include "genutil/mbutil/align.h"
@@ -9,13 +9,13 @@ using namespace genutil;
 
 namespace {
 
-// strlen that looks no further than limit.
+// Returns strlen(s), but reads no byte from limit on.
 std::size_t LengthUpTo(const char* s, std::size_t limit) {
     const void* end = limit ? std::memchr(s, 0, limit) : nullptr;
     return end ? static_cast<std::size_t>(static_cast<const char*>(end) - s) : limit;
 }
 
-// With the initialisation out of the way of the hot path.
+// Separate, to keep the initialisation out of the hot path.
 [[gnu::noinline]] int BytesInCharacterSlow(const unsigned char* p) {
     EnsureInitialised();
     return g_currentStep && p ? static_cast<int>(StepLength(*g_currentStep, p)) : 1;
@@ -31,8 +31,8 @@ unsigned AlignedIndex(const StepTable* table, const char* s, unsigned idx) {
 
 int mblenExt(const unsigned char* p, unsigned n, int codeSet) {
     const StepTable* table = StepTableOf(codeSet);
-    // 3 has the flag but no sequences: like the single-byte code sets it does not look at p, so
-    // that the length of a terminator is 1.
+    // Code set 3 has the flag but no sequences. As in single-byte code sets, p is not read, so the
+    // length of a terminator is 1.
     if (!table) return 1;
     return p && n ? CharacterLength(*table, p, n) : 0;
 }
@@ -77,8 +77,8 @@ int mbbytesinchar(const unsigned char* p) {
     return BytesInCharacterSlow(p);
 }
 
-// The flag of the current code set, not codeSet, decides whether idx is moved: programs depend on
-// it.
+// The flag of the current code set, not of codeSet, determines whether idx is moved, because
+// programs depend on it.
 unsigned mbidxtype(const char* s, unsigned idx, int codeSet) {
     return AlignedIndex(StepTableOf(codeSet), s, idx);
 }
@@ -96,7 +96,7 @@ unsigned mbnextidx(const char* s, unsigned idx) {
         start = AlignToCharacter(*table, Bytes(s), idx);
         length = StepLength(*table, Bytes(s) + start);
     }
-    if (!s[start]) return 0;  // nothing behind a terminator is looked at
+    if (!s[start]) return 0;  // nothing after a terminator is read
     return s[start + length] ? static_cast<unsigned>(start + length) : 0;
 }
 
@@ -115,12 +115,12 @@ unsigned mbcharcount(const char* s, unsigned n) {
 int mbcharcmp(const unsigned char* a, const unsigned char* b, unsigned n) {
     EnsureInitialised();
     if (!g_codeSetState.multiByte) {
-        // The first byte only, as a signed char: programs depend on it.
+        // Compares the first byte only, as a signed char, because programs depend on it.
         const auto x = static_cast<signed char>(a[0]), y = static_cast<signed char>(b[0]);
         return x < y ? -1 : x > y;
     }
     for (unsigned i = 0; i < n && a[i];) {
-        // The lead byte alone decides how many bytes are compared.
+        // The lead byte alone determines how many bytes are compared.
         for (unsigned k = PromisedLength(g_currentStep, a + i); k > 0; --k, ++i) {
             if (a[i] != b[i]) return a[i] - b[i];
             if (!a[i]) return 0;

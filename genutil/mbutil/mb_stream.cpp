@@ -1,4 +1,4 @@
-// Lines and blocks of streams in a code set of their own.
+// Lines and blocks of streams in another code set.
 #include <cstdio>
 #include <cstring>
 
@@ -13,8 +13,8 @@ using namespace genutil;
 
 namespace {
 
-// Moves a stream back so that the n bytes which it gave last are read again. A line end may be two
-// bytes in the file, so the way back is checked.
+// Moves a stream back so that the last n bytes are read again. A line end may be two bytes in the
+// file, so the result is verified.
 bool Unread(std::FILE* stream, const char* bytes, std::size_t n) {
     const std::int64_t here = platform::PlaceIn(stream);
     for (int extra = 0; extra <= 1; ++extra) {
@@ -28,8 +28,8 @@ bool Unread(std::FILE* stream, const char* bytes, std::size_t n) {
     return false;
 }
 
-// A line in JIS that was longer than its reader's buffer goes on in the shift in which it was cut.
-// The latest one of each thread is remembered.
+// A JIS line that was longer than its reader's buffer continues in the shift state in which it was
+// cut. The latest one of each thread is remembered.
 struct CutLine {
     std::FILE* stream;
     std::int64_t position;
@@ -73,7 +73,8 @@ char* mbfgets(char* buf, int n, FILE* stream, int fileCodeSet) {
     Transfer t{from, from + prefix + keep, out, out + n - 1, {}};
     RelatedConverter(fileCodeSet, g_codeSetState.codeSet)(t);
     std::size_t consumed = static_cast<std::size_t>(t.src - from);
-    if (t.dst == out && consumed <= prefix) {  // not even one character fits: its bytes as they are
+    if (t.dst == out && consumed <= prefix) {  // not even one character fits: its bytes are copied
+                                               // unchanged
         std::memcpy(buf, line, length);
         t.dst += length;
         consumed = prefix + length;
@@ -108,11 +109,12 @@ unsigned mbfreadstring(char* buf, unsigned n, FILE* stream) {
     if (count < n || n == 0 || !g_currentStep) return static_cast<unsigned>(count);
     Shift none;
     std::size_t cut = CutCharacter(buf, count, g_codeSetState.codeSet, &none);
-    // A last byte that is no character counts as the first of two.
+    // A last byte that is not a character counts as the first of two.
     if (!cut && CharacterLength(*g_currentStep, Bytes(buf) + count - 1, 1) < 0 &&
         AlignToCharacter(*g_currentStep, Bytes(buf), count - 1) == count - 1)
         cut = 1;
-    // A character that is longer than the block is delivered in parts, or no read would get on.
+    // A character that is longer than the block is delivered in parts; otherwise no read would make
+    // progress.
     if (!cut || cut == count || !Unread(stream, buf + count - cut, cut)) return n;
     buf[count - cut] = 0;
     return static_cast<unsigned>(count - cut);

@@ -7,7 +7,7 @@
 
 namespace genutil {
 
-// One bit for each of 16 bytes; looks at 17, or at 16 when only one byte is wanted.
+// Returns one bit for each of 16 bytes. Reads 17 bytes, or 16 if only one byte is searched for.
 std::uint32_t PairFinder::Matches(const unsigned char* bytes) const {
     const auto equal = [](const unsigned char* p, unsigned char wanted) {
         return simd::Equal8(simd::Load(p), simd::Splat8(wanted));
@@ -17,7 +17,8 @@ std::uint32_t PairFinder::Matches(const unsigned char* bytes) const {
     return simd::TopBits(match);
 }
 
-// Looks for the terminator a little further: a search that ends early must not pay for a long text.
+// Searches for the terminator in windows, so that a search that ends early does not pay for a long
+// text.
 bool PairFinder::Learn() {
     if (m_ended) return false;
     const void* end = std::memchr(m_known, 0, m_window);

@@ -9,12 +9,15 @@
 
 namespace genutil {
 
-// Why a half stopped: everything is done; the next character has no room, or (encoding) its escape
-// or what must close the text has none; the next character is invalid, or unknown to the target.
+// The reason why a half stopped.
+// - kDone: everything is converted.
+// - kFull: there is no room for the next character or, when encoding, for its escape sequence or
+//   for the bytes that must close the text.
+// - kBad: the next character is invalid or unknown to the target.
 enum class Stop : std::uint8_t { kDone, kFull, kBad };
 
-// Where text with escape sequences stands; zero at the start of every text. Which value means what
-// is iso2022.cpp's business.
+// The state of a text with escape sequences; all zero at the start of every text. The values are
+// private to iso2022.cpp.
 struct ShiftState {
     std::uint16_t set = 0;
     std::uint8_t designated = 0;
@@ -33,20 +36,21 @@ struct Sink {
     ShiftState state{};
 };
 
-// Writes the units of src to [out, outEnd) and advances both. Surrogate pairs are never split. At
-// kFull src stands at the first byte of the next character, behind any escapes before it.
+// Decodes src to units in [out, outEnd) and advances both. Surrogate pairs are never split. After
+// kFull, src is at the first byte of the next character, after any escape sequences that precede
+// it.
 Stop Decode(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd);
 
-// After kBad: how many bytes are one lost character. Those of a sequence that is well formed but
-// has no character; otherwise 1 (a unit in UTF-16).
+// Returns the number of bytes that form one lost character after kBad: the length of a well-formed
+// sequence without a character, and otherwise 1 (one unit in UTF-16).
 std::size_t BadLength(const CodePage& page, const Source& src);
 
-// Writes the units in [units, unitsEnd) to dst and advances both. Text with escape sequences always
-// leaves room to return to ASCII. A surrogate without its other half is bad.
+// Encodes the units in [units, unitsEnd) to dst and advances both. In text with escape sequences,
+// room to return to ASCII is always kept. An unpaired surrogate is kBad.
 Stop Encode(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
             Sink& dst);
 
-// The same for the code sets with escape sequences (iso2022.cpp).
+// Same as above for the code sets with escape sequences (iso2022.cpp).
 Stop DecodeIso2022(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd);
 std::size_t BadLengthIso2022(const CodePage& page, const Source& src);
 Stop EncodeIso2022(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,

@@ -12,7 +12,7 @@ namespace genutil {
 
 namespace {
 
-// Where ambiguous first bytes are in 64 bytes.
+// Returns the mask of ambiguous first bytes among 64 bytes.
 std::uint64_t MaskOfAmbiguous(const CodePage& page, const unsigned char* block) {
     std::uint64_t mask = 0;
     for (unsigned i = 0; i < kBlock; i += 16) {
@@ -67,7 +67,7 @@ bool IsExactText(std::string_view text) {
     if (!page) return false;
     const auto p = reinterpret_cast<const unsigned char*>(text.data());
     switch (page->form) {
-        case CodeForm::kSingleByte:  // invalid bytes come back too
+        case CodeForm::kSingleByte:  // invalid bytes are also recovered
             return page->ambiguousCount == 0;
         case CodeForm::kPairs:
             return g_currentStep && IsExactPairs(*page, p, text.size());

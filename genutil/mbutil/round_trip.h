@@ -1,5 +1,5 @@
-// Text that comes back from its 16-bit form byte by byte as it was. What is done to such text
-// character by character may be done to its bytes, without that form.
+// Exact text: text whose bytes are recovered unchanged from its 16-bit form. Operations on its
+// characters can be performed on its bytes, without that form.
 #pragma once
 
 #include <cstddef>
@@ -10,25 +10,25 @@
 
 namespace genutil {
 
-// Whether a text in the current code set is such: well formed, with no first byte under which a
-// character has a second code. Not every text that is such is known as it: GBK and user-defined
-// characters are left to the slower way. The text has no 0 in it.
+// Returns true if a text in the current code set is known to be exact: it is well formed and has no
+// first byte under which a character has a second code. Returns false for some exact texts: GBK and
+// user-defined characters are left to the slower method. The text contains no 0 byte.
 bool IsExactText(std::string_view text);
 
-// Tells which places in exact text begin a character. Places are asked for in ascending order, and
-// the look at all of them takes time in proportion to the text.
+// Character boundaries in exact text. Positions must be queried in ascending order. All queries
+// together take time in proportion to the text.
 class CharacterStarts {
   public:
     explicit CharacterStarts(const unsigned char* text) : m_boundary(text) {}
 
-    // Whether this must be asked about a place where a byte stands: else it begins a character
-    // wherever it does.
+    // Returns true if a byte may be within a character, so that its position must be queried. Any
+    // other byte always begins a character.
     static bool MayLieWithin(unsigned char byte) {
         return g_currentStep && g_currentStep->later[byte];
     }
 
     bool operator()(const unsigned char* place) {
-        // Mostly a character of one byte stands before.
+        // The preceding character is usually a single byte.
         if (place == m_boundary || g_currentStep->first[place[-1]] == 1) return true;
         const auto offset = static_cast<std::size_t>(place - m_boundary);
         const std::size_t start = AlignToCharacter(*g_currentStep, m_boundary, offset);
@@ -37,7 +37,8 @@ class CharacterStarts {
     }
 
   private:
-    const unsigned char* m_boundary;  // a start, not behind any place to come
+    const unsigned char* m_boundary;  // start of a character, not after any position still to be
+                                      // queried
 };
 
 }  // namespace genutil

@@ -11,12 +11,13 @@ namespace {
 
 constexpr std::size_t kBlock = 64;
 
-// Capitals of ASCII in lower case; all other bytes as they are.
+// Converts ASCII capitals to lower case.
 simd::Vector Lowered(simd::Vector bytes) {
     return simd::Add8(bytes, simd::InRange8(bytes, 'A', 'Z') & simd::Splat8('a' - 'A'));
 }
 
-// Bytes of a block that differ, and those that differ by more than the case of a letter.
+// Masks of the bytes of a block that differ, and of those that differ by more than the case of a
+// letter.
 struct Differences {
     std::uint64_t any, beyondCase;
 };
@@ -32,7 +33,8 @@ Differences Compare(const unsigned char* a, const unsigned char* b) {
     return d;
 }
 
-// Bytes before the terminator of either text, found in steps so that early differences stay cheap.
+// Returns the number of bytes before the first terminator of either text. The search is in windows,
+// so that early differences stay cheap.
 std::size_t CommonLength(const unsigned char* a, const unsigned char* b, std::size_t from,
                          std::size_t window) {
     const void* endA = std::memchr(a + from, 0, window);
@@ -43,7 +45,8 @@ std::size_t CommonLength(const unsigned char* a, const unsigned char* b, std::si
     return endB ? static_cast<std::size_t>(static_cast<const unsigned char*>(endB) - b) : length;
 }
 
-// Whether any of the differing bytes of the block at `at` is no character by itself, and which.
+// Returns true if any of the differing bytes of the block at `at` is not a character by itself, and
+// stores its position.
 bool CaseOfTrailDiffers(const StepTable& table, Alignment align, const unsigned char* a,
                         std::size_t at, std::uint64_t differing, std::size_t* where) {
     for (; differing; differing &= differing - 1) {
@@ -82,7 +85,7 @@ std::size_t SameBytes(const unsigned char* a, const unsigned char* b, std::size_
 std::size_t SamePrefixNoCase(const unsigned char* a, const unsigned char* b, std::size_t limit,
                              const StepTable* table, Alignment align) {
     const std::size_t same = SameBytes(a, b, limit, table, align);
-    // What differs may be the end of a character in one text and none in the other.
+    // The difference may be at the end of a character in only one of the texts.
     return table ? std::min(align(*table, a, same), align(*table, b, same)) : same;
 }
 

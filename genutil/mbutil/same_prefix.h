@@ -1,4 +1,4 @@
-// How far two texts are alike, many bytes at a time.
+// The length of the common prefix of two texts, many bytes at a time.
 #pragma once
 
 #include <cstddef>
@@ -7,12 +7,13 @@
 
 namespace genutil {
 
-// How a walk finds the start of the character that holds a byte.
+// A function that finds the start of the character that contains a byte.
 using Alignment = std::size_t (*)(const StepTable& table, const unsigned char* s, std::size_t idx);
 
-// The start of a character of both texts, at most at `limit`, before which they are the same but
-// for the case of ASCII letters that are characters of their own; no terminator lies before it.
-// table is null for single-byte text. May stop short of the first difference, never behind it.
+// Returns a position, at most `limit`, that begins a character in both texts. Before it, the texts
+// differ at most in the case of ASCII letters that are single characters, and there is no
+// terminator. The position may precede the first difference but is never after it. table is null
+// for single-byte text.
 std::size_t SamePrefixNoCase(const unsigned char* a, const unsigned char* b, std::size_t limit,
                              const StepTable* table, Alignment align);
 

@@ -1,4 +1,4 @@
-// A buffer for the length of one call.
+// A buffer for the duration of one call.
 #pragma once
 
 #include <cstdint>
@@ -9,15 +9,15 @@ namespace genutil {
 
 class Scratch {
   public:
-    // A multiple of a length is counted in 64 bits, or it would wrap around on 32-bit machines.
+    // The size has 64 bits, because a multiple of a length could wrap around on 32-bit machines.
     explicit Scratch(std::uint64_t size) : m_bytes(static_cast<char*>(Allocate(size))) {}
-    char* Bytes() const { return m_bytes.Get(); }  // null when memory ran out
+    char* Bytes() const { return m_bytes.Get(); }  // null if allocation failed
 
   private:
     Owned<char> m_bytes;
 };
 
-// Room for the conversion of so many bytes by convertStrExt, with its terminator.
+// Returns the buffer size that convertStrExt requires for so many bytes, including the terminator.
 inline std::uint64_t ConvertedSize(std::uint64_t length) {
     return 3 * length + 1;
 }

@@ -59,8 +59,8 @@ constexpr Range kHigh{0xA1, 0xFE};  // both bytes of the EUC encodings
 
 constexpr StepTable kEucJp =
     Builder().Pairs(kHigh).Trail(kHigh).Shift2(2, {0xA1, 0xDF}).Shift3().Table();
-// The user-defined rows 0xF0 to 0xFC are not characters here, and 0x7F is a trail byte: texts that
-// programs have stored were stepped so.
+// The user-defined rows 0xF0 to 0xFC are not characters here, and 0x7F is a trail byte, because
+// stored texts depend on these rules.
 constexpr StepTable kShiftJis = Builder()
                                     .Single({0xA1, 0xDF})
                                     .Pairs({0x81, 0x9F})
@@ -68,7 +68,7 @@ constexpr StepTable kShiftJis = Builder()
                                     .Trail({0x40, 0xFC})
                                     .Table();
 constexpr StepTable kEuc = Builder().Pairs(kHigh).Trail(kHigh).Table();
-// Lead bytes from 0xA1 only, not 0x81: programs depend on it.
+// Lead bytes from 0xA1 only, not 0x81, because programs depend on it.
 constexpr StepTable kBig5 = Builder().Pairs(kHigh).Trail({0x40, 0x7E}).Trail(kHigh).Table();
 constexpr StepTable kEucTw = Builder().Pairs(kHigh).Trail(kHigh).Shift2(4, {0xA2, 0xB0}).Table();
 constexpr StepTable kKorean = Builder()

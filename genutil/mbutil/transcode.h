@@ -1,11 +1,11 @@
-// A conversion under way, and the converters that advance it.
+// The state of a conversion, and the converters that advance it.
 #pragma once
 
 #include <cstddef>
 
 namespace genutil {
 
-// Counts characters that did not survive and notes the first of them.
+// Counts lost characters and records the positions of the first ones.
 class Losses {
   public:
     Losses() = default;
@@ -26,19 +26,21 @@ class Losses {
 
 struct Transfer {
     const unsigned char* src;     // next byte to read
-    const unsigned char* srcEnd;  // one behind the last
+    const unsigned char* srcEnd;  // one past the last
     unsigned char* dst;           // next byte to write
-    unsigned char* dstEnd;        // one behind the last that may be written; no terminator is added
-    Losses losses;                // of characters, at their first byte in the source
+    unsigned char* dstEnd;        // one past the last that may be written; no terminator is added
+    Losses losses;                // positions of lost characters are those of their first byte in
+                                  // the source
 };
 
-// Advances until src == srcEnd (true) or the next whole character has no room in dst (false, with
-// src before it). Never fails otherwise: what does not convert becomes one visible substitute and a
-// loss. An invalid byte is one lost character; a valid sequence without counterpart is one.
+// Advances the conversion. Returns true at src == srcEnd. Returns false if there is no room in dst
+// for the next whole character, which src then precedes. Does not fail otherwise: input that does
+// not convert becomes one visible substitute and one loss. An invalid byte is one lost character. A
+// valid sequence without a counterpart is one.
 using Converter = bool (*)(Transfer&);
 
-// The converter that convertStrExt applies to a pair; for a pair that it does not convert, one that
-// copies.
+// Returns the converter that convertStrExt applies to a pair of code sets, or a copying one for a
+// pair that it does not convert.
 Converter RelatedConverter(int fromCodeSet, int toCodeSet);
 
 // The Japanese trio by JIS arithmetic (genutil/jaconv).
@@ -49,16 +51,17 @@ bool EucJpToJis(Transfer&);
 bool ShiftJisToEucJp(Transfer&);
 bool ShiftJisToJis(Transfer&);
 
-// Traditional Chinese over CNS 11643 (genutil/mbutil/chinese.cpp).
+// Traditional Chinese by way of CNS 11643 (genutil/mbutil/chinese.cpp).
 bool Big5ToEucTw(Transfer&);
 bool EucTwToBig5(Transfer&);
 
-// Any code set to any other by way of Unicode, with fast paths for UTF-8 and UTF-16
-// (genutil/mbutil/unicode_convert.cpp). False in `known` when a code set has no tables.
+// Converts any code set to any other by way of Unicode, with fast paths for UTF-8 and UTF-16
+// (genutil/mbutil/unicode_convert.cpp).
+// @param known receives false if a code set has no tables.
 bool ConvertThroughUnicode(Transfer&, int fromCodeSet, int toCodeSet, bool* known);
 
-// Central European and Cyrillic text between its ISO 8859 and its Windows form, byte by byte; what
-// has no counterpart becomes '?' (genutil/mbutil/byte_convert.cpp).
+// Central European and Cyrillic text between its ISO 8859 and Windows forms, byte by byte.
+// Characters without a counterpart become '?' (genutil/mbutil/byte_convert.cpp).
 bool Latin2ToWindows1250(Transfer&);
 bool Windows1250ToLatin2(Transfer&);
 bool Cyrillic8859ToWindows1251(Transfer&);

@@ -1,4 +1,5 @@
-// Any code set to any other by way of Unicode: who goes which way, what is lost and where.
+// Conversion between any two code sets by way of Unicode: the choice of path, and the lost
+// characters.
 #include "genutil/mbutil/ascii_units.h"
 #include "genutil/mbutil/code_read.h"
 #include "genutil/mbutil/pivot.h"
@@ -18,7 +19,7 @@ bool HasTables(const CodePage& page) {
     return page.form == CodeForm::kSingleByte || page.form == CodeForm::kPairs;
 }
 
-// The visible mark that stands for a lost character.
+// Returns the visible substitute for a lost character.
 unsigned short SubstituteFor(int codeSet) {
     switch (codeSet) {
         case mbJis:
@@ -58,8 +59,7 @@ class Conversion {
     }
 
   private:
-    // Converts as far as it goes. At kBad, m_src stands at the lost character and m_behind after
-    // it.
+    // Converts as far as possible. At kBad, m_src is at the lost character and m_behind after it.
     Stop Advance() {
         if (m_to.form == CodeForm::kUtf16) return ToUtf16();
         if (m_from.form == CodeForm::kUtf16) return FromUtf16();
@@ -84,7 +84,7 @@ class Conversion {
     Stop FromUtf16() {
         const std::size_t odd = static_cast<std::size_t>(m_src.end - m_src.at) % 2;
         Stop stop = Encode(m_to, m_src.at, m_src.end - odd, m_dst);
-        if (stop == Stop::kDone && odd) stop = Stop::kBad;  // half a unit is left
+        if (stop == Stop::kDone && odd) stop = Stop::kBad;  // half a unit remains
         if (stop == Stop::kBad) SkipBad(LengthOfUtf16());
         return stop;
     }
@@ -106,9 +106,10 @@ class Conversion {
         return stop;
     }
 
-    // By a small pivot. Where the target stops inside a chunk, its source is found by decoding the
-    // units before once more; so that lost characters in a row do not each cost a whole chunk,
-    // chunks are short behind one and grow again.
+    // Converts by way of a small buffer of units. If the target stops within a chunk, the
+    // corresponding source position is found by decoding the preceding units again. Chunks are
+    // short after such a stop and then grow, so that consecutive lost characters do not each cost a
+    // whole chunk.
     Stop ByChunks() {
         for (;; m_chunk = m_chunk < kLongest ? m_chunk * 2 : kLongest) {
             unsigned char units[kLongest];
@@ -140,7 +141,7 @@ class Conversion {
         return Encode(m_to, units, unit + 2, m_dst) == Stop::kDone;
     }
 
-    static constexpr std::size_t kShortest = 16, kLongest = 512;  // bytes
+    static constexpr std::size_t kShortest = 16, kLongest = 512;  // in bytes
 
     Transfer& m_transfer;
     const CodePage& m_from;
@@ -157,7 +158,7 @@ bool Begins(const Transfer& t, const unsigned char* mark, std::ptrdiff_t length)
            std::memcmp(t.src, mark, static_cast<std::size_t>(length)) == 0;
 }
 
-// Drops a byte-order mark, which no other code set has, and heeds what it says.
+// Skips a byte-order mark, which no other code set has, and uses its byte order.
 const CodePage* SkipByteOrderMark(Transfer& t, const CodePage* from) {
     static const BigEndianPage bigEndian;
     static constexpr unsigned char kUtf8Mark[] = {0xEF, 0xBB, 0xBF}, kLittle[] = {0xFF, 0xFE},

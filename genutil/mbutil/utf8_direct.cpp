@@ -62,7 +62,7 @@ inline unsigned WriteThree(unsigned c, unsigned char* out) {
     return 3;
 }
 
-inline bool TakesThree(unsigned character) {  // and is one
+inline bool TakesThree(unsigned character) {  // and is a character
     static_assert(kNoCharacter == 0xFFFF);
     return character - 0x800u < kNoCharacter - 0x800u;
 }
@@ -97,8 +97,8 @@ void FastToUtf8(const CodePage& page, Source& src, Sink& dst) {
     dst.at = o;
 }
 
-// The cell of a three-byte sequence, of which most text that is not ASCII consists; 0 when it is
-// something else, not well formed or unknown. May read a fourth byte.
+// Returns the cell of a three-byte sequence, the most frequent kind in text that is not ASCII.
+// Returns 0 for any other sequence, also for an invalid or unknown one. May read a fourth byte.
 inline unsigned CellOfThree(const BackTables& back, const unsigned char* p) {
     std::uint32_t bytes;
     std::memcpy(&bytes, p, sizeof bytes);
@@ -112,7 +112,7 @@ void FastFromUtf8(const CodePage& page, Source& src, Sink& dst) {
     const BackTables back(page);
     const unsigned char* p = src.at;
     unsigned char* o = dst.at;
-    // Two bytes can become two, or what a prefix adds to them.
+    // Two bytes can become two bytes, or more if the code set has a prefix.
     const unsigned char* const safe =
         p + SafeCount(src.end - p, (dst.end - o) >> (page.longest > 2), kBlocks ? kBlockAhead : 3);
     while (p < safe) {

@@ -34,7 +34,7 @@ std::size_t CharactersIn(const unsigned short* text) {
     return static_cast<std::size_t>(end - text);
 }
 
-// Bytes of text that the code set does not know travel as units that no character has.
+// Bytes unknown to the code set are represented by units that are not a character.
 bool IsRawByte(const unsigned char* unit, const unsigned char* end) {
     const unsigned value = unit < end ? LoadUnit(unit) : 0;
     return value > kRawByte && value <= kRawByte + 0xFFu;
@@ -42,7 +42,7 @@ bool IsRawByte(const unsigned char* unit, const unsigned char* end) {
 
 enum class Unknown { kRefuse, kReplace };
 
-// Encodes units into dst; at a bad one puts the raw byte, or what `unknown` says.
+// Encodes units to dst. At a bad unit it writes the raw byte, or acts according to `unknown`.
 Stop EncodeText(const CodePage& page, const unsigned char*& units, const unsigned char* end,
                 Sink& dst, Unknown unknown) {
     static const unsigned short question = '?';
@@ -79,7 +79,7 @@ long Narrow(const CodePage* page, char* out, std::size_t limit, const unsigned s
 
 }  // namespace
 
-// A NUL-terminated text holds no UTF-16, so there that code set counts as one that is not listed.
+// A NUL-terminated text cannot contain UTF-16, so that code set counts as unlisted here.
 const CodePage* CurrentCodePage() {
     EnsureInitialised();
     const int codeSet = g_codeSetState.codeSet;
@@ -180,11 +180,12 @@ int ToWideCharacter(unsigned short* out, const char* text, std::size_t bytes) {
     const CodePage* page = CurrentCodePage();
     if (!page) return -1;
     if (bytes == 0 || *text == 0) return 0;
-    const std::size_t longest = bytes < 16 ? bytes : 16;  // escapes and a character
+    const std::size_t longest = bytes < 16 ? bytes : 16;  // escape sequences and a character
     Source src = SourceOf(text, longest);
     unsigned char unit[2];
     unsigned char* end = unit;
-    // With escapes behind it the character would seem longer, so the text is offered byte by byte.
+    // Escape sequences after the character would make it seem longer, so the text is offered byte
+    // by byte.
     const unsigned char* const textEnd = src.end;
     for (src.end = src.at + 1; src.end <= textEnd; ++src.end) {
         Source attempt = src;
@@ -201,13 +202,13 @@ int ToNarrowCharacter(char* out, unsigned short character) {
     if (!page) return -1;
     unsigned char bytes[16];
     Sink dst{bytes, bytes + sizeof bytes};
-    dst.state.begun = 1;  // what announces a text is not part of a character
+    dst.state.begun = 1;  // the announcement of a text is not part of a character
     const unsigned short text[1] = {character};
     const unsigned char* units = Bytes(text);
     if (EncodeText(*page, units, Bytes(text + 1), dst, Unknown::kRefuse) != Stop::kDone) return -1;
     CloseText(*page, dst);
     const std::size_t length = static_cast<std::size_t>(dst.at - bytes);
-    if (length > 4) return -1;  // a character between escapes
+    if (length > 4) return -1;  // a character between escape sequences
     std::memcpy(out, bytes, length);
     return static_cast<int>(length);
 }

@@ -1,8 +1,9 @@
-// Text of the current code set as 16-bit characters and back: what the C library's mbstowcs family
-// does, without its locale. Texts are NUL-terminated; -1 means that something does not convert.
+// Conversion between text of the current code set and 16-bit characters, as by the C library's
+// mbstowcs family but without its locale. Texts are NUL-terminated. A result of -1 means that a
+// character does not convert.
 //
-// A unit of 0xDC00 + b that does not follow a high surrogate stands for the raw byte b in every
-// code set, so that text which is invalid in the code set can be carried in 16-bit form unharmed.
+// A unit of 0xDC00 + b that does not follow a high surrogate represents the raw byte b in every
+// code set. Text that is invalid in the code set can therefore be kept in 16-bit form without loss.
 #pragma once
 
 #include <cstddef>
@@ -12,58 +13,64 @@ namespace genutil {
 
 struct CodePage;
 
-// The tables that all of this goes by; null as FindCodePage.
+// Returns the tables that all functions here use. Returns null in the cases of FindCodePage().
 const CodePage* CurrentCodePage();
 
 constexpr unsigned short kRawByte = 0xDC00;
 
-// Characters of text, terminator excluded; looks at no more than `bytes` bytes.
+// Returns the number of 16-bit characters of a text, excluding the terminator. Reads at most
+// `bytes` bytes.
 std::int64_t WideLength(const char* text, std::size_t bytes);
 
 // Stores at most `limit` characters, never half of a pair, and a terminator if there is room for
-// it. Returns the number stored without terminator.
+// it. Returns the number stored, excluding the terminator.
 long ToWide(unsigned short* out, std::size_t limit, const char* text, std::size_t bytes);
 
-// Converts each byte that is a character of its own, and every other byte b to kRawByte + b; stores
-// exactly `bytes` units. For text that ToWide refuses.
+// Converts each byte that is a character by itself, and every other byte b to kRawByte + b. Stores
+// exactly `bytes` units. For text that ToWide() rejects.
 void ToWideBytewise(unsigned short* out, const char* text, std::size_t bytes);
 
-// Bytes that text needs, terminator excluded; -1 when a character does not convert.
+// Returns the number of bytes that a text needs, excluding the terminator, or -1 if a character
+// does not convert.
 std::int64_t NarrowLength(const unsigned short* text);
 
 // Stores whole characters in at most `limit` bytes, and a terminator if there is room for it.
-// Returns the number of bytes stored without terminator; -1 when a character does not convert.
+// Returns the number of bytes stored, excluding the terminator, or -1 if a character does not
+// convert.
 long ToNarrow(char* out, std::size_t limit, const unsigned short* text);
 
-// Bytes of the longest character: four and two escapes of four.
+// The maximum number of bytes of a character: four, and two escape sequences of four.
 constexpr std::size_t kMostNarrowBytes = 12;
 
-// The same for `count` characters, of which none is 0, without a terminator behind them.
+// Same as above for `count` characters, none of which is 0. No terminator is stored.
 std::int64_t NarrowLength(const unsigned short* text, std::size_t count);
 long ToNarrow(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
 
-// As ToNarrow, with '?' for each character that does not convert; never fails.
+// Same as ToNarrow(), with '?' for each character that does not convert. Never fails.
 long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
 
-// UTF-8 whatever the code set. FromUtf8 stores the characters of `bytes` bytes, of which none is 0,
-// in at most as many units, and returns their number; -1 when the text is invalid. ToUtf8 is
-// ToNarrow into UTF-8; three bytes for each unit are enough.
+// Convert UTF-8, independent of the code set. FromUtf8() stores the characters of `bytes` bytes,
+// none of which is 0, in at most as many units. Returns their number, or -1 if the text is invalid.
+// ToUtf8() is ToNarrow() to UTF-8. Three bytes for each unit are sufficient.
 long FromUtf8(unsigned short* out, const char* text, std::size_t bytes);
 long ToUtf8(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
 
-// The most bytes that a character needs; 0 in a code set with escape sequences, which come on top.
+// Returns the maximum number of bytes of a character, or 0 in a code set with escape sequences,
+// which are additional.
 std::size_t LongestNarrow();
 
-// One character. ToWideCharacter returns the number of bytes it took (0 at a terminator) or -1;
-// ToNarrowCharacter the number of bytes stored (1 to 4; no terminator is added) or -1.
+// Convert one character. ToWideCharacter() returns the number of bytes read (0 at a terminator) or
+// -1. ToNarrowCharacter() returns the number of bytes stored (1 to 4, without a terminator) or -1.
 int ToWideCharacter(unsigned short* out, const char* text, std::size_t bytes);
 int ToNarrowCharacter(char* out, unsigned short character);
 
-// Simple case mapping of one 16-bit character, by Unicode, where it maps there and back.
+// Simple Unicode case mapping of one 16-bit character, applied if the reverse mapping returns to
+// it.
 unsigned short ToUpperWide(unsigned short character);
 unsigned short ToLowerWide(unsigned short character);
 
-// Compares by the collation of the user's locale: negative, 0, positive.
+// Compares by the collation of the user's locale. Returns a negative number, 0 or a positive
+// number.
 int CollateWide(const unsigned short* a, const unsigned short* b);
 
 }  // namespace genutil

@@ -1,4 +1,4 @@
-// CGNCurrency: an amount of money with the code of its currency, split when it is asked for.
+// CGNCurrency: an amount of money with the code of its currency, split on demand.
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
@@ -18,7 +18,8 @@ namespace {
 
 constexpr std::size_t kCodeLength = 3;
 
-// Whether a whole character of one byte that is a letter stands at a place of the text.
+// Returns true if there is a whole single-byte character that is a letter at a position of the
+// text.
 bool IsLetterAt(std::string_view text, std::size_t at) {
     const auto byte = static_cast<unsigned char>(text[at]);
     EnsureInitialised();
@@ -42,7 +43,7 @@ struct Portions {
     std::string_view amount, code;
 };
 
-// False for a text of blanks; the empty text has empty portions.
+// Returns false for a text of blanks. An empty text has empty portions.
 bool Split(std::string_view text, Portions& portions) {
     if (text.empty()) return true;
     text = WithoutBlanks(text);
@@ -55,7 +56,7 @@ bool Split(std::string_view text, Portions& portions) {
         portions.code = text.substr(text.size() - kCodeLength);
         text.remove_suffix(kCodeLength);
     } else if (letters == text.size()) {
-        return true;  // a letter or two: neither an amount nor a code
+        return true;  // one or two letters: neither an amount nor a code
     }
     portions.amount = WithoutBlanks(text);
     return true;
@@ -73,10 +74,11 @@ void Capitalise(CGNString& code) {
     PutText(code, {capitals, text.size()});
 }
 
-// "amount code", or the amount alone; nothing rather than a part when memory runs out.
+// Stores "amount code", or the amount alone. The result is empty rather than partial if allocation
+// fails.
 void PutJoined(CGNString& to, const CGNString& amount, const CGNString& code) {
     if (!PutText(to, TextOf(amount)) || code.IsEmpty()) return;
-    constexpr unsigned kSpare = 16;  // so that the next amount of about that length fits
+    constexpr unsigned kSpare = 16;  // so that the next amount of similar length fits
     const unsigned length = to.GetLength() + 1 + code.GetLength();
     if (StringStorage::Capacity(to) <= length) to.AllocateBuffer(length + kSpare);
     to += ' ';
@@ -155,8 +157,9 @@ CGNString& CGNCurrency::GetDecimalPortion() {
     return m_raw;
 }
 
-// The argument may be the display currency, which is cleared after it is taken. Without memory for
-// the other portion the value stays, which would lose it.
+// The argument may be the display currency, which is cleared only after it has been read. If
+// allocation of the other portion fails, the value is unchanged, because that portion would be
+// lost.
 void CGNCurrency::UpdateDecimalPortion(const CGNString& amount) {
     if (!SplitOnDemand()) return;
     PutText(m_raw, TextOf(amount));
@@ -177,7 +180,7 @@ void CGNCurrency::Join() {
 
 // -- Display -------------------------------------------------------------------------------------
 
-// Programs rely on these results: an amount that does not convert is no failure.
+// Programs rely on these results: an amount that does not convert is not a failure.
 unsigned char CGNCurrency::FormatCurrencyToCLocale() {
     SplitOnDemand();
     return Display(!m_raw.IsEmpty() && ConvertToCLocale(1));

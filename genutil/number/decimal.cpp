@@ -1,4 +1,4 @@
-// CGNDecimal: a number as text, between its C spelling and that of the global locale.
+// CGNDecimal: a number as text, in its C spelling and in that of the global locale.
 #include <cstddef>
 #include <cstring>
 
@@ -12,7 +12,7 @@ using namespace genutil;
 
 namespace {
 
-// Programs never hand in longer numbers, and are used to what is behind being cut off.
+// Programs never pass longer numbers, and rely on the truncation of the rest.
 constexpr std::size_t kWorkArea = 63;
 
 char FirstByte(const CGNString& symbol) {
@@ -21,7 +21,7 @@ char FirstByte(const CGNString& symbol) {
 
 DecimalSymbols SymbolsOf(const CGNString& decimal, const CGNString& separator) {
     DecimalSymbols symbols{FirstByte(decimal), FirstByte(separator)};
-    // Only such a byte can be one of a longer character in a run of digits and symbols.
+    // Only a byte above ASCII can be part of a longer character in a run of digits and symbols.
     if ((symbols.decimal | symbols.separator) & 0x80) {
         EnsureInitialised();
         symbols.steps = g_currentStep;
@@ -29,7 +29,7 @@ DecimalSymbols SymbolsOf(const CGNString& decimal, const CGNString& separator) {
     return symbols;
 }
 
-// The symbols of the global locale; false when there is no memory for one.
+// Stores the symbols of the global locale. Returns false if allocation of one fails.
 bool RegionalSymbols(DecimalSymbols& symbols) {
     const CLCLocale* locale = CLCGlobalLocale::Instance();
     if (!locale) return false;
@@ -45,7 +45,7 @@ DecimalStatus ParseRegional(const char* text, std::size_t* end) {
     return ParseDecimal(text, symbols, number, end);
 }
 
-// Reads in the regional spelling, or in the C spelling what that allows.
+// Reads a number in the regional spelling, or in the C spelling if possible.
 bool Read(std::string_view text, const DecimalSymbols& regional, bool force,
           DecimalNumber& number) {
     const DecimalStatus status =
@@ -53,7 +53,7 @@ bool Read(std::string_view text, const DecimalSymbols& regional, bool force,
     return status == DecimalStatus::kValid;
 }
 
-// Most conversions find the settings as they are.
+// Most conversions find the settings unchanged.
 bool Refresh(CGNString& cached, const CGNString& setting) {
     const unsigned length = setting.GetLength();
     if (cached.GetLength() == length) {
@@ -112,7 +112,7 @@ CGNDecimal::CGNDecimal(const CGNDecimal& other) : CGNDecimal() {
 }
 CGNDecimal::~CGNDecimal() = default;
 
-// Emptied first: what there is no memory for must not stay from the number before.
+// Emptied first, because a part whose allocation fails must not be kept from the previous number.
 CGNDecimal& CGNDecimal::operator=(const CGNDecimal& other) {
     if (this == &other) return *this;
     InitValue();
@@ -210,8 +210,8 @@ unsigned char CGNDecimal::ConvertToRegionalLocale(unsigned char separators) {
     return PutText(m_display, WriteDecimal(buffer, number, regional, grouping));
 }
 
-// What is displayed may be no number any more, since the global locale may be another one than when
-// it was made: it counts as far as it can be read.
+// The displayed text may no longer be a number, if the global locale has changed since. Its
+// readable beginning is then used.
 void CGNDecimal::ApplyExponent(int exponent) {
     if (exponent == 0 || !GetLocaleSettings()) return;
     const DecimalSymbols regional = SymbolsOf(m_decimalSymbol, m_groupSeparator);

@@ -20,12 +20,12 @@ std::string_view WithoutTrailingBlanks(std::string_view text) {
     return text;
 }
 
-// In front; no digit or symbol is looked for there, even where a blank is one.
+// Counts leading blanks. They are never digits or symbols, even if a blank is a symbol.
 std::size_t CountBlanks(std::string_view text) {
     return std::min(text.find_first_not_of(' '), text.size());
 }
 
-// The first decimal symbol of a run that is not inside a longer character.
+// Finds the first decimal symbol of a run that is not within a longer character.
 std::size_t FindDecimal(std::string_view run, char decimal, const StepTable* steps) {
     if (!steps) return run.find(decimal);
     for (std::size_t i = 0; i < run.size();) {
@@ -37,8 +37,8 @@ std::size_t FindDecimal(std::string_view run, char decimal, const StepTable* ste
     return run.npos;
 }
 
-// Takes the sign from what stands around the run. Brackets make a number negative and are then
-// refused as any other sign but "-", which programs rely on.
+// Determines the sign from the text around the run. Parentheses make a number negative and are then
+// rejected like any other sign but "-", on which programs rely.
 bool TakeSign(std::string_view prefix, std::string_view suffix, DecimalNumber& number) {
     if (!prefix.empty() && !suffix.empty()) {
         number.negative = prefix == "(" && suffix == ")";
@@ -49,7 +49,7 @@ bool TakeSign(std::string_view prefix, std::string_view suffix, DecimalNumber& n
     return number.negative;
 }
 
-// Drops the separators, wherever they stand.
+// Drops the separators at any position.
 DecimalStatus TakeInteger(std::string_view digits, char separator, DecimalNumber& number) {
     std::size_t n = 0;
     for (const char c : digits) {
@@ -76,7 +76,7 @@ constexpr std::size_t kNone = std::string_view::npos;
 struct Run {
     std::size_t begin = kNone, end = 0;
     std::size_t point = kNone;                        // the decimal symbol
-    bool plainInteger = false, plainFraction = true;  // of digits alone
+    bool plainInteger = false, plainFraction = true;  // consisting of digits only
 };
 
 Run FindRun(std::string_view text, const DecimalSymbols& symbols) {
@@ -97,7 +97,7 @@ Run FindRun(std::string_view text, const DecimalSymbols& symbols) {
     return run;
 }
 
-// The same by masks, for symbols that are part of no longer character.
+// Same as above with masks, for symbols that are not part of a longer character.
 Run FindRun(const DigitMasks& masks, std::size_t blanks) {
     Run run;
     const std::uint64_t begins = masks.digits | masks.decimals, others = ~masks.digits;
@@ -122,14 +122,14 @@ bool CanMask(std::string_view text, const DecimalSymbols& symbols) {
     return text.size() <= kMaskedText && !symbols.steps;
 }
 
-// Where digits and "." are to stand in the C spelling: behind blanks and a "-".
+// Returns the position of digits and "." in the C spelling: after blanks and a "-".
 std::size_t BeginOfCDigits(std::string_view text) {
     const std::size_t at = CountBlanks(text);
     return at + (at < text.size() && text[at] == '-');
 }
 
-// Whether nothing but digits and "." stand behind a "-" that may be there; blanks around do not
-// count. True for the empty text.
+// Returns true if only digits and "." follow an optional "-". Surrounding blanks are ignored. True
+// for an empty text.
 bool IsCDecimal(std::string_view text) {
     text = WithoutTrailingBlanks(text);
     text.remove_prefix(BeginOfCDigits(text));
@@ -137,7 +137,7 @@ bool IsCDecimal(std::string_view text) {
                        [](char c) { return IsAsciiDigit(c) || c == kCSymbols.decimal; });
 }
 
-// Of the text without blanks behind it, and of its run.
+// Parses a text without trailing blanks, given its run.
 DecimalStatus Parse(std::string_view text, const Run& run, char separator, DecimalNumber& number,
                     std::size_t* end) {
     number.integer = {};
@@ -146,7 +146,7 @@ DecimalStatus Parse(std::string_view text, const Run& run, char separator, Decim
     if (end) *end = 0;
     if (run.begin == kNone) return DecimalStatus::kInvalid;
     if (end) *end = run.end;
-    // Blanks in front are part of the prefix, so that " 5" is no number while "5 " is one.
+    // Leading blanks are part of the prefix, so that " 5" is not a number while "5 " is one.
     if (!TakeSign(text.substr(0, run.begin), text.substr(run.end), number))
         return DecimalStatus::kInvalid;
 
@@ -221,7 +221,7 @@ struct Appender {
 
 bool ShiftDecimal(const DecimalNumber& number, int exponent, DecimalNumber& shifted) {
     const std::string_view integer = number.integer, fraction = number.fraction;
-    // Of the least exponent too the size fits.
+    // Negated as unsigned, so that the smallest exponent does not overflow.
     const std::size_t places =
         exponent < 0 ? 0u - static_cast<unsigned>(exponent) : static_cast<unsigned>(exponent);
     const std::size_t used = (exponent < 0 ? fraction : integer).size();
@@ -244,7 +244,7 @@ bool ShiftDecimal(const DecimalNumber& number, int exponent, DecimalNumber& shif
     append.Digits(fraction.substr(0, moved));
     append.Zeroes(places - moved);
     shifted.integer = {shifted.storage, integer.size() + places};
-    // Programs expect no more digits behind the symbol than it moved.
+    // Programs expect at most as many digits after the symbol as it was moved.
     shifted.fraction = {append.to, std::min(fraction.size() - moved, places)};
     append.Digits(fraction.substr(moved, places));
     return true;
@@ -259,7 +259,7 @@ class Groups {
   public:
     explicit Groups(std::string_view grouping) : m_rest(grouping) {}
 
-    // 0: no group more, all further digits stand together.
+    // Returns 0 if there are no more groups, so that all further digits are together.
     std::size_t Next() {
         while (!m_rest.empty() && m_rest.front() != '0') {
             const char c = m_rest.front();
@@ -275,11 +275,11 @@ class Groups {
     }
 
   private:
-    std::string_view m_rest;  // stays at a 0
+    std::string_view m_rest;  // is not advanced past a 0
     std::size_t m_last = 0;
 };
 
-// Both write in front of `to` and return where it begins.
+// Both write before `to` and return the start of the text.
 char* PutBack(char* to, std::string_view digits) {
     if (!digits.empty()) std::memcpy(to - digits.size(), digits.data(), digits.size());
     return to - digits.size();

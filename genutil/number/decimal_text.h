@@ -1,7 +1,7 @@
-// Decimal numbers as text: read, shifted and written digit by digit, so that none is ever lost. The
-// symbols of a locale are handed in.
+// Decimal numbers as text. They are read, shifted and written digit by digit, so that no digit is
+// lost. The symbols of a locale are parameters.
 //
-//   number = "-"? run blank*  |  run "-" blank*  |  nothing     (nothing stands in front)
+//   number = "-"? run blank*  |  run "-" blank*  |  nothing     (nothing precedes it)
 //   run    = digit (digit | separator)* [decimal digit*]  |  decimal digit+
 #pragma once
 
@@ -12,18 +12,18 @@
 
 namespace genutil {
 
-// Either part of a number has at most so many digits.
+// The maximum number of digits in either part of a number.
 constexpr std::size_t kMaxDigits = 255;
 
-// Each symbol is one byte, 0 for none; of a longer one the first byte.
+// The symbols of numbers, each one byte, or 0 for none. Of a longer symbol, only the first byte.
 struct DecimalSymbols {
     char decimal;
-    char separator;                    // of groups
-    const StepTable* steps = nullptr;  // where a symbol may be part of a longer character
+    char separator;                    // of digit groups
+    const StepTable* steps = nullptr;  // null unless a symbol may be part of a longer character
 };
 constexpr DecimalSymbols kCSymbols = {'.', ','};
 
-// The parts lie in the text that was read, or in the storage here.
+// A parsed number. Its parts refer to the text that was read, or to the storage here.
 struct DecimalNumber {
     std::string_view integer;
     std::string_view fraction;
@@ -37,31 +37,34 @@ struct DecimalNumber {
 };
 
 enum class DecimalStatus {
-    kValid,    // the empty text too, which has no digits
-    kInvalid,  // the number has what was read so far
+    kValid,    // also for an empty text, which has no digits
+    kInvalid,  // the number contains the part read so far
     kTooLong   // more digits than there is room for
 };
 
-// Reads a number from a text without 0 bytes. *end, unless null, becomes where the run of digits
-// and symbols ends, 0 when there is none; invalid text has an end too.
+// Parses a number in a text without 0 bytes.
+// @param end receives the position after the run of digits and symbols, or 0 if there is none, also
+//     for invalid text; may be null.
 DecimalStatus ParseDecimal(std::string_view text, const DecimalSymbols& symbols,
                            DecimalNumber& number, std::size_t* end = nullptr);
 
-// The same for a text that may be in the C spelling, which it is in then, or in that of a locale.
+// Same as above for a text in the C spelling or in that of a locale. The C spelling takes
+// precedence.
 DecimalStatus ParseCOrRegional(std::string_view text, const DecimalSymbols& regional,
                                DecimalNumber& number);
 
-// Multiplies by ten to the power `exponent`. When it is positive, a fraction that goes on behind
-// the new decimal symbol keeps at most `exponent` digits. False when the digits have no room;
-// `shifted` is another object than `number`.
+// Multiplies by ten to the power `exponent`. If the exponent is positive, a fraction that extends
+// past the new decimal symbol keeps at most `exponent` digits. Returns false if there is no room
+// for the digits. `shifted` must not be `number`.
 bool ShiftDecimal(const DecimalNumber& number, int exponent, DecimalNumber& shifted);
 
-// A text of this size holds any number with a separator behind every digit.
+// Size of a text that holds any number with a separator after every digit.
 constexpr std::size_t kMaxDecimalText = 3 * kMaxDigits + 2;
 
-// Writes a number to the end of the buffer and returns it. `grouping` has one-digit sizes of the
-// groups from the decimal symbol on, with ";" between them, or nothing: "3;2;0"; behind a 0 the
-// last one repeats, and without a 0 there are no groups but these.
+// Writes a number at the end of the buffer. Returns its text.
+// @param grouping one-digit sizes of the groups from the decimal symbol on, separated by ";":
+//     "3;2;0". A final 0 repeats the preceding size. Without it there are no other groups. May be
+//     empty.
 std::string_view WriteDecimal(char (&buffer)[kMaxDecimalText], const DecimalNumber& number,
                               const DecimalSymbols& symbols, std::string_view grouping = {});
 

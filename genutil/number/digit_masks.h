@@ -10,18 +10,19 @@
 
 namespace genutil {
 
-// Bit i of a mask speaks of byte i; all bits behind the text are 0.
+// Masks in which bit i is for byte i. All bits after the text are 0.
 struct DigitMasks {
     std::uint64_t digits, decimals, separators;
-    std::uint64_t points;  // "." whatever the symbols are
+    std::uint64_t points;  // "." for any symbols
 };
-constexpr std::size_t kMaskedText = 63;  // bytes at most, so that a mask of all has room for one
+constexpr std::size_t kMaskedText = 63;  // maximum number of bytes; a mask of all of them has a
+                                         // spare bit
 
 inline std::uint64_t BitsBelow(std::size_t n) {  // n is at most 63
     return (std::uint64_t{1} << n) - 1;
 }
 
-// n bytes, 1 to 15, and zeroes behind them, without a look at any other.
+// Loads n bytes, 1 to 15, followed by zeroes. Reads no other byte.
 inline simd::Vector LoadBeginning(const char* p, std::size_t n) {
     std::uint64_t low = 0, high = 0;
     if (n >= 8) {

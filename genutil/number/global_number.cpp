@@ -22,7 +22,7 @@ static Held* Hold() {
     return held;
 }
 
-// Programs embed holders: each is its pointer and no more.
+// Programs embed holders, so each must consist of its pointer only.
 static_assert(sizeof(CGNLocale) == sizeof(void*));
 static_assert(sizeof(CGNNumber) == sizeof(void*));
 static_assert(sizeof(CGNMoney) == sizeof(void*));

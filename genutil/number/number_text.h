@@ -1,4 +1,4 @@
-// What the files of the number classes share.
+// Functions shared by the sources of the number classes.
 #pragma once
 
 #include <cstring>
@@ -9,15 +9,15 @@
 
 namespace genutil {
 
-// Replaces a text, and leaves room to grow. False, with the text empty, when memory runs out: the
-// one from before must not pass for a result.
+// Replaces a text and leaves room for it to grow. Returns false and empties the text if allocation
+// fails, because the previous text must not be taken for a result.
 inline bool PutText(CGNString& to, std::string_view text) {
     if (StringStorage::Put(to, text.data(), text.size())) return true;
     to.Clear();
     return false;
 }
 
-// A string up to its first 0 byte, `limit` bytes of it at most.
+// Returns a string up to its first 0 byte, at most `limit` bytes.
 inline std::string_view TextOf(const CGNString& s, std::size_t limit = ~std::size_t{0}) {
     const std::size_t length = limit < s.GetLength() ? limit : s.GetLength();
     const char* text = s;

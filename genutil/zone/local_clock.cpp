@@ -19,7 +19,7 @@ struct ZoneAccess {
         OSTimeZone* zone = OSTimeZone::m_instance;
         return zone ? zone : OSTimeZone::GetInstance();
     }
-    // No copy, which without memory would be empty: the zone of the machine.
+    // Not a copy, which would be empty (the zone of the machine) if allocation fails.
     static const char* SystemZone(const OSTimeZone& zone) { return zone.m_systemZone; }
 };
 
@@ -31,8 +31,8 @@ const Zone& ZoneOfVariable() {
                                                                            : kMachineZone);
 }
 
-// Where the zone of the last conversion is kept: with the thread, so that none waits for another.
-// Null without memory for what is kept of a thread.
+// Returns the record of the zone of the last conversion. It belongs to the thread, so that no
+// thread waits for another. Returns null if allocation of the thread's data fails.
 ZoneInUse* LastZone() {
     static ZoneInUse ofProcess;
     if (!IsThreaded()) return &ofProcess;
@@ -40,8 +40,8 @@ ZoneInUse* LastZone() {
     return self ? &self->lastZone : nullptr;
 }
 
-// The zone of a text, after the variable was made that text. It is kept if nobody else changed the
-// variable meanwhile and it does not stand in for one that there was no memory for.
+// Sets the variable to a text and returns the zone of that text. The zone is recorded if nobody
+// else changed the variable meanwhile and if it does not replace one whose allocation failed.
 [[gnu::noinline]] const Zone& ZoneFor(OSTimeZone* process, const char* own, ZoneInUse* last) {
     if (own && process) process->SetTZ(own);
     const std::uint32_t state = platform::ZoneVariableState();
@@ -52,8 +52,9 @@ ZoneInUse* LastZone() {
     return zone;
 }
 
-// The zone to convert in, made that of the process first as programs expect. A thread with a zone
-// of its own converts in it even when another class sets the variable at the same moment.
+// Returns the zone for conversions, after setting the zone of the process to it as programs expect.
+// A thread with its own zone uses that one even if another class sets the variable at the same
+// time.
 const Zone& ZoneInForce() {
     OSTimeZone* process = ZoneAccess::Instance();
     const char* own = IsThreaded() ? ThreadZone() : nullptr;
@@ -77,7 +78,7 @@ unsigned char CreateClockMutex(_osmutex** mutex) {
 void LocalTime(_osmutex* mutex, long seconds, std::tm* local) {
     const MutexHolder lock(mutex);
     const std::int32_t moment = MomentOf(seconds);
-    // Programs have stored negative numbers for "no end".
+    // Programs have stored negative numbers to represent "no end".
     ZoneInForce().ToLocal(moment < 0 ? kLastSecond : moment, local);
 }
 

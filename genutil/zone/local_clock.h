@@ -1,4 +1,4 @@
-// The clock and the conversions of the date classes, each under a mutex of its class.
+// The clock and the conversions of the date classes, each under the mutex of its class.
 #pragma once
 
 #include <cstdint>

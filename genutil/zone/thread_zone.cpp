@@ -1,4 +1,4 @@
-// The zone of the process and of each thread.
+// The time zone of the process and of each thread.
 #include "genutil/zone/thread_zone.h"
 
 #include <cstdio>
@@ -56,7 +56,7 @@ CGNString OSTimeZone::GetSystemTZ() const {
 void OSTimeZone::SetTZ(const char* zone) {
     if (!IsThreaded()) return;
     if (!zone) zone = "";
-    // The date classes call with mutexes of their own.
+    // The date classes call this function under mutexes of their own.
     static std::mutex oneAtATime;
     const std::lock_guard<std::mutex> lock(oneAtATime);
     char current[platform::kZoneVariableSize];
@@ -64,9 +64,9 @@ void OSTimeZone::SetTZ(const char* zone) {
     if (std::strcmp(zone, current) == 0) return;
     if (std::strlen(zone) + sizeof "TZ=" > sizeof m_environment) return;
     std::snprintf(m_environment, sizeof m_environment, "TZ=%s", zone);
-    // Runtimes are known that do not take the first zone they are given.
+    // Some runtimes do not accept the first zone that is set.
     if (!*current) platform::SetZoneVariable("dummy");
-    // An empty zone is that of the machine: the variable goes.
+    // An empty zone is that of the machine, so the variable is removed.
     platform::SetZoneVariable(*zone ? zone : nullptr);
 }
 
@@ -82,7 +82,7 @@ struct tm* GetLocalTimeFromUCT(const long* utc) {
     const bool byVariable =
         platform::kZoneVariableIsTheSystems && platform::GetZoneVariable(variable, sizeof variable);
     const Zone& zone = Zone::Find(byVariable ? variable : kMachineZone);
-    // The machine's zone is asked for anew: it may have been changed since.
+    // The machine's zone is read again because it may have changed.
     char text[64];
     ZoneRule rule;
     const bool fresh = !byVariable && platform::ReadZoneRule(nullptr, text, sizeof text) &&

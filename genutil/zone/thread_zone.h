@@ -1,9 +1,9 @@
-// The zone of the calling thread.
+// The time zone of the calling thread.
 #pragma once
 
 namespace genutil {
 
-// The zone text that the calling thread keeps in its variable "timezone"; null without one.
+// Returns the zone text in the calling thread's variable "timezone", or null if there is none.
 const char* ThreadZone();
 
 }  // namespace genutil

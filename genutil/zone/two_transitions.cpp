@@ -10,7 +10,7 @@ namespace genutil {
 
 namespace {
 
-// 1, 0 or -1 as the first of pairs that differ says.
+// Returns 1, 0 or -1 according to the first of several pairs that differs.
 struct Pair {
     int mine, other;
 };
@@ -21,8 +21,8 @@ int Order(const Pair (&pairs)[N]) {
     return 0;
 }
 
-// The length of a month by its number from 0, compared with numbers from 1: February counts as 31
-// days and so on. Results have been so since the first release.
+// Returns the length of a month. The number from 0 is compared with numbers from 1, so February
+// counts as 31 days and so on. Results have been like this since the first release.
 int LengthOfMonth(int monthFromZero) {
     static constexpr int kLong[] = {1, 3, 5, 7, 8, 10, 12};
     if (std::count(std::begin(kLong), std::end(kLong), monthFromZero)) return 31;

@@ -1,4 +1,4 @@
-// Local time by a pair of changes in the year, as operating systems keep their zone. Pure.
+// Local time defined by two changes in the year, as operating systems store their zone. Pure.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,8 @@
 
 namespace genutil {
 
-// A change of clocks: with a year a date in it, without one a weekday (0 is Sunday) of the first to
-// the fourth week of a month, or, in week 5, the last.
+// A change of clocks. With a year it is a date in that year. Without one (0) it is a weekday (0 is
+// Sunday) of the first to fourth week of a month, or of the last week if the week is 5.
 struct ChangeDate {
     std::int32_t year;
     std::int32_t month;  // 1 to 12; 0 for no change
@@ -19,18 +19,18 @@ struct ChangeDate {
 };
 
 struct TwoTransitions {
-    std::int32_t bias;          // minutes west of Greenwich
-    std::int32_t daylightBias;  // minutes more in daylight time; mostly -60
+    std::int32_t bias;          // in minutes west of Greenwich
+    std::int32_t daylightBias;  // additional minutes in daylight time; usually -60
     ChangeDate standard, daylight;
 };
 
-// A rule in that form; what it cannot express becomes the dates of a year.
+// Converts a rule to that form. A change that it cannot express becomes the date in the given year.
 TwoTransitions TwoTransitionsOf(const ZoneRule& rule, int year);
 
-// Whether a local time lies behind a change in its year.
+// Returns true if a local time is after a change in its year.
 bool IsBehind(const std::tm& local, const ChangeDate& change);
 
-// Whether a local standard time is in daylight time.
+// Returns true if a local standard time is in daylight time.
 bool IsDaylight(const std::tm& local, const TwoTransitions& zone);
 
 }  // namespace genutil

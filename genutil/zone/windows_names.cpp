@@ -8,7 +8,7 @@ namespace {
 
 struct WindowsZoneRow {
     const char* windows;
-    const char* names;  // of the tz database, with blanks between; the usual one is the first
+    const char* names;  // of the tz database, separated by blanks; the usual one is first
 };
 constexpr WindowsZoneRow kWindowsZones[] = {
 #include "genutil/zone/windows_zones.inc"

@@ -18,7 +18,7 @@ namespace {
 
 std::atomic<const Zone*> g_zones{nullptr};
 
-// What loading works in; too large for a thread's stack.
+// The memory for loading a zone; too large for a thread's stack.
 struct Workplace {
     ZonePeriods periods;
     ZoneRule rule;
@@ -38,7 +38,7 @@ bool ReadSystemZone(Workplace* work, const char* name) {
     return platform::ReadZoneRule(name, rule, sizeof rule) && ReadRule(work, rule);
 }
 
-// By its name in either family, or as a rule.
+// Reads a zone by its name in either family, or as a rule.
 bool ReadVariable(Workplace* work, const char* variable) {
     if (std::strcmp(variable, kMachineZone) == 0) return ReadSystemZone(work, nullptr);
     if (*variable == ':') ++variable;
@@ -51,8 +51,8 @@ bool ReadVariable(Workplace* work, const char* variable) {
     return ReadRule(work, variable);
 }
 
-// The fields of a local time in seconds since 1970, which is below 0 in the first hours west of
-// Greenwich.
+// Converts a local time to fields. It is in seconds since 1970, and below 0 in the first hours west
+// of Greenwich.
 inline void BreakDown(std::int64_t local, std::tm* out) {
     constexpr std::int64_t kFromZero = std::int64_t{kSecondsPerDay} * 366;
     const auto shifted = static_cast<std::uint32_t>(local + kFromZero);
@@ -61,7 +61,7 @@ inline void BreakDown(std::int64_t local, std::tm* out) {
     const CalendarDate date = DateSince1970(days);
     static constexpr std::int16_t kBefore[] = {0,   31,  59,  90,  120, 151,
                                                181, 212, 243, 273, 304, 334};
-    const bool leap = (date.year & 3) == 0;  // from 1969 to 2038
+    const bool leap = (date.year & 3) == 0;  // in the years 1969 to 2038
     out->tm_sec = second % 60;
     out->tm_min = second / 60 % 60;
     out->tm_hour = second / kSecondsPerHour;
@@ -72,16 +72,16 @@ inline void BreakDown(std::int64_t local, std::tm* out) {
     out->tm_yday = kBefore[date.month - 1] + date.day - 1 + (leap && date.month > 2);
 }
 
-// Seconds since 1970 by the local clock, of fields in any range.
+// Returns the local clock time of fields in any range, in seconds since 1970.
 std::int64_t LocalSeconds(const std::tm& t) {
     std::int64_t months = std::int64_t{t.tm_year} * 12 + t.tm_mon;
     std::int64_t year = months / 12 - (months % 12 < 0);
     const auto month = static_cast<std::int32_t>(months - year * 12);
     year += 1900;
-    // Far from 1970 to 2038 no day or hour brings the moment back into these years by much; days
-    // of 400 years more keep the day number in its range.
+    // Years far from 1970 to 2038 count as out of range, whatever the days and hours. The limit
+    // keeps the day number in range.
     if (year > 500000 || year < -500000) return year > 0 ? INT64_MAX / 2 : INT64_MIN / 2;
-    // Gregorian throughout, as mktime is: early years are looked up whole cycles later.
+    // Gregorian throughout, as in mktime. Early years are computed whole cycles later.
     constexpr std::int64_t kYearsOfCycle = 400, kDaysOfCycle = 146097;
     const std::int64_t cycles = year < 1600 ? (2000 - year) / kYearsOfCycle : 0;
     const auto later = static_cast<std::int32_t>(year + cycles * kYearsOfCycle);
@@ -146,7 +146,8 @@ const Zone& Zone::Find(const char* variable) {
     }();
     Zone* made = Load(variable);
     if (!made) return utc;
-    // Two threads that load the same zone leave it in the list twice; the first counts from then.
+    // Two threads that load the same zone both add it to the list. From then on the first one in
+    // the list is used.
     const Zone* first = g_zones.load(std::memory_order_relaxed);
     do made->m_next = first;
     while (!g_zones.compare_exchange_weak(first, made, std::memory_order_release,
@@ -168,8 +169,9 @@ void Zone::ToLocal(std::int32_t seconds, std::tm* local) const {
     local->tm_isdst = period.daylight;
 }
 
-// The last period of which some clock, its own or that of the period before, shows its beginning
-// no later than the wanted time: this is in that period, in the one before, in both, or skipped.
+// Returns the last period whose beginning, on its own clock or on that of the preceding period, is
+// not after the wanted time. That time is in this period, in the preceding one, in both, or
+// skipped.
 std::size_t Zone::LastBegunBy(std::int64_t wanted) const {
     const auto begin = [&](std::size_t i) {
         return m_periods[i].start + std::min(m_periods[i - 1].offset, m_periods[i].offset);
@@ -181,7 +183,7 @@ std::size_t Zone::LastBegunBy(std::int64_t wanted) const {
     return i;
 }
 
-// The nearest period to i that is daylight time or not, as wished; i when there is none.
+// Returns the nearest period to i with the given kind of time, or i if there is none.
 std::size_t Zone::NearestWith(bool daylight, std::size_t i) const {
     for (std::size_t step = 0; step < m_count; ++step) {
         if (i + step < m_count && m_periods[i + step].daylight == daylight) return i + step;

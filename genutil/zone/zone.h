@@ -1,5 +1,5 @@
-// A time zone, ready to convert moments. Zones are found by what the variable TZ says and kept for
-// the life of the process, so that a conversion asks no system.
+// A time zone, ready to convert moments. Zones are found by the text of the variable TZ and kept
+// for the lifetime of the process, so that conversions make no system calls.
 #pragma once
 
 #include <cstddef>
@@ -15,41 +15,44 @@ struct ZonePeriods;
 
 constexpr std::int32_t kLastSecond = 2147483647;
 
-// A long has more range than a moment where it has 64 bits: the nearest moment counts.
+// Where long has 64 bits, it has a larger range than a moment. Returns the nearest moment.
 constexpr std::int32_t MomentOf(long seconds) {
     return NearestInt32(seconds);
 }
 
-// What TZ is when it is not set: the zone of the machine.
+// The text that represents an unset TZ: the zone of the machine.
 constexpr char kMachineZone[] = "\x01";
 
 class Zone {
   public:
-    // The zone that a TZ text means: a name of the tz database, a name of Windows, or a rule, with
-    // or without ":" in front; UTC when it is none of these, as C libraries have it. Never null;
-    // without memory UTC. Any thread may call it; the first call for a text asks the system.
+    // Returns the zone that a TZ text denotes: a name of the tz database, a name of Windows, or a
+    // rule, with or without a leading ":". Any other text means UTC, as in C libraries. Never null.
+    // Returns UTC if allocation fails. May be called from any thread. The first call for a text
+    // queries the system.
     static const Zone& Find(const char* variable);
 
-    // The local date and time of 0 to kLastSecond, all nine fields; what else the record has is
-    // cleared.
+    // Stores the local date and time of a moment from 0 to kLastSecond in all nine fields. Other
+    // members of the record are cleared.
     void ToLocal(std::int32_t seconds, std::tm* local) const;
 
-    // The moment of a local date and time, whose fields may be out of their ranges: with tm_isdst
-    // below 0 the zone decides, and takes the first of two hours that stand twice; a time that the
-    // clocks skip is counted on from before. The fields are then those of the moment. -1, with
-    // them unchanged, outside of 0 to kLastSecond.
+    // Returns the moment of a local date and time, whose fields may be out of range. With tm_isdst
+    // below 0, the zone determines daylight time: the first of two possible moments is chosen when
+    // clocks are set back, and a time that is skipped is interpreted with the offset before the
+    // change. On success the fields are set to those of the moment. Returns -1 and leaves them
+    // unchanged if the moment is outside 0 to kLastSecond.
     std::int32_t FromLocal(std::tm* local) const;
 
-    // The text that it was found by; empty when it stands in for one that could not be kept.
+    // Returns the TZ text by which the zone was found. It is empty for a zone returned because the
+    // text could not be stored.
     const char* Variable() const { return m_variable; }
 
-    // The rule in force today.
+    // Returns the rule in force today.
     const ZoneRule& Rule() const { return m_rule; }
 
   private:
     struct Period {
-        std::int64_t start;   // seconds since 1970
-        std::int32_t offset;  // seconds east of Greenwich
+        std::int64_t start;   // in seconds since 1970
+        std::int32_t offset;  // in seconds east of Greenwich
         bool daylight;
     };
     static constexpr int kBucketBits = 22;  // 48 days
@@ -62,11 +65,11 @@ class Zone {
     std::size_t NearestWith(bool daylight, std::size_t i) const;
 
     const char* m_variable;
-    const Zone* m_next;  // of the zones found so far
+    const Zone* m_next;  // in the list of zones found so far
     ZoneRule m_rule;
     std::size_t m_count;
     const Period* m_periods;
-    std::uint16_t m_periodOfBucket[kBuckets];  // the one that holds at its beginning
+    std::uint16_t m_periodOfBucket[kBuckets];  // the period in force at the start of each bucket
 };
 
 }  // namespace genutil

@@ -18,7 +18,7 @@ namespace {
 struct Builder {
     ZoneRow* rows = nullptr;
     std::size_t count = 0, capacity = 0;
-    bool full = false;  // memory is
+    bool full = false;  // allocation failed
 
     bool MakeRoom() {
         if (count < capacity) return true;
@@ -69,7 +69,7 @@ const ZoneCatalogue& GetZoneCatalogue() {
     }
     std::sort(builder.rows, builder.rows + builder.count, WestOf);
     *made = {builder.rows, builder.count};
-    // Threads that come at the same time each build one; the first to finish gives it to all.
+    // Concurrent threads each build a catalogue. The first to finish publishes its own for all.
     const ZoneCatalogue* first = nullptr;
     if (g_catalogue.compare_exchange_strong(first, made, std::memory_order_acq_rel)) return *made;
     Release(made->rows);

@@ -1,4 +1,4 @@
-// The time zones that the system knows, gathered once for the process.
+// The time zones that the system knows, collected once per process.
 #pragma once
 
 #include <cstddef>
@@ -7,23 +7,25 @@
 namespace genutil {
 
 struct ZoneRow {
-    char name[48];                // of the tz database, or the system's own where that has none
-    char display[128];            // "(UTC+09:00) Tokyo, Japan" in UTF-8
-    std::int32_t standardOffset;  // seconds east of Greenwich
+    char name[48];                // the name in the tz database, or the system's own name if there
+                                  // is none
+    char display[128];            // in UTF-8: "(UTC+09:00) Tokyo, Japan"
+    std::int32_t standardOffset;  // in seconds east of Greenwich
 };
 
 struct ZoneCatalogue {
-    ZoneRow* rows;  // from west to east, places in alphabetical order
+    ZoneRow* rows;  // from west to east, then in alphabetical order of places
     std::size_t count;
 };
 
-// Empty when memory runs out, and tried again by the next call. Any thread may call it.
+// Returns the catalogue. It is empty if allocation fails; the next call then tries again. May be
+// called from any thread.
 const ZoneCatalogue& GetZoneCatalogue();
 
-// Null when the name is not in the catalogue.
+// Returns null if the name is not in the catalogue.
 const ZoneRow* FindZone(const char* name);
 
-// "(UTC+09:00) " and the place.
+// Writes "(UTC+09:00) " and the place.
 void WriteZoneDisplay(char* out, std::size_t size, std::int32_t standardOffset, const char* place);
 
 }  // namespace genutil

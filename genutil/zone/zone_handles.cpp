@@ -1,4 +1,4 @@
-// Time zones by name: which there are, how they are shown, and the zone of the process.
+// Time zones by name: the available ones, their display, and the zone of the process.
 #include <cstdio>
 #include <cstring>
 
@@ -14,7 +14,7 @@ using namespace genutil;
 
 namespace {
 
-// A zone as the system knows it.
+// A zone that the system knows.
 struct SystemZone {
     char name[48];
     char rule[64];
@@ -26,7 +26,7 @@ bool TakeZone(SystemZone* zone, const char* name) {
            static_cast<int>(sizeof zone->name);
 }
 
-// By either system's name, whichever this one uses.
+// Finds a zone by its name in either family, whichever this system uses.
 bool FindSystemZone(SystemZone* zone, const char* name) {
     if (!name || !*name) return false;
     if (TakeZone(zone, name)) return true;
@@ -35,7 +35,7 @@ bool FindSystemZone(SystemZone* zone, const char* name) {
     return ZoneOfWindows(usual, sizeof usual, name) && TakeZone(zone, usual);
 }
 
-// What mbSetTZone was last given and what it made of it, while that is in force.
+// The last argument and result of mbSetTZone(), while they are in force.
 struct {
     char name[48];
     char variable[64];

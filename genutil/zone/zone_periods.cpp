@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::int64_t kBeginning = std::numeric_limits<std::int64_t>::min();
 
-// Big-endian, as the file has its numbers.
+// Reads a big-endian number of the file.
 std::int64_t ReadNumber(const unsigned char* p, int bytes) {
     std::uint64_t value = p[0] & 0x80 ? ~std::uint64_t{0} : 0;
     for (int i = 0; i < bytes; ++i) value = value << 8 | p[i];
@@ -53,7 +53,7 @@ bool ReadBody(const unsigned char* body, const Header& h, int timeSize, ZonePeri
             ReadNumber(body + i * static_cast<std::size_t>(timeSize), timeSize);
         if (types[i] >= h.types || start <= previous) return false;
         previous = start;
-        // What was before 1970 counts only as what is in force then.
+        // Of the changes before 1970, only the last one matters.
         const ZonePeriod next = period(start, types[i]);
         if (start < 0) periods->count = 0;
         periods->Add({start < 0 ? kBeginning : start, next.offset, next.daylight});
@@ -67,7 +67,7 @@ bool ReadBody(const unsigned char* body, const Header& h, int timeSize, ZonePeri
     return true;
 }
 
-// The line between two line ends behind the body; none is no error.
+// Reads the line between two line ends after the body. A missing line is not an error.
 bool ReadFooter(const unsigned char* p, std::size_t size, ZoneRule* rule) {
     char text[128];
     if (size < 2 || p[0] != '\n') return false;
@@ -84,12 +84,15 @@ bool ReadFooter(const unsigned char* p, std::size_t size, ZoneRule* rule) {
 void ZonePeriods::Add(const ZonePeriod& period) {
     if (count != 0) {
         const ZonePeriod& last = at[count - 1];
-        if (period.start == last.start) {  // daylight time all year ends and begins in one second
+        if (period.start == last.start) {  // daylight time all year ends and begins in the same
+                                           // second
             --count;
             return Add(period);
         }
         if (last.offset == period.offset && last.daylight == period.daylight) return;
-        if (period.start < last.start) return;  // a rule whose changes cross, at the year's end
+        if (period.start < last.start)
+            return;  // the changes of a rule cross at the end of the
+                     // year
     }
     if (count < kMost) at[count++] = period;
 }

@@ -1,4 +1,5 @@
-// The times of one offset after another in a zone, from 1970 to 2038. Pure: asks no system.
+// The consecutive periods of constant offset in a zone, from 1970 to 2038. Pure: makes no system
+// calls.
 #pragma once
 
 #include <cstddef>
@@ -8,32 +9,34 @@
 
 namespace genutil {
 
-// Holds from `start`, in seconds since 1970, to the start of the next one.
+// A period from `start`, in seconds since 1970, to the start of the next one.
 struct ZonePeriod {
     std::int64_t start;
-    std::int32_t offset;  // seconds east of Greenwich
+    std::int32_t offset;  // in seconds east of Greenwich
     bool daylight;
 };
 
-// The periods of a zone in a fixed room; the first begins before 1970.
+// The periods of a zone in an array of fixed size. The first begins before 1970.
 struct ZonePeriods {
     static constexpr std::size_t kMost = 1024;
     ZonePeriod at[kMost];
     std::size_t count = 0;
 
-    // Leaves out a period that changes nothing, or that there is no room for.
+    // Adds a period, unless it changes nothing or there is no room for it.
     void Add(const ZonePeriod& period);
 };
 
-// The day number of a change in a year, and with it the seconds since 1970 by the local clock.
+// Returns the local clock time of a change in a year, as seconds since 1970.
 std::int64_t LocalTimeOfChange(const ZoneChange& change, int year);
 
-// Adds the periods of a rule that begin behind `after`, or the rule's first if there are none yet.
+// Adds the periods of a rule that begin after `after`, or the rule's first period if there are none
+// yet.
 void AddRule(const ZoneRule& rule, std::int64_t after, ZonePeriods* periods);
 
-// Reads a compiled zone file (TZif, versions 2 and later; of version 1 the 32-bit times), whose
-// last line is a rule for the time behind its list. False when it is damaged; *rule is what the
-// file says last, or the last offset.
+// Reads a compiled zone file (TZif): the 64-bit times of version 2 and later, or the 32-bit times
+// of version 1. The last line of the file is a rule for the time after its list. Returns false if
+// the file is damaged.
+// @param rule receives the rule in the last line, or a rule of the last offset if there is none.
 bool ReadZoneFile(const unsigned char* bytes, std::size_t size, ZonePeriods* periods,
                   ZoneRule* rule);
 

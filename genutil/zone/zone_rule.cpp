@@ -7,7 +7,8 @@ namespace genutil {
 
 namespace {
 
-// Each reads one element of the grammar at p and moves behind it; false when it is not there.
+// Each function reads one element of the grammar at p and advances past it. Returns false if it is
+// not there.
 class Reader {
   public:
     explicit Reader(const char* text) : m_at(text) {}
@@ -41,7 +42,7 @@ class Reader {
         return value >= least && value <= most;
     }
 
-    // Seconds.
+    // Reads an offset in seconds.
     bool Offset(int mostHours, std::int32_t* out) {
         const bool negative = Skip('-');
         if (!negative) Skip('+');

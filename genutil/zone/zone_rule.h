@@ -1,4 +1,4 @@
-// The rule of a time zone, as the variable TZ spells it. Pure: asks no system.
+// The rule of a time zone in the notation of the variable TZ. Pure: makes no system calls.
 //
 //     rule    = name offset [ name [ offset ] [ "," day "," day ] ]
 //     name    = 3 or more letters, or "<" letters, digits, "+" and "-" ">"
@@ -14,27 +14,28 @@
 
 namespace genutil {
 
-// A day of the year, and a time of that day, at which clocks change.
+// A day of the year and a time of that day at which clocks change.
 struct ZoneChange {
     enum Kind : std::uint8_t { kMonthWeekDay, kDayWithoutLeapDay, kDayFromZero };
     Kind kind;
     std::uint8_t month;    // 1 to 12
     std::uint8_t week;     // 1 to 5, 5 the last
-    std::uint8_t weekday;  // 0 is Sunday
-    std::int16_t day;      // of the year, for the other kinds
-    std::int32_t time;     // seconds from midnight by the clock before the change; may be negative
+    std::uint8_t weekday;  // 0 for Sunday
+    std::int16_t day;      // day of the year, for the other kinds
+    std::int32_t time;     // in seconds from midnight by the clock before the change; may be
+                           // negative
 };
 
 struct ZoneRule {
     char standardName[16];
-    char daylightName[16];        // empty: no daylight time
-    std::int32_t standardOffset;  // seconds east of Greenwich
+    char daylightName[16];        // empty if there is no daylight time
+    std::int32_t standardOffset;  // in seconds east of Greenwich
     std::int32_t daylightOffset;
     ZoneChange toDaylight, toStandard;
 };
 
-// A rule with daylight time but no days takes those of the United States, as systems do. False,
-// with the rule unspecified, when the text is not such a rule from its first to its last byte.
+// Parses a rule. A rule with daylight time but without days uses those of the United States, as
+// systems do. Returns false, with *rule unspecified, unless the whole text is such a rule.
 bool ParseZoneRule(const char* text, ZoneRule* rule);
 
 }  // namespace genutil

@@ -1,4 +1,4 @@
-// A server's object and its collections, on what the system offers.
+// An object of a server and its collections, on the platform layer.
 #include "osutil/platform/automation/automation.h"
 
 #include <cstdint>
@@ -14,9 +14,9 @@ using platform::AutomationUse;
 namespace {
 
 constexpr long kRetryTime = 10000;
-constexpr long kMemberNotFound = static_cast<std::int32_t>(0x80020003);  // as COM has it
+constexpr long kMemberNotFound = static_cast<std::int32_t>(0x80020003);  // the value in COM
 
-// What went wrong in one line.
+// Describes an error in one line.
 CGNString Describe(const AutomationError& error) {
     CGNString text;
     if (error.code == 0) return text;
@@ -35,7 +35,7 @@ CGNString Describe(const AutomationError& error) {
 }  // namespace
 
 void OleAccess::SetObject(COSOLEAutomation* automation, OleObject* object) {
-    platform::RetainOleObject(object);  // first: it may be the same
+    platform::RetainOleObject(object);  // first, because it may be the same object
     platform::ReleaseOleObject(std::exchange(automation->m_object, object));
 }
 

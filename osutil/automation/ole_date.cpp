@@ -9,7 +9,7 @@ bool ReadOleDate(double days, OleMoment* out) {
     OleMoment moment;
     moment.day = static_cast<std::int32_t>(days);
     const double fraction = days < moment.day ? moment.day - days : days - moment.day;
-    // A fraction that was made of a whole second is far less than half a second off it.
+    // The fraction of a whole second is off by far less than half a second.
     moment.second = static_cast<std::int32_t>(fraction * kSecondsPerDay + 0.5);
     if (moment.second == kSecondsPerDay) {
         if (moment.day == kLastOleDay) return false;

@@ -8,7 +8,7 @@ namespace genutil {
 
 namespace {
 
-// The pieces of a number's text.
+// The parts of a number's text.
 struct NumberText {
     bool negative = false;
     std::string_view whole, fraction;
@@ -34,7 +34,7 @@ void DropZeroes(std::string_view* fraction) {
     while (!fraction->empty() && fraction->back() == '0') fraction->remove_suffix(1);
 }
 
-// number * 10 + digit; false when it has more than 96 bits.
+// Computes number * 10 + digit. Returns false if the result has more than 96 bits.
 bool Append(OleDecimal* number, unsigned digit) {
     std::uint64_t carry = digit;
     for (std::uint32_t& part : number->parts) {
@@ -45,7 +45,7 @@ bool Append(OleDecimal* number, unsigned digit) {
     return carry == 0;
 }
 
-// number / 10; the digit that is left.
+// Divides the number by 10. Returns the remainder.
 unsigned TakeDigit(OleDecimal* number) {
     std::uint64_t rest = 0;
     for (int i = 2; i >= 0; --i) {

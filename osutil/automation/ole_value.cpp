@@ -1,4 +1,4 @@
-// Values of automation: what they hold. How kinds become one another is in ole_value_convert.cpp.
+// The content of automation values. Conversion between kinds is in ole_value_convert.cpp.
 #include <utility>
 
 #include "genutil/assert_allocation.h"
@@ -25,7 +25,7 @@ void genutil::ReportFullOleList() {
 }
 
 void OleAccess::SetObject(COSOLEValue* value, OleObject* object) {
-    platform::RetainOleObject(object);  // first: it may be the value's own
+    platform::RetainOleObject(object);  // first, because it may be the value's own
     value->Become(COSOLEValue::kObject);
     value->m_object = object;
 }
@@ -72,8 +72,8 @@ COSOLEValue::COSOLEValue(const COSOLEValue& other) : COSOLEValue() {
 
 COSOLEValue& COSOLEValue::operator=(const COSOLEValue& other) {
     if (this == &other) return *this;
-    // The other may be an item of this array, which is about to go, or this one an item of the
-    // other's.
+    // The other value may be an item of this array, which is about to be freed, or this value an
+    // item of the other array.
     COSOLEList<COSOLEValue> items(other.m_items);
     const COSOLEList<COSOLEValue> old(std::move(m_items));
     if (other.m_kind == kObject) {
@@ -158,7 +158,7 @@ void COSOLEValue::SetObject(const COSOLEAutomation& object) {
 }
 
 unsigned char COSOLEValue::SetBytes(const void* bytes, unsigned long count) {
-    if (m_kind != kBytes) Become(kBytes);  // else they may be the value's own
+    if (m_kind != kBytes) Become(kBytes);  // otherwise the bytes may be the value's own
     if (StringStorage::Put(m_text, static_cast<const char*>(bytes), count)) return 1;
     Become(kEmpty);
     return 0;

@@ -1,4 +1,4 @@
-// Values of automation from and to the library's own: what fits exactly, and nothing else.
+// Conversion of automation values from and to the library's own types, only where it is exact.
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -18,7 +18,7 @@ std::string_view View(const CGNString& text) {
     return {static_cast<const char*>(text), text.GetLength()};
 }
 
-// A number's text, with room for any that automation has.
+// The text of a number, with room for any automation number.
 class NumberBuffer {
   public:
     std::string_view Currency(std::int64_t amount) {
@@ -31,7 +31,7 @@ class NumberBuffer {
         const auto end = std::to_chars(m_text, m_text + sizeof m_text, number).ptr;
         return {m_text, static_cast<std::size_t>(end - m_text)};
     }
-    // The shortest text that is read as the same number.
+    // Returns the shortest text that is read as the same number.
     std::string_view Real(double number) {
         const auto end = std::to_chars(m_text, m_text + sizeof m_text, number).ptr;
         return {m_text, static_cast<std::size_t>(end - m_text)};
@@ -46,7 +46,7 @@ bool InRange(OleMoment moment) {
            moment.second < kSecondsPerDay;
 }
 
-// The whole number that a decimal is, if its fraction is all zeroes.
+// Converts a decimal whose fraction is all zeroes to a whole number.
 bool WholeNumber(std::string_view text, long long* out) {
     const std::size_t symbol = text.find('.');
     if (symbol != text.npos) {
@@ -65,7 +65,8 @@ bool WholeReal(double real, long long* out) {
 }
 
 void WriteDate(OleMoment moment, CGNString* out) {
-    // Reckoned in the Gregorian calendar as the server does, where CGNDate changes in 1582.
+    // Computed in the Gregorian calendar like the server's dates, whereas CGNDate changes calendars
+    // in 1582.
     const CalendarDate date =
         FromGregorianDays(static_cast<std::uint32_t>(moment.day + kOleDayZero) - kGregorianEpoch);
     char text[32];

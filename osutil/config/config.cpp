@@ -1,5 +1,5 @@
-// Settings in initialisation files and in the registry. All is text; the forms for integers convert
-// it.
+// Settings in initialisation files and in the registry. Every setting is text; the functions for
+// integers convert it.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -17,7 +17,7 @@ using namespace genutil;
 
 namespace {
 
-constexpr std::size_t kBuffer = 1024;  // for a text that is read, with its terminator
+constexpr std::size_t kBuffer = 1024;  // for a text to read, with its terminator
 
 class DecimalText {
   public:
@@ -30,8 +30,7 @@ class DecimalText {
     char m_text[16];
 };
 
-// The number that a text begins with, behind blanks; the nearest one of 32 bits for one that has
-// more.
+// Returns the number at the start of a text, after blanks, clamped to 32 bits.
 long NumberOf(const char* text) {
     return std::clamp<long>(std::strtol(text, nullptr, 10), INT32_MIN, INT32_MAX);
 }
@@ -153,7 +152,7 @@ unsigned char OSGetSystemConfigReg(const CGNString& subkey, CGNStringList& names
                                    CGNStringList& values, const CGNString& baseKey) {
     ValueLists lists{&names, &values};
     platform::VisitRegistryValues(KeyPath(subkey, baseKey), kBuffer, ValueLists::Add, &lists);
-    return 0;  // the last status, which is "no more items" at the best: callers look at the lists
+    return 0;  // the last status, which is "no more items" at best; callers examine the lists
 }
 
 unsigned char OSSetSystemConfigReg(const CGNString& value, const CGNString& subkey,

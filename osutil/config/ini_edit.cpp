@@ -15,14 +15,14 @@ std::string_view LineEndOf(std::string_view text) {
     return feed != std::string_view::npos && feed > 0 && text[feed - 1] == '\r' ? "\r\n" : "\n";
 }
 
-// Where the text ends for its readers: at a line that begins with Ctrl-Z.
+// Returns the end of the text for its readers: the end, or a line that begins with Ctrl-Z.
 const char* EndOfText(std::string_view text) {
     IniSections sections(SkipIniMark(text));
     while (sections.Next()) continue;
     return sections.Head();
 }
 
-// Behind the last line that is not blank.
+// Returns the position after the last line that is not blank.
 const char* EndOfEntries(std::string_view lines) {
     const char* const end = lines.data() + lines.size();
     const char* last = lines.data();
@@ -35,7 +35,7 @@ const char* EndOfEntries(std::string_view lines) {
     return last;
 }
 
-// Replaces what stands behind "=" and the blanks that follow it.
+// Replaces the text after "=" and the blanks that follow it.
 bool PlanReplacement(std::string_view text, std::string_view line, std::string_view value,
                      IniEdit* edit) {
     while (line.back() == '\r') line.remove_suffix(1);
@@ -47,7 +47,7 @@ bool PlanReplacement(std::string_view text, std::string_view line, std::string_v
     return true;
 }
 
-// New lines at a place, in front of which a line may lack its end.
+// Inserts new lines at a position. The preceding line may lack its line end.
 void PlanInsertion(std::string_view text, const char* at, IniEdit* edit) {
     const std::size_t place = Distance(text.data(), at);
     *edit = {place, place, {}, 0};
@@ -63,7 +63,9 @@ bool HasLineEnd(std::string_view text) {
 bool IniHolds(std::string_view section, std::string_view key, std::string_view value) {
     if (HasLineEnd(section) || HasLineEnd(key) || HasLineEnd(value)) return false;
     section = TrimIni(section);
-    if (WholeCharacters(section) != section.size()) return false;  // would take the "]" in
+    if (WholeCharacters(section) != section.size())
+        return false;  // the "]" would be taken for its
+                       // second byte
     key = TrimIni(key);
     return !key.empty() && key.front() != ';' && key.front() != '[' && key.front() != '\x1A' &&
            FindIniEquals(key) == std::string_view::npos && !TakesIniEquals(key);
@@ -74,7 +76,7 @@ bool PlanIniValue(std::string_view text, std::string_view section, std::string_v
     const std::string_view end = LineEndOf(text);
     section = TrimIni(section);
     key = TrimIni(key);
-    value = TrimIni(value);  // nobody would read its blanks
+    value = TrimIni(value);  // readers ignore surrounding blanks
     std::string_view lines;
     const bool hasSection = FindIniSection(text, section, &lines);
     if (hasSection) {
@@ -105,7 +107,7 @@ bool PlanIniSectionRemoval(std::string_view text, std::string_view section, IniE
     if (!FindIniSection(text, section, &lines)) return false;
     const char* const first = SkipIniMark(text).data();
     const char* head = lines.data();
-    if (head > first && head[-1] == '\n') --head;  // of the head's own line
+    if (head > first && head[-1] == '\n') --head;  // to the end of the head's own line
     while (head > first && head[-1] != '\n') --head;
     *edit = {
         Distance(text.data(), head), Distance(text.data(), lines.data() + lines.size()), {}, 0};

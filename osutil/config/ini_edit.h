@@ -1,4 +1,4 @@
-// Changes one value in the text of an ini file (ini_text.h) and leaves every other line as it is.
+// Changes to one value in the text of an ini file (ini_text.h). Every other line is unchanged.
 #pragma once
 
 #include <cstddef>
@@ -6,7 +6,7 @@
 
 namespace genutil {
 
-// The text with [begin, end) replaced by the parts, one behind the other.
+// An edit of a text: [begin, end) is replaced with the concatenated parts.
 struct IniEdit {
     static constexpr unsigned kMostParts = 9;
 
@@ -17,14 +17,15 @@ struct IniEdit {
     void Add(std::string_view part) { parts[count++] = part; }
 };
 
-// Whether a file can hold these names and value, so that they are read back and nothing else
-// changes: no line ends, no section that ends within a character, no "=" in a key, no key that
-// begins as a comment or a section does.
+// Returns true if a file can hold these names and this value so that they are read back and nothing
+// else changes. They must not contain line ends, a section must not end within a character, and a
+// key must not contain "=" or begin as a comment or a section does.
 bool IniHolds(std::string_view section, std::string_view key, std::string_view value);
 
-// Each of these plans a change of a text and returns false when there is nothing to change. A value
-// keeps the spelling of its line up to it; a new key goes below the last line of its section that
-// is not blank, and a new section to the end. New lines end as the first of the text does.
+// Each function below plans a change of a text. Returns false if there is nothing to change. A
+// changed line keeps its spelling up to the value. A new key is added after the last line of its
+// section that is not blank, and a new section at the end. New lines end like the first line of the
+// text.
 bool PlanIniValue(std::string_view text, std::string_view section, std::string_view key,
                   std::string_view value, IniEdit* edit);
 bool PlanIniKeyRemoval(std::string_view text, std::string_view section, std::string_view key,

@@ -11,7 +11,8 @@ namespace genutil {
 namespace {
 
 constexpr std::size_t kMostEntries = 1 << 16;
-constexpr unsigned kMostSteps = 256;  // to a free place: more mean that hundreds have one name
+constexpr unsigned kMostSteps = 256;  // to a free place; more means that hundreds of lines have the
+                                      // same name
 
 std::uint32_t OffsetIn(std::string_view text, const char* at) {
     return static_cast<std::uint32_t>(at - text.data());
@@ -40,7 +41,7 @@ void IniIndex::Swap(IniIndex* other) {
 
 bool IniIndex::Build(std::string_view text) {
     Clear();
-    // Each entry has one of these; the table stays half empty.
+    // Each entry has one of these characters. The table stays half empty.
     const auto entries = static_cast<std::size_t>(
         std::count_if(text.begin(), text.end(), [](char c) { return c == '=' || c == '['; }));
     if (entries > kMostEntries) return false;
@@ -53,7 +54,9 @@ bool IniIndex::Build(std::string_view text) {
     IniSections sections(SkipIniMark(text));
     while (sections.Next()) {
         const std::uint32_t hash = HashIniName(sections.Name());
-        if (HasSection(text, hash, sections.Name())) continue;  // the first of a name counts
+        if (HasSection(text, hash, sections.Name()))
+            continue;  // only the first section of a name
+                       // is used
         const std::uint32_t offset = OffsetIn(text, sections.Head());
         if (!Add({hash, offset, offset}) || !AddLines(text, offset, hash, sections.Lines()))
             return false;
@@ -74,7 +77,7 @@ bool IniIndex::AddLines(std::string_view text, std::uint32_t head, std::uint32_t
     return true;
 }
 
-// Entries with one hash stand in the order of their lines, so that the first line is found.
+// Entries with the same hash are in the order of their lines, so that the first line is found.
 bool IniIndex::Add(const Entry& entry) {
     std::size_t place = PlaceOf(entry.hash);
     for (unsigned steps = 0; m_entries[place].line != kFree; place = (place + 1) & m_mask)

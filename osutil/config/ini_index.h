@@ -1,4 +1,4 @@
-// Finds any value in the text of an ini file (ini_text.h) at once, for a text that is read often.
+// An index of the text of an ini file (ini_text.h), for a text that is read often.
 #pragma once
 
 #include <cstddef>
@@ -9,14 +9,15 @@
 
 namespace genutil {
 
-// A hash table of places in a text. What it finds is what a search through the text would find.
+// A hash table of positions in a text. Lookups give the same results as a search through the text.
 class IniIndex {
   public:
-    // Goes through a text of less than 4 GB. False, with an index of no use, when memory runs out
-    // or the text has too many lines, or too many of one name.
+    // Indexes a text of less than 4 GB. Returns false, with an unusable index, if allocation fails
+    // or if the text has too many lines or too many lines of one name.
     bool Build(std::string_view text);
 
-    // The text is the one that it was built from, at whatever address.
+    // Finds a value.
+    // @param text the text from which the index was built, at any address.
     bool Find(std::string_view text, std::string_view section, std::string_view key,
               std::string_view* value) const;
 
@@ -24,8 +25,8 @@ class IniIndex {
     void Swap(IniIndex* other);
 
   private:
-    // A key's line with the head of its section, or a head alone, with itself as the line. Lines
-    // are never at the last possible offset.
+    // The line of a key with the head of its section, or a head alone, with itself as the line. No
+    // line is at the largest possible offset.
     struct Entry {
         std::uint32_t hash, head, line;
     };

@@ -21,8 +21,8 @@ bool IsBlank(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\v' || c == '\f';
 }
 
-// Takes the first character off a name, in lower case. What is not ASCII is never the same as what
-// is, and what the code set leaves open is only the same as itself.
+// Removes the first character of a name and returns it in lower case. ASCII and other characters
+// never match, and unassigned codes match only themselves.
 class Folded {
   public:
     explicit Folded(std::string_view name) : m_at(Bytes(name.data())), m_end(m_at + name.size()) {}
@@ -44,7 +44,7 @@ class Folded {
     }
 
   private:
-    static constexpr unsigned kRaw = 0x80000000;  // apart from all characters
+    static constexpr unsigned kRaw = 0x80000000;  // distinct from all characters
 
     unsigned CharacterOf(unsigned length) const {
         const CodePage* page = FindListedCodePage(g_codeSetState.codeSet);
@@ -60,8 +60,8 @@ class Folded {
     const unsigned char* m_end;
 };
 
-// Calls visit(begin, end) for each line, without its LF, until it returns true, which is the
-// result. Line ends are searched 16 bytes at a time.
+// Calls visit(begin, end) for each line, without its LF, until it returns true. Returns true if it
+// did. Line ends are searched for 16 bytes at a time.
 template <class Visit>
 bool AnyLine(std::string_view text, Visit visit) {
     const char *line = text.data(), *at = line, *const end = line + text.size();
@@ -87,8 +87,8 @@ std::string_view WithoutFeed(std::string_view line) {
     return line;
 }
 
-// Of all code sets Johab alone has "=" among its second bytes: those of symbols and hanja, which
-// are characters to its code page, though not to the stepping functions.
+// Johab is the only code set with "=" among its second bytes: those of symbols and hanja, which are
+// characters in its code page, though not for the stepping functions.
 bool HasEqualsAsSecondByte() {
     return g_codeSetState.codeSet == mbJohab;
 }
@@ -138,7 +138,7 @@ std::string_view SkipIniMark(std::string_view text) {
 
 const char* NextIniHead(const char* at, const char* end) {
     const char* const begin = at;
-    // Both bytes are rare, so that nearly all of a text passes 16 bytes at a step.
+    // Both bytes are rare, so nearly all of a text is passed 16 bytes at a time.
     const simd::Vector bracket = simd::Splat8('['), stop = simd::Splat8(kEndOfText);
     const auto isHead = [&](const char* p) {
         return *p == '[' ? BeginsLine(begin, p) : *p == kEndOfText && (p == begin || p[-1] == '\n');
@@ -161,7 +161,7 @@ const char* EndOfIniLine(const char* at, const char* end) {
 
 std::string_view NameOfIniHead(std::string_view line) {
     line = WithoutFeed(line).substr(1);
-    // The last bracket ends the name; one that is part of a longer character does not.
+    // The last bracket ends the name, unless it is part of a longer character.
     std::size_t end = line.rfind(']');
     if (end != std::string_view::npos && g_currentStep) {
         end = std::string_view::npos;
@@ -216,7 +216,7 @@ std::string_view IniSections::Name() const {
 std::string_view IniSections::Lines() {
     const char* const begin = m_at;
     m_at = NextIniHead(begin, m_end);
-    // Blanks before the next head are not the section's.
+    // Blanks before the next head do not belong to the section.
     while (m_at != m_end && m_at > begin && m_at[-1] != '\n') --m_at;
     return {begin, static_cast<std::size_t>(m_at - begin)};
 }
@@ -239,7 +239,7 @@ bool FindIniLine(std::string_view lines, std::string_view key, std::string_view*
     return AnyLine(lines, [&](const char* line, const char* end) {
         if (line == end) return false;
         const unsigned c = *Bytes(line);
-        // Most lines begin with another letter.
+        // Most lines begin with another letter and are rejected here.
         if (first < 0x80 && AsciiLower(c) != folded && !IsBlank(*line)) return false;
         std::string_view name, text;
         *found = {line, static_cast<std::size_t>(end - line)};

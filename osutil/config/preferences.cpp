@@ -25,7 +25,7 @@ struct FreeText {
     void operator()(char* text) const { std::free(text); }
 };
 
-// The text behind the first line that begins with the head; false when there is none.
+// Finds the text after the first line that begins with the head. Returns false if there is none.
 bool FindRest(std::string_view text, std::string_view head, std::string_view* rest) {
     text = SkipIniMark(text);
     while (!text.empty()) {
@@ -103,8 +103,8 @@ long OSLocalPreferenceSet::GetPreferenceSectionValueFromIni(const char* section,
     head += ']';
     std::string_view rest;
     if (!FindRest(contents, std::string_view(head), &rest)) return 1;
-    // Of the lines behind the head the next head is one only behind a line end: at once behind the
-    // first head there is none left to find.
+    // The next head must follow a line end. One directly after the first head is therefore not
+    // found.
     const std::string_view lines = rest.substr(0, rest.find("\n["));
     value.CopyNBytes(lines.data(), static_cast<unsigned>(lines.size()));
     return 1;

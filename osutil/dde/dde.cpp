@@ -1,4 +1,4 @@
-// The DDE client: texts, errors, and which conversations there are.
+// The DDE client: texts, errors, and the list of conversations.
 #include "osutil/platform/dde/dde.h"
 
 #include <atomic>
@@ -20,12 +20,13 @@ using platform::DdeOutcome;
 
 namespace genutil {
 
-// What stands behind an OSDDEConversation. `link` and the chain are guarded by g_lock, which is
-// never held during a call of the partner's.
+// The implementation of an OSDDEConversation. `link` and the list are guarded by g_lock, which is
+// never held during a call to the partner.
 struct DdeConversation {
     DdeLink* link = nullptr;
     std::atomic<int> error = osDDENone;
-    DdeConversation *next = nullptr, *previous = nullptr;  // of those that have a link
+    DdeConversation *next = nullptr, *previous = nullptr;  // in the list of conversations with a
+                                                           // link
 };
 
 }  // namespace genutil
@@ -33,16 +34,16 @@ struct DdeConversation {
 namespace {
 
 std::mutex g_lock;
-unsigned g_initialized;    // calls of OSDDEInit that are not undone
-DdeConversation* g_first;  // that has a link
+unsigned g_initialized;    // number of calls of OSDDEInit() without OSDDEUnInit()
+DdeConversation* g_first;  // the first conversation with a link
 
-// By DdeOutcome.
+// Indexed by DdeOutcome.
 constexpr int kCodes[] = {osDDENone,    osDDENotAvailable, osDDENoServer, osDDENotConnected,
                           osDDERefused, osDDEBusy,         osDDETimedOut, osDDEPartnerGone,
                           osDDEEnded,   osDDEFailed};
 static_assert(std::size(kCodes) == static_cast<std::size_t>(DdeOutcome::kFailed) + 1);
 
-// From osDDENone down.
+// Indexed from osDDENone downwards.
 constexpr const char* kTexts[] = {
     "",
     "DDE is not available on this system",
@@ -73,7 +74,7 @@ unsigned char Tell(CGNString* text, int code) {
     return code == osDDENone;
 }
 
-// A text of the caller's as UTF-16.
+// A text of the caller as UTF-16.
 class WideText {
   public:
     explicit WideText(const char* text) {
@@ -109,7 +110,7 @@ unsigned TimeoutOf(long timeout) {
     return timeout < 1 ? 1 : static_cast<unsigned>(timeout);
 }
 
-// Takes the link from the conversation, whose holder is the caller then. Under g_lock.
+// Removes the link from the conversation. The caller takes over its reference. g_lock must be held.
 DdeLink* Unlink(DdeConversation& self) {
     DdeLink* const link = self.link;
     if (!link) return nullptr;
@@ -120,7 +121,7 @@ DdeLink* Unlink(DdeConversation& self) {
     return link;
 }
 
-// Of what the last OSDDEUnInit left; null when there is no more.
+// Removes the first link remaining after the last OSDDEUnInit(), or returns null if there is none.
 DdeLink* UnlinkFirst() {
     const std::lock_guard<std::mutex> lock(g_lock);
     return g_initialized == 0 && g_first ? Unlink(*g_first) : nullptr;
@@ -133,8 +134,8 @@ void EndAndDrop(DdeLink* link) {
     platform::DropDde(link);
 }
 
-// Gives the conversation a link of which the caller is a holder too. From now on OSDDEUnInit finds
-// it.
+// Gives the conversation a link, to which the caller also has a reference. From now on
+// OSDDEUnInit() finds it.
 int Link(DdeConversation& self, DdeLink** link) {
     const DdeOutcome made = platform::MakeDde(link);
     if (made != DdeOutcome::kDone) return ErrorOf(made);
@@ -248,7 +249,7 @@ void OSDDEUnInit() {
     {
         const std::lock_guard<std::mutex> lock(g_lock);
         if (g_initialized == 0 || --g_initialized > 0) return;
-        // All at once, so that their partners take their time together.
+        // All at once, so that their partners end concurrently.
         for (const DdeConversation* one = g_first; one; one = one->next)
             platform::EndDde(one->link);
     }

@@ -1,4 +1,4 @@
-// Directories made and removed, and what is removed from them.
+// Creation and removal of directories and their content.
 #include "genperf.h"
 #include "osfile.h"
 #include "osutil/file/path.h"
@@ -17,7 +17,7 @@ static_assert(int{osFileFailed} == int{genutil::platform::kFailed} &&
 
 namespace {
 
-// What is no file stays, and keeps its directory.
+// Entries that are not files are kept, and keep the directory from being removed.
 void RemoveFilesIn(Directory&& directory) {
     while (directory.Next())
         if (!IsDots(directory.Name())) directory.RemoveEntryFile();
@@ -46,9 +46,9 @@ int OSDeleteDirectoryTree(CGNString const& path) {
     return path.IsEmpty() || genutil::platform::RemoveTree(path) ? 0 : 1;
 }
 
-// Programs know that "." and ".." are asked about. They go by path, where they are the directory
-// and the one above it; the others by what the system knows them as, so that no other can go for
-// one whose name does not convert.
+// Programs rely on the predicate being called for "." and "..". These are removed by path, as the
+// directory and its parent. Other entries are removed by the name under which the system knows
+// them, so that no other entry is removed instead of one whose name does not convert.
 int OSRemovePatternFromDirectory(CGNString const& path, unsigned char (*predicate)(CGNString&)) {
     Directory directory(path, Links::kFollow);
     while (directory.Next()) {

@@ -1,4 +1,4 @@
-// Whole files: read, cut at what a trailer tells, written.
+// Whole files: reading, reading up to a trailer, writing.
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
@@ -16,14 +16,15 @@ using genutil::platform::Opening;
 
 namespace {
 
-// Allocated by the library and released by the caller.
+// Allocates a buffer that the caller releases.
 char* NewBuffer(std::int64_t bytes) {
     void* const buffer = genutil::Allocate(static_cast<std::uint64_t>(bytes));
     genutil::AssertAllocation(buffer != nullptr, "osutil/osfile", __LINE__);
     return static_cast<char*>(buffer);
 }
 
-// The first `count` bytes of a file of `size` into a new buffer; their number, or 0.
+// Reads the first `count` bytes of a file of `size` bytes into a new buffer. Returns their number,
+// or 0.
 int ReadStart(File& file, std::int64_t count, std::int64_t size, char*& buffer) {
     if (count <= 0 || count > INT_MAX || count > size) return 0;
     char* const bytes = NewBuffer(count + 1);
@@ -37,11 +38,11 @@ int ReadStart(File& file, std::int64_t count, std::int64_t size, char*& buffer) 
     return static_cast<int>(count);
 }
 
-// What the end of a file tells of the length of its payload: `size` without a trailer there.
+// Returns the payload length in the trailer at the end of a file, or `size` if there is no trailer.
 std::int64_t PayloadLength(std::string_view tail, std::string_view marker, std::int64_t size) {
     const std::size_t colon = tail.find(':');
     if (tail.find(marker) == std::string_view::npos || colon == std::string_view::npos) return size;
-    // The tail is terminated, and so is the number.
+    // The tail is terminated, and therefore also the number.
     return std::strtoll(tail.data() + colon + 1, nullptr, 10);
 }
 
@@ -101,7 +102,7 @@ int OSDosToUnix(char* text) {
     char* out = std::strstr(text, "\r\n");
     if (!out) return 1;
     const char* const end = text + std::strlen(text);
-    // Whole runs move, from one pair to the next.
+    // Moves whole runs between one pair and the next.
     for (const char* from = out + 1; from < end;) {
         const char* const pair = std::strstr(from, "\r\n");
         const auto run = static_cast<std::size_t>((pair ? pair : end) - from);

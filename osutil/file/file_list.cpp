@@ -14,8 +14,8 @@ using Storage = genutil::StringStorage;
 
 namespace {
 
-// The entries of a directory that a pattern selects. The pattern may begin with directories of its
-// own, since it is joined to the path before it is looked at.
+// The entries of a directory that match a pattern. The pattern may begin with directories of its
+// own, since it is joined to the path before use.
 class Matches {
   public:
     Matches(CGNString const& path, const char* pattern)
@@ -53,7 +53,7 @@ class Matches {
     genutil::NamePattern m_pattern;
 };
 
-// The paths of a directory's entries, one after the other in the same buffer.
+// The paths of a directory's entries, one after another in the same buffer.
 class Paths {
   public:
     explicit Paths(CGNString const& directory)
@@ -110,7 +110,7 @@ namespace {
     Matches all(path, "*");
     while (all.Next()) {
         const Directory& entry = all.Entry();
-        // A link may lead up again.
+        // A link may lead back to a parent directory.
         if (!IsDots(entry.Name()) && !entry.IsLink() && entry.IsDirectory())
             *lost |= !Paths::AddName(list, entry.Name());
     }

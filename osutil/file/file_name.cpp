@@ -1,4 +1,4 @@
-// Names derived from paths, and names that nothing has yet.
+// Names derived from paths, and unused names.
 #include <cstring>
 #include <initializer_list>
 
@@ -79,7 +79,7 @@ struct DriveSearch {
 
 void TakeDrive(void* context, const char* local, const char* remote) {
     auto* const search = static_cast<DriveSearch*>(context);
-    // A lower-case letter in the path finds no drive: programs rely on it.
+    // A lower-case letter in the path matches no drive, on which programs rely.
     if (!local || search->letter != genutil::AsciiUpper(*local)) return;
     search->remote = remote;
     search->found = true;

@@ -32,7 +32,7 @@ void NamePattern::Compile(const unsigned short* pattern, std::size_t count) {
     m_count = end;
 }
 
-// Passes over the elements that need no character where this one comes next.
+// Skips the elements that can match no character before this one.
 void NamePattern::Skip(unsigned short next, bool atEnd) {
     unsigned char* const reached = m_reached.Get();
     for (std::size_t i = 0; i < m_count; ++i) {

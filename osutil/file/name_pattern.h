@@ -1,12 +1,12 @@
-// Names of files against a pattern with wildcards, as Windows matches them.
+// File names and patterns with wildcards, which match by the rules of Windows.
 //
-//   *     any characters; before a dot, only those that leave the last dot of the name to it
-//   ?     a character other than a dot; nothing before a dot and at the end of the name
+//   *     any characters; before a dot, it does not consume the last dot of the name
+//   ?     a character other than a dot; no character before a dot and at the end of the name
 //   .*    and ".?": the dot may be missing at the end of the name
 //   *.    at the end: names without a dot
 //   *.*   every name
 //
-// Letters match in either case.
+// Letter case is ignored.
 #pragma once
 
 #include <cstddef>
@@ -23,7 +23,7 @@ class NamePattern {
     bool HasFailed() const { return m_failed; }  // an allocation, so far
 
   private:
-    // Wildcards by place, as units that no name has.
+    // Wildcards according to their place, as units that no name contains.
     enum : unsigned short { kAny = 1, kAnyButLastDot, kOne, kDotOrEnd };
 
     void Compile(const unsigned short* pattern, std::size_t count);
@@ -34,7 +34,7 @@ class NamePattern {
     bool m_failed = false;
     std::size_t m_count = 0;
     platform::PathBuffer<unsigned short> m_elements;
-    // Whether the name so far can be what stands before an element.
+    // True for each element before which the name so far matches the pattern.
     platform::PathBuffer<unsigned char> m_reached;
 };
 

@@ -1,12 +1,12 @@
-// Text of paths.
+// Joining paths.
 #pragma once
 
 #include "genstring.h"
 
 namespace genutil {
 
-// CGNString::MakeFilePath; false when memory ran out for a part of it, so that what there is names
-// something else.
+// Calls CGNString::MakeFilePath. Returns false if allocation failed for a part of the path, which
+// then names a different file.
 bool JoinPath(CGNString& path, const CGNString& directory, const char* name);
 
 }  // namespace genutil

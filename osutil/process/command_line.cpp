@@ -10,17 +10,17 @@ bool IsBlank(char c) {
     return c == ' ' || c == '\t';
 }
 
-// Moves text towards the front of the line, which never gets longer.
+// Moves text towards the start of the line, which never becomes longer.
 struct Splitter {
     const char* from;
     char* to;
 
-    // Backslashes mean themselves here, since paths begin so.
+    // Backslashes represent themselves here, since paths may begin with them.
     void Program() {
         const bool quoted = *from == '"';
         from += quoted;
         while (*from && !(quoted ? *from == '"' : IsBlank(*from))) *to++ = *from++;
-        if (*from) ++from;  // the quote or the blank
+        if (*from) ++from;  // skips the quotation mark or the blank
     }
 
     void Argument() {

@@ -1,4 +1,4 @@
-// References to variables of the process in texts.
+// References to environment variables in texts.
 #include <algorithm>
 #include <cstring>
 
@@ -16,10 +16,10 @@ constexpr std::size_t kMostOfName = 255, kMostOfValue = 255;
 constexpr int kMostWithoutProgress = 1000;
 
 struct Reference {
-    const char *begin, *end;  // the two signs
+    const char *begin, *end;  // positions of the two signs
 };
 
-// The first one from `from` on. A "%" is never part of a longer character.
+// Finds the first reference from `from` on. A "%" is never part of a longer character.
 bool FindReference(const char* from, Reference* reference) {
     reference->begin = std::strchr(from, '%');
     reference->end = reference->begin ? std::strchr(reference->begin + 1, '%') : nullptr;
@@ -50,7 +50,8 @@ CGNString OSExpandEnvironmentVariables(const CGNString& text) {
                                   {value, valueLength});
             ++count;
         }
-        // Not where the value ends: what programs have put into variables relies on it.
+        // Not the end of the value. Programs rely on this because of the values that they store in
+        // variables.
         const std::size_t behind = at + length + 2;
         from = behind > valueLength ? behind - valueLength : 0;
         const std::size_t left =

@@ -1,4 +1,4 @@
-// Other programs: started, run, opened.
+// Other programs: starting, running, opening documents.
 #include "genutil/string/storage.h"
 #include "osprocess.h"
 #include "osutil/platform/process/processes.h"
@@ -7,13 +7,13 @@ using namespace genutil;
 
 namespace {
 
-// As bytes: a piece may end within a character.
+// Appends bytes, because a piece may end within a character.
 bool AppendOutput(void* context, const char* bytes, std::size_t count) {
     CGNString& output = *static_cast<CGNString*>(context);
     const std::uint64_t length = output.GetLength(), needed = length + count;
     if (needed > kMaxTextLength) return false;
     if (needed >= StringStorage::Capacity(output)) {
-        // Room for as much again, so that a long output is not copied at every piece.
+        // Reserves half as much again, so that a long output is not copied for every piece.
         const std::uint64_t room = needed + needed / 2 + 64;
         output.AllocateBuffer(static_cast<unsigned>(room < kMaxTextLength ? room : needed));
         if (needed >= StringStorage::Capacity(output)) return false;

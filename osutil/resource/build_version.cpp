@@ -27,14 +27,13 @@ unsigned char COSBuildVersion::Init() {
     m_major = static_cast<std::int16_t>(record.high >> 16);
     m_minor = static_cast<std::int16_t>(record.high);
     m_maintenance = static_cast<std::int32_t>(record.low >> 16);
-    // One number under two names, since programs ask for either.
+    // The same number under two names, since programs use either.
     m_patch = m_build = static_cast<std::int32_t>(record.low & 0xFFFF);
     m_language = static_cast<std::int32_t>(record.language);
     return 1;
 }
 
-// The blanks are those around a qualifier behind the numbers and before a suffix; a release has
-// neither.
+// The blanks surround a qualifier after the numbers and precede a suffix. A release has neither.
 CGNString& COSBuildVersion::GetVersionString() {
     constexpr char kLabel[] = "Version", kQualifier[] = "", kSuffix[] = "";
     if (m_build < 1)

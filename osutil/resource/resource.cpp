@@ -1,4 +1,4 @@
-// The resource libraries of the process, and the texts of all.
+// The resource libraries of the process, and the texts in them.
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
@@ -29,7 +29,7 @@ Module ResourceTable::Place(Module module) {
 bool ResourceTable::Remove(Module module) {
     int i = 0;
     while (i < kSlots && slots[i] != module && slots[i]) ++i;
-    ++i;  // the slot behind the one where the search ended
+    ++i;  // the slot after the one where the search ended
     if (i >= kSlots || !module || slots[i] != module) return false;
     for (; i + 1 < kSlots && slots[i + 1]; ++i) slots[i] = slots[i + 1];
     slots[i] = nullptr;
@@ -81,8 +81,8 @@ long Attach(const char* path) {
     return HandleOf(module);
 }
 
-// The folder of a module, without the separator at its end: empty for a root. False when it is no
-// module.
+// Stores the directory of a module without its trailing separator; empty for a root. Returns false
+// if it is not a module.
 bool FindFolder(Module module, CGNString& file) {
     constexpr unsigned kMostOfPath = 200;
     file = platform::ModuleFile(module);
@@ -108,10 +108,11 @@ CGNString PathOf(const CGNString& folder, unsigned language, const char* file) {
     return path;
 }
 
-constexpr std::size_t kMostOfText = 2047;  // programs have a buffer of 2048 for a text
+constexpr std::size_t kMostOfText = 2047;  // programs have a buffer of 2048 bytes for a text
 
-// The text of `count` characters, up to its first 0, in the current code set; its length in bytes.
-// Most begin with ASCII, which is the same in all; the blocks are independent of each other.
+// Converts the text of `count` characters, up to its first 0, to the current code set. Returns its
+// length in bytes. Most texts begin with ASCII, which is the same in all code sets; the blocks are
+// independent of each other.
 std::size_t NarrowText(const unsigned short* wide, std::size_t count, char* out) {
     constexpr std::size_t kBlock = 8;
     if (count > kMostOfText) count = kMostOfText;

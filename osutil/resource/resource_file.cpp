@@ -12,18 +12,19 @@ namespace genutil {
 
 namespace {
 
-// What Windows loads has no more sections.
+// Windows does not load files with more sections.
 constexpr unsigned kMostSections = 96;
 constexpr unsigned kSectionSize = 40;
 
 constexpr unsigned kStringKind = 6, kVersionKind = 16, kVersionId = 1;
 
-// A directory: a header, its entries with names, those with numbers in ascending order.
+// A directory consists of a header, entries with names, and entries with numbers in ascending
+// order.
 constexpr unsigned kDirectorySize = 16, kEntrySize = 8;
 constexpr std::uint32_t kIsDirectory = 0x80000000;
 
 struct Entries {
-    std::uint64_t at;  // the first one with a number
+    std::uint64_t at;  // position of the first entry with a number
     unsigned count;
 };
 
@@ -33,7 +34,8 @@ Entries NumberedEntries(const Bytes& tree, std::uint32_t directory) {
             tree.Read16(std::uint64_t{directory} + 14)};
 }
 
-// Whether the table of sections and all that it names is there, as it must be to be loaded.
+// Returns true if the table of sections and everything to which it refers are present, as required
+// for loading.
 bool HasSections(const Bytes& file, std::uint64_t table, unsigned count) {
     if (!file.Has(table, std::uint64_t{count} * kSectionSize)) return false;
     for (unsigned i = 0; i < count; ++i, table += kSectionSize) {
@@ -61,7 +63,7 @@ bool ResourceFile::Open(Bytes file) {
     m_file = file;
     m_sections = file.Part(header + 24 + optionalSize, std::uint64_t{count} * kSectionSize);
 
-    // The third of the data directories, which 64-bit files have further on.
+    // The third of the data directories, which have a higher offset in 64-bit files.
     const unsigned directories = magic == 0x10B ? 96 : 112;
     if (optional.Read32(directories - 4) < 3) return true;
     m_tree = AtAddress(optional.Read32(directories + 16));
@@ -73,7 +75,7 @@ bool ResourceFile::Open(Bytes file) {
     return true;
 }
 
-// From an address in the loaded program to the end of what the file has of its section.
+// Returns the part of the file from an address in the loaded program to the end of its section.
 Bytes ResourceFile::AtAddress(std::uint32_t address) const {
     if (address == 0) return {};
     for (std::size_t at = 0; m_sections.Has(at, kSectionSize); at += kSectionSize) {
@@ -123,7 +125,7 @@ Bytes ResourceFile::FindLeaf(std::uint32_t kind, unsigned id, unsigned language)
     return data.Has(0, size) ? data.Part(0, size) : Bytes();
 }
 
-// In the file the numbers of blocks begin with 1.
+// In the file, block numbers begin with 1.
 unsigned ResourceFile::CountStringBlocks() const {
     return m_strings == 0 ? 0 : NumberedEntries(m_tree, m_strings).count;
 }
@@ -153,7 +155,7 @@ bool ResourceStrings::Fill(const ResourceFile& file, unsigned language) {
     for (unsigned i = 0; i < std::size(m_blockOf); ++i) {
         if (m_blockOf[i] == 0) continue;
         const Bytes block = file.FindStrings(i, language);
-        std::uint64_t at = 0;  // of a string, behind the number of its characters
+        std::uint64_t at = 0;  // position of a string, which follows its number of characters
         for (ResourceText& text : m_blocks[m_blockOf[i] - 1].texts) {
             const unsigned length = block.Read16(at);
             text = {};
@@ -174,18 +176,19 @@ void ResourceStrings::Clear() {
 
 namespace {
 
-// A version resource is made of blocks: the length of all, the length of the value, the kind of the
-// value, a name that ends in a 0, the value, more blocks. Values and blocks begin at multiples of 4
-// from the start of the resource.
+// A version resource consists of blocks: the total length, the length of the value, the kind of the
+// value, a name terminated by 0, the value, and nested blocks. Values and blocks begin at multiples
+// of 4 from the start of the resource.
 struct VersionBlock {
-    std::uint64_t value = 0, valueSize = 0, inner = 0, end = 0;  // places; end 0: no block
+    std::uint64_t value = 0, valueSize = 0, inner = 0, end = 0;  // positions; end is 0 if there is
+                                                                 // no block
 };
 
 std::uint64_t Aligned(std::uint64_t at) {
     return (at + 3) & ~std::uint64_t{3};
 }
 
-// The block at a place, if it bears the name, whose letters are those of `name` in either case.
+// Reads the block at a position if its name equals `name`, ignoring letter case.
 VersionBlock ReadBlock(const Bytes& resource, std::uint64_t at, std::uint64_t end,
                        const char* name) {
     VersionBlock block;

@@ -1,10 +1,9 @@
-// Reads the resources of a Windows program or DLL, 32-bit or 64-bit, out of the bytes of its file.
+// Reading the resources of a Windows program or DLL, 32-bit or 64-bit, from the bytes of its file.
 //
-// Resources stand in a tree of three levels: kind, number, language. A leaf names bytes by their
-// address in the program as it would be loaded; the table of sections says where in the file that
-// is. All of it is taken for what anybody may have written: no number is believed before it is
-// compared with the bytes that there are, every walk is a loop of bounded length, and a tree whose
-// leaf comes early or late has no such leaf.
+// Resources form a tree of three levels: kind, number, language. A leaf refers to bytes by their
+// address in the loaded program. The table of sections gives their position in the file. The
+// content is not trusted: every number is compared with the available bytes before use, every walk
+// is a loop of bounded length, and a leaf at the wrong level is ignored.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +11,7 @@
 
 namespace genutil {
 
-// Bytes of somebody else, numbers little-endian. What lies outside reads as nothing.
+// Untrusted bytes with little-endian numbers. Bytes out of range read as nothing.
 class Bytes {
   public:
     Bytes() = default;
@@ -21,18 +20,18 @@ class Bytes {
     const unsigned char* Data() const { return m_data; }
     std::size_t Size() const { return m_size; }
 
-    // Whether `size` bytes stand at `at`.
+    // Returns true if there are `size` bytes at `at`.
     bool Has(std::uint64_t at, std::uint64_t size) const {
         return at <= m_size && size <= m_size - at;
     }
-    // 0 where there is no such number.
+    // Return 0 if there is no such number.
     unsigned Read16(std::uint64_t at) const {
         return Has(at, 2) ? m_data[at] | unsigned{m_data[at + 1]} << 8 : 0;
     }
     std::uint32_t Read32(std::uint64_t at) const {
         return Has(at, 4) ? Read16(at) | std::uint32_t{Read16(at + 2)} << 16 : 0;
     }
-    // As much of `size` bytes as there is.
+    // Returns the available part of `size` bytes.
     Bytes Part(std::uint64_t at, std::uint64_t size) const {
         if (at > m_size) return {};
         const std::size_t most = m_size - static_cast<std::size_t>(at);
@@ -45,7 +44,7 @@ class Bytes {
     std::size_t m_size = 0;
 };
 
-// 16-bit characters.
+// A text of 16-bit characters.
 struct ResourceText {
     const unsigned char* units = nullptr;
     std::size_t count = 0;
@@ -57,21 +56,22 @@ struct ResourceText {
 
 class ResourceFile {
   public:
-    // The bytes stay the caller's, for as long as anything is asked. False when they are no
-    // program or DLL, or not all of it; one without resources is no failure.
+    // Opens a file. The bytes are owned by the caller and must exist as long as this object is
+    // used. Returns false if they are not a complete program or DLL. A file without resources is
+    // not a failure.
     bool Open(Bytes file);
 
-    // Strings stand in blocks of 16, numbered from 0. The number of the i-th block that the file
-    // has, of CountStringBlocks(); may be any.
+    // Strings are stored in blocks of 16, numbered from 0. StringBlockAt() returns the number of
+    // the i-th block in the file, i < CountStringBlocks(). The numbers may be in any order.
     unsigned CountStringBlocks() const;
     unsigned StringBlockAt(unsigned i) const;
 
-    // A block of strings; empty when there is none. Where it stands in several languages, the one
-    // is taken that Windows takes for a user of `language`: neutral, the user's, the user's primary
-    // language without a country, English (0x0409), and else the first.
+    // Returns a block of strings, or nothing if there is none. If it exists in several languages,
+    // the one is chosen that Windows chooses for a user of `language`: neutral, the user's, the
+    // user's primary language without a country, English (0x0409), otherwise the first.
     Bytes FindStrings(unsigned block, unsigned language) const;
 
-    // The version resource, in the language taken likewise; empty when there is none.
+    // Returns the version resource in the language chosen likewise, or nothing if there is none.
     Bytes FindVersion(unsigned language) const;
 
   private:
@@ -80,10 +80,11 @@ class ResourceFile {
     Bytes FindLeaf(std::uint32_t kind, unsigned id, unsigned language) const;
 
     Bytes m_file, m_sections, m_tree;
-    std::uint32_t m_strings = 0, m_versions = 0;  // their directories in the tree; 0 without
+    std::uint32_t m_strings = 0, m_versions = 0;  // their directories in the tree; 0 if there is
+                                                  // none
 };
 
-// The strings of a file, found by their numbers without a search.
+// The strings of a file, found by number without a search.
 class ResourceStrings {
   public:
     ResourceStrings() = default;
@@ -91,13 +92,14 @@ class ResourceStrings {
     ResourceStrings& operator=(const ResourceStrings&) = delete;
     ~ResourceStrings() { Clear(); }
 
-    // Takes those of a file, in the language for a user of `language`: a string which that block
-    // lacks is not looked for in another. False without memory.
+    // Takes the strings of a file, in the language for a user of `language`. A string that is
+    // missing in that block is not searched for in another language. Returns false if allocation
+    // fails.
     bool Fill(const ResourceFile& file, unsigned language);
     void Clear();
 
-    // False when there is none; an empty one counts as none, and so does one at an odd address,
-    // where no tool puts it.
+    // Finds a string. Returns false if there is none, if it is empty, or if it is at an odd
+    // address, where no tool puts it.
     bool Find(unsigned id, ResourceText* text) const {
         if (id > kMostId || !m_blocks) return false;
         const unsigned block = m_blockOf[id / kInBlock];
@@ -113,17 +115,17 @@ class ResourceStrings {
         ResourceText texts[kInBlock];
     };
 
-    std::uint16_t m_blockOf[(kMostId + 1) / kInBlock] = {};  // from 1; 0 for none
+    std::uint16_t m_blockOf[(kMostId + 1) / kInBlock] = {};  // index from 1; 0 for none
     Block* m_blocks = nullptr;
 };
 
 // The numbers of a version resource.
 struct VersionRecord {
-    std::uint32_t high = 0, low = 0;  // of the file's version, two 16-bit numbers each
-    unsigned language = 0;            // of the first translation; 0 without any
+    std::uint32_t high = 0, low = 0;  // version of the file, two 16-bit numbers each
+    unsigned language = 0;            // language of the first translation; 0 if there is none
 };
 
-// False when the bytes are no version resource with its fixed part.
+// Returns false if the bytes are not a version resource with its fixed part.
 bool ReadVersionRecord(Bytes resource, VersionRecord* record);
 
 }  // namespace genutil

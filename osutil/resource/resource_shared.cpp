@@ -1,8 +1,10 @@
-// The resource libraries that threads share: loaded once, counted, and freed by the last.
+// The resource libraries that threads share. They are loaded once, counted, and freed after the
+// last use.
 //
-// A look-up and the change of the count it finds are one step: under the read lock, counts only
-// grow; under the write lock they shrink, and entries come and go. A library is loaded under the
-// write lock too, so that threads which want the same one at once load it once.
+// A lookup and the change of the count it finds are one step. Under the read lock, counts only
+// increase. Under the write lock they decrease, and entries are added and removed. A library is
+// also loaded under the write lock, so that threads which request the same one concurrently load it
+// once.
 #include <atomic>
 #include <new>
 
@@ -25,18 +27,18 @@ struct Entry {
     std::int32_t count;
 };
 
-constexpr long kVariables = 256;  // of a thread that has none yet
+constexpr long kVariables = 256;  // capacity for a thread that has no variables yet
 constexpr char kSource[] = "osutil/osresdll";
 
-// Never destroyed: threads may still run while the process ends.
+// Never destroyed, because threads may still run while the process ends.
 CGNList& ReshandleLookupList() {
     alignas(CGNList) static unsigned char memory[sizeof(CGNList)];
     static CGNList& list = *new (memory) CGNList(0, 10);
     return list;
 }
 
-// The lock of the list, made by the first attach; null without memory. One that was made before the
-// process became threaded does nothing for it.
+// Returns the lock of the list, created by the first attach, or null if allocation fails. A lock
+// created before the process became threaded does not protect it, so there are two.
 _osrdwr* ListLock() {
     static std::atomic<_osrdwr*> locks[2];
     std::atomic<_osrdwr*>& lock = locks[IsThreaded() ? 1 : 0];
@@ -60,7 +62,7 @@ Entry* EntryAt(int index) {
     return index < 0 ? nullptr : reinterpret_cast<Entry*>(ReshandleLookupList().GetItem(index));
 }
 
-// With one use of it more.
+// Returns the module and increments its count.
 Module FindShared(const char* file) {
     Entry* entry = EntryAt(IndexOf([=](const Entry& e) { return e.file == file; }));
     if (!entry) return nullptr;
@@ -87,7 +89,7 @@ Module AttachShared(const char* file) {
     OSRWLockReadRelease(lock);
     if (module) return module;
     OSRWLockWriteWait(lock);
-    module = FindShared(file);  // another thread may have been here
+    module = FindShared(file);  // another thread may have loaded it
     if (!module) module = LoadShared(file);
     OSRWLockWriteRelease(lock);
     return module;
@@ -108,7 +110,7 @@ void ReleaseShared(Module module) {
     OSRWLockWriteRelease(lock);
 }
 
-// The store does not overwrite a variable, so the one that is there is unset first.
+// The store does not overwrite a variable, so an existing one is removed first.
 bool SetThreadLibrary(Module module) {
     CGNLclSt* variables = ThreadVariables();
     if (!variables || !variables->Init(kVariables)) return false;

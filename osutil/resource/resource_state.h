@@ -1,4 +1,4 @@
-// Where OSLoadString looks.
+// The modules that OSLoadString() searches.
 #pragma once
 
 #include <cstdint>
@@ -9,22 +9,25 @@ class CGNLclSt;
 
 namespace genutil {
 
-// The variable of a thread that holds its resource library.
+// The thread variable that contains the thread's resource library.
 constexpr char kThreadLibrary[] = "MsgResourceHandle";
 
-// The variables of threads; null without memory. Threads may ask for the first time at once.
+// Returns the variables of threads, or null if allocation fails. Threads may make their first calls
+// concurrently.
 CGNLclSt* ThreadVariables();
 
-// What a text that was loaded holds for: as long as both are the same, another call finds the same.
+// The state for which a loaded text is valid. While both members are equal, another call finds the
+// same text.
 struct ResourceState {
-    std::uint32_t changes;    // of the table and of what is loaded, in the process
+    std::uint32_t changes;    // number of changes in the process, to the table and to the loaded
+                              // libraries
     platform::Module thread;  // the calling thread's own library
     bool operator==(const ResourceState&) const = default;
 };
 ResourceState CurrentResourceState();
 
-// To be called behind each change of the table and each library that is freed: its handle may be
-// given to another one.
+// Must be called after each change of the table and after each library is freed, because its handle
+// may be reused.
 void NoteResourceChange();
 
 }  // namespace genutil

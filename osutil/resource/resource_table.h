@@ -1,4 +1,4 @@
-// The resource libraries that a process searches, one after the other.
+// The resource libraries that a process searches, in order.
 #pragma once
 
 #include "osutil/platform/resource/modules.h"
@@ -7,15 +7,16 @@ namespace genutil {
 
 struct ResourceTable {
     static constexpr int kSlots = 10;
-    platform::Module slots[kSlots] = {};  // ends at the first null; the most recent comes first
+    platform::Module slots[kSlots] = {};  // ends at the first null; most recent first
 
-    // Puts a library into slot 0 and returns the one that stood there, which is dropped, not moved
-    // up: programs attach anew to change the language, and it must not answer for texts that the
-    // new one lacks.
+    // Puts a library into slot 0 and returns the previous one, which is removed rather than moved
+    // to slot 1. Programs attach a new library to change the language, and the previous one must
+    // not supply texts that the new one lacks.
     platform::Module Place(platform::Module module);
 
-    // Whether the module is to be freed, which is gone from its second slot then. Programs rely on
-    // it that one which stands once stays: only the slot behind its first one is looked at.
+    // Removes a module from its second slot. Returns true if the module must be freed. Programs
+    // rely on the fact that a module with one slot is kept: only the slot after its first one is
+    // examined.
     bool Remove(platform::Module module);
 };
 

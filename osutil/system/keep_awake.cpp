@@ -1,4 +1,4 @@
-// The machine kept awake while there are objects that ask for it.
+// Keeping the machine awake while there are objects that request it.
 #include "osutil/system/keep_awake.h"
 
 #include <chrono>
@@ -36,7 +36,7 @@ struct AwakeEvent {
     bool Take() { return signalled && !(signalled = false); }
 };
 
-// Guards the number of objects that ask, and the events.
+// Guards the number of requesting objects, and the events.
 struct AwakeLock {
     std::mutex mutex;
     std::condition_variable changed;
@@ -53,7 +53,7 @@ struct KeepAwakeService {
     };
 
     // A forked process has a copy of the service without its worker, which may have held the lock
-    // at that moment: it is left as it is, and the next object that is made starts one.
+    // at that moment. The copy is abandoned, and the next object creates a new service.
     static void LeaveServiceOfParent() {
         if (!Class::m_thread || g_workersProcess == platform::ProcessId()) return;
         Class::m_thread = nullptr;
@@ -63,7 +63,7 @@ struct KeepAwakeService {
         Class::m_bLibraryLoaded = 0;
     }
 
-    // Made once and then kept: objects may outlive the service.
+    // Created once and never freed, because objects may outlive the service.
     static AwakeLock* Lock() {
         if (!Class::m_awakeCritSect) Class::m_awakeCritSect = New<AwakeLock>();
         AssertAllocation(Class::m_awakeCritSect != nullptr, "osutil/oskeepawake", __LINE__);
@@ -91,7 +91,7 @@ struct KeepAwakeService {
             delete worker;
             return;
         }
-        // Objects may ask that were made while an earlier service lived.
+        // Objects that were created while an earlier service existed may still request it.
         Class::m_threadAwakeEvent->signalled = Class::m_awakeCtr > 0;
         *worker = {Class::m_threadAwakeEvent, Class::m_threadTerminateEvent, Class::m_awakeCritSect,
                    &Class::m_awakeCtr, Class::m_lpfnDllFunc1};
@@ -112,7 +112,7 @@ struct KeepAwakeService {
         return 0;
     }
 
-    // As long as there is an object that asks.
+    // Keeps the machine awake as long as there is a requesting object.
     static void StayAwake(const Worker& worker, std::unique_lock<std::mutex>& lock) {
         const auto isOver = [&] { return *worker.counter == 0 || worker.terminate->signalled; };
         bool called = false;
@@ -133,7 +133,8 @@ struct KeepAwakeService {
         Class::m_awakeCritSect->changed.notify_all();
     }
 
-    // A copied object takes back what it never asked for: the number does not go below 0.
+    // A copied object withdraws a request that it never made, so the number must not become
+    // negative.
     static void TakeBack() {
         LeaveServiceOfParent();
         if (!Lock()) return;

@@ -1,4 +1,4 @@
-// What the keep-awake service stands on: the platform's functions, but in tests.
+// The functions that the keep-awake service uses: those of the platform, except in tests.
 #pragma once
 
 namespace genutil {
@@ -8,7 +8,7 @@ struct AwakeSystem {
     void* (*find)(void* library);
     void (*call)(void* function, unsigned long flags);
     void (*free)(void* library);
-    int period;  // milliseconds between calls of the worker
+    int period;  // in milliseconds, between calls of the worker
 };
 extern AwakeSystem g_awakeSystem;
 

@@ -43,7 +43,7 @@ void OSInfo::GetHardware(CGNString& name) {
     name = ProcessorName(platform::ProcessorType());
 }
 
-// Programs compare with these names: later systems keep the last one.
+// Programs compare these names, so later systems report the last one.
 void OSInfo::GetOS(CGNString& name) {
     char other[256];
     if (platform::ReadSystemName(other, sizeof other))

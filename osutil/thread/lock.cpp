@@ -1,9 +1,9 @@
-// Mutexes, read-write locks and conditions. In a process that is not threaded they do nothing but
-// come and go.
+// Mutexes, read-write locks and conditions. In a process that is not threaded they are only created
+// and destroyed.
 //
-// Order: a thread may hold any locks when it takes another; nothing here holds a lock of its own
-// while it waits for one of the caller's, except that the holder of a condition's guard waits for
-// none.
+// Order: a thread may hold any locks when it takes another. Nothing here holds a lock of its own
+// while it waits for one of the caller's, except the guard of a condition, whose holder waits for
+// no other lock.
 #include "osutil/thread/lock.h"
 
 #include <new>
@@ -15,9 +15,9 @@
 using namespace genutil;
 
 struct _oscondition {
-    platform::Semaphore* semaphore;  // a unit for each waiter that was signalled
-    platform::Mutex* guard;          // of the number
-    std::int32_t waiters;            // of those that were not
+    platform::Semaphore* semaphore;  // one unit for each signalled waiter
+    platform::Mutex* guard;          // guards the number
+    std::int32_t waiters;            // number of waiters not yet signalled
 };
 static_assert(sizeof(void*) != 4 || sizeof(_oscondition) == 12);
 
@@ -30,7 +30,7 @@ Record* NewRecord() {
     return new (memory) Record{};
 }
 
-// Counts the call of a function that works in threaded mode only; whether it is to work.
+// Counts a call of a function that only acts in threaded mode. Returns true if it must act.
 bool IsCallToDo(const void* lock) {
     if (!IsThreaded()) return false;
     if (ThreadRecord* self = CurrentThreadRecord()) self->CountCall();
@@ -91,7 +91,7 @@ void OSMutexWaitRemoveThisThread() {
 
 void OSMutexDestroy(_osmutex* mutex) {
     if (IsCallToDo(mutex)) {
-        // So that nothing is left to release for a thread that destroys what it holds.
+        // So that a thread which destroys a mutex that it holds has nothing left to release.
         if (ThreadRecord* self = CurrentThreadRecord()) self->held.RemoveAll(mutex);
         platform::CloseMutex(mutex->handle);
     }
@@ -132,7 +132,7 @@ void OSRWLockDestroy(_osrdwr* lock) {
 
 namespace {
 
-// Releases a unit for each waiter, up to `most`.
+// Releases a unit for each waiter, at most `most`.
 void Signal(_oscondition* condition, std::int32_t most) {
     if (!IsCallToDo(condition) || !Succeeded(platform::WaitMutex(condition->guard))) return;
     const std::int32_t count = condition->waiters < most ? condition->waiters : most;

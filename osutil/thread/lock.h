@@ -1,4 +1,4 @@
-// The record of a mutex, and the steps that the library's own locks take with it.
+// The record of a mutex, and the operations of the library's own locks on it.
 #pragma once
 
 #include <atomic>
@@ -9,9 +9,9 @@
 #include "osutil/thread/threaded.h"
 
 struct _osmutex {
-    genutil::platform::Mutex* handle;  // null when made in a process that was not threaded
-    // The thread that took it last, 0 since a release: for whoever looks into a process. A release
-    // of an inner level clears it too.
+    genutil::platform::Mutex* handle;  // null if created while the process was not threaded
+    // The last thread that took the mutex, 0 after a release: for inspection of a process. A
+    // release of an inner level also clears it.
     std::atomic<unsigned long> owner;
 };
 static_assert(sizeof(void*) != 4 || sizeof(_osmutex) == 8);
@@ -31,16 +31,16 @@ inline bool ReleaseHandle(_osmutex* mutex, Sharing sharing = Sharing::kShared) {
     return Succeeded(platform::ReleaseMutex(mutex->handle, sharing));
 }
 
-// Makes the system's object of a mutex that was made before the process was threaded. Returns true
-// if the mutex can be waited for, or the process is not threaded.
+// Creates the system object of a mutex that was created before the process was threaded. Returns
+// true if the mutex can be waited for, or if the process is not threaded.
 bool MakeMutexUsable(_osmutex* mutex);
 
-// The two calls in full, for where they take more than a few instructions.
+// The complete calls, if they require more than a few instructions.
 void WaitAtLength(_osmutex* mutex);
 bool ReleaseAtLength(_osmutex* mutex);
 
-// OSMutexWait as far as it is a few instructions; false when it takes more. The process is
-// threaded.
+// Performs OSMutexWait() if that requires only a few instructions. Otherwise returns false. The
+// process must be threaded.
 inline bool TakeMutexAtOnce(_osmutex* mutex, Sharing sharing) {
     ThreadRecord* self = KnownThreadRecord();
     if (!self || !platform::TakeMutexAtOnce(mutex->handle, sharing)) return false;
@@ -48,7 +48,8 @@ inline bool TakeMutexAtOnce(_osmutex* mutex, Sharing sharing) {
     return true;
 }
 
-// OSMutexRelease; whether the calling thread held the mutex. The process is threaded.
+// Performs OSMutexRelease(). Returns true if the calling thread held the mutex. The process must be
+// threaded.
 inline bool ReleaseMutex(_osmutex* mutex, Sharing sharing) {
     ThreadRecord* self = KnownThreadRecord();
     if (!self || !self->held.RemoveLast(mutex)) return ReleaseAtLength(mutex);
@@ -56,7 +57,7 @@ inline bool ReleaseMutex(_osmutex* mutex, Sharing sharing) {
     return ReleaseHandle(mutex, sharing);
 }
 
-// OSMutexWait and OSMutexRelease, for callers inside.
+// OSMutexWait() and OSMutexRelease() for internal callers.
 inline void WaitMutex(_osmutex* mutex) {
     if (IsThreaded() && mutex && !TakeMutexAtOnce(mutex, Sharing::kShared)) WaitAtLength(mutex);
 }

@@ -1,4 +1,4 @@
-// A mutex held for the length of a scope.
+// A mutex held for the duration of a scope.
 #pragma once
 
 #include "osutil/thread/lock.h"
@@ -7,7 +7,10 @@ namespace genutil {
 
 class MutexHolder {
   public:
-    explicit MutexHolder(_osmutex* mutex) : m_mutex(mutex) { WaitMutex(m_mutex); }  // null is none
+    explicit MutexHolder(_osmutex* mutex) : m_mutex(mutex) {
+        WaitMutex(m_mutex);
+    }  // null means
+       // none
     ~MutexHolder() { EndMutex(m_mutex); }
     MutexHolder(const MutexHolder&) = delete;
     MutexHolder& operator=(const MutexHolder&) = delete;

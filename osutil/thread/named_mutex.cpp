@@ -1,7 +1,7 @@
 // Mutexes by name.
 //
-// Order: the pool's mutex, then a named one that is released or free; never is one waited for that
-// another thread may hold.
+// Order: the pool's mutex, then a named one that is being released or is free. The pool's mutex is
+// never held while waiting for a named one that another thread may hold.
 #include <atomic>
 #include <cstddef>
 #include <new>
@@ -24,13 +24,14 @@ namespace {
 
 constexpr char kSource[] = "osutil/osnammut";
 
-// An entry knows how many of its users still wait: those, unlike a holder that is gone, come back.
+// An entry with the number of its users that still wait. These will return, unlike a holder that
+// has ended.
 struct Entry : CGNNamedMutex {
     std::atomic<std::int32_t> waiting{0};
 };
 
-// The pool's mutex, and beside it how many entries are kept that have no users: a name that comes
-// back soon, or another one, takes such an entry over. To callers these do not exist.
+// The pool's mutex, and the number of entries that are kept without users. A name that is used
+// again soon, or another name, takes over such an entry. For callers these entries do not exist.
 struct PoolMutex : _osmutex {
     int idle;
 };
@@ -51,7 +52,7 @@ class PoolGuard {
     platform::Mutex* m_handle;
 };
 
-// Read and written by threads that do not hold the pool's mutex.
+// Accessed by threads that do not hold the pool's mutex.
 std::atomic_ref<unsigned char> Held(CGNNamedMutex* entry) {
     return std::atomic_ref<unsigned char>(entry->held);
 }
@@ -81,12 +82,13 @@ Entry* EntryAt(const CGNList& entries, int index) {
 }
 
 struct Found {
-    Entry* entry;  // of the name, with users or without; null if there is none
-    int index;     // of the entry
-    Entry* idle;   // some entry without users that was passed by
+    Entry* entry;  // entry of the name, with users or without; null if there is none
+    int index;     // index of the entry
+    Entry* idle;   // any entry without users that the search passed
 };
 
-// The latest first: who comes to release has often waited just before.
+// Searches the latest entry first, because a thread that releases a mutex has often waited for it
+// just before.
 Found Find(const CGNList& entries, const CGNString& name) {
     Entry* idle = nullptr;
     for (int index = entries.GetCount(); index-- > 0;) {
@@ -97,7 +99,7 @@ Found Find(const CGNList& entries, const CGNString& name) {
     return {nullptr, -1, idle};
 }
 
-// Null without memory.
+// Returns null if allocation fails.
 Entry* FindOrCreateNamedMutex(CGNList& entries, _osmutex* mutex, const CGNString& name) {
     const Found found = Find(entries, name);
     Entry* entry = found.entry ? found.entry : found.idle;
@@ -115,7 +117,7 @@ Entry* FindOrCreateNamedMutex(CGNList& entries, _osmutex* mutex, const CGNString
     return entry;
 }
 
-// A user of the entry finds it under the pool's mutex and is counted from then on.
+// A new user finds the entry under the pool's mutex and is counted from then on.
 Sharing SharingOf(const Entry* entry, std::int32_t ownUses) {
     return entry->users == ownUses ? Sharing::kAlone : Sharing::kShared;
 }
@@ -125,8 +127,8 @@ bool Holds(const _osmutex* mutex) {
     return self && self->held.Has(mutex);
 }
 
-// Whether a user is left over from a thread that gave up the mutex without the pool: who does not
-// wait for it must hold it, but nobody does.
+// Returns true if a user is left over from a thread that released the mutex without the pool: a
+// user that does not wait must be the holder, but the mutex is free.
 bool HasLostUser(const Entry* entry) {
     if (entry->users <= entry->waiting.load()) return false;
     if (platform::TryMutex(entry->mutex->handle) != 0) return false;
@@ -162,7 +164,7 @@ unsigned char CGNNamedMutexPool::WaitNamedMutex(const CGNString& name) {
         entry = FindOrCreateNamedMutex(m_entries, m_mutex, name);
         if (!entry) return 0;
         if (!MakeMutexUsable(entry->mutex)) {
-            // Without users it goes with the next name, or with the pool.
+            // Without users, the entry is reused for the next name, or freed with the pool.
             if (entry->users == 0 && m_mutex) ++static_cast<PoolMutex*>(m_mutex)->idle;
             return 0;
         }
@@ -184,7 +186,7 @@ void CGNNamedMutexPool::ReleaseNamedMutex(const CGNString& name) {
     if (!entry || entry->users == 0) return;
     const bool isHolder = !IsThreaded() || Holds(entry->mutex);
     if (!isHolder) {
-        Succeeded(platform::ReleaseMutex(entry->mutex->handle));  // fails, and says so
+        Succeeded(platform::ReleaseMutex(entry->mutex->handle));  // fails, and reports it
         if (!HasLostUser(entry)) return;
     }
     Held(entry).store(0, std::memory_order_relaxed);
@@ -198,7 +200,7 @@ void CGNNamedMutexPool::ReleaseNamedMutex(const CGNString& name) {
     DestroyEntry(entry);
 }
 
-// The mark is read under the pool's mutex, though a caller need not know: the list may change.
+// The mark is read under the pool's mutex, because the list may change.
 void CGNNamedMutexPool::RelIfWaitNamedMutex(const CGNString& name) {
     PoolGuard guard(m_mutex);
     Entry* entry = Find(m_entries, name).entry;

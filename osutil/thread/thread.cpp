@@ -21,15 +21,15 @@ namespace {
 
 using StartFunction = unsigned (*)(void*);
 
-// What a new thread is to do, released by it before the caller's function runs, which may end the
-// thread itself.
+// The task of a new thread. The thread releases it before the caller's function runs, because that
+// function may end the thread.
 struct StartBlock : platform::ThreadTask {
     StartFunction start;
     void* argument;
     void* threadValue;
 };
 
-// The thread attaches its value itself: so it stands before anything can ask for it.
+// The thread sets its value itself, so that it is available before anything can request it.
 unsigned RunStartBlock(platform::ThreadTask* task) {
     auto* block = static_cast<StartBlock*>(task);
     const StartFunction start = block->start;
@@ -61,7 +61,7 @@ _osthread* OSThreadCreate(unsigned int (*start)(void*), void* argument, void* th
     auto* thread = static_cast<_osthread*>(Allocate(sizeof(_osthread)));
     AssertAllocation(thread != nullptr, "osutil/osthread", __LINE__);
     StartBlock* block = thread ? NewStartBlock(start, argument, threadValue) : nullptr;
-    // A system may start no thread and have no code for it.
+    // A system may fail to start a thread without an error code.
     if (block && Succeeded(platform::StartThread(block, &thread->handle)) && thread->handle)
         return thread;
     Release(block);

@@ -11,8 +11,8 @@ namespace genutil {
 
 // -- Held mutexes --------------------------------------------------------------------------------
 
-// Entries follow. An outgrown block stays, because another thread may be reading it: together these
-// are no larger than the one in use.
+// Followed by the entries. An outgrown block is kept, because another thread may be reading it. All
+// such blocks together are not larger than the current one.
 struct HeldMutexes::Block {
     Block* older;
     Entry* Entries() { return reinterpret_cast<Entry*>(this + 1); }
@@ -56,7 +56,7 @@ void HeldMutexes::RemoveAll(const _osmutex* mutex) {
         if (At(--at) == mutex) RemoveAt(at);
 }
 
-// The count is read first: entries that are read after it have room for as many.
+// The count is read first, so that the entries read after it have room for at least as many.
 bool HeldMutexes::Has(const _osmutex* mutex) const {
     const std::uint32_t count = m_count.load(std::memory_order_acquire);
     const Entry* entries = m_entries.load(std::memory_order_acquire);
@@ -74,15 +74,15 @@ std::atomic<ThreadRecord*> g_buckets[kBuckets];
 
 void EndThread(void* pointer) {
     auto* record = static_cast<ThreadRecord*>(pointer);
-    // What it still held has been given up by the system.
+    // The system has already released the mutexes that the thread still held.
     record->held.Clear();
     if (record->value && record->releaseValue) record->releaseValue(record->value);
     record->value = nullptr;
     record->used.store(false, std::memory_order_release);
 }
 
-// In the child of a fork: the record moves to the bucket of the thread's new number. No other
-// thread is there.
+// In the child of a fork, moves the record to the bucket of the thread's new id. There is no other
+// thread.
 void RenewRecord(void* pointer) {
     auto* record = static_cast<ThreadRecord*>(pointer);
     auto& from = g_buckets[record->thread % kBuckets];

@@ -1,9 +1,9 @@
-// What the library keeps for each thread: the mutexes it holds, the value of its variable store,
-// the zone it last converted in and a count of its calls.
+// The data that the library keeps for each thread: the mutexes it holds, the value of its variable
+// store, the zone of its last conversion and a count of its calls.
 //
-// Records stand in 211 buckets by thread number, and a question about a mutex is put to a whole
-// bucket. A thread changes its own record only, so nothing here locks; other threads of the bucket
-// may read along. A record outlives its thread and goes to a later one of its bucket.
+// Records are in 211 buckets by thread number, and a query for a mutex examines a whole bucket. A
+// thread changes only its own record, so there are no locks here; other threads of the bucket may
+// read concurrently. A record outlives its thread and is reused by a later one of its bucket.
 #pragma once
 
 #include <atomic>
@@ -15,7 +15,7 @@ struct _osmutex;
 
 namespace genutil {
 
-// The mutexes that a thread holds, in the order in which it took them: once for each time.
+// The mutexes that a thread holds, in the order of acquisition, with an entry for each time.
 class HeldMutexes {
   public:
     HeldMutexes() = default;
@@ -23,7 +23,7 @@ class HeldMutexes {
     HeldMutexes(const HeldMutexes&) = delete;
     HeldMutexes& operator=(const HeldMutexes&) = delete;
 
-    // Without memory the mutex is not listed, after a report.
+    // Adds an entry. If allocation fails, which is reported, the mutex is not listed.
     void Add(_osmutex* mutex) {
         const std::uint32_t count = m_count.load(std::memory_order_relaxed);
         if (count == m_capacity) return AddWithGrowth(mutex);
@@ -31,7 +31,7 @@ class HeldMutexes {
         m_count.store(count + 1, std::memory_order_release);
     }
 
-    // Takes out the latest entry of all if it is of the mutex; whether it was.
+    // Removes the latest entry if it is of the mutex. Returns true if it was.
     bool RemoveLast(const _osmutex* mutex) {
         const std::uint32_t count = Count();
         if (count == 0 || At(count - 1) != mutex) return false;
@@ -39,12 +39,12 @@ class HeldMutexes {
         return true;
     }
 
-    // Takes out the latest entry of the mutex, if there is one.
+    // Removes the latest entry of the mutex, if there is one.
     void Remove(const _osmutex* mutex);
     void RemoveAll(const _osmutex* mutex);
     void Clear() { m_count.store(0, std::memory_order_relaxed); }
 
-    // By any thread, while the owner may go on.
+    // May be called from any thread, while the owner continues.
     bool Has(const _osmutex* mutex) const;
 
     std::uint32_t Count() const { return m_count.load(std::memory_order_relaxed); }
@@ -67,13 +67,13 @@ class HeldMutexes {
     std::uint32_t m_capacity{kFirstCapacity};
 };
 
-// The zone of a thread's last conversion, and the state of TZ in which it was the right one.
+// The zone of a thread's last conversion, and the state of TZ for which it is valid.
 struct ZoneInUse {
     const void* zone = nullptr;
     std::uint32_t state = 0;
 };
 
-// The last date of a trace line, and the zone that it is in.
+// The date of the last trace line, and its zone.
 struct TraceDate {
     std::int64_t second = 0;
     std::uint32_t zoneState = 0;
@@ -83,14 +83,14 @@ struct TraceDate {
 
 struct ThreadRecord {
     HeldMutexes held;
-    void* value = nullptr;                  // of the variable store
-    void (*releaseValue)(void*) = nullptr;  // null where the value is not the library's own
-    std::atomic<std::uint32_t> calls{0};    // of lock functions
-    std::uint32_t thread = 0;               // its number
+    void* value = nullptr;                  // value of the variable store
+    void (*releaseValue)(void*) = nullptr;  // null if the value is not owned by the library
+    std::atomic<std::uint32_t> calls{0};    // number of calls of lock functions
+    std::uint32_t thread = 0;               // id of the thread
     ZoneInUse lastZone;
     TraceDate traceDate;
-    std::atomic<bool> used{true};  // by a thread that runs
-    ThreadRecord* next = nullptr;  // in the bucket
+    std::atomic<bool> used{true};  // true while its thread runs
+    ThreadRecord* next = nullptr;  // next record in the bucket
 
     void CountCall() {
         calls.store(calls.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
@@ -99,21 +99,22 @@ struct ThreadRecord {
 
 ThreadRecord* EnterThreadRecord();
 
-// The calling thread's, if it has one already.
+// Returns the calling thread's record, if it already has one.
 inline ThreadRecord* KnownThreadRecord() {
     return static_cast<ThreadRecord*>(platform::ThreadPointer());
 }
 
-// The calling thread's; null, after a report, without memory for a first one.
+// Returns the calling thread's record. Returns null, after reporting it, if allocation of a new one
+// fails.
 inline ThreadRecord* CurrentThreadRecord() {
     ThreadRecord* record = KnownThreadRecord();
     return record ? record : EnterThreadRecord();
 }
 
-// Whether a thread of the calling thread's bucket holds the mutex.
+// Returns true if a thread of the calling thread's bucket holds the mutex.
 bool IsHeldInBucket(const _osmutex* mutex);
 
-// How many calls of lock functions there were in threaded mode, modulo 2^32.
+// Returns the number of calls of lock functions in threaded mode, modulo 2^32.
 std::uint32_t CountLockCalls();
 
 }  // namespace genutil

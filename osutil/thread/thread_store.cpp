@@ -1,4 +1,4 @@
-// CGNLclSt: the variables of a thread by name.
+// CGNLclSt: thread variables by name.
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
@@ -16,9 +16,9 @@ using namespace genutil;
 
 namespace genutil {
 
-// The slots that a call works on: none where there is no table.
+// The slots that a call uses; none if there is no table.
 struct VariableTable {
-    // Programs look into the store of the process.
+    // Programs access the members of the process's store.
     static void CheckLayout() {
         constexpr std::size_t p = sizeof(void*);
         static_assert(sizeof(CGNLclSt) == 2 * p && offsetof(CGNLclSt, m_slots) == p);
@@ -48,7 +48,7 @@ struct VariableTable {
     CGNLclStSlot* Named(const char* name) const {
         return FindInUse([=](const char* other) { return name && std::strcmp(other, name) == 0; });
     }
-    // The same in a few instructions.
+    // Same as above in a few instructions.
     CGNLclStSlot* Named(const ShortName& name) const {
         return FindInUse([&](const char* other) {
             return std::memcmp(other, name.text, sizeof name.text) == 0;
@@ -56,7 +56,8 @@ struct VariableTable {
     }
 
   private:
-    // Tables have room for many and hold few, so free slots are passed eight at a time.
+    // Tables have room for many variables and contain few, so free slots are skipped eight at a
+    // time.
     template <class Matches>
     CGNLclStSlot* FindInUse(Matches matches) const {
         constexpr std::ptrdiff_t kStep = 8;
@@ -88,7 +89,8 @@ namespace {
 
 constexpr char kSource[] = "osutil/oslclst";
 
-// Zeroed: `header` bytes and a number of slots. Null without memory, and for a negative number.
+// Allocates `header` bytes and a number of slots, zeroed. Returns null if allocation fails, and for
+// a negative number.
 void* NewSlots(std::size_t header, long count) {
     if (count < 0 || count > std::numeric_limits<std::int32_t>::max()) return nullptr;
     const std::uint64_t bytes = header + static_cast<std::uint64_t>(count) * sizeof(CGNLclStSlot);
@@ -98,7 +100,8 @@ void* NewSlots(std::size_t header, long count) {
     return memory;
 }
 
-// Filled up with zeros to the size of a short name at least, so that one compares at once.
+// Copies a name, padded with zeros to at least the size of a short name, so that such a name can be
+// compared at once.
 char* CopyName(const char* name) {
     const std::size_t size = std::strlen(name) + 1;
     void* memory = Allocate(std::max(size, sizeof(ShortName)));
@@ -114,7 +117,7 @@ void Clear(CGNLclStSlot& slot) {
     slot = {nullptr, nullptr};
 }
 
-// The end of a table that Init made for a thread.
+// Releases a table that Init() created for a thread.
 void ReleaseTable(void* memory) {
     auto* table = static_cast<CGNLclStTable*>(memory);
     for (std::int32_t i = 0; i < table->m_count; ++i) Release(table->m_slots[i].m_name);
@@ -201,7 +204,8 @@ char* CGNLclSt::GetVarName(long index) {
 }
 
 void CGNLclSt::UnsetLocalVariable(const char* name) {
-    CGNLclStSlot* named = nullptr;  // whose own name was given, which is needed to the end
+    CGNLclStSlot* named = nullptr;  // the slot whose own name was passed, which is needed until the
+                                    // end
     for (CGNLclStSlot& slot : VariableTable::Find(*this)) {
         if (!slot.m_name || (name && std::strcmp(slot.m_name, name) != 0)) continue;
         if (slot.m_name == name)

@@ -1,21 +1,22 @@
-// One pointer for each thread, under its variable store; and a variable of the store at speed.
+// One pointer per thread, on which its variable store is built, and fast access to a variable of
+// the store.
 #pragma once
 
 namespace genutil {
 
-// Gives the calling thread a value; `release`, if not null, gets it when the thread ends. False in
-// a process that is not threaded, and without memory.
+// Sets the value of the calling thread. `release`, if not null, is called with it when the thread
+// ends. Returns false if the process is not threaded or if allocation fails.
 bool SetThreadValue(void* value, void (*release)(void* value));
 
-// The calling thread's; null without one.
+// Returns the calling thread's value, or null if there is none.
 void* ThreadValue();
 
-// The name of a variable, filled up with zeros.
+// The name of a variable, padded with zeros.
 struct ShortName {
     char text[16];
 };
 
-// As CGNLclSt::GetLocalVariable.
+// Same as CGNLclSt::GetLocalVariable().
 void* ThreadVariable(const ShortName& name);
 
 }  // namespace genutil

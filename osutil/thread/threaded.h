@@ -1,4 +1,4 @@
-// The mode of the process, and how failures of threads and locks are told.
+// The threading mode of the process, and reports of failed thread and lock calls.
 #pragma once
 
 #include <atomic>
@@ -11,7 +11,8 @@ inline bool IsThreaded() {
     return g_isThreaded.load(std::memory_order_relaxed) != 0;
 }
 
-// Prints the error code of a system call on standard output, unless it is 0; whether it is 0.
+// Prints the error code of a system call on standard output, unless it is 0. Returns true if it is
+// 0.
 bool TellError(unsigned error);
 
 inline bool Succeeded(unsigned error) {

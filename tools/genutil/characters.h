@@ -1,4 +1,4 @@
-// A walk over the characters of a text, in any encoding.
+// A walk over the characters of a text in any encoding.
 #pragma once
 
 #include <cstddef>
@@ -9,13 +9,13 @@
 
 class CharacterWalk {
   public:
-    // The input must outlive the walk. Byte-order marks and escape sequences are no characters.
+    // The input must outlive the walk. Byte-order marks and escape sequences are not characters.
     explicit CharacterWalk(const Input& input);
 
-    // Steps to the next character, at first to the first one. False behind the last.
+    // Advances to the next character, initially to the first one. Returns false after the last.
     bool Next();
 
-    // The current character. An invalid byte is one of its own.
+    // The current character. An invalid byte is a character by itself.
     std::size_t At() const { return m_at; }
     std::string_view Bytes() const { return m_text.substr(m_at, m_length); }
     bool Valid() const { return m_valid; }
@@ -23,7 +23,8 @@ class CharacterWalk {
     std::size_t Column() const { return m_column; }  // from 1, in characters
     bool EndsLine() const;
 
-    // In UTF-8; empty when the character is invalid or has no counterpart there.
+    // Converts the character to UTF-8. The result is empty if the character is invalid or has no
+    // counterpart.
     std::string ToUtf8() const;
 
   private:
@@ -32,7 +33,7 @@ class CharacterWalk {
 
     std::string_view m_text;
     int m_codeSet;
-    std::string_view m_escape;  // the escape sequence in force, of ISO-2022-JP
+    std::string_view m_escape;  // the escape sequence of ISO-2022-JP in force
     std::size_t m_at;
     std::size_t m_length = 0;
     std::size_t m_line = 1;

@@ -1,13 +1,13 @@
-// The subcommands and what they share on the command line.
+// The subcommands, and the command-line functions that they share.
 #pragma once
 
 #include <string>
 #include <vector>
 
-// Exit statuses, from good to bad: a run ends with the worst it met.
+// Exit statuses, from best to worst. A run ends with the worst that occurred.
 enum Status {
     kOk = 0,
-    kLoss = 1,   // something did not survive, or is invalid
+    kLoss = 1,   // something was lost in conversion, or is invalid
     kError = 2,  // wrong usage, or a file could not be read or written
 };
 
@@ -27,29 +27,29 @@ extern const Command kDetectCommand, kConvertCommand, kTextCommand, kLocaleComma
     kZonesCommand, kShowCommand, kReadCommand, kConfigCommand, kVersionCommand, kMessageCommand,
     kSystemCommand, kDdeCommand, kAutomationCommand;
 
-// An option of a subcommand: where its value goes, or the flag it sets, or where its values go.
+// An option of a subcommand, with the place for its value, for the flag it sets, or for its values.
 struct Option {
     const char* name;       // "--from"
     const char* shortName;  // "-o", or null
     std::string* value;
     bool* flag;
-    std::vector<std::string>* values = nullptr;  // of one that may be repeated
+    std::vector<std::string>* values = nullptr;  // for an option that may be repeated
 };
 
-// Sorts arguments into options and the rest, which goes into `files`. "--name=value" is understood;
-// behind "--" nothing is an option. False after a message about what is wrong.
+// Parses options, and stores all other arguments in `files`. "--name=value" is understood. After
+// "--" nothing is an option. Returns false after a message that describes the error.
 bool ParseArguments(const Arguments& arguments, const std::vector<Option>& options,
                     std::vector<std::string>* files);
 
 // Writes "genutil: " and the message as a line on standard error. Returns kError.
 Status Complain(const std::string& message);
 
-// From this on progress is that of one file of several.
+// Declares that progress is shown for one file of several.
 void PlaceInRow(std::size_t number, std::size_t count);
-// Shows "[2/9] reading name" on a terminal as standard error, until the next message, progress or
-// ClearProgress() wipes it out.
+// Shows "[2/9] reading name" on standard error if that is a terminal. The text is removed by the
+// next message, progress or ClearProgress().
 void ShowProgress(const std::string& name, const std::string& what);
 void ClearProgress();
 
-// Files from this size on have their progress shown.
+// Minimum size of files for which progress is shown.
 constexpr std::size_t kLargeFile = std::size_t{32} << 20;

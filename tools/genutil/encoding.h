@@ -1,32 +1,34 @@
-// Encodings by name, and what a text is encoded in.
+// Encodings by name, and detection of a text's encoding.
 #pragma once
 
 #include <optional>
 #include <string>
 
 struct Encoding {
-    int codeSet;             // enum mbCodeSet
-    bool bigEndian = false;  // of 16-bit units
-    bool marked = false;     // written with a byte-order mark, since its name leaves the order open
+    int codeSet;             // a value of enum mbCodeSet
+    bool bigEndian = false;  // byte order of 16-bit units
+    bool marked = false;     // written with a byte-order mark, because its name leaves the byte
+                             // order open
 };
 
-// The encoding that a name stands for; none for a name that is not known.
+// Returns the encoding with a name, or nothing if the name is unknown.
 std::optional<Encoding> FindEncoding(const std::string& name);
 
 std::string NameOf(Encoding encoding);
 std::string ListEncodings();  // their names, wrapped in lines
 
-// Brings big-endian text into the little-endian order that conversions read, and back.
+// Converts big-endian text to the little-endian order that conversions read, and back.
 void SwapUnits(std::string* text);
 
 struct Detection {
     enum Kind { kAscii, kCertain, kEucJpOrShiftJis, kUnknown };
     Kind kind;
-    Encoding encoding;       // how to read the text, unless unknown
-    std::size_t markLength;  // of its byte-order mark
+    Encoding encoding;       // the encoding to read the text in, unless unknown
+    std::size_t markLength;  // length of its byte-order mark
 };
 Detection Detect(const std::string& text);
 std::string Describe(const Detection& detection);
 
-// Bytes of the byte-order mark that a text begins with, in the encoding's own order.
+// Returns the length of the byte-order mark at the start of a text, in the encoding's own byte
+// order.
 std::size_t MarkLength(const std::string& text, Encoding encoding);

@@ -1,4 +1,4 @@
-// Reading a file, or the standard input, and deciding how to read its bytes.
+// Reading a file or standard input, and choosing the encoding of its bytes.
 #pragma once
 
 #include <string>
@@ -6,22 +6,24 @@
 #include "tools/genutil/encoding.h"
 
 struct Input {
-    std::string name;  // as messages give it
+    std::string name;  // in messages
     std::string text;  // 16-bit units in little-endian order
     Encoding encoding;
-    std::size_t markLength;  // of the byte-order mark that the text begins with
+    std::size_t markLength;  // length of the leading byte-order mark
     bool detected;
 };
 
-// Reads all bytes of a file; "-" is the standard input. False after a message.
+// Reads all bytes of a file. "-" is standard input. Returns false after a message.
 bool ReadBytes(const std::string& path, std::string* bytes);
 
-// Reads a file in the encoding of that (checked) name, "auto" or empty to detect it. False after a
-// message.
+// Reads a file. Returns false after a message.
+// @param encodingName a name that CheckEncodingName() has accepted; "auto" or empty detects the
+//     encoding.
 bool ReadInput(const std::string& path, const std::string& encodingName, Input* input);
 
-// Whether an encoding's name is known, or stands for detection. False after a message.
+// Returns true if the name of an encoding is known, or requests detection. Returns false after a
+// message.
 bool CheckEncodingName(const std::string& encodingName);
 
-// The name of a path in messages.
+// Returns the name of a path in messages.
 std::string DisplayName(const std::string& path);

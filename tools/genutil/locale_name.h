@@ -1,4 +1,4 @@
-// Locales by the names that users write, and texts between their encodings and UTF-8.
+// Locales by the names that users write, and conversion of texts between their encodings and UTF-8.
 #pragma once
 
 #include <string>
@@ -6,19 +6,21 @@
 #include "genlocale.h"
 #include "genstr.h"
 
-// The name that the library's table has for a name that a user may write; empty for none.
+// Returns the library's name for a locale name that a user wrote, or an empty text if there is
+// none.
 std::string TableName(const std::string& name);
 
 std::string ToUtf8(const CGNString& text, int codeSet);
 
-// False when the code set lacks a character of the text; *lostAt is then the first one's byte.
+// Returns false if the code set lacks a character of the text. *lostAt then receives the byte
+// position of the first one.
 bool FromUtf8(const std::string& utf8, int codeSet, CGNString* text, std::size_t* lostAt);
 
-// Characters of a text in UTF-8.
+// Counts the characters of a text in UTF-8.
 std::size_t CountCharacters(const std::string& utf8);
 
-// Makes the code set of a locale's texts current.
+// Makes the code set of a locale's texts the current one.
 void UseCodeSetOf(const CLCLocale& locale);
 
-// Makes UTF-8 current, so that texts can be printed as they are.
+// Makes UTF-8 the current code set, so that texts can be printed without conversion.
 void UseUtf8();

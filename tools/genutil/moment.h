@@ -3,11 +3,12 @@
 
 #include <string>
 
-// "2010-03-20T23:00:00+09:00 in Asia/Tokyo, 1269093600 seconds since 1970", in the zone in force.
+// Returns "2010-03-20T23:00:00+09:00 in Asia/Tokyo, 1269093600 seconds since 1970", in the zone in
+// force.
 std::string DescribeMoment(long seconds);
 
-// Makes a zone that of the process; an empty name changes nothing. False after a message.
+// Sets the zone of the process. An empty name changes nothing. Returns false after a message.
 bool UseZone(const std::string& name);
 
-// Seconds since 1970, or "now". False after a message.
+// Parses seconds since 1970, or "now". Returns false after a message.
 bool ParseSeconds(const std::string& text, long* seconds);

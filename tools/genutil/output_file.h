@@ -1,12 +1,13 @@
-// An output file that appears whole or not at all.
+// An output file that appears complete or not at all.
 #pragma once
 
 #include <string>
 
-// Whether the path may be written: it must not exist, unless `force`. False after a message.
+// Returns true if the path may be written: it must not exist unless `force` is true. Returns false
+// after a message.
 bool MayWrite(const std::string& path, bool force);
 
-// Writes to a new file beside the path and then gives it the path's name; until then, and after
-// any failure, what has that name is untouched. Devices and pipes are written to. False after a
-// message.
+// Writes to a new file in the same directory and then renames it to the path. Until then, and after
+// any failure, an existing file is unchanged. Devices and pipes are written to directly. Returns
+// false after a message.
 bool WriteFile(const std::string& path, const std::string& text);

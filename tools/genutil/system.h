@@ -1,29 +1,30 @@
-// What the program asks of the system beyond standard C++. Paths are as the command line gave them.
+// The system functions that the program needs beyond standard C++. Paths are passed as on the
+// command line.
 #pragma once
 
 #include <cstdio>
 #include <string>
 
-enum class FileKind { kMissing, kFile, kFolder, kOther };  // other: devices, pipes
+enum class FileKind { kMissing, kFile, kFolder, kOther };  // kOther: devices, pipes
 FileKind KindOf(const std::string& path);
 
-// Creates a file that does not exist yet, for writing bytes. Null on failure, with errno set.
+// Creates a new file for writing bytes. Returns null on failure, also if it exists, with errno set.
 std::FILE* CreateNewFile(const std::string& path);
 
-// Gives a file another name, in place of a file that has it. False on failure.
+// Renames a file and replaces an existing one. Returns false on failure.
 bool MoveOver(const std::string& from, const std::string& to);
 
-// Makes the standard streams carry bytes as they are.
+// Switches the standard streams to unchanged bytes.
 void UseBinaryStreams();
 
 bool IsTerminal(std::FILE* stream);
-bool ShowsStyles(std::FILE* stream);  // whether it is a terminal that knows escape sequences
-std::size_t TerminalColumns(std::FILE* stream);  // 80 where it does not tell
+bool ShowsStyles(std::FILE* stream);  // returns true for a terminal that supports escape sequences
+std::size_t TerminalColumns(std::FILE* stream);  // returns 80 if the width is unknown
 
-// An argument of the command line as text in UTF-8.
+// Converts an argument of the command line to UTF-8.
 std::string ArgumentToUtf8(const std::string& argument);
 
-// Makes the code set of the command line's arguments that of the library's functions.
+// Makes the code set of command-line arguments the current one of the library.
 void UseCodeSetOfArguments();
-// A text of the library's in that code set, as the program prints it.
+// Converts a text of the library in that code set to the form that the program prints.
 std::string TextOfArgument(const std::string& text);

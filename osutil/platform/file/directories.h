@@ -1,5 +1,5 @@
-// Walks over directories, and the removal of whole trees. Paths and names are in the current code
-// set.
+// Platform layer: walks over directories, and the removal of whole trees. Paths and names are in
+// the current code set.
 #pragma once
 
 #include <cstdint>
@@ -8,23 +8,24 @@
 
 namespace genutil::platform {
 
-// A file, a link or a directory with all that is in it, links included and nothing they lead to.
+// Removes a file, a link or a directory with all its content. Links are removed, not followed.
 // Stops at the first failure.
 bool RemoveTree(const char* path);
 
-// Whether a name is "." or "..".
+// Returns true if a name is "." or "..".
 template <class Unit>
 bool IsDots(const Unit* name) {
     return name[0] == '.' && (name[1] == 0 || (name[1] == '.' && name[2] == 0));
 }
 
-// A walk over the entries of a directory, "." and ".." among them where the system has them.
+// A walk over the entries of a directory, including "." and ".." if the system has them.
 class Directory {
   public:
-    // With its entries unread, or closed when there is no such directory.
+    // Opens a directory before its first entry. It is closed if there is no such directory.
     enum class Links { kFollow, kRefuse };
     Directory(const char* path, Links links);
-    // The directory that the entry is; closed when it is none, or a link to one.
+    // Opens the directory that is the current entry. It is closed if the entry is not a directory,
+    // or is a link to one.
     Directory EntryAsDirectory() const;
     ~Directory();
     Directory(const Directory&) = delete;
@@ -37,9 +38,9 @@ class Directory {
     // last entry.
     bool HasFailed() const { return m_failed; }
 
-    // The entry. Its name is valid until the next.
+    // The current entry. Its name is valid until the next call of Next().
     const char* Name() const;
-    bool IsDirectory() const;  // a link counts as what it leads to
+    bool IsDirectory() const;  // for a link, that of its target
     bool IsLink() const;
     // Returns false for a name that a path would take for several: on Linux a name may contain
     // "\\".

@@ -1,7 +1,7 @@
-// Files and directories by path.
+// Platform layer: files and directories by path.
 //
-// Paths and names are in the current code set; a null path is one of a file that cannot be reached.
-// Failures of memory are reported to the assertion service and fail the call.
+// Paths and names are in the current code set. A null path refers to a file that cannot be
+// accessed. Failed allocations are reported to the assertion service and make the call fail.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace genutil::platform {
 
-// What the functions that make and remove report.
+// Results of the functions that create and remove.
 enum FileCode : int {
     kDone = 0,
     kFailed = -1,
@@ -21,13 +21,13 @@ enum FileCode : int {
 
 enum class Opening {
     kRead,              // an existing file
-    kCreate,            // a new file; where anything has the name, Code() is kExists
-    kCreateOrTruncate,  // a new file or an emptied one
-    kCreateOrAppend,    // a new file or the end of one, read and written
+    kCreate,            // a new file; if the name exists in any form, Code() is kExists
+    kCreateOrTruncate,  // a new file, or an existing one truncated
+    kCreateOrAppend,    // a new file, or the end of an existing one; for reading and writing
     kAppend             // the end of an existing file
 };
 
-// An open file, closed with its scope. Others may read it meanwhile.
+// An open file, closed at the end of its scope. Other programs may read it meanwhile.
 class File {
   public:
     File(const char* path, Opening opening);
@@ -35,24 +35,25 @@ class File {
     File(const File&) = delete;
     File& operator=(const File&) = delete;
 
-    FileCode Code() const { return m_code; }  // of opening it
-    // Bytes; -1 when it is not open or is no file with bytes of a known number, as a directory is.
+    FileCode Code() const { return m_code; }  // of opening the file
+    // Returns the number of bytes, or -1 if the file is not open or is not a file of known size,
+    // such as a directory.
     std::int64_t Size() const;
-    // Whether all of `count` bytes from `offset` on were there.
+    // Returns true if all `count` bytes from `offset` on were read.
     bool ReadAt(std::int64_t offset, char* out, std::size_t count);
-    bool Write(const char* bytes, std::size_t count);  // whether all were written
-    bool Close();  // whether it was open and the system has taken everything
+    bool Write(const char* bytes, std::size_t count);  // returns true if all were written
+    bool Close();  // returns true if it was open and the system has accepted everything
 
   private:
     std::intptr_t m_handle;
     FileCode m_code;
 };
 
-bool Exists(const char* path);  // whether anything has the name, be it a link to nothing
+bool Exists(const char* path);  // returns true if anything has the name, even a broken link
 
 FileCode MakeDirectory(const char* path);
-// An empty directory; a link to a directory goes in place of that directory.
+// Removes an empty directory, or a link to a directory instead of that directory.
 FileCode RemoveEmptyDirectory(const char* path);
-// Anything but a directory; a link goes in place of what it leads to.
+// Removes anything but a directory. A link is removed instead of its target.
 FileCode RemoveFile(const char* path);
 }  // namespace genutil::platform

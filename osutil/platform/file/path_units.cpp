@@ -10,7 +10,7 @@ namespace genutil::platform {
 
 namespace {
 
-// Character by character, for a path that has something in it that does not convert.
+// Converts character by character, for a path that contains bytes that do not convert.
 std::size_t ConvertWhatConverts(unsigned short* out, const char* path, std::size_t bytes) {
     const unsigned short* const begin = out;
     for (std::size_t at = 0; at < bytes;) {

@@ -1,5 +1,6 @@
-// A path in the current code set as 16-bit characters, and a name in the current code set: what
-// both sides of the seam make their own paths from, and make of their own names.
+// A path in the current code set as 16-bit characters, and a name in the current code set. Both
+// implementations of the platform layer derive their own paths from the former and the latter from
+// their own names.
 #pragma once
 
 #include <cstddef>
@@ -9,11 +10,12 @@
 
 namespace genutil::platform {
 
-// Room for a text, mostly without an allocation.
+// A buffer for a text, usually without an allocation.
 template <class Unit>
 class PathBuffer {
   public:
-    // Room for `count` units; null, after the report, when memory runs out. What was there is gone.
+    // Makes room for `count` units and discards the content. Returns null, after reporting it, if
+    // allocation fails.
     Unit* Reserve(std::size_t count, long line = __builtin_LINE()) {
         m_text = m_short;
         if (count > kShort) {
@@ -35,13 +37,14 @@ class PathBuffer {
 
 class PathUnits {
   public:
-    // Null is no path. A byte b that does not convert becomes the unit kRawByte + b (wide.h), and
-    // so do both bytes of a character that the code set leaves open: none is taken for a separator.
+    // Converts a path. Null means no path. A byte b that does not convert becomes the unit kRawByte
+    // + b (wide_convert.h). So do both bytes of an unassigned character, so that neither is taken
+    // for a separator.
     explicit PathUnits(const char* path);
     PathUnits(const PathUnits&) = delete;
     PathUnits& operator=(const PathUnits&) = delete;
 
-    unsigned short* Get() const { return m_buffer.Get(); }  // terminated; null when there is none
+    unsigned short* Get() const { return m_buffer.Get(); }  // terminated; null if there is no path
     std::size_t Count() const { return m_count; }
 
   private:
@@ -49,12 +52,16 @@ class PathUnits {
     std::size_t m_count = 0;
 };
 
-// A name that the system gave, in the current code set: each side makes it of its own names.
+// A name received from the system, in the current code set. Each implementation derives it from its
+// own names.
 class NarrowedName {
   public:
-    const char* Get() const { return m_name; }  // null when memory ran out, which has been reported
-    // As much of it as there is room for, in whole characters, with a terminator; an empty text
-    // when memory ran out.
+    const char* Get() const {
+        return m_name;
+    }  // null if allocation failed, which has been
+       // reported
+    // Copies as many whole characters as fit, with a terminator. The result is empty if allocation
+    // failed.
     void CopyTo(char* out, std::size_t size) const;
 
   protected:

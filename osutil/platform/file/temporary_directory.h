@@ -1,12 +1,12 @@
-// The directory for temporary files.
+// Platform layer: the directory for temporary files.
 #pragma once
 
 #include <cstddef>
 
 namespace genutil::platform {
 
-// The directory for temporary files with a separator behind it. Bytes stored, without a terminator;
-// 0 when they and the terminator are more than `size`.
+// Stores the path of the directory with a trailing separator. Returns the number of bytes,
+// excluding the terminator, or 0 if the path and its terminator do not fit in `size`.
 std::size_t TemporaryDirectory(char* out, std::size_t size);
 
 }  // namespace genutil::platform

@@ -18,7 +18,8 @@ bool IsFancyBlank(Unit c) {
     return c == 0x00A0 || c == 0x2007 || c == 0x2009 || c == 0x202F;
 }
 
-// What a pattern must keep between apostrophes: letters of any script, but no punctuation.
+// Returns true for characters that a pattern must keep in apostrophes: letters of any script, but
+// no punctuation.
 bool IsLetter(Unit c) {
     constexpr Unit kArabicComma = 0x060C;
     if (c < 0x80) return IsAsciiLetter(c);
@@ -26,7 +27,7 @@ bool IsLetter(Unit c) {
            (c < 0x3000 || c > 0x303F);
 }
 
-// Text into a buffer of fixed size; too much of it spoils the whole.
+// Writes text to a buffer of fixed size. If it does not fit, the whole text is invalid.
 class Writer {
   public:
     Writer(Unit* out, std::size_t size) : m_out(out), m_size(size) {}
@@ -52,8 +53,7 @@ class Writer {
     std::size_t m_length = 0;
 };
 
-// The token that a field of a pattern becomes, and how often it is written; nothing for a field
-// that a pattern has no token for.
+// The token for a field of a pattern, and its number of letters; none for a field without a token.
 struct Token {
     char letter;
     int count;
@@ -94,8 +94,8 @@ Token TokenOfField(Unit field, int run) {
     }
 }
 
-// Literal text between two fields. Its letters, all between them and a full stop behind the last go
-// between apostrophes.
+// Literal text between two fields. Its letters, everything between them and a full stop after the
+// last are put in apostrophes.
 class Literal {
   public:
     void Add(Unit c) {
@@ -172,7 +172,7 @@ bool WindowsPattern(const Unit* pattern, Unit* out, std::size_t size) {
         const Token token = TokenOfField(*p, run);
         p += run - 1;
         if (token.count == 0) {
-            if (p[1] == ' ') ++p;  // the blank behind what is left out goes with it
+            if (p[1] == ' ') ++p;  // the blank after an omitted field is also omitted
             continue;
         }
         const bool besideMarker = literal.Empty() && (writer.Last() == 't' || token.letter == 't');
@@ -188,7 +188,9 @@ bool SeparatorOfPattern(const Unit* pattern, Unit* out, std::size_t size) {
     const Unit* from = nullptr;
     const Unit* to = nullptr;
     ForEachToken(pattern, [&](char letter, int run, const Unit* at) {
-        if (letter == 't' || (letter == 'd' && run > 2)) return true;  // stands beside the parts
+        if (letter == 't' || (letter == 'd' && run > 2))
+            return true;  // not one of the date's
+                          // parts
         if (from) to = at;
         if (!from) from = at + run;
         return !to;
@@ -206,7 +208,7 @@ bool SeparatorOfPattern(const Unit* pattern, Unit* out, std::size_t size) {
 
 int OrderOfPattern(const Unit* pattern) {
     bool yearFirst = false;
-    char first = 0;  // of day and month
+    char first = 0;  // the first of day and month
     ForEachToken(pattern, [&](char letter, int run, const Unit*) {
         if (letter == 'y') yearFirst = true;
         if (letter == 'M' || (letter == 'd' && run <= 2)) first = letter;
@@ -245,7 +247,7 @@ void PlainText(Unit* text, Unit blank) {
 }
 
 void GroupingOfPattern(const Unit* pattern, Unit (&out)[8]) {
-    int sizes[2] = {0, 0};  // of the last group and of the one before it
+    int sizes[2] = {0, 0};  // sizes of the last group and of the preceding one
     int digits = 0, commas = 0;
     for (const Unit* p = pattern; *p && *p != '.' && *p != ';'; ++p) {
         if (*p == ',') {
@@ -271,7 +273,7 @@ void GroupingOfPattern(const Unit* pattern, Unit (&out)[8]) {
 int NegativeFormatOfPattern(const Unit* pattern) {
     const Unit* p = pattern;
     while (*p && *p != ';') ++p;
-    if (!*p++) return 1;  // a pattern without a negative form puts the sign in front
+    if (!*p++) return 1;  // a pattern without a negative form puts the sign before the number
     if (*p == '(') return 0;
     if (*p == '-') return p[1] == ' ' || IsFancyBlank(p[1]) ? 2 : 1;
     while (p[1]) ++p;

@@ -1,4 +1,4 @@
-// What the library asks of an operating system about the conventions of a locale.
+// Platform layer: the conventions of a locale.
 #pragma once
 
 #include <cstddef>
@@ -6,8 +6,8 @@
 
 namespace genutil {
 
-// Names of the texts of a locale. Patterns have the tokens d M y g h H m s t, with other letters
-// between apostrophes; days count from Monday.
+// The texts of a locale. Patterns have the tokens d M y g h H m s t, with other letters in
+// apostrophes. Days are counted from Monday.
 enum LocaleText : std::uint8_t {
     kDateSeparator,
     kTimeSeparator,
@@ -20,10 +20,10 @@ enum LocaleText : std::uint8_t {
     kGroupSeparator,
     kGrouping,  // "3;0"
     kNegativeSign,
-    kMonthName,                               // 13
-    kMonthAbbreviation = kMonthName + 13,     // 13
-    kDayName = kMonthAbbreviation + 13,       // 7
-    kDayAbbreviation = kDayName + 7,          // 7
+    kMonthName,                               // 13 texts
+    kMonthAbbreviation = kMonthName + 13,     // 13 texts
+    kDayName = kMonthAbbreviation + 13,       // 7 texts
+    kDayAbbreviation = kDayName + 7,          // 7 texts
     kEnglishLanguage = kDayAbbreviation + 7,  // "German"
     kEnglishCountry,                          // "Switzerland"
     kNativeLanguage,
@@ -36,29 +36,29 @@ enum LocaleText : std::uint8_t {
     kLocaleTexts
 };
 
-// Names of the numbers. Those of the dates and the time follow from the patterns.
+// The numbers of a locale. Those for dates and times are derived from the patterns.
 enum LocaleNumber : std::uint8_t {
     kShortDateOrder,  // 0 month day year, 1 day before month, 2 year month day
     kLongDateOrder,
     kCentury,           // 1: years in four digits
     kDayLeadingZero,    // 1: days in two digits
     kMonthLeadingZero,  // 1: months in two digits
-    kTime24,            // 1: hours to 24
-    kTimeMarkerFirst,   // 1: AM or PM in front
+    kTime24,            // 1: hours from 0 to 23
+    kTimeMarkerFirst,   // 1: AM or PM precedes the time
     kHourLeadingZero,   // 1: hours in two digits
     kNegativeFormat,    // 0 (1), 1 -1, 2 - 1, 3 1-, 4 1 -
-    kLeadingZero,       // 1: a 0 in front of the decimal symbol
+    kLeadingZero,       // 1: a 0 before the decimal symbol
     kFractionDigits,    // of a plain number
     kCalendar,          // 1 Gregorian, 3 Japanese, 7 Thai and so on
-    kFirstDayOfWeek,    // 0 Monday
+    kFirstDayOfWeek,    // 0: Monday
     kCurrencyDigits,
     kLocaleNumbers
 };
 
 namespace platform {
 
-// The facts as the system has them, in UTF-16. What the system did not tell is not in `known`,
-// which has a bit for each text, and is -1 in `number`.
+// The facts as the system provides them, in UTF-16. A text that the system does not provide has no
+// bit in `known`, and such a number is -1.
 struct LocaleRecord {
     static constexpr std::size_t kUnits = 80;  // with the terminator
     std::uint64_t known = 0;
@@ -69,16 +69,18 @@ struct LocaleRecord {
 };
 static_assert(kLocaleTexts <= 64);
 
-// Reads the facts of a language identifier; `name` is its locale's name, such as "de_CH", for a
-// system that goes by names, and null when the library has none for it. Settings that the user
-// changed for the own locale count. False when the system does not know the locale. Slow.
+// Reads the facts of a locale, including the settings that the user changed for the user's own
+// locale. Slow. Returns false if the system does not know the locale.
+// @param language the language identifier.
+// @param name the name of the locale, such as "de_CH", for a system that identifies locales by
+//     name; null if the library has none.
 bool ReadLocaleFacts(std::uint32_t language, const char* name, LocaleRecord* record);
 
-// Whether the system has the very locale, and not only facts that it takes from a related one.
+// Returns true if the system has the locale itself, and not only facts of a related one.
 bool KnowsLocale(std::uint32_t language, const char* name);
 
-// Changes when settings of the system may have: what was read under the same number is still right.
-// Fast.
+// Returns a number that changes when settings of the system may have changed. Data read under the
+// same number is still valid. Fast.
 std::uint32_t LocaleSettingsStamp();
 
 }  // namespace platform

@@ -1,10 +1,11 @@
-// What the library asks of an operating system about a locale by the numbers of Windows' own query.
+// Platform layer: locale facts by the type numbers of the Windows query.
 #pragma once
 
 namespace genutil::platform {
 
-// Stores a fact as a terminated text in the locale's ANSI code page, or as 32 bits when the type
-// asks for that. Returns the bytes stored, or with a size of 0 those needed; 0 on failure.
+// Stores a fact as a terminated text in the locale's ANSI code page, or as 32 bits if the type
+// requests that. Returns the number of bytes stored, or with a size of 0 the number needed. Returns
+// 0 on failure.
 int AskLocale(unsigned long locale, unsigned long type, char* out, int size);
 
 }  // namespace genutil::platform

@@ -1,4 +1,4 @@
-// What the library asks of an operating system about the user's locale and about letters.
+// Platform layer: the user's locale, letter case and collation.
 #pragma once
 
 #include <cstddef>
@@ -6,9 +6,9 @@
 
 namespace genutil::platform {
 
-// The locale of the calling user. A system that numbers its locales gives a language identifier and
-// the number of its ANSI code page; one that names them gives a name such as "ja_JP" and zeroes. A
-// user without a locale has neither.
+// The locale of the calling user. A system that numbers its locales provides a language identifier
+// and the number of its ANSI code page. A system that names them provides a name such as "ja_JP"
+// and zeroes. A user without a locale has neither.
 struct UserLocale {
     std::uint16_t language;
     unsigned ansiCodePage;
@@ -16,17 +16,19 @@ struct UserLocale {
 };
 UserLocale GetUserLocale();
 
-// The number of the ANSI code page of a language; 0 when the system does not know one.
+// Returns the number of the ANSI code page of a language, or 0 if the system does not know one.
 unsigned AnsiCodePageOfLanguage(std::uint16_t language);
 
-// Whether the system keeps a registry of time zones that can be read.
+// Returns true if the system has a registry of time zones that can be read.
 bool HasTimeZoneRegistry();
 
-// Simple case mapping of one 16-bit character, by Unicode, where it maps there and back.
+// Simple Unicode case mapping of one 16-bit character, applied if the reverse mapping returns to
+// it.
 std::uint16_t ToUpper(std::uint16_t character);
 std::uint16_t ToLower(std::uint16_t character);
 
-// Compares by the collation of the user's locale: negative, 0 or positive. Lengths in characters.
+// Compares by the collation of the user's locale. Returns a negative number, 0 or a positive
+// number. Lengths are in characters.
 int Collate(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b,
             std::size_t bLength);
 

@@ -1,32 +1,32 @@
-// What the library asks of an operating system about other programs. Texts are in the current code
-// set.
+// Platform layer: other programs. Texts are in the current code set.
 #pragma once
 
 #include <cstddef>
 
 namespace genutil::platform {
 
-// Takes a piece of a program's output; false ends the program.
+// Receives a piece of a program's output. Returning false terminates the program.
 using TakeOutput = bool (*)(void* context, const char* bytes, std::size_t count);
 
-// Runs a program in a console or session of its own, its input that of the process, and hands over
-// what it prints until it closes its output: its exit code then, or kStillActive; 1 when the output
-// was not read to its end; the system's error code when it did not start.
+// Runs a program in its own console or session, with the input of this process, and passes on its
+// output until the program closes it. Returns the exit code, or kStillActive if the program still
+// runs. Returns 1 if the output was not read to its end, or the system's error code if the program
+// could not be started.
 long RunProgram(const char* commandLine, TakeOutput take, void* context);
 constexpr long kStillActive = 259;
 
-// Starts a program that shares nothing but the standard handles. 0, or the system's error code.
+// Starts a program that shares only the standard handles. Returns 0 or the system's error code.
 unsigned long StartProgram(const char* commandLine);
 
-// The system's text for one of its error codes, cut where it does not fit; empty when there is
-// none.
+// Stores the system's text for one of its error codes, truncated if it does not fit, or an empty
+// text if there is none.
 void DescribeError(unsigned long error, char* out, std::size_t size);
 
-// Opens a document with the program of its kind, in the temporary directory.
+// Opens a document with its associated program, in the temporary directory.
 bool OpenDocument(const char* path);
 
-// The value of a variable of the process, cut behind the last character that fits. False when it is
-// not set.
+// Stores the value of an environment variable, truncated after the last character that fits.
+// Returns false if it is not set.
 bool ReadVariable(const char* name, char* out, std::size_t size);
 
 }  // namespace genutil::platform

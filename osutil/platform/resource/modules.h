@@ -1,6 +1,6 @@
-// What the library asks of an operating system about modules: the program, the libraries that are
-// loaded into it, and resource libraries. Texts and paths are in the current code set. Memory that
-// runs out is reported to the assertion service and fails the call.
+// Platform layer: modules, which are the program, the libraries loaded into it, and resource
+// libraries. Texts and paths are in the current code set. Failed allocations are reported to the
+// assertion service and make the call fail.
 #pragma once
 
 #include <cstddef>
@@ -10,31 +10,32 @@
 
 namespace genutil::platform {
 
-// Where the system keeps a module. Null stands for the program.
+// The system's reference to a module. Null denotes the program.
 using Module = void*;
 
-// Loads a library for its resources. The same file gives the same module as long as it is loaded,
-// and has to be freed as often. A path without a folder is looked for where the program lies and in
-// the current folder; a name without a dot gets ".dll". Null when there is no such library.
+// Loads a library for its resources. While a file is loaded, loading it again returns the same
+// module, which must be freed as many times. A path without a directory is searched for in the
+// program's directory and in the current directory. A name without a dot gets ".dll". Returns null
+// if there is no such library.
 Module LoadResourceLibrary(const char* path);
 void FreeResourceLibrary(Module module);
 
-// The string of a number: 16-bit characters without a terminator, at least one, which stay where
-// they are while the module is loaded. Null when the module has none, or is none that has resources
-// here; the program has some on Windows only. A number is taken modulo 65536. Any thread; asks no
-// system on Linux.
+// Returns the string with a number: at least one 16-bit character, without a terminator, valid
+// while the module is loaded. Returns null if the module has no such string or has no resources
+// here; the program has some on Windows only. A number is taken modulo 65536. May be called from
+// any thread. Makes no system calls on Linux.
 const unsigned short* FindModuleString(Module module, unsigned id, std::size_t* count);
 
-// The file of a module: one that LoadResourceLibrary gave, the program, or a library that runs in
-// this process, by the handle with which the system loaded it or, on Linux, any address in it.
-// Empty when it is none.
+// Returns the file of a module: a module returned by LoadResourceLibrary(), the program, or a
+// library in this process, identified by its system handle or, on Linux, by any address in it.
+// Returns an empty string for anything else.
 CGNString ModuleFile(Module module);
 
 // Reads the version resource of any program or DLL into memory that the caller releases
-// (allocate.h). Null when the file has none or cannot be read.
+// (allocate.h). Returns null if the file has none or cannot be read.
 unsigned char* ReadVersionResource(const char* path, std::size_t* size);
 
-// The characters that separate folders in a path.
+// The characters that separate directories in a path.
 extern const char* const kFolderSeparators;
 
 }  // namespace genutil::platform

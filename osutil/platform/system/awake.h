@@ -1,15 +1,17 @@
-// What the library asks of an operating system to keep the machine awake.
+// Platform layer: keeping the machine awake.
 #pragma once
 
 namespace genutil::platform {
 
-// The library that the machine is kept awake by, and what it has for that; null when there is none.
+// Return the library that keeps the machine awake, and its function for that. Return null if there
+// is none.
 void* LoadAwakeLibrary();
 void* FindAwakeFunction(void* library);
-// kStayAwake until the next call, 0 to sleep as usual. A call is for the calling thread on Windows
-// and for the process elsewhere.
+// Keeps the machine awake until the next call (kStayAwake), or lets it sleep as usual (0). A call
+// applies to the calling thread on Windows and to the process elsewhere.
 void CallAwakeFunction(void* function, unsigned long flags);
 constexpr unsigned long kStayAwake = 0x80000001;
-void FreeAwakeLibrary(void* library);  // and sleep as usual, elsewhere than on Windows
+void FreeAwakeLibrary(void* library);  // elsewhere than on Windows, also lets the machine sleep as
+                                       // usual
 
 }  // namespace genutil::platform

@@ -1,5 +1,4 @@
-// What the library asks of an operating system about the machine. Texts are in the current code
-// set.
+// Platform layer: the machine. Texts are in the current code set.
 #pragma once
 
 #include <cstddef>
@@ -7,13 +6,13 @@
 
 namespace genutil::platform {
 
-// The system's number for the kind of the processor, 586 for a Pentium; 0 where it has none.
+// Returns the system's number for the processor type, 586 for a Pentium, or 0 if it has none.
 unsigned long ProcessorType();
 
-// The number of this process: one that was forked has another.
+// Returns the number of this process. A forked process has its own.
 std::uint32_t ProcessId();
 
-// Of Windows; all numbers are 0 elsewhere.
+// The version of Windows. All numbers are 0 on other systems.
 struct WindowsVersion {
     bool known;
     unsigned long platform;  // 0 Win32s, 1 the consumer line, 2 the line of Windows NT
@@ -21,11 +20,11 @@ struct WindowsVersion {
 };
 WindowsVersion ReadWindowsVersion();
 
-// The name of a system that is not Windows; false on Windows.
+// Stores the name of a system other than Windows. Returns false on Windows.
 bool ReadSystemName(char* out, std::size_t size);
 
-// Bytes, and percent; all 0 when the system does not tell. The paging file is what programs can
-// have in all, in memory and on disk.
+// Memory sizes in bytes, and load in percent; all 0 if the system does not provide them. The paging
+// file is the total that programs can use, in memory and on disk.
 struct Memory {
     std::uint32_t load;
     std::uint64_t totalPageFile, availablePageFile;
@@ -34,7 +33,7 @@ struct Memory {
 };
 Memory ReadMemory();
 
-// At most size - 1 bytes; empty on failure.
+// Stores at most size - 1 bytes; empty on failure.
 void ReadHostName(char* out, std::size_t size);
 
 }  // namespace genutil::platform

@@ -1,4 +1,4 @@
-// What the library asks of an operating system about what a character is.
+// Platform layer: the classes of characters.
 #pragma once
 
 #include <cstdint>
@@ -6,17 +6,17 @@
 namespace genutil::platform {
 
 enum CharacterClass : std::uint8_t {
-    kAlpha = 0x01,  // letters of any script, letter numbers among them
+    kAlpha = 0x01,  // letters of any script, including letter numbers
     kDigit = 0x02,  // decimal digits of any script
     kLower = 0x04,
     kUpper = 0x08,
-    kPunct = 0x10,  // punctuation; of other symbols those of the first 256 characters only
-    kSpace = 0x20,  // white space, control characters that space among it
+    kPunct = 0x10,  // punctuation; other symbols only among the first 256 characters
+    kSpace = 0x20,  // white space, including control characters for spacing
     kHexDigit = 0x40,
-    kPrint = 0x80,  // assigned, and no control or format character
+    kPrint = 0x80,  // assigned characters except control and format characters
 };
 
-// Writes the classes of the 256 characters from page * 256 on. Slow: the caller keeps them.
+// Writes the classes of the 256 characters from page * 256 on. Slow; the caller stores the result.
 void ReadCharacterClasses(unsigned page, std::uint8_t* classes);
 
 }  // namespace genutil::platform

@@ -1,10 +1,10 @@
-// The error code of the last failed call.
+// Platform layer: the error code of the last failed call.
 #pragma once
 
 namespace genutil::platform {
 
-// Restores the calling thread's error codes, the C runtime's and the system's, at the end of its
-// scope.
+// Restores the calling thread's error codes, that of the C runtime and that of the system, at the
+// end of its scope.
 class KeepLastError {
   public:
     KeepLastError();

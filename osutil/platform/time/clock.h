@@ -1,14 +1,14 @@
-// What the library asks of an operating system about time.
+// Platform layer: time.
 #pragma once
 
 #include <cstdint>
 
 namespace genutil::platform {
 
-// Seconds since 1 January 1970, UTC.
+// Returns the seconds since 1 January 1970, UTC.
 std::int64_t SecondsNow();
 
-// The local clock as seconds since 1970 (its fields read by the zone of the process), and the
+// The local clock as seconds since 1970, with fields in the time zone of the process, and the
 // milliseconds within that second.
 struct WallClock {
     std::int64_t seconds;
@@ -16,7 +16,7 @@ struct WallClock {
 };
 WallClock ReadWallClock();
 
-// Milliseconds of a clock that is never set; wraps around after 49 days.
+// Returns the milliseconds of a clock that is never set. Wraps around after 49 days.
 std::uint32_t TickCount();
 
 }  // namespace genutil::platform

@@ -1,11 +1,11 @@
-// Owners of the system's handles, each closed with its scope.
+// Owners of the system's handles, each closed at the end of its scope.
 #pragma once
 
 #include "osutil/platform/win32/windows_api.h"
 
 namespace genutil::platform {
 
-// Kind says what a handle is, which value stands for none, and how one is closed.
+// Kind defines the type of a handle, the value that means none, and how it is closed.
 template <class Kind>
 class ScopedHandle {
   public:
@@ -18,7 +18,7 @@ class ScopedHandle {
 
     explicit operator bool() const { return m_handle != Kind::None(); }
     Handle Get() const { return m_handle; }
-    // Where a call of the system stores a new handle; there must be none yet.
+    // The place in which a system call stores a new handle. There must be none yet.
     Handle* Place() { return &m_handle; }
     void Close() {
         if (m_handle != Kind::None()) Kind::Close(m_handle);
@@ -50,7 +50,7 @@ struct KeyKind {
     static void Close(HKEY key) { RegCloseKey(key); }
 };
 
-// A key of the registry, opened for `rights`; none if it cannot be opened.
+// A key of the registry, opened with `rights`; none if it cannot be opened.
 class ScopedKey : public ScopedHandle<KeyKind> {
   public:
     ScopedKey(HKEY parent, const char* name, REGSAM rights) {

@@ -1,4 +1,4 @@
-// The one door to the Windows headers: API level, macros and the headers themselves.
+// The only place that includes the Windows headers: API level, macros and the headers themselves.
 #pragma once
 
 #define WIN32_LEAN_AND_MEAN
@@ -8,10 +8,10 @@
 #ifndef _WIN32_WINNT
 #define _WIN32_WINNT 0x0601
 #endif
-// Before it, which has older sockets of its own.
+// Before windows.h, which has older sockets of its own.
 #include <windows.h>
 #include <winsock2.h>
-// Behind it, which they need.
+// After windows.h, which they need.
 #include <dde.h>
 #include <ddeml.h>
 #include <shellapi.h>

@@ -1,4 +1,4 @@
-// There is no automation here, and everything says so.
+// There is no automation on this platform. Every function fails.
 #include "osutil/platform/automation/automation.h"
 
 namespace genutil::platform {
@@ -6,7 +6,7 @@ namespace genutil::platform {
 namespace {
 
 bool Unavailable(AutomationError* error) {
-    constexpr unsigned long kNotImplemented = 0x80004001;  // the code of COM
+    constexpr unsigned long kNotImplemented = 0x80004001;  // the code in COM
     error->code = static_cast<std::int32_t>(kNotImplemented);
     error->description = "OLE automation is not available on this system";
     return false;
@@ -18,7 +18,7 @@ bool AutomationAvailable() {
     return false;
 }
 
-// No object was ever made.
+// Never called with an object, because none is ever created.
 void RetainOleObject(OleObject*) {}
 void ReleaseOleObject(OleObject*) {}
 

@@ -14,7 +14,7 @@ namespace genutil::platform {
 ConfigPath::ConfigPath(const char* name) {
     char record[4096];
     const char *home = std::getenv("XDG_CONFIG_HOME"), *below = "";
-    if (!home || *home != '/') {  // a relative path is none, by that variable's rules
+    if (!home || *home != '/') {  // a relative path is invalid by the rules of that variable
         home = std::getenv("HOME");
         below = "/.config";
     }
@@ -38,8 +38,8 @@ bool MakeFolderOf(const char* path) {
     const auto make = [&folder] { return mkdir(folder, 0700) == 0 || errno == EEXIST; };
     if (make()) return true;
     if (errno != ENOENT) return false;
-    // Those above it, from the top. One that is there need not be told from one that fails: the
-    // last one tells.
+    // Creates the parent directories from the top. Results are ignored: an existing directory need
+    // not be distinguished from a failure, because the last call shows whether all succeeded.
     for (char* end = std::strchr(folder + 1, '/'); end; end = std::strchr(end + 1, '/')) {
         *end = 0;
         make();

@@ -14,13 +14,13 @@ namespace {
 
 struct Slot {
     FileState state;
-    int codeSet;        // whose letter case the index follows
-    char* text;         // null while the file was seen once
-    std::uint64_t use;  // 0 while free
+    int codeSet;        // the code set whose letter case the index uses
+    char* text;         // null if the file was seen only once
+    std::uint64_t use;  // 0 if free
     IniIndex index;
 };
 
-// Never destroyed: threads may still read while the process ends.
+// Never destroyed, because threads may still read while the process ends.
 constexpr unsigned kSlots = 8;
 constinit Slot g_slots[kSlots] = {};
 constinit std::uint64_t g_uses = 0;
@@ -52,7 +52,7 @@ Slot* FindSlot(const FileState& state) {
     return nullptr;
 }
 
-// The slot that an earlier state of the file has, or that was not used for the longest time.
+// Returns the slot of an earlier state of the file, or else the least recently used slot.
 Slot& NewSlot(const FileState& state) {
     Slot* chosen = &g_slots[0];
     for (Slot& slot : g_slots) {

@@ -1,8 +1,8 @@
-// Profiles that were read lately, so that a file that did not change is not read again.
+// A cache of recently read profiles, so that an unchanged file is not read again.
 //
-// A file is held from its second reading on, when its state (file_state.h) was the same both
-// times. Nobody waits for the cache: who finds it in use reads the file. So a process that was
-// forked while it was in use only reads more slowly.
+// A file is cached from its second reading on, if its state (file_state.h) was the same both times.
+// No thread waits for the cache. If it is in use, the file is read. A process that was forked while
+// the cache was in use therefore only reads more slowly.
 #pragma once
 
 #include <string_view>
@@ -12,15 +12,15 @@
 
 namespace genutil::platform {
 
-enum class Cached { kNo, kLoad, kFound, kMissing };  // kLoad: the file is worth being held
+enum class Cached { kNo, kLoad, kFound, kMissing };  // kLoad: the file should be cached
 
 constexpr std::int64_t kLargestCachedProfile = 1 << 20;
 
-// Looks for a value in the file of that state, and stores as much as there is room for.
+// Looks for a value in the file with that state, and stores as much as there is room for.
 Cached AskProfileCache(const FileState& state, std::string_view section, std::string_view key,
                        char* out, std::size_t size, std::size_t* length);
 
-// Holds a text; takes the memory over, unless the cache is in use.
+// Caches a text and takes ownership of its memory, unless the cache is in use.
 void FillProfileCache(const FileState& state, Owned<char>* text);
 
 }  // namespace genutil::platform

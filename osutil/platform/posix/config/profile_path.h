@@ -1,4 +1,4 @@
-// The path of the file behind a call of the profile functions.
+// The path of the file that a call of the profile functions refers to.
 #pragma once
 
 #include <optional>
@@ -8,17 +8,17 @@
 
 namespace genutil::platform {
 
-// The path of a profile: null is the default one, and a name without a folder is one in the
-// configuration folder.
+// The path of a profile. Null is the default one. A name without a directory is a file in the
+// configuration directory.
 class ProfilePath {
   public:
     explicit ProfilePath(const char* file);
-    const char* Get() const { return m_path; }  // null when there is none
+    const char* Get() const { return m_path; }  // null if there is none
     bool IsKept() const { return m_kept.has_value(); }
 
   private:
     SystemPath m_given;
-    std::optional<ConfigPath> m_kept;  // of the file in the configuration folder
+    std::optional<ConfigPath> m_kept;  // path of the file in the configuration directory
     const char* m_path;
 };
 

@@ -1,8 +1,9 @@
-// Writing profile files: a new file takes the place of the old one, so that whoever reads or kills
-// meets one or the other.
+// Writing profile files. A new file replaces the old one, so that readers always find a complete
+// file, even if the writing process was killed.
 //
-// The lock is that of the folder, because the file's own goes away with the file. It also makes one
-// name enough for new files: what a killed process left behind is replaced by the next one.
+// The lock is that of the directory, because a lock of the file disappears with the file. The lock
+// also makes a single name sufficient for new files. A file left by a killed process is replaced by
+// the next one.
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/uio.h>
@@ -27,7 +28,7 @@ namespace {
 
 constexpr std::int64_t kLargestProfile = 1 << 30;
 
-// The file behind a path: symbolic links are followed to a name, which need not exist.
+// The file that a path refers to. Symbolic links are followed to a name, which need not exist.
 class Target {
   public:
     bool Find(const char* path) {
@@ -70,7 +71,7 @@ class Target {
     char m_path[PATH_MAX];
 };
 
-// What is in a file now.
+// The present content of a file.
 struct OldFile {
     bool exists = false;
     struct stat status = {};
@@ -78,7 +79,7 @@ struct OldFile {
 
     std::string_view Text() const { return {text.Get(), static_cast<std::size_t>(status.st_size)}; }
 
-    // False for what is no file, or cannot be read or written.
+    // Returns false if it is not a file, or cannot be read or written.
     bool Read(int folder, const char* name) {
         const OpenDescriptor file(
             openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
@@ -94,11 +95,11 @@ struct OldFile {
     }
 };
 
-// The new file, until it has its name.
+// The new file until it is renamed.
 class NewFile {
   public:
     explicit NewFile(int folder) : m_folder(folder) {
-        // Each user has a name, as nobody can remove what another one left in a shared folder.
+        // One name per user, because nobody can remove another user's file in a shared directory.
         std::snprintf(m_name, sizeof m_name, ".genutil-profile-%u~",
                       static_cast<unsigned>(geteuid()));
     }
@@ -119,7 +120,7 @@ class NewFile {
     }
 
   private:
-    // Only the superuser gives files away; of others' files the group is kept, where that is
+    // Only the superuser can give files away. The group of another user's file is kept if that is
     // allowed.
     static bool CopyRights(int file, const OldFile& old) {
         struct stat status;
@@ -130,7 +131,7 @@ class NewFile {
             status.st_uid == old.status.st_uid && status.st_gid == old.status.st_gid;
         if (!isSame && fchown(file, old.status.st_uid, old.status.st_gid) != 0) {
             mode &= 0777;
-            // Rights of a group are for that group.
+            // Permissions of a group apply to that group only.
             if (fchown(file, static_cast<uid_t>(-1), old.status.st_gid) != 0)
                 mode &= ~static_cast<mode_t>(S_IRWXG) | (mode << 3 & S_IRWXG);
         }
@@ -170,7 +171,7 @@ bool Plan(std::string_view text, const char* section, const char* key, const cha
     return PlanIniValue(text, section, key, value, edit);
 }
 
-// Lines of bytes would spoil a text of 16-bit characters.
+// Lines of bytes would corrupt a text of 16-bit characters.
 bool IsUtf16(std::string_view text) {
     return text.substr(0, 2) == "\xFF\xFE" || text.substr(0, 2) == "\xFE\xFF";
 }

@@ -22,8 +22,8 @@ ProfilePath::ProfilePath(const char* file) : m_given(file), m_path(m_given.Get()
 
 namespace {
 
-// The clock's steps may hide a second change of a file from its times, so that a state is known for
-// certain only when it is older than this.
+// Two changes of a file within one clock tick have the same time, so a state identifies the content
+// only if it is older than this (in nanoseconds).
 constexpr std::int64_t kUncertain = 50'000'000;
 
 struct Query {
@@ -38,7 +38,7 @@ struct Query {
     }
 };
 
-// Reads piece by piece and no further than it has to. False without the value.
+// Reads piece by piece and no further than necessary. Returns false if the value is not found.
 bool SearchFile(int file, const Query& query, std::size_t* length) {
     constexpr std::size_t kPiece = 32768;
     char first[kPiece];
@@ -59,7 +59,7 @@ bool SearchFile(int file, const Query& query, std::size_t* length) {
         if (count == 0) return false;
         isFirst = isFirst && whole == 0;
         kept = filled - whole;
-        if (kept == room) {  // one line fills it
+        if (kept == room) {  // a single line fills it
             Owned<char> next(static_cast<char*>(Allocate(std::uint64_t{room} * 2)));
             if (!AssertAllocation(next.Get() != nullptr, "osutil/osconfig", __LINE__)) return false;
             std::memcpy(next.Get(), buffer, kept);
@@ -79,10 +79,10 @@ bool HasState(int file, const FileState& state) {
     return fstat(file, &status) == 0 && FileState::Of(status) == state;
 }
 
-// Reads all of a file that is still in that state, for the cache.
+// Reads a whole file for the cache, if it still has that state.
 bool LoadFile(int file, const FileState& state, Owned<char>* text) {
     timespec now;
-    clock_gettime(CLOCK_REALTIME_COARSE, &now);  // the clock of the files' times
+    clock_gettime(CLOCK_REALTIME_COARSE, &now);  // the clock used for file times
     const std::int64_t certain = FileState::Nanoseconds(now) - kUncertain;
     if (state.changed >= certain || state.modified >= certain) return false;
     const auto size = static_cast<std::size_t>(state.size);
@@ -123,7 +123,7 @@ std::size_t ReadProfileValue(const char* file, const char* section, const char* 
         while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
         length = query.Store(text);
     }
-    // A text ends at its first zero, which a file may hold.
+    // A text ends at its first 0, which a file may contain.
     out[length] = 0;
     return std::strlen(out);
 }

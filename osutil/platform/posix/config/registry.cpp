@@ -1,4 +1,4 @@
-// The registry as a store of the user's.
+// The registry in the user's store.
 #include "osutil/platform/config/registry.h"
 
 #include <algorithm>
@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kLongestValueName = 16383;
 
-// A value's place, for comparison.
+// The place of a value, folded for comparison.
 class Place {
   public:
     Place(const char* key, const char* name)
@@ -31,7 +31,7 @@ class Place {
     bool m_isValid;
 };
 
-// A text of the store in the current code set.
+// Converts a text of the store to the current code set.
 bool StoreInCodeSet(std::string_view text, char* out, std::size_t size) {
     const bool ascii = std::none_of(text.begin(), text.end(),
                                     [](char c) { return static_cast<unsigned char>(c) >= 0x80; });

@@ -19,8 +19,8 @@ namespace genutil::platform {
 
 namespace {
 
-// Values have no types here: who reads one is given its text. There is no record of a key but its
-// values, since a key without any cannot be told from one that is not there.
+// Values have no types here, since they are read as text. A key has no record besides its values,
+// since a key without values is equivalent to a missing one.
 constexpr char kSchema[] =
     "CREATE TABLE IF NOT EXISTS entry(key TEXT NOT NULL, name TEXT NOT NULL, shown TEXT NOT NULL,"
     " data TEXT NOT NULL, PRIMARY KEY(key, name)) WITHOUT ROWID";
@@ -34,10 +34,10 @@ constexpr const char* kStatements[] = {
 };
 constexpr unsigned kStatementCount = sizeof kStatements / sizeof *kStatements;
 
-constexpr int kPatience = 10000;  // milliseconds for other processes
+constexpr int kPatience = 10000;  // milliseconds to wait for other processes
 
-// How long a reader may go on with a file that another one has taken the place of.
-constexpr std::int64_t kCheckAfter = 500'000'000;  // nanoseconds
+// The time for which a reader may continue to use a file that has been replaced.
+constexpr std::int64_t kCheckAfter = 500'000'000;  // in nanoseconds
 
 std::int64_t Now() {
     timespec now;
@@ -50,7 +50,7 @@ struct Store {
     sqlite3_stmt* statements[kStatementCount];
     dev_t device;
     ino_t inode;
-    std::int64_t checked;  // nanoseconds
+    std::int64_t checked;  // in nanoseconds
     char path[PATH_MAX];
 
     bool Open(const char* file, bool forWriting);
@@ -62,13 +62,13 @@ struct Store {
     }
 };
 
-// Never destroyed: other threads may still use it while the process ends.
+// Never destroyed, because other threads may still use it while the process ends.
 std::mutex g_mutex;
 constinit Store g_store = {};
 constinit sqlite3* g_parents = nullptr;
 
-// A process that was forked must not touch the parent's connection, not even to close it. Holding
-// the mutex over the fork means that nothing is under way in it.
+// A forked process must not use the parent's connection, not even to close it. The mutex is held
+// across the fork so that no operation is in progress.
 void BeforeFork() {
     g_mutex.lock();
 }
@@ -93,7 +93,7 @@ void PrepareOnce() {
              std::atexit(CloseAtExit) == 0;
 }
 
-// Makes an empty file for the user alone, unless there is a file.
+// Creates an empty file for the user only, unless there is a file.
 void MakeFile(const char* path) {
     if (!MakeFolderOf(path)) return;
     const OpenDescriptor file(open(path, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
@@ -149,8 +149,8 @@ void Store::Close() {
     connection = nullptr;
 }
 
-// Of several processes that find the damage one moves the file, and nobody a new one that has taken
-// its place. The journal belongs to the file and goes with it.
+// If several processes find the damage, one of them renames the file, and none renames its
+// replacement. The journal belongs to the file and is renamed with it.
 void Store::SetAside() {
     static constexpr const char* kKinds[] = {"", "-journal"};
     Close();
@@ -200,7 +200,7 @@ bool StoreRun::Row() {
     m_result = sqlite3_step(m_statement);
     const int kind = m_result & 0xFF;
     if (kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB) {
-        m_statement = nullptr;  // ends with the connection
+        m_statement = nullptr;  // released with the connection
         g_store.SetAside();
     }
     return m_result == SQLITE_ROW;

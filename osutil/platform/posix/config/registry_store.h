@@ -1,5 +1,5 @@
-// The store behind the registry: one table in an SQLite file of the user's, opened when it is first
-// needed and kept open.
+// The store of the registry: one table in the user's SQLite file, opened on first use and kept
+// open.
 #pragma once
 
 #include <sqlite3.h>
@@ -10,8 +10,8 @@ namespace genutil::platform {
 
 enum class StoreQuery { kRead, kList, kWrite, kRemove };
 
-// A run of one of the store's statements. While it lasts no other thread of the process reaches the
-// store; other processes are waited for.
+// An execution of one of the store's statements. During it, other threads of the process cannot
+// access the store, and other processes are waited for.
 class StoreRun {
   public:
     explicit StoreRun(StoreQuery query);
@@ -19,12 +19,13 @@ class StoreRun {
     StoreRun& operator=(const StoreRun&) = delete;
     ~StoreRun();
 
-    void Bind(int place, std::string_view text);  // from 1; not copied
-    // Whether there is another row. A store that proves to be damaged is set aside under another
-    // name, so that the next run finds a new one.
+    void Bind(int place, std::string_view text);  // places count from 1; the text is not copied
+    // Advances to the next row. Returns false if there is none. If the store is found to be
+    // damaged, it is renamed, so that the next execution creates a new one.
     bool Row();
-    std::string_view Text(int column) const;  // from 0, terminated; until the next Row()
-    // Whether the statement ran to its end, and how many rows it changed.
+    std::string_view Text(int column) const;  // columns count from 0; terminated and valid until
+                                              // the next Row()
+    // Return true if the statement completed, and the number of rows that it changed.
     bool IsDone() const { return m_result == SQLITE_DONE; }
     int Changes() const;
 

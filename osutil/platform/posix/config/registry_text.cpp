@@ -11,7 +11,8 @@ namespace genutil::platform {
 
 namespace {
 
-// The same in every code set: no escape sequence, no byte above ASCII.
+// Returns true for text that is the same in every code set: no escape sequence, no byte above
+// ASCII.
 bool IsPlain(const char* text, std::size_t length) {
     return std::none_of(text, text + length, [](char c) {
         return static_cast<unsigned char>(c) >= 0x80 || c == '\x1B';

@@ -1,4 +1,4 @@
-// Texts as the registry's store has them: UTF-8, and names for comparison in lower case.
+// Texts in the form of the registry's store: UTF-8, with names folded to lower case for comparison.
 #pragma once
 
 #include <cstddef>
@@ -12,16 +12,19 @@ class StoreText {
   public:
     enum Form { kAsIs, kFolded };
 
-    // A text in the current code set. Bytes that do not convert pass as they are.
+    // Converts a text in the current code set. Bytes that do not convert are passed unchanged.
     StoreText(const char* text, Form form);
     StoreText(const StoreText&) = delete;
     StoreText& operator=(const StoreText&) = delete;
 
-    bool IsMade() const { return m_text != nullptr; }  // false: memory ran out, as reported
+    bool IsMade() const {
+        return m_text != nullptr;
+    }  // false if allocation failed, which has been
+       // reported
     std::string_view Get() const { return {m_text, m_length}; }
 
-    // Makes a path of a key of it, with one "\" between two names. False for one that a registry
-    // does not take: a leading "\", or a name of more than 255 characters.
+    // Normalises the text as the path of a key, with one "\" between two names. Returns false for a
+    // path that a registry rejects: a leading "\", or a name of more than 255 characters.
     bool MakeKeyPath();
 
   private:

@@ -1,4 +1,4 @@
-// There is no DDE here, nor anything of the kind: no link is ever made.
+// There is no DDE or equivalent on this platform. No link is ever created.
 #include "osutil/platform/dde/dde.h"
 
 namespace genutil::platform {

@@ -1,4 +1,4 @@
-// Files that the system has open for this process.
+// File descriptors.
 #pragma once
 
 #include <unistd.h>
@@ -19,7 +19,7 @@ class OpenDescriptor {
     }
     int Get() const { return m_file; }
     bool IsOpen() const { return m_file >= 0; }
-    bool Close() {  // false when what was written may be lost
+    bool Close() {  // returns false if written data may be lost
         const int file = m_file;
         m_file = -1;
         return close(file) == 0;
@@ -29,7 +29,8 @@ class OpenDescriptor {
     int m_file;
 };
 
-// Reads exactly so many bytes from `offset` on; false when there are fewer, or when reading fails.
+// Reads exactly `size` bytes from `offset` on. Returns false if there are fewer or if reading
+// fails.
 bool ReadExactly(int file, std::int64_t offset, void* out, std::size_t size);
 
 }  // namespace genutil::platform

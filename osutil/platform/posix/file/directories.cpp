@@ -1,5 +1,5 @@
-// Directories through directory streams. What is removed is named relative to an open directory, so
-// that no path is followed through a link and none gets too long.
+// Directories through directory streams. Entries to remove are named relative to an open directory,
+// so that no path is followed through a link and none becomes too long.
 #include "osutil/platform/file/directories.h"
 
 #include <dirent.h>
@@ -20,8 +20,8 @@ namespace {
 
 constexpr int kOpenDirectory = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 
-// A path to a directory without what stands behind its last name: "link/" and "link/." are what the
-// link leads to.
+// A path to a directory without anything after its last name, because "link/" and "link/." denote
+// the target of the link.
 class DirectoryPath {
   public:
     explicit DirectoryPath(const char* path) {
@@ -31,7 +31,7 @@ class DirectoryPath {
         std::memcpy(m_buffer.Get(), name.Get(), length);
         m_buffer.Get()[length] = 0;
     }
-    const char* Get() const { return m_buffer.Get(); }  // null, with errno set, without a path
+    const char* Get() const { return m_buffer.Get(); }  // null, with errno set, if there is no path
 
   private:
     static std::size_t Trim(const char* path) {
@@ -45,12 +45,12 @@ class DirectoryPath {
     PathBuffer<char> m_buffer;
 };
 
-// Removes a directory, or a link to one, by its name in another.
+// Removes a directory, or a link to one, by its name in its parent.
 FileCode RemoveDirectoryAt(int parent, const char* name) {
     if (unlinkat(parent, name, AT_REMOVEDIR) == 0) return kDone;
     const int error = errno;
     struct stat status;
-    // Some file systems call a directory that is not empty an existing one.
+    // Some file systems report a directory that is not empty as an existing one.
     if (error == EEXIST) return kNotEmpty;
     if (error != ENOTDIR || fstatat(parent, name, &status, AT_SYMLINK_NOFOLLOW) != 0)
         return FileCodeOf(error);
@@ -75,7 +75,7 @@ struct Directory::State {
     State(const State&) = delete;
     State& operator=(const State&) = delete;
 
-    // Takes the descriptor over, if there is one.
+    // Takes ownership of the descriptor, if there is one.
     static State* Of(int descriptor) {
         DIR* const stream = descriptor < 0 ? nullptr : fdopendir(descriptor);
         State* const state = stream ? New<State>(stream) : nullptr;
@@ -170,14 +170,14 @@ FileCode Directory::RemoveEntryDirectory() {
 
 namespace {
 
-// Gives the owner all rights to a directory, and to nothing that a link leads to.
+// Gives the owner all permissions for a directory, but not for the target of a link.
 bool GrantAll(int parent, const char* name) {
     return fchmodat(parent, name, S_IRWXU, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
-// Empties a directory of any depth with one descriptor open at a time: it goes down into a
-// directory that is not empty, and back up by "..", after a look at whether that is where it came
-// from.
+// Empties a directory of any depth with one descriptor open at a time. It descends into a directory
+// that is not empty and returns by "..", after verifying that this is the directory from which it
+// came.
 class TreeRemoval {
   public:
     explicit TreeRemoval(int top) : m_current(top) {}
@@ -208,7 +208,7 @@ class TreeRemoval {
         ino_t inode;
     };
 
-    // Removes what it can, and stops in front of a directory that is not empty, having entered it.
+    // Removes as much as possible. Stops at a directory that is not empty, after entering it.
     Step EmptyCurrent() {
         const int copy = fcntl(m_current, F_DUPFD_CLOEXEC, 0);
         DIR* const stream = copy < 0 ? nullptr : fdopendir(copy);
@@ -216,7 +216,7 @@ class TreeRemoval {
             if (copy >= 0) close(copy);
             return Step::kFailed;
         }
-        rewinddir(stream);  // the copy shares its place with those before it
+        rewinddir(stream);  // the copy shares its position with previous ones
         Step step = Step::kEmpty;
         errno = 0;
         while (step == Step::kEmpty) {
@@ -230,7 +230,7 @@ class TreeRemoval {
         return step;
     }
 
-    // By kind: what is a directory is asked first, since only its own call removes it.
+    // Tries to remove an entry as a directory first, since only that call removes directories.
     Step RemoveEntry(const char* name) {
         for (const bool again : {false, true}) {
             const bool file = unlinkat(m_current, name, 0) == 0;
@@ -243,7 +243,7 @@ class TreeRemoval {
         return Step::kFailed;
     }
 
-    // Gives the owner back the right to change a directory.
+    // Gives the owner permission to change a directory.
     static bool Unlock(int directory) {
         struct stat status;
         return fstat(directory, &status) == 0 && (status.st_mode & S_IRWXU) != S_IRWXU &&

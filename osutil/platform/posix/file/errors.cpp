@@ -4,7 +4,7 @@
 
 namespace genutil::platform {
 
-// What Windows calls a denied access or a missing path goes by several numbers here.
+// Several error numbers correspond to what Windows reports as access denied or path not found.
 FileCode FileCodeOf(int error) {
     switch (error) {
         case 0:
@@ -12,7 +12,7 @@ FileCode FileCodeOf(int error) {
         case EEXIST:
             return kExists;
         case ENOENT:
-        case ENOTDIR:       // a file stands where the path needs a directory
+        case ENOTDIR:       // a file is in place of a directory in the path
         case ENAMETOOLONG:  // no such name can exist
             return kNotFound;
         case EACCES:

@@ -1,4 +1,4 @@
-// A file, and whether it changed.
+// The state of a file, to detect changes.
 #pragma once
 
 #include <sys/stat.h>
@@ -7,10 +7,10 @@
 
 namespace genutil::platform {
 
-// What tells one state of a file from another.
+// The properties that distinguish one state of a file from another.
 struct FileState {
     std::uint64_t device, inode;
-    std::int64_t size, changed, modified;  // bytes, and nanoseconds since 1970
+    std::int64_t size, changed, modified;  // in bytes, and in nanoseconds since 1970
 
     static FileState Of(const struct stat& status) {
         return {status.st_dev, status.st_ino, status.st_size, Nanoseconds(status.st_ctim),

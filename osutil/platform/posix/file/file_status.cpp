@@ -1,4 +1,4 @@
-// The status record as this system's programs know it.
+// The status record in the form of this system.
 #include "osfile.h"
 #include "osutil/platform/posix/file/paths.h"
 

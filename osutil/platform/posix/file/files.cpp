@@ -18,7 +18,7 @@ namespace {
 int FlagsOf(Opening opening) {
     switch (opening) {
         case Opening::kRead:
-            return O_RDONLY | O_NONBLOCK;  // which does not wait for the writer of a pipe
+            return O_RDONLY | O_NONBLOCK;  // O_NONBLOCK: does not wait for the writer of a pipe
         case Opening::kCreate:
             return O_WRONLY | O_CREAT | O_EXCL;
         case Opening::kCreateOrTruncate:

@@ -1,4 +1,4 @@
-// The lock of a folder, under which files of it are replaced or moved.
+// The lock of a directory, under which its files are replaced or moved.
 #pragma once
 
 #include <sys/file.h>
@@ -7,7 +7,7 @@
 
 namespace genutil::platform {
 
-// Holds between processes and, for a folder that is opened for each lock, between threads.
+// Excludes other processes and, if the directory is opened for each lock, other threads.
 class FolderLock {
   public:
     explicit FolderLock(int folder) : m_folder(folder) {
@@ -18,7 +18,7 @@ class FolderLock {
     }
     FolderLock(const FolderLock&) = delete;
     FolderLock& operator=(const FolderLock&) = delete;
-    // Said in so many words: a child that was forked meanwhile has the folder open, too.
+    // Explicit, because a child that was forked meanwhile also has the directory open.
     ~FolderLock() { flock(m_folder, LOCK_UN); }
     bool IsTaken() const { return m_taken; }
 

@@ -2,7 +2,7 @@
 
 namespace genutil::platform {
 
-// Mounted network directories have no local name but their path.
+// Mounted network directories have no local name other than their path.
 bool VisitConnectedDisks(ResourceVisitor, void*) {
     return true;
 }

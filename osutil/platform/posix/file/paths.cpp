@@ -13,7 +13,7 @@ namespace genutil::platform {
 
 namespace {
 
-// Into a new text in the buffer; null, after the report, when memory runs out.
+// Converts to a new text in the buffer. Returns null, after reporting it, if allocation fails.
 const char* Convert(const char* path, PathBuffer<char>& buffer) {
     const PathUnits units(path);
     if (!units.Get()) return nullptr;
@@ -33,7 +33,7 @@ bool IsMissing(const char* path) {
     return lstat(path, &status) != 0 && (errno == ENOENT || errno == ENOTDIR);
 }
 
-// The length of the first name of a path in the current code set.
+// Returns the length of the first name in a path in the current code set.
 std::size_t NameLength(const char* path) {
     std::size_t length = 0;
     while (path[length] && path[length] != '/' && path[length] != '\\')
@@ -71,8 +71,8 @@ SystemPath::SystemPath(const char* path) {
     errno = error;
 }
 
-// Goes down the path name by name. What is missing by its converted name and is there by its bytes
-// is named by these.
+// Follows the path name by name. A name that does not exist in converted form but exists as bytes
+// is passed unchanged.
 void SystemPath::UseNamesAsTheyAre(const char* path) {
     char* const out = m_found.Reserve(3 * std::strlen(path) + 1);
     PathBuffer<char> name, converted;

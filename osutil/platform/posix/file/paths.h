@@ -1,28 +1,30 @@
-// Paths of the system from paths in the current code set, and names in the current code set from
-// names of the system. The system's paths are UTF-8 with "/" between names.
+// Conversion of paths in the current code set to paths of the system, and of names of the system to
+// names in the current code set. The system's paths are UTF-8 with "/" between names.
 #pragma once
 
 #include "osutil/platform/file/path_units.h"
 
 namespace genutil::platform {
 
-// The units in UTF-8, with a terminator, into a new text in the buffer. Returns its bytes; -1,
-// after the report, when memory runs out.
+// Converts units to terminated UTF-8 in a buffer. Returns the number of bytes. Returns -1, after
+// reporting it, if allocation fails.
 long EncodeUtf8(const PathUnits& units, PathBuffer<char>& buffer);
 
-// The directory for temporary files, by its variable: an absolute path.
+// Returns the directory for temporary files, from its environment variable: an absolute path.
 const char* TemporaryFolder();
 
-// A path in the current code set, with "\" or "/" between its names, as the system takes it. A byte
-// 0x5C that is part of a character is no separator. Bytes that do not convert pass as they are, and
-// so does a name that the system has under its bytes only: NameText may have passed it.
+// A path in the current code set, with "\" or "/" between names, in the form of the system. A byte
+// 0x5C that is part of a character is not a separator. Bytes that do not convert are passed
+// unchanged. So is a name that the system has only in these bytes, because NameText may have passed
+// it.
 class SystemPath {
   public:
-    explicit SystemPath(const char* path);  // null is no path
+    explicit SystemPath(const char* path);  // null means no path
     SystemPath(const SystemPath&) = delete;
     SystemPath& operator=(const SystemPath&) = delete;
 
-    // Null, with errno set, when there is no path or memory ran out (which has been reported).
+    // Returns null, with errno set, if there is no path or if allocation failed, which has been
+    // reported.
     const char* Get() const { return m_path; }
 
   private:
@@ -32,7 +34,8 @@ class SystemPath {
     const char* m_path = nullptr;
 };
 
-// A name that the system gave, in the current code set. One that does not convert passes as it is.
+// A name received from the system, in the current code set. A name that does not convert is passed
+// unchanged.
 class NameText : public NarrowedName {
   public:
     explicit NameText(const char* name);

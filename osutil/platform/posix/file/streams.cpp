@@ -4,7 +4,7 @@
 
 namespace genutil::platform {
 
-// Programs that are started do not get it.
+// Child processes do not inherit the stream.
 std::FILE* OpenStream(const char* path, const char* mode) {
     const SystemPath name(path);
     char closing[8];

@@ -13,7 +13,7 @@ std::size_t TemporaryDirectory(char* out, std::size_t size) {
     while (length > 0 && text.Get()[length - 1] == '/') --length;
     if (length + 2 > size) return 0;
     std::memcpy(out, text.Get(), length);
-    // Names are joined with this separator.
+    // The separator with which names are joined.
     out[length] = '\\';
     return length + 1;
 }

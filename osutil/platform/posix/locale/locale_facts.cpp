@@ -1,4 +1,4 @@
-// The conventions of a locale from ICU, in the shape in which Windows gives them.
+// The conventions of a locale from ICU, in the form that Windows provides.
 #include "osutil/platform/locale/locale_facts.h"
 
 #include <unicode/ucal.h>
@@ -41,7 +41,7 @@ using DateFormat = std::unique_ptr<UDateFormat, Close<udat_close>>;
 using NumberFormat = std::unique_ptr<UNumberFormat, Close<unum_close>>;
 using Enumeration = std::unique_ptr<UEnumeration, Close<uenum_close>>;
 
-// Names that ICU understands otherwise than the identifier is meant.
+// Identifiers for which ICU interprets the name differently.
 struct NamedLanguage {
     std::uint16_t language;
     const char* name;
@@ -75,8 +75,7 @@ constexpr Calendar kCalendars[] = {
     {"buddhist", 7},  {"hebrew", 8},   {"persian", 22}, {"islamic-umalqura", 23},
 };
 
-// The list of a locale's date and time patterns in ICU's data: times from full to short, then
-// dates.
+// The date and time patterns of a locale in ICU's data: times from full to short, then dates.
 class PatternBundle {
   public:
     explicit PatternBundle(const char* locale) {
@@ -89,7 +88,7 @@ class PatternBundle {
     const UChar* Date(int style) const { return At(style + 4); }
 
   private:
-    // The text lies in ICU's data and not in the bundle.
+    // The text is in ICU's data and outlives the bundle.
     const UChar* At(int index) const {
         UErrorCode error = m_error;
         const UChar* text = ures_getStringByIndex(m_bundle.get(), index, nullptr, &error);
@@ -138,7 +137,7 @@ class Reader {
 
     void Know(unsigned which) { m_record.known |= 1ull << which; }
 
-    // Keeps the text that read(buffer, size, error) writes for `which`.
+    // Stores the text that read(buffer, size, error) writes for `which`.
     template <class ReadText>
     void Keep(unsigned which, ReadText read) {
         UErrorCode error = U_ZERO_ERROR;
@@ -168,9 +167,9 @@ class Reader {
             KeepPattern(pattern, which);
     }
 
-    // To open a format takes most of the time that ICU needs for a locale, since each has all
-    // names. So the other patterns are read from where ICU has them, as long as the one that is
-    // known already shows that they are where they are expected.
+    // Opening a format takes most of the time that ICU needs for a locale, since each format has
+    // all names. The other patterns are therefore read directly from ICU's data, if the known
+    // pattern is found at its expected place there.
     void ReadOtherPatterns(const UDateFormat* shortDate) {
         const int longStyle = LongHasWeekday() ? UDAT_FULL : UDAT_LONG;
         const PatternBundle bundle(m_locale);
@@ -207,7 +206,7 @@ class Reader {
         });
     }
 
-    // ICU counts the days from 1, which is Sunday. No locale here has a thirteenth month.
+    // ICU counts the days from 1 for Sunday. No locale here has a thirteenth month.
     void ReadNames(const UDateFormat* format) {
         for (int i = 0; i < 12; ++i) {
             ReadSymbols(format, UDAT_STANDALONE_MONTHS, i, kMonthName + static_cast<unsigned>(i));
@@ -277,7 +276,8 @@ class Reader {
         Know(kGrouping);
         m_record.number[kNegativeFormat] = NegativeFormatOfPattern(AsUnits(pattern));
         m_record.number[kLeadingZero] = 1;
-        m_record.number[kFractionDigits] = 2;  // as a plain number has on Windows everywhere
+        m_record.number[kFractionDigits] = 2;  // the value for plain numbers on Windows in every
+                                               // locale
     }
 
     void ReadCurrency() {
@@ -336,12 +336,12 @@ bool ReadLocaleFacts(std::uint32_t language, const char* name, LocaleRecord* rec
 
 bool KnowsLocale(std::uint32_t language, const char* name) {
     const char* locale = IcuLocale(language, name);
-    UErrorCode error = U_ZERO_ERROR;  // or a warning, when a related locale was opened
+    UErrorCode error = U_ZERO_ERROR;  // or a warning if a related locale was opened
     if (locale) ures_close(ures_open(nullptr, locale, &error));
     return locale && error == U_ZERO_ERROR;
 }
 
-// The data of ICU stay as they are while a process runs.
+// ICU's data do not change while a process runs.
 std::uint32_t LocaleSettingsStamp() {
     return 0;
 }

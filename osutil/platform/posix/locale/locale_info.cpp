@@ -1,4 +1,4 @@
-// Windows' query about locales, answered from the facts that the library has of them.
+// The locale query of Windows, answered from the library's locale facts.
 #include "osutil/platform/locale/locale_info.h"
 
 #include <cstdio>
@@ -16,7 +16,7 @@ constexpr unsigned long kUserCodePage = 0x40000000, kAsNumber = 0x20000000,
 constexpr unsigned long kLanguageNumber = 0x01;
 
 struct TextItem {
-    std::uint16_t first, count;  // of successive types
+    std::uint16_t first, count;  // first type and number of consecutive types
     LocaleText text;
 };
 constexpr TextItem kTexts[] = {
@@ -67,7 +67,7 @@ const char* FindText(const LocaleFacts& facts, unsigned long type) {
     return nullptr;
 }
 
-// -1 when it is none of the numbers, or not known.
+// Returns -1 if the type is not a number or is unknown.
 long FindNumber(const LocaleFacts& facts, unsigned long type) {
     if (type == kLanguageNumber) return static_cast<long>(facts.language);
     for (const NumberItem& item : kNumbers)

@@ -1,4 +1,4 @@
-// The user's locale from the environment, and letters from ICU.
+// The user's locale from the environment, and letter case and collation from ICU.
 #include "osutil/platform/locale/locales.h"
 
 #include <unicode/uchar.h>
@@ -11,7 +11,8 @@ namespace genutil::platform {
 
 namespace {
 
-// The first of the variables that is set and not empty, as POSIX orders them; "" when none is.
+// Returns the first variable that is set and not empty, in the order of POSIX, or "" if there is
+// none.
 const char* LocaleFromEnvironment(const char* category) {
     for (const char* variable : {"LC_ALL", category, "LANG"}) {
         const char* value = std::getenv(variable);
@@ -20,7 +21,8 @@ const char* LocaleFromEnvironment(const char* category) {
     return "";
 }
 
-// Copies "language_COUNTRY" of "language_COUNTRY.charset@modifier"; nothing for the C locale.
+// Copies "language_COUNTRY" of "language_COUNTRY.charset@modifier". The result is empty for the C
+// locale.
 void CopyPlainName(char* out, std::size_t size, const char* locale) {
     const std::size_t length = std::strcspn(locale, ".@");
     const bool isC =
@@ -31,8 +33,8 @@ void CopyPlainName(char* out, std::size_t size, const char* locale) {
     out[length] = 0;
 }
 
-// Opened once and kept for the life of the process: a collator may compare from several threads at
-// a time as long as none changes it. Null when ICU has no data.
+// Opened once and kept for the lifetime of the process. Several threads may compare with a collator
+// concurrently as long as none changes it. Null if ICU has no data.
 const UCollator* UserCollator() {
     static const UCollator* const collator = [] {
         char name[32];
@@ -48,8 +50,8 @@ const UChar* AsUnits(const std::uint16_t* text) {
     return reinterpret_cast<const UChar*>(text);
 }
 
-// As Windows maps case: only there and back again, so neither the micro sign nor the dotless i has
-// a capital; and within 16 bits.
+// Maps case as Windows does: only if the reverse mapping returns to the character, so neither the
+// micro sign nor the dotless i has a capital, and only within 16 bits.
 std::uint16_t MapCase(std::uint16_t character, UChar32 (*map)(UChar32), UChar32 (*back)(UChar32)) {
     const UChar32 mapped = map(character);
     const bool both = mapped >= 0 && mapped <= 0xFFFF && back(mapped) == character;

@@ -28,16 +28,17 @@ namespace genutil::platform {
 
 namespace {
 
-// -- Children that nobody waits for --------------------------------------------------------------
+// -- Children that are not waited for
+// --------------------------------------------------------------
 
-// The system keeps the record of a child until it is waited for: this is done when another is
-// started.
+// The system keeps the record of an ended child until it is waited for. This is done when another
+// one is started.
 class Children {
   public:
     void Adopt(pid_t child) {
         const std::lock_guard<std::mutex> lock(m_lock);
         auto* node = static_cast<Node*>(Allocate(sizeof(Node)));
-        if (!node) return;  // its record stays until the process ends
+        if (!node) return;  // its record remains until the process ends
         *node = {child, m_first};
         m_first = node;
     }
@@ -66,7 +67,7 @@ constinit Children g_children;
 
 // -- Starting ------------------------------------------------------------------------------------
 
-// A command line in UTF-8, taken apart; the name of the program with "/" between its parts.
+// A UTF-8 command line split into arguments. The name of the program has "/" between its parts.
 class Command {
   public:
     explicit Command(const char* line) {
@@ -92,8 +93,8 @@ class Command {
     int m_error = ENOMEM;
 };
 
-// How a program starts: with no signal blocked and broken pipes not ignored, whatever the calling
-// thread does.
+// The start attributes of a program: no signal is blocked and broken pipes are not ignored,
+// regardless of the calling thread.
 class Start {
   public:
     Start() {
@@ -145,19 +146,20 @@ class Start {
 long ExitCode(pid_t child) {
     int status = 0;
     while (waitpid(child, &status, 0) < 0)
-        if (errno != EINTR) return 1;  // the process has its children reaped by the system
+        if (errno != EINTR) return 1;  // the process lets the system reap its children
     return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
 }
 
-// Whether a child ends within this time. A program that is about to end may close its output a
-// moment before.
+// Returns true if a child ends within this time. A program may close its output shortly before it
+// ends.
 bool EndsSoon(pid_t child) {
     using Clock = std::chrono::steady_clock;
     constexpr int kMilliseconds = 250;
     const auto handle = static_cast<int>(syscall(SYS_pidfd_open, child, 0));
     if (handle >= 0) {
         pollfd wait = {handle, POLLIN, 0};
-        // A process with a timer of its own is interrupted time and again.
+        // The limit is absolute, because a process with a timer of its own is interrupted
+        // repeatedly.
         const auto limit = Clock::now() + std::chrono::milliseconds(kMilliseconds);
         int ready, left = kMilliseconds;
         while ((ready = poll(&wait, 1, left)) < 0 && errno == EINTR) {
@@ -177,7 +179,7 @@ bool EndsSoon(pid_t child) {
     return false;
 }
 
-// Hands over what comes until the other end is closed; false when it was not read to its end.
+// Passes on output until the other end is closed. Returns false if it was not read to its end.
 bool ReadAll(int file, TakeOutput take, void* context) {
     char bytes[32768];
     for (;;) {
@@ -233,8 +235,8 @@ void DescribeError(unsigned long error, char* out, std::size_t size) {
 
 namespace {
 
-// Whether a text begins with a scheme: at least two characters, of which the first is a letter.
-// What begins with "-" would be an option of the program's.
+// Returns true if a text begins with a scheme: at least two characters, of which the first is a
+// letter. A leading "-" would make it an option of the program.
 bool IsAddress(const char* text) {
     const std::size_t length =
         std::strspn(text, "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+-.");
@@ -243,7 +245,8 @@ bool IsAddress(const char* text) {
 
 }  // namespace
 
-// A file that is there, by its full name since the program starts elsewhere; or an address.
+// Opens an existing file by its full name, since the program starts in another directory, or an
+// address.
 bool OpenDocument(const char* path) {
     g_children.Reap();
     const SystemPath name(path);

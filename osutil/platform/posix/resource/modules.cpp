@@ -1,4 +1,4 @@
-// Modules on Linux: resource libraries are read into memory, and files of programs and libraries
+// Modules on Linux. Resource libraries are read into memory. The files of programs and libraries
 // are known to the loader.
 #include "osutil/platform/resource/modules.h"
 
@@ -40,7 +40,7 @@ class OpenFile {
     }
 
     bool IsRegular() const { return m_size >= 0; }
-    // Its rights and names may change while it is loaded.
+    // The permissions and names of a file may change while it is loaded.
     FileState Identity() const {
         FileState state = FileState::Of(m_status);
         state.changed = 0;
@@ -48,9 +48,9 @@ class OpenFile {
     }
     std::size_t Size() const { return static_cast<std::size_t>(m_size); }
 
-    // All of it, for the caller to release; null when it cannot be read, is being cut short or
-    // does not begin as a program does. It is not mapped, because who cuts a mapped file short ends
-    // the programs that read it.
+    // Reads the whole file. The caller releases the memory. Returns null if the file cannot be
+    // read, is being truncated or does not begin as a program does. It is not mapped, because
+    // truncating a mapped file crashes the programs that read it.
     unsigned char* ReadAll() const {
         char mark[2];
         if (m_size <= 0 || !ReadExactly(m_file.Get(), 0, mark, sizeof mark) ||
@@ -68,8 +68,8 @@ class OpenFile {
     off_t m_size;
 };
 
-// A library in memory. Records are kept for good and used again, so that an address can be told to
-// be none that is loaded without touching it, and without a lock.
+// A library in memory. Records are never freed but reused, so that an address can be compared with
+// all records without dereferencing it and without a lock.
 struct LoadedModule {
     std::atomic<int> uses{0};
     FileState file{};
@@ -80,7 +80,7 @@ struct LoadedModule {
 };
 
 std::atomic<LoadedModule*> g_modules{nullptr};
-std::mutex g_modulesLock;  // of what changes
+std::mutex g_modulesLock;  // for changes
 
 LoadedModule* FindModule(Module module) {
     LoadedModule* loaded = g_modules.load(std::memory_order_acquire);
@@ -94,7 +94,7 @@ LoadedModule* FindModule(const FileState& file) {
     return loaded;
 }
 
-// A record that is not in use; null without memory.
+// Returns an unused record, or null if allocation fails.
 LoadedModule* UnusedModule() {
     LoadedModule* loaded = g_modules.load(std::memory_order_relaxed);
     while (loaded && loaded->uses > 0) loaded = loaded->next;
@@ -106,7 +106,7 @@ LoadedModule* UnusedModule() {
     return loaded;
 }
 
-// An absolute path without links; false when there is none.
+// Returns the absolute path without links, or false if there is none.
 bool RealPath(const char* path, char (&out)[PATH_MAX]) {
     return realpath(path, out) != nullptr;
 }
@@ -138,13 +138,13 @@ Module LoadFile(const char* path) {
     return loaded;
 }
 
-// The program itself is without a name there.
+// The program itself has an empty name in the map.
 bool FileOfMap(const link_map& map, char (&out)[PATH_MAX]) {
     return *map.l_name ? RealPath(map.l_name, out) : ProgramFile(out);
 }
 
-// The file of what dlopen gave; false when it is none. Handles are compared with those that there
-// are, because one that is none must not be looked into.
+// Finds the file of a handle from dlopen. Returns false if it is not a handle. It is compared with
+// the existing handles, because an invalid one must not be dereferenced.
 bool FileOfHandle(Module module, char (&out)[PATH_MAX]) {
     void* const program = dlopen(nullptr, RTLD_LAZY);
     if (!program) return false;
@@ -171,7 +171,7 @@ bool FileOfModule(Module module, char (&out)[PATH_MAX]) {
             FileOfMap(*map, out));
 }
 
-// Loads a file of a folder, whose path ends in "/" or is empty.
+// Loads a file in a directory, whose path ends in "/" or is empty.
 Module LoadFrom(const char* folder, std::size_t length, const char* name) {
     char path[PATH_MAX];
     const int size = std::snprintf(path, sizeof path, "%.*s%s%s", static_cast<int>(length), folder,
@@ -212,7 +212,7 @@ const unsigned short* FindModuleString(Module module, unsigned id, std::size_t* 
     ResourceText text;
     if (!loaded || !loaded->strings.Find(id & 0xFFFF, &text)) return nullptr;
     *count = text.count;
-    return reinterpret_cast<const unsigned short*>(text.units);  // little-endian, as this machine
+    return reinterpret_cast<const unsigned short*>(text.units);  // little-endian, like this machine
 }
 
 CGNString ModuleFile(Module module) {

@@ -1,5 +1,5 @@
-// The session's manager keeps the machine awake while a file that it hands out is open. libsystemd
-// speaks to it; machines without it, or without a manager, sleep as they like.
+// The session manager keeps the machine awake while a file that it provides is open. libsystemd
+// communicates with it. Machines without the library or the manager sleep as usual.
 #include "osutil/platform/system/awake.h"
 
 #include <dlfcn.h>
@@ -40,7 +40,7 @@ struct {
     std::mutex lock;
     Manager manager = {};
     int file = -1;
-    bool refused = false;  // asked in vain: not asked again
+    bool refused = false;  // a request failed; it is not repeated
 } g_awake;
 
 template <class Function>
@@ -67,7 +67,7 @@ int StayAwake(const Manager& manager) {
     if (manager.open(&bus) < 0) return -1;
     manager.setTimeout(bus, kMicroseconds);
     int file = TakeFile(manager, bus, "sleep:idle");
-    if (file < 0) file = TakeFile(manager, bus, "idle");  // needs fewer rights
+    if (file < 0) file = TakeFile(manager, bus, "idle");  // requires fewer permissions
     manager.close(bus);
     return file;
 }
@@ -77,8 +77,8 @@ void Sleep() {
     if (file >= 0) close(file);
 }
 
-// In a forked process: the parent alone keeps the machine awake, and nobody is left to release the
-// lock if a thread of the parent's held it.
+// In a forked process: only the parent keeps the machine awake, and a lock held by another thread
+// of the parent would never be released.
 void LeaveToParent() {
     new (&g_awake.lock) std::mutex;
     Sleep();

@@ -1,4 +1,4 @@
-// The machine as /proc and /etc tell it.
+// The machine as described by /proc and /etc.
 #include "osutil/platform/system/machine.h"
 
 #include <sys/resource.h>
@@ -14,7 +14,7 @@
 
 namespace genutil::platform {
 
-// What there are numbers for is long gone.
+// The numbers exist only for processors that are no longer in use.
 unsigned long ProcessorType() {
     return 0;
 }
@@ -31,7 +31,7 @@ WindowsVersion ReadWindowsVersion() {
 
 namespace {
 
-// The value of a line `PRETTY_NAME="Debian GNU/Linux 12 (bookworm)"`.
+// Reads the value of a line `PRETTY_NAME="Debian GNU/Linux 12 (bookworm)"`.
 bool TakeValue(char* line, const char* key, char* out, std::size_t size) {
     const std::size_t length = std::strlen(key);
     if (std::strncmp(line, key, length) != 0 || line[length] != '=') return false;
@@ -42,14 +42,14 @@ bool TakeValue(char* line, const char* key, char* out, std::size_t size) {
         if (close) *close = 0;
         ++value;
     }
-    std::snprintf(out, size, "%s", value);  // UTF-8 as yet
+    std::snprintf(out, size, "%s", value);  // still in UTF-8
     return *out != 0;
 }
 
 }  // namespace
 
 bool ReadSystemName(char* out, std::size_t size) {
-    char name[512] = "";  // as long as a line
+    char name[512] = "";  // also the maximum length of a line
     for (const char* path : {"/etc/os-release", "/usr/lib/os-release"}) {
         std::FILE* const file = std::fopen(path, "re");
         if (!file) continue;
@@ -79,7 +79,7 @@ struct MemoryRow {
     std::uint64_t* bytes;
 };
 
-// Lines "MemTotal:  16318764 kB".
+// Reads lines such as "MemTotal:  16318764 kB".
 void ReadKilobytes(const char* path, const MemoryRow* rows, std::size_t count) {
     std::FILE* const file = std::fopen(path, "re");
     if (!file) return;
@@ -113,7 +113,7 @@ Memory ReadMemory() {
         static_cast<std::uint32_t>(100 - memory.availablePhysical * 100 / memory.totalPhysical);
     memory.totalPageFile = memory.totalPhysical + totalSwap;
     memory.availablePageFile = memory.availablePhysical + freeSwap;
-    // What a process may have of its address space, or all of it.
+    // The limit of the address space of this process, or the whole of it.
     rlimit limit = {};
     const bool limited = getrlimit(RLIMIT_AS, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
     memory.totalVirtual = limited ? limit.rlim_cur : std::uint64_t{1} << 47;

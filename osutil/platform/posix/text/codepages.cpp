@@ -1,4 +1,4 @@
-// Code pages from ICU's converters, brought to the published Windows mappings.
+// Code pages from ICU's converters, corrected to the published Windows mappings.
 #include "osutil/platform/text/codepages.h"
 
 #include <unicode/ucnv.h>
@@ -28,9 +28,10 @@ constexpr Converter kConverters[] = {
 };
 constexpr unsigned kKorean = 949, kJohab = 1361;
 
-// Where ICU's one-byte codes differ: `count` bytes from `byte` on map to successive characters.
-// Bytes that a code page leaves open are published as private characters; ICU lacks those, swaps
-// three controls in the Japanese page as mainframes do, and lacks one Hebrew point.
+// Differences in ICU's one-byte codes: `count` bytes from `byte` on map to consecutive characters.
+// Unassigned bytes of a code page are published as private characters, which ICU lacks. ICU also
+// swaps three control characters in the Japanese page, as mainframes do, and lacks one Hebrew
+// point.
 struct Correction {
     std::uint16_t codePage;
     std::uint8_t byte, count;
@@ -100,7 +101,7 @@ bool ReadCodePage(unsigned codePage, std::uint16_t* bytes, std::uint16_t* pairs)
     if (!pairs) return true;
     for (unsigned code = 0; code < 0x10000; ++code) {
         const char text[2] = {static_cast<char>(code >> 8), static_cast<char>(code & 0xFF)};
-        // No trail lies below 0x30, and a byte that is a character leads nothing.
+        // No trail byte is below 0x30, and a byte that is a character is not a lead byte.
         const bool possible = (code & 0xFF) >= 0x30 && bytes[code >> 8] == kNoCharacter;
         pairs[code] = possible ? Ask(converter.get(), text, 2) : kNoCharacter;
     }

@@ -1,5 +1,5 @@
-// Johab packs a syllable into its code as three groups of five bits below the high one: initial,
-// medial, final. Symbols and hanja are those of KS X 1001, in rows of 188 cells.
+// Johab encodes a syllable as three groups of five bits below the high bit: initial, medial, final.
+// Symbols and hanja are those of KS X 1001, in rows of 188 cells.
 #include "osutil/platform/posix/text/johab.h"
 
 #include <algorithm>
@@ -10,23 +10,23 @@ namespace genutil::platform {
 
 namespace {
 
-constexpr int kFill = 0;    // the group says that this part of the syllable is absent
-constexpr int kWrong = -1;  // the group means nothing
+constexpr int kFill = 0;    // this part of the syllable is absent
+constexpr int kWrong = -1;  // the group is unassigned
 
-// Each gives 1 for the first jamo of its kind, as the groups number them.
+// The following functions return 1 for the first jamo of their kind, in the order of the groups.
 int Initial(unsigned group) {
     if (group == 1) return kFill;
     return group >= 2 && group <= 20 ? static_cast<int>(group) - 1 : kWrong;
 }
 
-int Medial(unsigned group) {  // eight codes hold six vowels: two of each eight are left out
+int Medial(unsigned group) {  // eight codes contain six vowels: two of each eight are omitted
     if (group == 2) return kFill;
     const unsigned column = group % 8, row = group / 8;
     if (group < 3 || group > 29 || (row > 0 && column < 2)) return kWrong;
     return static_cast<int>(row == 0 ? column - 2 : row * 6 + column - 2);
 }
 
-int Final(unsigned group) {  // 18 is left out
+int Final(unsigned group) {  // 18 is omitted
     if (group == 1) return kFill;
     if (group < 2 || group > 29 || group == 18) return kWrong;
     return static_cast<int>(group < 18 ? group - 1 : group - 2);
@@ -47,8 +47,8 @@ std::uint16_t Syllable(unsigned code) {
     return static_cast<std::uint16_t>(character);
 }
 
-// Lone jamo are written with the conjoining characters here, so KS X 1001 row 4 keeps only what is
-// no part of a modern syllable.
+// Single jamo are written with the conjoining characters here, so KS X 1001 row 4 contains only
+// those that are not part of a modern syllable.
 constexpr std::uint16_t kOldJamo[] = {
     0x115F, 0x1114, 0x1115, 0x11C7, 0x11C8, 0x11CC, 0x11CE, 0x11D3, 0x11D7, 0x11D9, 0x111C,
     0x11DD, 0x11DF, 0x111D, 0x111E, 0x1120, 0x1122, 0x1123, 0x1127, 0x1128, 0x112B, 0x112C,
@@ -84,7 +84,7 @@ std::uint16_t Pair(const std::uint16_t* koreanPairs, unsigned lead, unsigned tra
 void ComputeJohab(const std::uint16_t* koreanPairs, std::uint16_t* bytes, std::uint16_t* pairs) {
     std::fill(bytes, bytes + 256, kNoCharacter);
     for (unsigned byte = 0; byte < 0x84; ++byte) bytes[byte] = static_cast<std::uint16_t>(byte);
-    // Bytes that are neither characters nor leads are published as private characters.
+    // Bytes that are neither characters nor lead bytes are published as private characters.
     std::uint16_t next = 0xF8EC;
     for (const unsigned byte : {0xD4, 0xD5, 0xD6, 0xD7, 0xDF, 0xFA, 0xFB, 0xFC, 0xFD, 0xFE, 0xFF})
         bytes[byte] = next++;

@@ -1,4 +1,4 @@
-// Waiting for a 32-bit word in memory to change.
+// Waiting for a change of a 32-bit word in memory.
 #pragma once
 
 #include <linux/futex.h>
@@ -12,13 +12,14 @@ namespace genutil::platform {
 
 constexpr std::uint32_t kAnySleeper = 0xFFFFFFFF;
 
-// Returns at a wake of its kind (a bit or more), at once when the word is not `value`, and now and
-// then for no reason.
+// Waits for a wake of the same kind (at least one common bit). Returns at once if the word is not
+// `value`, and sometimes spuriously.
 inline void FutexWait(const void* word, std::uint32_t value, std::uint32_t kind = kAnySleeper) {
     syscall(SYS_futex, word, FUTEX_WAIT_BITSET_PRIVATE, value, nullptr, nullptr, kind);
 }
 
-// The word may be gone already: what is woken in its place looks again and sleeps on.
+// The word may no longer exist. A thread woken at its address checks its condition and sleeps
+// again.
 inline void FutexWake(const void* word, int count, std::uint32_t kind = kAnySleeper) {
     syscall(SYS_futex, word, FUTEX_WAKE_BITSET_PRIVATE, count, nullptr, nullptr, kind);
 }

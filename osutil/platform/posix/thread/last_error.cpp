@@ -4,7 +4,7 @@
 
 namespace genutil::platform {
 
-// There is one code for both.
+// The runtime and the system share one error code.
 KeepLastError::KeepLastError() : m_system(0), m_runtime(errno) {}
 
 KeepLastError::~KeepLastError() {

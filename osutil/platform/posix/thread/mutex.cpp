@@ -1,5 +1,5 @@
-// Mutexes: where they are busy. pthread's robust mutexes would hand on a lock whose holder ended
-// too, at several times the cost of each lock.
+// The slow paths of mutexes. The robust mutexes of pthreads would also pass on a lock whose holder
+// has ended, but at several times the cost of each lock.
 #include "genutil/allocate.h"
 #include "genutil/simd.h"
 #include "osutil/platform/posix/thread/futex.h"
@@ -13,7 +13,7 @@ void Abandon(HeldLock* lock) {
     FreeMutex(static_cast<Mutex*>(lock), Sharing::kShared);
 }
 
-// Nobody else is left who could wait.
+// No other thread remains that could wait.
 void Renew(HeldLock* lock, std::uint32_t id) {
     static_cast<Mutex*>(lock)->state.store(id, std::memory_order_relaxed);
 }
@@ -31,7 +31,8 @@ unsigned MakeMutex(Mutex** mutex) {
 
 namespace {
 
-// Most locks are held for less time than it takes to sleep and be woken, if the holder runs.
+// Spins first, because most locks are held for less time than sleeping and waking takes, if the
+// holder is running.
 bool TakeSoon(Mutex* mutex) {
     for (int i = 0; i < 40; ++i) {
         simd::Pause();
@@ -42,7 +43,7 @@ bool TakeSoon(Mutex* mutex) {
     return false;
 }
 
-// Takes the mutex with the mark: whether others still sleep is not known.
+// Takes the mutex with the mark set, because it is not known whether others still sleep.
 void TakeBusyMutex(Mutex* mutex, ThisThread& self) {
     std::uint32_t state = mutex->state.load(std::memory_order_relaxed);
     for (;;) {
@@ -69,7 +70,7 @@ unsigned WaitMutex(Mutex* mutex) {
 
 unsigned TryMutex(Mutex* mutex) {
     if (!mutex) return EINVAL;
-    CurrentThread();  // has a number from here on
+    CurrentThread();  // gives the thread its id
     return TakeMutexAtOnce(mutex) ? 0 : EBUSY;
 }
 

@@ -1,5 +1,5 @@
-// Read-write locks: where they are busy. The system's own either let a waiting writer hold up
-// readers or do not let the writer read, and none goes on when its writer has ended.
+// The slow paths of read-write locks. In the system's own locks, a waiting writer blocks readers or
+// the writer cannot read, and none recovers when its writer has ended.
 #include <bit>
 #include <climits>
 
@@ -23,7 +23,7 @@ void Abandon(HeldLock* lock) {
     EndWriting(static_cast<_osrdwr*>(lock));
 }
 
-// Readers that were in, and threads that waited, are not there any more.
+// Readers and waiting threads of the parent do not exist in the child.
 void Renew(HeldLock* lock, std::uint32_t id) {
     auto* renewed = static_cast<_osrdwr*>(lock);
     renewed->writer.store(id, std::memory_order_relaxed);
@@ -40,7 +40,7 @@ _osrdwr* NewReadWriteLock() {
     return lock;
 }
 
-// The record is all there is to make.
+// The record needs no system objects.
 unsigned MakeReadWriteLock(_osrdwr*) {
     return 0;
 }
@@ -60,7 +60,7 @@ void SleepAsReader(_osrdwr* lock) {
     }
 }
 
-// Takes the lock with the mark: whether others still sleep is not known.
+// Takes the lock with the mark set, because it is not known whether others still sleep.
 void TakeBusyLock(_osrdwr* lock) {
     std::uint64_t state = lock->state.load(std::memory_order_relaxed);
     for (;;) {
@@ -75,7 +75,7 @@ void TakeBusyLock(_osrdwr* lock) {
     }
 }
 
-// The readers that wait for a writer go first, and then wake the writers.
+// Wakes the readers that wait for a writer first. They wake the writers later.
 void WakeForLock(const void* lock, std::uint64_t state) {
     const void* word = &static_cast<const _osrdwr*>(lock)->state;
     if (state >= kReader)

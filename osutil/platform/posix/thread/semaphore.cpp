@@ -1,5 +1,6 @@
-// Semaphores with places. The system's own give a unit to whoever comes first after it, so a thread
-// that signals and then waits could take the unit that it meant for another, and both would sleep.
+// Semaphores with queue places. The system's own give a unit to the first thread that arrives after
+// it, so a thread that signals and then waits could take the unit meant for another one, and both
+// would sleep.
 #include <atomic>
 
 #include "genutil/allocate.h"
@@ -8,15 +9,15 @@
 
 namespace genutil::platform {
 
-// Both numbers wrap around; the count of units is their difference.
+// Both numbers wrap around. Their difference is the number of units.
 struct Semaphore {
     std::atomic<std::uint32_t> queued;    // places given to waiters
-    std::atomic<std::uint32_t> released;  // places below it have their unit
+    std::atomic<std::uint32_t> released;  // places below it have received their unit
 };
 
 namespace {
 
-// Sleepers are told apart by the last bits of their place.
+// Sleeping threads are distinguished by the last bits of their place.
 std::uint32_t KindOf(std::uint32_t place) {
     return std::uint32_t{1} << place % 32;
 }

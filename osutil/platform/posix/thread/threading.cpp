@@ -10,7 +10,7 @@ namespace genutil::platform {
 
 // -- Threads -------------------------------------------------------------------------------------
 
-// A pthread can be joined once; whoever waits later, or meanwhile, waits for that.
+// A pthread can be joined only once. Other and later callers wait for that join.
 struct Thread {
     pthread_t system;
     pthread_mutex_t joining;
@@ -80,10 +80,11 @@ void LeaveThread(void*) {
         if (self.held) self.held->previous = nullptr;
         lock->abandon(lock);
     }
-    self.id = 0;  // locks taken from here on, by other ends of the thread, call for another round
+    self.id = 0;  // if other destructors of the thread take locks from here on, this function is
+                  // called again
 }
 
-// In the child of a fork, the one thread goes on under a new number, with the locks that it holds.
+// In the child of a fork, the only thread continues under a new id with the locks that it holds.
 void RenewThread() {
     ThisThread& self = t_thisThread;
     if (!self.id) return;

@@ -20,11 +20,11 @@ const bool kZoneVariableIsTheSystems = true;
 
 namespace {
 
-// One lock for all that the library does with the environment: the C library has one for setting
-// variables, but reading then meets the array of them while it moves.
+// The only lock for the library's access to the environment. The C library's lock covers setting
+// variables, but readers then see the array of variables while it is moved.
 std::mutex g_variable;
 
-// "/usr/share/zoneinfo/Asia/Tokyo"; false when it does not fit.
+// Writes "/usr/share/zoneinfo/Asia/Tokyo". Returns false if it does not fit.
 bool WritePath(char* out, std::size_t size, const char* file) {
     const std::lock_guard<std::mutex> lock(g_variable);
     const char* folder = std::getenv("TZDIR");
@@ -33,7 +33,8 @@ bool WritePath(char* out, std::size_t size, const char* file) {
     return length >= 0 && static_cast<std::size_t>(length) < size;
 }
 
-// "Asia/Tokyo", and nothing that leads out of the folder or is a file of another kind.
+// Returns true for a name such as "Asia/Tokyo", which neither leads out of the directory nor
+// denotes another kind of file.
 bool IsZoneName(const char* name) {
     if (!*name || *name == '/') return false;
     for (const char* p = name; *p; ++p) {
@@ -42,7 +43,7 @@ bool IsZoneName(const char* name) {
     return true;
 }
 
-// Null is the zone of the machine. Below 0 when there is none.
+// Null denotes the zone of the machine. Returns a negative number if there is none.
 int OpenZone(const char* name) {
     char path[512] = "/etc/localtime";
     if (name && std::strcmp(name, path) != 0 &&
@@ -51,7 +52,8 @@ int OpenZone(const char* name) {
     return open(path, O_RDONLY | O_CLOEXEC);
 }
 
-// The last line of a compiled zone file is the rule for the years that it does not list.
+// Reads the last line of a compiled zone file, which is the rule for the years that it does not
+// list.
 bool ReadLastLine(int file, char* rule, std::size_t size) {
     char magic[4], tail[80];
     if (read(file, magic, sizeof magic) != 4 || std::memcmp(magic, "TZif", 4) != 0) return false;
@@ -68,7 +70,7 @@ bool ReadLastLine(int file, char* rule, std::size_t size) {
     return true;
 }
 
-// Lines of a table of the database: fields between tabs, "#" begins a comment.
+// Lines of a table in the database. Fields are separated by tabs, and "#" begins a comment.
 class Table {
   public:
     explicit Table(const char* name) {
@@ -89,7 +91,7 @@ class Table {
         }
         return false;
     }
-    // Of the current line; the text ends at the next tab.
+    // Returns a field of the current line. The text ends at the next tab.
     const char* Field(int number) const {
         const char* field = m_line;
         for (; number > 0 && field; --number)
@@ -102,7 +104,7 @@ class Table {
     char m_line[512];
 };
 
-// English names of countries by their two letters.
+// English names of countries by their two-letter codes.
 class Countries {
   public:
     Countries() {
@@ -122,8 +124,8 @@ class Countries {
     char m_names[26][26][kSize] = {};
 };
 
-// "America/Argentina/Buenos_Aires" of Argentina becomes "Buenos Aires, Argentina": the parts of the
-// name behind the continent, the smallest first, and the country.
+// Converts "America/Argentina/Buenos_Aires" in Argentina to "Buenos Aires, Argentina": the parts of
+// the name after the continent, smallest first, and the country.
 void WritePlace(char* out, std::size_t size, const char* name, const char* country) {
     std::size_t n = 0;
     const auto append = [&](const char* text, std::size_t length) {
@@ -192,7 +194,8 @@ bool ReadSystemZone(char* name, std::size_t size) {
         const auto bytes = static_cast<std::size_t>(std::snprintf(name, size, "%s", found));
         return bytes < size && IsZoneName(name);
     }
-    // A copy instead of a link: its name stands beside it, if anywhere. Neither: the C library's.
+    // If it is a copy instead of a link, its name is in the file next to it, if anywhere. Otherwise
+    // the C library's name is used.
     if (std::FILE* file = std::fopen("/etc/timezone", "re")) {
         const bool read = std::fgets(name, static_cast<int>(size), file) != nullptr;
         std::fclose(file);
@@ -203,24 +206,24 @@ bool ReadSystemZone(char* name, std::size_t size) {
     return std::snprintf(name, size, "UTC") < static_cast<int>(size);
 }
 
-// What the variable was when it was last looked at; the lock is held. Looking for it takes longer
-// than a conversion, so its place in the environment is remembered: one that another program part
-// changed no longer holds the same pointer.
+// The last known state of the variable; the lock must be held. Searching for the variable takes
+// longer than a conversion, so its position in the environment is stored. If another part of the
+// program changes it, that position holds a different pointer.
 static struct {
     char** environment;
     std::size_t slot;
-    const char* entry;    // "TZ=..." in that slot, null when the variable is not set
-    bool own;             // made by setenv here, and so never changed in place
-    bool isSet;           // what `state` stands for
-    char text[48];        // and its value
-    std::uint32_t state;  // 0 before the first look
+    const char* entry;    // "TZ=..." in that slot; null if the variable is not set
+    bool own;             // made by setenv() here, and therefore never changed in place
+    bool isSet;           // true if the variable was set in `state`
+    char text[48];        // its value in `state`
+    std::uint32_t state;  // 0 before the first call
 } g_seen;
 
 static bool IsZoneEntry(const char* entry) {
     return entry[0] == 'T' && entry[1] == 'Z' && entry[2] == '=';
 }
 
-// Null when it is not set.
+// Returns null if the variable is not set.
 static const char* ZoneVariable() {
     if (!g_seen.entry || environ != g_seen.environment || environ[g_seen.slot] != g_seen.entry) {
         std::size_t i = 0;
@@ -270,9 +273,9 @@ void SetZoneVariable(const char* text) {
     g_seen.own = StateOf(value) != 0 && value;
 }
 
-// What the C library makes of a zone is told by these; while they and the variable are what its
-// last reading left, another reading changes nothing and takes as long as a conversion. Where the
-// machine decides it looks at a file, which is soon enough once a second.
+// These values show how the C library interprets a zone. While they and the variable are the same
+// as after its last reading, another reading changes nothing and takes as long as a conversion. If
+// the zone of the machine applies, a file must be examined, for which once a second is sufficient.
 std::uint32_t RereadZoneVariable() {
     static struct {
         std::uint32_t state;

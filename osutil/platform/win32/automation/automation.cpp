@@ -18,7 +18,7 @@ bool IsGone(HRESULT answer) {
            answer == HRESULT_FROM_WIN32(RPC_S_CALL_FAILED) || answer == CO_E_OBJNOTCONNECTED;
 }
 
-// A server that has ended may be known for a while yet: so it is asked for something.
+// A server that has ended may still be registered for a while, so a request is sent to it.
 HRESULT AttachTo(REFCLSID server, Pointer<IUnknown>* out) {
     const HRESULT known = GetActiveObject(server, nullptr, out->Place());
     if (FAILED(known)) return known;
@@ -35,7 +35,7 @@ HRESULT Start(REFCLSID server, Pointer<IUnknown>* out) {
                             IID_IDispatch, out->Any());
 }
 
-// As an object with methods, or not at all.
+// Accepts only an object with methods.
 HRESULT MakeDispatch(IUnknown* object, OleObject** out) {
     Pointer<IDispatch> dispatch;
     const HRESULT result = object->QueryInterface(IID_IDispatch, dispatch.Any());

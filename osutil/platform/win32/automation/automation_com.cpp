@@ -9,7 +9,7 @@
 
 namespace genutil {
 
-// While there is one, the multi-threaded apartment stays, and with it the objects that live there.
+// While an object exists, the multi-threaded apartment and the objects in it are kept.
 struct OleObject {
     enum Kind { kUnknown, kDispatch, kPlace };
 
@@ -23,7 +23,7 @@ namespace platform {
 
 namespace {
 
-// Not in systems before Windows 8, where threads stay in the apartment that they entered instead.
+// Missing in systems before Windows 8, where threads stay in the apartment that they entered.
 struct ApartmentUse {
     using Increment = HRESULT(WINAPI*)(void**);
     using Decrement = HRESULT(WINAPI*)(void*);
@@ -52,7 +52,7 @@ const ApartmentUse& Apartments() {
     return use;
 }
 
-// Words for what goes wrong most, where the system has none.
+// Texts for the most frequent errors, in case the system has none.
 constexpr struct {
     unsigned code;
     const char* words;
@@ -121,7 +121,7 @@ bool RunInApartment(void (*work)(void* context), void* context) {
     const ScopedObject thread(CreateThread(nullptr, 0, DoWork, &own, 0, nullptr));
     if (!thread) return false;
     HANDLE handle = thread.Get();
-    // The calls that come in meanwhile, the server's own perhaps, are served.
+    // Incoming calls, such as those of the server, are served meanwhile.
     DWORD signalled = 0, done = 0;
     if (FAILED(CoWaitForMultipleHandles(0, INFINITE, 1, &handle, &signalled)))
         WaitForSingleObject(handle, INFINITE);
@@ -198,7 +198,7 @@ bool IsBusy(HRESULT result) {
 
 bool Fail(HRESULT result, const CGNString* name, AutomationError* error) {
     char text[512];
-    // Codes of Windows in a result have their words under their own number.
+    // A Windows error code within a result has its text under its own number.
     const bool windows = HRESULT_FACILITY(result) == FACILITY_WIN32;
     DescribeError(windows ? HRESULT_CODE(result) : static_cast<DWORD>(result), text, sizeof text);
     std::size_t length = strlen(text);

@@ -1,21 +1,21 @@
-// COM for the contract of automation: the apartment, counted pointers and objects, calls made
-// again, and errors.
+// COM for the platform layer of automation: the apartment, counted pointers and objects, repeated
+// calls, and errors.
 #pragma once
 
 #include "osutil/platform/automation/automation.h"
 #include "osutil/platform/win32/windows_api.h"
-// Behind it, which they need.
+// After windows_api.h, which they need.
 #include <objbase.h>
 #include <oleauto.h>
 
 namespace genutil::platform {
 
-// Does work in the multi-threaded apartment, where all objects of this library live: on this
-// thread, or on another one while this waits when the program has made it one of a single-threaded
-// apartment. False when that cannot be had.
+// Executes work in the multi-threaded apartment, where all objects of this library live: on this
+// thread, or on another one while this one waits if the program has put it into a single-threaded
+// apartment. Returns false if that is impossible.
 bool RunInApartment(void (*work)(void* context), void* context);
 
-// The system's words for a result, about something with a name if that is not null; false.
+// Stores the system's text for a result, about a name if that is not null. Returns false.
 bool Fail(HRESULT result, const CGNString* name, AutomationError* error);
 
 template <class Work>
@@ -57,19 +57,20 @@ class Pointer {
     T* m_object = nullptr;
 };
 
-// An object with one reference more, as IDispatch if it is that; none for null.
+// Creates a reference to an object, as IDispatch if it has that interface. Creates none for null.
 HRESULT MakeOleObject(IUnknown* object, OleObject** out);
-// A place in a collection.
+// Creates a position in a collection.
 HRESULT MakeOlePlace(IEnumVARIANT* place, OleObject** out);
 
-// What is in an object, with a reference more.
+// Return the content of an object with an additional reference.
 HRESULT OpenDispatch(OleObject* object, Pointer<IDispatch>* out);
 HRESULT OpenPlace(OleObject* object, Pointer<IEnumVARIANT>* out);
-IDispatch* DispatchOf(const OleObject* object);  // as it is; null when it is not that
+IDispatch* DispatchOf(const OleObject* object);  // without an additional reference; null if it is
+                                                 // of another kind
 IUnknown* PointerOf(const OleObject* object);
 
 bool IsBusy(HRESULT result);
-// Makes a call again as long as the server is too busy for it and the time is not over.
+// Repeats a call while the server is too busy for it and the time has not elapsed.
 template <class Call>
 HRESULT CallPatiently(long retryTime, Call call) {
     const DWORD start = GetTickCount();

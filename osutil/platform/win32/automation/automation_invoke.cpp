@@ -1,4 +1,5 @@
-// One call of a server: names to numbers, arguments to its order, and what comes back.
+// One call of a server: conversion of names to numbers, of arguments to the server's order, and of
+// the results.
 #include <utility>
 
 #include "genutil/allocate.h"
@@ -13,15 +14,16 @@ namespace {
 constexpr WORD kUses[] = {DISPATCH_METHOD, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
                           DISPATCH_PROPERTYGET, DISPATCH_PROPERTYPUT, DISPATCH_PROPERTYPUTREF};
 
-// An argument in the server's order: what is put first, then those by name, then those by position
-// from the last to the first.
+// An argument in the server's order: the value to put first, then named arguments, then positional
+// ones from last to first.
 struct Slot {
-    COSOLEValue value;     // as it came back
-    Variant holder;        // what a reference refers to
-    VARTYPE referred = 0;  // its type then; VT_VARIANT for any; 0 for no reference
-    int argument = 0;      // its number among the caller's, from 0
+    COSOLEValue value;     // the returned value
+    Variant holder;        // the target of a reference
+    VARTYPE referred = 0;  // type of the reference's target; VT_VARIANT for any; 0 if it is not a
+                           // reference
+    int argument = 0;      // its index among the caller's arguments, from 0
     const COSOLEValue* from = nullptr;
-    UINT parameter = 0;  // its number in the type information
+    UINT parameter = 0;  // its index in the type information
 };
 
 template <class T>
@@ -61,7 +63,7 @@ class Invocation {
           m_ids(m_count),
           m_use(kUses[static_cast<int>(call.use)]) {}
 
-    // The arguments are in place in the end, and those by reference changed.
+    // Performs the call. On success, arguments passed by reference have been changed.
     bool Run(OleObject* object) {
         HRESULT result = OpenDispatch(object, &m_dispatch);
         if (FAILED(result)) return Fail(result, m_call.name, m_error);
@@ -112,7 +114,7 @@ class Invocation {
         return true;
     }
 
-    // The names of arguments belong to that of the member and are asked for with it.
+    // The names of arguments belong to the name of the member and are looked up together with it.
     bool FindArguments() {
         const UINT first = m_call.put ? 1 : 0;
         if (m_named == first) return true;
@@ -156,7 +158,7 @@ class Invocation {
         return true;
     }
 
-    // The holder has what the argument shows without owning it.
+    // The holder owns the content to which the argument refers.
     HRESULT ConvertValue(Slot* slot, VARIANT* argument) {
         const HRESULT result = ToVariant(*slot->from, slot->holder.Get());
         *argument = slot->holder.Value();
@@ -194,8 +196,8 @@ class Invocation {
 
     bool Invoke() {
         DISPPARAMS parameters = {m_arguments.Get(), m_ids.Get(), m_count, m_named};
-        // A result that nobody wants is taken all the same: not all of those who carry it from
-        // another process give back an object in it.
+        // A result is requested even if it is not used, because some proxies from other processes
+        // do not return an object in it otherwise.
         VARIANT* const wanted = m_call.put ? nullptr : m_result.Get();
         EXCEPINFO thrown = {};
         UINT fault = m_count;
@@ -204,7 +206,7 @@ class Invocation {
             return m_dispatch->Invoke(m_member, IID_NULL, LOCALE_USER_DEFAULT, m_use, &parameters,
                                       wanted, &thrown, &fault);
         });
-        // A type that shares its bytes with the value may have been written over.
+        // A type that shares its bytes with the value may have been overwritten.
         for (UINT i = 0; i < m_count; ++i)
             if (m_slots[i].referred == VT_DECIMAL) V_VT(m_slots[i].holder.Get()) = VT_DECIMAL;
         if (SUCCEEDED(result)) return true;
@@ -229,7 +231,7 @@ class Invocation {
         return false;
     }
 
-    // What a server may leave on the thread beside a plain code.
+    // Reads the additional error information that a server may provide on the thread.
     bool TakeErrorInfo() {
         Pointer<IErrorInfo> info;
         if (GetErrorInfo(0, info.Place()) != S_OK || !info.Get()) return false;
@@ -242,7 +244,7 @@ class Invocation {
         return false;
     }
 
-    // All or nothing.
+    // Returns all results or none.
     bool Return() {
         COSOLEValue value;
         HRESULT result = m_call.result ? FromVariant(m_result.Value(), &value) : S_OK;
@@ -268,7 +270,7 @@ class Invocation {
     Pointer<ITypeInfo> m_types;
     bool m_askedForTypes = false;
     Array<Slot> m_slots;
-    Array<VARIANT> m_arguments;  // what they have is the slots'
+    Array<VARIANT> m_arguments;  // their content is owned by the slots
     Array<DISPID> m_ids;
     const WORD m_use;
     UINT m_named = 0;

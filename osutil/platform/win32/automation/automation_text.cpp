@@ -1,4 +1,4 @@
-// Texts of COM, which may have a 0 within them as CGNString may.
+// Texts of COM, which may contain a 0, as CGNString may.
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
 #include "genutil/mbutil/wide_convert.h"

@@ -6,7 +6,7 @@ namespace genutil::platform {
 
 namespace {
 
-// A description that type information lends.
+// A description that must be returned to the type information.
 template <class T, void (STDMETHODCALLTYPE ITypeInfo::*release)(T*)>
 class Lent {
   public:
@@ -75,7 +75,8 @@ CGNString TypeName(ITypeInfo* types, const TYPEDESC& type) {
     return CGNString("unknown");
 }
 
-// What a type that the server has defined stands for: objects are pointers to theirs.
+// Returns the type that a user-defined type of the server represents. An object is a pointer to
+// such a type.
 VARTYPE Defined(ITypeInfo* types, HREFTYPE reference) {
     Pointer<ITypeInfo> referred;
     if (FAILED(types->GetRefTypeInfo(reference, referred.Place()))) return VT_VARIANT;
@@ -97,7 +98,7 @@ VARTYPE Defined(ITypeInfo* types, HREFTYPE reference) {
     }
 }
 
-// What a reference is to; 0 for a type that is none.
+// Returns the type to which a reference refers, or 0 if the type is not a reference.
 VARTYPE Referred(ITypeInfo* types, const TYPEDESC& type) {
     if (type.vt != VT_PTR) return 0;
     const TYPEDESC& inner = *type.lptdesc;
@@ -143,7 +144,7 @@ void AddParameters(ITypeInfo* types, const FUNCDESC& function, COSOLEMember* mem
         const CGNString name(place < count ? TakeText(names[place]) : CGNString());
         if (place < count) names[place] = nullptr;
         const ELEMDESC& element = function.lprgelemdescParam[i];
-        // Of what is called through the object's table one parameter may be the result.
+        // In an interface that is called through a function table, one parameter may be the result.
         if ((put && i == function.cParams - 1) ||
             (element.paramdesc.wParamFlags & PARAMFLAG_FRETVAL))
             member->m_type = TypeName(types, element.tdesc);
@@ -213,7 +214,7 @@ HRESULT AddMembers(ITypeInfo* types, COSOLEList<COSOLEMember>* out) {
     HRESULT result = types->GetTypeAttr(attributes.Place());
     if (FAILED(result) || IsRoot(attributes->guid)) return result;
     const bool table = attributes->typekind == TKIND_INTERFACE;
-    // A dispatch interface has its base's members itself.
+    // A dispatch interface lists the members of its base itself.
     for (UINT i = 0; table && i < attributes->cImplTypes; ++i) {
         HREFTYPE reference = 0;
         Pointer<ITypeInfo> base;

@@ -1,4 +1,4 @@
-// What a server's type information says.
+// The type information of a server.
 #pragma once
 
 #include "osutil/platform/win32/automation/automation_com.h"
@@ -7,8 +7,8 @@ namespace genutil::platform {
 
 HRESULT OpenTypes(IDispatch* dispatch, long retryTime, Pointer<ITypeInfo>* out);
 
-// What a parameter of a member refers to; VT_VARIANT when it is no reference, or to what a VARIANT
-// must hold.
+// Returns the type to which a parameter of a member refers. Returns VT_VARIANT if it is not a
+// reference, or is a reference to a VARIANT.
 VARTYPE ReferredType(ITypeInfo* types, DISPID member, WORD use, UINT parameter);
 
 }  // namespace genutil::platform

@@ -11,7 +11,8 @@ namespace genutil::platform {
 
 namespace {
 
-// What the items of an array are, in both worlds; of a kind the first row goes out.
+// The types of array items in both representations. For a kind with several rows, the first is used
+// for sending.
 constexpr struct {
     COSOLEValue::Kind kind;
     VARTYPE type;
@@ -46,10 +47,10 @@ VARTYPE ElementType(const COSOLEValue& array) {
 COSOLEValue::Kind ElementKind(VARTYPE type) {
     for (const auto& element : kElements)
         if (element.type == type) return element.kind;
-    return COSOLEValue::kEmpty;  // integers of 64 bits without a sign, unknown objects
+    return COSOLEValue::kEmpty;  // unsigned 64-bit integers, unknown objects
 }
 
-// Where a value of a simple type lies in a VARIANT.
+// Returns the position of a simple value in a VARIANT.
 void* Payload(VARIANT* value) {
     return V_VT(value) == VT_DECIMAL ? static_cast<void*>(&value->decVal) : &value->llVal;
 }
@@ -79,7 +80,7 @@ HRESULT GetDecimal(const DECIMAL& from, COSOLEValue* out) {
     return out->SetDecimal(CGNDecimal(CGNString(text))) ? S_OK : E_OUTOFMEMORY;
 }
 
-// A number beyond the positive ones of 64 bits with a sign is a decimal.
+// A number above the signed 64-bit range is a decimal.
 HRESULT GetUnsigned(std::uint64_t number, COSOLEValue* out) {
     if (number <= INT64_MAX) {
         out->SetInteger(static_cast<long long>(number));
@@ -127,12 +128,13 @@ HRESULT PutBytes(const COSOLEValue& value, VARIANT* out) {
     return S_OK;
 }
 
-// One item of an array, which takes what it is given over.
+// Stores one item of an array, which takes ownership of it.
 HRESULT PutItem(const COSOLEValue& item, VARTYPE type, char* place, std::size_t size) {
     Variant value;
     HRESULT result = ToVariant(item, value.Get());
     if (SUCCEEDED(result) && type != VT_VARIANT && V_VT(value.Get()) != type)
-        result = item.GetKind() == COSOLEValue::kEmpty ? S_FALSE  // as the array has it: 0, or none
+        result = item.GetKind() == COSOLEValue::kEmpty ? S_FALSE  // an empty item: 0 or nothing, as
+                                                                  // the array is initialised
                                                        : ChangeVariant(value.Get(), type);
     if (result != S_OK) return result;
     memcpy(place, type == VT_VARIANT ? value.Get() : Payload(value.Get()), size);
@@ -181,7 +183,7 @@ HRESULT GetItems(SAFEARRAY* array, VARTYPE type, COSOLEValue* out) {
     const std::size_t size = SafeArrayGetElemsize(array);
     const char* place = static_cast<const char*>(data);
     for (long i = 0; SUCCEEDED(result) && i < out->GetCount(); ++i, place += size) {
-        VARIANT item;  // what is in it stays the array's
+        VARIANT item;  // its content is owned by the array
         VariantInit(&item);
         V_VT(&item) = type;
         memcpy(type == VT_VARIANT ? &item : Payload(&item), place, size);
@@ -215,7 +217,7 @@ HRESULT GetInteger(long long number, COSOLEValue* out) {
     return S_OK;
 }
 
-// Of what is no scalar of another kind.
+// Converts an integer of any width. Fails for other types.
 HRESULT GetWholeNumber(const VARIANT& value, COSOLEValue* out) {
     switch (V_VT(&value)) {
         case VT_I1:
@@ -307,7 +309,7 @@ HRESULT ToVariant(const COSOLEValue& value, VARIANT* out) {
             return S_OK;
         case COSOLEValue::kInteger:
             V_VT(out) = FitsLong(integer) ? VT_I4 : VT_I8;
-            V_I8(out) = integer;  // its lower half comes first
+            V_I8(out) = integer;  // its lower half is first
             return S_OK;
         case COSOLEValue::kReal:
             V_VT(out) = VT_R8;
@@ -354,7 +356,7 @@ HRESULT FromVariant(const VARIANT& value, COSOLEValue* out) {
     const VARIANT* from = &value;
     out->SetEmpty();
     if (V_VT(from) & VT_BYREF) {
-        VARIANT reference = value;  // only read, whatever the call's type says
+        VARIANT reference = value;  // only read, although the parameter type is not constant
         const HRESULT result = VariantCopyInd(direct.Get(), &reference);
         if (FAILED(result)) return result;
         from = direct.Get();

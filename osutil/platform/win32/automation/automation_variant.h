@@ -1,11 +1,11 @@
-// Values from and to those of COM.
+// Conversion between values and those of COM.
 #pragma once
 
 #include "osutil/platform/win32/automation/automation_com.h"
 
 namespace genutil::platform {
 
-// A VARIANT that is cleared when it goes out of scope.
+// A VARIANT that is cleared at the end of its scope.
 class Variant {
   public:
     Variant() { VariantInit(&m_value); }
@@ -20,12 +20,12 @@ class Variant {
     VARIANT m_value;
 };
 
-// A text of COM in the current code set, with "?" for what that lacks.
+// Converts a text of COM to the current code set, with "?" for characters that it lacks.
 CGNString NarrowText(const wchar_t* text, std::size_t count);
-// Takes the text, which is freed; null is an empty one.
+// Converts a text and frees it. Null is an empty text.
 CGNString TakeText(BSTR text);
 
-// Null when the text is invalid in the current code set or memory ran out.
+// Returns null if the text is invalid in the current code set or if allocation fails.
 BSTR WideText(const CGNString& text);
 
 class WideName {
@@ -40,10 +40,10 @@ class WideName {
     const BSTR m_text;
 };
 
-// *out is empty before; its owner clears it.
+// *out must be empty. Its owner clears it.
 HRESULT ToVariant(const COSOLEValue& value, VARIANT* out);
-// To a simple type, as COM does; but a decimal or an amount of money that would be rounded is
-// refused.
+// Converts to a simple type as COM does, except that a decimal or an amount of money that would be
+// rounded is rejected.
 HRESULT ChangeVariant(VARIANT* value, VARTYPE type);
 // Follows references. On failure *out is empty.
 HRESULT FromVariant(const VARIANT& value, COSOLEValue* out);

@@ -5,8 +5,8 @@
 
 namespace genutil::platform {
 
-// The ANSI calls keep the bytes of a file, where the wide ones would lose what the system's ANSI
-// code page does not have.
+// The ANSI calls preserve the bytes of a file. The wide ones would lose characters that the
+// system's ANSI code page lacks.
 
 std::size_t ReadProfileValue(const char* file, const char* section, const char* key,
                              const char* fallback, char* out, std::size_t size) {

@@ -33,7 +33,7 @@ bool ReadRegistryValue(const char* key, const char* name, char* out, std::size_t
     if (!opened.Get() || RegQueryValueExA(opened.Get(), name, nullptr, nullptr,
                                           reinterpret_cast<BYTE*>(out), &length) != ERROR_SUCCESS)
         return false;
-    if (length < size) out[length] = 0;  // not every value has its terminator
+    if (length < size) out[length] = 0;  // not every value has a terminator
     return std::memchr(out, 0, size) != nullptr;
 }
 

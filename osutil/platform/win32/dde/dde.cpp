@@ -1,5 +1,5 @@
-// Conversations through the system's DDE library, which belongs to the thread that initialised it:
-// each link has a thread with an instance of its own.
+// Conversations through the system's DDE library, which is bound to the thread that initialised it.
+// Each link therefore has a thread with its own instance.
 #include "osutil/platform/dde/dde.h"
 
 #include <atomic>
@@ -40,8 +40,9 @@ class Deadline {
     DWORD m_start, m_timeout;
 };
 
-// Waits for one of them and meanwhile answers what is sent to windows of the calling thread: a
-// search for servers asks all windows there are, and must not wait for those of whoever began it.
+// Waits for one of the handles and meanwhile answers messages sent to windows of the calling
+// thread. A search for servers sends messages to all windows and must not wait for those of the
+// thread that started it.
 DWORD WaitServing(const HANDLE* handles, DWORD count, const Deadline& deadline) {
     for (;;) {
         const DWORD got =
@@ -55,25 +56,25 @@ DWORD WaitServing(const HANDLE* handles, DWORD count, const Deadline& deadline) 
 }  // namespace
 
 struct DdeLink {
-    std::atomic<int> holders{1};  // the thread is one
+    std::atomic<int> holders{1};  // the thread is one of them
     std::atomic<bool> open{false};
     std::atomic<bool> gone{false};  // the partner ended the conversation
-    Event turn{false, true};        // for one call at a time
-    Event request{false, false};    // there is a call for the thread
-    Event done{false, false};       // it has been carried out
-    Event end{true, false};         // EndDde
+    Event turn{false, true};        // acquired by one call at a time
+    Event request{false, false};    // signalled when there is a call for the thread
+    Event done{false, false};       // signalled when the call has been performed
+    Event end{true, false};         // signalled by EndDde()
     std::atomic<DWORD> endTime{0};
     std::atomic<HANDLE> thread{nullptr};
-    HANDLE partner = nullptr;  // its process; null when the system keeps it from us
+    HANDLE partner = nullptr;  // its process; null if the system denies access
     HWND window = nullptr, partnerWindow = nullptr;
 
     wchar_t service[kLongestDdeName + 1] = {}, topic[kLongestDdeName + 1] = {};
-    // The call, copied: its caller may have given up while the thread is at it.
+    // A copy of the call, because its caller may have given up while the thread performs it.
     DdeCall call = {};
     wchar_t item[kLongestDdeName + 1] = {};
     Owned<wchar_t> text{nullptr};
     DWORD timeout = 0;
-    // And its result.
+    // The result of the call.
     DdeOutcome outcome = DdeOutcome::kFailed;
     DdeAnswer answer;
 
@@ -85,7 +86,7 @@ namespace {
 
 // -- The thread ----------------------------------------------------------------------------------
 
-thread_local DdeLink* t_link;  // of this thread
+thread_local DdeLink* t_link;  // the link of this thread
 
 HDDEDATA CALLBACK OnDde(UINT type, UINT, HCONV, HSZ, HSZ, HDDEDATA, ULONG_PTR, ULONG_PTR) {
     if (type == XTYP_DISCONNECT && !t_link->end.IsSet()) {
@@ -187,8 +188,8 @@ class Conversation {
 
     bool IsMade() const { return m_handle != nullptr; }
 
-    // Asked for, since whoever ends a conversation in the midst of a call may pass for one who
-    // refuses it.
+    // Queried explicitly, because a partner that ends a conversation during a call may seem to have
+    // refused the call.
     bool HasEnded() const {
         CONVINFO info = {};
         info.cb = sizeof info;
@@ -196,7 +197,7 @@ class Conversation {
                !(info.wStatus & ST_CONNECTED);
     }
 
-    // Carries out the link's call.
+    // Performs the link's call.
     DdeOutcome Transact() {
         const Deadline deadline(m_link.timeout);
         const DWORD size = static_cast<DWORD>((m_link.call.count + 1) * 2);
@@ -208,7 +209,7 @@ class Conversation {
         const DdeOutcome outcome =
             Send(item.Get(), m_link.text.Get(), poke ? size : 0, CF_UNICODETEXT, deadline);
         if (outcome != DdeOutcome::kRefused || m_link.end.IsSet()) return outcome;
-        // To a partner that knows the system's text only.
+        // For a partner that supports only text in the system's code page.
         DdeSystemText text;
         if (poke && !text.Make(m_link.text.Get(), m_link.call.count)) return DdeOutcome::kFailed;
         return Send(item.Get(), text.Get(), text.Size(), CF_TEXT, deadline);
@@ -226,9 +227,10 @@ class Conversation {
         m_link.partner = OpenProcess(SYNCHRONIZE, FALSE, process);
     }
 
-    // A partner may acknowledge the data that it gave, as Wine's do, and the next call would take
-    // that for its own answer. Once the partner has taken what is sent to it now, all that it
-    // posted before is in the queue of this thread, and goes where no call is under way.
+    // A partner may acknowledge the data that it sent, as Wine's DDE library does, and the next
+    // call would take that for its own answer. After the partner has received a message sent to it
+    // now, everything that it posted before is in the queue of this thread, and is processed while
+    // no call is in progress.
     void TakeLateAnswers(const Deadline& deadline) {
         if (!m_hadData) return;
         m_hadData = false;
@@ -262,7 +264,7 @@ class Conversation {
             DdeFreeDataHandle(data);
             return taken ? DdeOutcome::kDone : DdeOutcome::kFailed;
         }
-        // A text that was refused may come back as a success, with the partner's own word beside.
+        // A refused text may be reported as a success, with the partner's own answer in the flags.
         return kind == DdeCall::kExecute || (flags & DDE_FACK) ? DdeOutcome::kDone
                                                                : DdeOutcome::kRefused;
     }
@@ -270,11 +272,11 @@ class Conversation {
     DdeLink& m_link;
     const Instance& m_instance;
     HCONV m_handle = nullptr;
-    bool m_hadData = false;  // the latest call was answered by data
+    bool m_hadData = false;  // the latest call was answered with data
 };
 
-// Carries out calls until the link or the partner ends, or time runs out for an answer: the result
-// of the call that is under way then.
+// Performs calls until the link or the partner ends, or until an answer is not received in time.
+// Returns the result for the call in progress then.
 DdeOutcome Serve(DdeLink& link, Conversation& conversation) {
     const HANDLE handles[] = {link.end.Get(), link.request.Get(), link.partner};
     const DWORD count = link.partner ? 3 : 2;
@@ -305,7 +307,7 @@ DdeOutcome Converse(DdeLink& link) {
     return last;
 }
 
-// The library, with one more or no more user of it.
+// Returns this library. The flags determine whether its reference count is incremented.
 HMODULE ThisModule(DWORD flags) {
     HMODULE module = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | flags,
@@ -313,7 +315,7 @@ HMODULE ThisModule(DWORD flags) {
     return module;
 }
 
-// May still run when its caller has given up, and so keeps the library loaded.
+// The thread may still run after its caller has given up, and therefore keeps the library loaded.
 DWORD WINAPI RunThread(void* context) {
     DdeLink* const link = static_cast<DdeLink*>(context);
     t_link = link;
@@ -352,8 +354,8 @@ DdeOutcome WaitForAnswer(DdeLink& link, const Deadline& deadline, HANDLE partner
     }
 }
 
-// The end of the conversation in the partner's name, who cannot say it: so that the system's
-// library does not wait for an answer any longer. What comes of it is of no interest.
+// Ends the conversation on behalf of a partner that cannot do so, so that the system's library
+// stops waiting for an answer. Failure is ignored.
 void BreakOff(DdeLink& link) {
     link.end.Set();
     PostMessageW(link.window, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(link.partnerWindow), 0);
@@ -377,7 +379,7 @@ bool Store(DdeLink& link, const DdeCall& call) {
     return link.text.Get() != nullptr;
 }
 
-// With the turn.
+// Performs a call; the caller has the turn.
 DdeOutcome TakeTurn(DdeLink& link, const DdeCall& call, const Deadline& deadline) {
     if (link.gone) return DdeOutcome::kGone;
     if (!link.open || link.end.IsSet()) return DdeOutcome::kEnded;
@@ -423,7 +425,7 @@ DdeOutcome ConnectDde(DdeLink* link, const unsigned short* service, const unsign
     std::wcscpy(link->service, Wide(service));
     std::wcscpy(link->topic, Wide(topic));
     if (!StartThread(link)) return DdeOutcome::kFailed;
-    // The search itself cannot be broken off: it ends by itself, and then the thread.
+    // The search itself cannot be interrupted. It ends by itself, and the thread after it.
     const DdeOutcome outcome = WaitForAnswer(*link, deadline, nullptr);
     if (outcome != DdeOutcome::kDone) link->end.Set();
     return outcome;

@@ -1,4 +1,4 @@
-// Texts as DDE partners have them: 16-bit characters, or text of the system's code page.
+// Texts in the form of DDE partners: 16-bit characters, or text in the system's code page.
 #pragma once
 
 #include <cstddef>
@@ -7,10 +7,10 @@
 
 namespace genutil::platform {
 
-// What a partner sent, up to its first 0, if there is one.
+// A text received from a partner, up to its first 0, if there is one.
 class DdeAnswer {
   public:
-    // These two are false without memory.
+    // Both return false if allocation fails.
     bool TakeUnits(const void* units, std::size_t count);
     bool TakeSystemText(const void* bytes, std::size_t size);
     void Clear() { m_units.Reset(nullptr); }
@@ -25,13 +25,13 @@ class DdeAnswer {
     std::size_t m_count = 0;
 };
 
-// A text for a partner that knows the system's code page only.
+// A text for a partner that supports only the system's code page.
 class DdeSystemText {
   public:
-    bool Make(const wchar_t* text, std::size_t count);  // false without memory
+    bool Make(const wchar_t* text, std::size_t count);  // returns false if allocation fails
 
-    const char* Get() const { return m_bytes.Get(); }  // null before
-    unsigned long Size() const { return m_size; }      // with its terminator
+    const char* Get() const { return m_bytes.Get(); }  // null before Make()
+    unsigned long Size() const { return m_size; }      // including the terminator
 
   private:
     Owned<char> m_bytes;

@@ -4,7 +4,7 @@
 
 namespace genutil::platform {
 
-// As the C runtime makes EEXIST, ENOENT, EACCES and ENOTEMPTY of them.
+// The same mapping as that of the C runtime to EEXIST, ENOENT, EACCES and ENOTEMPTY.
 FileCode FileCodeOf(unsigned long error) {
     if (error >= ERROR_WRITE_PROTECT && error <= ERROR_SHARING_BUFFER_EXCEEDED)
         return kAccessDenied;

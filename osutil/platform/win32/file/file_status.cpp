@@ -1,4 +1,4 @@
-// The status records of the C runtime, which has one for each size of a time.
+// The status records of the C runtime, one for each size of a time.
 #include <utility>
 
 #include "osfile.h"
@@ -6,14 +6,14 @@
 
 namespace {
 
-// As the runtime does where a time lies beyond what a record has room for.
+// Same as in the runtime for times beyond the range of a record.
 template <class Time>
 void PutTime(__time64_t time, Time* out) {
     *out = std::in_range<Time>(time) ? static_cast<Time>(time) : -1;
 }
 
-// The runtime takes the "?" in the prefix of a long path for a wildcard, so it gets a plain one.
-// Its queries of the records with a short size give the lower half of a longer one.
+// The runtime takes the "?" in the prefix of a long path for a wildcard, so a plain prefix is used.
+// Its queries for the records with a 32-bit size store the lower half of a larger one.
 template <class Status>
 int Examine(const char* path, Status* status) {
     const genutil::platform::PathUnits units(path);

@@ -30,7 +30,8 @@ Access AccessOf(Opening opening) {
     return {GENERIC_WRITE, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL};
 }
 
-// Has the system move bytes from or to where the file is; whether all were.
+// Makes the system transfer bytes from or to the file position. Returns true if all were
+// transferred.
 template <class Move, class Byte>
 bool MoveAll(HANDLE file, Byte* bytes, std::size_t count, Move move) {
     constexpr std::size_t kMostAtOnce = 0x40000000;

@@ -14,7 +14,7 @@ bool VisitConnectedDisks(ResourceVisitor visitor, void* context) {
     DWORD result = buffer.Reserve(bytes / sizeof(NETRESOURCEW)) ? NO_ERROR : ERROR_OUTOFMEMORY;
     while (result == NO_ERROR || result == ERROR_MORE_DATA) {
         const DWORD room = bytes;
-        DWORD count = static_cast<DWORD>(-1);  // as many as there is room for
+        DWORD count = static_cast<DWORD>(-1);  // as many as fit
         result = WNetEnumResourceW(enumeration, &count, buffer.Get(), &bytes);
         if (result == NO_ERROR) {
             for (DWORD i = 0; i < count; ++i) {
@@ -24,7 +24,7 @@ bool VisitConnectedDisks(ResourceVisitor visitor, void* context) {
                 if (local.Get() && remote.Get()) visitor(context, local.Get(), remote.Get());
             }
         } else if (result == ERROR_MORE_DATA) {
-            // Not even one has room; `bytes` tells what it needs, if it is more.
+            // Not even one entry fits. `bytes` is the required size if that is larger.
             bytes = bytes > room ? bytes : 2 * room;
             const std::size_t records = bytes / sizeof(NETRESOURCEW) + 1;
             if (!buffer.Reserve(records)) result = ERROR_OUTOFMEMORY;

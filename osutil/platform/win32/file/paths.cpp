@@ -11,7 +11,7 @@ static_assert(sizeof(wchar_t) == sizeof(unsigned short));
 
 namespace {
 
-// Directories must leave room for a name of 12 characters below MAX_PATH.
+// Paths of directories must leave room for a name of 12 characters below MAX_PATH.
 constexpr std::size_t kLongPath = MAX_PATH - 12;
 
 }  // namespace
@@ -19,7 +19,7 @@ constexpr std::size_t kLongPath = MAX_PATH - 12;
 SystemPath::SystemPath(const char* path) : m_units(path) {
     SetLastError(path ? ERROR_NOT_ENOUGH_MEMORY : ERROR_INVALID_PARAMETER);
     if (!m_units.Get()) return;
-    // The system answers for an empty path in many ways.
+    // The system's result for an empty path varies.
     if (m_units.Count() == 0)
         SetLastError(ERROR_PATH_NOT_FOUND);
     else
@@ -49,7 +49,7 @@ void SystemPath::Take(const wchar_t* path, std::size_t length) {
 
 bool SystemPath::Extend(const wchar_t* path) {
     const DWORD size = GetFullPathNameW(path, 0, nullptr, nullptr);
-    constexpr std::size_t kPrefix = 8;  // of the longer "\\?\UNC\"
+    constexpr std::size_t kPrefix = 8;  // length of the longer prefix "\\?\UNC\"
     wchar_t* const out = size == 0 ? nullptr : m_extended.Reserve(size + kPrefix);
     if (!out) return false;
     if (GetFullPathNameW(path, size, out + kPrefix, nullptr) == 0) return false;

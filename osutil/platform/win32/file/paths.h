@@ -1,23 +1,24 @@
-// Paths of the system from paths in the current code set, and names in the current code set from
-// names of the system. The system's paths are UTF-16.
+// Conversion of paths in the current code set to paths of the system, and of names of the system to
+// names in the current code set. The system's paths are UTF-16.
 #pragma once
 
 #include "osutil/platform/file/path_units.h"
 
 namespace genutil::platform {
 
-// A path in the current code set, which need not be the ANSI code page, as the system's wide
-// functions take it. A long one is made a full path of the form that has no limit.
+// A path in the current code set, which may differ from the ANSI code page, in the form of the
+// system's wide functions. A long path is converted to a full path in the form without a length
+// limit.
 class SystemPath {
   public:
-    explicit SystemPath(const char* path);  // null is no path
-    // That of a name in a directory, as the system has them.
+    explicit SystemPath(const char* path);  // null means no path
+    // The path of a name in a directory, both received from the system.
     SystemPath(const wchar_t* directory, const wchar_t* name);
     SystemPath(const SystemPath&) = delete;
     SystemPath& operator=(const SystemPath&) = delete;
 
-    // Null, with the last error set, when there is no path, when it is empty, and when memory
-    // ran out (which has been reported).
+    // Returns null, with the last error set, if there is no path, if it is empty, or if allocation
+    // failed, which has been reported.
     const wchar_t* Get() const { return m_path; }
 
   private:
@@ -29,7 +30,7 @@ class SystemPath {
     const wchar_t* m_path = nullptr;
 };
 
-// A name that the system gave, in the current code set, with "?" for what it does not have.
+// A name received from the system, in the current code set, with "?" for characters that it lacks.
 class NameText : public NarrowedName {
   public:
     explicit NameText(const wchar_t* name);

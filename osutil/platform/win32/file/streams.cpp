@@ -12,7 +12,7 @@ std::FILE* OpenStream(const char* path, const char* mode) {
     wchar_t wideMode[4] = {};
     for (int i = 0; i < 3 && mode[i]; ++i) wideMode[i] = static_cast<wchar_t>(mode[i]);
     std::FILE* stream = name.Get() ? _wfopen(name.Get(), wideMode) : nullptr;
-    // Programs that are started do not get it.
+    // Child processes do not inherit the stream.
     if (stream)
         SetHandleInformation(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))),
                              HANDLE_FLAG_INHERIT, 0);

@@ -12,7 +12,7 @@ namespace {
 struct Text {
     LocaleText text;
     LCTYPE item;
-    std::uint8_t count;  // of successive items
+    std::uint8_t count;  // number of consecutive items
 };
 constexpr Text kTexts[] = {
     {kDateSeparator, LOCALE_SDATE, 1},
@@ -41,7 +41,7 @@ constexpr Text kTexts[] = {
     {kCurrencyCode, LOCALE_SINTLSYMBOL, 1},
 };
 
-// The thirteenth month does not follow the twelfth.
+// The items of the thirteenth month are not consecutive to those of the twelfth.
 constexpr Text kThirteenth[] = {
     {static_cast<LocaleText>(kMonthName + 12), LOCALE_SMONTHNAME13, 1},
     {static_cast<LocaleText>(kMonthAbbreviation + 12), LOCALE_SABBREVMONTHNAME13, 1},
@@ -71,7 +71,7 @@ static_assert(sizeof kNumbers / sizeof *kNumbers == kLocaleNumbers);
 
 static_assert(sizeof(WCHAR) == sizeof(std::uint16_t));
 
-// A text that is longer than the record's is one that the system does not tell.
+// A text that is longer than that of the record counts as one that the system does not provide.
 void ReadText(LCID locale, const Text& text, LocaleRecord* record) {
     for (unsigned i = 0; i < text.count; ++i) {
         const unsigned which = text.text + i;
@@ -90,8 +90,8 @@ std::int32_t ReadNumber(LCID locale, LCTYPE item) {
     return number;
 }
 
-// Two identifiers name a country that is no more, and newer systems know only those of the country
-// where the language is spoken now.
+// Two identifiers name a country that no longer exists. Newer systems know only those of the
+// country where the language is spoken now.
 LCID KnownIdentifier(std::uint32_t language) {
     constexpr LCID kSerbianLatin = 0x081A, kSerbianCyrillic = 0x0C1A, kToSerbia = 0x1C00;
     const bool old = language == kSerbianLatin || language == kSerbianCyrillic;
@@ -117,7 +117,7 @@ bool KnowsLocale(std::uint32_t language, const char*) {
 
 namespace {
 
-// Tells of changes of the user's settings, which live in the registry.
+// Detects changes of the user's settings, which are in the registry.
 class SettingsWatch {
   public:
     SettingsWatch() : m_event(CreateEventA(nullptr, FALSE, FALSE, nullptr)) {
@@ -126,8 +126,8 @@ class SettingsWatch {
             m_key = nullptr;
         Arm();
     }
-    // Without a watch every look counts as a change. A look is a call of the system, so there is
-    // one in each tick of its clock at most: 16 ms.
+    // Without a watch, every check counts as a change. A check is a system call, so there is at
+    // most one per 16 ms, the tick of the system's clock.
     bool Changed() {
         const DWORD now = GetTickCount() / 16;
         if (m_armed && m_looked.load(std::memory_order_relaxed) == now) return false;
@@ -151,7 +151,7 @@ class SettingsWatch {
 
 }  // namespace
 
-// With the thread's language in it, which decides whose settings the user's are.
+// Includes the thread's language, which determines the user's settings.
 std::uint32_t LocaleSettingsStamp() {
     static SettingsWatch watch;
     static LONG changes = 0;

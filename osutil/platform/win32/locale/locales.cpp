@@ -1,4 +1,4 @@
-// The user's locale as Windows keeps it.
+// The user's locale from Windows.
 #include "osutil/platform/locale/locales.h"
 
 #include "osutil/platform/win32/scoped_handle.h"
@@ -7,8 +7,8 @@ namespace genutil::platform {
 
 namespace {
 
-// CharUpperW and CharLowerW take a pointer whose high word is zero for the character itself, which
-// is a form of call that no compiler can check; LCMapStringW says the same plainly.
+// CharUpperW and CharLowerW take a pointer whose high word is zero to denote the character itself,
+// which no compiler can check. LCMapStringW does the same with a plain text.
 std::uint16_t MapCase(std::uint16_t character, DWORD flag) {
     const WCHAR in = static_cast<WCHAR>(character);
     WCHAR out = in;
@@ -22,8 +22,8 @@ const WCHAR* AsWide(const std::uint16_t* text) {
 
 }  // namespace
 
-// A thread that was given a locale of its own goes by that; one that was left with the system's
-// goes by the user's, which is what the user chose and the system's default may not be.
+// A thread with a locale of its own uses that one. A thread with the system's locale uses the
+// user's, which the user has chosen and which may differ from the system's default.
 UserLocale GetUserLocale() {
     LCID locale = GetThreadLocale();
     if (locale == GetSystemDefaultLCID()) locale = GetUserDefaultLCID();

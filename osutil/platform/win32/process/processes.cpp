@@ -13,14 +13,14 @@ wchar_t* Wide(const PathUnits& units) {
     return reinterpret_cast<wchar_t*>(units.Get());
 }
 
-// What a pipe holds, and a read of it takes.
+// The size of a pipe, and of one read from it.
 constexpr DWORD kPipeSize = 16384;
 
-// The two ends of a pipe: a program gets `write` and its double, and nobody inherits `read`.
+// The two ends of a pipe. A program receives `write` and its duplicate. `read` is not inherited.
 struct Pipe {
     ScopedObject read, write, writeDouble;
 
-    // 0, or the system's error code.
+    // Returns 0 or the system's error code.
     DWORD Make() {
         SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
         ScopedObject inheritedRead;
@@ -57,7 +57,7 @@ DWORD StartInto(const PathUnits& line, const Pipe& pipe, ScopedObject* process) 
     return 0;
 }
 
-// Hands over what comes; whether that ended because the other end was closed.
+// Passes on output. Returns true if the output ended because the other end was closed.
 bool ReadAll(HANDLE pipe, TakeOutput take, void* context) {
     char bytes[kPipeSize];
     DWORD got = 0;
@@ -129,7 +129,7 @@ bool OpenDocument(const char* path) {
 
 bool ReadVariable(const char* name, char* out, std::size_t size) {
     const PathUnits wideName(name);
-    wchar_t value[32767];  // the longest there is
+    wchar_t value[32767];  // the maximum length
     if (!wideName.Get()) return false;
     SetLastError(ERROR_SUCCESS);
     const DWORD length = GetEnvironmentVariableW(Wide(wideName), value, 32767);

@@ -1,4 +1,4 @@
-// Modules as Windows loads them.
+// Modules loaded by Windows.
 #include "osutil/platform/resource/modules.h"
 
 #include "genutil/allocate.h"
@@ -16,7 +16,7 @@ HMODULE AsHandle(Module module) {
     return static_cast<HMODULE>(module);
 }
 
-// No message box for a file that is no library.
+// Suppresses the message box for a file that is not a library.
 class QuietErrors {
   public:
     QuietErrors() { SetThreadErrorMode(SEM_FAILCRITICALERRORS, &m_mode); }
@@ -30,8 +30,8 @@ class QuietErrors {
 
 }  // namespace
 
-// As a module of its own kind, so that its handle serves every function of the system; as data
-// where it is a 64-bit one, which has resources all the same.
+// Loads a library as a module, so that its handle is valid for every function of the system, or as
+// data if it is a 64-bit one, whose resources can still be read.
 Module LoadResourceLibrary(const char* path) {
     const QuietErrors quiet;
     const SystemPath file(path);
@@ -48,7 +48,7 @@ void FreeResourceLibrary(Module module) {
 }
 
 const unsigned short* FindModuleString(Module module, unsigned id, std::size_t* count) {
-    // With no room for it, the text is not copied but pointed to.
+    // With a buffer size of 0, the text is not copied. A pointer to it is returned.
     const unsigned short* text = nullptr;
     const int length =
         LoadStringW(AsHandle(module), id & 0xFFFF, reinterpret_cast<wchar_t*>(&text), 0);
@@ -66,7 +66,7 @@ CGNString ModuleFile(Module module) {
 unsigned char* ReadVersionResource(const char* path, std::size_t* size) {
     const SystemPath file(path);
     const DWORD needed = file.Get() ? GetFileVersionInfoSizeW(file.Get(), nullptr) : 0;
-    // Twice the size: the system keeps translated texts behind it.
+    // Twice the size, because the system stores translated texts after the resource.
     if (needed == 0) return nullptr;
     void* const memory = Allocate(std::uint64_t{needed} * 2);
     if (!AssertAllocation(memory != nullptr, "osutil/osresdll", __LINE__)) return nullptr;

@@ -1,4 +1,4 @@
-// The machine kept awake by the system's own function.
+// Keeping the machine awake by the system's own function.
 #include "osutil/platform/system/awake.h"
 
 #include "osutil/platform/win32/windows_api.h"

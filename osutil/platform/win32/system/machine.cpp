@@ -1,4 +1,4 @@
-// The machine as the system tells it.
+// The machine as described by the system.
 #include "osutil/platform/system/machine.h"
 
 #include <cstring>
@@ -17,7 +17,7 @@ std::uint32_t ProcessId() {
     return GetCurrentProcessId();
 }
 
-// The extended record on the systems that have it.
+// Uses the extended record if the system has it.
 WindowsVersion ReadWindowsVersion() {
     OSVERSIONINFOEXA extended;
     std::memset(&extended, 0x30, sizeof extended);

@@ -1,4 +1,4 @@
-// Character classes as Windows keeps them.
+// Character classes of Windows.
 #include "osutil/platform/text/characters.h"
 
 #include "osutil/platform/win32/windows_api.h"

@@ -1,4 +1,4 @@
-// Code pages as Windows keeps them.
+// Code pages of Windows.
 #include "osutil/platform/text/codepages.h"
 
 #include "osutil/platform/win32/windows_api.h"
@@ -14,7 +14,7 @@ std::uint16_t Ask(unsigned codePage, DWORD flags, const char* code, int length) 
     return MultiByteToWideChar(codePage, flags, code, length, out, 4) == 1 ? out[0] : kNoCharacter;
 }
 
-// Where the system's ISO 8859-7 and 8859-8 are older than the published charts.
+// Corrections of the system's ISO 8859-7 and 8859-8, which are older than the published tables.
 struct Correction {
     std::uint16_t codePage;
     std::uint8_t byte;
@@ -25,8 +25,8 @@ constexpr Correction kCorrections[] = {
     {28597, 0xAA, 0x037A}, {28598, 0xAF, 0x00AF}, {28598, 0xFD, 0x200E}, {28598, 0xFE, 0x200F},
 };
 
-// One-byte codes that a Windows code page leaves open are still published: as control characters or
-// private ones, which the strict flag refuses. The ISO charts leave such codes undefined.
+// Unassigned one-byte codes of a Windows code page are still published, as control characters or
+// private ones, which the strict flag rejects. In the ISO tables such codes are undefined.
 void ReadBytes(unsigned codePage, std::uint16_t* bytes) {
     const DWORD flags = codePage >= kFirstIsoCodePage ? MB_ERR_INVALID_CHARS : 0;
     for (unsigned byte = 0; byte < 256; ++byte) {

@@ -1,8 +1,8 @@
-// Read-write locks of three of the system's objects.
+// Read-write locks made of three system objects.
 //
-// Whoever changes who is in holds the guard meanwhile: readers for a moment, a writer for as long
-// as it writes. A writer waits for the guard and the absence of readers at once, and so never has
-// the guard while it still waits.
+// A thread holds the guard while it changes the state: readers briefly, a writer for as long as it
+// writes. A writer waits for the guard and the absence of readers at once, so it never holds the
+// guard while it still waits.
 #include <algorithm>
 #include <iterator>
 
@@ -12,10 +12,10 @@
 
 struct _osrdwr {
     HANDLE guard;
-    HANDLE noReaders;    // an event, signalled while there is none
-    HANDLE readerCount;  // a semaphore: its count is the number of readers
-    DWORD readers[211];  // their threads, 0 where a slot is free, for whoever looks into a process
-    DWORD writer;        // its thread, 0 without one
+    HANDLE noReaders;    // an event, signalled while there are no readers
+    HANDLE readerCount;  // a semaphore whose count is the number of readers
+    DWORD readers[211];  // their threads, 0 for a free slot; for inspection of a process
+    DWORD writer;        // its thread, 0 if there is none
 };
 static_assert(sizeof(void*) != 4 || sizeof(_osrdwr) == 4 * (3 + 211 + 1));
 
@@ -23,7 +23,7 @@ namespace genutil::platform {
 
 namespace {
 
-// The record, and beside it how often the writer has to release: only the writer touches it.
+// The record, followed by the number of releases that the writer owes. Only the writer uses it.
 struct Lock : _osrdwr {
     unsigned levels;
 };
@@ -42,7 +42,7 @@ unsigned ReleaseGuard(HANDLE guard) {
     return ::ReleaseMutex(guard) ? 0 : GetLastError();
 }
 
-// In the first slot that holds `from`; in none when there is none.
+// Replaces the first `from` among the readers, if there is one.
 void ChangeReader(_osrdwr* lock, DWORD from, DWORD to) {
     DWORD* slot = std::find(std::begin(lock->readers), std::end(lock->readers), from);
     if (slot != std::end(lock->readers)) *slot = to;
@@ -93,7 +93,7 @@ unsigned ReadRelease(_osrdwr* lock) {
         return ERROR_NOT_OWNER;  // nobody reads
     }
     ChangeReader(lock, GetCurrentThreadId(), 0);
-    // The count can only be read by changing it: one up, and down again.
+    // The count can be read only by changing it: one up, and down again.
     LONG remaining = 0;
     ::ReleaseSemaphore(lock->readerCount, 1, &remaining);
     WaitForSingleObject(lock->readerCount, INFINITE);
@@ -103,7 +103,7 @@ unsigned ReadRelease(_osrdwr* lock) {
 
 unsigned WriteWait(_osrdwr* lock) {
     const bool isWriter = lock->writer == GetCurrentThreadId();
-    // The writer may be reading as well.
+    // The writer may also be reading.
     if (const unsigned error =
             isWriter ? WaitForGuard(lock->guard) : WaitForBoth(lock->guard, lock->noReaders))
         return error;

@@ -23,7 +23,7 @@ unsigned CodeOf(BOOL done) {
     return done ? 0 : GetLastError();
 }
 
-// A mutex whose holder ended counts as one that was released.
+// A mutex whose holder has ended is treated as released.
 unsigned Wait(HANDLE handle, DWORD milliseconds = INFINITE) {
     const DWORD result = WaitForSingleObject(handle, milliseconds);
     return result == WAIT_FAILED ? GetLastError() : result == WAIT_TIMEOUT ? WAIT_TIMEOUT : 0;
@@ -69,7 +69,7 @@ void WINAPI CallAtEnd(void* pointer) {
     if (pointer) g_atEnd(pointer);
 }
 
-// The system calls into this module at the end of threads, so the module stays loaded.
+// The system calls into this module at the end of threads, so the module must stay loaded.
 DWORD AllocateIndex() {
     HMODULE module;
     GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
@@ -77,7 +77,7 @@ DWORD AllocateIndex() {
     return FlsAlloc(CallAtEnd);
 }
 
-// The compiler's thread variables take several calls and a lock here; this is one.
+// The compiler's thread variables require several calls and a lock here; this is a single call.
 DWORD PointerIndex() {
     static const DWORD s_index = AllocateIndex();
     return s_index;

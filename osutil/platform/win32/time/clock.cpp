@@ -1,4 +1,4 @@
-// The runtime's calls without a 64 in their names end in 2038 here.
+// The runtime's calls without a 64 in their names end in 2038 on this platform.
 #include "osutil/platform/time/clock.h"
 
 #include <time.h>

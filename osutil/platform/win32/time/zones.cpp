@@ -18,13 +18,14 @@ namespace {
 
 constexpr char kZones[] = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Time Zones";
 
-// As the value "TZI" of a zone's key holds it.
+// The value "TZI" of a zone's key.
 struct RegistryRule {
-    LONG bias, standardBias, daylightBias;  // minutes west of Greenwich
+    LONG bias, standardBias, daylightBias;  // in minutes west of Greenwich
     SYSTEMTIME toStandard, toDaylight;
 };
 
-// Any program may have written the value: numbers that no zone has would not fit in a rule.
+// Any program may have written the value. Numbers that are invalid for a zone would not fit in a
+// rule.
 bool IsSound(const RegistryRule& rule) {
     constexpr LONG kDay = 24 * 60;
     for (const LONG bias : {rule.bias, rule.standardBias, rule.daylightBias})
@@ -40,7 +41,7 @@ class Key : public ScopedKey {
   public:
     Key(HKEY parent, const char* name) : ScopedKey(parent, name, KEY_READ) {}
 
-    // In UTF-8; empty when there is none.
+    // Reads a text in UTF-8. It is empty if there is none.
     void ReadText(const wchar_t* value, char* out, int size) const {
         WCHAR wide[128] = {};
         DWORD bytes = sizeof wide - sizeof(WCHAR);
@@ -58,8 +59,8 @@ class Key : public ScopedKey {
     }
 };
 
-// "Eastern Standard Time" becomes "EST", which the C runtime takes; a name in another script
-// becomes what the caller gives instead.
+// Writes "EST" for "Eastern Standard Time", which the C runtime accepts. A name in another script
+// becomes the text supplied by the caller.
 void WriteInitials(char (&out)[8], const char* name, const char* instead) {
     std::size_t n = 0;
     for (const char* p = name; *p && n + 1 < sizeof out; ++p)
@@ -68,7 +69,7 @@ void WriteInitials(char (&out)[8], const char* name, const char* instead) {
     if (n < 3) std::snprintf(out, sizeof out, "%s", instead);
 }
 
-// Minutes west as the notation has them: "5", "-5:30".
+// Writes minutes west in the notation of the variable: "5", "-5:30".
 int WriteOffset(char* out, std::size_t size, LONG minutes) {
     const LONG magnitude = minutes < 0 ? -minutes : minutes;
     const char* const sign = minutes < 0 ? "-" : "";
@@ -77,7 +78,7 @@ int WriteOffset(char* out, std::size_t size, LONG minutes) {
                : std::snprintf(out, size, "%s%ld", sign, magnitude / 60);
 }
 
-// With a year it is a date, which stands for the same one in every year.
+// With a year, the change is a date, which is used for every year.
 int WriteChange(char* out, std::size_t size, const SYSTEMTIME& change) {
     static constexpr int kBefore[] = {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334};
     if (change.wYear && change.wMonth)
@@ -104,14 +105,14 @@ void WriteRule(char (&out)[64], const RegistryRule& rule, const char* standard,
     if (rule.toDaylight.wMonth == 0) return;
     WriteInitials(name, daylight, "DST");
     append(text, static_cast<const char*>(name));
-    // An hour ahead goes without saying.
+    // An offset of one hour ahead is the default.
     if (rule.daylightBias != rule.standardBias - 60)
         append(WriteOffset, rule.bias + rule.daylightBias);
     append(WriteChange, rule.toDaylight);
     append(WriteChange, rule.toStandard);
 }
 
-// "(UTC+09:00) Osaka, Sapporo, Tokyo" without its offset.
+// Returns "(UTC+09:00) Osaka, Sapporo, Tokyo" without its offset.
 const char* BehindOffset(const char* display) {
     const char* closing = *display == '(' ? std::strchr(display, ')') : nullptr;
     if (!closing) return display;
@@ -137,7 +138,7 @@ bool ReadZone(HKEY zones, const char* name, Zone* zone) {
 void VisitZones(void (*visit)(void* context, const Zone& zone), void* context) {
     const Key zones(HKEY_LOCAL_MACHINE, kZones);
     if (!zones.Get()) return;
-    char name[256];  // the longest that a key has
+    char name[256];  // the maximum length of a key name
     for (DWORD i = 0;; ++i) {
         DWORD length = sizeof name;
         if (RegEnumKeyExA(zones.Get(), i, name, &length, nullptr, nullptr, nullptr, nullptr) !=
@@ -153,7 +154,7 @@ bool ReadZoneRule(const char* name, char* rule, std::size_t size) {
     if (!name) {
         TIME_ZONE_INFORMATION own;
         if (GetTimeZoneInformation(&own) == TIME_ZONE_ID_INVALID) return false;
-        // Bias and dates by the meaning that the registry gives them; names play no part.
+        // The bias and dates have the same meaning as in the registry. Names are not compared.
         const RegistryRule ownRule = {own.Bias, own.StandardBias, own.DaylightBias,
                                       own.StandardDate, own.DaylightDate};
         if (!IsSound(ownRule)) return false;
@@ -194,7 +195,7 @@ bool GetZoneVariable(char* out, std::size_t size) {
     return fits;
 }
 
-// The runtime tells of no change, so the text is compared. The lock is held.
+// The runtime does not report changes, so the text is compared. The lock must be held.
 static std::uint32_t StateOf(const char* value) {
     static struct {
         bool isSet;
@@ -224,14 +225,14 @@ void SetZoneVariable(const char* text) {
     if (text && std::strlen(text) + 4 > sizeof setting) return;
     if (text) std::strcpy(setting + 3, text);
     EnterCriticalSection(VariableLock());
-    _putenv(setting);  // the runtime copies it; without a value it removes the variable
+    _putenv(setting);  // the runtime copies it; an empty value removes the variable
     _tzset();
     LeaveCriticalSection(VariableLock());
 }
 
-// While the variable and what the runtime made of it are what its last reading left, another
-// reading changes nothing and takes longer than a conversion. Where the machine decides it asks the
-// system, which is soon enough once a second.
+// While the variable and the runtime's interpretation of it are the same as after its last reading,
+// another reading changes nothing and takes longer than a conversion. If the zone of the machine
+// applies, the system must be queried, for which once a second is sufficient.
 std::uint32_t RereadZoneVariable() {
     static struct {
         std::uint32_t state;

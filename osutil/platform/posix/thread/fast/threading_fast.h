@@ -1,11 +1,11 @@
-// Included by threading.h alone, at its end.
+// Included only by threading.h, at its end.
 //
-// The calls of threading.h that take a lock which is free, or give one up that nobody waits for:
-// a few instructions, so they stand in their callers. What sleeps and wakes is in mutex.cpp and
+// The calls of threading.h that take a free lock, or release one that no thread waits for. They are
+// a few instructions and therefore inline. Sleeping and waking are in mutex.cpp and
 // read_write_lock.cpp.
 //
-// After a call has given up a lock it touches no more of it than the address: whoever takes it next
-// may destroy it.
+// After a call has released a lock, it uses only its address, because the next holder may destroy
+// it.
 #pragma once
 
 #include <atomic>
@@ -16,16 +16,16 @@ namespace genutil::platform {
 
 // -- The calling thread --------------------------------------------------------------------------
 
-// A lock in the list of those that one thread holds; only that thread touches it.
+// A lock in the list of those that one thread holds. Only that thread accesses it.
 struct HeldLock {
     HeldLock* previous;
     HeldLock* next;
-    void (*abandon)(HeldLock* lock);                  // when the thread ends
-    void (*renew)(HeldLock* lock, std::uint32_t id);  // when it goes on under another number
+    void (*abandon)(HeldLock* lock);                  // called when the thread ends
+    void (*renew)(HeldLock* lock, std::uint32_t id);  // called when the thread gets another id
 };
 
 struct ThisThread {
-    std::uint32_t id;  // 0 until it is asked for
+    std::uint32_t id;  // 0 until first requested
     HeldLock* held;
     void* pointer;
     void (*atEnd)(void*);
@@ -43,10 +43,11 @@ struct ThisThread {
     }
 };
 
-// The model spares the call that finds the thread variables of a library.
+// This model avoids the call that finds the thread variables of a library.
 extern thread_local constinit ThisThread t_thisThread __attribute__((tls_model("initial-exec")));
 
-// Fills t_thisThread and has its end called; false when the system has no room for the latter.
+// Fills t_thisThread and arranges the call at the thread's end. Returns false if the system has no
+// room for the latter.
 bool EnterThread();
 
 inline ThisThread& CurrentThread() {
@@ -65,15 +66,15 @@ inline void* ThreadPointer() {
 
 // -- Mutexes -------------------------------------------------------------------------------------
 
-constexpr std::uint32_t kAwaited = 0x80000000;  // a thread may sleep until the state changes
+constexpr std::uint32_t kAwaited = 0x80000000;  // a thread may be sleeping until the state changes
 constexpr std::uint32_t kHolder = ~kAwaited;
 
 struct Mutex : HeldLock {
-    std::atomic<std::uint32_t> state;  // 0 while free; else the holder, with kAwaited or without
-    std::uint32_t levels;              // how often the holder has to release
+    std::atomic<std::uint32_t> state;  // 0 if free; otherwise the holder, with or without kAwaited
+    std::uint32_t levels;              // number of releases required
 };
 
-unsigned WakeForMutex(const void* mutex);  // 0
+unsigned WakeForMutex(const void* mutex);  // always returns 0
 
 inline bool IsHolder(const Mutex* mutex, const ThisThread& self) {
     return (mutex->state.load(std::memory_order_relaxed) & kHolder) == self.id;
@@ -125,18 +126,19 @@ inline unsigned ReleaseMutex(Mutex* mutex, Sharing sharing) {
 // -- Read-write locks ----------------------------------------------------------------------------
 
 struct _osrdwr : genutil::platform::HeldLock {
-    // The upper half counts readers; while a writer is in, those that wait for it, whose place is
-    // taken already, and those that the writer began itself. The lower half is what threads sleep
-    // on: it stays the same while readers come and go.
+    // The upper half counts readers. While a writer holds the lock, it counts the readers that wait
+    // for it, whose place is already taken, and the reads that the writer itself began. Threads
+    // sleep on the lower half, which does not change as readers come and go.
     std::atomic<std::uint64_t> state;
-    std::atomic<std::uint32_t> writer;  // its thread; only that thread can find itself there
-    std::uint32_t levels;               // how often the writer has to release
+    std::atomic<std::uint32_t> writer;  // id of its thread; only that thread can find its own id
+                                        // there
+    std::uint32_t levels;               // number of releases required
 };
 
 namespace genutil::platform {
 
 constexpr std::uint64_t kWriting = 1;
-constexpr std::uint64_t kWriterSleeps = 2;  // a writer may sleep until the lock is free
+constexpr std::uint64_t kWriterSleeps = 2;  // a writer may be sleeping until the lock is free
 constexpr std::uint64_t kReader = std::uint64_t{1} << 32;
 
 void SleepAsReader(_osrdwr* lock);
@@ -147,13 +149,14 @@ inline bool IsWriter(const _osrdwr* lock, const ThisThread& self) {
     return lock->writer.load(std::memory_order_relaxed) == self.id;
 }
 
-// Nobody is left to wake a sleeping writer later: the mark goes with the lock.
+// Clears the mark of a sleeping writer if the lock becomes free, because no later release will wake
+// it.
 inline std::uint64_t WithoutMarkIfFree(std::uint64_t state) {
     return state == kWriterSleeps ? 0 : state;
 }
 
 inline unsigned ReadWait(_osrdwr* lock) {
-    // Counted at once, whoever is in: nobody can begin to write from then on.
+    // Counted at once, whoever holds the lock, so that no writer can begin from then on.
     const std::uint64_t state = lock->state.fetch_add(kReader, std::memory_order_acquire);
     if ((state & kWriting) && !IsWriter(lock, CurrentThread())) [[unlikely]]
         SleepAsReader(lock);

@@ -1,7 +1,7 @@
-// Included by threading.h alone, at its end.
+// Included only by threading.h, at its end.
 //
-// The calls of threading.h that stand in their callers. Each of them is a call of the system here,
-// at whose cost one of ours does not count, so this is all.
+// The inline calls of threading.h. On Windows the locks are system calls, whose cost makes inlining
+// pointless, so there is only this one.
 #pragma once
 
 namespace genutil::platform {
