@@ -152,7 +152,7 @@ unsigned char CGNDateTime::IsValidDate(int year, int month, int day) {
 }
 
 unsigned char CGNDateTime::VerifyDateTime(struct tm* local) {
-    constexpr int kLastYear = 138, kLastDay = 18;
+    constexpr int kYear2038 = 138, kLastDay = 18;
     m_rangeStatus = kValid;
     if (local->tm_hour < 0 || local->tm_hour > 23 || local->tm_min < 0 || local->tm_min > 59 ||
         local->tm_sec < 0 || local->tm_sec > 59) {
@@ -160,7 +160,7 @@ unsigned char CGNDateTime::VerifyDateTime(struct tm* local) {
         return 0;
     }
     // The last day is the same in every zone, so that what was stored in one is good in all.
-    if (local->tm_year == kLastYear) {
+    if (local->tm_year == kYear2038) {
         if (local->tm_mon > 0 || local->tm_mday > kLastDay) {
             m_rangeStatus = kBadDate;
             return 0;
@@ -175,7 +175,7 @@ unsigned char CGNDateTime::VerifyDateTime(struct tm* local) {
         }
     }
     if (local->tm_mon < 0 || local->tm_mon > 11 || local->tm_mday < 1 || local->tm_mday > 31 ||
-        local->tm_year > kLastYear || local->tm_year < MinYear()) {
+        local->tm_year > kYear2038 || local->tm_year < MinYear()) {
         m_rangeStatus = kBadDate;
         return 0;
     }

@@ -150,7 +150,7 @@ unsigned int CGNStringList::ParseFrom(const CGNString& text, char separator) {
 
 namespace {
 
-bool ComesBefore(long a, long b) {
+bool ComesBefore(GNItem a, GNItem b) {
     const auto* x = reinterpret_cast<const CGNString*>(a);
     const auto* y = reinterpret_cast<const CGNString*>(b);
     if (!x || !y) return !x && y;
@@ -159,8 +159,8 @@ bool ComesBefore(long a, long b) {
 
 // Lets the item at `root` sink into the heap below it: the hole goes down to a leaf first and the
 // item climbs from there, which halves the comparisons, and these are what costs.
-void Sink(long* items, int root, int size) {
-    const long item = items[root];
+void Sink(GNItem* items, int root, int size) {
+    const GNItem item = items[root];
     int hole = root;
     while (hole < size / 2) {
         int child = 2 * hole + 1;
@@ -180,7 +180,7 @@ void Sink(long* items, int root, int size) {
 // A heap, because mbstrcoll is no strict order where memory runs out for a comparison: whatever the
 // answers are, this stays within the array, needs no memory and ends.
 void CGNStringList::Sort() {
-    long* items = CGNList::GetItemListPtr();
+    GNItem* items = CGNList::GetItemListPtr();
     const int count = GetCount();
     for (int root = count / 2 - 1; root >= 0; --root) Sink(items, root, count);
     for (int size = count - 1; size > 0; --size) {

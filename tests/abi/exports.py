@@ -5,17 +5,26 @@ usage: exports.py LIBRARY           check: every recorded name is there, and non
        exports.py LIBRARY --record  write the list anew
 
 A name that leaves the list breaks programs that are linked to it. C functions must appear unmangled
-and undecorated on both targets; C++ names are compared on Linux, whose mangling is recorded."""
+and undecorated on every target; C++ names are compared on Linux, whose mangling is recorded."""
 import pathlib
 import re
+import struct
 import subprocess
 import sys
 
 RECORD = pathlib.Path(__file__).with_name('exports.txt')
 
 
+def processor(library):
+    image = pathlib.Path(library).read_bytes()
+    header, = struct.unpack_from('<I', image, 0x3C)
+    machine, = struct.unpack_from('<H', image, header + 4)
+    return {0x14C: 'i686', 0x8664: 'x86_64'}[machine]
+
+
 def exported_by_dll(library):
-    text = subprocess.run(['i686-w64-mingw32-objdump', '-p', library], check=True, capture_output=True, text=True).stdout
+    objdump = processor(library) + '-w64-mingw32-objdump'
+    text = subprocess.run([objdump, '-p', library], check=True, capture_output=True, text=True).stdout
     table = text[text.index('[Ordinal/Name Pointer] Table'):]
     return {match.group(1) for match in re.finditer(r'^\s*\[\s*\d+\]\s+(\S+)$', table, re.MULTILINE)}
 
