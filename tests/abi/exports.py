@@ -30,14 +30,19 @@ def exported_by_dll(library):
 
 
 def exported_by_so(library):
+    """Returns the names and, apart from them, those that any program may define too (weak ones)."""
     text = subprocess.run(['nm', '-D', '--defined-only', library], check=True, capture_output=True, text=True).stdout
-    return {line.split()[-1].split('@')[0] for line in text.splitlines()}
+    names, weak = set(), set()
+    for line in text.splitlines():
+        kind, name = line.split()[-2:]
+        (weak if kind in 'uvwVW' else names).add(name.split('@')[0])
+    return names, weak
 
 
 def main():
     library = sys.argv[1]
     dll = library.endswith('.dll')
-    names = exported_by_dll(library) if dll else exported_by_so(library)
+    names, weak = (exported_by_dll(library), set()) if dll else exported_by_so(library)
     if '--record' in sys.argv:
         RECORD.write_text('\n'.join(sorted(names)) + '\n')
         return 0
@@ -45,6 +50,7 @@ def main():
     if dll:  # classes are mangled alike, but some helpers of theirs exist on one target only
         names = {name for name in names if not name.startswith('_Z')}
         recorded = {name for name in recorded if not name.startswith('_Z')}
+    names |= weak & recorded  # compilers differ in what is weak
     for name in sorted(recorded - names):
         print(f'no longer exported: {name}', file=sys.stderr)
     for name in sorted(names - recorded):
