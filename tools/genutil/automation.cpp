@@ -1,6 +1,8 @@
 // genutil automation: what an automation server offers, and calls of it.
 #include <charconv>
 #include <cstdio>
+#include <locale>
+#include <sstream>
 
 #include "mbutil.h"
 #include "osautomation.h"
@@ -68,11 +70,18 @@ Status List(COSOLEAutomation& server) {
     return kOk;
 }
 
-template <class Number>
-bool Parse(const std::string& text, Number* out) {
+bool Parse(const std::string& text, long long* out) {
     const char* const end = text.data() + text.size();
     const auto read = std::from_chars(text.data(), end, *out);
     return !text.empty() && read.ec == std::errc() && read.ptr == end;
+}
+
+// Some C++ libraries lack std::from_chars for this type.
+bool Parse(const std::string& text, double* out) {
+    std::istringstream in(text);
+    in.imbue(std::locale::classic());
+    in >> std::noskipws >> *out;
+    return !in.fail() && in.peek() == std::istringstream::traits_type::eof();
 }
 
 // A value from "TYPE:TEXT", or a text where no type stands in front. False for a type with a text
