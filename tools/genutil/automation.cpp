@@ -1,4 +1,4 @@
-// genutil automation: what an automation server offers, and calls of it.
+// genutil automation: lists the members of an automation server, and calls them.
 #include <charconv>
 #include <cstdio>
 
@@ -75,8 +75,8 @@ bool Parse(const std::string& text, Number* out) {
     return !text.empty() && read.ec == std::errc() && read.ptr == end;
 }
 
-// A value from "TYPE:TEXT", or a text where no type stands in front. False for a type with a text
-// that is not of it.
+// Parses "TYPE:TEXT", or a text without a type. Returns false for a text that is invalid for its
+// type.
 bool ParseValue(const std::string& argument, COSOLEValue* value) {
     const std::size_t colon = argument.find(':');
     const std::string type = colon == argument.npos ? "" : argument.substr(0, colon);
@@ -151,7 +151,7 @@ Status RunAutomation(const Arguments& given) {
     const bool call = what == "call" && rest.size() >= 3;
     if (!list && !call)
         return Complain("automation: 'list PROGID' or 'call PROGID METHOD ARG...' is needed");
-    mbIsMultiByte();  // initialises: an explicit choice would not survive it
+    mbIsMultiByte();  // initialises; an earlier explicit choice would be lost
     InitMbutilExt(mbUtf8);
     COSOLEArguments arguments;
     if (call && !ParseCall({rest.begin() + 3, rest.end()}, named, &arguments)) return kError;

@@ -1,4 +1,4 @@
-// genutil locales, genutil zones: what there is to choose from.
+// genutil locales, genutil zones: the available locales and time zones.
 #include <algorithm>
 #include <cstdio>
 
@@ -20,7 +20,7 @@ bool Contains(const std::string& text, const std::string& part) {
     return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end();
 }
 
-// Rows that have the filter in one of their columns, in any letter case.
+// Returns the rows that contain the filter in one of their columns, in any letter case.
 std::vector<Row> Filter(const std::vector<Row>& rows, const std::string& filter) {
     std::vector<Row> found;
     for (const Row& row : rows)
@@ -74,7 +74,7 @@ std::vector<Row> Zones() {
     return rows;
 }
 
-// Prints the rows that match, below their header.
+// Prints the matching rows below their header.
 Status List(const char* command, const Arguments& arguments, std::vector<Row> (*rows)(),
             const Row& header) {
     std::vector<std::string> filters;

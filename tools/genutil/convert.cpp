@@ -1,4 +1,4 @@
-// genutil convert: files from one encoding to another, with a report of what did not survive.
+// genutil convert: converts files between encodings and reports losses.
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -44,7 +44,7 @@ void ReportLosses(const Input& input, const Job& job, const mbConversion& conver
         const std::string utf8 = walk.ToUtf8();
         std::fprintf(stderr, "  %s%s%s\n", DescribePosition(walk).c_str(), utf8.empty() ? "" : "  ",
                      utf8.c_str());
-        // More than one may lie in what is a single character here.
+        // More than one loss may be within a single character of this encoding.
         while (listed < known && conversion.lostAt[listed] < walk.At() + walk.Bytes().size())
             ++listed;
     }
@@ -56,7 +56,7 @@ Status ConvertText(const Input& input, const Job& job, std::string* result) {
     mbConversion conversion = {};
     conversion.lostAt = lostAt;
     conversion.lostAtSize = kListed;
-    const std::size_t skip = input.markLength;  // no text
+    const std::size_t skip = input.markLength;  // not text
     char* out = nullptr;
     if (!mbConvertAlloc(input.text.data() + skip, input.text.size() - skip, input.encoding.codeSet,
                         &out, job.target.codeSet, &conversion))
@@ -89,7 +89,7 @@ Status ConvertFile(const Job& job, const std::string& file) {
     return status;
 }
 
-// What can be known to be wrong before any file is touched.
+// Detects errors that are known before any file is modified.
 bool CheckJob(Job* job) {
     const auto fail = [](const std::string& message) {
         Complain(message);

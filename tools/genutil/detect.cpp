@@ -1,4 +1,4 @@
-// genutil detect: what files are encoded in.
+// genutil detect: the encodings of files.
 #include <cstdio>
 
 #include "tools/genutil/command.h"

@@ -79,7 +79,7 @@ bool ReadInput(const std::string& path, const std::string& encodingName, Input* 
     } else {
         input->encoding = *FindEncoding(encodingName);
     }
-    // A byte-order mark knows better than the name which order its text has.
+    // A byte-order mark takes precedence over the byte order in the name.
     const Encoding other{input->encoding.codeSet, !input->encoding.bigEndian};
     if (input->encoding.codeSet == mbUtf16 && MarkLength(input->text, other))
         input->encoding = other;

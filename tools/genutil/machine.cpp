@@ -1,4 +1,4 @@
-// genutil system: the machine as the library's functions see it.
+// genutil system: the machine as reported by the library.
 #include <cinttypes>
 #include <cstdio>
 

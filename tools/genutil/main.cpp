@@ -1,4 +1,4 @@
-// genutil: says what text files are encoded in, converts them, and looks into them.
+// genutil: detects the encodings of text files, converts and examines them.
 #include <cstdio>
 #include <iterator>
 
@@ -35,10 +35,10 @@ const Command* FindCommand(const std::string& name) {
     return nullptr;
 }
 
-// What is not about one command; kError behind a message when it is none of these.
+// Runs an option that is not a command. Returns kError after a message if the name is unknown.
 Status RunGeneral(const std::string& name) {
     if (name == "--help" || name == "-h" || name == "help") PrintHelp();
-    // Both for those who install the program.
+    // These two are for the installation of the program.
     else if (name == "--manual")
         PrintManual(kCommands, std::size(kCommands));
     else if (name == "--completion")
@@ -77,7 +77,7 @@ Status Run(Arguments arguments) {
 int main(int count, char** values) {
     UseBinaryStreams();
     const Status status = Run(Arguments(values + 1, values + count));
-    // What an earlier write lost is no longer in the buffer.
+    // Data lost in an earlier write are no longer in the buffer.
     const bool isLost = std::ferror(stdout) != 0;
     if (std::fflush(stdout) == 0 && !isLost) return status;
     return status == kError ? kError : Complain("standard output cannot be written");

@@ -9,7 +9,8 @@
 
 namespace {
 
-// As it stands: what has a meaning at the beginning of a line or anywhere is escaped.
+// Prints text literally: escapes characters with a special meaning at the start of a line or
+// anywhere.
 void PrintText(const char* text) {
     bool lineBegins = true;
     for (const char* p = text; *p; ++p) {
@@ -28,7 +29,7 @@ const char* BehindSynopsis(const char* help) {
     return end ? end + 2 : help;
 }
 
-// The words of a help text that begin with two hyphens.
+// Returns the words of a help text that begin with two hyphens.
 std::set<std::string> OptionsIn(const char* help) {
     std::set<std::string> options = {"--help"};
     for (const char* p = help; (p = std::strstr(p, "--"));) {

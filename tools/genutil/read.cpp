@@ -1,4 +1,4 @@
-// genutil read: a date and time as a user types it.
+// genutil read: reads a date and time as a user types it.
 #include <cstdio>
 
 #include "gendate.h"
@@ -18,7 +18,8 @@ bool IsAscii(const CGNString& text, const char* set) {
     return *p == 0;
 }
 
-// Whether a word has a place in a date: a number, a sign, a name that a reader of dates knows.
+// Returns true if a word may occur in a date: a number, a sign, or a name known to a reader of
+// dates.
 bool IsDateWord(const CGNString& word) {
     if (IsAscii(word, "0123456789") || IsAscii(word, "/-.,:'()")) return true;
     for (const char* frame : {"1 %s 2000", "%s 1 January 2000", "1%s March 2000", "%s1/1/1"}) {
@@ -30,7 +31,8 @@ bool IsDateWord(const CGNString& word) {
     return false;
 }
 
-// What is left of the text from the first word that no date has; all of it if there is none such.
+// Returns the rest of the text from the first word that cannot occur in a date, or the whole text
+// if there is none.
 CGNString FromStrangeWord(const CGNString& text) {
     CGNString rest(text), word;
     while (CGNDate::extractDateWord(rest, word, rest)) {
@@ -43,7 +45,7 @@ CGNString FromStrangeWord(const CGNString& text) {
 
 struct Fault {
     std::string what;
-    CGNString from;  // the text from where it could not be read
+    CGNString from;  // the text from the position where reading failed
 };
 
 Fault FindFault(const CGNString& text, long status) {
@@ -71,7 +73,8 @@ Fault FindFault(const CGNString& text, long status) {
     }
 }
 
-// The number, or the amount with its code, in the C spelling; empty when the text is neither.
+// Returns the number, or the amount with its code, in the C spelling, or an empty text if the text
+// is neither.
 std::string NumberOrAmount(const CGNString& text) {
     CGNString display;
     CGNCurrency amount(text);
