@@ -1,4 +1,4 @@
-# Flags that make faults harder to exploit, for what is shipped: genutil_hardening(TARGET).
+# Flags that make faults harder to exploit, for installed targets: genutil_hardening(TARGET).
 function(genutil_hardening target)
   if(NOT GENUTIL_HARDENING OR GENUTIL_SANITIZE OR GENUTIL_FUZZ)
     return()
@@ -6,7 +6,7 @@ function(genutil_hardening target)
   target_compile_options(${target} PRIVATE -fstack-protector-strong
     $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
   if(WIN32)
-    # The protector comes from a library of the compiler's, which whatever holds the objects links.
+    # The stack protector is in a library of the compiler, which every user of the objects must link.
     target_link_options(${target} PRIVATE -Wl,--dynamicbase -Wl,--nxcompat
       INTERFACE $<BUILD_INTERFACE:-fstack-protector-strong>)
     target_link_options(${target} PRIVATE -fstack-protector-strong)

@@ -1,6 +1,6 @@
-# resource_library(TARGET OUTPUT [VERSION n.n.n.n LANGUAGE hhhh] SOURCE.rc...): a Windows DLL of resources
-# alone, on every target. The binary utilities of MinGW are enough for it, with any C compiler as
-# preprocessor. Sources are UTF-8.
+# resource_library(TARGET OUTPUT [VERSION n.n.n.n LANGUAGE hhhh] SOURCE.rc...): a Windows DLL that contains
+# only resources, on every target. This requires only the binary utilities of MinGW, with any C compiler
+# as preprocessor. Sources are UTF-8.
 find_program(WINDRES i686-w64-mingw32-windres)
 find_program(WINDOWS_LD i686-w64-mingw32-ld)
 if(NOT WINDRES OR NOT WINDOWS_LD)

@@ -5,8 +5,8 @@ set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
 
-# The DLL imports Windows' own DLLs only: the compiler's runtime goes inside. Windows callers keep
-# the stack aligned to 4 bytes, so entries realign it before SSE2 code runs.
+# The DLL imports only DLLs of Windows and includes the compiler's runtime. Windows callers align the
+# stack to 4 bytes, so entry points realign it before SSE2 code runs.
 set(CMAKE_CXX_FLAGS_INIT "-msse2 -mfpmath=sse -mstackrealign")
 set(CMAKE_C_FLAGS_INIT "-msse2 -mfpmath=sse -mstackrealign")
 foreach(kind EXE SHARED MODULE)

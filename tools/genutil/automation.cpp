@@ -180,5 +180,5 @@ const Command kAutomationCommand = {
     "In a list, optional parameters are in brackets, with their default value. \"ref\" marks\n"
     "parameters that the server may change, \"out\" those that it only sets.\n"
     "\n"
-    "Exit status: 0 all is well, 2 wrong usage, or the server or the call failed.\n",
+    "Exit status: 0 success, 2 wrong usage, or the server or the call failed.\n",
     RunAutomation};

@@ -85,9 +85,8 @@ Status List(const char* command, const Arguments& arguments, std::vector<Row> (*
     const std::string filter = filters.empty() ? "" : filters.front();
     std::vector<Row> found = Filter(rows(), filter);
     if (found.empty()) {
-        Complain(std::string(command) + ": none contains '" + filter +
-                 "' in it; without a filter all "
-                 "are listed");
+        Complain(std::string(command) + ": no entry contains '" + filter +
+                 "'; without a filter all are listed");
         return kLoss;
     }
     found.insert(found.begin(), header);
@@ -110,7 +109,7 @@ const Command kLocalesCommand = {
     "genutil locales [FILTER]\n"
     "\n"
     "Lists the locales that the library knows by name: the name, the Windows identifier, the\n"
-    "code set that texts of the locale come in, and a description. FILTER selects those that\n"
+    "code set of the locale's texts, and a description. FILTER selects those that\n"
     "contain it, in any letter case: a name, a language, a country, a code set.\n"
     "\n"
     "Exit status: 0 some are listed, 1 none contains FILTER, 2 wrong usage.\n",

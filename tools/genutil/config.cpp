@@ -157,6 +157,6 @@ const Command kConfigCommand = {
     "  genutil config get app.ini screen width            80\n"
     "  genutil config set --registry Software\\\\Tour Screen Width 80\n"
     "\n"
-    "Exit status: 0 all is well, 1 there is no such setting, or it is read back differently, 2\n"
+    "Exit status: 0 success, 1 there is no such setting, or it is read back differently, 2\n"
     "wrong usage or a file that cannot be read or written.\n",
     RunConfig};

@@ -74,7 +74,7 @@ bool ReadInput(const std::string& path, const std::string& encodingName, Input* 
             return Fail(path,
                         "its encoding is not recognised; name it (genutil --help lists them)");
         if (found.kind == Detection::kEucJpOrShiftJis)
-            Complain(input->name + ": taken for euc-jp, could as well be shift_jis");
+            Complain(input->name + ": read as euc-jp, but may also be shift_jis");
         input->encoding = found.encoding;
     } else {
         input->encoding = *FindEncoding(encodingName);

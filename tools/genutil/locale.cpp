@@ -132,5 +132,5 @@ const Command kLocaleCommand = {
     "numbers are written. Names are of the form de_DE, in any letter case, or a language alone;\n"
     "genutil locales lists them.\n"
     "\n"
-    "Exit status: 0 all is well, 2 a locale is not known.\n",
+    "Exit status: 0 success, 2 a locale is not known.\n",
     RunLocale};

@@ -22,7 +22,7 @@ void PrintHelp() {
     std::puts(
         "\ngenutil COMMAND --help describes a command; genutil --version prints the version.\n"
         "\"-\" as a file means standard input.\n"
-        "\nExit status: 0 all is well, 1 something was lost or is invalid, 2 wrong usage\n"
+        "\nExit status: 0 success, 1 something was lost or is invalid, 2 wrong usage\n"
         "or a file that cannot be read or written. On a terminal headings and errors are\n"
         "coloured unless the variable NO_COLOR is set.\n"
         "\nNames of encodings, which may also be written as in cp932, Shift-JIS or sjis:");

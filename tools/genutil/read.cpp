@@ -66,7 +66,7 @@ Fault FindFault(const CGNString& text, long status) {
         case 5:
             return {"the text after the date is not a time", word};
         case 4:
-            return {"the time lies behind the last that there is, 03:14:07 UTC on 19 January 2038",
+            return {"the time is after the last possible moment, 03:14:07 UTC on 19 January 2038",
                     word};
         default:
             return {"there is no such moment between 1970 and 18 January 2038 in this zone", text};
@@ -92,7 +92,7 @@ Status ReadText(const std::string& utf8, CLCGlobalLocale& locale) {
     std::size_t lostAt = 0;
     const int codeSet = locale.GetCodeSet();
     if (!FromUtf8(utf8, codeSet, &text, &lostAt)) {
-        std::printf("%s: not read: no character of the locale's encoding, at character %zu\n",
+        std::printf("%s: not read: the locale's encoding lacks a character, at character %zu\n",
                     utf8.c_str(), CountCharacters(utf8.substr(0, lostAt)) + 1);
         return kLoss;
     }
@@ -124,7 +124,7 @@ Status RunRead(const Arguments& arguments) {
     if (name.empty()) return Complain("locale '" + locale + "' is not known");
     if (!UseZone(zone)) return kError;
     CLCGlobalLocale* global = CLCGlobalLocale::Instance();
-    if (!global) return Complain("memory ran out");
+    if (!global) return Complain("out of memory");
     global->SetLocale(name.c_str());
     UseCodeSetOf(*global);
     Status status = kOk;
@@ -142,11 +142,11 @@ const Command kReadCommand = {
     "Reads each text as a date, or a date and time, in the format of a locale, and prints the\n"
     "moment in ISO 8601 with its zone, and in seconds since 1970. A text that is not a date\n"
     "is read as a number, or an amount of money with the code of its currency, and printed with\n"
-    "\".\" as decimal symbol. What cannot be read is said, with the character where, which count\n"
-    "from 1.\n"
+    "\".\" as decimal symbol. For other texts, prints why they cannot be read and at which\n"
+    "character, counted from 1.\n"
     "\n"
     "  --locale NAME   a locale, such as de_DE (en_US)\n"
     "  --zone NAME     the time zone, such as Asia/Tokyo (that of the machine)\n"
     "\n"
-    "Exit status: 0 all is well, 1 a text could not be read, 2 wrong usage.\n",
+    "Exit status: 0 success, 1 a text could not be read, 2 wrong usage.\n",
     RunRead};

@@ -125,7 +125,7 @@ Status RunShow(const Arguments& arguments) {
 }  // namespace
 
 const Command kShowCommand = {
-    "show", "[--locale NAME]...        shows a moment as users in several countries see it",
+    "show", "[--locale NAME]...        shows a moment in the formats of several locales",
     "genutil show [--locale NAME]... [--zone NAME] [--time SECONDS|now]\n"
     "\n"
     "Shows a moment with its date, long and short, and its time in each locale, a number and an\n"
@@ -136,5 +136,5 @@ const Command kShowCommand = {
     "  --zone NAME     the time zone, such as Asia/Tokyo (that of the machine)\n"
     "  --time SECONDS  the moment, in seconds since 1970 (now)\n"
     "\n"
-    "Exit status: 0 all is well, 1 a text was not read back to the same value, 2 wrong usage.\n",
+    "Exit status: 0 success, 1 a text was not read back to the same value, 2 wrong usage.\n",
     RunShow};

@@ -111,7 +111,7 @@ Status RunText(const Arguments& arguments) {
     const std::vector<Option> options = {{"--code-set", nullptr, &codeSet, nullptr},
                                          {"--show", nullptr, &show, nullptr}};
     if (!ParseArguments(arguments, options, &files)) return kError;
-    if (files.empty()) return Complain("text: name a file, or \"-\" for the standard input");
+    if (files.empty()) return Complain("text: name a file, or \"-\" for standard input");
     std::size_t count = 0;
     if (!show.empty() && !ParseCount(show, &count))
         return Complain("'" + show + "' is not a number of characters to show");
