@@ -49,7 +49,7 @@ class COSOLEList {
     /** Copies the items; the list is empty if allocation fails. */
     COSOLEList(const COSOLEList& other) : COSOLEList() { *this = other; }
     /** Moves the items from the other list. */
-    COSOLEList(COSOLEList&& other) : COSOLEList() {
+    COSOLEList(COSOLEList&& other) noexcept : COSOLEList() {
         m_items = other.m_items;
         m_count = other.m_count;
         m_capacity = other.m_capacity;
@@ -68,7 +68,7 @@ class COSOLEList {
     }
 
     /** Exchanges the items of the two lists. */
-    COSOLEList& operator=(COSOLEList&& other) {
+    COSOLEList& operator=(COSOLEList&& other) noexcept {
         std::swap(m_items, other.m_items);
         std::swap(m_count, other.m_count);
         std::swap(m_capacity, other.m_capacity);

@@ -152,16 +152,16 @@ unsigned char CGNDateTime::IsValidDate(int year, int month, int day) {
 }
 
 unsigned char CGNDateTime::VerifyDateTime(struct tm* local) {
-    constexpr int kLastYear = 138, kLastDay = 18;
+    constexpr int kYearOfTheEnd = 138, kDayOfTheEnd = 18;
     m_rangeStatus = kValid;
     if (local->tm_hour < 0 || local->tm_hour > 23 || local->tm_min < 0 || local->tm_min > 59 ||
         local->tm_sec < 0 || local->tm_sec > 59) {
         m_rangeStatus = kBadTime;
         return 0;
     }
-    // The last day is the same in every zone, so that a value stored in one zone is valid in all.
-    if (local->tm_year == kLastYear) {
-        if (local->tm_mon > 0 || local->tm_mday > kLastDay) {
+    // The last day is the same in every zone, so that what was stored in one is good in all.
+    if (local->tm_year == kYearOfTheEnd) {
+        if (local->tm_mon > 0 || local->tm_mday > kDayOfTheEnd) {
             m_rangeStatus = kBadDate;
             return 0;
         }
@@ -169,13 +169,13 @@ unsigned char CGNDateTime::VerifyDateTime(struct tm* local) {
         MaxTime(&hour, &minute, &second);
         const bool behind = SecondsOf(local->tm_hour, local->tm_min, local->tm_sec) >
                             SecondsOf(hour, minute, second);
-        if (local->tm_mon == 0 && local->tm_mday == kLastDay && behind) {
+        if (local->tm_mon == 0 && local->tm_mday == kDayOfTheEnd && behind) {
             m_rangeStatus = kBehindTheEnd;
             return 0;
         }
     }
     if (local->tm_mon < 0 || local->tm_mon > 11 || local->tm_mday < 1 || local->tm_mday > 31 ||
-        local->tm_year > kLastYear || local->tm_year < MinYear()) {
+        local->tm_year > kYearOfTheEnd || local->tm_year < MinYear()) {
         m_rangeStatus = kBadDate;
         return 0;
     }

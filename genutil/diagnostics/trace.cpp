@@ -5,6 +5,7 @@
 
 #include "gentrace.h"
 #include "genutil/allocate.h"
+#include "genutil/diagnostics/message_format.h"
 #include "genutil/diagnostics/position.h"
 #include "genutil/diagnostics/trace_line.h"
 #include "genutil/nearest.h"
@@ -142,6 +143,11 @@ void CGNTrace::WriteMsg(const char* fileLine, short mask, const CGNString& modul
     if (!IsEnabled(mask)) return;
     CGNString format;
     OSLoadString(format, messageId);
+    if (!IsMessageFormat(format)) {
+        // Written as it is.
+        WriteText(fileLine, mask, module, "%s", static_cast<const char*>(format));
+        return;
+    }
     va_list arguments;
     va_start(arguments, messageId);
     DoWriteMsg(fileLine, module, format, arguments);

@@ -30,7 +30,8 @@ struct DecimalNumber {
     bool negative = false;
     char storage[2 * kMaxDigits];
 
-    DecimalNumber() {}  // the storage is filled on use
+    // Leaves the storage as it is: it is filled when it is used.
+    DecimalNumber() {}  // NOLINT(modernize-use-equals-default)
     DecimalNumber(const DecimalNumber&) = delete;
     DecimalNumber& operator=(const DecimalNumber&) = delete;
 };

@@ -5,19 +5,15 @@
 
 using namespace genutil;
 
-CLCNumber::CLCNumber() {}
-CLCNumber::~CLCNumber() {}
-CLCNumber::CLCNumber(const CLCNumber&) {}
-CLCNumber& CLCNumber::operator=(const CLCNumber&) {
-    return *this;
-}
+CLCNumber::CLCNumber() = default;
+CLCNumber::~CLCNumber() = default;
+CLCNumber::CLCNumber(const CLCNumber&) = default;
+CLCNumber& CLCNumber::operator=(const CLCNumber&) = default;
 
-CLCMoney::CLCMoney() {}
-CLCMoney::~CLCMoney() {}
-CLCMoney::CLCMoney(const CLCMoney&) {}
-CLCMoney& CLCMoney::operator=(const CLCMoney&) {
-    return *this;
-}
+CLCMoney::CLCMoney() = default;
+CLCMoney::~CLCMoney() = default;
+CLCMoney::CLCMoney(const CLCMoney&) = default;
+CLCMoney& CLCMoney::operator=(const CLCMoney&) = default;
 
 template <class Held>
 static Held* Hold() {

@@ -18,28 +18,35 @@ namespace {
 // own, since it is joined to the path before use.
 class Matches {
   public:
-    Matches(CGNString const& path, CGNString const& pattern)
+    Matches(CGNString const& path, const char* pattern)
         : m_parts(path, pattern),
           m_directory(m_parts.directory, Directory::Links::kFollow),
           m_pattern(m_parts.name) {}
-    bool IsOpen() const { return m_directory.IsOpen(); }
+    // Names that a path would take for several are left out: they would lead elsewhere.
     bool Next() {
         while (m_directory.Next())
-            if (m_pattern.Matches(m_directory.Name())) return true;
+            if (m_directory.IsOneName() && m_pattern.Matches(m_directory.Name())) return true;
         return false;
+    }
+    bool IsOpen() const { return m_directory.IsOpen(); }
+    bool HasFailed() const {
+        return !m_parts.good || m_directory.HasFailed() || m_pattern.HasFailed();
     }
     const Directory& Entry() const { return m_directory; }
 
   private:
     struct Parts {
-        Parts(CGNString const& path, CGNString const& pattern) {
+        Parts(CGNString const& path, const char* pattern) {
             CGNString joined;
             if (!JoinPath(joined, path, pattern)) return;
             joined.SplitFilePath(directory, name);
-            directory += '\\';  // turns an empty path into a root, and "X:" into the root of a
-                                // drive
+            const unsigned length = directory.GetLength();
+            directory += '\\';  // which makes a root of nothing, and a drive's of "X:"
+            good = directory.GetLength() == length + 1 &&
+                   length + name.GetLength() + 1 >= joined.GetLength();
         }
         CGNString directory, name;
+        bool good = false;
     };
     Parts m_parts;
     Directory m_directory;
@@ -51,11 +58,18 @@ class Paths {
   public:
     explicit Paths(CGNString const& directory)
         : m_good(JoinPath(m_path, directory, "")), m_prefix(m_path.GetLength()) {}
-    void AddTo(CGNStringList& list, const char* name) {
+    // Returns false if allocation fails.
+    bool AddTo(CGNStringList& list, const char* name) {
         const std::size_t length = std::strlen(name);
-        if (!m_good) return;
+        if (!m_good) return false;
         Storage::Store(m_path, name, m_prefix, length);
-        if (m_path.GetLength() == m_prefix + length) list.AddItem(m_path);
+        return m_path.GetLength() == m_prefix + length && AddName(list, m_path);
+    }
+    static bool AddName(CGNStringList& list, const char* name) {
+        const int count = list.GetCount();
+        if (!list.AddItem(name)) return false;
+        const CGNString* const added = list.GetItem(count);
+        return added && *added == name;
     }
 
   private:
@@ -69,54 +83,65 @@ class Paths {
 int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList& list) {
     Matches matches(path, pattern);
     Paths paths(path);
-    while (matches.Next()) paths.AddTo(list, matches.Entry().Name());
-    return matches.IsOpen() ? 0 : osFileFailed;
+    bool lost = false;
+    while (matches.Next()) lost |= !paths.AddTo(list, matches.Entry().Name());
+    return matches.IsOpen() && !matches.HasFailed() && !lost ? 0 : osFileFailed;
 }
 
 namespace {
 
-// Not inlined, so that its stack space is free before subdirectories are listed.
+// Not inlined, so that their stack is free before directories below are listed. *lost becomes true
+// if entries are missing from the list.
 [[gnu::noinline]] int ListFiles(CGNString const& path, CGNString const& pattern,
-                                CGNStringList& list, bool fullPaths) {
+                                CGNStringList& list, bool fullPaths, bool* lost) {
     Matches matches(path, pattern);
     Paths paths(path);
     while (matches.Next()) {
         if (matches.Entry().IsDirectory()) continue;
-        if (fullPaths)
-            paths.AddTo(list, matches.Entry().Name());
-        else
-            list.AddItem(matches.Entry().Name());
+        const char* const name = matches.Entry().Name();
+        *lost |= !(fullPaths ? paths.AddTo(list, name) : Paths::AddName(list, name));
     }
+    *lost |= matches.HasFailed();
     return matches.IsOpen() ? 0 : osFileFailed;
 }
 
-// Lists the subdirectories of a directory, which is closed before they are listed, because trees
-// may be deep.
-[[gnu::noinline]] int ListFolders(CGNString const& path, CGNStringList& list) {
+// The directories in one, which is closed before they are listed, because trees may be deep.
+[[gnu::noinline]] int ListFolders(CGNString const& path, CGNStringList& list, bool* lost) {
     Matches all(path, "*");
     while (all.Next()) {
         const Directory& entry = all.Entry();
         // A link may lead back to a parent directory.
         if (!IsDots(entry.Name()) && !entry.IsLink() && entry.IsDirectory())
-            list.AddItem(entry.Name());
+            *lost |= !Paths::AddName(list, entry.Name());
     }
+    *lost |= all.HasFailed();
     return all.IsOpen() ? 0 : osFileFailed;
+}
+
+int List(CGNString const& path, CGNString const& pattern, CGNStringList& list, bool recurse,
+         bool fullPaths, bool* lost) {
+    const int result = ListFiles(path, pattern, list, fullPaths, lost);
+    if (!recurse) return result;
+    CGNStringList folders(10, 10);
+    const int recursion = ListFolders(path, folders, lost);
+    for (int i = 0; i < folders.GetCount(); ++i) {
+        CGNString below;
+        CGNStringList found(10, 10);
+        if (folders.GetItem(i) && JoinPath(below, path, *folders.GetItem(i)))
+            List(below, pattern, found, recurse, fullPaths, lost);
+        else
+            *lost = true;
+        for (int k = 0; k < found.GetCount(); ++k)
+            *lost |= !found.GetItem(k) || !Paths::AddName(list, *found.GetItem(k));
+    }
+    return recursion;
 }
 
 }  // namespace
 
 int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList& list,
                   unsigned char recurse, unsigned char fullPaths) {
-    const int result = ListFiles(path, pattern, list, fullPaths != 0);
-    if (!recurse) return result;
-    CGNStringList folders(10, 10);
-    const int recursion = ListFolders(path, folders);
-    for (int i = 0; i < folders.GetCount(); ++i) {
-        CGNString below;
-        if (!folders.GetItem(i) || !JoinPath(below, path, *folders.GetItem(i))) continue;
-        CGNStringList found(10, 10);
-        OSGetFileList(below, pattern, found, recurse, fullPaths);
-        list += found;
-    }
-    return recursion;
+    bool lost = false;
+    const int result = List(path, pattern, list, recurse != 0, fullPaths != 0, &lost);
+    return lost ? osFileFailed : result;
 }

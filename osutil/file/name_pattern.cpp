@@ -10,6 +10,7 @@ NamePattern::NamePattern(const char* pattern) {
     m_everything = std::strcmp(pattern, "*") == 0 || std::strcmp(pattern, "*.*") == 0;
     const platform::PathUnits units(pattern);
     if (!m_everything && units.Get()) Compile(units.Get(), units.Count());
+    m_failed = !m_everything && !m_reached.Get();
 }
 
 void NamePattern::Compile(const unsigned short* pattern, std::size_t count) {
@@ -59,6 +60,7 @@ void NamePattern::Step(unsigned short character, bool lastDot) {
 bool NamePattern::Matches(const char* name) {
     if (m_everything) return true;
     const platform::PathUnits units(name);
+    m_failed |= !units.Get();
     if (!m_reached.Get() || !units.Get()) return false;
     std::memset(m_reached.Get(), 0, m_count + 1);
     m_reached.Get()[0] = 1;

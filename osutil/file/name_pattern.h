@@ -17,8 +17,10 @@ namespace genutil {
 
 class NamePattern {
   public:
-    explicit NamePattern(const char* pattern);  // pattern and names are in the current code set
-    bool Matches(const char* name);             // also false if allocation fails, which is reported
+    explicit NamePattern(const char* pattern);  // both in the current code set
+    // Returns false also if allocation fails, which is reported.
+    bool Matches(const char* name);
+    bool HasFailed() const { return m_failed; }  // an allocation, so far
 
   private:
     // Wildcards according to their place, as units that no name contains.
@@ -29,6 +31,7 @@ class NamePattern {
     void Step(unsigned short character, bool lastDot);
 
     bool m_everything = false;
+    bool m_failed = false;
     std::size_t m_count = 0;
     platform::PathBuffer<unsigned short> m_elements;
     // True for each element before which the name so far matches the pattern.

@@ -5,9 +5,10 @@
 namespace genutil {
 
 bool JoinPath(CGNString& path, const CGNString& directory, const char* name) {
-    const std::size_t least = directory.GetLength() + std::strlen(name);
+    const std::size_t length = std::strlen(name), least = directory.GetLength() + length;
     path.MakeFilePath(directory, name);
-    return path.GetLength() >= least && path.GetLength() <= least + 1;
+    return path.GetLength() >= least && path.GetLength() <= least + 1 &&
+           std::strcmp(path + (path.GetLength() - length), name) == 0;
 }
 
 }  // namespace genutil

@@ -11,7 +11,9 @@ using namespace genutil;
 namespace {
 
 constexpr std::size_t kMostOfName = 255, kMostOfValue = 255;
-constexpr int kMostReplacements = 1000;
+// Values may refer to themselves, so the search ends after so many replacements in a row that came
+// no nearer to the end of the text.
+constexpr int kMostWithoutProgress = 1000;
 
 struct Reference {
     const char *begin, *end;  // positions of the two signs
@@ -30,7 +32,8 @@ CGNString OSExpandEnvironmentVariables(const CGNString& text) {
     CGNString expanded(text);
     Reference reference;
     std::size_t from = 0;
-    for (int count = 0; count < kMostReplacements;) {
+    std::size_t least = expanded.GetLength();  // bytes left to search, so far
+    for (int count = 0; count < kMostWithoutProgress;) {
         const char* const whole = expanded;
         if (!FindReference(whole + std::min<std::size_t>(from, expanded.GetLength()), &reference))
             break;
@@ -51,6 +54,12 @@ CGNString OSExpandEnvironmentVariables(const CGNString& text) {
         // variables.
         const std::size_t behind = at + length + 2;
         from = behind > valueLength ? behind - valueLength : 0;
+        const std::size_t left =
+            expanded.GetLength() - std::min<std::size_t>(from, expanded.GetLength());
+        if (left < least) {
+            least = left;
+            count = 0;
+        }
     }
     return expanded;
 }

@@ -14,6 +14,7 @@
 #include "osthread.h"
 #include "tests/support/temporary_file.h"
 #include "tests/support/worker.h"
+#include "tests/support/zone_guard.h"
 
 namespace {
 
@@ -107,6 +108,7 @@ TEST(Trace, LinesBeginWithTheDate) {
 // The zone of the thread counts, and a change of it within a second.
 TEST(Trace, DatesLinesInTheZoneOfTheThread) {
     OSSetThreaded();
+    const ZoneGuard machine(nullptr);  // threads leave their zone to the process
     FileTrace t;
     t.trace.EnableDateTime();
     std::time_t before, after;

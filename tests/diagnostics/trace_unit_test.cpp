@@ -5,9 +5,17 @@
 #include <string>
 
 #include "gendiag.h"
+#include "genutil/diagnostics/message_format.h"
 #include "osthread.h"
 #include "tests/support/allocation_gate.h"
 #include "tests/support/worker.h"
+
+TEST(MessageFormat, IsRefusedIfItStoresOrTakesWidths) {
+    for (const char* good : {"", "text", "%d of %s", "100%%", "%-5.2f|%+08lX|% hhd", "\x83\x6E%s"})
+        EXPECT_TRUE(genutil::IsMessageFormat(good)) << good;
+    for (const char* bad : {"%n", "%s%hhn", "%*d", "%.*s", "%-08lln", "50%", "%%%n"})
+        EXPECT_FALSE(genutil::IsMessageFormat(bad)) << bad;
+}
 
 TEST(WithoutMemory, TraceCutsLines) {
     CGNTrace trace;

@@ -291,6 +291,36 @@ TEST_F(Files, RemovesContentsOneLevelDeepAndTreesWhole) {
     EXPECT_EQ(OSDeleteDirectoryTree(Path("file")), 0);
     EXPECT_EQ(Left(""), Names());
 }
+// Around the lengths at which Windows wants another form of a path.
+TEST_F(Files, ListsAndRemovesLongDirectories) {
+    const std::size_t base = fs::absolute(At("")).string().size();
+    for (const std::size_t length :
+         {244u, 246u, 247u, 248u, 249u, 255u, 258u, 259u, 260u, 261u, 300u, 900u}) {
+        CGNString folder(fs::absolute(At("long")).string().c_str());
+        EXPECT_EQ(OSCreateDirectory(folder), 0);
+        int folders = 1;
+        while (folder.GetLength() + 2 <= length) {
+            const std::size_t left = length - folder.GetLength() - 1;
+            folder += "\\";
+            // No rest of a single separator.
+            folder += std::string(left > 100 ? 80 : left, 'n').c_str();
+            ASSERT_EQ(OSCreateDirectory(folder), 0) << length;
+            ++folders;
+        }
+        CGNString file(folder);
+        file += "\\f";
+        char byte[] = "x";
+        EXPECT_EQ(OSWriteBinaryFileContents(byte, 1, file, osFailIfExists), 1) << length;
+        CGNStringList here(10, 10), below(10, 10);
+        EXPECT_EQ(OSGetFileList(folder, "*", here, 0, 1), 0) << length;
+        EXPECT_EQ(here.GetCount(), 1) << length;
+        EXPECT_EQ(OSGetFileList(Path("long"), "f", below, 1, 1), 0) << length;
+        EXPECT_EQ(below.GetCount(), 1) << length;
+        EXPECT_EQ(OSDeleteDirectoryTree(Path("long")), 0) << length;
+        EXPECT_FALSE(Has("long")) << length << ' ' << base;
+    }
+}
+
 TEST_F(Files, RemovesTreesDeeperThanAnyPath) {
     if (!kPosix) GTEST_SKIP() << "the shell's paths end at 260 characters";
     const fs::path here = fs::current_path();

@@ -77,7 +77,8 @@ TEST(FileMemory, FailedAllocationsAreReported) {
         },
         [&] {
             CGNStringList list;
-            OSGetFileList(folder, pattern, list, 1, 1);
+            const int result = OSGetFileList(folder, pattern, list, 1, 1);
+            EXPECT_TRUE(result != 0 || list.GetCount() == 1) << "a file was lost";
             return list.GetCount() == 1;
         },
         [&] { return OSCreateDirectory(longName.c_str()) == osFileNotFound; },

@@ -240,6 +240,10 @@ TEST(Environment, ReplacesReferencesToVariables) {
         EXPECT_EQ(Bytes(text), row.text);
     }
     EXPECT_EQ(Bytes(OSExpandEnvironmentVariables("%GN_SELF%")), "%GN_SELF%");
+    std::string many, expanded;
+    for (int i = 0; i < 3000; ++i) many += "%GN_ONE%,", expanded += "12345678,";
+    Set("GN_ONE", "12345678");  // as long as the reference
+    EXPECT_TRUE(Bytes(OSExpandEnvironmentVariables(many.c_str())) == expanded);
     EXPECT_EQ(Bytes(OSExpandEnvironmentVariables("%GN_EMPTY%|")), kWindows ? "%GN_EMPTY%|" : "|");
 }
 

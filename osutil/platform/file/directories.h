@@ -32,14 +32,21 @@ class Directory {
     Directory& operator=(const Directory&) = delete;
 
     bool IsOpen() const { return m_state != nullptr; }
-    bool Next();  // advances to the next entry; returns false after the last one
+    // Goes to the next entry. Returns false after the last one, and if the walk fails.
+    bool Next();
+    // Returns true if the directory exists but could not be opened, or if the walk ended before the
+    // last entry.
+    bool HasFailed() const { return m_failed; }
 
     // The current entry. Its name is valid until the next call of Next().
     const char* Name() const;
     bool IsDirectory() const;  // for a link, that of its target
     bool IsLink() const;
-    bool ModificationTime(std::int64_t* seconds) const;  // since 1970; for a link, its own
-    // Remove the entry like the functions for a path, by the name under which the system knows it.
+    // Returns false for a name that a path would take for several: on Linux a name may contain
+    // "\\".
+    bool IsOneName() const;
+    bool ModificationTime(std::int64_t* seconds) const;  // since 1970; a link's own
+    // As those for a path, by the name that the system knows the entry under.
     FileCode RemoveEntryFile();
     FileCode RemoveEntryDirectory();
 
@@ -48,6 +55,7 @@ class Directory {
     explicit Directory(State* state) : m_state(state) {}
 
     State* m_state;
+    bool m_failed = false;
 };
 
 }  // namespace genutil::platform

@@ -13,7 +13,7 @@ class KeepLastError {
     KeepLastError& operator=(const KeepLastError&) = delete;
 
   private:
-    unsigned long m_system;
+    [[maybe_unused]] unsigned long m_system;
     int m_runtime;
 };
 

@@ -94,13 +94,16 @@ struct Directory::State {
 };
 
 Directory::Directory(const char* path, Links links) : m_state(nullptr) {
-    if (links == Links::kFollow) {
-        const SystemPath name(path);
-        if (name.Get()) m_state = State::Of(open(name.Get(), kOpenDirectory));
-    } else {
-        const DirectoryPath name(path);
-        if (name.Get()) m_state = State::Of(open(name.Get(), kOpenDirectory | O_NOFOLLOW));
-    }
+    const auto openAs = [this](const char* name, int flags) {
+        const int descriptor = name ? open(name, kOpenDirectory | flags) : -1;
+        const bool isMissing = name && (errno == ENOENT || errno == ENOTDIR);
+        m_state = State::Of(descriptor);
+        m_failed = !m_state && (descriptor >= 0 || !isMissing);
+    };
+    if (links == Links::kFollow)
+        openAs(SystemPath(path).Get(), 0);
+    else
+        openAs(DirectoryPath(path).Get(), O_NOFOLLOW);
 }
 
 Directory Directory::EntryAsDirectory() const {
@@ -114,10 +117,19 @@ Directory::~Directory() {
 
 bool Directory::Next() {
     if (!m_state) return false;
+    errno = 0;
     m_state->entry = readdir(m_state->stream);
-    if (!m_state->entry) return false;
+    if (!m_state->entry) {
+        m_failed = errno != 0;
+        return false;
+    }
     m_state->name.emplace(m_state->entry->d_name);
-    return m_state->name->Get() != nullptr;
+    m_failed = m_state->name->Get() == nullptr;
+    return !m_failed;
+}
+
+bool Directory::IsOneName() const {
+    return platform::IsOneName(Name());
 }
 
 const char* Directory::Name() const {
@@ -223,6 +235,7 @@ class TreeRemoval {
         for (const bool again : {false, true}) {
             const bool file = unlinkat(m_current, name, 0) == 0;
             if (file || unlinkat(m_current, name, AT_REMOVEDIR) == 0) return Step::kEmpty;
+            if (errno == ENOENT) return Step::kEmpty;  // somebody else was faster
             if (errno == ENOTEMPTY || errno == EEXIST)
                 return GoDown(name) ? Step::kDown : Step::kFailed;
             if (again || !Unlock(m_current)) break;
@@ -250,7 +263,19 @@ class TreeRemoval {
         m_above[m_depth++] = {status.st_dev, status.st_ino};
         close(m_current);
         m_current = below;
-        return true;
+        return !IsRefused();
+    }
+
+    // A system may refuse a directory that looks empty, for ever. One into which somebody else puts
+    // files meanwhile is emptied a few times.
+    bool IsRefused() {
+        struct stat status;
+        if (fstat(m_current, &status) != 0) return true;
+        const bool again = status.st_dev == m_last.device && status.st_ino == m_last.inode;
+        m_times = again ? m_times + 1 : 1;
+        m_last = {status.st_dev, status.st_ino};
+        constexpr int kMostTimes = 8;
+        return m_times > kMostTimes;
     }
 
     bool GoUp() {
@@ -266,6 +291,8 @@ class TreeRemoval {
     int m_current;
     Place* m_above = nullptr;
     std::size_t m_depth = 0;
+    Place m_last = {};  // the directory that was entered last, and how often in a row
+    int m_times = 0;
 };
 
 }  // namespace

@@ -43,6 +43,10 @@ std::size_t NameLength(const char* path) {
 
 }  // namespace
 
+bool IsOneName(const char* name) {
+    return name[NameLength(name)] == 0;
+}
+
 long EncodeUtf8(const PathUnits& units, PathBuffer<char>& buffer) {
     const std::size_t room = 3 * units.Count();
     char* const out = buffer.Reserve(room + 1);

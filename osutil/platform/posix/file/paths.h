@@ -41,4 +41,7 @@ class NameText : public NarrowedName {
     explicit NameText(const char* name);
 };
 
+// Returns false if a name in the current code set has a separator of paths in it.
+bool IsOneName(const char* name);
+
 }  // namespace genutil::platform

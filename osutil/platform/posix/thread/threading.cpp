@@ -29,8 +29,9 @@ void* RunTask(void* block) {
 
 unsigned StartThread(ThreadTask* task, Thread** thread) {
     *thread = nullptr;
-    auto* started = New<Thread>(pthread_t{}, pthread_mutex_t PTHREAD_MUTEX_INITIALIZER, false);
+    auto* started = New<Thread>();
     if (!started) return ENOMEM;
+    pthread_mutex_init(&started->joining, nullptr);
     const int error = pthread_create(&started->system, nullptr, RunTask, task);
     if (error) {
         delete started;

@@ -140,7 +140,7 @@ void WritePlace(char* out, std::size_t size, const char* name, const char* count
         if (!slash) break;
         const char* part = static_cast<const char*>(slash) + 1;
         const auto length = static_cast<std::size_t>(name + end - part);
-        if (std::strlen(country) != length || std::memcmp(part, country, length))
+        if (std::strlen(country) != length || std::memcmp(part, country, length) != 0)
             append(part, length);
         end = static_cast<std::size_t>(part - 1 - name);
     }

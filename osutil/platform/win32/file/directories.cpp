@@ -1,4 +1,4 @@
-// Directories through find handles, and trees through the shell.
+// Directories through find handles.
 #include "osutil/platform/file/directories.h"
 
 #include <cwchar>
@@ -12,10 +12,19 @@ namespace genutil::platform {
 
 namespace {
 
-// A link to a directory is a directory with its own target.
-bool IsDirectoryLink(DWORD attributes) {
+// Only some reparse points lead to another place: those with this bit in their tag. Others are what
+// a storage service keeps elsewhere, such as a folder in the cloud, and are entered.
+bool IsLinkTag(DWORD attributes, DWORD tag) {
+    return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) && IsReparseTagNameSurrogate(tag);
+}
+
+// A link to a directory is a directory with a target of its own.
+bool IsDirectoryLink(const wchar_t* path, DWORD attributes) {
     constexpr DWORD kLink = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kLink) == kLink;
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & kLink) != kLink) return false;
+    WIN32_FIND_DATAW found;
+    const ScopedSearch search(FindFirstFileW(path, &found));
+    return !search || IsLinkTag(found.dwFileAttributes, found.dwReserved0);
 }
 
 FileCode CodeOf(BOOL good) {
@@ -24,8 +33,8 @@ FileCode CodeOf(BOOL good) {
 
 FileCode RemoveFileAt(const wchar_t* path) {
     if (!path) return FileCodeOf(GetLastError());
-    return CodeOf(IsDirectoryLink(GetFileAttributesW(path)) ? RemoveDirectoryW(path)
-                                                            : DeleteFileW(path));
+    return CodeOf(IsDirectoryLink(path, GetFileAttributesW(path)) ? RemoveDirectoryW(path)
+                                                                  : DeleteFileW(path));
 }
 
 }  // namespace
@@ -42,19 +51,20 @@ FileCode RemoveEmptyDirectory(const char* path) {
 // -- Walks ---------------------------------------------------------------------------------------
 
 struct Directory::State {
-    // Returns null if there is no such directory, and for an empty path.
-    static State* Of(const wchar_t* path, Links links) {
+    // Null when there is no such directory; an empty path is none. *failed becomes true if there is
+    // one that cannot be read.
+    static State* Of(const wchar_t* path, Links links, bool* failed) {
         const DWORD attributes = path && *path ? GetFileAttributesW(path) : INVALID_FILE_ATTRIBUTES;
         if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_DIRECTORY) ||
-            (links == Links::kRefuse && IsDirectoryLink(attributes)))
+            (links == Links::kRefuse && IsDirectoryLink(path, attributes)))
             return nullptr;
         State* state = New<State>();
+        *failed = true;
         if (!AssertAllocation(state != nullptr, "osutil/osfile", __LINE__)) return nullptr;
-        if (!state->Open(path)) {
-            delete state;
-            state = nullptr;
-        }
-        return state;
+        *failed = !state->Open(path);
+        if (!*failed) return state;
+        delete state;
+        return nullptr;
     }
     bool Open(const wchar_t* from) {
         const std::size_t length = std::wcslen(from);
@@ -72,12 +82,16 @@ struct Directory::State {
     std::optional<NameText> name;
 };
 
-Directory::Directory(const char* path, Links links)
-    : m_state(State::Of(SystemPath(path).Get(), links)) {}
+Directory::Directory(const char* path, Links links) : m_state(nullptr) {
+    const SystemPath name(path);
+    m_failed = !name.Get() && path && *path;
+    if (!m_failed) m_state = State::Of(name.Get(), links, &m_failed);
+}
 
 Directory Directory::EntryAsDirectory() const {
-    return Directory(
-        State::Of(SystemPath(m_state->path.Get(), m_state->entry.cFileName).Get(), Links::kRefuse));
+    const SystemPath path(m_state->path.Get(), m_state->entry.cFileName);
+    bool failed = false;
+    return Directory(State::Of(path.Get(), Links::kRefuse, &failed));
 }
 
 Directory::~Directory() {
@@ -85,11 +99,19 @@ Directory::~Directory() {
 }
 
 bool Directory::Next() {
-    if (!m_state || (m_state->begun && !FindNextFileW(m_state->search.Get(), &m_state->entry)))
+    if (!m_state) return false;
+    if (m_state->begun && !FindNextFileW(m_state->search.Get(), &m_state->entry)) {
+        m_failed = GetLastError() != ERROR_NO_MORE_FILES;
         return false;
+    }
     m_state->begun = true;
     m_state->name.emplace(m_state->entry.cFileName);
-    return m_state->name->Get() != nullptr;
+    m_failed = m_state->name->Get() == nullptr;
+    return !m_failed;
+}
+
+bool Directory::IsOneName() const {
+    return true;
 }
 
 const char* Directory::Name() const {
@@ -101,7 +123,7 @@ bool Directory::IsDirectory() const {
 }
 
 bool Directory::IsLink() const {
-    return (m_state->entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    return IsLinkTag(m_state->entry.dwFileAttributes, m_state->entry.dwReserved0);
 }
 
 bool Directory::ModificationTime(std::int64_t* seconds) const {
@@ -124,41 +146,103 @@ FileCode Directory::RemoveEntryDirectory() {
 
 namespace {
 
-// Removes the links to directories from a tree, because some shells do not preserve their targets.
-// Returns false also for a path that is too long for the shell, which is left unchanged.
-bool RemoveLinks(const wchar_t* directory) {
-    if (std::wcslen(directory) >= MAX_PATH) return false;
-    const SystemPath every(directory, L"*");
-    Owned<WIN32_FIND_DATAW> entry(
-        static_cast<WIN32_FIND_DATAW*>(Allocate(sizeof(WIN32_FIND_DATAW))));
-    if (!AssertAllocation(entry.Get() != nullptr, "osutil/osfile", __LINE__) || !every.Get())
-        return false;
-    const ScopedSearch search(FindFirstFileW(every.Get(), entry.Get()));
-    if (!search) return true;
-    bool good = true;
-    do {
-        if (!(entry.Get()->dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) ||
-            IsDots(entry.Get()->cFileName))
-            continue;
-        const SystemPath path(directory, entry.Get()->cFileName);
-        good = path.Get() &&
-               (IsDirectoryLink(entry.Get()->dwFileAttributes) ? RemoveDirectoryW(path.Get())
-                                                               : RemoveLinks(path.Get()));
-    } while (good && FindNextFileW(search.Get(), entry.Get()));
-    return good;
-}
-
-// A path in the form of the shell: a full path with "\" that ends in two zeroes.
-class ShellPath {
+// Empties a directory of any depth: it goes down into a directory that is not empty, and back up by
+// its path.
+class TreeRemoval {
   public:
-    explicit ShellPath(const wchar_t* path) {
+    // A path of the form without a limit.
+    bool Run(const wchar_t* top) {
+        const std::size_t length = std::wcslen(top);
+        if (!Append(top, length)) return false;
+        for (;;) {
+            switch (EmptyCurrent()) {
+                case Step::kFailed:
+                    return false;
+                case Step::kDown:
+                    break;
+                case Step::kEmpty:
+                    if (!RemoveDirectoryW(m_path.Get()) && !IsMissing()) return false;
+                    if (m_length == length) return true;
+                    while (m_path.Get()[m_length - 1] != L'\\') --m_length;
+                    m_path.Get()[--m_length] = 0;
+            }
+        }
+    }
+
+  private:
+    enum class Step { kFailed, kDown, kEmpty };
+
+    static bool IsMissing() {
+        const DWORD error = GetLastError();
+        return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+    }
+
+    bool Append(const wchar_t* text, std::size_t length) {
+        constexpr std::size_t kLongest = 32768;  // of any path of the system
+        wchar_t* const path = m_length == 0 ? m_path.Reserve(kLongest) : m_path.Get();
+        if (!path || m_length + length >= kLongest) return false;
+        std::wmemcpy(path + m_length, text, length);
+        m_length += length;
+        path[m_length] = 0;
+        return true;
+    }
+
+    // Removes what it can, and stops at a directory that is not empty, having entered it.
+    Step EmptyCurrent() {
+        const std::size_t length = m_length;
+        if (!Append(L"\\*", 2)) return Step::kFailed;
+        const ScopedSearch search(FindFirstFileW(m_path.Get(), &m_entry));
+        m_path.Get()[m_length = length] = 0;
+        if (!search) return IsMissing() ? Step::kEmpty : Step::kFailed;
+        do {
+            if (IsDots(m_entry.cFileName)) continue;
+            const Step step = RemoveEntry();
+            if (step != Step::kEmpty) return step;
+        } while (FindNextFileW(search.Get(), &m_entry));
+        return GetLastError() == ERROR_NO_MORE_FILES ? Step::kEmpty : Step::kFailed;
+    }
+
+    Step RemoveEntry() {
+        const std::size_t length = m_length;
+        if (!Append(L"\\", 1) || !Append(m_entry.cFileName, std::wcslen(m_entry.cFileName)))
+            return Step::kFailed;
+        const bool isDirectory = (m_entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        if (m_entry.dwFileAttributes & FILE_ATTRIBUTE_READONLY)
+            SetFileAttributesW(m_path.Get(), FILE_ATTRIBUTE_NORMAL);
+        const BOOL removed =
+            isDirectory ? RemoveDirectoryW(m_path.Get()) : DeleteFileW(m_path.Get());
+        if (!removed && isDirectory && GetLastError() == ERROR_DIR_NOT_EMPTY) return Step::kDown;
+        const bool done = removed || IsMissing();
+        m_path.Get()[m_length = length] = 0;
+        return done ? Step::kEmpty : Step::kFailed;
+    }
+
+    PathBuffer<wchar_t> m_path;
+    std::size_t m_length = 0;
+    WIN32_FIND_DATAW m_entry;
+};
+
+// A full path of the form without a limit; none for a root.
+class LongPath {
+  public:
+    explicit LongPath(const wchar_t* path) {
         const DWORD size = GetFullPathNameW(path, 0, nullptr, nullptr);
-        wchar_t* const out = size == 0 ? nullptr : m_buffer.Reserve(size + 1);
-        if (!out || GetFullPathNameW(path, size, out, nullptr) == 0) return;
-        std::size_t length = std::wcslen(out);
-        while (length > 3 && out[length - 1] == L'\\') --length;
-        out[length] = out[length + 1] = 0;
-        m_path = out;
+        constexpr std::size_t kPrefix = 8;  // of the longer "\\?\UNC\"
+        wchar_t* const out = size == 0 ? nullptr : m_buffer.Reserve(size + kPrefix);
+        if (!out || GetFullPathNameW(path, size, out + kPrefix, nullptr) == 0) return;
+        wchar_t* begin = out + kPrefix;
+        std::size_t length = std::wcslen(begin);
+        while (length > 0 && begin[length - 1] == L'\\') begin[--length] = 0;
+        if (length <= 2) return;
+        if (std::wcsncmp(begin, L"\\\\?\\", 4) != 0) {
+            const bool share = begin[0] == L'\\' && begin[1] == L'\\';
+            const wchar_t* const prefix = share ? L"\\\\?\\UNC\\" : L"\\\\?\\";
+            const std::size_t prefixLength = std::wcslen(prefix);
+            begin += share ? 2 : 0;
+            begin -= prefixLength;
+            std::wmemcpy(begin, prefix, prefixLength);
+        }
+        m_path = begin;
     }
     const wchar_t* Get() const { return m_path; }
 
@@ -169,22 +253,21 @@ class ShellPath {
 
 }  // namespace
 
-// The shell treats a name with wildcards as a pattern. No file has such a name, but a name that did
-// not convert contains "?" and must not remove other files.
+// A name that did not convert has "?" in it, which stands for any character in a search: it must
+// not remove others.
 bool RemoveTree(const char* path) {
     const SystemPath name(path);
-    if (!name.Get() || std::wcspbrk(name.Get(), L"*?")) return false;
-    const ShellPath full(name.Get());
-    if (!full.Get()) return false;
+    if (!name.Get()) return false;
+    const LongPath full(name.Get());
+    constexpr std::size_t kPrefix = 4;
+    if (!full.Get() || std::wcspbrk(full.Get() + kPrefix, L"*?")) return false;
     const DWORD attributes = GetFileAttributesW(full.Get());
     if (attributes == INVALID_FILE_ATTRIBUTES) return false;
-    if (IsDirectoryLink(attributes)) return RemoveDirectoryW(full.Get());
-    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) && !RemoveLinks(full.Get())) return false;
-    SHFILEOPSTRUCTW operation = {};
-    operation.wFunc = FO_DELETE;
-    operation.pFrom = full.Get();
-    operation.fFlags = FOF_SILENT | FOF_NOCONFIRMATION | FOF_NOERRORUI;
-    return SHFileOperationW(&operation) == 0 && !operation.fAnyOperationsAborted;
+    if (attributes & FILE_ATTRIBUTE_READONLY)
+        SetFileAttributesW(full.Get(), attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
+    if (!(attributes & FILE_ATTRIBUTE_DIRECTORY)) return DeleteFileW(full.Get());
+    if (IsDirectoryLink(full.Get(), attributes)) return RemoveDirectoryW(full.Get());
+    return TreeRemoval().Run(full.Get());
 }
 
 }  // namespace genutil::platform
