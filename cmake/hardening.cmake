@@ -6,10 +6,9 @@ function(genutil_hardening target)
   target_compile_options(${target} PRIVATE -fstack-protector-strong
     $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
   if(WIN32)
-    # The stack protector is in a library of the compiler, which every user of the objects must link.
-    target_link_options(${target} PRIVATE -Wl,--dynamicbase -Wl,--nxcompat
-      INTERFACE $<BUILD_INTERFACE:-fstack-protector-strong>)
-    target_link_options(${target} PRIVATE -fstack-protector-strong)
+    # The library that the checks call. MinGW's compiler links it for only some of them.
+    target_link_libraries(${target} PRIVATE ssp)
+    target_link_options(${target} PRIVATE -Wl,--dynamicbase -Wl,--nxcompat)
     if(CMAKE_SIZEOF_VOID_P EQUAL 8)
       target_link_options(${target} PRIVATE -Wl,--high-entropy-va)
     endif()

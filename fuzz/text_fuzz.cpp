@@ -22,7 +22,7 @@ std::unique_ptr<char[]> Exact(const std::string& text) {
     return copy;
 }
 
-long Offset(const char* found, const char* s) {
+std::ptrdiff_t Offset(const char* found, const char* s) {
     return found ? found - s : -1;
 }
 

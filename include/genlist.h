@@ -1,6 +1,6 @@
 /* Lists of numbers, pointers and strings, lists of deferred calls, and a checksum.
 
-   CGNList is a growable array of items of type long, which are numbers or pointers. It owns only
+   CGNList is a growable array of items of type GNItem, which are numbers or pointers. It owns only
    the array. The derived lists own the objects that their items point to: they store copies of
    added objects and destroy them.
 
@@ -76,7 +76,7 @@ class GENUTIL_API CGNList {
     virtual unsigned char SwapItems(int a, int b);
 
     /** Returns the array of items, valid until the list changes, or null if there is none. */
-    virtual long* GetItemListPtr() const;
+    virtual GNItem* GetItemListPtr() const;
 
     /** Returns the number of items. */
     int GetCount() const { return m_count; }
@@ -86,22 +86,22 @@ class GENUTIL_API CGNList {
     unsigned char AllocateItemList(unsigned int n);
 
     /** Appends an item. Returns 0 if allocation fails. */
-    unsigned char AddItem(long item);
+    unsigned char AddItem(GNItem item);
 
     /** Inserts an item before the item at index, or appends it if index is GetCount(). Returns 0 if
         index is out of range or allocation fails.
         @param index 0 to GetCount().
         @param item the item. */
-    unsigned char InsertItem(int index, long item);
+    unsigned char InsertItem(int index, GNItem item);
 
     /** Overwrites an item. Returns 0 if index is out of range or allocation fails.
         @param index 0 to GetCount(). Writing at GetCount() makes room for the item and stores
             it, but does not increase the number of items.
         @param item the item. */
-    unsigned char SetItem(int index, long item);
+    unsigned char SetItem(int index, GNItem item);
 
     /** Returns the item at index, or 0 if index is out of range. */
-    long GetItem(int index) const { return index >= 0 && index < m_count ? m_items[index] : 0; }
+    GNItem GetItem(int index) const { return index >= 0 && index < m_count ? m_items[index] : 0; }
 
     /** Removes the item at index. Does nothing if index is out of range. */
     void DeleteItem(int index);
@@ -109,7 +109,7 @@ class GENUTIL_API CGNList {
   private:
     friend struct genutil::ListStorage;
 
-    long* m_items;              // null if nothing is allocated
+    GNItem* m_items;            // null if nothing is allocated
     std::int32_t m_count;       // items in use
     std::uint32_t m_capacity;   // items allocated
     std::uint32_t m_increment;  // never 0

@@ -22,11 +22,12 @@
    the first is used for formatting and all of them for parsing. Without genmsg.dll these texts are
    in English.
 
-   A handle is a pointer stored in a long; 0 means none. On Windows it is the handle of the module.
-   There, 0 means the program and its texts. On Linux, 0 and handles that were not returned by these
-   functions have no texts. Paths are in the current code set. Directories are separated by \ or, on
-   Linux, also by /. A path without a directory is searched for in the directory of the program and
-   in the current directory. ".dll" is appended to a name without a dot. Nothing throws. */
+   A handle is a pointer stored in a GNItem; 0 means none. On Windows it is the handle of the
+   module. There, 0 means the program and its texts. On Linux, 0 and handles that were not returned
+   by these functions have no texts. Paths are in the current code set. Directories are separated by
+   \ or, on Linux, also by /. A path without a directory is searched for in the directory of the
+   program and in the current directory. ".dll" is appended to a name without a dot. Nothing throws.
+ */
 #ifndef GENUTIL_OSRESOURCE_H
 #define GENUTIL_OSRESOURCE_H
 
@@ -42,7 +43,7 @@
     but remains loaded, because its texts may still be in use. Returns the handle. Returns 0 and
     leaves the table unchanged on failure.
     @param file path of the library. */
-GENUTIL_API long OSAttachLocaleResDLL(const char* file);
+GENUTIL_API GNItem OSAttachLocaleResDLL(const char* file);
 
 /** Loads the resource library of a language into slot 0. Searches the directory of the language,
     then that of its primary language (the low 10 bits), then that of English, "0009". Returns the
@@ -54,18 +55,18 @@ GENUTIL_API long OSAttachLocaleResDLL(const char* file);
     @param path receives the path in the directory of the language, even if another directory
         was used; unchanged on failure.
     @param language the language identifier; 0 for the user's language. */
-GENUTIL_API long OSAttachLocaleResDLL(long module, const char* file, CGNString& path,
-                                      unsigned int language);
+GENUTIL_API GNItem OSAttachLocaleResDLL(GNItem module, const char* file, CGNString& path,
+                                        unsigned int language);
 
 /** Frees a library that occupies two adjacent slots, removes it from the second of them and closes
     the gap. Does nothing if the slot after the library's first slot contains another library;
     existing programs depend on this.
     @param handle handle of the library. */
-GENUTIL_API void OSDetachLocaleResDLL(long handle);
+GENUTIL_API void OSDetachLocaleResDLL(GNItem handle);
 
 /** Replaces the library in slot 0. Returns the previous handle.
     @param handle handle of a library, which remains owned by the caller; 0 empties the table. */
-GENUTIL_API long OSSetResourceHandle(long handle);
+GENUTIL_API GNItem OSSetResourceHandle(GNItem handle);
 
 /* -- Libraries of a thread --------------------------------------------------------------------- */
 
@@ -76,7 +77,7 @@ GENUTIL_API long OSSetResourceHandle(long handle);
     returns 0, and the thread has no library.
     @param file path of the library. A library loaded through two different paths counts as two
         libraries. */
-GENUTIL_API long OSAttachLocaleResDLLTS(const char* file);
+GENUTIL_API GNItem OSAttachLocaleResDLLTS(const char* file);
 
 /** Detaches the library of the calling thread and decrements its count. The last call frees the
     library. */

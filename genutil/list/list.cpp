@@ -37,7 +37,7 @@ bool ListStorage::Reallocate(CGNList& list, std::uint64_t capacity) {
     const std::uint64_t requested = Requested(capacity);
     if (!list.m_items || requested != Requested(list.m_capacity)) {
         auto* items =
-            static_cast<long*>(genutil::Reallocate(list.m_items, requested * sizeof(long)));
+            static_cast<GNItem*>(genutil::Reallocate(list.m_items, requested * sizeof(GNItem)));
         if (!CheckListMemory(items)) return false;
         list.m_items = items;
     }
@@ -97,11 +97,11 @@ void CGNList::Free() {
 
 // -- Items ---------------------------------------------------------------------------------------
 
-unsigned char CGNList::AddItem(long item) {
+unsigned char CGNList::AddItem(GNItem item) {
     return Storage::Append(*this, item);
 }
 
-unsigned char CGNList::InsertItem(int index, long item) {
+unsigned char CGNList::InsertItem(int index, GNItem item) {
     if (index < 0 || index > m_count || !Storage::MakeRoomForOne(*this)) return 0;
     std::copy_backward(m_items + index, m_items + m_count, m_items + m_count + 1);
     m_items[index] = item;
@@ -109,7 +109,7 @@ unsigned char CGNList::InsertItem(int index, long item) {
     return 1;
 }
 
-unsigned char CGNList::SetItem(int index, long item) {
+unsigned char CGNList::SetItem(int index, GNItem item) {
     if (index < 0 || index > m_count) return 0;
     // The place after the last item can be set before the item is counted.
     if (index == m_count && !Storage::MakeRoomForOne(*this)) return 0;
@@ -129,6 +129,6 @@ unsigned char CGNList::SwapItems(int a, int b) {
     return 1;
 }
 
-long* CGNList::GetItemListPtr() const {
+GNItem* CGNList::GetItemListPtr() const {
     return m_count < 1 ? nullptr : m_items;
 }

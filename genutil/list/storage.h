@@ -31,7 +31,7 @@ struct ListStorage {
         const auto count = static_cast<std::uint32_t>(list.m_count);
         return count < list.m_capacity || list.AllocateItemList(count + 1);
     }
-    static bool Append(CGNList& list, long item) {
+    static bool Append(CGNList& list, GNItem item) {
         if (!MakeRoomForOne(list)) return false;
         list.m_items[list.m_count++] = item;
         return true;
@@ -52,7 +52,7 @@ struct ListStorage {
 // Lists of pointers to objects of type T that the list owns.
 template <class T>
 struct OwnedItems {
-    static long AsItem(const T* object) { return reinterpret_cast<long>(object); }
+    static GNItem AsItem(const T* object) { return reinterpret_cast<GNItem>(object); }
     static T* At(const CGNList& list, int index) {
         return reinterpret_cast<T*>(list.CGNList::GetItem(index));
     }
@@ -81,6 +81,6 @@ struct OwnedItems {
     }
 };
 
-static_assert(sizeof(long) == sizeof(void*));
+static_assert(sizeof(GNItem) == sizeof(void*));
 
 }  // namespace genutil

@@ -152,7 +152,7 @@ unsigned int CGNStringList::ParseFrom(const CGNString& text, char separator) {
 
 namespace {
 
-bool ComesBefore(long a, long b) {
+bool ComesBefore(GNItem a, GNItem b) {
     const auto* x = reinterpret_cast<const CGNString*>(a);
     const auto* y = reinterpret_cast<const CGNString*>(b);
     if (!x || !y) return !x && y;
@@ -161,8 +161,8 @@ bool ComesBefore(long a, long b) {
 
 // Moves the item at `root` down in its heap. The hole first moves down to a leaf and the item then
 // up from there, which halves the comparisons, the dominant cost.
-void Sink(long* items, int root, int size) {
-    const long item = items[root];
+void Sink(GNItem* items, int root, int size) {
+    const GNItem item = items[root];
     int hole = root;
     while (hole < size / 2) {
         int child = 2 * hole + 1;
@@ -182,7 +182,7 @@ void Sink(long* items, int root, int size) {
 // A heap, because mbstrcoll is not a strict order if allocation fails for a comparison. Whatever
 // the results are, this sort stays within the array, allocates nothing and terminates.
 void CGNStringList::Sort() {
-    long* items = CGNList::GetItemListPtr();
+    GNItem* items = CGNList::GetItemListPtr();
     const int count = GetCount();
     for (int root = count / 2 - 1; root >= 0; --root) Sink(items, root, count);
     for (int size = count - 1; size > 0; --size) {

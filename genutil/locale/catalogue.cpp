@@ -20,7 +20,7 @@ class Rows {
     static void Register(Row* row) {
         if (!g_list) g_list = genutil::New<CGNList>();
         if (genutil::AssertAllocation(g_list != nullptr, "genutil/catalogue", __LINE__))
-            g_list->AddItem(reinterpret_cast<long>(row));
+            g_list->AddItem(reinterpret_cast<GNItem>(row));
     }
     // Searches from the end, where Free() removes rows.
     static void Unregister(const Row* row) {

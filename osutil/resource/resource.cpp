@@ -18,7 +18,7 @@
 using namespace genutil;
 using platform::Module;
 
-static_assert(sizeof(long) == sizeof(void*), "a handle is a long");
+static_assert(sizeof(GNItem) == sizeof(void*), "a handle holds a pointer");
 
 namespace genutil {
 
@@ -66,14 +66,14 @@ void NoteResourceChange() {
 
 namespace {
 
-long HandleOf(Module module) {
-    return reinterpret_cast<long>(module);
+GNItem HandleOf(Module module) {
+    return reinterpret_cast<GNItem>(module);
 }
-Module ModuleOf(long handle) {
+Module ModuleOf(GNItem handle) {
     return reinterpret_cast<Module>(handle);
 }
 
-long Attach(const char* path) {
+GNItem Attach(const char* path) {
     const Module module = platform::LoadResourceLibrary(path);
     if (!module) return 0;
     g_table.Place(module);
@@ -132,30 +132,31 @@ std::size_t NarrowText(const unsigned short* wide, std::size_t count, char* out)
 
 }  // namespace
 
-long OSAttachLocaleResDLL(const char* file) {
+GNItem OSAttachLocaleResDLL(const char* file) {
     return file ? Attach(file) : 0;
 }
 
-long OSAttachLocaleResDLL(long module, const char* file, CGNString& path, unsigned int language) {
+GNItem OSAttachLocaleResDLL(GNItem module, const char* file, CGNString& path,
+                            unsigned int language) {
     constexpr unsigned kEnglish = 0x09;
     CGNString folder;
     if (!file || !FindFolder(ModuleOf(module), folder)) return 0;
     if (language == 0) language = UserLanguage();
     const CGNString wanted = PathOf(folder, language, file);
-    long handle = Attach(wanted);
+    GNItem handle = Attach(wanted);
     if (!handle) handle = Attach(PathOf(folder, PrimaryLanguage(language), file));
     if (!handle) handle = Attach(PathOf(folder, kEnglish, file));
     if (handle) path = wanted;
     return handle;
 }
 
-void OSDetachLocaleResDLL(long handle) {
+void OSDetachLocaleResDLL(GNItem handle) {
     if (!g_table.Remove(ModuleOf(handle))) return;
     platform::FreeResourceLibrary(ModuleOf(handle));
     NoteResourceChange();
 }
 
-long OSSetResourceHandle(long handle) {
+GNItem OSSetResourceHandle(GNItem handle) {
     const Module before = g_table.Place(ModuleOf(handle));
     NoteResourceChange();
     return HandleOf(before);

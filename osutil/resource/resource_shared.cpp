@@ -75,7 +75,7 @@ Module LoadShared(const char* file) {
     if (!module) return nullptr;
     auto* entry = New<Entry>(file, module);
     AssertAllocation(entry != nullptr, kSource, __LINE__);
-    if (entry && ReshandleLookupList().AddItem(reinterpret_cast<long>(entry))) return module;
+    if (entry && ReshandleLookupList().AddItem(reinterpret_cast<GNItem>(entry))) return module;
     delete entry;
     platform::FreeResourceLibrary(module);
     return nullptr;
@@ -120,9 +120,9 @@ bool SetThreadLibrary(Module module) {
 
 }  // namespace
 
-long OSAttachLocaleResDLLTS(const char* file) {
+GNItem OSAttachLocaleResDLLTS(const char* file) {
     const Module module = AttachShared(file);
-    if (SetThreadLibrary(module)) return reinterpret_cast<long>(module);
+    if (SetThreadLibrary(module)) return reinterpret_cast<GNItem>(module);
     if (module) ReleaseShared(module);
     return 0;
 }

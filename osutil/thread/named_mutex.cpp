@@ -105,7 +105,7 @@ Entry* FindOrCreateNamedMutex(CGNList& entries, _osmutex* mutex, const CGNString
     Entry* entry = found.entry ? found.entry : found.idle;
     if (!entry) {
         entry = NewEntry(name);
-        if (!entry || entries.AddItem(reinterpret_cast<long>(entry))) return entry;
+        if (!entry || entries.AddItem(reinterpret_cast<GNItem>(entry))) return entry;
         DestroyEntry(entry);
         return nullptr;
     }

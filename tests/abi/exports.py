@@ -5,30 +5,44 @@ usage: exports.py LIBRARY           check: every recorded name is there, and non
        exports.py LIBRARY --record  write the list anew
 
 A name that leaves the list breaks programs that are linked to it. C functions must appear unmangled
-and undecorated on both targets; C++ names are compared on Linux, whose mangling is recorded."""
+and undecorated on every target; C++ names are compared on Linux, whose mangling is recorded."""
 import pathlib
 import re
+import struct
 import subprocess
 import sys
 
 RECORD = pathlib.Path(__file__).with_name('exports.txt')
 
 
+def processor(library):
+    image = pathlib.Path(library).read_bytes()
+    header, = struct.unpack_from('<I', image, 0x3C)
+    machine, = struct.unpack_from('<H', image, header + 4)
+    return {0x14C: 'i686', 0x8664: 'x86_64'}[machine]
+
+
 def exported_by_dll(library):
-    text = subprocess.run(['i686-w64-mingw32-objdump', '-p', library], check=True, capture_output=True, text=True).stdout
+    objdump = processor(library) + '-w64-mingw32-objdump'
+    text = subprocess.run([objdump, '-p', library], check=True, capture_output=True, text=True).stdout
     table = text[text.index('[Ordinal/Name Pointer] Table'):]
     return {match.group(1) for match in re.finditer(r'^\s*\[\s*\d+\]\s+(\S+)$', table, re.MULTILINE)}
 
 
 def exported_by_so(library):
+    """Returns the names and, apart from them, those that any program may define too (weak ones)."""
     text = subprocess.run(['nm', '-D', '--defined-only', library], check=True, capture_output=True, text=True).stdout
-    return {line.split()[-1].split('@')[0] for line in text.splitlines()}
+    names, weak = set(), set()
+    for line in text.splitlines():
+        kind, name = line.split()[-2:]
+        (weak if kind in 'uvwVW' else names).add(name.split('@')[0])
+    return names, weak
 
 
 def main():
     library = sys.argv[1]
     dll = library.endswith('.dll')
-    names = exported_by_dll(library) if dll else exported_by_so(library)
+    names, weak = (exported_by_dll(library), set()) if dll else exported_by_so(library)
     if '--record' in sys.argv:
         RECORD.write_text('\n'.join(sorted(names)) + '\n')
         return 0
@@ -36,6 +50,7 @@ def main():
     if dll:  # classes are mangled alike, but some helpers of theirs exist on one target only
         names = {name for name in names if not name.startswith('_Z')}
         recorded = {name for name in recorded if not name.startswith('_Z')}
+    names |= weak & recorded  # compilers differ in what is weak
     for name in sorted(recorded - names):
         print(f'no longer exported: {name}', file=sys.stderr)
     for name in sorted(names - recorded):

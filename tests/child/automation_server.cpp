@@ -389,7 +389,7 @@ void MakeTypes() {
     _snwprintf(file, MAX_PATH + 15, L"%lsgenutil-test.tlb", folder);
     ICreateTypeLib2* library = nullptr;
     ICreateTypeInfo* types = nullptr;
-    if (FAILED(CreateTypeLib2(SYS_WIN32, file, &library))) return;
+    if (FAILED(CreateTypeLib2(sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32, file, &library))) return;
     if (SUCCEEDED(library->CreateTypeInfo(name, TKIND_DISPATCH, &types))) {
         constexpr USHORT kIn = PARAMFLAG_FIN, kBoth = PARAMFLAG_FIN | PARAMFLAG_FOUT;
         const ParameterRow change[] = {{L"number", VT_BYREF | VT_I4, kBoth},

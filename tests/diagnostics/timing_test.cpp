@@ -108,9 +108,14 @@ TEST_F(Timing, CutsLabelsAfterACharacter) {
     const CodeSetGuard guard(5);
     std::string kanji;
     for (int i = 0; i < 600; ++i) kanji += "\x8A\xBF";
-    for (const auto& [text, length] : {std::pair{std::string(5000, 'x'), 1023u}, {kanji, 1022u}})
-        EXPECT_EQ(Logged([&](OSTime& watch) { watch.SetVaTraceMsg("%s", text.c_str()); }).find(' '),
-                  length);
+    const struct {
+        std::string text;
+        std::size_t length;
+    } kRows[] = {{std::string(5000, 'x'), 1023}, {kanji, 1022}};
+    for (const auto& row : kRows) {
+        const auto label = [&](OSTime& watch) { watch.SetVaTraceMsg("%s", row.text.c_str()); };
+        EXPECT_EQ(Logged(label).find(' '), row.length);
+    }
 }
 
 TEST_F(Timing, WritesToThePerformanceFile) {

@@ -13,7 +13,7 @@ namespace {
 std::size_t ItemsAllocated(const std::function<void()>& operation) {
     const AllocationGate all(INT_MAX);
     operation();
-    return all.Largest() / sizeof(long);
+    return all.Largest() / sizeof(GNItem);
 }
 
 TEST(ListStorage, GrowsInBlocks) {

@@ -31,7 +31,7 @@ class TableGuard {
     ~TableGuard() { OSSetResourceHandle(m_before); }
 
   private:
-    long m_before;
+    GNItem m_before;
 };
 
 std::string Load(long id) {
@@ -43,8 +43,8 @@ std::string Load(long id) {
 }
 
 // Whether a handle is one of a library that is loaded.
-bool IsLoaded(long handle) {
-    const long before = OSSetResourceHandle(handle);
+bool IsLoaded(GNItem handle) {
+    const GNItem before = OSSetResourceHandle(handle);
     const std::string text = Load(1200);
     OSSetResourceHandle(before);
     return text != "none";
@@ -131,7 +131,7 @@ TEST(Resource, AttachingReplacesTheLastLibrary) {
     EXPECT_EQ(OSAttachLocaleResDLL(noLibrary.Path()), 0);
     EXPECT_EQ(OSAttachLocaleResDLL(empty.Path()), 0);
 
-    const long texts = OSAttachLocaleResDLL(kTexts), other = OSAttachLocaleResDLL(kOther);
+    const GNItem texts = OSAttachLocaleResDLL(kTexts), other = OSAttachLocaleResDLL(kOther);
     ASSERT_TRUE(texts && other && texts != other);
     EXPECT_EQ(OSAttachLocaleResDLL(kOther), other);  // the same file once more
     EXPECT_EQ(Load(1200), "other");
@@ -162,7 +162,7 @@ TEST(Resource, AttachFailsWithoutAModule) {
 TEST(Resource, FallsBackToThePrimaryLanguageAndEnglish) {
     const TableGuard table;
     const Layout layout;
-    const long base = OSAttachLocaleResDLL(layout.Base().c_str());
+    const GNItem base = OSAttachLocaleResDLL(layout.Base().c_str());
     ASSERT_NE(base, 0);
     const char* const user = IsJapaneseUser() ? "0411" : "0409";
     const struct {
@@ -183,7 +183,7 @@ TEST(Resource, FallsBackToThePrimaryLanguageAndEnglish) {
         if (row.add) layout.Add(row.add, row.library);
         CGNString path("path");
         OSSetResourceHandle(0);
-        const long handle = OSAttachLocaleResDLL(base, "x.dll", path, row.language);
+        const GNItem handle = OSAttachLocaleResDLL(base, "x.dll", path, row.language);
         EXPECT_EQ(handle != 0, row.folder != nullptr) << row.line;
         if (!row.folder) {
             EXPECT_STREQ(path, "path") << row.line;
@@ -198,15 +198,15 @@ TEST(Resource, FallsBackToThePrimaryLanguageAndEnglish) {
     }
 }
 
-// The messages lie beside the library, and a function's address tells where that is. Windows, the
-// target with 32 bits, takes module handles only.
+// The messages are next to the library, and on Linux the address of a function identifies it.
+// Windows takes module handles only.
 TEST(Resource, FindsMessagesBesideTheLibrary) {
     const TableGuard table;
     const CodeSetGuard codeSet(mbUtf8);
     CGNString path;
-    const auto module = reinterpret_cast<long>(&OSLoadString);
+    const auto module = reinterpret_cast<GNItem>(&OSLoadString);
     const bool found = OSAttachLocaleResDLL(module, "genmsg.dll", path, 0x0c0a) != 0;
-    EXPECT_EQ(found, sizeof(void*) == 8);
+    EXPECT_EQ(found, fs::path::preferred_separator == '/');
     EXPECT_EQ(Load(25048), found ? "a. C." : "none");
 }
 
@@ -221,7 +221,7 @@ TEST(Resource, ThreadsHaveLibrariesOfTheirOwn) {
         EXPECT_NE(OSAttachLocaleResDLLTS(kOther), 0);
         EXPECT_EQ(Load(1200), "other");
         EXPECT_EQ(Load(16), "none");  // the table is not asked
-        const long texts = OSAttachLocaleResDLLTS(kTexts);
+        const GNItem texts = OSAttachLocaleResDLLTS(kTexts);
         EXPECT_EQ(CGNLclSt::Instance()->GetLocalVariable("MsgResourceHandle"),
                   reinterpret_cast<void*>(texts));
         EXPECT_EQ(Load(1200), "%2 of %1");
@@ -245,17 +245,17 @@ TEST(Resource, LastThreadThatDetachesFreesTheLibrary) {
     const Layout layout;
     layout.Add("0009", kOther);  // files that no other test has loaded
     const std::string shared = layout.Base(), second = layout.Root() + "/ResDLLs/0009/x.dll";
-    std::atomic<long> seen{0};
+    std::atomic<GNItem> seen{0};
     std::atomic<int> differences{0};
     AtTheSameTime(8, [&](int thread) {
         for (int i = 0; i < 50; ++i) {
             const bool isSecond = (thread + i) % 3 == 0;
-            const long handle = OSAttachLocaleResDLLTS((isSecond ? second : shared).c_str());
+            const GNItem handle = OSAttachLocaleResDLLTS((isSecond ? second : shared).c_str());
             differences += handle == 0 || Load(1200) != (isSecond ? "other" : "%2 of %1");
             OSDetachLocaleResDLLTS();
         }
-        const long handle = OSAttachLocaleResDLLTS(shared.c_str());
-        long none = 0;
+        const GNItem handle = OSAttachLocaleResDLLTS(shared.c_str());
+        GNItem none = 0;
         if (!seen.compare_exchange_strong(none, handle)) differences += none != handle;
     });
     EXPECT_EQ(differences, 0);

@@ -64,7 +64,7 @@ Status RunMessage(const Arguments& arguments) {
         if (!ParseNumber(words[i], &numbers[i - 1]))
             return Complain("'" + words[i] + "' is not a message number from 0 to 65535");
     UseUtf8();
-    const long library = OSAttachLocaleResDLL(LibraryPath(words[0]).c_str());
+    const GNItem library = OSAttachLocaleResDLL(LibraryPath(words[0]).c_str());
     if (!library) return Complain(DisplayName(words[0]) + " is not a readable resource library");
     Status status = kOk;
     for (const long number : numbers) {

@@ -1,5 +1,13 @@
-// Modules loaded by Windows.
+// Modules as Windows loads them.
+//
+// A library for another processor than the program's is loaded as data. Windows maps such a file
+// anew for each call, knows no file of its handle, and must not be asked about a handle that is
+// closed. So these libraries have a table. The lowest bits of their handles, which are 0 in those
+// of modules, tell them apart.
 #include "osutil/platform/resource/modules.h"
+
+#include <cstdint>
+#include <cwchar>
 
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
@@ -28,38 +36,124 @@ class QuietErrors {
     DWORD m_mode = 0;
 };
 
-}  // namespace
+constexpr DWORD kLongestPath = 1024;
+constexpr char kSource[] = "osutil/osresdll";
 
-// Loads a library as a module, so that its handle is valid for every function of the system, or as
-// data if it is a 64-bit one, whose resources can still be read.
-Module LoadResourceLibrary(const char* path) {
-    const QuietErrors quiet;
-    const SystemPath file(path);
-    if (!file.Get()) return nullptr;
-    HMODULE module = LoadLibraryExW(file.Get(), nullptr, 0);
-    if (!module && GetLastError() == ERROR_BAD_EXE_FORMAT)
-        module = LoadLibraryExW(file.Get(), nullptr,
-                                LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE);
-    return module;
+struct DataModule {
+    wchar_t path[kLongestPath];
+    HMODULE handle;
+    int uses;
+    DataModule* next;
+};
+
+DataModule* g_dataModules = nullptr;
+SRWLOCK g_dataLock = SRWLOCK_INIT;  // of the table
+
+class SharedDataLock {
+  public:
+    SharedDataLock() { AcquireSRWLockShared(&g_dataLock); }
+    ~SharedDataLock() { ReleaseSRWLockShared(&g_dataLock); }
+    SharedDataLock(const SharedDataLock&) = delete;
+    SharedDataLock& operator=(const SharedDataLock&) = delete;
+};
+
+class DataLock {
+  public:
+    DataLock() { AcquireSRWLockExclusive(&g_dataLock); }
+    ~DataLock() { ReleaseSRWLockExclusive(&g_dataLock); }
+    DataLock(const DataLock&) = delete;
+    DataLock& operator=(const DataLock&) = delete;
+};
+
+bool IsData(Module module) {
+    return (reinterpret_cast<std::uintptr_t>(module) & 3) != 0;
 }
 
-void FreeResourceLibrary(Module module) {
-    FreeLibrary(AsHandle(module));
+// The place of the link to an entry; that of the last link, which is null, if there is none.
+template <class Matches>
+DataModule** FindData(Matches matches) {
+    DataModule** link = &g_dataModules;
+    while (*link && !matches(**link)) link = &(*link)->next;
+    return link;
+}
+DataModule** FindData(Module module) {
+    return FindData([=](const DataModule& data) { return data.handle == module; });
 }
 
-const unsigned short* FindModuleString(Module module, unsigned id, std::size_t* count) {
-    // With a buffer size of 0, the text is not copied. A pointer to it is returned.
+Module LoadData(const wchar_t* file) {
+    Owned<DataModule> made(static_cast<DataModule*>(Allocate(sizeof(DataModule))));
+    if (!AssertAllocation(made.Get() != nullptr, kSource, __LINE__)) return nullptr;
+    const DWORD length =
+        SearchPathW(nullptr, file, L".dll", kLongestPath, made.Get()->path, nullptr);
+    if (length == 0 || length >= kLongestPath) return nullptr;
+    const DataLock lock;
+    const wchar_t* const path = made.Get()->path;
+    if (DataModule* data = *FindData([=](const DataModule& d) {
+            return CompareStringOrdinal(d.path, -1, path, -1, TRUE) == CSTR_EQUAL;
+        })) {
+        ++data->uses;
+        return data->handle;
+    }
+    made.Get()->handle = LoadLibraryExW(path, nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    if (!made.Get()->handle) return nullptr;
+    made.Get()->uses = 1;
+    made.Get()->next = g_dataModules;
+    g_dataModules = made.Take();
+    return g_dataModules->handle;
+}
+
+void FreeData(Module module) {
+    const DataLock lock;
+    DataModule** const link = FindData(module);
+    DataModule* const data = *link;
+    if (!data || --data->uses > 0) return;
+    *link = data->next;
+    FreeLibrary(data->handle);
+    Release(data);
+}
+
+// With no room for it, the text is not copied but pointed to.
+const unsigned short* FindString(HMODULE module, unsigned id, std::size_t* count) {
     const unsigned short* text = nullptr;
-    const int length =
-        LoadStringW(AsHandle(module), id & 0xFFFF, reinterpret_cast<wchar_t*>(&text), 0);
+    const int length = LoadStringW(module, id & 0xFFFF, reinterpret_cast<wchar_t*>(&text), 0);
     *count = static_cast<std::size_t>(length);
     return length > 0 ? text : nullptr;
 }
 
+}  // namespace
+
+// As a module of its own kind where possible, so that its handle serves every function of the
+// system.
+Module LoadResourceLibrary(const char* path) {
+    const QuietErrors quiet;
+    const SystemPath file(path);
+    if (!file.Get()) return nullptr;
+    if (const HMODULE module = LoadLibraryExW(file.Get(), nullptr, 0)) return module;
+    return GetLastError() == ERROR_BAD_EXE_FORMAT ? LoadData(file.Get()) : nullptr;
+}
+
+void FreeResourceLibrary(Module module) {
+    if (IsData(module))
+        FreeData(module);
+    else
+        FreeLibrary(AsHandle(module));
+}
+
+const unsigned short* FindModuleString(Module module, unsigned id, std::size_t* count) {
+    if (!IsData(module)) return FindString(AsHandle(module), id, count);
+    const SharedDataLock lock;
+    return *FindData(module) ? FindString(AsHandle(module), id, count) : nullptr;
+}
+
 CGNString ModuleFile(Module module) {
-    wchar_t path[1024];
-    const DWORD length = GetModuleFileNameW(AsHandle(module), path, 1024);
-    if (length == 0 || length >= 1024) return "";
+    if (IsData(module)) {
+        const SharedDataLock lock;
+        const DataModule* data = *FindData(module);
+        return data ? NameText(data->path).Get() : "";
+    }
+    wchar_t path[kLongestPath];
+    const DWORD length = GetModuleFileNameW(AsHandle(module), path, kLongestPath);
+    if (length == 0 || length >= kLongestPath) return "";
     return NameText(path).Get();
 }
 
@@ -69,7 +163,7 @@ unsigned char* ReadVersionResource(const char* path, std::size_t* size) {
     // Twice the size, because the system stores translated texts after the resource.
     if (needed == 0) return nullptr;
     void* const memory = Allocate(std::uint64_t{needed} * 2);
-    if (!AssertAllocation(memory != nullptr, "osutil/osresdll", __LINE__)) return nullptr;
+    if (!AssertAllocation(memory != nullptr, kSource, __LINE__)) return nullptr;
     if (!GetFileVersionInfoW(file.Get(), 0, needed * 2, memory)) {
         Release(memory);
         return nullptr;
