@@ -16,8 +16,11 @@
 
    Parameters called `index` are positions that count 16-bit characters from 0. Lengths are in bytes
    unless the name says characters. A character outside the 16-bit range (UTF-8 code set only)
-   occupies two positions. A text that is invalid in the code set has one character per byte, and
-   its bytes are preserved by every operation. Boolean results are an unsigned char, 1 or 0.
+   occupies two positions. A text that is invalid in the code set has one position per byte, and its
+   bytes are preserved by every operation. In both cases a position inside a character means the
+   whole character: extraction and insertion begin and end before it, removal includes it, and it
+   reads as empty. No byte of a longer character is a character of its own. Boolean results are an
+   unsigned char, 1 or 0.
 
    Operations that extract, search and modify text count in characters unless their name says bytes.
    An operation whose first parameter is a CGNString& writes its result there. Every argument may be
@@ -34,6 +37,9 @@
 
    Nothing throws. If allocation fails or a length exceeds 32 bits, the failure is reported to the
    library's assertion service and the string is unchanged.
+
+   The current code set must not change while strings exist whose characters have been read. The
+   next edit of such a string would convert its text to the new code set.
 
    An object may be used by one thread at a time, even for reading, because reading characters may
    build the 16-bit copy. Different objects are independent.
@@ -110,7 +116,7 @@ class GENUTIL_API CGNString {
         @param n the new length and capacity in bytes. */
     CGNString& CopyNBytes(const char* s, unsigned int n);
 
-    /** Assigns the first n characters. A shorter text is padded with the character 0.
+    /** Assigns the first n characters, or fewer if the text ends earlier.
         @param s the text; null has the effect of Empty().
         @param n number of characters. */
     CGNString& CopyNChars(const char* s, unsigned int n);
@@ -218,7 +224,7 @@ class GENUTIL_API CGNString {
         their capacity becomes their length. Returns 1 if the character was replaced.
         @param index position of the character.
         @param mbchar the text. The character at index is kept if the first character of the
-            text is invalid, missing or outside the 16-bit range. */
+            text is invalid or missing, or if index is inside a character. */
     unsigned char SetCodePageCharAt(int index, const char* mbchar);
     /** Same as SetCodePageCharAt() for a character of one byte. */
     unsigned char SetAt(unsigned int index, char c);
@@ -319,7 +325,7 @@ class GENUTIL_API CGNString {
     /* -- Letter case and character classes of Unicode -------------------------------------- */
 
     /** Converts characters to upper case. A character is converted only if its upper-case form maps
-        back to it.
+        back to it and exists in the code set.
         @param index position of the character; -1 for all characters. */
     void ToUpper(int index = -1);
     /** Converts characters to lower case; see ToUpper(). */
@@ -405,8 +411,8 @@ class GENUTIL_API CGNString {
     /** Splits a file name at its last dot, which is dropped. If there is none, the whole text is
         the base and ext is empty. */
     void SplitFileName(CGNString& base, CGNString& ext) const;
-    /** Replaces the string with dir, a backslash unless dir ends with one, and file. Always returns
-        1. */
+    /** Replaces the string with dir, a backslash unless dir ends with one, and file. Returns 0 only
+        if allocation fails. */
     unsigned char MakeFilePath(const CGNString& dir, const CGNString& file);
     /** Shortens the file name after the last "/" or backslash, or the whole text if there is none,
         to 8.3 form: at most eight bytes and an extension of three, in capitals and without split
@@ -437,10 +443,10 @@ class GENUTIL_API CGNString {
     /** Converts the string from UTF-8 to the user's ANSI code page. The string becomes empty if the
         conversion fails. */
     void ConvertFromUTF8();
-    /** Decodes "%" followed by two hexadecimal digits; see mbUrlDecode. */
+    /** Decodes "%" followed by two upper-case hexadecimal digits; see mbUrlDecode. */
     void UrlDecode();
 
-    /** Converts half-width characters to full width in code sets 4 and 5. */
+    /** Converts half-width characters to full width; see mbHanToZenStr. */
     void ConvertSingleToDouble();
     /** Converts full-width digits and Latin letters to ASCII in code set 5. */
     void ConvertRomanjiToASCII();
@@ -452,7 +458,8 @@ class GENUTIL_API CGNString {
             code set. */
     CGNString GetEncodingStringForHTML(const CGNString& locale);
     /** Declares the character set in an HTML page. Updates the first meta element that declares
-        one, or else inserts a new element at the start of the head.
+        one, or else inserts a new element at the start of the head. Comments and scripts are
+        skipped.
         @param locale as above. */
     void ReplaceEncodingStringInHTML(const CGNString& locale);
 

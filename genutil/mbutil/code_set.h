@@ -43,6 +43,8 @@ const LocaleRow* FindLocaleByName(const char* name);
 // when there is no row.
 int CodeSetOfLanguage(unsigned language);
 
+// The language identifier that the user chose, whatever the calling thread has for itself.
+unsigned UserDefaultLanguage();
 // The language identifier of the user's locale, and the code set of its ANSI code page.
 unsigned UserLanguage();
 int UserAnsiCodeSet();

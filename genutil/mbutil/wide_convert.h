@@ -1,8 +1,10 @@
 // Text of the current code set as 16-bit characters and back: what the C library's mbstowcs family
 // does, without its locale. Texts are NUL-terminated; -1 means that something does not convert.
 //
-// A unit of 0xDC00 + b that does not follow a high surrogate stands for the raw byte b in every
-// code set, so that text which is invalid in the code set can be carried in 16-bit form unharmed.
+// Text that is invalid in the code set is carried in 16-bit form unharmed, one unit for each byte.
+// A byte that is a character of its own has that character's unit, any other a low surrogate
+// without a high one: 0xDC00 + b for a byte that belongs to no character, 0xDD00 + b for the first
+// byte of a character or of an escape sequence, 0xDE00 + b for a later one.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +17,15 @@ struct CodePage;
 // The tables that all of this goes by; null as FindCodePage.
 const CodePage* CurrentCodePage();
 
-constexpr unsigned short kRawByte = 0xDC00;
+constexpr unsigned short kRawByte = 0xDC00, kFirstByte = 0xDD00, kLaterByte = 0xDE00;
+
+constexpr bool IsSurrogate(unsigned unit) {
+    return unit >= 0xD800 && unit <= 0xDFFF;
+}
+// Whether a unit without a high surrogate before it is a byte of text that is carried.
+constexpr bool IsCarriedByte(unsigned unit) {
+    return unit > kRawByte && unit < kLaterByte + 0x100 && (unit & 0xFF) != 0;
+}
 
 // Characters of text, terminator excluded; looks at no more than `bytes` bytes.
 std::int64_t WideLength(const char* text, std::size_t bytes);
@@ -24,11 +34,11 @@ std::int64_t WideLength(const char* text, std::size_t bytes);
 // it. Returns the number stored without terminator.
 long ToWide(unsigned short* out, std::size_t limit, const char* text, std::size_t bytes);
 
-// Converts each byte that is a character of its own, and every other byte b to kRawByte + b; stores
-// exactly `bytes` units. For text that ToWide refuses.
+// Carries text that ToWide refuses; stores exactly `bytes` units.
 void ToWideBytewise(unsigned short* out, const char* text, std::size_t bytes);
 
-// Bytes that text needs, terminator excluded; -1 when a character does not convert.
+// Bytes that text needs, terminator excluded; -1 when a character does not convert. A carried byte
+// that is a character of its own does not.
 std::int64_t NarrowLength(const unsigned short* text);
 
 // Stores whole characters in at most `limit` bytes, and a terminator if there is room for it.
@@ -45,6 +55,15 @@ long ToNarrow(char* out, std::size_t limit, const unsigned short* text, std::siz
 // As ToNarrow, with '?' for each character that does not convert; never fails.
 long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
 
+// Puts '?' for each character that does not convert and for each carried byte, which text of others
+// cannot mean. Returns the number of units that are left.
+std::size_t ReplaceUnconvertible(unsigned short* text, std::size_t count);
+
+// Whether there are surrogates in a text.
+bool HasSurrogates(const unsigned short* text, std::size_t count);
+// Whether the code set has a character.
+bool HasCode(unsigned short character);
+
 // UTF-8 whatever the code set. FromUtf8 stores the characters of `bytes` bytes, of which none is 0,
 // in at most as many units, and returns their number; -1 when the text is invalid. ToUtf8 is
 // ToNarrow into UTF-8; three bytes for each unit are enough.
@@ -54,9 +73,11 @@ long ToUtf8(char* out, std::size_t limit, const unsigned short* text, std::size_
 // The most bytes that a character needs; 0 in a code set with escape sequences, which come on top.
 std::size_t LongestNarrow();
 
-// One character. ToWideCharacter returns the number of bytes it took (0 at a terminator) or -1;
-// ToNarrowCharacter the number of bytes stored (1 to 4; no terminator is added) or -1.
+// One character. ToWideCharacter returns the number of bytes it took (0 at a terminator) or -1; -1
+// too for a pair, which ToWidePair stores with the number of units. ToNarrowCharacter returns the
+// number of bytes stored (1 to 4; no terminator is added) or -1.
 int ToWideCharacter(unsigned short* out, const char* text, std::size_t bytes);
+int ToWidePair(unsigned short (&out)[2], unsigned* units, const char* text, std::size_t bytes);
 int ToNarrowCharacter(char* out, unsigned short character);
 
 // Simple case mapping of one 16-bit character, by Unicode, where it maps there and back.

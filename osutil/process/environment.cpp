@@ -44,7 +44,7 @@ CGNString OSExpandEnvironmentVariables(const CGNString& text) {
         const std::size_t valueLength = known ? std::strlen(value) : 0;
         if (known) {
             StringStorage::Splice(expanded, reference.begin, reference.end + 1,
-                                  {value, valueLength});
+                                  {value, valueLength}, Placing::kRebuilt);
             ++count;
         }
         // Not where the value ends: what programs have put into variables relies on it.

@@ -62,8 +62,8 @@ TEST(StringEncode, EscapesNoPartOfACharacter) {
     };
     EXPECT_EQ(script(5, "\x95\x5C\\\x83\x5C"), "\x95\x5C\\\\\x83\x5C");
     EXPECT_EQ(script(9, "\xA5\x5C'"), "\xA5\x5C\\'");
-    EXPECT_EQ(script(0, "\x95\x5C"), "\x95\\\\");            // two characters there
-    EXPECT_EQ(script(5, "\x95\x5C\x82 "), "\x95\\\\\x82 ");  // invalid text is bytes
+    EXPECT_EQ(script(0, "\x95\x5C"), "\x95\\\\");                  // two characters there
+    EXPECT_EQ(script(5, "\x95\x5C\x82 \\"), "\x95\x5C\x82 \\\\");  // nor in invalid text
     CodeSetGuard johab(12);
     EXPECT_EQ(After("\xD9\x3C<", [](CGNString& s) { s.EncodeHtmlString(); }), "\xD9\x3C&lt;");
     CodeSetGuard western(0);
@@ -102,6 +102,26 @@ TEST(StringEncode, WidensAndNarrowsJapanese) {
     EXPECT_EQ(After("a", tag), "\xA3\xE1");
     CodeSetGuard western(0);
     EXPECT_EQ(After("a\x82\x81", tag), "a\x82\x81");
+    InitMbutilExt(5);
+    EXPECT_EQ(After("\x82\x4F\x82 \x82\x60", narrow), "0\x82 A");
+    const struct {
+        int line, codeSet;
+        const char *half, *full;
+    } rows[] = {
+        {__LINE__, 7, "A1~", "\xA3\xC1\xA3\xB1\xA1\xAB"},
+        {__LINE__, 8, "a ", "\xA3\xE1\xA1\xA1"},
+        {__LINE__, 9, "A1", "\xA2\xCF\xA2\xB0"},
+        {__LINE__, 10, "A1", "\xA4\xC1\xA4\xA2"},
+        {__LINE__, 11, "A1\xB0\xA1", "\xA3\xC1\xA3\xB1\xB0\xA1"},
+        {__LINE__, 12, "A", "\xDA\x51"},
+        {__LINE__, 13, "A1", "\xA3\xC1\xA3\xB1"},
+        {__LINE__, 65, "A", "A"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        InitMbutilExt(row.codeSet);
+        EXPECT_EQ(After(row.half, widen), row.full);
+    }
 }
 
 TEST(StringEncode, DeclaresTheCharacterSetOfAPage) {
@@ -127,6 +147,19 @@ TEST(StringEncode, DeclaresTheCharacterSetOfAPage) {
         {__LINE__, "<html",
          "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=shift_jis\"><html"},
         {__LINE__, "<meta charset=", "<meta charset=shift_jis"},
+        {__LINE__, "<meta charset=\"\"><meta charset=x/>",
+         "<meta charset=\"shift_jis\"><meta charset=x/>"},
+        {__LINE__, "<meta charset=x/>", "<meta charset=shift_jis/>"},
+        {__LINE__, "<meta content='text/html;charset=' name=a>",
+         "<meta content='text/html;charset=shift_jis' name=a>"},
+        {__LINE__,
+         "<!-- <meta charset=a> --><script>\"<meta charset=b>\"</script><meta title='>' "
+         "charset=c>",
+         "<!-- <meta charset=a> --><script>\"<meta charset=b>\"</script><meta title='>' "
+         "charset=shift_jis>"},
+        {__LINE__, "<!--<head>--><html title=\">\">",
+         "<!--<head>--><html title=\">\"><meta http-equiv=\"Content-Type\" "
+         "content=\"text/html; charset=shift_jis\">"},
         {__LINE__, "",
          "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=shift_jis\">"},
     };
@@ -287,6 +320,10 @@ TEST(TextLayout, LimitsForTheOtherSide) {
     CodeSetGuard codeSet(japanese ? 5 : 0);
     const char* const text = japanese ? "a\x82\xA0z" : "a\xE9z";  // 1, 2 or 3, and 1 bytes
     const int second = japanese ? 4 : 3;
+    for (const int inCodeSet : {5, 0, 4, 65}) {  // whatever the current code set is
+        InitMbutilExt(inCodeSet);
+        EXPECT_EQ(FindUTF8StringLength(text, INT_MAX), 3);
+    }
     EXPECT_EQ(FindUTF8StringLength(text, second - 1), 1);
     EXPECT_EQ(FindUTF8StringLength(text, second), 2);
     EXPECT_EQ(FindUTF8StringLength(text, INT_MAX), 3);

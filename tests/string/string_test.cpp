@@ -180,7 +180,11 @@ TEST(String, ReplacesOneCharacter) {
     for (const int index : {3, -1}) EXPECT_EQ(replace(5, "a\x82\xA0z", index, "x"), "a\x82\xA0z-");
     for (const char* none : {"\x82", "", kNoText})
         EXPECT_EQ(replace(5, "a\x82\xA0z", 1, none), "a\x82\xA0z-");
-    EXPECT_EQ(replace(65, "abc", 1, "\xF0\x9F\x98\x80"), "abc-");
+    EXPECT_EQ(replace(65, "abc", 1, "\xF0\x9F\x98\x80"),
+              "a\xF0\x9F\x98\x80"
+              "c+");
+    EXPECT_EQ(replace(5, "a\x82 \x95\x5C", 4, "x"), "a\x82 \x95\x5C-");
+    EXPECT_EQ(replace(5, "a\x82 \x95\x5C", 3, "x"), "a\x82 x+");
     EXPECT_EQ(replace(5, "a\x82 z", 0, "b"), "b\x82 z+");  // invalid bytes survive
     EXPECT_EQ(replace(65, "a\xC3\xE3\x81", 0, "b"), "b\xC3\xE3\x81+");
 }
@@ -195,7 +199,8 @@ TEST(String, CopiesTheFirstCharacters) {
     EXPECT_EQ(first(0, "abc", 0), "");
     EXPECT_EQ(first(65, "a\xF0\x9F\x98\x80", 3), "a\xF0\x9F\x98\x80");
     EXPECT_EQ(first(65, "a\xF0\x9F\x98\x80", 2), "a");  // half of a character is none
-    EXPECT_EQ(first(5, "a\x82 \x82\xA0z", 4), "a\x82 \x82");
+    EXPECT_EQ(first(5, "a\x82 \x82\xA0z", 4), "a\x82 ");
+    EXPECT_EQ(first(5, "a\x82 \x82\xA0z", 5), "a\x82 \x82\xA0");
     EXPECT_EQ(first(5, "\x82", 5), "\x82");
 }
 
@@ -219,7 +224,13 @@ TEST(String, TakesWideText) {
         EXPECT_EQ(Bytes(CGNString("before").CopyNChars(text, 9)), row.expected);
     }
     CodeSetGuard western(0);
-    EXPECT_EQ(CharacterAt(CGNString(text), 1), "");  // no bytes of its own in this code set
+    EXPECT_EQ(CharacterAt(CGNString(text), 1), "?");  // as the bytes have it
+    const Wide lone[] = {'a', 0xDC5C, 0xDC82, 0xD83D, 'b', 0};
+    for (const int inCodeSet : {0, 3, 5, 65}) {
+        CodeSetGuard codeSet(inCodeSet);
+        EXPECT_EQ(Bytes(CGNString(lone)), "a???b");
+        EXPECT_EQ(Bytes(CGNString().CopyNChars(lone, 4)), "a??");
+    }
     const Wide withoutEnd[] = {'a', 'b'};
     EXPECT_EQ(Bytes(CGNString().CopyNChars(withoutEnd, 2)), "ab");
 }

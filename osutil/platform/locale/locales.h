@@ -15,6 +15,8 @@ struct UserLocale {
     char name[32];
 };
 UserLocale GetUserLocale();
+// The same without regard to a locale that the calling thread was given.
+UserLocale GetUserDefaultLocale();
 
 // The number of the ANSI code page of a language; 0 when the system does not know one.
 unsigned AnsiCodePageOfLanguage(std::uint16_t language);
