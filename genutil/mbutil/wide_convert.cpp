@@ -7,6 +7,7 @@
 #include "genutil/mbutil/code_read.h"
 #include "genutil/mbutil/code_set.h"
 #include "genutil/mbutil/pivot.h"
+#include "genutil/mbutil/step.h"
 #include "osutil/platform/locale/locales.h"
 
 namespace genutil {
@@ -34,6 +35,14 @@ std::size_t CharactersIn(const unsigned short* text) {
     return static_cast<std::size_t>(end - text);
 }
 
+// Of a character by its form that the code set does not have; 1 for a byte that begins none.
+unsigned UnassignedLength(const Source& src) {
+    if (!g_currentStep) return 1;
+    const auto left = static_cast<unsigned>(src.end - src.at);
+    const int length = CharacterLength(*g_currentStep, src.at, left);
+    return length > 0 && static_cast<unsigned>(length) <= left ? static_cast<unsigned>(length) : 1;
+}
+
 // As ReadGroupIso2022, in any code set.
 Group ReadGroup(const CodePage& page, Source& src) {
     const unsigned byte = *src.at;
@@ -48,7 +57,7 @@ Group ReadGroup(const CodePage& page, Source& src) {
         character = page.bytes[byte];
         if (character == kNoCharacter) length = ReadCode(page, src.at, src.end).length;
     }
-    if (length == 0) length = static_cast<unsigned>(BadLength(page, src));
+    if (length == 0) length = UnassignedLength(src);
     src.at += length;
     if (character != kNoCharacter) return {1, character};
     return {length, (length == 1 ? kRawByte : kFirstByte) + byte};
@@ -58,22 +67,22 @@ constexpr std::size_t kLongestGroup = 4;
 
 // The bytes that are carried at units and belong together, and their number; 0 when the first is
 // none, or one that is a character of its own: text of others must not smuggle in a backslash.
+// Bytes that are said to make a character must make one.
 unsigned ReadCarried(const CodePage& page, const unsigned char* units, const unsigned char* end,
                      unsigned char (&bytes)[kLongestGroup]) {
+    const unsigned first = LoadUnit(units);
+    if (!IsCarriedByte(first)) return 0;
+    const unsigned later = first < kFirstByte ? kRawByte : kLaterByte;
     unsigned n = 0;
-    for (; n < kLongestGroup && units + 2 * n < end; ++n) {
-        const unsigned unit = LoadUnit(units + 2 * n);
-        if (!IsCarriedByte(unit)) break;
-        bytes[n] = static_cast<unsigned char>(unit);
-    }
-    if (n == 0) return 0;
-    if (page.base) {  // what belongs together there depends on what came before
-        const bool isRaw = LoadUnit(units) < kFirstByte;
-        return isRaw && bytes[0] >= 0x20 && bytes[0] < 0x80 ? 0 : 1;
-    }
+    do bytes[n] = static_cast<unsigned char>(LoadUnit(units + 2 * n));
+    while (++n < kLongestGroup && units + 2 * n < end &&
+           (LoadUnit(units + 2 * n) & 0xFF00) == later);
+    // What belongs together with escapes depends on what came before.
+    if (page.base) return later == kRawByte && bytes[0] >= 0x20 && bytes[0] < 0x80 ? 0 : 1;
     Source src{bytes, bytes + n};
     const Group group = ReadGroup(page, src);
-    return IsCarriedByte(group.unit) ? group.length : 0;
+    if (!IsCarriedByte(group.unit)) return 0;
+    return later == kRawByte || group.length == n ? group.length : 0;
 }
 
 std::ptrdiff_t SizeAt(const unsigned char* units, const unsigned char* end) {

@@ -92,12 +92,21 @@ int CGNString::ReverseFind(const char* ch) const {
 
 namespace {
 
-// A set of characters, of which some have more than one unit.
-bool HasCharacter(const Wide* set, std::uint32_t setLength, const Wide* character,
-                  std::uint32_t units) {
-    for (std::uint32_t i = 0; i < setLength;) {
-        const std::uint32_t end = genutil::AlignUp(set, setLength, i + 1);
-        if (end - i == units && std::equal(character, character + units, set + i)) return true;
+// Whether a character of some units is in a set, of which some characters have several units.
+// `decoded`: it is one of a valid text, with which bytes in the set must be decoded to compare.
+bool HasCharacter(const WideView& set, bool decoded, const Wide* character, std::uint32_t units) {
+    for (std::uint32_t i = 0; i < set.Length();) {
+        const Wide* wanted = set.Characters() + i;
+        const std::uint32_t end = genutil::AlignUp(set.Characters(), set.Length(), i + 1);
+        std::uint32_t n = end - i;
+        const bool bytes = decoded && n > 1 && genutil::IsCarriedByte(*wanted);
+        const genutil::FirstCharacter first(bytes ? set.Text() + i : nullptr,
+                                            WideForm::kCharacters);
+        if (bytes) {
+            wanted = first.Units();
+            n = first.Length();
+        }
+        if (n == units && std::equal(character, character + units, wanted)) return true;
         i = end;
     }
     return false;
@@ -119,7 +128,8 @@ int CGNString::RunLength(const CGNString& set, int start, bool in) const {
     if (genutil::HasSurrogates(wanted, characters.Length())) {
         while (i < m_wideLength) {
             const std::uint32_t end = genutil::AlignUp(m_wide, m_wideLength, i + 1);
-            if (HasCharacter(wanted, characters.Length(), m_wide + i, end - i) != in) break;
+            if (HasCharacter(characters, !Storage::MayBeBroken(*this), m_wide + i, end - i) != in)
+                break;
             i = end;
         }
     } else {

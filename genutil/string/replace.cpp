@@ -83,9 +83,13 @@ void StringStorage::ReplaceWide(CGNString& s, const Rule* rules, unsigned count,
         Wide* const to = NewWideText(rules[i].to.data(), rules[i].to.size(), &toLength, form);
         texts[2 * i + 1].Reset(to);
         if (!from || !to) return;
+        // Escapes alone are no text. Bytes are in no valid text, but look like second halves of its
+        // pairs.
+        if (fromLength == 0 || (!broken && IsCarriedByte(from[0]))) continue;
         own.Add({from, fromLength, to, toLength});
     }
-    const Replaced<Wide> replaced = ReplaceUnits<Wide>(s.m_wide, s.m_wideLength, own, AnyPlace());
+    Replaced<Wide> replaced{nullptr, 0};
+    if (own.count > 0) replaced = ReplaceUnits<Wide>(s.m_wide, s.m_wideLength, own, AnyPlace());
     if (!replaced.text) {
         if (placing == Placing::kRebuilt) Rebuild(s);
         return;
