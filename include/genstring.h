@@ -44,19 +44,32 @@
    An object may be used by one thread at a time, even for reading, because reading characters may
    build the 16-bit copy. Different objects are independent.
 
-   Because the class converts to const char *, a few expressions need care: `a < b` compares
-   addresses (use Collate), `if (a)` is always true (use IsEmpty), and printf("%s") needs a cast.
-   NULL, nullptr and 0 mean a null const char *. The exceptions are `s += 0`, `s += NULL` and a null
-   delimiter of CopyUntil or AppendUntil, which do not compile because they could also mean the
-   character 0. */
+   C++ texts are accepted where a const char * is: std::string and std::string_view, char16_t texts
+   and std::u16string_view, and wchar_t texts where wchar_t has 16 bits. View() and Characters()
+   return the text as a std::string_view and as a range of whole characters. Strings can be moved,
+   swapped and hashed; CGNStringLess orders them in a std::map. genstringio.h writes them to
+   streams.
+
+       std::unordered_map<CGNString, int> counts;
+       std::map<CGNString, int, CGNStringLess> sorted;
+       for (const CGNCharacter& c : name.Characters()) counts[c.Bytes()]++;
+
+   Because the class converts to const char *, a few expressions need care: `if (a)` is always true
+   (use IsEmpty), and printf("%s") needs a cast. `a < b` (use Collate or CGNStringLess), `s += 5`,
+   `s + 1` and `delete s` do not compile. NULL, nullptr and 0 mean a null const char *. The
+   exceptions are `s += 0`, `s += NULL` and a null delimiter of CopyUntil or AppendUntil, which do
+   not compile because they could also mean the character 0. */
 #ifndef GENUTIL_GENSTRING_H
 #define GENUTIL_GENSTRING_H
 
 #include <cstdarg>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 #include <type_traits>
+#include <utility>
 
+#include "gencharacters.h"
 #include "genexport.h"
 
 namespace genutil {
@@ -69,10 +82,32 @@ class CGNStringList;
 class GENUTIL_API CGNString {
     // Enables an overload for 16-bit text only, so that a literal null selects the char
     // overload.
+    template <class Unit>
+    static constexpr bool kIsWide = std::is_same_v<Unit, unsigned short> ||
+                                    std::is_same_v<Unit, char16_t> ||
+                                    (std::is_same_v<Unit, wchar_t> &&
+                                     sizeof(wchar_t) == sizeof(unsigned short));
     template <class Pointer, class Result>
-    using ForWide = std::enable_if_t<std::is_same_v<Pointer, unsigned short*> ||
-                                         std::is_same_v<Pointer, const unsigned short*>,
+    using ForWide = std::enable_if_t<std::is_pointer_v<Pointer> &&
+                                         kIsWide<std::remove_cv_t<std::remove_pointer_t<Pointer>>>,
                                      Result>;
+    // Enables an overload for views of 16-bit text.
+    template <class Unit, class Result>
+    using ForWideUnit =
+        std::enable_if_t<kIsWide<Unit> && !std::is_same_v<Unit, unsigned short>, Result>;
+    // Enables an overload for std::string, std::string_view and what converts to it, but neither
+    // for a text that is terminated by 0 nor for a string.
+    template <class Text, class Result>
+    using ForView = std::enable_if_t<std::is_convertible_v<const Text&, std::string_view> &&
+                                         !std::is_convertible_v<const Text&, const char*>,
+                                     Result>;
+    // Enables an overload for numbers that are no characters.
+    template <class Number, class Result>
+    using ForNumber =
+        std::enable_if_t<std::is_arithmetic_v<Number> && !std::is_same_v<Number, char> &&
+                             !std::is_same_v<Number, signed char> &&
+                             !std::is_same_v<Number, unsigned char>,
+                         Result>;
 
   public:
     /* -- Construction ---------------------------------------------------------------------- */
@@ -91,7 +126,24 @@ class GENUTIL_API CGNString {
         @param w the text, terminated by 0; null gives an empty string. */
     template <class Wide, ForWide<Wide, int> = 0>
     CGNString(Wide w, int = 0) : CGNString() {
-        SetWide(w);
+        SetWide(reinterpret_cast<const unsigned short*>(w));
+    }
+
+    /** Copies a std::string_view, including its 0 bytes. */
+    template <class Text, ForView<Text, int> = 0>
+    CGNString(const Text& s) : CGNString() {
+        const std::string_view view(s);
+        AssignBytes(view.data(), view.size());
+    }
+    /** Converts a text of 16-bit characters, up to its first 0. */
+    template <class Unit, ForWideUnit<Unit, int> = 0>
+    CGNString(std::basic_string_view<Unit> w) : CGNString() {
+        CopyNChars(w.data(), static_cast<unsigned int>(w.size()));
+    }
+
+    /** Takes the buffers, capacity and growth policy of other, which becomes empty. */
+    CGNString(CGNString&& other) noexcept : CGNString() {
+        if (!other.IsEmpty()) Swap(other);
     }
 
     /** Copies the text, the capacity, the growth policy and the 16-bit copy. A copy of an empty
@@ -107,6 +159,35 @@ class GENUTIL_API CGNString {
     CGNString& operator=(const CGNString& other);
     /** Assigns a text. Null has the effect of Empty(). */
     CGNString& operator=(const char* s);
+    /** Assigns as above and empties other. Does not allocate. */
+    CGNString& operator=(CGNString&& other) noexcept {
+        if (this != &other) MoveFrom(other);
+        return *this;
+    }
+    /** Assigns a std::string_view, including its 0 bytes. */
+    template <class Text>
+    ForView<Text, CGNString&> operator=(const Text& s) {
+        const std::string_view view(s);
+        return AssignBytes(view.data(), view.size());
+    }
+    /** Assigns a text of 16-bit characters; see the constructors. Null has the effect of
+        Empty(). */
+    template <class Wide>
+    ForWide<Wide, CGNString&> operator=(Wide w) {
+        return *this = CGNString(w);
+    }
+    /** Exchanges texts, capacities and growth policies. */
+    void Swap(CGNString& other) noexcept {
+        std::swap(m_wide, other.m_wide);
+        std::swap(m_wideLength, other.m_wideLength);
+        std::swap(m_wideCapacity, other.m_wideCapacity);
+        std::swap(m_data, other.m_data);
+        std::swap(m_length, other.m_length);
+        std::swap(m_capacity, other.m_capacity);
+        std::swap(m_flags, other.m_flags);
+    }
+    /** Same as above. */
+    friend void swap(CGNString& a, CGNString& b) noexcept { a.Swap(b); }
     /** Same as assignment. */
     CGNString& Set(const CGNString& other);
 
@@ -123,7 +204,7 @@ class GENUTIL_API CGNString {
     /** Assigns the first n characters of a 16-bit text, or fewer if it ends earlier. */
     template <class Wide>
     ForWide<Wide, CGNString&> CopyNChars(Wide w, unsigned int n) {
-        return CopyNWide(w, n);
+        return CopyNWide(reinterpret_cast<const unsigned short*>(w), n);
     }
 
     /** Assigns the text before the first delimiter, or the whole text if there is none.
@@ -143,8 +224,22 @@ class GENUTIL_API CGNString {
     /** Appends a text of 16-bit characters. Null appends nothing. */
     template <class Wide>
     ForWide<Wide, CGNString&> operator+=(Wide w) {
-        return AppendWide(w);
+        return AppendWide(reinterpret_cast<const unsigned short*>(w));
     }
+    /** Appends a std::string_view, including its 0 bytes. */
+    template <class Text>
+    ForView<Text, CGNString&> operator+=(const Text& s) {
+        const std::string_view view(s);
+        return AppendBytes(view.data(), view.size());
+    }
+    /** Appends a text of 16-bit characters, up to its first 0. */
+    template <class Unit>
+    ForWideUnit<Unit, CGNString&> operator+=(std::basic_string_view<Unit> w) {
+        return *this += CGNString(w);
+    }
+    /** A number is no text: format it (sprintf), or append a char. */
+    template <class Number>
+    ForNumber<Number, CGNString&> operator+=(Number) = delete;
     /** Appends one byte, which may be 0. */
     CGNString& operator+=(char c) {
         if (m_length + 1 >= m_capacity || m_wide) return AppendByte(c);
@@ -194,6 +289,11 @@ class GENUTIL_API CGNString {
     /** Returns the text. It is never null, is owned by the string and is valid until the string
         changes. */
     operator const char*() const { return m_data; }
+    /** Returns all bytes of the text. They are owned by the string and valid until it changes. */
+    std::string_view View() const { return {m_data, m_length}; }
+    /** With a second pointer to choose from, `delete s` does not compile. Never chosen otherwise.
+     */
+    operator void*() const volatile = delete;
 
     /** Copies the text to a buffer and terminates it. A text that is too long is cut at the last
         byte, which may split a multibyte character. Returns the length of the copied text. Returns
@@ -220,6 +320,9 @@ class GENUTIL_API CGNString {
     /** Returns the first byte of the character at index, or 0 if index is out of range. */
     char GetAt(unsigned int index) const;
 
+    /** Returns the whole characters of the text as a range of CGNCharacter (gencharacters.h). */
+    CGNCharacterRange Characters() const { return CGNCharacterRange(*this); }
+
     /** Replaces one character with the first character of a text. The bytes are always rebuilt, and
         their capacity becomes their length. Returns 1 if the character was replaced.
         @param index position of the character.
@@ -238,6 +341,26 @@ class GENUTIL_API CGNString {
     /** Returns 1 if the bytes up to the first 0 byte are equal. Null equals an empty string. */
     unsigned char operator==(const char* s) const {
         return s ? std::strcmp(m_data, s) == 0 : IsEmpty();
+    }
+    /** Returns true if all bytes are equal. */
+    template <class Text>
+    friend ForView<Text, bool> operator==(const CGNString& a, const Text& b) {
+        return a.View() == std::string_view(b);
+    }
+    /** Same as above. */
+    template <class Text>
+    friend ForView<Text, bool> operator==(const Text& a, const CGNString& b) {
+        return std::string_view(a) == b.View();
+    }
+    /** Returns the negation of ==. */
+    template <class Text>
+    friend ForView<Text, bool> operator!=(const CGNString& a, const Text& b) {
+        return a.View() != std::string_view(b);
+    }
+    /** Returns the negation of ==. */
+    template <class Text>
+    friend ForView<Text, bool> operator!=(const Text& a, const CGNString& b) {
+        return std::string_view(a) != b.View();
     }
     /** Returns the negation of ==. */
     unsigned char operator!=(const CGNString& other) const { return !(*this == other); }
@@ -530,6 +653,9 @@ class GENUTIL_API CGNString {
     friend struct genutil::StringStorage;
 
     CGNString& AppendByte(char c);
+    CGNString& AssignBytes(const char* s, std::size_t n);
+    CGNString& AppendBytes(const char* s, std::size_t n);
+    void MoveFrom(CGNString& other) noexcept;
     void SetWide(const unsigned short* w);
     CGNString& CopyNWide(const unsigned short* w, unsigned int n);
     CGNString& AppendWide(const unsigned short* w);
@@ -548,5 +674,67 @@ inline unsigned char operator==(const char* s, const CGNString& text) {
 inline unsigned char operator!=(const char* s, const CGNString& text) {
     return text != s;
 }
+
+/** Orders strings by their bytes up to the first 0 byte, then by their lengths: no order for people
+    (use Collate), but a quick one that agrees with ==. Finds in a std::map or std::set without a
+    copy by a const char *, a std::string or a std::string_view too.
+
+        std::map<CGNString, int, CGNStringLess> counts; */
+struct CGNStringLess {
+    using is_transparent = void; /**< finds without a copy */
+
+    /** Returns true if a comes before b. */
+    template <class A, class B>
+    bool operator()(const A& a, const B& b) const noexcept {
+        const std::string_view x = View(a), y = View(b);
+        const int order = BeforeNul(x).compare(BeforeNul(y));
+        return order != 0 ? order < 0 : x.size() < y.size();
+    }
+
+  private:
+    template <class Text>
+    static std::string_view View(const Text& s) noexcept {
+        if constexpr (std::is_base_of_v<CGNString, Text>)
+            return s.View();
+        else
+            return s;
+    }
+    static std::string_view BeforeNul(std::string_view s) { return s.substr(0, s.find('\0')); }
+};
+
+namespace std {
+/** Hashes the bytes up to the first 0 byte, so that equal strings have the same hash. */
+template <>
+struct hash<CGNString> {
+    /** Returns the hash. */
+    std::size_t operator()(const CGNString& text) const noexcept {
+        return std::hash<std::string_view>()(static_cast<const char*>(text));
+    }
+};
+}  // namespace std
+
+/* These would compare or move addresses. */
+/** @cond */
+bool operator<(const CGNString&, const CGNString&) = delete;   // use CGNStringLess or Collate()
+bool operator>(const CGNString&, const CGNString&) = delete;   // use CGNStringLess or Collate()
+bool operator<=(const CGNString&, const CGNString&) = delete;  // use CGNStringLess or Collate()
+bool operator>=(const CGNString&, const CGNString&) = delete;  // use CGNStringLess or Collate()
+bool operator<(const CGNString&, const char*) = delete;        // use CGNStringLess or Collate()
+bool operator>(const CGNString&, const char*) = delete;        // use CGNStringLess or Collate()
+bool operator<=(const CGNString&, const char*) = delete;       // use CGNStringLess or Collate()
+bool operator>=(const CGNString&, const char*) = delete;       // use CGNStringLess or Collate()
+bool operator<(const char*, const CGNString&) = delete;        // use CGNStringLess or Collate()
+bool operator>(const char*, const CGNString&) = delete;        // use CGNStringLess or Collate()
+bool operator<=(const char*, const CGNString&) = delete;       // use CGNStringLess or Collate()
+bool operator>=(const char*, const CGNString&) = delete;       // use CGNStringLess or Collate()
+#if defined(__cpp_impl_three_way_comparison)
+void operator<=>(const CGNString&, const CGNString&) = delete;  // use CGNStringLess or Collate()
+void operator<=>(const CGNString&, const char*) = delete;       // use CGNStringLess or Collate()
+#endif
+template <class Number, std::enable_if_t<std::is_arithmetic_v<Number>, int> = 0>
+const char* operator+(const CGNString&, Number) = delete;  // use View(), or += to append
+template <class Number, std::enable_if_t<std::is_arithmetic_v<Number>, int> = 0>
+const char* operator+(Number, const CGNString&) = delete;  // use View(), or += to append
+/** @endcond */
 
 #endif

@@ -198,6 +198,11 @@ void ToWideBytewise(unsigned short* out, const char* text, std::size_t bytes) {
     }
 }
 
+bool CarriesCharacters() {
+    const CodePage* page = CurrentCodePage();
+    return !page || page->form != CodeForm::kIso2022Jp;
+}
+
 std::int64_t NarrowLength(const unsigned short* text, std::size_t count) {
     const CodePage* page = CurrentCodePage();
     if (!page) return -1;

@@ -37,6 +37,10 @@ long ToWide(unsigned short* out, std::size_t limit, const char* text, std::size_
 // Carries text that ToWide refuses; stores exactly `bytes` units.
 void ToWideBytewise(unsigned short* out, const char* text, std::size_t bytes);
 
+// Whether every character of one byte is carried as itself. Katakana in ISO-2022-JP are not, since
+// bytes below 0x80 can be those too.
+bool CarriesCharacters();
+
 // Bytes that text needs, terminator excluded; -1 when a character does not convert. A carried byte
 // that is a character of its own does not.
 std::int64_t NarrowLength(const unsigned short* text);

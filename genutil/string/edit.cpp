@@ -39,22 +39,18 @@ class WideSet {
 
 // -- Search --------------------------------------------------------------------------------------
 
-namespace {
-
-// The form in which a text is looked for in one with such characters. Where these are as many as
-// the bytes, they are the same in both forms, or bytes.
-WideForm FormFor(bool mayBeBroken) {
-    return mayBeBroken ? WideForm::kBytes : WideForm::kCharacters;
+// Where the characters are as many as the bytes, they are the same in both forms, or are bytes.
+WideForm genutil::StringStorage::FormFor(const CGNString& s) {
+    const bool bytes = MayBeBroken(s) && (CarriesCharacters() || IsBroken(s));
+    return bytes ? WideForm::kBytes : WideForm::kCharacters;
 }
-
-}  // namespace
 
 int genutil::StringStorage::Find(const CGNString& s, const WideView& wanted, int start) {
     if (start < 0 || static_cast<unsigned>(start) >= s.m_wideLength || !wanted.Characters())
         return -1;
     const Wide* const needle = wanted.Characters();
     // Bytes are in no valid text, but look like second halves of its pairs.
-    if (wanted.Length() > 0 && !MayBeBroken(s) && genutil::IsCarriedByte(needle[0])) return -1;
+    if (wanted.Length() > 0 && !MayBeBroken(s) && IsCarriedByte(needle[0])) return -1;
     const std::size_t at = FindUnits<Wide>(s.m_wide, s.m_wideLength, needle, wanted.Length(),
                                            static_cast<unsigned>(start));
     return at == kNotFound ? -1 : static_cast<int>(at);
@@ -62,15 +58,14 @@ int genutil::StringStorage::Find(const CGNString& s, const WideView& wanted, int
 
 int CGNString::Find(const CGNString& t, int start) const {
     if (!Storage::EnsureWide(*this)) return -1;
-    const WideView wanted(t.m_wide, t.m_wideLength, t.m_data, t.m_length,
-                          FormFor(Storage::MayBeBroken(*this)));
+    const WideView wanted(t.m_wide, t.m_wideLength, t.m_data, t.m_length, Storage::FormFor(*this));
     return Storage::Find(*this, wanted, start);
 }
 
 int CGNString::Find(const char* t, int start) const {
     if (!t) t = "";
     if (!Storage::EnsureWide(*this)) return -1;
-    const WideView wanted(t, std::strlen(t), FormFor(Storage::MayBeBroken(*this)));
+    const WideView wanted(t, std::strlen(t), Storage::FormFor(*this));
     return Storage::Find(*this, wanted, start);
 }
 
@@ -81,7 +76,7 @@ int CGNString::StrChr(unsigned int start, char c) const {
 
 int CGNString::ReverseFind(const char* ch) const {
     if (!Storage::EnsureWide(*this)) return -1;
-    const genutil::FirstCharacter wanted(ch, FormFor(Storage::MayBeBroken(*this)));
+    const genutil::FirstCharacter wanted(ch, Storage::FormFor(*this));
     const std::uint32_t n = wanted.Length();
     if (n == 0 || n > m_wideLength) return -1;
     for (std::uint32_t i = m_wideLength - n + 1; i-- > 0;)
@@ -119,8 +114,9 @@ int CGNString::RunLength(const CGNString& set, int start, bool in) const {
     if (!Storage::EnsureWide(*this)) return 0;
     if (start < 0 || static_cast<unsigned>(start) >= m_wideLength)
         return static_cast<int>(m_wideLength);
-    const WideView characters(set.m_wide, set.m_wideLength, set.m_data, set.m_length,
-                              FormFor(Storage::MayBeBroken(*this)));
+    const WideForm form = Storage::FormFor(*this);
+    const bool decoded = form == WideForm::kCharacters;
+    const WideView characters(set.m_wide, set.m_wideLength, set.m_data, set.m_length, form);
     const Wide* const wanted = characters.Characters();
     if (!wanted) return static_cast<int>(m_wideLength);
     const auto from = static_cast<std::uint32_t>(start);
@@ -128,8 +124,7 @@ int CGNString::RunLength(const CGNString& set, int start, bool in) const {
     if (genutil::HasSurrogates(wanted, characters.Length())) {
         while (i < m_wideLength) {
             const std::uint32_t end = genutil::AlignUp(m_wide, m_wideLength, i + 1);
-            if (HasCharacter(characters, !Storage::MayBeBroken(*this), m_wide + i, end - i) != in)
-                break;
+            if (HasCharacter(characters, decoded, m_wide + i, end - i) != in) break;
             i = end;
         }
     } else {
@@ -219,7 +214,7 @@ void CGNString::Truncate(unsigned int n) {
 
 void CGNString::TruncateAt(const char* ch) {
     if (IsEmpty() || !Storage::EnsureWide(*this)) return;
-    const genutil::FirstCharacter wanted(ch, FormFor(Storage::MayBeBroken(*this)));
+    const genutil::FirstCharacter wanted(ch, Storage::FormFor(*this));
     if (wanted.Length() == 0) return;
     const std::size_t at =
         genutil::FindUnits<Wide>(m_wide, m_wideLength, wanted.Units(), wanted.Length(), 0);

@@ -12,6 +12,7 @@
 namespace genutil {
 
 class WideView;
+enum class WideForm : bool;
 
 constexpr std::uint32_t kGrowByDoubling = 1;
 
@@ -122,10 +123,18 @@ struct StringStorage {
     static void DropWide(const CGNString& s);
     static bool EnsureWide(const CGNString& s);
 
-    // These need the 16-bit copy. Whether the text is invalid in the code set, so that its
+    // These need the 16-bit copy.
+    struct WideText {
+        const unsigned short* text;
+        std::uint32_t length;
+    };
+    static WideText WideOf(const CGNString& s) { return {s.m_wide, s.m_wideLength}; }
+    // Whether the text is invalid in the code set, so that its
     // characters are its bytes; `may` is quick, and true too where each character has one byte.
     static bool IsBroken(const CGNString& s);
     static bool MayBeBroken(const CGNString& s) { return s.m_wideLength == s.m_length; }
+    // The form in which a text is compared with this one's characters.
+    static WideForm FormFor(const CGNString& s);
     // The place of a character from `start` on, which must be one that there is; -1 when it stands
     // nowhere.
     static int Find(const CGNString& s, const WideView& wanted, int start);

@@ -26,7 +26,8 @@ std::uint32_t Decode(Wide* out, std::size_t limit, const char* text, std::size_t
     const long length = ToWide(out, limit, text, bytes);
     const auto count = static_cast<std::uint32_t>(length);
     // As many characters as bytes are the same in both forms.
-    if (length >= 0 && (form == WideForm::kCharacters || count == bytes)) return count;
+    if (length >= 0 && (form == WideForm::kCharacters || (count == bytes && CarriesCharacters())))
+        return count;
     ToWideBytewise(out, text, bytes);
     return static_cast<std::uint32_t>(bytes);
 }
@@ -153,7 +154,7 @@ char* NewCarriedText(const Wide* wide, std::uint64_t count, std::uint32_t* lengt
     if (!text) return nullptr;
     const auto n = static_cast<std::size_t>(count);
     for (std::size_t i = 0; i < n; ++i) {
-        char bytes[kLongestCode];
+        char bytes[kLongestCode] = {};
         const bool isByte = wide[i] < 0x80 || IsCarriedByte(wide[i]);
         if (!isByte) ToNarrowCharacter(bytes, wide[i]);
         text[i] = isByte ? static_cast<char>(wide[i]) : bytes[0];
@@ -167,7 +168,7 @@ WideView::WideView(const Wide* built, std::uint32_t builtLength, const char* tex
                    std::uint64_t bytes, WideForm form)
     : m_characters(built), m_length(builtLength), m_text(text), m_bytes(bytes) {
     if (built && form == WideForm::kCharacters) return;
-    if (built && builtLength == bytes) {
+    if (built && builtLength == bytes && CarriesCharacters()) {
         m_length = static_cast<std::uint32_t>(UnitsBeforeNul(built, builtLength));
         return;
     }
@@ -192,7 +193,7 @@ FirstCharacter::FirstCharacter(const char* text, WideForm form) {
     const int bytes = ToWidePair(character, &units, text, std::strlen(text));
     if (bytes <= 0) return;
     m_bytes = static_cast<unsigned>(bytes);
-    if (form == WideForm::kBytes && m_bytes > 1) {
+    if (form == WideForm::kBytes && (m_bytes > 1 || !CarriesCharacters())) {
         m_length = m_bytes;
         ToWideBytewise(m_units, text, m_bytes);
         return;

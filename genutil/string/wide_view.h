@@ -13,7 +13,7 @@ std::size_t UnitsBeforeNul(const unsigned short* wide, std::uint64_t count = ~st
 
 // How a text becomes units: its characters, or where it is invalid in the code set its bytes, as
 // wide_convert.h carries them; or in any case its bytes, to be compared with others.
-enum class WideForm { kCharacters, kBytes };
+enum class WideForm : bool { kCharacters, kBytes };
 
 // Null, after the report, when memory runs out.
 unsigned short* NewWideText(const char* text, std::uint64_t bytes, std::uint32_t* length,
