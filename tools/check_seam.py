@@ -20,7 +20,8 @@ LAYERS = [
               'include/genexport.h']),
     ('platform', []),  # the headers of osutil/platform/FAMILY/, see layer_of()
     ('multibyte', ['genutil/mbutil/', 'genutil/jaconv/', 'include/mbutil.h', ':text']),
-    ('string', ['genutil/string/', 'include/genstring.h', 'include/ostext.h']),
+    ('string', ['genutil/string/', 'include/genstring.h', 'include/gencharacters.h', 'include/genstringio.h',
+                'include/ostext.h']),
     ('list', ['genutil/list/', 'include/genlist.h', 'include/genstr.h']),
     ('thread', ['osutil/thread/', 'include/osthread.h', ':thread']),
     ('diagnostics', ['genutil/diagnostics/', 'include/genassert.h', 'include/gentrace.h',

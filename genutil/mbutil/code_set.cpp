@@ -40,11 +40,18 @@ const LocaleRow* FindLocaleByName(const char* name) {
     return reserved;
 }
 
-unsigned UserLanguage() {
-    const platform::UserLocale user = platform::GetUserLocale();
+static unsigned LanguageOf(const platform::UserLocale& user) {
     if (user.language) return user.language;
     const LocaleRow* row = FindLocaleByName(user.name);
     return row ? row->language : 0;
+}
+
+unsigned UserLanguage() {
+    return LanguageOf(platform::GetUserLocale());
+}
+
+unsigned UserDefaultLanguage() {
+    return LanguageOf(platform::GetUserDefaultLocale());
 }
 
 int CodeSetOfCodePage(unsigned codePage) {

@@ -7,6 +7,7 @@
 #include "genutil/string/storage.h"
 #include "mbutil.h"
 
+using genutil::Placing;
 using genutil::Rule;
 using genutil::Units;
 using Storage = genutil::StringStorage;
@@ -33,14 +34,18 @@ constexpr Rule kScriptFlat[] = {
     {"\\", "\\\\"}, {"\r", " "}, {"\n", " "}, {"\"", "\\\""}, {"'", "\\'"},
 };
 
-// In a code set of single bytes the bytes are what is looked at, valid or not.
-Units UnitsOfEncoding() {
-    return mbIsMultiByte() ? Units::kCharacters : Units::kBytes;
+// In a code set of single bytes the bytes are what is looked at, valid or not; in others characters
+// are, of which the bytes are built anew.
+void Encode(CGNString& s, const Rule* rules, unsigned count) {
+    if (mbIsMultiByte())
+        Storage::Replace(s, rules, count, Units::kCharacters, Placing::kRebuilt);
+    else
+        Storage::Replace(s, rules, count, Units::kBytes, Placing::kStored);
 }
 
 template <std::size_t N>
 void Encode(CGNString& s, const Rule (&rules)[N]) {
-    Storage::Replace(s, rules, N, UnitsOfEncoding());
+    Encode(s, rules, N);
 }
 
 }  // namespace
@@ -67,7 +72,7 @@ void CGNString::EncodeJavaScriptQuotedString(unsigned char flatten) {
 void CGNString::EncodeReplace(const char* from, const char* to) {
     if (!from || !*from) return;
     const Rule rule{from, to ? to : ""};
-    Storage::Replace(*this, &rule, 1, UnitsOfEncoding());
+    Encode(*this, &rule, 1);
 }
 
 // -- Conversion ----------------------------------------------------------------------------------
@@ -79,7 +84,7 @@ void CGNString::TakeConverted(char* made) {
         return;
     }
     const std::size_t length = std::strlen(made);
-    Storage::Adopt(*this, made, length, length);
+    Storage::Adopt(*this, made, length, length, Placing::kStored);
 }
 
 void CGNString::ConvertToUTF8(const char* localeName) {
@@ -99,9 +104,14 @@ void CGNString::UrlDecode() {
 }
 
 void CGNString::ConvertSingleToDouble() {
-    char* made = genutil::NewText<char>(std::uint64_t{m_length} * 2);
-    if (made) mbHanToZenStr(m_data, made);
-    TakeConverted(made);
+    const std::uint64_t room = std::uint64_t{m_length} * 2;
+    char* made = genutil::NewText<char>(room);
+    if (!made) {
+        Empty();
+        return;
+    }
+    mbHanToZenStr(m_data, made);
+    Storage::Adopt(*this, made, std::strlen(made), room, Placing::kStored);
 }
 
 namespace {
@@ -113,19 +123,44 @@ unsigned short NarrowForm(unsigned short c) {
     return alphanumeric ? static_cast<unsigned short>(c - 0xFF01 + 0x21) : c;
 }
 
+// The same for a text of which something is invalid.
+void NarrowBroken(CGNString& s) {
+    const std::uint32_t length = s.GetLength();
+    char* const text = genutil::NewText<char>(length);
+    if (!text) return;
+    std::uint32_t written = 0;
+    for (std::uint32_t at = 0; at < length;) {
+        char character[8];
+        s.GetCodePageCharAt(static_cast<int>(at), character);
+        const auto bytes = static_cast<std::uint32_t>(std::strlen(character));
+        unsigned short wide = 0;
+        const bool isPair = bytes == 2 && genutil::ToWideCharacter(&wide, character, 2) == 2;
+        const unsigned short narrow = isPair ? NarrowForm(wide) : wide;
+        if (isPair && narrow != wide) {
+            text[written++] = static_cast<char>(narrow);
+        } else {
+            std::memcpy(text + written, static_cast<const char*>(s) + at, bytes ? bytes : 1);
+            written += bytes ? bytes : 1;
+        }
+        at += bytes ? bytes : 1;
+    }
+    Storage::Adopt(s, text, written, length, Placing::kRebuilt);
+}
+
 }  // namespace
 
 // In Shift-JIS only: programs rely on the other code sets being left alone.
 void CGNString::ConvertRomanjiToASCII() {
     mbIsMultiByte();  // initialises
     if (mbGetLocaleCodeSet() != mbShiftJis || !Storage::EnsureWide(*this)) return;
+    if (Storage::IsBroken(*this)) return NarrowBroken(*this);
     bool changed = false;
     for (std::uint32_t i = 0; i < m_wideLength; ++i) {
         const unsigned short narrow = NarrowForm(m_wide[i]);
         changed |= narrow != m_wide[i];
         m_wide[i] = narrow;
     }
-    if (changed) Storage::RebuildData(*this, 2);
+    if (changed) Storage::RebuildData(*this);
 }
 
 void CGNString::ConvertSpecialAlphaNumForXMLTag() {

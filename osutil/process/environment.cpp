@@ -47,7 +47,7 @@ CGNString OSExpandEnvironmentVariables(const CGNString& text) {
         const std::size_t valueLength = known ? std::strlen(value) : 0;
         if (known) {
             StringStorage::Splice(expanded, reference.begin, reference.end + 1,
-                                  {value, valueLength});
+                                  {value, valueLength}, Placing::kRebuilt);
             ++count;
         }
         // Not the end of the value. Programs rely on this because of the values that they store in

@@ -63,8 +63,8 @@ TEST(StringEncode, EscapesWholeCharacters) {
                   {
                       {__LINE__, 5, "\x95\x5C\\\x83\x5C", "\x95\x5C\\\\\x83\x5C"},
                       {__LINE__, 9, "\xA5\x5C'", "\xA5\x5C\\'"},
-                      {__LINE__, 0, "\x95\x5C", "\x95\\\\"},            // two characters there
-                      {__LINE__, 5, "\x95\x5C\x82 ", "\x95\\\\\x82 "},  // invalid text is bytes
+                      {__LINE__, 0, "\x95\x5C", "\x95\\\\"},  // two characters there
+                      {__LINE__, 5, "\x95\x5C\x82 \\", "\x95\x5C\x82 \\\\"},  // nor in invalid text
                   });
     const CodeSetGuard johab(12);
     EXPECT_EQ(After("\xD9\x3C<", [](CGNString& s) { s.EncodeHtmlString(); }), "\xD9\x3C&lt;");
@@ -107,24 +107,46 @@ TEST(StringEncode, DeclaresTheCharacterSetOfAPage) {
     CodeSetGuard codeSet(11);
     EXPECT_STREQ(CGNString().GetEncodingStringForHTML(""),
                  "content=\"text/html; charset=euc-kr\">");
-    const std::string declaration =
-        "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=shift_jis\">";
-    const auto declare = [](CGNString& s) { s.ReplaceEncodingStringInHTML("ja_JP"); };
-    ExpectTexts(
-        [&](const char* page) { return After(page, declare); },
-        {
-            {__LINE__, "<html><head><META content=\"text/html; CHARSET=utf-8\"></head>charset=x",
-             "<html><head><META content=\"text/html; CHARSET=shift_jis\"></head>charset=x"},
-            {__LINE__, "<meta name='charset'><meta charset = 'utf-8' />",
-             "<meta name='charset'><meta charset = 'shift_jis' />"},
-            {__LINE__, "<!DOCTYPE html><HTML lang=x><HEAD>\n</HEAD><metal charset=x>",
-             Join({"<!DOCTYPE html><HTML lang=x><HEAD>", declaration,
-                   "\n</HEAD><metal charset=x>"})},
-            {__LINE__, "<header>charset=x", Join({declaration, "<header>charset=x"})},
-            {__LINE__, "<html", Join({declaration, "<html"})},
-            {__LINE__, "<meta charset=", "<meta charset=shift_jis"},
-            {__LINE__, "", declaration},
-        });
+    EXPECT_STREQ(CGNString().GetEncodingStringForHTML("ja_JP"),
+                 "content=\"text/html; charset=shift_jis\">");
+    const struct {
+        int line;
+        const char *page, *declared;
+    } rows[] = {
+        {__LINE__, "<html><head><META content=\"text/html; CHARSET=utf-8\"></head>charset=x",
+         "<html><head><META content=\"text/html; CHARSET=shift_jis\"></head>charset=x"},
+        {__LINE__, "<meta name='charset'><meta charset = 'utf-8' />",
+         "<meta name='charset'><meta charset = 'shift_jis' />"},
+        {__LINE__, "<!DOCTYPE html><HTML lang=x><HEAD>\n</HEAD><metal charset=x>",
+         "<!DOCTYPE html><HTML lang=x><HEAD><meta http-equiv=\"Content-Type\" "
+         "content=\"text/html; charset=shift_jis\">\n</HEAD><metal charset=x>"},
+        {__LINE__, "<header>charset=x",
+         "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=shift_jis\">"
+         "<header>charset=x"},
+        {__LINE__, "<html",
+         "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=shift_jis\"><html"},
+        {__LINE__, "<meta charset=", "<meta charset=shift_jis"},
+        {__LINE__, "<meta charset=\"\"><meta charset=x/>",
+         "<meta charset=\"shift_jis\"><meta charset=x/>"},
+        {__LINE__, "<meta charset=x/>", "<meta charset=shift_jis/>"},
+        {__LINE__, "<meta content='text/html;charset=' name=a>",
+         "<meta content='text/html;charset=shift_jis' name=a>"},
+        {__LINE__,
+         "<!-- <meta charset=a> --><script>\"<meta charset=b>\"</script><meta title='>' "
+         "charset=c>",
+         "<!-- <meta charset=a> --><script>\"<meta charset=b>\"</script><meta title='>' "
+         "charset=shift_jis>"},
+        {__LINE__, "<!--<head>--><html title=\">\">",
+         "<!--<head>--><html title=\">\"><meta http-equiv=\"Content-Type\" "
+         "content=\"text/html; charset=shift_jis\">"},
+        {__LINE__, "",
+         "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=shift_jis\">"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        const auto declare = [](CGNString& s) { s.ReplaceEncodingStringInHTML("ja_JP"); };
+        EXPECT_EQ(After(row.page, declare), row.declared);
+    }
 }
 // -- File names ----------------------------------------------------------------------------------
 
@@ -278,12 +300,38 @@ TEST(TextLayout, MeasuresLengthsOfTheOtherSide) {
     CodeSetGuard codeSet(japanese ? 5 : 0);
     const char* const text = japanese ? "a\x82\xA0z" : "a\xE9z";  // 1, 2 or 3, and 1 bytes
     const int second = japanese ? 4 : 3;
+    for (const int inCodeSet : {5, 0, 4, 65}) {  // whatever the current code set is
+        InitMbutilExt(inCodeSet);
+        EXPECT_EQ(FindUTF8StringLength(text, INT_MAX), 3);
+    }
     EXPECT_EQ(FindUTF8StringLength(text, second - 1), 1);
     EXPECT_EQ(FindUTF8StringLength(text, second), 2);
     EXPECT_EQ(FindUTF8StringLength(text, INT_MAX), 3);
     EXPECT_EQ(FindUTF8StringLength(text, 0), 0);
     EXPECT_EQ(FindUTF8StringLength(text, -1), 0);
     EXPECT_EQ(FindUTF8StringLength(nullptr, 5), 0);
+}
+
+TEST(StringEncode, WidensInEachEastAsianCodeSet) {
+    const auto widen = [](CGNString& s) { s.ConvertSingleToDouble(); };
+    const struct {
+        int line, codeSet;
+        const char *half, *full;
+    } rows[] = {
+        {__LINE__, 7, "A1~", "\xA3\xC1\xA3\xB1\xA1\xAB"},
+        {__LINE__, 8, "a ", "\xA3\xE1\xA1\xA1"},
+        {__LINE__, 9, "A1", "\xA2\xCF\xA2\xB0"},
+        {__LINE__, 10, "A1", "\xA4\xC1\xA4\xA2"},
+        {__LINE__, 11, "A1\xB0\xA1", "\xA3\xC1\xA3\xB1\xB0\xA1"},
+        {__LINE__, 12, "A", "\xDA\x51"},
+        {__LINE__, 13, "A1", "\xA3\xC1\xA3\xB1"},
+        {__LINE__, 65, "A", "A"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        const CodeSetGuard codeSet(row.codeSet);
+        EXPECT_EQ(After(row.half, widen), row.full);
+    }
 }
 
 }  // namespace

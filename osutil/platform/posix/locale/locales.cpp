@@ -66,6 +66,10 @@ UserLocale GetUserLocale() {
     return locale;
 }
 
+UserLocale GetUserDefaultLocale() {
+    return GetUserLocale();
+}
+
 unsigned AnsiCodePageOfLanguage(std::uint16_t) {
     return 0;
 }
