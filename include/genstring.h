@@ -320,8 +320,10 @@ class GENUTIL_API CGNString {
     /** Returns the first byte of the character at index, or 0 if index is out of range. */
     char GetAt(unsigned int index) const;
 
-    /** Returns the whole characters of the text as a range of CGNCharacter (gencharacters.h). */
-    CGNCharacterRange Characters() const { return CGNCharacterRange(*this); }
+    /** Returns the whole characters of the text as a range of CGNCharacter (gencharacters.h). The
+        string must outlive the range, so a temporary string has none. */
+    CGNCharacterRange Characters() const& { return CGNCharacterRange(*this); }
+    CGNCharacterRange Characters() const&& = delete;
 
     /** Replaces one character with the first character of a text. The bytes are always rebuilt, and
         their capacity becomes their length. Returns 1 if the character was replaced.
@@ -374,6 +376,24 @@ class GENUTIL_API CGNString {
     /** Compares by the collation of the user's locale. If allocation fails, compares bytes. Returns
         a negative number, 0 or a positive number. */
     int Collate(const CGNString& other) const;
+
+    /** What a comparison ignores; values can be combined. */
+    enum CollateOption : unsigned int {
+        kIgnoreCase = 1,      /**< upper and lower case are equal */
+        kIgnoreWidth = 2,     /**< full-width and half-width characters are equal */
+        kIgnoreKana = 4,      /**< hiragana and katakana are equal */
+        kDigitsAsNumbers = 8, /**< "item 9" comes before "item 10", where the system supports it */
+    };
+    /** Same as Collate() with options.
+        @param other the text to compare with.
+        @param options a sum of CollateOption. */
+    int Collate(const CGNString& other, unsigned int options) const;
+    /** Creates a key for sorting: keys compare as bytes (strcmp, CGNStringLess) in the order in
+        which Collate() with the same options puts the texts. A key is valid for one user and one
+        version of the system, so do not store it. Returns 0 and leaves key unchanged on failure.
+        @param key receives the key.
+        @param options a sum of CollateOption. */
+    unsigned char GetSortKey(CGNString& key, unsigned int options = 0) const;
 
     /* -- Search ---------------------------------------------------------------------------- */
 
@@ -453,6 +473,22 @@ class GENUTIL_API CGNString {
     void ToUpper(int index = -1);
     /** Converts characters to lower case; see ToUpper(). */
     void ToLower(int index = -1);
+    /** Replaces each letter with the one that represents all of its forms in comparisons without
+        case: mostly the small letter, and one for both small forms of the Greek sigma. A letter
+        that the code set lacks is not used. */
+    void FoldCase();
+
+    /** The normal forms of Unicode. */
+    enum NormalForm : unsigned int {
+        kNormalFormC,  /**< composed characters */
+        kNormalFormD,  /**< base characters followed by their marks */
+        kNormalFormKC, /**< composed; compatible characters such as full-width ones are replaced */
+        kNormalFormKD, /**< the same for base characters and marks */
+    };
+    /** Converts the text to a normal form. Returns 0 and leaves the text unchanged if the text is
+        invalid in the code set, if the code set lacks a character of the result or if allocation
+        fails. */
+    unsigned char Normalize(NormalForm form);
 
     /** Returns 1 if the character at index is a letter. With index -1, returns 1 if all characters
         are letters; an empty string satisfies this. Returns 0 if index is out of range. */
@@ -566,6 +602,30 @@ class GENUTIL_API CGNString {
     /** Converts the string from UTF-8 to the user's ANSI code page. The string becomes empty if the
         conversion fails. */
     void ConvertFromUTF8();
+    /** Converts the text from the current code set to UTF-8. Returns 0 and leaves out unchanged if
+        allocation fails.
+        @param out receives the UTF-8.
+        @param lost receives the number of characters that were invalid and replaced with U+FFFD;
+            may be null. */
+    unsigned char ToUtf8(CGNString& out, unsigned int* lost = nullptr) const;
+    /** Replaces the string with a UTF-8 text, converted to the current code set. Returns 0 and
+        leaves the string unchanged if allocation fails.
+        @param text the UTF-8; null is an empty text.
+        @param lost receives the number of characters that were invalid or that the code set lacks;
+            each was replaced as described at mbConvert. May be null. */
+    unsigned char FromUtf8(const char* text, unsigned int* lost = nullptr);
+    /** Decodes the references of XML: the five names of EncodeXMLString() and numbers. A reference
+        to a character that the code set lacks is unchanged, as is anything else. */
+    void DecodeXMLString();
+    /** Decodes the references of HTML: the names amp, lt, gt, quot, apos, nbsp, copy and reg, and
+        numbers; see DecodeXMLString(). A "<br>" becomes a line feed. */
+    void DecodeHtmlString();
+    /** Replaces each byte other than ASCII letters, digits, "-", ".", "_" and "~" with "%" and two
+        upper-case hexadecimal digits. UrlDecode() is the inverse. */
+    void UrlEncode();
+    /** Escapes double quotes, backslashes and control characters for a string literal in JSON. The
+        other characters remain in the current code set; JSON files are UTF-8, see ToUtf8(). */
+    void EncodeJSONString();
     /** Decodes "%" followed by two upper-case hexadecimal digits; see mbUrlDecode. */
     void UrlDecode();
 
