@@ -72,7 +72,7 @@ std::string ToText(const CGNStringList& list) {
     return text;
 }
 
-constexpr unsigned kKinds = 44;
+constexpr unsigned kKinds = 52;
 
 std::string Apply(Probe& s, const Step& step, bool withWide) {
     const int a = static_cast<int>(step.a), b = static_cast<int>(step.b);
@@ -202,6 +202,35 @@ std::string Apply(Probe& s, const Step& step, bool withWide) {
         case 42:
             s.ClientFormat();
             return "";
+        case 43:
+            s.FoldCase();
+            return "";
+        case 44:
+            return ToText(s.Normalize(static_cast<CGNString::NormalForm>(a % 4)));
+        case 45:
+            return ToText(s.GetSortKey(out, step.a % 16)) + out.Bytes();
+        case 46:
+            return ToText(s.ToUtf8(out)) + out.Bytes();
+        case 47:
+            s.DecodeHtmlString();
+            return "";
+        case 48:
+            s.DecodeXMLString();
+            return "";
+        case 49:
+            s.EncodeJSONString();
+            return "";
+        case 50: {
+            const std::string before = s.Bytes();
+            s.UrlEncode();
+            Probe back(s);
+            back.UrlDecode();
+            Check(back.Bytes() == before || before.find('%') != std::string::npos, "URL");
+            std::string all;
+            for (const CGNCharacter& c : s.Characters()) all += c.Bytes();
+            Check(all == s.Bytes(), "all characters");
+            return "";
+        }
         default: {
             CGNStringList list;
             s.Split(list, x);

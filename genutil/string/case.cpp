@@ -10,10 +10,9 @@
 #include "genutil/mbutil/round_trip.h"
 #include "genutil/mbutil/wide_convert.h"
 #include "genutil/string/storage.h"
+#include "osutil/platform/locale/text_forms.h"
 
-using genutil::CharacterPage;
 using genutil::IsOfClass;
-using genutil::PageOfCharacter;
 using Storage = genutil::StringStorage;
 namespace platform = genutil::platform;
 
@@ -38,13 +37,30 @@ void MapAscii(Unit* text, std::size_t length, bool upper) {
     }
 }
 
-// A letter whose counterpart the code set lacks has none.
-unsigned short Mapped(unsigned short c, std::uint16_t const (CharacterPage::*map)[256]) {
-    const unsigned short mapped = (PageOfCharacter(c).*map)[c & 0xFF];
-    return mapped == c || mapped < 0x80 || genutil::HasCode(mapped) ? mapped : c;
+}  // namespace
+
+// Maps the characters from `begin` to `end`, and builds the bytes anew.
+void genutil::StringStorage::MapCharacters(CGNString& s, std::uint32_t begin, std::uint32_t end,
+                                           unsigned short (*map)(unsigned short)) {
+    const bool broken = IsBroken(s);
+    for (std::uint32_t i = begin; i < end; ++i) {
+        const unsigned short c = s.m_wide[i], mapped = map(c);
+        // A letter whose counterpart the code set lacks has none.
+        if (mapped == c || (mapped >= 0x80 && !HasCode(mapped))) continue;
+        if (broken) {  // where each character is a byte
+            char byte[4];
+            if (ToNarrowCharacter(byte, mapped) != 1) continue;
+            s.m_data[i] = byte[0];
+        }
+        s.m_wide[i] = mapped;
+    }
+    Rebuild(s);
 }
 
-}  // namespace
+void CGNString::FoldCase() {
+    if (IsEmpty() || !Storage::EnsureWide(*this)) return;
+    Storage::MapCharacters(*this, 0, m_wideLength, platform::FoldCase);
+}
 
 void CGNString::MapCase(int index, bool upper) {
     if (IsEmpty() || !Storage::EnsureWide(*this)) return;
@@ -54,23 +70,10 @@ void CGNString::MapCase(int index, bool upper) {
         Storage::Fit(*this);
         return;
     }
-    const std::uint16_t(CharacterPage::*const map)[256] =
-        upper ? &CharacterPage::upper : &CharacterPage::lower;
     const auto at = static_cast<unsigned>(index);
     const std::uint32_t begin = index == kAll ? 0 : at;
     const std::uint32_t end = index == kAll ? m_wideLength : at < m_wideLength ? at + 1 : at;
-    const bool broken = Storage::IsBroken(*this);
-    for (std::uint32_t i = begin; i < end; ++i) {
-        const unsigned short mapped = Mapped(m_wide[i], map);
-        char byte[4];
-        if (mapped == m_wide[i]) continue;
-        if (broken) {  // where each character is a byte
-            if (genutil::ToNarrowCharacter(byte, mapped) != 1) continue;
-            m_data[i] = byte[0];
-        }
-        m_wide[i] = mapped;
-    }
-    Storage::Rebuild(*this);
+    Storage::MapCharacters(*this, begin, end, upper ? genutil::ToUpperWide : genutil::ToLowerWide);
 }
 
 void CGNString::ToUpper(int index) {

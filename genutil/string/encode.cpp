@@ -1,8 +1,10 @@
 // CGNString's escaping for markup and script, and its conversions to and from UTF-8, URLs and full
 // width.
 #include <cstring>
+#include <string_view>
 
 #include "genstring.h"
+#include "genutil/ascii.h"
 #include "genutil/mbutil/wide_convert.h"
 #include "genutil/string/storage.h"
 #include "mbutil.h"
@@ -73,6 +75,75 @@ void CGNString::EncodeReplace(const char* from, const char* to) {
     if (!from || !*from) return;
     const Rule rule{from, to ? to : ""};
     Encode(*this, &rule, 1);
+}
+
+namespace {
+
+constexpr char kHexDigits[] = "0123456789ABCDEF";
+
+// What a URL may hold as it is.
+bool IsUnreserved(unsigned char c) {
+    return genutil::IsAsciiLetter(static_cast<char>(c)) || (c >= '0' && c <= '9') || c == '-' ||
+           c == '.' || c == '_' || c == '~';
+}
+
+// The escape of a character in JSON, and its length; 0 when it needs none.
+unsigned WriteJsonEscape(unsigned c, unsigned short* out) {
+    static constexpr char kLetters[] = "\"\"\\\\\bb\ff\nn\rr\tt";
+    if (c >= 0x20 && c != '"' && c != '\\') return 0;
+    *out++ = '\\';
+    for (const char* p = kLetters; *p; p += 2)
+        if (static_cast<unsigned char>(*p) == c) {
+            *out = static_cast<unsigned char>(p[1]);
+            return 2;
+        }
+    for (const char digit : {'u', '0', '0', kHexDigits[c >> 4], kHexDigits[c & 15]})
+        *out++ = static_cast<unsigned char>(digit);
+    return 6;
+}
+
+}  // namespace
+
+void CGNString::UrlEncode() {
+    const std::string_view text(m_data);
+    std::uint64_t length = text.size();
+    for (const char c : text) length += IsUnreserved(static_cast<unsigned char>(c)) ? 0 : 2;
+    if (length == text.size()) return;
+    char* const made = genutil::NewText<char>(length);
+    if (!made) return;
+    char* out = made;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (IsUnreserved(byte)) {
+            *out++ = c;
+            continue;
+        }
+        *out++ = '%';
+        *out++ = kHexDigits[byte >> 4];
+        *out++ = kHexDigits[byte & 15];
+    }
+    *out = 0;
+    Storage::Adopt(*this, made, length, length, Placing::kStored);
+}
+
+// Second bytes of characters may be quotes or backslashes, so this looks at characters.
+void CGNString::EncodeJSONString() {
+    if (IsEmpty() || !Storage::EnsureWide(*this)) return;
+    unsigned short escape[6];
+    std::uint64_t length = m_wideLength;
+    for (std::uint32_t i = 0; i < m_wideLength; ++i)
+        if (const unsigned n = WriteJsonEscape(m_wide[i], escape)) length += n - 1;
+    if (length == m_wideLength) return;
+    const genutil::Owned<unsigned short> made(genutil::NewText<unsigned short>(length));
+    unsigned short* out = made.Get();
+    if (!out) return;
+    for (std::uint32_t i = 0; i < m_wideLength; ++i) {
+        const unsigned n = WriteJsonEscape(m_wide[i], escape);
+        genutil::CopyUnits(out, n ? static_cast<const unsigned short*>(escape) : m_wide + i,
+                           n ? n : 1);
+        out += n ? n : 1;
+    }
+    Storage::StoreWide(*this, made.Get(), length);
 }
 
 // -- Conversion ----------------------------------------------------------------------------------

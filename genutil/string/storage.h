@@ -144,8 +144,13 @@ struct StringStorage {
     // The same for a substring, of whole characters.
     static char* NewSubStr(const CGNString& s, std::uint32_t start, int count,
                            std::uint32_t* length);
+    // The text becomes that of some characters, which do not lie in its own 16-bit copy.
+    static void StoreWide(CGNString& s, const unsigned short* wide, std::uint64_t count);
     // Some characters become those of a text, and the bytes are built anew. False without memory.
     static bool Edit(CGNString& s, std::uint32_t begin, std::uint32_t end, const WideView& added);
+    // Maps some characters, and builds the bytes anew.
+    static void MapCharacters(CGNString& s, std::uint32_t begin, std::uint32_t end,
+                              unsigned short (*map)(unsigned short));
     // Builds the bytes from the 16-bit copy, where what does not convert becomes '?'. Without
     // memory the bytes win, since they are what the string is: the 16-bit copy, changed or new, is
     // dropped. False then.

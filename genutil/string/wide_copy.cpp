@@ -55,6 +55,12 @@ void StringStorage::RebuildLimited(const CGNString& s, unsigned bytesPerCharacte
         DropWide(s);
 }
 
+void StringStorage::StoreWide(CGNString& s, const unsigned short* wide, std::uint64_t count) {
+    std::uint32_t length;
+    char* const text = NewNarrowText(wide, count, &length);
+    if (text) Adopt(s, text, length, length, Placing::kStored);
+}
+
 char* StringStorage::NewPart(const CGNString& s, std::uint32_t begin, std::uint32_t end,
                              std::uint32_t* length) {
     if (!IsBroken(s)) return NewNarrowText(s.m_wide + begin, end - begin, length);

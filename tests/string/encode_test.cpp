@@ -80,6 +80,120 @@ TEST(StringEncode, ConvertsBetweenTheUsersCodeSetAndUtf8) {
     EXPECT_EQ(After("%41+%7E%zz%00b", [](CGNString& s) { s.UrlDecode(); }), "A+~%zz");
 }
 
+TEST(StringEncode, ReportsWhatUtf8Loses) {
+    CodeSetGuard codeSet(5);
+    CGNString s("\x95\x5C\x82 "), utf8;
+    unsigned lost = 9;
+    EXPECT_TRUE(s.ToUtf8(utf8, &lost));
+    EXPECT_EQ(Bytes(utf8), "\xE8\xA1\xA8\xEF\xBF\xBD ");
+    EXPECT_EQ(lost, 1u);
+    EXPECT_TRUE(s.FromUtf8("\xE8\xA1\xA8\xF0\x9F\x98\x80\xE0\xB8\x81", &lost));
+    EXPECT_EQ(Bytes(s), "\x95\x5C\x81\xAC\x81\xAC");
+    EXPECT_EQ(lost, 2u);
+    EXPECT_TRUE(s.FromUtf8(nullptr, &lost) && s.IsEmpty() && lost == 0);
+}
+
+TEST(StringEncode, DecodesReferencesAndEscapesForUrlsAndJson) {
+    enum { kXml, kHtml, kUrl, kJson };
+    using Operation = void (CGNString::*)();
+    static constexpr Operation kOperations[] = {&CGNString::DecodeXMLString,
+                                                &CGNString::DecodeHtmlString, &CGNString::UrlEncode,
+                                                &CGNString::EncodeJSONString};
+    const struct {
+        int line, codeSet, operation;
+        const char *text, *expected;
+    } rows[] = {
+        {__LINE__, 0, kXml, "&lt;a&gt;&amp;amp;&apos;&quot;", "<a>&amp;'\""},
+        {__LINE__, 0, kXml, "&#65;&#x42;&#X43;&#xe9;", "ABC\xE9"},
+        {__LINE__, 0, kXml, "&#0;&#x;&#;&lt&nbsp;&#x110000;&#xD800;&",
+         "&#0;&#x;&#;&lt&nbsp;&#x110000;&#xD800;&"},
+        {__LINE__, 0, kXml, "&#x3042;&#99999999999;", "&#x3042;&#99999999999;"},
+        {__LINE__, 5, kXml, "\x95\x5C&#x3042;&#x8868;", "\x95\x5C\x82\xA0\x95\x5C"},
+        {__LINE__, 5, kXml, "\x82 &lt;", "\x82 <"},
+        {__LINE__, 65, kXml, "&#x1F600;", "\xF0\x9F\x98\x80"},
+        {__LINE__, 0, kHtml, "a<br>b<BR />c<b>&nbsp;&lt;", "a\nb\nc<b>\xA0<"},
+        {__LINE__, 5, kUrl, "a-Z_0.~ \x95\x5C/", "a-Z_0.~%20%95%5C%2F"},
+        {__LINE__, 0, kJson, "\"\\/\b\f\n\r\t\x01\x1F\xE9",
+         "\\\"\\\\/\\b\\f\\n\\r\\t\\u0001\\u001F\xE9"},
+        {__LINE__, 5, kJson, "\x95\x5C\\", "\x95\x5C\\\\"},
+        {__LINE__, 5, kJson, "\x95\x5C\x82 \"", "\x95\x5C\x82 \\\""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        CodeSetGuard codeSet(row.codeSet);
+        const Operation operation = kOperations[row.operation];
+        EXPECT_EQ(After(row.text, [=](CGNString& s) { (s.*operation)(); }), row.expected);
+        EXPECT_EQ(After("plain", [=](CGNString& s) { (s.*operation)(); }), "plain");
+        if (row.operation == kUrl) {
+            EXPECT_EQ(After(row.expected, [](CGNString& s) { s.UrlDecode(); }), row.text);
+        }
+    }
+}
+
+TEST(StringForm, FoldsAndNormalizes) {
+    const struct {
+        int line, codeSet;
+        const char* text;
+        CGNString::NormalForm form;
+        const char* expected;  // null: the code set cannot hold it
+    } rows[] = {
+        {__LINE__, 65, "\xC3\xA9", CGNString::kNormalFormD, "e\xCC\x81"},
+        {__LINE__, 65, "e\xCC\x81", CGNString::kNormalFormC, "\xC3\xA9"},
+        {__LINE__, 65, "\xEF\xBC\xA1\xEF\xBD\xB6\xEF\xBE\x9E", CGNString::kNormalFormKC,
+         "A\xE3\x82\xAC"},
+        {__LINE__, 65, "\xEF\xAC\x81", CGNString::kNormalFormKD, "fi"},
+        {__LINE__, 5, "\xB6\xDE", CGNString::kNormalFormKC, "\x83\x4B"},
+        {__LINE__, 0, "\xE9", CGNString::kNormalFormD, nullptr},
+        {__LINE__, 65, "\xC3", CGNString::kNormalFormC, nullptr},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        CodeSetGuard codeSet(row.codeSet);
+        CGNString s(row.text);
+        EXPECT_EQ(s.Normalize(row.form), row.expected != nullptr);
+        EXPECT_EQ(Bytes(s), row.expected ? row.expected : row.text);
+    }
+    CodeSetGuard codeSet(65);
+    // A, capital and both small sigmas, an accented letter.
+    EXPECT_EQ(After("A\xCE\xA3\xCF\x83\xCF\x82\xC3\x89", [](CGNString& s) { s.FoldCase(); }),
+              "a\xCF\x83\xCF\x83\xCF\x83\xC3\xA9");
+}
+
+TEST(StringForm, CollatesWithOptions) {
+    CodeSetGuard codeSet(65);
+    constexpr unsigned kAll =
+        CGNString::kIgnoreCase | CGNString::kIgnoreWidth | CGNString::kIgnoreKana;
+    const struct {
+        int line;
+        const char *a, *b;
+        unsigned options;
+        int order;
+    } rows[] = {
+        {__LINE__, "abc", "ABC", CGNString::kIgnoreCase, 0},
+        {__LINE__, "abc", "ABD", CGNString::kIgnoreCase, -1},
+        {__LINE__, "\xEF\xBC\xA1", "A", CGNString::kIgnoreWidth, 0},
+        {__LINE__, "\xEF\xBD\xB1", "\xE3\x82\xA2", CGNString::kIgnoreWidth, 0},
+        {__LINE__, "\xE3\x81\x82", "\xE3\x82\xA2", CGNString::kIgnoreKana, 0},
+        {__LINE__, "\xEF\xBD\xB1z", "\xE3\x81\x82Z", kAll, 0},
+        {__LINE__, "b", "A", kAll, 1},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        const auto sign = [](int order) { return (order > 0) - (order < 0); };
+        CGNString x, y;
+        EXPECT_EQ(sign(CGNString(row.a).Collate(row.b, row.options)), row.order);
+        EXPECT_TRUE(CGNString(row.a).GetSortKey(x, row.options) &&
+                    CGNString(row.b).GetSortKey(y, row.options));
+        EXPECT_EQ(sign(std::strcmp(x, y)), row.order);
+        EXPECT_EQ(std::strlen(x), x.GetLength());
+        // Whether width and kana make a difference otherwise is for the locale to say.
+        if (row.options == CGNString::kIgnoreCase) {
+            EXPECT_LT(CGNString(row.a).Collate(row.b, 0), 0);
+        }
+    }
+    EXPECT_LT(CGNString("10").Collate("9", 0), 0);
+}
+
 TEST(StringEncode, WidensAndNarrowsJapanese) {
     const auto widen = [](CGNString& s) { s.ConvertSingleToDouble(); };
     const auto narrow = [](CGNString& s) { s.ConvertRomanjiToASCII(); };

@@ -281,6 +281,16 @@ TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
         [](Probe& s) { s.sprintf("%s %d", "formatted", 5); },
         [](Probe& s) { s.ReplaceEncodingStringInHTML("ja_JP"); },
         [](Probe& s) { OSClientFormatString(s); },
+        [](Probe& s) { s.FoldCase(); },
+        [](Probe& s) { s.Normalize(CGNString::kNormalFormKC); },
+        [](Probe& s) { kOther.GetSortKey(s, CGNString::kIgnoreCase); },
+        [](Probe& s) { s.Collate(kOther, CGNString::kIgnoreWidth); },
+        [](Probe& s) { kOther.ToUtf8(s); },
+        [](Probe& s) { s.FromUtf8("\xE3\x81\x82"); },
+        [](Probe& s) { s.DecodeHtmlString(); },
+        [](Probe& s) { s.UrlEncode(); },
+        [](Probe& s) { s.EncodeJSONString(); },
+        [](Probe& s) { s += std::string_view("more than there is room for"); },
         // What is made for these first may be empty.
         [](Probe& s) { s.ConvertSingleToDouble(); },
         [](Probe& s) { s = CGNString("text", 30); },
@@ -290,7 +300,7 @@ TEST(StringStorage, OutOfMemoryLeavesTheOldTextOrTheNew) {
     const Operation* const firstThatEmpties = std::end(operations) - 3;
     for (const Operation& operation : operations) {
         SCOPED_TRACE(&operation - operations);
-        for (const char* text : {"o\\n\r\nd\x82\xA0", "o\\n\r\nd\x85\x40\x82\xA0\x82\x4F"}) {
+        for (const char* text : {"o\\n\r\nd&lt;\x82\xA0", "o\\n\r\nd\x85\x40\x82\xA0\x82\x4F"}) {
             const Probe start(text);
             Probe done(start);
             int needed = 0;
