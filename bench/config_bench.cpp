@@ -1,5 +1,5 @@
-// Settings: one value of an ini file of 200 KB, and of the registry. "cold" goes through so many
-// files that none of them is kept, "warm" reads one that does not change.
+// Settings: one value of an ini file of 200 KB, and of the registry. "cold" alternates between so
+// many files that none of them is cached; "warm" reads one unchanged file.
 #include "bench/config_bench.h"
 
 #include <benchmark/benchmark.h>

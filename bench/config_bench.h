@@ -1,4 +1,4 @@
-// What the peers on each system share with config_bench.cpp.
+// Declarations shared by config_bench.cpp and the peers on each system.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -12,7 +12,7 @@ inline std::string FileName(int number) {
     return "./config_bench." + std::to_string(number) + ".ini";
 }
 
-// The text in the middle and the one at the end are asked for in turn.
+// Alternates between the text in the middle and the one at the end.
 inline const char* SectionOf(int turn) {
     return turn % 2 ? "section 25" : "section 49";
 }
@@ -26,6 +26,6 @@ void Register(const char* name, Function function, Arguments... arguments) {
     benchmark::RegisterBenchmark(name, function, arguments...)->UseRealTime();
 }
 
-// Of each system: a registry of the program's own, where it can have one; the peers.
+// For each system: a registry of the program's own, if possible, and the peers.
 void PrepareRegistry();
 void RegisterPeers();

@@ -1,5 +1,5 @@
-// Moments shown and read back; day numbers beside std::chrono's calendar; conversions in the zone
-// of a thread. In the zone of New York.
+// Moments written and read back, day numbers compared with std::chrono's calendar, and conversions
+// in the zone of a thread. All in the zone of New York.
 #include "bench/date_bench.h"
 
 #include <chrono>
@@ -43,7 +43,7 @@ void Format(benchmark::State& state, const Style& style, Order order) {
     }
 }
 
-// In the settings that the locale has from the system, which may change at any time.
+// With the locale's settings from the system, which may change at any time.
 void FormatUncustomised(benchmark::State& state, Order order) {
     InitMbutilExt(mbWestern);
     CLCGlobalLocale::Instance()->SetCustomized(0);
@@ -93,7 +93,7 @@ void ParseMoment(benchmark::State& state, const Style& style, Order order) {
             return state.SkipWithError("a text was not read");
 }
 
-// In a form that is none of the locale's: 5 March 2010, 2 pm.
+// In a form that differs from the locale's: 5 March 2010, 2 pm.
 void ParseFreeForm(benchmark::State& state, Order order) {
     UseStyle(kStyles[0]);
     Moments moments(order);
@@ -182,7 +182,7 @@ void ToLocal(benchmark::State& state, Order order) {
     }
 }
 
-// As a server does: a threaded process, whose thread has a zone of its own.
+// As in a server: a threaded process, whose thread has its own zone.
 void EnterThread() {
     OSSetThreaded();
     CGNDateTime::ModuleInit();
@@ -225,7 +225,7 @@ const int kRegistered = [] {
         Add(std::string("moment to local time, ") + name, "genutil", ToLocal, order);
         AddLocalPeers(name, order);
     }
-    // Threads last: a process stays threaded.
+    // Threads last, because a process stays threaded.
     for (const auto& [order, name] : kOrders) {
         Add(std::string("to local time in a thread's zone, ") + name, "genutil", ToLocalInThread,
             order);

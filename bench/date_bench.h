@@ -1,4 +1,4 @@
-// What the peers on each system share with date_bench.cpp.
+// Declarations shared by date_bench.cpp and the peers on each system.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -15,7 +15,7 @@
 
 constexpr long kStart = 1262322000, kSecondsOfYear = 365 * 86400;  // 2010 in New York
 
-// A log's moments, second by second through a year, or moments of any time since 1970.
+// The moments of a log, second by second through a year, or random moments since 1970.
 enum class Order { kLog, kRandom };
 
 class Moments {
@@ -37,7 +37,7 @@ class Moments {
     std::array<long, kSize> m_table;
 };
 
-// The same patterns in the languages of all four.
+// The same patterns in four languages.
 struct Style {
     const char *name, *locale;
     int codeSet;
@@ -86,7 +86,7 @@ void FromLocalBy(benchmark::State& state, Order order, Convert convert) {
     }
 }
 
-// Of each system: the zone of New York, its name there, and the peers.
+// For each system: the zone of New York, its name there, and the peers.
 extern const char* const kZone;
 void SetZone();
 void AddStylePeers(const std::string& which, const Style& style, Order order);

@@ -1,5 +1,5 @@
-// Whole files beside std::ifstream and the system's own reading into a buffer of the file's size;
-// a directory's entries beside std::filesystem.
+// Whole files compared with std::ifstream and with the system's own calls into a buffer of the
+// file's size. Entries of a directory compared with std::filesystem.
 #include "bench/file_bench.h"
 
 #include <benchmark/benchmark.h>

@@ -1,7 +1,7 @@
-// What each system has for file_bench.cpp.
+// Functions that each system implements for file_bench.cpp.
 #pragma once
 
 #include <string>
 
-// Reads a whole file by the system's own calls into memory that it releases again.
+// Reads a whole file with the system's own calls into memory, which it then releases.
 bool ReadBare(const char* path);

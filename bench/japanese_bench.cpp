@@ -1,5 +1,5 @@
-// Japanese and Traditional Chinese: conversion and detection. The text is that of the Japanese
-// manual pages, and of messages in Traditional Chinese.
+// Japanese and Traditional Chinese: conversion and detection. The texts are the Japanese manual
+// pages, and messages in Traditional Chinese.
 #include "bench/japanese_bench.h"
 
 #include <algorithm>
@@ -40,7 +40,7 @@ int DetectByGenutil(const char* text, std::size_t n) {
     return mbDetectJapanese(text, n, nullptr);
 }
 
-// From the first kanji on: what comes before is ASCII, which nobody has to guess.
+// Returns n bytes from the first kanji on, because the ASCII before it needs no detection.
 std::string Beginning(const Encoding& encoding, std::size_t n) {
     const std::string text = TextIn(encoding);
     const auto first = std::find_if(text.begin(), text.end(), [](char c) {
@@ -56,7 +56,8 @@ void Detect(benchmark::State& state, Encoding encoding, std::size_t n,
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
 }
 
-// What nothing decides has to be read to the end: ASCII, and with a few words in kana in it.
+// Text that does not determine the encoding must be read to its end: ASCII, and ASCII with a few
+// words in kana.
 void DetectUndecided(benchmark::State& state, const char* line,
                      int (*detect)(const char*, std::size_t)) {
     std::string text;

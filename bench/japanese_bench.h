@@ -1,4 +1,4 @@
-// What the peers on each system share with japanese_bench.cpp.
+// Declarations shared by japanese_bench.cpp and the peers on each system.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -15,15 +15,16 @@ struct Encoding {
 };
 std::string TextIn(const Encoding& encoding);
 
-// 0 nothing, else a code set of Japanese text as mbDetectJapanese names it; -1 for any other.
+// Returns 0 for no result, a code set of Japanese text as in mbDetectJapanese(), or -1 for any
+// other.
 using Detector = int(const char* text, std::size_t n);
 
 void RegisterDetection(const std::string& who, Detector* detect);
 
-// Right answers on 20 bytes from the first kanji or kana of each line on, a character cut at the
-// end as the case may be.
+// Counts right answers for 20 bytes from the first kanji or kana of each line on. The last
+// character may be incomplete.
 void CountRightAnswers(const char* who, Detector* detect);
 
-// Of each system.
+// For each system.
 void RegisterConversionPeers(const std::string& name, const Encoding& from, const Encoding& to);
 void RegisterDetectionPeers();

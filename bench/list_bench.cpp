@@ -1,5 +1,5 @@
-// Lists beside a vector of strings that was not told how many come, and the checksum beside its own
-// loop over bytes.
+// Lists compared with a vector of strings without reserved capacity, and the checksum compared with
+// its own loop over bytes.
 #include <benchmark/benchmark.h>
 
 #include <string>

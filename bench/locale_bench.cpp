@@ -1,5 +1,5 @@
-// Opening a locale and reading its facts, beside the system's own calls for the same facts and
-// std::locale.
+// Opening a locale and reading its facts, compared with the system's own calls for the same facts
+// and with std::locale.
 #include "bench/locale_bench.h"
 
 #include <algorithm>
@@ -45,7 +45,7 @@ void OpenAgain(benchmark::State& state) {
     }
 }
 
-// On an object that is there already.
+// With an existing object.
 void FactsAgain(benchmark::State& state) {
     CLCLocale locale;
     for (auto _ : state) {
@@ -68,7 +68,7 @@ void FirstOpening(benchmark::State& state) {
     });
 }
 
-// The lists of locales and zones, built anew; the system's zones are read once for the process.
+// The lists of locales and zones, built again. The system's zones are read once per process.
 void BuildCatalogues(benchmark::State& state) {
     for (auto _ : state) {
         LocaleInfo::Free();
@@ -77,7 +77,8 @@ void BuildCatalogues(benchmark::State& state) {
                                  CLCTimeZoneInfo::GetInfoCount());
     }
 }
-// Names of months and days, marks and number signs; formats and calendars it does not tell.
+// Names of months and days, markers and number signs. std::locale provides no formats and
+// calendars.
 void StandardFacts(benchmark::State& state) {
     try {
         for (auto _ : state) {

@@ -1,4 +1,4 @@
-// What the peers on each system share with locale_bench.cpp.
+// Declarations shared by locale_bench.cpp and the peers on each system.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -13,13 +13,13 @@
 constexpr const char* kNames[] = {"en_US", "de_DE", "fr_FR", "ja_JP", "ko_KR",
                                   "zh_TW", "th_TH", "ar_SA", "ru_RU", "hi_IN"};
 
-// The next of the locales, so that none stays in a cache by itself.
+// Returns the next of several locales, so that no single one stays in a cache.
 inline const char* NextName() {
     static std::size_t next = 0;
     return kNames[next++ % std::size(kNames)];
 }
 
-// Every locale of the library that no other benchmark here opens, once.
+// Every locale of the library that no other benchmark here opens, once each.
 template <class Read>
 void OnceEach(benchmark::State& state, Read read) {
     for (auto _ : state) {
@@ -35,5 +35,6 @@ void OnceEach(benchmark::State& state, Read read) {
     }
 }
 
-// Of each system; before the library's cases, so that these do not pay for the loading of data.
+// For each system. Must precede the library's cases, so that these do not include the loading of
+// data.
 void RegisterLocalePeers();

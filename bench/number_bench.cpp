@@ -1,5 +1,5 @@
-// Decimal text into a locale's spelling and back, and amounts of money, beside std::locale, and a
-// loop over the digits written by hand for one locale.
+// Decimal text converted to a locale's spelling and back, and amounts of money, compared with
+// std::locale and with a hand-written loop over the digits for one locale.
 #include "bench/number_bench.h"
 
 #include <iterator>
@@ -98,7 +98,7 @@ std::size_t UngroupByHand(const char* text, char* out) {
     return static_cast<std::size_t>(to - out);
 }
 
-// The value holds two texts, as that of the library does.
+// The value contains two texts, like that of the library.
 void ToRegionalByHand(benchmark::State& state) {
     std::string raw, display(64, 0);
     char out[64];
@@ -146,7 +146,7 @@ struct GermanMoney : std::moneypunct<char> {
     int do_frac_digits() const override { return 2; }
 };
 
-// Streams have no decimal text of numbers: a binary number on the way.
+// Streams cannot convert decimal text directly, so a binary number is used in between.
 void ThereAndBackStreams(benchmark::State& state) {
     std::stringstream stream;
     stream.imbue(std::locale(std::locale::classic(), new GermanNumbers));
@@ -161,7 +161,7 @@ void ThereAndBackStreams(benchmark::State& state) {
     }
 }
 
-// It takes digits of the smallest unit.
+// The input is digits of the smallest unit.
 void MoneyPut(benchmark::State& state) {
     const std::locale locale(std::locale::classic(), new GermanMoney);
     const auto& put = std::use_facet<std::money_put<char>>(locale);

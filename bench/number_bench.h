@@ -1,4 +1,4 @@
-// The numbers that number_bench.cpp shares with the peers on each system.
+// The numbers shared by number_bench.cpp and the peers on each system.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -14,7 +14,7 @@ constexpr const char* kGerman[] = {"1.234.567,891", "-98.765,43", "12,5",
 constexpr const char* kMoney[] = {"1234567.89 EUR", "-98765.43 EUR", "12.50 EUR",
                                   "1000000 EUR",    "0.25 EUR",      "123456789012.25 EUR"};
 
-// The next of six texts, so that no branch is learned by heart.
+// Returns the next of six texts, so that no branch becomes fully predictable.
 template <std::size_t n>
 const char* Next(const char* const (&texts)[n]) {
     static std::size_t next = 0;

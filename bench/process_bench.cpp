@@ -1,4 +1,4 @@
-// A program run to its end, and one with much to print, beside popen, which every C program has.
+// A program that does nothing and one with long output, each run to its end, compared with popen.
 #include "bench/process_bench.h"
 
 #include <benchmark/benchmark.h>

@@ -1,4 +1,4 @@
-// What each system has for process_bench.cpp.
+// Functions that each system implements for process_bench.cpp.
 #pragma once
 
 #include <array>
@@ -7,7 +7,7 @@
 struct BenchCommand {
     const char *what, *command;
 };
-std::array<BenchCommand, 2> Commands();  // one that does nothing, one that writes 10 MB
+std::array<BenchCommand, 2> Commands();  // one does nothing, one writes 10 MB
 
 std::FILE* OpenPipe(const char* command);
 int ClosePipe(std::FILE* pipe);

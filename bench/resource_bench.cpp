@@ -1,5 +1,5 @@
-// Loading a text from a library of 1,000: ASCII and Japanese, from the process's library and from
-// the thread's.
+// Loading a text from a library of 1,000 texts: ASCII and Japanese, from the process's library and
+// from the thread's.
 #include "bench/resource_bench.h"
 
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// What the peers on each system share with resource_bench.cpp.
+// Declarations shared by resource_bench.cpp and the peers on each system.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -9,7 +9,7 @@ constexpr int kTexts = 1000;
 constexpr int kFirst[] = {0, kTexts / 2};  // half are ASCII, half Japanese
 constexpr const char* kResourceNames[] = {"ASCII text of 1,000", "Japanese text of 1,000"};
 
-// The texts in an order in which neighbours do not follow each other.
+// Runs through the texts in an order in which neighbours are not consecutive.
 template <class Load>
 void RunTexts(benchmark::State& state, int half, Load load) {
     int i = 0;
@@ -19,5 +19,5 @@ void RunTexts(benchmark::State& state, int half, Load load) {
     }
 }
 
-// Of each system.
+// For each system.
 void RegisterResourcePeers(const std::string& name, int half);

@@ -1,4 +1,4 @@
-// CGNString beside std::string, in what programs do most with a string.
+// CGNString compared with std::string in the most frequent operations of programs.
 #include <benchmark/benchmark.h>
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace {
 
-// What the two classes spell differently.
+// Operations that the two classes spell differently.
 void GrowByDoubling(CGNString& s) {
     s.AllocateBuffer(16, 1);
 }

@@ -1,4 +1,4 @@
-// CGNString's operations beside std::string: ASCII and Shift-JIS, a line and 1 MB.
+// CGNString's operations compared with std::string: ASCII and Shift-JIS, a line and 1 MB.
 #include "bench/string_edit_bench.h"
 
 #include "bench/support/pages.h"
@@ -104,7 +104,7 @@ void AddSubstring(const Text& t) {
     });
 }
 
-// There and back, so that nothing but the replacement is measured.
+// Replaces and restores, so that only the replacement is measured.
 void AddReplace(const Text& t) {
     auto* s = new CGNString(t.native.c_str());
     const char* const other = "<other>";

@@ -1,4 +1,4 @@
-// What the peers on each system share with string_edit_bench.cpp.
+// Declarations shared by string_edit_bench.cpp and the peers on each system.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -10,8 +10,8 @@
 
 struct Text {
     std::string name, native, utf8;
-    std::string needle, utf8Needle;  // at the end of it
-    std::string word, utf8Word;      // many times in it
+    std::string needle, utf8Needle;  // at the end of the text
+    std::string word, utf8Word;      // many times in the text
 };
 
 template <class Body>
@@ -30,5 +30,5 @@ inline void Keep(const CGNString& value) {
     benchmark::DoNotOptimize(static_cast<const char*>(value));
 }
 
-// Of each system.
+// For each system.
 void AddPeers(const Text& text);

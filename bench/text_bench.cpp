@@ -1,5 +1,5 @@
-// Stepping, searching, comparing and validating beside what a programmer writes by hand. The text
-// is that of the Japanese manual pages, in four double-byte code sets.
+// Stepping, searching, comparing and validating compared with hand-written code. The text is that
+// of the Japanese manual pages, in four double-byte code sets.
 #include "bench/text_bench.h"
 
 #include <benchmark/benchmark.h>
@@ -40,7 +40,7 @@ std::size_t HandCount(const char* s) {
     return count;
 }
 
-// The same as a call for each character, as the library's own interface is.
+// Same as above with a call per character, like the library's own interface.
 template <bool (*IsLead)(unsigned char)>
 [[gnu::noinline]] std::size_t HandLength(const char* s) {
     return IsLead(static_cast<unsigned char>(*s)) && s[1] ? 2 : 1;
@@ -78,7 +78,7 @@ std::size_t HandCount(const Text& text) {
     }
 }
 
-// Back from a match of bytes to the start of its line, and forward by characters again.
+// Goes back from a match of bytes to the start of its line, and forward again by characters.
 bool StartsCharacter(const Text& text, const char* at) {
     const char* s = at;
     while (s > text.begin() && s[-1] != '\n') --s;
@@ -101,7 +101,7 @@ void Measure(benchmark::State& state, const Text& text, std::size_t (*count)(con
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.bytes.size()));
 }
 
-// Words that are frequent in the pages and known to the code set: kana are not part of Big5.
+// Words that are frequent in the pages and available in the code set: kana are not part of Big5.
 const std::string& Wanted(const Text& text, bool word) {
     static std::string words[4][2];
     std::string& wanted = words[&text.set - kCodeSets][word];

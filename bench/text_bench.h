@@ -1,10 +1,10 @@
-// What the peers on each system share with text_bench.cpp.
+// Declarations shared by text_bench.cpp and the peers on each system.
 #pragma once
 
 #include <cstddef>
 #include <string>
 
-// One code set, its name in iconv and ICU, and its lead bytes as a hand-written loop tests them.
+// A code set, its name in iconv and ICU, and the test for lead bytes in a hand-written loop.
 struct CodeSet {
     const char* name;
     const char* iconvName;
@@ -21,5 +21,5 @@ struct Text {
     std::string bytes;
 };
 
-// A case for each code set, named WHAT-SET/WHO; count is asked for all of a text.
+// Registers a case for each code set, named WHAT-SET/WHO. count is called with the whole text.
 void RegisterText(const char* what, const char* who, std::size_t (*count)(const Text&));

@@ -1,4 +1,4 @@
-// Locks beside those of the standard library, in a process with more than one thread.
+// Locks compared with those of the standard library, in a process with more than one thread.
 #include <benchmark/benchmark.h>
 
 #include <memory>
@@ -11,7 +11,7 @@
 
 namespace {
 
-// What the locks spell differently.
+// Operations that the locks spell differently.
 struct Mutex {
     Mutex() : m_mutex(OSMutexCreate()) {}
     ~Mutex() { OSMutexDestroy(m_mutex); }
@@ -34,7 +34,8 @@ struct ReadWriteLock {
     _osrdwr* m_lock;
 };
 
-// One lock for all threads of a case: made by the first use, so after the process is threaded.
+// One lock for all threads of a case. It is created on first use, which is after the process has
+// become threaded.
 template <class Lock>
 Lock& Shared() {
     static Lock s_lock;
@@ -85,7 +86,7 @@ void Mixed(benchmark::State& state) {
     }
 }
 
-// What the pool does, with a hash map under a mutex.
+// The same function as the pool, by a hash map under a mutex.
 class MapOfMutexes {
   public:
     void WaitNamedMutex(const std::string& name) {
@@ -153,7 +154,8 @@ void Register(const std::string& name, const char* peer, Case own, Case other, i
             ->UseRealTime();
 }
 
-// Calls OSSetThreaded() and has a thread run once, from where on the C library locks in earnest.
+// Calls OSSetThreaded() and runs a thread once, because the C library uses its locks only from then
+// on.
 [[maybe_unused]] const bool g_registered = [] {
     OSSetThreaded();
     _osthread* thread = OSThreadCreate([](void*) { return 0u; }, nullptr, nullptr);

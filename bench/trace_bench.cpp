@@ -1,5 +1,5 @@
-// A line of the trace to a file, written through at once, beside a formatted line and a bare write
-// to a file that stays open.
+// A trace line written through to a file, compared with a formatted line and a plain write to a
+// file that stays open.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>

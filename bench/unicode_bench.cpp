@@ -15,7 +15,7 @@ constexpr Encoding k1250 = {mbWindows1250, "CP1250", "ibm-5346_P100-1998", 1250}
 constexpr Encoding kUtf8 = {mbUtf8, "UTF-8", "UTF-8", 65001};
 constexpr Encoding kUtf16 = {mbUtf16, "UTF-16LE", "UTF-16LE", 1200};
 
-// Without what the encoding lacks, so that no converter stops.
+// Omits characters that the encoding lacks, so that no converter stops.
 std::string TextIn(const Encoding& encoding, const std::string& utf8) {
     std::string kept;
     for (std::size_t i = 0; i < utf8.size();) {
@@ -35,8 +35,8 @@ const std::string& Pages() {
     return pages;
 }
 
-// Korean syllables and Central European letters in place of the kana and kanji, so that lengths of
-// runs and the share of ASCII are those of real text.
+// Korean syllables and Central European letters in place of the kana and kanji, so that the lengths
+// of runs and the share of ASCII are those of real text.
 std::string Spread(unsigned first, unsigned count) {
     std::string out;
     for (std::size_t i = 0; i < Pages().size();) {

@@ -1,4 +1,4 @@
-// What the peers on each system share with unicode_bench.cpp.
+// Declarations shared by unicode_bench.cpp and the peers on each system.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -13,7 +13,7 @@ struct Encoding {
     const char* icuName;
     unsigned windowsPage;
 };
-// Converts all of the text in each iteration.
+// Converts the whole text in each iteration.
 using Conversion = void(benchmark::State& state, const std::string& text, const Encoding& from,
                         const Encoding& to);
 

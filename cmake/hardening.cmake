@@ -1,4 +1,4 @@
-# Flags that make faults harder to exploit, for what is shipped: genutil_hardening(TARGET).
+# Flags that make faults harder to exploit, for installed targets: genutil_hardening(TARGET).
 function(genutil_hardening target)
   if(NOT GENUTIL_HARDENING OR GENUTIL_SANITIZE OR GENUTIL_FUZZ)
     return()
@@ -6,7 +6,7 @@ function(genutil_hardening target)
   target_compile_options(${target} PRIVATE -fstack-protector-strong
     $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
   if(WIN32)
-    # What the checks call. MinGW's compiler adds it for some of them only.
+    # The library that the checks call. MinGW's compiler links it for only some of them.
     target_link_libraries(${target} PRIVATE ssp)
     target_link_options(${target} PRIVATE -Wl,--dynamicbase -Wl,--nxcompat)
     if(CMAKE_SIZEOF_VOID_P EQUAL 8)

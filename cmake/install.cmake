@@ -1,4 +1,4 @@
-# What is installed, and the packages that are made of it.
+# Installation and packages.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -12,7 +12,7 @@ if(GENUTIL_PROGRAM)
   install(TARGETS genutil_program RUNTIME COMPONENT program)
 endif()
 if(GENUTIL_PROGRAM AND NOT WIN32)
-  # What the program says in its help, for man and for bash.
+  # Manual page and completion, generated from the help of the program.
   foreach(kind manual completion)
     add_custom_command(OUTPUT ${PROJECT_BINARY_DIR}/genutil.${kind}
       COMMAND genutil_program --${kind} > ${PROJECT_BINARY_DIR}/genutil.${kind}
@@ -24,14 +24,14 @@ if(GENUTIL_PROGRAM AND NOT WIN32)
     DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT program)
   install(FILES ${PROJECT_BINARY_DIR}/genutil.completion RENAME genutil
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT program)
-  # Found beside the program wherever both are put.
+  # The library is found next to the program at any location.
   set_target_properties(genutil_program PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 endif()
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/genutil)
 install(EXPORT genutil NAMESPACE genutil:: FILE genutilTargets.cmake DESTINATION ${package_folder}
   COMPONENT development)
-# A static library brings its dependencies along.
+# A static library requires its dependencies.
 if(NOT GENUTIL_SHARED AND NOT WIN32)
   set(GENUTIL_DEPENDENCIES "include(CMakeFindDependencyMacro)
 find_dependency(ICU COMPONENTS uc i18n)

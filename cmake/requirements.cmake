@@ -1,4 +1,4 @@
-# What the library is written for. Anything else stops here with a message instead of failing later.
+# The requirements of the library. Other systems are rejected here with a message.
 if(NOT CMAKE_SYSTEM_NAME MATCHES "^(Linux|Windows)$")
   message(FATAL_ERROR "genutil supports Linux and Windows, not ${CMAKE_SYSTEM_NAME}.")
 endif()

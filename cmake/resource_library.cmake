@@ -1,7 +1,7 @@
 # resource_library(TARGET OUTPUT [VERSION n.n.n.n LANGUAGE hhhh] [PROCESSOR i686|x86_64] SOURCE.rc...):
-# a Windows DLL of resources alone, on every target. It is built for the processor of the target if
-# that is Windows, or else for i686. The binary utilities of MinGW are enough for it, with any C
-# compiler as preprocessor. Sources are UTF-8.
+# a Windows DLL that contains only resources, on every target. It is built for the processor of the
+# target if that is Windows, or else for i686. This requires only the binary utilities of MinGW, with any
+# C compiler as preprocessor. Sources are UTF-8.
 if(WIN32)
   set(RESOURCE_DEFAULT_PROCESSOR ${CMAKE_SYSTEM_PROCESSOR})
 else()

@@ -1,5 +1,5 @@
-# 32-bit Windows. Windows callers keep the stack aligned to 4 bytes, so entries realign it before SSE2
-# code runs.
+# 32-bit Windows. Windows callers align the stack to 4 bytes, so entry points realign it before SSE2 code
+# runs.
 set(MINGW_PROCESSOR i686)
 set(CMAKE_CXX_FLAGS_INIT "-msse2 -mfpmath=sse -mstackrealign")
 set(CMAKE_C_FLAGS_INIT "-msse2 -mfpmath=sse -mstackrealign")

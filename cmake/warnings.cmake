@@ -1,4 +1,4 @@
-# The one home of warning flags: every target of the tree takes them through genutil_warnings().
+# Warning flags, applied to every target of the tree by genutil_warnings().
 function(genutil_warnings target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow
     $<$<BOOL:${GENUTIL_WERROR}>:-Werror>

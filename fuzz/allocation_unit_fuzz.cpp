@@ -1,5 +1,5 @@
-// Operations in any order, of which an allocation fails: each has its result or reports that it has
-// not, and the next one works. The first byte chooses the operation, the second the allocation.
+// Operations in any order, in which an allocation fails. Each gives its result or reports a
+// failure, and the next one works. The first byte chooses the operation, the second the allocation.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -20,7 +20,7 @@ std::string Text(const CGNString& text) {
     return static_cast<const char*>(text);
 }
 
-// The text that an operation has allocated for its caller.
+// Returns a text that an operation has allocated for its caller.
 template <class Call>
 std::string Given(Call call) {
     char* out = nullptr;
@@ -37,7 +37,7 @@ std::string Shown(Value& value) {
     return Text(text);
 }
 
-// Japanese in Shift-JIS that is longer than any buffer on the stack.
+// A Japanese text in Shift-JIS that is longer than any buffer on the stack.
 const std::string& LongText() {
     static const std::string s_text = [] {
         std::string text;
@@ -66,7 +66,7 @@ std::string PartOf(const char* locale, int part) {
     return text;
 }
 
-// Operations, each with the text that it results in.
+// Operations, each with its resulting text.
 const struct {
     const char* name;
     std::function<std::string()> run;

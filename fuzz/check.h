@@ -1,4 +1,4 @@
-// Conditions that hold for any bytes; a fuzz target ends the program if one does not.
+// Conditions that hold for any bytes. A fuzz target ends the program if one does not.
 #pragma once
 
 #include <cstdio>

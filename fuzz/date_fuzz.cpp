@@ -1,5 +1,5 @@
 // Formats written and read, and every reader of dates, times and moments. The first byte chooses
-// the locale; the next line is the date format, the rest the text.
+// the locale. The next line is the date format, the rest the text.
 #include <cstdint>
 #include <cstring>
 #include <iterator>
@@ -120,7 +120,7 @@ void CheckMoments(const CGNString& text) {
     moment.parseDateTime(text, found, 6);
 }
 
-// The words of a text are all of it but blanks.
+// The words of a text contain everything but blanks.
 void CheckWords(const CGNString& text) {
     CGNString rest(text), word;
     unsigned length = text.GetLength();

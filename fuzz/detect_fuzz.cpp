@@ -1,4 +1,5 @@
-// Detection of Japanese text: memory and stream decide alike and stop at the same byte.
+// Detection of Japanese text gives the same result for memory and for a stream, and stops at the
+// same byte.
 #include <cstdint>
 #include <cstdio>
 
@@ -12,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Check((result != 0 && result != 6) || consumed == size, "all is read before giving up");
 
     std::FILE* const stream = std::tmpfile();
-    if (stream == nullptr) return 0;  // no place for one
+    if (stream == nullptr) return 0;  // no temporary file available
     if (size != 0) std::fwrite(data, 1, size, stream);
     std::rewind(stream);
     Check(DetectJPCodeType(stream) == result, "memory and stream decide alike");

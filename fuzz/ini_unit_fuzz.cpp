@@ -1,6 +1,6 @@
-// Ini files: their text is read by search and by index alike, and after an edit the value reads
-// back, with every other line as it was. The input is a section, a key and a value, a line each,
-// and then the text.
+// Ini files: search and index give the same results, and after an edit the value is read back and
+// every other line is unchanged. The input is a section, a key and a value, each on a line,
+// followed by the text.
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -67,7 +67,7 @@ std::vector<std::string_view> Lines(std::string_view text) {
     return lines;
 }
 
-// All lines of the old text but `changed` of them are in the new one, at its ends.
+// All lines of the old text except `changed` are in the new one, at its ends.
 void CheckOtherLines(std::string_view before, std::string_view after, std::size_t changed) {
     const auto old = Lines(before), now = Lines(after);
     std::size_t head = 0, tail = 0;

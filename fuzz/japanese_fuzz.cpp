@@ -1,5 +1,5 @@
-// Japanese and Traditional Chinese among their encodings. The first byte chooses the pair, the rest
-// is the text.
+// Conversion between encodings of Japanese and of Traditional Chinese. The first byte chooses the
+// pair, the rest is the text.
 #include <cstdint>
 #include <cstring>
 #include <iterator>
@@ -27,7 +27,7 @@ std::string Convert(const std::string& text, int from, int to, mbConversion* don
     return {out.data(), done->produced};
 }
 
-// All in three times the room, and nothing lost that ample room keeps.
+// A buffer of three times the length is sufficient, and causes no more losses than a large one.
 void CheckTightRoom(const std::string& text, const Direction& direction) {
     const std::vector<char> src(text.c_str(), text.c_str() + std::strlen(text.c_str()) + 1);
     std::vector<char> dst(3 * (src.size() - 1) + 1);
@@ -39,7 +39,7 @@ void CheckTightRoom(const std::string& text, const Direction& direction) {
           "three times the room is enough");
 }
 
-// A lossless conversion comes back unchanged.
+// A lossless conversion is reversible.
 void CheckRoundTrip(const std::string& text, const Direction& direction) {
     mbConversion done;
     const std::string there = Convert(text, direction.from, direction.to, &done);
@@ -48,9 +48,11 @@ void CheckRoundTrip(const std::string& text, const Direction& direction) {
           "what survives comes back");
 }
 
-// With room for one character at a time no fast loop runs: the result is the same.
+// With room for one character at a time, no fast loop runs. The result is the same.
 void CheckFastLoops(const std::string& text, const Direction& direction) {
-    if (direction.from == mbJis || direction.to == mbJis) return;  // characters depend on escapes
+    if (direction.from == mbJis || direction.to == mbJis)
+        return;  // characters depend on escape
+                 // sequences
     mbConversion whole;
     const std::string expected = Convert(text, direction.from, direction.to, &whole);
     std::string slow;
@@ -69,8 +71,8 @@ void CheckFastLoops(const std::string& text, const Direction& direction) {
     Check(slow == expected && lost == whole.lost, "fast loops and single characters agree");
 }
 
-// A destination of any size takes whole characters; JIS may leave out its last escape only where
-// nothing follows.
+// A destination of any size receives whole characters. JIS may omit its last escape sequence only
+// at the end.
 void CheckSmallRoom(const std::string& text, const Direction& direction, std::size_t room) {
     std::vector<char> dst(room);
     mbConversion part{}, same;
@@ -84,7 +86,9 @@ void CheckSmallRoom(const std::string& text, const Direction& direction, std::si
         Check(begun == expected && same.lost == part.lost, "the beginning of the text");
         return;
     }
-    if (text.find('\x1B') != text.npos) return;  // the following bytes decide on an escape byte
+    if (text.find('\x1B') != text.npos)
+        return;  // the bytes after an escape byte determine its
+                 // meaning
     for (const char* more : {"", "a"}) {
         if (*more && all) continue;
         mbConversion ignored;

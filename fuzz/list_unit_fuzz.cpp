@@ -1,5 +1,5 @@
 // Any operations on lists of numbers and of strings in any order, compared with the same operations
-// on vectors; and operations of which an allocation fails. Two bytes of the input choose an
+// on vectors, and operations in which an allocation fails. Two bytes of the input choose an
 // operation and its argument.
 #include <algorithm>
 #include <cstdint>
@@ -40,7 +40,7 @@ void CheckNumbers(const std::uint8_t* data, std::size_t size) {
                 list.DeleteItem(at);
                 if (inside) model.erase(model.begin() + at);
                 break;
-            case 3:  // the place after the last can be written too
+            case 3:  // the place after the last item can also be written
                 Check(list.SetItem(at, argument) == (inside || at == count), "set");
                 if (inside) model[static_cast<std::size_t>(at)] = argument;
                 break;
@@ -85,7 +85,7 @@ void CheckStrings(const std::uint8_t* data, std::size_t size) {
                 Check(list.AddUnique(text.c_str()) == (found == model.end()), "add a new one");
                 if (found == model.end()) model.push_back(text);
                 break;
-            case 4: {  // the place counts without the equal string
+            case 4: {  // the position is counted without the equal string
                 if (found != model.end()) model.erase(found);
                 const bool inside = at >= 0 && at <= static_cast<int>(model.size());
                 Check(list.InsertUnique(at, text.c_str()) == inside, "insert the only one");
@@ -134,7 +134,7 @@ void (*const kOperations[])(Lists&) = {
     [](Lists& l) { l.calls.AddItem([](void*) {}, nullptr), l.calls.Execute(); },
 };
 
-// Each string is one that was added, or null; each list of a list is complete.
+// Each string is one that was added, or null. Each list of a list is complete.
 void CheckWhole(const Lists& lists) {
     static constexpr const char* kAdded[] = {"first", "second", "text", "more", "a", "b", "c"};
     for (int i = 0; i < lists.strings.GetCount(); ++i) {
@@ -168,7 +168,7 @@ void CheckFailure(unsigned operation, int failing) {
     Check(*lists.strings.GetItem(lists.strings.GetCount() - 1) == "usable", "and has the string");
 }
 
-// The parts of a text, of which an empty one at the end is dropped.
+// Compares the parts of a text. An empty part at the end is dropped.
 void CheckParsing(const std::string& text, char separator) {
     CGNString all;
     for (const char c : text) all += c;

@@ -1,6 +1,6 @@
-// Replays a corpus without libFuzzer, so that a fuzz target is compiled and run by every build:
-// every file of a folder, each of its beginnings up to 256 bytes, and inputs put together of their
-// pieces, the same ones each time.
+// Replays a corpus without libFuzzer, so that every build compiles and runs the fuzz targets.
+// Inputs are every file of a directory, each of its beginnings up to 256 bytes, and combinations of
+// their pieces, which are the same in each run.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -27,7 +27,8 @@ void RunOn(const Input& bytes, std::size_t size) {
     LLVMFuzzerTestOneInput(exact.get(), size);
 }
 
-// The beginning of a file with bytes of others, or any, in some places, now and then many times.
+// Returns the beginning of a file with bytes of other files, or any bytes, in some places,
+// sometimes repeated many times.
 Input Mixture(const std::vector<Input>& corpus, std::mt19937& random) {
     const auto below = [&](std::size_t n) { return static_cast<std::ptrdiff_t>(random() % n); };
     const auto one = [&]() -> const Input& { return corpus[random() % corpus.size()]; };
@@ -44,7 +45,7 @@ Input Mixture(const std::vector<Input>& corpus, std::mt19937& random) {
         for (std::ptrdiff_t times = below(8) == 0 ? below(64) : 1; times > 0; --times)
             at = bytes.insert(at, piece.begin(), piece.end());
     }
-    // Choices of the first bytes are equally likely.
+    // Values of the first bytes, which choose the case, are equally likely.
     for (std::size_t i = 0; i < std::min<std::size_t>(bytes.size(), 4); ++i)
         if (below(4) == 0) bytes[i] = any();
     return bytes;

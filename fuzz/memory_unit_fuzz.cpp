@@ -1,6 +1,6 @@
-// Numbers, money and dates while an allocation fails: the result is right or none, and nothing of
-// an old value remains. The first byte chooses the operation, the second the allocation; the rest
-// is the text.
+// Numbers, money and dates while an allocation fails. The result is right or missing, and nothing
+// of an old value remains. The first byte chooses the operation, the second the allocation; the
+// rest is the text.
 #include <cstdint>
 #include <string>
 
@@ -58,7 +58,7 @@ void CheckMoney(const std::string& digits, int failing) {
     Check(copied == amount || copied == "1 USD" || copied.empty(), "copied amount");
 }
 
-// Formats are kept, so that each locale needs formats of its own to read them.
+// Parsed formats are kept, so each locale needs its own formats for them to be parsed again.
 CGNString NewFormat(const char* parts) {
     static int round = 0;
     CGNString format("'");

@@ -1,6 +1,6 @@
-// Decimal numbers and amounts of money from any bytes, in any locale, against the slow rules. The
-// first four bytes choose the decimal symbol, the separator, the grouping and the power of ten; the
-// rest is the text.
+// Decimal numbers and amounts of money from any bytes, in any locale, compared with the slow rules.
+// The first four bytes choose the decimal symbol, the separator, the grouping and the power of ten;
+// the rest is the text.
 #include <cstdint>
 #include <cstring>
 #include <optional>
@@ -37,7 +37,7 @@ std::string Display(const CGNDecimal& number) {
     return static_cast<const char*>(text);
 }
 
-// The expected display text, if the slow rules know the code set.
+// Checks the display text, if the slow rules support the code set.
 void CheckDisplay(const CGNDecimal& number, bool converted, bool known,
                   const std::optional<std::string>& slow, const char* what) {
     const std::string shown = Display(number);

@@ -1,5 +1,5 @@
-// Files of resources, and version resources alone. The first byte chooses which; the second and
-// third are the number of a text to look for.
+// Resource files, and version resources alone. The first byte chooses which. The second and third
+// are the number of a text to look for.
 #include <cstdint>
 #include <initializer_list>
 
@@ -10,7 +10,7 @@ using namespace genutil;
 
 namespace {
 
-volatile unsigned g_sum;  // so that all is read
+volatile unsigned g_sum;  // so that everything is read
 
 void CheckVersion(Bytes resource) {
     VersionRecord record;

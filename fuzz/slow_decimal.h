@@ -1,5 +1,5 @@
-// Decimal text by its rules read aloud, one at a time, on strings: what the library must agree
-// with. For code sets of single bytes.
+// Decimal text by its rules, applied one at a time to strings. The library must give the same
+// results. For single-byte code sets.
 #pragma once
 
 #include <algorithm>
@@ -56,7 +56,7 @@ inline bool IsC(std::string text) {
     return AllOf(text, "0123456789.");
 }
 
-// The number of digits after each separator.
+// Returns the number of digits after each separator.
 inline std::vector<std::size_t> GroupEnds(const std::string& grouping, std::size_t digits) {
     std::vector<std::size_t> ends;
     std::size_t end = 0, last = 0;
@@ -103,7 +103,7 @@ inline std::optional<std::string> ToRegional(const std::string& text, char separ
     return Write(number, separator, point, grouping);
 }
 
-// The number times ten to the power e.
+// Returns the number times ten to the power e.
 inline std::string Shift(const std::string& text, int e, char separator, char point) {
     Decimal n = Parse(text, separator, point);
     const bool down = e < 0;

@@ -1,4 +1,4 @@
-// Characters stepped one by one from the first byte, by ranges written out: slow and obvious.
+// Stepping over characters one by one from the first byte, with explicit ranges: slow and obvious.
 #pragma once
 
 #include <cstring>
@@ -11,7 +11,7 @@ inline bool In(unsigned b, unsigned low, unsigned high) {
     return b >= low && b <= high;
 }
 
-// Length of the character at p, by all of its bytes; 1 for what is invalid.
+// Returns the length of the character at p, from all of its bytes, or 1 if it is invalid.
 inline unsigned Length(const unsigned char* p, int codeSet) {
     const auto high = [&](unsigned i) { return In(p[i], 0xA1, 0xFE); };
     switch (codeSet) {
@@ -45,7 +45,7 @@ inline unsigned Length(const unsigned char* p, int codeSet) {
     }
 }
 
-// Byte indexes of the characters of a text, and its length at the end.
+// Returns the byte indexes of the characters of a text, followed by its length.
 inline std::vector<unsigned> Starts(const std::string& text, int codeSet) {
     std::vector<unsigned> starts;
     unsigned at = 0;
@@ -56,7 +56,8 @@ inline std::vector<unsigned> Starts(const std::string& text, int codeSet) {
     return starts;
 }
 
-// The first or last index of needle as whole characters; -1 if there is none.
+// Returns the first or last index at which needle occurs as whole characters, or -1 if there is
+// none.
 inline long Find(const std::string& hay, const std::string& needle, int codeSet,
                  bool last = false) {
     long found = -1;

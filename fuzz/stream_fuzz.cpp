@@ -15,7 +15,7 @@ namespace {
 
 std::FILE* FileOf(const std::string& text) {
     std::FILE* const stream = std::tmpfile();
-    if (!stream) return nullptr;  // no place for one
+    if (!stream) return nullptr;  // no temporary file available
     if (!text.empty()) std::fwrite(text.data(), 1, text.size(), stream);
     std::rewind(stream);
     return stream;
@@ -26,7 +26,7 @@ std::string Convert(const std::string& text, int from, int to) {
     return convertStrExt(text.c_str(), from, out.data(), to);
 }
 
-// Blocks are as long as whole characters allow, and together they are the file.
+// Blocks are as long as whole characters permit. Together they are the file.
 void CheckBlocks(const std::string& text, int codeSet, unsigned room) {
     std::FILE* const stream = FileOf(text);
     if (!stream) return;
@@ -44,7 +44,7 @@ void CheckBlocks(const std::string& text, int codeSet, unsigned room) {
     std::fclose(stream);
 }
 
-// Lines that are cut and converted together are the converted file.
+// Lines that are cut and converted are together the converted file.
 void CheckLines(const std::string& text, int fileCodeSet, int codeSet, unsigned room) {
     std::FILE* const stream = FileOf(text);
     if (!stream) return;
@@ -82,7 +82,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     mbIsMultiByte();
     InitMbutilExt(pair.memory);
     CheckBlocks(text, pair.memory, room);
-    // The longest character and a shift to it, and the terminator, need this room.
+    // Room for the longest character, a shift to it and the terminator.
     if (IsValid(text, pair.file)) CheckLines(text, pair.file, pair.memory, 9 + room);
     return 0;
 }

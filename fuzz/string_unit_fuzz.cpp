@@ -1,6 +1,6 @@
 // Any operations on a string in any order, compared with the same operations on a plain list of
-// characters. Now and then an allocation fails: then the string has the old text, the new one or
-// none. The first byte chooses the code set; the others choose operations and arguments.
+// characters. Sometimes an allocation fails: then the string has the old text, the new one or none.
+// The first byte chooses the code set. The others choose operations and arguments.
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
@@ -32,7 +32,7 @@ const Alphabet kAlphabets[] = {
     {65, {"a", "=", "\xC3\xA9", "\xE3\x81\x82"}},
 };
 
-constexpr unsigned short kWide[] = {'w', 0x3042, 0x0E01, 0};  // not all in each code set
+constexpr unsigned short kWide[] = {'w', 0x3042, 0x0E01, 0};  // not all are in each code set
 
 // The text as a list of characters.
 using Model = std::vector<std::string>;
@@ -67,7 +67,8 @@ Model Inserted(const Model& model, std::size_t at, const Model& more) {
     return text;
 }
 
-// The place of a part of the model; -1 if there is none, or if the search starts outside.
+// Returns the position of a part of the model, or -1 if there is none or if the search starts
+// outside.
 int Found(const Model& model, const Model& part, std::size_t start) {
     if (start >= model.size()) return -1;
     const auto at = std::search(model.begin() + static_cast<std::ptrdiff_t>(start), model.end(),
@@ -88,8 +89,8 @@ Model Replaced(const Model& model, const Model& from, const Model& to) {
     return text;
 }
 
-// The number of characters from start on that are in the set, or are not; the length of the model
-// if start is outside.
+// Returns the number of characters from start on that are in the set, or not in it. Returns the
+// length of the model if start is outside.
 int RunOf(const Model& model, const Model& set, std::size_t start, bool in) {
     std::size_t i = start;
     const auto isIn = [&] { return std::find(set.begin(), set.end(), model[i]) != set.end(); };
@@ -97,7 +98,7 @@ int RunOf(const Model& model, const Model& set, std::size_t start, bool in) {
     return static_cast<int>(start < model.size() ? i - start : model.size());
 }
 
-// The parts that splitting gives: an empty one at the end is dropped.
+// Returns the parts of a split. An empty part at the end is dropped.
 std::vector<std::string> Parts(const Model& model, const Model& delimiter) {
     std::vector<std::string> parts;
     for (std::size_t done = 0; done < model.size();) {
@@ -133,7 +134,7 @@ class Player {
   private:
     unsigned Below(std::size_t n) { return m_at == m_end ? 0 : unsigned{*m_at++} % unsigned(n); }
     const std::string& AnyCharacter() { return m_characters[Below(m_characters.size())]; }
-    // Short, now and then of up to 120 characters, which two bytes of the input choose.
+    // Returns a short text, sometimes of up to 120 characters, chosen by two bytes of the input.
     Model AnyText() {
         const unsigned length = Below(256);
         Model text(length < 60 ? length * 2 : length % 13);

@@ -1,5 +1,5 @@
-// Stepping, searching, tokens and decoding of any bytes in any code set, against slow walks. The
-// first byte chooses the code set, the second how many bytes are the needle.
+// Stepping, searching, tokens and decoding of any bytes in any code set, compared with slow walks.
+// The first byte chooses the code set, the second the number of bytes in the needle.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -14,7 +14,7 @@
 
 namespace {
 
-// A copy of exactly the text's size, up to its first NUL.
+// Returns a copy of exactly the text's size, up to its first NUL.
 std::unique_ptr<char[]> Exact(const std::string& text) {
     const std::size_t length = std::strlen(text.c_str());
     auto copy = std::make_unique<char[]>(length + 1);
@@ -67,7 +67,7 @@ void CheckSearches(const char* s, const std::string& text, const std::string& ne
         "set of characters");
 }
 
-// The first byte that is no character, or begins none.
+// Checks the position of the first byte that is not a character and does not begin one.
 void CheckValidation(const std::string& text, int codeSet) {
     const auto starts = slow::Starts(text, codeSet);
     const auto isBad = [&](std::size_t i) {
@@ -83,7 +83,7 @@ void CheckValidation(const std::string& text, int codeSet) {
     Check(bad == (valid ? 12345 : starts[first]), "first invalid byte");
 }
 
-// Tokens lie in the text, in order, and hold no delimiter at their start.
+// Tokens are parts of the text, in order, and do not begin with a delimiter.
 void CheckTokens(const std::string& text, const std::string& delimiters) {
     const auto copy = Exact(text);
     const char* behind = copy.get();
@@ -97,11 +97,11 @@ void CheckTokens(const std::string& text, const std::string& delimiters) {
     }
 }
 
-// Texts of some length are compared in blocks, short ones are not: what both begin with makes no
-// difference, whether a byte is part of a character or damaged.
+// Long texts are compared in blocks, short ones are not. A common beginning makes no difference,
+// whether a byte is part of a character or damaged.
 void CheckComparison(const std::string& text, const std::string& needle) {
     std::string a = text.substr(0, text.size() % 8), b = a;
-    // Another byte, or a letter in the other case, which is no letter after a lead byte.
+    // Another byte, or a letter in the other case, which is not a letter after a lead byte.
     if (!a.empty() && !needle.empty()) b[text.size() % a.size()] = needle[0];
     if (!a.empty() && text.size() % 3 == 0) b = a, b[a.size() - 1] ^= 0x20;
     const std::string same(56, 'x'), capital(56, 'X'), more(70, text.size() % 2 ? 'y' : '\xA4');
@@ -127,7 +127,7 @@ void CheckCopies(const char* s, const std::string& text, int codeSet) {
     auto upper = Exact(text);
     mbstrtoupper(upper.get());
     Check(mbstricmp(s, upper.get()) == 0, "upper case compares equal");
-    // Behind a lead byte mbstrnicmp compares bytes, valid or not.
+    // After a lead byte mbstrnicmp compares bytes, valid or not.
     unsigned bad = 0;
     if (mbvalidatestring(s, &bad, mbGetLocaleCodeSet()))
         Check(mbstrnicmp(s, upper.get(), static_cast<unsigned>(text.size())) == 0,

@@ -55,14 +55,14 @@ bool HasEscapes(int codeSet) {
     return codeSet == mbJis || codeSet == mbIso2022Cn || codeSet == mbIso2022Kr;
 }
 
-// A mark at the start of a piece would be dropped, or change the byte order.
+// A byte-order mark at the start of a piece would be dropped, or would change the byte order.
 bool HasMark(const std::string& text, int codeSet) {
     for (const char* mark : {"\xFF\xFE", "\xFE\xFF"})
         if (codeSet == mbUtf16 && text.find(mark) != text.npos) return true;
     return codeSet == mbUtf8 && text.find("\xEF\xBB\xBF") != text.npos;
 }
 
-// With room for one character at a time no fast loop runs: the result is the same.
+// With room for one character at a time, no fast loop runs. The result is the same.
 void CheckFastLoops(const std::string& text, int from, int to) {
     if (HasEscapes(from) || HasEscapes(to) || HasMark(text, from)) return;
     const std::string begun = text.substr(0, 160);
@@ -104,8 +104,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CheckSmallRoom(text, from, to, 2 + data[2] % 64u);
     CheckFastLoops(whole, from, to);
 
-    // The result is valid, except where unknown codes are moved by row and cell; and
-    // Unicode carries it there and back, if to another code of the same character.
+    // The result is valid, except where unknown codes are converted by row and cell. A round trip
+    // through Unicode preserves it, except that a character may get another one of its codes.
     for (const int unicode : {64, 65}) {
         if (to == 64 || to == 65) continue;
         const Outcome across = Convert(there.text, to, unicode);

@@ -1,5 +1,5 @@
-// Text of any code set as 16-bit characters and back, into every smaller room. The first byte
-// chooses the code set, the rest is the text.
+// Text of any code set converted to 16-bit characters and back, with every smaller room. The first
+// byte chooses the code set, the rest is the text.
 #include <cstdint>
 #include <cstring>
 #include <iterator>
@@ -20,7 +20,7 @@ constexpr int kCodeSets[] = {mbWestern, mbShiftJis, mbEucJp,     mbJis,       mb
 
 using Units = std::vector<unsigned short>;
 
-// No unit beyond the limit is touched, no pair is halved, and a terminator is stored if it fits.
+// No unit beyond the limit is written, no pair is split, and a terminator is stored if it fits.
 void CheckWide(const std::string& text, const Units& whole, std::size_t limit) {
     const std::vector<char> exact(text.begin(), text.end());  // without a terminator
     Units wide(limit + 1, 0xAAAA);
@@ -32,7 +32,7 @@ void CheckWide(const std::string& text, const Units& whole, std::size_t limit) {
     Check(stored == static_cast<long>(limit) || wide[std::size_t(stored)] == 0, "a terminator");
 }
 
-// Whole characters that read back as the beginning of the text.
+// Stores whole characters, which are read back as the beginning of the text.
 void CheckNarrow(const Units& whole, std::size_t limit) {
     std::string narrow(limit + 1, '#');
     const long stored = ToNarrow(narrow.data(), limit, whole.data());

@@ -9,7 +9,8 @@
        names.AddUnique("Nara");                    // 0: already in the list
        names.InsertItem(0, "Tokyo");
        names.Sort();
-       for (int i = 0; i < names.GetCount(); ++i) puts(*names.GetItem(i));
+       for (CGNString* name : names) puts(*name);
+       CGNString line = names.Join("; ");
 
    Positions count items from 0. The capacity grows to multiples of the list's increment, one block
    at a time. Deleting items keeps the memory; Free() releases it. A derived list hides the
@@ -40,13 +41,45 @@ GENUTIL_C GENUTIL_API unsigned int gencrc32(unsigned int crc, const unsigned cha
 
 #ifdef __cplusplus
 
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 
 #include "genstring.h"
 
 namespace genutil {
 struct ListStorage;
 }
+
+/** Iterates over the objects that a list points to. A change of the list invalidates it. */
+template <class T>
+class CGNListIterator {
+  public:
+    using iterator_category = std::input_iterator_tag; /**< an input iterator */
+    using value_type = T*;                             /**< a pointer to an object of the list */
+    using difference_type = std::ptrdiff_t;            /**< unused */
+    using pointer = T* const*;                         /**< unused */
+    using reference = T*;                              /**< see operator* */
+
+    /** Constructs an iterator at an item of a list. */
+    explicit CGNListIterator(const long* item) : m_item(item) {}
+    /** Returns the object, or null where the list has a null item. */
+    T* operator*() const { return reinterpret_cast<T*>(*m_item); }
+    /** Moves on to the next item. */
+    CGNListIterator& operator++() {
+        ++m_item;
+        return *this;
+    }
+    /** Moves on to the next item. Returns the iterator as it was. */
+    CGNListIterator operator++(int) { return CGNListIterator(m_item++); }
+    /** Returns true if both are at the same item. */
+    friend bool operator==(CGNListIterator a, CGNListIterator b) { return a.m_item == b.m_item; }
+    /** Returns the negation of ==. */
+    friend bool operator!=(CGNListIterator a, CGNListIterator b) { return a.m_item != b.m_item; }
+
+  private:
+    const long* m_item;
+};
 
 /** A growable array of numbers or pointers. */
 class GENUTIL_API CGNList {
@@ -105,6 +138,18 @@ class GENUTIL_API CGNList {
 
     /** Removes the item at index. Does nothing if index is out of range. */
     void DeleteItem(int index);
+
+    /** Returns the first item. A change of the list invalidates the pointer. */
+    const long* begin() const { return m_items; }
+    /** Returns the end of the items. */
+    const long* end() const { return m_items ? m_items + m_count : nullptr; }
+    /** Returns the position of the first item equal to `item` at or after `start`, or -1 if there
+       is none. */
+    int Find(long item, int start = 0) const {
+        for (int i = start < 0 ? m_count : start; i < m_count; ++i)
+            if (m_items[i] == item) return i;
+        return -1;
+    }
 
   private:
     friend struct genutil::ListStorage;
@@ -181,6 +226,35 @@ class GENUTIL_API CGNStringList : public CGNList {
     /** Sorts the strings in ascending order by the collation of the user's locale (mbstrcoll). The
         order of equal strings is unspecified. Null items come first. */
     void Sort();
+    /** Sorts the strings in an order of the caller, e.g. `names.Sort(CGNStringLess())`. Otherwise
+        same as above.
+        @param before is called with two strings and returns true if the first comes before the
+            second. */
+    template <class Compare>
+    void Sort(Compare before) {
+        SortBy([](const CGNString& a, const CGNString& b,
+                  void* compare) -> bool { return (*static_cast<Compare*>(compare))(a, b); },
+               &before);
+    }
+
+    /** Returns the position of the first string equal to s at or after `start`, or -1 if there is
+        none. */
+    int Find(const CGNString& s, int start = 0) const;
+
+    /** Returns the strings in one text with a separator between them. Null items are empty texts.
+        Returns an empty text if allocation fails.
+        @param separator the separator; null is an empty text. */
+    CGNString Join(const char* separator) const;
+
+    /** Returns the beginning of the strings, a range of CGNString*. */
+    CGNListIterator<CGNString> begin() const {
+        return CGNListIterator<CGNString>(CGNList::begin());
+    }
+    /** Returns the end of the strings. */
+    CGNListIterator<CGNString> end() const { return CGNListIterator<CGNString>(CGNList::end()); }
+
+  private:
+    void SortBy(bool (*before)(const CGNString&, const CGNString&, void*), void* argument);
 };
 
 /** A list that owns lists of strings. */
@@ -218,6 +292,15 @@ class GENUTIL_API CGNStringListList : public CGNList {
 
     /** Destroys and removes the list at index. Does nothing if index is out of range. */
     void DeleteItem(int index);
+
+    /** Returns the beginning of the lists, a range of CGNStringList*. */
+    CGNListIterator<CGNStringList> begin() const {
+        return CGNListIterator<CGNStringList>(CGNList::begin());
+    }
+    /** Returns the end of the lists. */
+    CGNListIterator<CGNStringList> end() const {
+        return CGNListIterator<CGNStringList>(CGNList::end());
+    }
 
     /** Destroys the lists and removes all items. The memory of the array is kept. */
     void FreeListItems();

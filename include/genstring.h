@@ -16,8 +16,11 @@
 
    Parameters called `index` are positions that count 16-bit characters from 0. Lengths are in bytes
    unless the name says characters. A character outside the 16-bit range (UTF-8 code set only)
-   occupies two positions. A text that is invalid in the code set has one character per byte, and
-   its bytes are preserved by every operation. Boolean results are an unsigned char, 1 or 0.
+   occupies two positions. A text that is invalid in the code set has one position per byte, and its
+   bytes are preserved by every operation. In both cases a position inside a character means the
+   whole character: extraction and insertion begin and end before it, removal includes it, and it
+   reads as empty. No byte of a longer character is a character of its own. Boolean results are an
+   unsigned char, 1 or 0.
 
    Operations that extract, search and modify text count in characters unless their name says bytes.
    An operation whose first parameter is a CGNString& writes its result there. Every argument may be
@@ -35,22 +38,38 @@
    Nothing throws. If allocation fails or a length exceeds 32 bits, the failure is reported to the
    library's assertion service and the string is unchanged.
 
+   The current code set must not change while strings exist whose characters have been read. The
+   next edit of such a string would convert its text to the new code set.
+
    An object may be used by one thread at a time, even for reading, because reading characters may
    build the 16-bit copy. Different objects are independent.
 
-   Because the class converts to const char *, a few expressions need care: `a < b` compares
-   addresses (use Collate), `if (a)` is always true (use IsEmpty), and printf("%s") needs a cast.
-   NULL, nullptr and 0 mean a null const char *. The exceptions are `s += 0`, `s += NULL` and a null
-   delimiter of CopyUntil or AppendUntil, which do not compile because they could also mean the
-   character 0. */
+   C++ texts are accepted where a const char * is: std::string and std::string_view, char16_t texts
+   and std::u16string_view, and wchar_t texts where wchar_t has 16 bits. View() and Characters()
+   return the text as a std::string_view and as a range of whole characters. Strings can be moved,
+   swapped and hashed; CGNStringLess orders them in a std::map. genstringio.h writes them to
+   streams.
+
+       std::unordered_map<CGNString, int> counts;
+       std::map<CGNString, int, CGNStringLess> sorted;
+       for (const CGNCharacter& c : name.Characters()) counts[c.Bytes()]++;
+
+   Because the class converts to const char *, a few expressions need care: `if (a)` is always true
+   (use IsEmpty), and printf("%s") needs a cast. `a < b` (use Collate or CGNStringLess), `s += 5`,
+   `s + 1` and `delete s` do not compile. NULL, nullptr and 0 mean a null const char *. The
+   exceptions are `s += 0`, `s += NULL` and a null delimiter of CopyUntil or AppendUntil, which do
+   not compile because they could also mean the character 0. */
 #ifndef GENUTIL_GENSTRING_H
 #define GENUTIL_GENSTRING_H
 
 #include <cstdarg>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 #include <type_traits>
+#include <utility>
 
+#include "gencharacters.h"
 #include "genexport.h"
 
 namespace genutil {
@@ -63,10 +82,32 @@ class CGNStringList;
 class GENUTIL_API CGNString {
     // Enables an overload for 16-bit text only, so that a literal null selects the char
     // overload.
+    template <class Unit>
+    static constexpr bool kIsWide = std::is_same_v<Unit, unsigned short> ||
+                                    std::is_same_v<Unit, char16_t> ||
+                                    (std::is_same_v<Unit, wchar_t> &&
+                                     sizeof(wchar_t) == sizeof(unsigned short));
     template <class Pointer, class Result>
-    using ForWide = std::enable_if_t<std::is_same_v<Pointer, unsigned short*> ||
-                                         std::is_same_v<Pointer, const unsigned short*>,
+    using ForWide = std::enable_if_t<std::is_pointer_v<Pointer> &&
+                                         kIsWide<std::remove_cv_t<std::remove_pointer_t<Pointer>>>,
                                      Result>;
+    // Enables an overload for views of 16-bit text.
+    template <class Unit, class Result>
+    using ForWideUnit =
+        std::enable_if_t<kIsWide<Unit> && !std::is_same_v<Unit, unsigned short>, Result>;
+    // Enables an overload for std::string, std::string_view and what converts to it, but neither
+    // for a text that is terminated by 0 nor for a string.
+    template <class Text, class Result>
+    using ForView = std::enable_if_t<std::is_convertible_v<const Text&, std::string_view> &&
+                                         !std::is_convertible_v<const Text&, const char*>,
+                                     Result>;
+    // Enables an overload for numbers that are no characters.
+    template <class Number, class Result>
+    using ForNumber =
+        std::enable_if_t<std::is_arithmetic_v<Number> && !std::is_same_v<Number, char> &&
+                             !std::is_same_v<Number, signed char> &&
+                             !std::is_same_v<Number, unsigned char>,
+                         Result>;
 
   public:
     /* -- Construction ---------------------------------------------------------------------- */
@@ -85,7 +126,24 @@ class GENUTIL_API CGNString {
         @param w the text, terminated by 0; null gives an empty string. */
     template <class Wide, ForWide<Wide, int> = 0>
     CGNString(Wide w, int = 0) : CGNString() {
-        SetWide(w);
+        SetWide(reinterpret_cast<const unsigned short*>(w));
+    }
+
+    /** Copies a std::string_view, including its 0 bytes. */
+    template <class Text, ForView<Text, int> = 0>
+    CGNString(const Text& s) : CGNString() {
+        const std::string_view view(s);
+        AssignBytes(view.data(), view.size());
+    }
+    /** Converts a text of 16-bit characters, up to its first 0. */
+    template <class Unit, ForWideUnit<Unit, int> = 0>
+    CGNString(std::basic_string_view<Unit> w) : CGNString() {
+        CopyNChars(w.data(), static_cast<unsigned int>(w.size()));
+    }
+
+    /** Takes the buffers, capacity and growth policy of other, which becomes empty. */
+    CGNString(CGNString&& other) noexcept : CGNString() {
+        if (!other.IsEmpty()) Swap(other);
     }
 
     /** Copies the text, the capacity, the growth policy and the 16-bit copy. A copy of an empty
@@ -101,6 +159,35 @@ class GENUTIL_API CGNString {
     CGNString& operator=(const CGNString& other);
     /** Assigns a text. Null has the effect of Empty(). */
     CGNString& operator=(const char* s);
+    /** Assigns as above and empties other. Does not allocate. */
+    CGNString& operator=(CGNString&& other) noexcept {
+        if (this != &other) MoveFrom(other);
+        return *this;
+    }
+    /** Assigns a std::string_view, including its 0 bytes. */
+    template <class Text>
+    ForView<Text, CGNString&> operator=(const Text& s) {
+        const std::string_view view(s);
+        return AssignBytes(view.data(), view.size());
+    }
+    /** Assigns a text of 16-bit characters; see the constructors. Null has the effect of
+        Empty(). */
+    template <class Wide>
+    ForWide<Wide, CGNString&> operator=(Wide w) {
+        return *this = CGNString(w);
+    }
+    /** Exchanges texts, capacities and growth policies. */
+    void Swap(CGNString& other) noexcept {
+        std::swap(m_wide, other.m_wide);
+        std::swap(m_wideLength, other.m_wideLength);
+        std::swap(m_wideCapacity, other.m_wideCapacity);
+        std::swap(m_data, other.m_data);
+        std::swap(m_length, other.m_length);
+        std::swap(m_capacity, other.m_capacity);
+        std::swap(m_flags, other.m_flags);
+    }
+    /** Same as above. */
+    friend void swap(CGNString& a, CGNString& b) noexcept { a.Swap(b); }
     /** Same as assignment. */
     CGNString& Set(const CGNString& other);
 
@@ -110,14 +197,14 @@ class GENUTIL_API CGNString {
         @param n the new length and capacity in bytes. */
     CGNString& CopyNBytes(const char* s, unsigned int n);
 
-    /** Assigns the first n characters. A shorter text is padded with the character 0.
+    /** Assigns the first n characters, or fewer if the text ends earlier.
         @param s the text; null has the effect of Empty().
         @param n number of characters. */
     CGNString& CopyNChars(const char* s, unsigned int n);
     /** Assigns the first n characters of a 16-bit text, or fewer if it ends earlier. */
     template <class Wide>
     ForWide<Wide, CGNString&> CopyNChars(Wide w, unsigned int n) {
-        return CopyNWide(w, n);
+        return CopyNWide(reinterpret_cast<const unsigned short*>(w), n);
     }
 
     /** Assigns the text before the first delimiter, or the whole text if there is none.
@@ -137,8 +224,22 @@ class GENUTIL_API CGNString {
     /** Appends a text of 16-bit characters. Null appends nothing. */
     template <class Wide>
     ForWide<Wide, CGNString&> operator+=(Wide w) {
-        return AppendWide(w);
+        return AppendWide(reinterpret_cast<const unsigned short*>(w));
     }
+    /** Appends a std::string_view, including its 0 bytes. */
+    template <class Text>
+    ForView<Text, CGNString&> operator+=(const Text& s) {
+        const std::string_view view(s);
+        return AppendBytes(view.data(), view.size());
+    }
+    /** Appends a text of 16-bit characters, up to its first 0. */
+    template <class Unit>
+    ForWideUnit<Unit, CGNString&> operator+=(std::basic_string_view<Unit> w) {
+        return *this += CGNString(w);
+    }
+    /** A number is no text: format it (sprintf), or append a char. */
+    template <class Number>
+    ForNumber<Number, CGNString&> operator+=(Number) = delete;
     /** Appends one byte, which may be 0. */
     CGNString& operator+=(char c) {
         if (m_length + 1 >= m_capacity || m_wide) return AppendByte(c);
@@ -188,6 +289,11 @@ class GENUTIL_API CGNString {
     /** Returns the text. It is never null, is owned by the string and is valid until the string
         changes. */
     operator const char*() const { return m_data; }
+    /** Returns all bytes of the text. They are owned by the string and valid until it changes. */
+    std::string_view View() const { return {m_data, m_length}; }
+    /** With a second pointer to choose from, `delete s` does not compile. Never chosen otherwise.
+     */
+    operator void*() const volatile = delete;
 
     /** Copies the text to a buffer and terminates it. A text that is too long is cut at the last
         byte, which may split a multibyte character. Returns the length of the copied text. Returns
@@ -214,11 +320,16 @@ class GENUTIL_API CGNString {
     /** Returns the first byte of the character at index, or 0 if index is out of range. */
     char GetAt(unsigned int index) const;
 
+    /** Returns the whole characters of the text as a range of CGNCharacter (gencharacters.h). The
+        string must outlive the range, so a temporary string has none. */
+    CGNCharacterRange Characters() const& { return CGNCharacterRange(*this); }
+    CGNCharacterRange Characters() const&& = delete;
+
     /** Replaces one character with the first character of a text. The bytes are always rebuilt, and
         their capacity becomes their length. Returns 1 if the character was replaced.
         @param index position of the character.
         @param mbchar the text. The character at index is kept if the first character of the
-            text is invalid, missing or outside the 16-bit range. */
+            text is invalid or missing, or if index is inside a character. */
     unsigned char SetCodePageCharAt(int index, const char* mbchar);
     /** Same as SetCodePageCharAt() for a character of one byte. */
     unsigned char SetAt(unsigned int index, char c);
@@ -233,10 +344,68 @@ class GENUTIL_API CGNString {
     unsigned char operator==(const char* s) const {
         return s ? std::strcmp(m_data, s) == 0 : IsEmpty();
     }
+    /** Returns true if all bytes are equal. */
+    template <class Text>
+    friend ForView<Text, bool> operator==(const CGNString& a, const Text& b) {
+        return a.View() == std::string_view(b);
+    }
+    /** Same as above. */
+    template <class Text>
+    friend ForView<Text, bool> operator==(const Text& a, const CGNString& b) {
+        return std::string_view(a) == b.View();
+    }
+    /** Returns the negation of ==. */
+    template <class Text>
+    friend ForView<Text, bool> operator!=(const CGNString& a, const Text& b) {
+        return a.View() != std::string_view(b);
+    }
+    /** Returns the negation of ==. */
+    template <class Text>
+    friend ForView<Text, bool> operator!=(const Text& a, const CGNString& b) {
+        return std::string_view(a) != b.View();
+    }
     /** Returns the negation of ==. */
     unsigned char operator!=(const CGNString& other) const { return !(*this == other); }
     /** Returns the negation of ==. */
     unsigned char operator!=(const char* s) const { return !(*this == s); }
+    /** Compares with the text on the left. Without these, addresses would be compared. */
+    friend unsigned char operator==(const char* s, const CGNString& text) { return text == s; }
+    /** Returns the negation of ==. */
+    friend unsigned char operator!=(const char* s, const CGNString& text) { return text != s; }
+
+    /** @cond */
+    // These would compare addresses. As friends they are no candidates for other types.
+    friend bool operator<(const CGNString&,
+                          const CGNString&) = delete;  // use CGNStringLess or Collate()
+    friend bool operator>(const CGNString&,
+                          const CGNString&) = delete;  // use CGNStringLess or Collate()
+    friend bool operator<=(const CGNString&,
+                           const CGNString&) = delete;  // use CGNStringLess or Collate()
+    friend bool operator>=(const CGNString&,
+                           const CGNString&) = delete;  // use CGNStringLess or Collate()
+    friend bool operator<(const CGNString&,
+                          const char*) = delete;  // use CGNStringLess or Collate()
+    friend bool operator>(const CGNString&,
+                          const char*) = delete;  // use CGNStringLess or Collate()
+    friend bool operator<=(const CGNString&,
+                           const char*) = delete;  // use CGNStringLess or Collate()
+    friend bool operator>=(const CGNString&,
+                           const char*) = delete;  // use CGNStringLess or Collate()
+    friend bool operator<(const char*,
+                          const CGNString&) = delete;  // use CGNStringLess or Collate()
+    friend bool operator>(const char*,
+                          const CGNString&) = delete;  // use CGNStringLess or Collate()
+    friend bool operator<=(const char*,
+                           const CGNString&) = delete;  // use CGNStringLess or Collate()
+    friend bool operator>=(const char*,
+                           const CGNString&) = delete;  // use CGNStringLess or Collate()
+#if defined(__cpp_impl_three_way_comparison)
+    friend void operator<=>(const CGNString&,
+                            const CGNString&) = delete;  // use CGNStringLess or Collate()
+    friend void operator<=>(const CGNString&,
+                            const char*) = delete;  // use CGNStringLess or Collate()
+#endif
+    /** @endcond */
 
     /** Returns 1 if both strings have the same number of characters and their Unicode upper-case
         forms are equal. If allocation fails, returns 1 if the bytes are equal. */
@@ -245,6 +414,24 @@ class GENUTIL_API CGNString {
     /** Compares by the collation of the user's locale. If allocation fails, compares bytes. Returns
         a negative number, 0 or a positive number. */
     int Collate(const CGNString& other) const;
+
+    /** What a comparison ignores; values can be combined. */
+    enum CollateOption : unsigned int {
+        kIgnoreCase = 1,      /**< upper and lower case are equal */
+        kIgnoreWidth = 2,     /**< full-width and half-width characters are equal */
+        kIgnoreKana = 4,      /**< hiragana and katakana are equal */
+        kDigitsAsNumbers = 8, /**< "item 9" comes before "item 10", where the system supports it */
+    };
+    /** Same as Collate() with options.
+        @param other the text to compare with.
+        @param options a sum of CollateOption. */
+    int Collate(const CGNString& other, unsigned int options) const;
+    /** Creates a key for sorting: keys compare as bytes (strcmp, CGNStringLess) in the order in
+        which Collate() with the same options puts the texts. A key is valid for one user and one
+        version of the system, so do not store it. Returns 0 and leaves key unchanged on failure.
+        @param key receives the key.
+        @param options a sum of CollateOption. */
+    unsigned char GetSortKey(CGNString& key, unsigned int options = 0) const;
 
     /* -- Search ---------------------------------------------------------------------------- */
 
@@ -319,11 +506,27 @@ class GENUTIL_API CGNString {
     /* -- Letter case and character classes of Unicode -------------------------------------- */
 
     /** Converts characters to upper case. A character is converted only if its upper-case form maps
-        back to it.
+        back to it and exists in the code set.
         @param index position of the character; -1 for all characters. */
     void ToUpper(int index = -1);
     /** Converts characters to lower case; see ToUpper(). */
     void ToLower(int index = -1);
+    /** Replaces each letter with the one that represents all of its forms in comparisons without
+        case: mostly the small letter, and one for both small forms of the Greek sigma. A letter
+        that the code set lacks is not used. */
+    void FoldCase();
+
+    /** The normal forms of Unicode. */
+    enum NormalForm : unsigned int {
+        kNormalFormC,  /**< composed characters */
+        kNormalFormD,  /**< base characters followed by their marks */
+        kNormalFormKC, /**< composed; compatible characters such as full-width ones are replaced */
+        kNormalFormKD, /**< the same for base characters and marks */
+    };
+    /** Converts the text to a normal form. Returns 0 and leaves the text unchanged if the text is
+        invalid in the code set, if the code set lacks a character of the result or if allocation
+        fails. */
+    unsigned char Normalize(NormalForm form);
 
     /** Returns 1 if the character at index is a letter. With index -1, returns 1 if all characters
         are letters; an empty string satisfies this. Returns 0 if index is out of range. */
@@ -405,8 +608,8 @@ class GENUTIL_API CGNString {
     /** Splits a file name at its last dot, which is dropped. If there is none, the whole text is
         the base and ext is empty. */
     void SplitFileName(CGNString& base, CGNString& ext) const;
-    /** Replaces the string with dir, a backslash unless dir ends with one, and file. Always returns
-        1. */
+    /** Replaces the string with dir, a backslash unless dir ends with one, and file. Returns 0 only
+        if allocation fails. */
     unsigned char MakeFilePath(const CGNString& dir, const CGNString& file);
     /** Shortens the file name after the last "/" or backslash, or the whole text if there is none,
         to 8.3 form: at most eight bytes and an extension of three, in capitals and without split
@@ -437,10 +640,34 @@ class GENUTIL_API CGNString {
     /** Converts the string from UTF-8 to the user's ANSI code page. The string becomes empty if the
         conversion fails. */
     void ConvertFromUTF8();
-    /** Decodes "%" followed by two hexadecimal digits; see mbUrlDecode. */
+    /** Converts the text from the current code set to UTF-8. Returns 0 and leaves out unchanged if
+        allocation fails.
+        @param out receives the UTF-8.
+        @param lost receives the number of characters that were invalid and replaced with U+FFFD;
+            may be null. */
+    unsigned char ToUtf8(CGNString& out, unsigned int* lost = nullptr) const;
+    /** Replaces the string with a UTF-8 text, converted to the current code set. Returns 0 and
+        leaves the string unchanged if allocation fails.
+        @param text the UTF-8; null is an empty text.
+        @param lost receives the number of characters that were invalid or that the code set lacks;
+            each was replaced as described at mbConvert. May be null. */
+    unsigned char FromUtf8(const char* text, unsigned int* lost = nullptr);
+    /** Decodes the references of XML: the five names of EncodeXMLString() and numbers. A reference
+        to a character that the code set lacks is unchanged, as is anything else. */
+    void DecodeXMLString();
+    /** Decodes the references of HTML: the names amp, lt, gt, quot, apos, nbsp, copy and reg, and
+        numbers; see DecodeXMLString(). A "<br>" becomes a line feed. */
+    void DecodeHtmlString();
+    /** Replaces each byte other than ASCII letters, digits, "-", ".", "_" and "~" with "%" and two
+        upper-case hexadecimal digits. UrlDecode() is the inverse. */
+    void UrlEncode();
+    /** Escapes double quotes, backslashes and control characters for a string literal in JSON. The
+        other characters remain in the current code set; JSON files are UTF-8, see ToUtf8(). */
+    void EncodeJSONString();
+    /** Decodes "%" followed by two upper-case hexadecimal digits; see mbUrlDecode. */
     void UrlDecode();
 
-    /** Converts half-width characters to full width in code sets 4 and 5. */
+    /** Converts half-width characters to full width; see mbHanToZenStr. */
     void ConvertSingleToDouble();
     /** Converts full-width digits and Latin letters to ASCII in code set 5. */
     void ConvertRomanjiToASCII();
@@ -452,7 +679,8 @@ class GENUTIL_API CGNString {
             code set. */
     CGNString GetEncodingStringForHTML(const CGNString& locale);
     /** Declares the character set in an HTML page. Updates the first meta element that declares
-        one, or else inserts a new element at the start of the head.
+        one, or else inserts a new element at the start of the head. Comments and scripts are
+        skipped.
         @param locale as above. */
     void ReplaceEncodingStringInHTML(const CGNString& locale);
 
@@ -523,6 +751,9 @@ class GENUTIL_API CGNString {
     friend struct genutil::StringStorage;
 
     CGNString& AppendByte(char c);
+    CGNString& AssignBytes(const char* s, std::size_t n);
+    CGNString& AppendBytes(const char* s, std::size_t n);
+    void MoveFrom(CGNString& other) noexcept;
     void SetWide(const unsigned short* w);
     CGNString& CopyNWide(const unsigned short* w, unsigned int n);
     CGNString& AppendWide(const unsigned short* w);
@@ -534,12 +765,50 @@ class GENUTIL_API CGNString {
     void TakeConverted(char* made);
 };
 
-/** Compares with the text on the left. Without these overloads, addresses would be compared. */
-inline unsigned char operator==(const char* s, const CGNString& text) {
-    return text == s;
-}
-inline unsigned char operator!=(const char* s, const CGNString& text) {
-    return text != s;
-}
+/** Orders strings by their bytes up to the first 0 byte, then by their lengths: no order for people
+    (use Collate), but a quick one that agrees with ==. Finds in a std::map or std::set without a
+    copy by a const char *, a std::string or a std::string_view too.
+
+        std::map<CGNString, int, CGNStringLess> counts; */
+struct CGNStringLess {
+    using is_transparent = void; /**< finds without a copy */
+
+    /** Returns true if a comes before b. */
+    template <class A, class B>
+    bool operator()(const A& a, const B& b) const noexcept {
+        const std::string_view x = View(a), y = View(b);
+        const int order = BeforeNul(x).compare(BeforeNul(y));
+        return order != 0 ? order < 0 : x.size() < y.size();
+    }
+
+  private:
+    template <class Text>
+    static std::string_view View(const Text& s) noexcept {
+        if constexpr (std::is_base_of_v<CGNString, Text>)
+            return s.View();
+        else
+            return s;
+    }
+    static std::string_view BeforeNul(std::string_view s) { return s.substr(0, s.find('\0')); }
+};
+
+namespace std {
+/** Hashes the bytes up to the first 0 byte, so that equal strings have the same hash. */
+template <>
+struct hash<CGNString> {
+    /** Returns the hash. */
+    std::size_t operator()(const CGNString& text) const noexcept {
+        return std::hash<std::string_view>()(static_cast<const char*>(text));
+    }
+};
+}  // namespace std
+
+/* These would move addresses. */
+/** @cond */
+template <class Number, std::enable_if_t<std::is_arithmetic_v<Number>, int> = 0>
+const char* operator+(const CGNString&, Number) = delete;  // use View(), or += to append
+template <class Number, std::enable_if_t<std::is_arithmetic_v<Number>, int> = 0>
+const char* operator+(Number, const CGNString&) = delete;  // use View(), or += to append
+/** @endcond */
 
 #endif

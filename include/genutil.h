@@ -1,4 +1,4 @@
-/* The whole library: includes every exported header. */
+/* The whole library: includes every exported header except genstringio.h. */
 #ifndef GENUTIL_GENUTIL_H
 #define GENUTIL_GENUTIL_H
 

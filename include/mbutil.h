@@ -610,8 +610,10 @@ GENUTIL_API int DetectJPCodeType(FILE* stream);
     @param consumed receives the number of bytes examined; may be null. */
 GENUTIL_API int mbDetectJapanese(const char* bytes, size_t n, size_t* consumed);
 
-/** Converts half-width ASCII and katakana to full width in code sets 4 and 5, joining katakana with
-    their sound marks. Copies in any other code set. Returns dst, or null if either pointer is null.
+/** Converts half-width ASCII to full width in the multibyte Japanese, Chinese and Korean code sets
+    with characters of two bytes (4, 5 and 7 to 13). In code sets 4 and 5 it also converts katakana
+    and joins them with their sound marks. A character without a full-width form of two bytes is
+    copied, as is the text in any other code set. Returns dst, or null if either pointer is null.
     @param src the text.
     @param dst buffer of at least twice the length of src plus 1. */
 GENUTIL_API char* mbHanToZenStr(const char* src, char* dst);

@@ -168,7 +168,7 @@ class Program(unittest.TestCase):
     def test_convert_reports_losses(self):
         write('in', 'ok é\n東京 😀 é\n'.encode())
         out = self.expect(run('convert', '--from', 'utf-8', '--to', 'sjis', 'in'), 1,
-                          'in: 3 characters did not survive the conversion from utf-8 to shift_jis',
+                          'in: 3 characters lost in the conversion from utf-8 to shift_jis',
                           'line 1, column 4 (byte 3): C3 A9  é',
                           'line 2, column 4 (byte 13): F0 9F 98 80  😀',
                           'line 2, column 6 (byte 18): C3 A9  é')
@@ -189,8 +189,8 @@ class Program(unittest.TestCase):
         write('euc', '海'.encode('euc_jp'))
         convert = ('convert', '--from', 'utf-8', '--to')
         self.expect(run(*convert, 'klingon', 'a/x'), 2, "unknown encoding 'klingon'", 'shift_jis')
-        self.expect(run(*convert, 'sjis', 'a/x', 'b/x'), 2, 'several files need -o FOLDER')
-        self.expect(run(*convert, 'sjis', '-o', 'a', 'a/x', 'b/x'), 2, 'a/x and b/x would both go to')
+        self.expect(run(*convert, 'sjis', 'a/x', 'b/x'), 2, 'several files need an output folder: -o FOLDER')
+        self.expect(run(*convert, 'sjis', '-o', 'a', 'a/x', 'b/x'), 2, 'a/x and b/x would both be written to')
         self.expect(run(*convert, 'sjis', '-o', 'none/y', 'a/x'), 2, 'none/y: cannot be written')
         self.expect(run('convert', '--from', 'auto', '--to', 'utf-8', '-o', 'euc', 'euc'), 2,
                     'euc: exists already')

@@ -12,12 +12,12 @@ import sys
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
 from check_seam import loops  # noqa: E402
 
-# A failed allocation is reported to the assertion service, which is far above whatever allocates.
+# A failed allocation is reported to the assertion service, which is in a higher layer.
 HOOK = 'ReportFailedAllocation'
 
 
 def symbols(folder):
-    """Which file defines each symbol, and which symbols each file needs."""
+    """Returns the file that defines each symbol, and the symbols that each file needs."""
     defined, needed = {}, {}
     for path in sorted(folder.rglob('*.o')) + sorted(folder.rglob('*.obj')):
         name = str(path.relative_to(folder).with_suffix('')).removesuffix('.cpp')

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Fails when a file includes something above its layer, asks for a platform above the platform layer, or
-uses the vector instructions of a processor outside of genutil/simd.h.
+"""Fails if a file includes a higher layer, uses a platform macro or header outside the platform layer, or
+uses the vector instructions of a processor outside genutil/simd.h.
 
 An include may point to the file's own layer or to a lower one. The few calls that must go up do so
 through a header of declarations, listed in UPWARD with its reason.
@@ -11,8 +11,8 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 
-# From bottom to top. A file belongs to the first row with a prefix of its path. The two sides of a
-# platform contract are code of the family that they serve; the contracts themselves are at the bottom.
+# From bottom to top. A file belongs to the first row with a prefix of its path. The implementations of a
+# header of the platform layer belong to the family that they serve; the headers are at the bottom.
 LAYERS = [
     ('base', ['genutil/allocate', 'genutil/assert_allocation.h', 'genutil/ascii.h', 'genutil/atomic_ref.h',
               'genutil/calendar', 'genutil/simd.h', 'genutil/nearest.h', 'genutil/singleton.h',
@@ -20,7 +20,8 @@ LAYERS = [
               'include/genexport.h']),
     ('platform', []),  # the headers of osutil/platform/FAMILY/, see layer_of()
     ('multibyte', ['genutil/mbutil/', 'genutil/jaconv/', 'include/mbutil.h', ':text']),
-    ('string', ['genutil/string/', 'include/genstring.h', 'include/ostext.h']),
+    ('string', ['genutil/string/', 'include/genstring.h', 'include/gencharacters.h', 'include/genstringio.h',
+                'include/ostext.h']),
     ('list', ['genutil/list/', 'include/genlist.h', 'include/genstr.h']),
     ('thread', ['osutil/thread/', 'include/osthread.h', ':thread']),
     ('diagnostics', ['genutil/diagnostics/', 'include/genassert.h', 'include/gentrace.h',
@@ -39,7 +40,7 @@ LAYERS = [
                     'include/osolevalue.h', 'include/osdde.h', ':automation', ':dde']),
     ('all', ['include/osutil.h', 'include/genutil.h']),
 ]
-# Contracts in terms of a family's own types, and code that both sides share.
+# Headers that use types of their family, and code that both implementations share.
 CONTRACTS_IN_FAMILY = ['osutil/platform/resource/modules.h', 'osutil/platform/automation/automation.h',
                        'osutil/platform/file/path_units.h']
 UPWARD = {
@@ -52,18 +53,18 @@ HEADER = re.compile(
     r'#\s*include\s*<(windows|winsock2?|winreg|unistd|pthread|dirent|fcntl|spawn|sys/\w+|unicode/\w+'
     r'|sqlite3|dlfcn|iconv|langinfo)\.h>')
 SWITCH = re.compile(r'#\s*(if|ifdef|ifndef|elif)\b.*(_WIN32|_WIN64|__linux__|__unix__|__MINGW)')
-# AArch64 intrinsics need no pattern of their own: they come from <arm_neon.h> alone.
+# AArch64 intrinsics need no separate pattern, because they require <arm_neon.h>.
 VECTOR = re.compile(r'#\s*include\s*<(\w*intrin|arm_\w+)\.h>|\b_mm\d*_|\b__m\d+i?\b')
 WINDOWS = re.compile(r'#\s*include\s*<(windows|winsock2?|win\w+)\.h>')
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)
 
 
 def layer_of(path):
-    """The number of a file's layer, counted from the bottom."""
+    """Returns the number of a file's layer, counted from the bottom."""
     name = path
     contract = re.fullmatch(r'osutil/platform/(\w+)/\w+\.(h|cpp|inc)', path)
     side = re.match(r'osutil/platform/(?:posix|win32)/(\w+)/', path)
-    if '/fast/' in path:  # the inline half of a contract
+    if '/fast/' in path:  # the inline functions of the platform layer
         return 1
     if side:
         name = ':' + side.group(1)
@@ -80,7 +81,7 @@ def layer_of(path):
 
 
 def includes(path, text):
-    """The project's files that a file includes, from the root."""
+    """Returns the project's files that a file includes, relative to the root."""
     for name in INCLUDE.findall(text):
         for folder in ('', 'include/', 'osutil/platform/posix/thread/fast/'):
             if (ROOT / (folder + name)).exists():
@@ -105,7 +106,7 @@ def layer_faults(path, text):
 
 
 def loops(graph):
-    """Groups of files that reach each other through includes (Tarjan's algorithm)."""
+    """Finds groups of files that include each other (Tarjan's algorithm)."""
     index, low, stack, found = {}, {}, [], []
 
     def visit(node):
@@ -165,7 +166,7 @@ def main():
         print('error: docs/architecture.md lists the layers from bottom to top; an include points down.',
               file=sys.stderr)
     if platform:
-        print('error: a platform belongs into osutil/platform/: add a call to its contract.',
+        print('error: platform code belongs in osutil/platform/: add a function to the platform layer.',
               file=sys.stderr)
     if vector:
         print('error: vector instructions belong in genutil/simd.h: add an operation to it.',

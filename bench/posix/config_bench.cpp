@@ -1,5 +1,5 @@
-// SimpleIni and GLib's key files, which users load for a value, and bare SQLite with a prepared
-// statement.
+// SimpleIni and GLib's key files, which load a whole file for one value, and plain SQLite with a
+// prepared statement.
 #include "bench/config_bench.h"
 
 #include <sqlite3.h>

@@ -1,4 +1,4 @@
-// The checksum of zlib, which is another one.
+// zlib's checksum, which is a different one.
 #include <benchmark/benchmark.h>
 #include <dlfcn.h>
 

@@ -1,4 +1,4 @@
-// ICU's formatters, opened once, decimal text in and out.
+// ICU's formatters, opened once, with decimal text as input and output.
 #include "bench/number_bench.h"
 
 #include <unicode/decimfmt.h>

@@ -1,5 +1,5 @@
-// gettext, which finds a text by its English form and hands out its own copy; so it is also
-// measured as far as a text of the caller's, which OSLoadString gives.
+// gettext, which finds a text by its English form and returns its own copy. It is therefore also
+// measured with a copy into a text of the caller's, which is what OSLoadString() provides.
 #include "bench/resource_bench.h"
 
 #include <libintl.h>

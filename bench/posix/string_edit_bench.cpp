@@ -1,5 +1,5 @@
-// ICU, GLib and Abseil. What works on UTF-16 is reached from Shift-JIS and left for it, since that
-// is what programs have; GLib gets the same text in UTF-8.
+// ICU, GLib and Abseil. Operations on UTF-16 include the conversions from and to Shift-JIS, because
+// programs have text in Shift-JIS. GLib receives the same text in UTF-8.
 #include "bench/string_edit_bench.h"
 
 #include <unicode/ucnv.h>

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-// The processor's time, which other programs do not disturb.
+// Processor time, which other programs do not influence.
 double TimeOf(const benchmark::BenchmarkReporter::Run& run) {
     return run.GetAdjustedCPUTime();
 }

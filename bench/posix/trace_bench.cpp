@@ -1,4 +1,4 @@
-// A formatted line and a bare write(), and spdlog that flushes each line.
+// A formatted line with a plain write(), and spdlog with a flush after each line.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <unistd.h>

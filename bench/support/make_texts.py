@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Writes the texts to measure with into a folder, one file for each encoding, named as iconv does:
-pages.* are the Japanese manual pages of this machine (apt-get install manpages-ja), messages.* what
-its programs say in Traditional Chinese.
+"""Writes the texts for measurements to a folder, one file for each encoding, with its name in iconv.
+pages.* are the Japanese manual pages of this machine (apt-get install manpages-ja), messages.* the
+messages of its programs in Traditional Chinese.
 
   make_texts.py FOLDER
 """
@@ -13,13 +13,13 @@ import sys
 
 
 def iconv(to, source, text):
-    """All of the text in another encoding, without what does not convert."""
+    """Returns the text in another encoding, without characters that do not convert."""
     return subprocess.run(["iconv", "-c", "-f", source, "-t", to], input=text,
                           stdout=subprocess.PIPE, check=False).stdout
 
 
 def messages(catalogue):
-    """The translations in a catalogue of gettext: N of (length, offset) at the offset in word 4."""
+    """Returns the translations in a gettext catalogue: N of (length, offset) at the offset in word 4."""
     count, table = struct.unpack_from("<8xI4xI", catalogue)
     entries = struct.iter_unpack("<II", catalogue[table:table + 8 * count])
     return b"\n".join(catalogue[at:at + length] for length, at in entries) + b"\n"
@@ -36,7 +36,7 @@ def main():
                      for path in sorted(glob.glob("/usr/share/man/ja/**/*.gz", recursive=True)))
     if len(pages) < 1000000:
         sys.exit("no Japanese manual pages: apt-get install manpages-ja")
-    # Without what JIS lacks, so that the Japanese encodings all hold the same text.
+    # Without characters that JIS lacks, so that all Japanese encodings contain the same text.
     pages = iconv("UTF-8", "ISO-2022-JP", iconv("ISO-2022-JP", "UTF-8", pages))
     for encoding in ("UTF-8", "ISO-2022-JP", "EUC-JP", "SHIFT_JIS", "BIG5", "CP949"):
         write(folder, "pages." + encoding, iconv(encoding, "UTF-8", pages))

@@ -1,5 +1,5 @@
-// Runs the benchmarks of a program and prints, for each case, how many times as fast as each peer
-// the library is in this run.
+// Runs the benchmarks of a program and prints, for each case and peer, the ratio of the peer's time
+// to the library's in this run.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
@@ -13,7 +13,8 @@ namespace {
 
 struct Case {
     std::string name;
-    std::vector<std::pair<std::string, double>> times;  // who, best nanoseconds per iteration
+    std::vector<std::pair<std::string, double>> times;  // name, and minimum nanoseconds per
+                                                        // iteration
 };
 
 class RatioReporter : public benchmark::ConsoleReporter {

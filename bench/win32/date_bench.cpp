@@ -1,5 +1,5 @@
 // The runtime's localtime, mktime and strftime, and the system's GetDateFormat with GetTimeFormat.
-// The runtime reads no dates.
+// The runtime cannot read dates.
 #include "bench/date_bench.h"
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// The system's conversion, by way of UTF-16; it detects nothing.
+// The system's conversion by way of UTF-16. The system has no detection.
 #include "bench/japanese_bench.h"
 
 #include <windows.h>

@@ -5,7 +5,8 @@
 
 namespace {
 
-// Identifiers of the locales in kNames; another one has the user's facts, which cost the same.
+// Identifiers of the locales in kNames. Any other locale has the facts of the user's, which cost
+// the same.
 LCID IdOf(const std::string& name) {
     constexpr LCID kIds[] = {0x0409, 0x0407, 0x040C, 0x0411, 0x0412,
                              0x0404, 0x041E, 0x0401, 0x0419, 0x0439};

@@ -1,4 +1,4 @@
-// GetNumberFormat and GetCurrencyFormat, with the German format given.
+// GetNumberFormat and GetCurrencyFormat with the German format as a parameter.
 #include "bench/number_bench.h"
 
 #include <windows.h>

@@ -5,7 +5,7 @@
 
 namespace {
 
-// With the separators that the command knows.
+// With the separators that the command accepts.
 const char* TypePages() {
     static std::string s_command = "cmd /c type " BENCH_PAGES "\\pages.EUC-JP";
     std::replace(s_command.begin() + 12, s_command.end(), '/', '\\');

@@ -1,4 +1,5 @@
-// LoadString, and what it does: the text in the library's memory by FindResource, as UTF-16.
+// LoadString, and its equivalent: FindResource, which returns the UTF-16 text in the library's
+// memory.
 #include "bench/resource_bench.h"
 
 #include <windows.h>

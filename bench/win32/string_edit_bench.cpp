@@ -1,4 +1,4 @@
-// Letter case by the system; it has nothing for the rest.
+// Letter case by the system, which has nothing comparable for other operations.
 #include "bench/string_edit_bench.h"
 
 #include <windows.h>

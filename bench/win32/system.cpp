@@ -2,12 +2,12 @@
 
 #include <string_view>
 
-// The processor's time comes in ticks of 10 ms.
+// Real time, because processor time has a resolution of only 10 ms.
 double TimeOf(const benchmark::BenchmarkReporter::Run& run) {
     return run.GetAdjustedRealTime();
 }
 
-// The runtime has nothing for bytes that may hold a 0: the standard library's search.
+// The runtime cannot search bytes that may include a 0, so the standard library's search is used.
 const char* const kFindBytesName = "string_view";
 
 const char* FindBytes(const char* text, std::size_t size, const std::string& wanted) {

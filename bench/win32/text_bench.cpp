@@ -1,4 +1,4 @@
-// Characters counted by the system's own step.
+// Characters counted by the system's own stepping.
 #include "bench/text_bench.h"
 
 #include <windows.h>

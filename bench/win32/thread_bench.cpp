@@ -1,4 +1,4 @@
-// The system's own locks: a critical section is recursive, as the library's mutex is.
+// The system's own locks. A critical section is recursive, like the library's mutex.
 #include <benchmark/benchmark.h>
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-// A formatted line and a bare WriteFile().
+// A formatted line with a plain WriteFile().
 #include <benchmark/benchmark.h>
 #include <windows.h>
 

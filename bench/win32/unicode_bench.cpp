@@ -1,4 +1,4 @@
-// The system's conversion, by way of UTF-16 where neither side is that.
+// The system's conversion, by way of UTF-16 if neither side is UTF-16.
 #include "bench/unicode_bench.h"
 
 #include <windows.h>

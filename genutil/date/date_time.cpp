@@ -159,7 +159,7 @@ unsigned char CGNDateTime::VerifyDateTime(struct tm* local) {
         m_rangeStatus = kBadTime;
         return 0;
     }
-    // The last day is the same in every zone, so that what was stored in one is good in all.
+    // The last day is the same in every zone, so that a value stored in one zone is valid in all.
     if (local->tm_year == kYearOfTheEnd) {
         if (local->tm_mon > 0 || local->tm_mday > kDayOfTheEnd) {
             m_rangeStatus = kBadDate;

@@ -145,7 +145,7 @@ void CGNTrace::WriteMsg(const char* fileLine, short mask, const CGNString& modul
     CGNString format;
     OSLoadString(format, messageId);
     if (!IsMessageFormat(format)) {
-        // Written as it is.
+        // Written literally.
         WriteText(fileLine, mask, module, "%s", static_cast<const char*>(format));
         return;
     }

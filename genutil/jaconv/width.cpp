@@ -3,7 +3,9 @@
 #include <cstring>
 
 #include "genutil/jaconv/jis.h"
+#include "genutil/mbutil/code_page.h"
 #include "genutil/mbutil/code_set.h"
+#include "genutil/mbutil/wide_convert.h"
 #include "mbutil.h"
 
 using namespace genutil;
@@ -99,13 +101,37 @@ char* ConvertNumbers(const char* src, char* dst, int length, Put put) {
     return dst;
 }
 
+// The full-width form of a character of ASCII, where the code set has a code of two bytes for it.
+unsigned FullWidthCode(const CodePage& page, char c) {
+    if (c < 0x20 || c > 0x7E) return 0;
+    const unsigned code = page.Back(c == ' ' ? 0x3000u : 0xFF01u + static_cast<unsigned>(c - '!'));
+    return code >= kLowestPairCell ? code : 0;
+}
+
+// In the Chinese and Korean code sets, which have ASCII twice.
+char* WidenAsciiText(const char* src, char* dst) {
+    const CodePage* const page = CurrentCodePage();
+    if (!page || page->form != CodeForm::kPairs) return Copy(src, dst);
+    char* out = dst;
+    for (const char* p = src; *p != '\0';) {
+        const char* const next = p + mbbytesinchar(reinterpret_cast<const unsigned char*>(p));
+        if (const unsigned code = FullWidthCode(*page, *p)) {
+            out = PutPair(out, code);
+            p = next;
+        }
+        while (p != next) *out++ = *p++;
+    }
+    *out = '\0';
+    return dst;
+}
+
 }  // namespace
 
 char* mbHanToZenStr(const char* src, char* dst) {
     if (src == nullptr || dst == nullptr) return nullptr;
     EnsureInitialised();
     if (g_codeSetState.codeSet != mbEucJp && g_codeSetState.codeSet != mbShiftJis)
-        return Copy(src, dst);
+        return WidenAsciiText(src, dst);
     char* out = dst;
     for (const char* p = src; *p != '\0';) {
         const int length = mbbytesinchar(reinterpret_cast<const unsigned char*>(p));

@@ -10,6 +10,7 @@
 #include "genutil/string/unit_search.h"
 #include "mbutil.h"
 
+using genutil::Placing;
 using genutil::Rule;
 using genutil::Units;
 using Storage = genutil::StringStorage;
@@ -108,7 +109,7 @@ void CGNString::ExpandSpecials() {
     // Tabs are kept, because programs expect them in expanded texts.
     static constexpr Rule kRules[] = {{"\b", "\\b"}, {"\n", "\\n"},  {"\f", "\\f"},
                                       {"\r", "\\r"}, {"\"", "\\\""}, {"\\", "\\\\"}};
-    Storage::Replace(*this, kRules, std::size(kRules), Units::kCharacters);
+    Storage::Replace(*this, kRules, std::size(kRules), Units::kCharacters, Placing::kAssigned);
 }
 
 namespace {
@@ -176,14 +177,21 @@ void CGNString::UnexpandSpecials() {
     const std::size_t count = m_wideLength;
     std::size_t at = genutil::FindUnits(wide, count, &backslash, 1, 0);
     if (at == genutil::kNotFound) return;
-    // Room for every character, with escape sequences if the code set has them. The text of an
-    // escape is always longer than the byte that it produces.
-    const std::size_t longest = genutil::LongestNarrow();
+    // Room for every character, with escape sequences where the code set has them; what is read of
+    // an escape is longer than the byte that it produces.
+    const bool broken = Storage::IsBroken(*this);
+    const std::size_t longest = broken ? 1 : genutil::LongestNarrow();
     const std::uint64_t room = std::uint64_t{count} * (longest ? longest : 16);
     char* const text = genutil::NewText<char>(room);
     if (!text) return;
     std::size_t length = 0, done = 0;
     const auto convert = [&](std::size_t end) {
+        if (broken) {
+            genutil::CopyUnits(text + length, m_data + done, end - done);
+            length += end - done;
+            done = end;
+            return;
+        }
         length += static_cast<std::size_t>(genutil::ToNarrowLossy(
             text + length, static_cast<std::size_t>(room) - length, wide + done, end - done));
         done = end;
@@ -207,5 +215,5 @@ void CGNString::UnexpandSpecials() {
         if (at >= count) break;
     }
     convert(count);
-    Storage::Adopt(*this, genutil::FitText(text, length, room), length, length);
+    Storage::Adopt(*this, text, length, room, Placing::kAssigned);
 }

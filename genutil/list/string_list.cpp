@@ -56,13 +56,6 @@ CGNStringList* CopyOf(const CGNStringList& list) {
     return nullptr;
 }
 
-// The position of the first string equal to s, or -1.
-int Find(const CGNStringList& list, const CGNString& s) {
-    for (int i = 0; i < list.GetCount(); ++i)
-        if (const CGNString* item = list.GetItem(i); item && *item == s) return i;
-    return -1;
-}
-
 }  // namespace
 
 // -- CGNStringList -------------------------------------------------------------------------------
@@ -116,13 +109,13 @@ void CGNStringList::DeleteItem(int index) {
 }
 
 unsigned char CGNStringList::AddUnique(const CGNString& s) {
-    return Find(*this, s) < 0 && AddItem(s);
+    return Find(s) < 0 && AddItem(s);
 }
 
 unsigned char CGNStringList::InsertUnique(int index, const CGNString& s) {
     CGNString* copy = CopyOf(s);  // first, because s may be the item that is deleted
     if (!copy) return 0;
-    DeleteItem(Find(*this, s));
+    DeleteItem(Find(s));
     return Strings::Insert(*this, index, copy);
 }
 
@@ -152,25 +145,31 @@ unsigned int CGNStringList::ParseFrom(const CGNString& text, char separator) {
 
 namespace {
 
-bool ComesBefore(GNItem a, GNItem b) {
-    const auto* x = reinterpret_cast<const CGNString*>(a);
-    const auto* y = reinterpret_cast<const CGNString*>(b);
-    if (!x || !y) return !x && y;
-    return mbstrcoll(*x, *y) < 0;
-}
+// An order of strings, in which null items come first.
+struct Order {
+    bool (*before)(const CGNString&, const CGNString&, void*);
+    void* argument;
 
-// Moves the item at `root` down in its heap. The hole first moves down to a leaf and the item then
-// up from there, which halves the comparisons, the dominant cost.
-void Sink(GNItem* items, int root, int size) {
+    bool operator()(GNItem a, GNItem b) const {
+        const auto* x = reinterpret_cast<const CGNString*>(a);
+        const auto* y = reinterpret_cast<const CGNString*>(b);
+        if (!x || !y) return !x && y;
+        return before(*x, *y, argument);
+    }
+};
+
+// Lets the item at `root` sink into the heap below it: the hole goes down to a leaf first and the
+// item climbs from there, which halves the comparisons, and these are what costs.
+void Sink(GNItem* items, int root, int size, const Order& comesBefore) {
     const GNItem item = items[root];
     int hole = root;
     while (hole < size / 2) {
         int child = 2 * hole + 1;
-        if (child + 1 < size && ComesBefore(items[child], items[child + 1])) ++child;
+        if (child + 1 < size && comesBefore(items[child], items[child + 1])) ++child;
         items[hole] = items[child];
         hole = child;
     }
-    while (hole > root && ComesBefore(items[(hole - 1) / 2], item)) {
+    while (hole > root && comesBefore(items[(hole - 1) / 2], item)) {
         items[hole] = items[(hole - 1) / 2];
         hole = (hole - 1) / 2;
     }
@@ -179,16 +178,52 @@ void Sink(GNItem* items, int root, int size) {
 
 }  // namespace
 
-// A heap, because mbstrcoll is not a strict order if allocation fails for a comparison. Whatever
-// the results are, this sort stays within the array, allocates nothing and terminates.
 void CGNStringList::Sort() {
+    SortBy([](const CGNString& a, const CGNString& b, void*) { return mbstrcoll(a, b) < 0; },
+           nullptr);
+}
+
+// A heap, because mbstrcoll is no strict order where memory runs out for a comparison: whatever the
+// answers are, this stays within the array, needs no memory and ends.
+void CGNStringList::SortBy(bool (*before)(const CGNString&, const CGNString&, void*),
+                           void* argument) {
     GNItem* items = CGNList::GetItemListPtr();
+    const Order comesBefore{before, argument};
     const int count = GetCount();
-    for (int root = count / 2 - 1; root >= 0; --root) Sink(items, root, count);
+    for (int root = count / 2 - 1; root >= 0; --root) Sink(items, root, count, comesBefore);
     for (int size = count - 1; size > 0; --size) {
         std::swap(items[0], items[size]);
-        Sink(items, 0, size);
+        Sink(items, 0, size, comesBefore);
     }
+}
+
+int CGNStringList::Find(const CGNString& s, int start) const {
+    for (int i = start < 0 ? GetCount() : start; i < GetCount(); ++i)
+        if (const CGNString* item = GetItem(i); item && *item == s) return i;
+    return -1;
+}
+
+CGNString CGNStringList::Join(const char* separator) const {
+    const std::string_view between = separator ? separator : "";
+    std::uint64_t length = 0;
+    for (const CGNString* item : *this) length += (item ? item->GetLength() : 0) + between.size();
+    CGNString text;
+    if (GetCount() == 0) return text;
+    length -= between.size();
+    char* const made = genutil::NewText<char>(length);
+    if (!made) return text;
+    char* at = made;
+    const auto append = [&at](std::string_view part) {
+        genutil::CopyUnits(at, part.data(), part.size());
+        at += part.size();
+    };
+    for (int i = 0; i < GetCount(); ++i) {
+        if (i > 0) append(between);
+        if (const CGNString* item = GetItem(i)) append(item->View());
+    }
+    *at = 0;
+    genutil::StringStorage::Adopt(text, made, length, length, genutil::Placing::kStored);
+    return text;
 }
 
 // -- CGNStringListList ---------------------------------------------------------------------------

@@ -148,7 +148,8 @@ void CLCLocale::TakeTimeFormat(const CGNString& format) {
     m_timeFormat = format;
     const int codeSet = GetCodeSet();
     m_24Hour = PatternHas(m_timeFormat, codeSet, 'H');
-    const char* const at = m_timeFormat + std::strspn(m_timeFormat, " hHmst");
+    const char* const at =
+        static_cast<const char*>(m_timeFormat) + std::strspn(m_timeFormat, " hHmst");
     if (*at == 0 || *at == '\'') return;
     const int length = mbbytesinchartype(reinterpret_cast<const unsigned char*>(at), codeSet);
     m_timeSeparator.CopyNBytes(at, static_cast<unsigned>(length));

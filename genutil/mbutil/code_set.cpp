@@ -29,20 +29,29 @@ const LocaleRow* FindLocaleByName(const char* name) {
     const std::size_t length = std::strcspn(name, ".@");
     const LocaleRow* reserved = nullptr;
     for (const LocaleRow* row = kLocaleTable; row->language; ++row) {
-        if (row->name[0] != name[0] || row->name[1] != name[1]) continue;  // most, at once
+        if (row->name[0] != name[0] || row->name[1] != name[1])
+            continue;  // excludes most rows
+                       // quickly
         if (std::strncmp(row->name, name, length) != 0 || row->name[length]) continue;
-        // 0x0400 and 0x0800 are no locale's own identifier: "en_US" means the row of 0x0409.
+        // 0x0400 and 0x0800 do not identify a specific locale: "en_US" means the row of 0x0409.
         if (PrimaryLanguage(row->language)) return row;
         if (!reserved) reserved = row;
     }
     return reserved;
 }
 
-unsigned UserLanguage() {
-    const platform::UserLocale user = platform::GetUserLocale();
+static unsigned LanguageOf(const platform::UserLocale& user) {
     if (user.language) return user.language;
     const LocaleRow* row = FindLocaleByName(user.name);
     return row ? row->language : 0;
+}
+
+unsigned UserLanguage() {
+    return LanguageOf(platform::GetUserLocale());
+}
+
+unsigned UserDefaultLanguage() {
+    return LanguageOf(platform::GetUserDefaultLocale());
 }
 
 int CodeSetOfCodePage(unsigned codePage) {

@@ -45,6 +45,8 @@ const LocaleRow* FindLocaleByName(const char* name);
 // without a sublanguage gets the default one.
 int CodeSetOfLanguage(unsigned language);
 
+// Returns the language identifier that the user chose, whatever the calling thread uses.
+unsigned UserDefaultLanguage();
 // Return the language identifier of the user's locale, and the code set of its ANSI code page.
 unsigned UserLanguage();
 int UserAnsiCodeSet();

@@ -5,6 +5,7 @@
 #include "genutil/mbutil/ascii_units.h"
 #include "genutil/mbutil/code_read.h"
 #include "genutil/mbutil/pivot.h"
+#include "genutil/mbutil/wide_convert.h"
 
 namespace genutil {
 
@@ -248,6 +249,20 @@ Stop DecodeIso2022(const CodePage& page, Source& src, unsigned char*& out, unsig
 std::size_t BadLengthIso2022(const CodePage& page, const Source& src) {
     const CodeRead read = ReadOne(page, src);
     return read.length == 0 ? 1 : read.length;
+}
+
+Group ReadGroupIso2022(const CodePage& page, Source& src) {
+    const unsigned byte = *src.at;
+    const unsigned char* const begin = src.at;
+    if (SkipControl(page.form, src))
+        return {static_cast<unsigned>(src.at - begin), kFirstByte + byte};
+    const CodeRead read = ReadOne(page, src);
+    const unsigned length = read.length == 0 ? 1 : read.length;
+    src.at += length;
+    if (read.length == 0) return {1, kRawByte + byte};
+    if (read.character == '\n') EndLine(page.form, src.state);
+    const bool isOwn = length == 1 && read.character == byte;
+    return {length, isOwn ? byte : kFirstByte + byte};
 }
 
 Stop EncodeIso2022(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,

@@ -57,6 +57,15 @@ Stop EncodeIso2022(const CodePage& page, const unsigned char*& units, const unsi
                    Sink& dst);
 void CloseIso2022(const CodePage& page, Sink& dst);
 
+// Bytes at src that belong together, in text of which something is invalid: a character's or an
+// escape sequence's, or one that begins neither. Advances src. `unit` is what the first is carried
+// as.
+struct Group {
+    unsigned length;
+    unsigned unit;
+};
+Group ReadGroupIso2022(const CodePage& page, Source& src);
+
 // Returns to ASCII at the end of a text.
 inline void CloseText(const CodePage& page, Sink& dst) {
     if (page.base) CloseIso2022(page, dst);

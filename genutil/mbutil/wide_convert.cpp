@@ -7,6 +7,7 @@
 #include "genutil/mbutil/code_read.h"
 #include "genutil/mbutil/code_set.h"
 #include "genutil/mbutil/pivot.h"
+#include "genutil/mbutil/step.h"
 #include "osutil/platform/locale/locales.h"
 
 namespace genutil {
@@ -34,43 +35,103 @@ std::size_t CharactersIn(const unsigned short* text) {
     return static_cast<std::size_t>(end - text);
 }
 
-// Bytes unknown to the code set are represented by units that are not a character.
-bool IsRawByte(const unsigned char* unit, const unsigned char* end) {
-    const unsigned value = unit < end ? LoadUnit(unit) : 0;
-    return value > kRawByte && value <= kRawByte + 0xFFu;
+// Of a character by its form that the code set does not have; 1 for a byte that begins none.
+unsigned UnassignedLength(const Source& src) {
+    if (!g_currentStep) return 1;
+    const auto left = static_cast<unsigned>(src.end - src.at);
+    const int length = CharacterLength(*g_currentStep, src.at, left);
+    return length > 0 && static_cast<unsigned>(length) <= left ? static_cast<unsigned>(length) : 1;
+}
+
+// As ReadGroupIso2022, in any code set.
+Group ReadGroup(const CodePage& page, Source& src) {
+    const unsigned byte = *src.at;
+    if (page.base) return ReadGroupIso2022(page, src);
+    unsigned character = byte, length = 1;
+    if (page.form == CodeForm::kUtf8) {
+        if (byte >= 0x80) {
+            character = kNoCharacter;
+            length = ReadUtf8(src.at, src.end).length;
+        }
+    } else {
+        character = page.bytes[byte];
+        if (character == kNoCharacter) length = ReadCode(page, src.at, src.end).length;
+    }
+    if (length == 0) length = UnassignedLength(src);
+    src.at += length;
+    if (character != kNoCharacter) return {1, character};
+    return {length, (length == 1 ? kRawByte : kFirstByte) + byte};
+}
+
+constexpr std::size_t kLongestGroup = 4;
+
+// The bytes that are carried at units and belong together, and their number; 0 when the first is
+// none, or one that is a character of its own: text of others must not smuggle in a backslash.
+// Bytes that are said to make a character must make one.
+unsigned ReadCarried(const CodePage& page, const unsigned char* units, const unsigned char* end,
+                     unsigned char (&bytes)[kLongestGroup]) {
+    const unsigned first = LoadUnit(units);
+    if (!IsCarriedByte(first)) return 0;
+    const unsigned later = first < kFirstByte ? kRawByte : kLaterByte;
+    unsigned n = 0;
+    do bytes[n] = static_cast<unsigned char>(LoadUnit(units + 2 * n));
+    while (++n < kLongestGroup && units + 2 * n < end &&
+           (LoadUnit(units + 2 * n) & 0xFF00) == later);
+    // What belongs together with escapes depends on what came before.
+    if (page.base) return later == kRawByte && bytes[0] >= 0x20 && bytes[0] < 0x80 ? 0 : 1;
+    Source src{bytes, bytes + n};
+    const Group group = ReadGroup(page, src);
+    if (!IsCarriedByte(group.unit)) return 0;
+    return later == kRawByte || group.length == n ? group.length : 0;
+}
+
+std::ptrdiff_t SizeAt(const unsigned char* units, const unsigned char* end) {
+    const bool pair =
+        IsHighSurrogate(LoadUnit(units)) && end - units >= 4 && IsLowSurrogate(LoadUnit(units + 2));
+    return pair ? 4 : 2;
 }
 
 enum class Unknown { kRefuse, kReplace };
 
-// Encodes units to dst. At a bad unit it writes the raw byte, or acts according to `unknown`.
+// Encodes units into dst; at a bad one puts the byte that it carries, or what `unknown` says.
 Stop EncodeText(const CodePage& page, const unsigned char*& units, const unsigned char* end,
                 Sink& dst, Unknown unknown) {
     static const unsigned short question = '?';
     for (;;) {
         const Stop stop = Encode(page, units, end, dst);
         if (stop != Stop::kBad) return stop;
-        if (IsRawByte(units, end)) {
+        unsigned char bytes[kLongestGroup];
+        if (const unsigned n = ReadCarried(page, units, end, bytes)) {
             CloseText(page, dst);
-            if (dst.at == dst.end) return Stop::kFull;
-            *dst.at++ = static_cast<unsigned char>(LoadUnit(units));
+            if (static_cast<std::size_t>(dst.end - dst.at) < n) return Stop::kFull;
+            for (unsigned i = 0; i < n; ++i) *dst.at++ = bytes[i];
+            units += 2 * n;
         } else if (unknown == Unknown::kRefuse) {
             return Stop::kBad;
         } else {
             const unsigned char* at = Bytes(&question);
             if (Encode(page, at, at + 2, dst) != Stop::kDone) return Stop::kFull;
+            units += SizeAt(units, end);
         }
-        const bool pair = IsHighSurrogate(LoadUnit(units)) && end - units >= 4 &&
-                          IsLowSurrogate(LoadUnit(units + 2));
-        units += pair ? 4 : 2;
     }
+}
+
+// Carried text has its own announcement of a code set with escapes, or none.
+Sink BeginText(const CodePage& page, unsigned char* begin, unsigned char* end,
+               const unsigned char* units, const unsigned char* unitsEnd) {
+    Sink dst{begin, end};
+    if (page.base)
+        for (const unsigned char* u = units; u < unitsEnd && !dst.state.begun; u += 2)
+            dst.state.begun = IsCarriedByte(LoadUnit(u));
+    return dst;
 }
 
 long Narrow(const CodePage* page, char* out, std::size_t limit, const unsigned short* text,
             const unsigned char* end, Unknown unknown) {
     if (!page) return -1;
     const auto start = reinterpret_cast<unsigned char*>(out);
-    Sink dst{start, start + limit};
     const unsigned char* units = Bytes(text);
+    Sink dst = BeginText(*page, start, start + limit, units, end);
     if (EncodeText(*page, units, end, dst, unknown) == Stop::kBad) return -1;
     CloseText(*page, dst);
     if (dst.at < dst.end) *dst.at = 0;
@@ -124,14 +185,22 @@ long FromUtf8(unsigned short* out, const char* text, std::size_t bytes) {
 
 void ToWideBytewise(unsigned short* out, const char* text, std::size_t bytes) {
     const CodePage* page = CurrentCodePage();
-    const auto p = reinterpret_cast<const unsigned char*>(text);
-    for (std::size_t i = 0; i < bytes; ++i) {
-        const bool tables =
-            page && (page->form == CodeForm::kSingleByte || page->form == CodeForm::kPairs);
-        const unsigned character = tables ? page->bytes[p[i]] : p[i] < 0x80 ? p[i] : kNoCharacter;
-        out[i] =
-            static_cast<unsigned short>(character != kNoCharacter ? character : kRawByte + p[i]);
+    const auto begin = reinterpret_cast<const unsigned char*>(text);
+    for (Source src{begin, begin + bytes}; src.at < src.end;) {
+        const unsigned char* p = src.at;
+        if (!page) {
+            *out++ = static_cast<unsigned short>(*p < 0x80 ? *p : kRawByte + *p);
+            ++src.at;
+            continue;
+        }
+        *out++ = static_cast<unsigned short>(ReadGroup(*page, src).unit);
+        while (++p < src.at) *out++ = static_cast<unsigned short>(kLaterByte + *p);
     }
+}
+
+bool CarriesCharacters() {
+    const CodePage* page = CurrentCodePage();
+    return !page || page->form != CodeForm::kIso2022Jp;
 }
 
 std::int64_t NarrowLength(const unsigned short* text, std::size_t count) {
@@ -140,7 +209,7 @@ std::int64_t NarrowLength(const unsigned short* text, std::size_t count) {
     const unsigned char* units = Bytes(text);
     const unsigned char* const end = Bytes(text + count);
     unsigned char chunk[512];
-    Sink dst{chunk, chunk + sizeof chunk};
+    Sink dst = BeginText(*page, chunk, chunk + sizeof chunk, units, end);
     for (std::int64_t length = 0;;) {
         const Stop stop = EncodeText(*page, units, end, dst, Unknown::kRefuse);
         if (stop == Stop::kBad) return -1;
@@ -163,6 +232,43 @@ long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text, std
     return Narrow(CurrentCodePage(), out, limit, text, Bytes(text + count), Unknown::kReplace);
 }
 
+std::size_t ReplaceUnconvertible(unsigned short* text, std::size_t count) {
+    const CodePage* page = CurrentCodePage();
+    const unsigned char* units = Bytes(text);
+    const unsigned char* const end = Bytes(text + count);
+    unsigned short* out = text;
+    unsigned char chunk[512];
+    Sink dst{chunk, chunk + sizeof chunk};
+    while (page && units < end) {
+        const unsigned char* const begin = units;
+        dst.at = chunk;
+        const Stop stop = Encode(*page, units, end, dst);
+        const auto converted = static_cast<std::size_t>(units - begin);
+        std::memmove(out, begin, converted);
+        out += converted / 2;
+        if (stop != Stop::kBad) continue;
+        *out++ = '?';
+        units += SizeAt(units, end);
+    }
+    return static_cast<std::size_t>(out - text);
+}
+
+bool HasSurrogates(const unsigned short* text, std::size_t count) {
+    unsigned found = 0;
+    for (std::size_t i = 0; i < count; ++i) found |= IsSurrogate(text[i]);
+    return found != 0;
+}
+
+bool HasCode(unsigned short character) {
+    const CodePage* page = CurrentCodePage();
+    if (!page) return false;
+    if (page->back) return character == 0 || page->Back(character) != 0;
+    unsigned char bytes[16];
+    Sink dst{bytes, bytes + sizeof bytes};
+    const unsigned char* units = Bytes(&character);
+    return Encode(*page, units, units + 2, dst) == Stop::kDone;
+}
+
 std::int64_t NarrowLength(const unsigned short* text) {
     return NarrowLength(text, CharactersIn(text));
 }
@@ -176,25 +282,32 @@ std::size_t LongestNarrow() {
     return page->form == CodeForm::kUtf8 ? 3 : page->longest;
 }
 
-int ToWideCharacter(unsigned short* out, const char* text, std::size_t bytes) {
+int ToWidePair(unsigned short (&out)[2], unsigned* units, const char* text, std::size_t bytes) {
     const CodePage* page = CurrentCodePage();
     if (!page) return -1;
     if (bytes == 0 || *text == 0) return 0;
     const std::size_t longest = bytes < 16 ? bytes : 16;  // escape sequences and a character
     Source src = SourceOf(text, longest);
-    unsigned char unit[2];
-    unsigned char* end = unit;
-    // Escape sequences after the character would make it seem longer, so the text is offered byte
-    // by byte.
+    // With escapes behind it the character would seem longer, so the text is offered byte by byte.
     const unsigned char* const textEnd = src.end;
     for (src.end = src.at + 1; src.end <= textEnd; ++src.end) {
         Source attempt = src;
-        if (Decode(*page, attempt, end, unit + 2) == Stop::kBad) continue;
-        if (end == unit) continue;
-        *out = static_cast<unsigned short>(LoadUnit(unit));
-        return static_cast<int>(attempt.at - src.at);
+        unsigned char* end = Bytes(out);
+        if (Decode(*page, attempt, end, Bytes(out + 2)) == Stop::kBad) continue;
+        *units = static_cast<unsigned>(end - Bytes(out)) / 2;
+        if (*units != 0) return static_cast<int>(attempt.at - src.at);
     }
     return -1;
+}
+
+int ToWideCharacter(unsigned short* out, const char* text, std::size_t bytes) {
+    unsigned short characters[2];
+    unsigned units;
+    const int taken = ToWidePair(characters, &units, text, bytes);
+    if (taken <= 0) return taken;
+    if (units != 1) return -1;
+    *out = characters[0];
+    return taken;
 }
 
 int ToNarrowCharacter(char* out, unsigned short character) {

@@ -2,8 +2,10 @@
 // mbstowcs family but without its locale. Texts are NUL-terminated. A result of -1 means that a
 // character does not convert.
 //
-// A unit of 0xDC00 + b that does not follow a high surrogate represents the raw byte b in every
-// code set. Text that is invalid in the code set can therefore be kept in 16-bit form without loss.
+// Text that is invalid in the code set is carried in 16-bit form unharmed, one unit for each byte.
+// A byte that is a character of its own has that character's unit, any other a low surrogate
+// without a high one: 0xDC00 + b for a byte that belongs to no character, 0xDD00 + b for the first
+// byte of a character or of an escape sequence, 0xDE00 + b for a later one.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +18,15 @@ struct CodePage;
 // Returns the tables that all functions here use. Returns null in the cases of FindCodePage().
 const CodePage* CurrentCodePage();
 
-constexpr unsigned short kRawByte = 0xDC00;
+constexpr unsigned short kRawByte = 0xDC00, kFirstByte = 0xDD00, kLaterByte = 0xDE00;
+
+constexpr bool IsSurrogate(unsigned unit) {
+    return unit >= 0xD800 && unit <= 0xDFFF;
+}
+// Whether a unit without a high surrogate before it is a byte of text that is carried.
+constexpr bool IsCarriedByte(unsigned unit) {
+    return unit > kRawByte && unit < kLaterByte + 0x100 && (unit & 0xFF) != 0;
+}
 
 // Returns the number of 16-bit characters of a text, excluding the terminator. Reads at most
 // `bytes` bytes.
@@ -26,12 +36,15 @@ std::int64_t WideLength(const char* text, std::size_t bytes);
 // it. Returns the number stored, excluding the terminator.
 long ToWide(unsigned short* out, std::size_t limit, const char* text, std::size_t bytes);
 
-// Converts each byte that is a character by itself, and every other byte b to kRawByte + b. Stores
-// exactly `bytes` units. For text that ToWide() rejects.
+// Carries text that ToWide refuses; stores exactly `bytes` units.
 void ToWideBytewise(unsigned short* out, const char* text, std::size_t bytes);
 
-// Returns the number of bytes that a text needs, excluding the terminator, or -1 if a character
-// does not convert.
+// Whether every character of one byte is carried as itself. Katakana in ISO-2022-JP are not, since
+// bytes below 0x80 can be those too.
+bool CarriesCharacters();
+
+// Bytes that text needs, terminator excluded; -1 when a character does not convert. A carried byte
+// that is a character of its own does not.
 std::int64_t NarrowLength(const unsigned short* text);
 
 // Stores whole characters in at most `limit` bytes, and a terminator if there is room for it.
@@ -49,9 +62,18 @@ long ToNarrow(char* out, std::size_t limit, const unsigned short* text, std::siz
 // Same as ToNarrow(), with '?' for each character that does not convert. Never fails.
 long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
 
-// Convert UTF-8, independent of the code set. FromUtf8() stores the characters of `bytes` bytes,
-// none of which is 0, in at most as many units. Returns their number, or -1 if the text is invalid.
-// ToUtf8() is ToNarrow() to UTF-8. Three bytes for each unit are sufficient.
+// Puts '?' for each character that does not convert and for each carried byte, which text of others
+// cannot mean. Returns the number of units that are left.
+std::size_t ReplaceUnconvertible(unsigned short* text, std::size_t count);
+
+// Whether there are surrogates in a text.
+bool HasSurrogates(const unsigned short* text, std::size_t count);
+// Whether the code set has a character.
+bool HasCode(unsigned short character);
+
+// UTF-8 whatever the code set. FromUtf8 stores the characters of `bytes` bytes, of which none is 0,
+// in at most as many units, and returns their number; -1 when the text is invalid. ToUtf8 is
+// ToNarrow into UTF-8; three bytes for each unit are enough.
 long FromUtf8(unsigned short* out, const char* text, std::size_t bytes);
 long ToUtf8(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
 
@@ -59,9 +81,11 @@ long ToUtf8(char* out, std::size_t limit, const unsigned short* text, std::size_
 // which are additional.
 std::size_t LongestNarrow();
 
-// Convert one character. ToWideCharacter() returns the number of bytes read (0 at a terminator) or
-// -1. ToNarrowCharacter() returns the number of bytes stored (1 to 4, without a terminator) or -1.
+// One character. ToWideCharacter returns the number of bytes it took (0 at a terminator) or -1; -1
+// too for a pair, which ToWidePair stores with the number of units. ToNarrowCharacter returns the
+// number of bytes stored (1 to 4; no terminator is added) or -1.
 int ToWideCharacter(unsigned short* out, const char* text, std::size_t bytes);
+int ToWidePair(unsigned short (&out)[2], unsigned* units, const char* text, std::size_t bytes);
 int ToNarrowCharacter(char* out, unsigned short character);
 
 // Simple Unicode case mapping of one 16-bit character, applied if the reverse mapping returns to

@@ -30,7 +30,7 @@ struct DecimalNumber {
     bool negative = false;
     char storage[2 * kMaxDigits];
 
-    // Leaves the storage as it is: it is filled when it is used.
+    // Does not initialise the storage, which is filled on use.
     DecimalNumber() {}  // NOLINT(modernize-use-equals-default)
     DecimalNumber(const DecimalNumber&) = delete;
     DecimalNumber& operator=(const DecimalNumber&) = delete;

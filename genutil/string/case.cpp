@@ -2,16 +2,17 @@
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
+#include <type_traits>
 
 #include "genstring.h"
 #include "genutil/mbutil/ascii_run.h"
 #include "genutil/mbutil/character_table.h"
 #include "genutil/mbutil/round_trip.h"
+#include "genutil/mbutil/wide_convert.h"
 #include "genutil/string/storage.h"
+#include "osutil/platform/locale/text_forms.h"
 
-using genutil::CharacterPage;
 using genutil::IsOfClass;
-using genutil::PageOfCharacter;
 using Storage = genutil::StringStorage;
 namespace platform = genutil::platform;
 
@@ -26,29 +27,53 @@ bool AreBytesCharacters(std::string_view text) {
            std::memchr(bytes, 0, text.size()) == nullptr && genutil::IsExactText(text);
 }
 
-// Texts such as names of keys need no 16-bit form. False, with the text as it was, for others.
-bool MapBytes(char* text, std::size_t length, bool upper) {
-    if (!AreBytesCharacters({text, length})) return false;
+// Without a branch, which letters mislead.
+template <class Unit>
+void MapAscii(Unit* text, std::size_t length, bool upper) {
     const unsigned first = upper ? 'a' : 'A';
-    for (std::size_t i = 0; i < length; ++i) {  // without a branch, which letters mislead
-        const unsigned c = static_cast<unsigned char>(text[i]);
-        text[i] = static_cast<char>(c - first < 26 ? c ^ ('a' ^ 'A') : c);
+    for (std::size_t i = 0; i < length; ++i) {
+        const unsigned c = static_cast<std::make_unsigned_t<Unit>>(text[i]);
+        text[i] = static_cast<Unit>(c - first < 26 ? c ^ ('a' ^ 'A') : c);
     }
-    return true;
 }
 
 }  // namespace
 
+// Maps the characters from `begin` to `end`, and builds the bytes anew.
+void genutil::StringStorage::MapCharacters(CGNString& s, std::uint32_t begin, std::uint32_t end,
+                                           unsigned short (*map)(unsigned short)) {
+    const bool broken = IsBroken(s);
+    for (std::uint32_t i = begin; i < end; ++i) {
+        const unsigned short c = s.m_wide[i], mapped = map(c);
+        // A letter whose counterpart the code set lacks has none.
+        if (mapped == c || (mapped >= 0x80 && !HasCode(mapped))) continue;
+        if (broken) {  // where each character is a byte
+            char byte[4];
+            if (ToNarrowCharacter(byte, mapped) != 1) continue;
+            s.m_data[i] = byte[0];
+        }
+        s.m_wide[i] = mapped;
+    }
+    Rebuild(s);
+}
+
+void CGNString::FoldCase() {
+    if (IsEmpty() || !Storage::EnsureWide(*this)) return;
+    Storage::MapCharacters(*this, 0, m_wideLength, platform::FoldCase);
+}
+
 void CGNString::MapCase(int index, bool upper) {
-    if (IsEmpty() || (index == kAll && !m_wide && MapBytes(m_data, m_length, upper))) return;
-    if (!Storage::EnsureWide(*this)) return;
-    const auto map = upper ? &CharacterPage::upper : &CharacterPage::lower;
+    if (IsEmpty() || !Storage::EnsureWide(*this)) return;
+    if (index == kAll && AreBytesCharacters({m_data, m_length})) {
+        MapAscii(m_data, m_length, upper);
+        MapAscii(m_wide, m_wideLength, upper);
+        Storage::Fit(*this);
+        return;
+    }
     const auto at = static_cast<unsigned>(index);
     const std::uint32_t begin = index == kAll ? 0 : at;
     const std::uint32_t end = index == kAll ? m_wideLength : at < m_wideLength ? at + 1 : at;
-    for (std::uint32_t i = begin; i < end; ++i)
-        m_wide[i] = (PageOfCharacter(m_wide[i]).*map)[m_wide[i] & 0xFF];
-    Storage::RebuildData(*this, 2);
+    Storage::MapCharacters(*this, begin, end, upper ? genutil::ToUpperWide : genutil::ToLowerWide);
 }
 
 void CGNString::ToUpper(int index) {

@@ -12,7 +12,8 @@
 using genutil::CopyUnits;
 using genutil::kNotFound;
 using genutil::NewText;
-using genutil::Owned;
+using genutil::Placing;
+using genutil::WideForm;
 using genutil::WideView;
 using Storage = genutil::StringStorage;
 
@@ -38,21 +39,34 @@ class WideSet {
 
 // -- Search --------------------------------------------------------------------------------------
 
+// Where the characters are as many as the bytes, they are the same in both forms, or are bytes.
+WideForm genutil::StringStorage::FormFor(const CGNString& s) {
+    const bool bytes = MayBeBroken(s) && (CarriesCharacters() || IsBroken(s));
+    return bytes ? WideForm::kBytes : WideForm::kCharacters;
+}
+
 int genutil::StringStorage::Find(const CGNString& s, const WideView& wanted, int start) {
-    if (!EnsureWide(s) || start < 0 || static_cast<unsigned>(start) >= s.m_wideLength ||
-        !wanted.Characters())
+    if (start < 0 || static_cast<unsigned>(start) >= s.m_wideLength || !wanted.Characters())
         return -1;
-    const std::size_t at = FindUnits<Wide>(s.m_wide, s.m_wideLength, wanted.Characters(),
-                                           wanted.Length(), static_cast<unsigned>(start));
+    const Wide* const needle = wanted.Characters();
+    // Bytes are in no valid text, but look like second halves of its pairs.
+    if (wanted.Length() > 0 && !MayBeBroken(s) && IsCarriedByte(needle[0])) return -1;
+    const std::size_t at = FindUnits<Wide>(s.m_wide, s.m_wideLength, needle, wanted.Length(),
+                                           static_cast<unsigned>(start));
     return at == kNotFound ? -1 : static_cast<int>(at);
 }
 
 int CGNString::Find(const CGNString& t, int start) const {
-    return Storage::Find(*this, WideView(t.m_wide, t.m_wideLength, t.m_data, t.m_length), start);
+    if (!Storage::EnsureWide(*this)) return -1;
+    const WideView wanted(t.m_wide, t.m_wideLength, t.m_data, t.m_length, Storage::FormFor(*this));
+    return Storage::Find(*this, wanted, start);
 }
 
 int CGNString::Find(const char* t, int start) const {
-    return Storage::Find(*this, t ? WideView(t, std::strlen(t)) : WideView("", 0), start);
+    if (!t) t = "";
+    if (!Storage::EnsureWide(*this)) return -1;
+    const WideView wanted(t, std::strlen(t), Storage::FormFor(*this));
+    return Storage::Find(*this, wanted, start);
 }
 
 int CGNString::StrChr(unsigned int start, char c) const {
@@ -61,24 +75,62 @@ int CGNString::StrChr(unsigned int start, char c) const {
 }
 
 int CGNString::ReverseFind(const char* ch) const {
-    Wide wanted;
-    if (!genutil::FirstCharacter(ch, &wanted) || !Storage::EnsureWide(*this)) return -1;
-    for (std::uint32_t i = m_wideLength; i-- > 0;)
-        if (m_wide[i] == wanted) return static_cast<int>(i);
+    if (!Storage::EnsureWide(*this)) return -1;
+    const genutil::FirstCharacter wanted(ch, Storage::FormFor(*this));
+    const std::uint32_t n = wanted.Length();
+    if (n == 0 || n > m_wideLength) return -1;
+    for (std::uint32_t i = m_wideLength - n + 1; i-- > 0;)
+        if (m_wide[i] == wanted.Units()[0] && genutil::SameUnits(m_wide + i, wanted.Units(), n))
+            return static_cast<int>(i);
     return -1;
 }
+
+namespace {
+
+// Whether a character of some units is in a set, of which some characters have several units.
+// `decoded`: it is one of a valid text, with which bytes in the set must be decoded to compare.
+bool HasCharacter(const WideView& set, bool decoded, const Wide* character, std::uint32_t units) {
+    for (std::uint32_t i = 0; i < set.Length();) {
+        const Wide* wanted = set.Characters() + i;
+        const std::uint32_t end = genutil::AlignUp(set.Characters(), set.Length(), i + 1);
+        std::uint32_t n = end - i;
+        const bool bytes = decoded && n > 1 && genutil::IsCarriedByte(*wanted);
+        const genutil::FirstCharacter first(bytes ? set.Text() + i : nullptr,
+                                            WideForm::kCharacters);
+        if (bytes) {
+            wanted = first.Units();
+            n = first.Length();
+        }
+        if (n == units && std::equal(character, character + units, wanted)) return true;
+        i = end;
+    }
+    return false;
+}
+
+}  // namespace
 
 // The run from start on of characters that are in the set, or are not.
 int CGNString::RunLength(const CGNString& set, int start, bool in) const {
     if (!Storage::EnsureWide(*this)) return 0;
     if (start < 0 || static_cast<unsigned>(start) >= m_wideLength)
         return static_cast<int>(m_wideLength);
-    const WideView characters(set.m_wide, set.m_wideLength, set.m_data, set.m_length);
-    if (!characters.Characters()) return static_cast<int>(m_wideLength);
-    const WideSet wanted(characters.Characters(), characters.Length());
+    const WideForm form = Storage::FormFor(*this);
+    const bool decoded = form == WideForm::kCharacters;
+    const WideView characters(set.m_wide, set.m_wideLength, set.m_data, set.m_length, form);
+    const Wide* const wanted = characters.Characters();
+    if (!wanted) return static_cast<int>(m_wideLength);
     const auto from = static_cast<std::uint32_t>(start);
     std::uint32_t i = from;
-    while (i < m_wideLength && wanted.Has(m_wide[i]) == in) ++i;
+    if (genutil::HasSurrogates(wanted, characters.Length())) {
+        while (i < m_wideLength) {
+            const std::uint32_t end = genutil::AlignUp(m_wide, m_wideLength, i + 1);
+            if (HasCharacter(characters, decoded, m_wide + i, end - i) != in) break;
+            i = end;
+        }
+    } else {
+        const WideSet units(wanted, characters.Length());
+        while (i < m_wideLength && units.Has(m_wide[i]) == in) ++i;
+    }
     return static_cast<int>(i - from);
 }
 
@@ -92,19 +144,45 @@ int CGNString::FindFirstNotOf(const CGNString& set, int start) const {
 
 // -- Extraction by characters --------------------------------------------------------------------
 
+namespace {
+
+// The end of a part that begins at `start`, before the alignment to characters.
+std::uint32_t EndOf(std::uint32_t length, std::uint32_t start, int count) {
+    const std::uint32_t left = length - start;
+    return start + (count >= 0 ? std::min(left, static_cast<std::uint32_t>(count)) : left);
+}
+
+}  // namespace
+
+char* genutil::StringStorage::NewSubStr(const CGNString& s, std::uint32_t start, int count,
+                                        std::uint32_t* length) {
+    const std::uint32_t end = EndOf(s.m_wideLength, start, count);
+    return NewPart(s, AlignDown(s.m_wide, s.m_wideLength, start),
+                   AlignDown(s.m_wide, s.m_wideLength, end), length);
+}
+
 void CGNString::SubStr(CGNString& out, unsigned int start, int count) const {
     if (!Storage::EnsureWide(*this)) return;
     if (start >= m_wideLength) {
         out.Empty();
         return;
     }
-    const std::uint32_t left = m_wideLength - start;
-    const std::uint32_t taken = count >= 0 ? std::min(left, static_cast<unsigned>(count)) : left;
-    Storage::StoreWide(out, m_wide + start, taken);
+    std::uint32_t length;
+    char* const text = Storage::NewSubStr(*this, start, count, &length);
+    if (!text) return;
+    out.Empty();
+    Storage::Adopt(out, text, length, length, Placing::kRebuilt);
 }
 
 void CGNString::SubStr(unsigned int start, int count) {
-    SubStr(*this, start, count);
+    if (!Storage::EnsureWide(*this)) return;
+    if (start >= m_wideLength) {
+        Empty();
+        return;
+    }
+    std::uint32_t length;
+    if (char* const text = Storage::NewSubStr(*this, start, count, &length))
+        Storage::Adopt(*this, text, length, length, Placing::kAssigned);
 }
 
 void CGNString::MidString(CGNString& out, int start, int count) const {
@@ -113,10 +191,14 @@ void CGNString::MidString(CGNString& out, int start, int count) const {
 
 void CGNString::LeftString(CGNString& out, unsigned int n) const {
     if (!Storage::EnsureWide(*this)) return;
-    if (n < m_wideLength)
-        Storage::StoreWide(out, m_wide, n);
-    else
+    if (n >= m_wideLength) {
         out = *this;
+        return;
+    }
+    std::uint32_t length;
+    const std::uint32_t end = genutil::AlignDown(m_wide, m_wideLength, n);
+    if (char* const text = Storage::NewPart(*this, 0, end, &length))
+        Storage::Adopt(out, text, length, length, Placing::kRebuilt);
 }
 
 void CGNString::RightString(CGNString& out, unsigned int n) const {
@@ -126,15 +208,16 @@ void CGNString::RightString(CGNString& out, unsigned int n) const {
 
 void CGNString::Truncate(unsigned int n) {
     if (!Storage::EnsureWide(*this) || n >= m_wideLength) return;
-    m_wide[n] = 0;
-    m_wideLength = n;
-    Storage::RebuildData(*this, 2);
+    Storage::Edit(*this, genutil::AlignDown(m_wide, m_wideLength, n), m_wideLength,
+                  WideView("", 0));
 }
 
 void CGNString::TruncateAt(const char* ch) {
-    Wide wanted;
-    if (IsEmpty() || !genutil::FirstCharacter(ch, &wanted) || !Storage::EnsureWide(*this)) return;
-    const std::size_t at = genutil::FindUnits<Wide>(m_wide, m_wideLength, &wanted, 1, 0);
+    if (IsEmpty() || !Storage::EnsureWide(*this)) return;
+    const genutil::FirstCharacter wanted(ch, Storage::FormFor(*this));
+    if (wanted.Length() == 0) return;
+    const std::size_t at =
+        genutil::FindUnits<Wide>(m_wide, m_wideLength, wanted.Units(), wanted.Length(), 0);
     if (at != kNotFound) Truncate(static_cast<unsigned>(at));
 }
 
@@ -147,31 +230,32 @@ void CGNString::TruncateAt(char c) {
 
 // A limit beyond the text is its length afterwards, with 0 bytes at the end: programs depend on it.
 void CGNString::LeftStringInBytes(CGNString& out, unsigned int n) const {
-    if (m_length < n) {
-        Storage::Take(out, m_data, m_length, n);
-        return;
-    }
     char* text = NewText<char>(n);
     if (!text) return;
     std::memset(text, 0, std::size_t{n} + 1);
-    std::uint32_t length = mbstrncpyi(text, m_data, n);
-    while (length > 0 && text[length - 1] == 0) --length;
-    Storage::Adopt(out, text, length, n);
+    std::uint32_t length = n;
+    if (m_length < n) {
+        CopyUnits(text, static_cast<const char*>(m_data), m_length);
+    } else {
+        length = mbstrncpyi(text, m_data, n);
+        while (length > 0 && text[length - 1] == 0) --length;
+    }
+    Storage::AdoptWithRoom(out, text, length, n);
 }
 
 void CGNString::RightStringInBytes(CGNString& out, unsigned int n) const {
-    if (m_length <= n) {
-        if (&out != this) Storage::Take(out, m_data, m_length, m_length);
-        return;
+    std::uint32_t start = m_length > n ? m_length - n : 0;
+    if (start > 0 && mbidx(m_data, start) < start) {
+        start = mbnextidx(m_data, start);
+        // No character begins behind the place, or the text ends before it.
+        if (start < 1 || start > m_length) start = m_length;
     }
-    std::uint32_t start = m_length - n;
-    if (mbidx(m_data, start) < start) start = mbnextidx(m_data, start);
-    // No character begins behind the place, or the text ends before it.
-    if (start < 1 || start > m_length) {
-        out.Empty();
-        return;
-    }
-    Storage::Take(out, m_data + start, m_length - start, m_length - start);
+    char* text = NewText<char>(n);
+    if (!text) return;
+    const std::uint32_t length = m_length - start;
+    CopyUnits(text, static_cast<const char*>(m_data + start), length);
+    text[length] = 0;
+    Storage::AdoptWithRoom(out, text, length, n);
 }
 
 void CGNString::SubStrInBytes(unsigned int start, int count) {
@@ -192,31 +276,18 @@ void CGNString::SubStrInBytes(unsigned int start, int count) {
 unsigned char CGNString::InsertAt(int index, const CGNString& t) {
     if (!Storage::EnsureWide(*this) || index < 0 || static_cast<unsigned>(index) > m_wideLength)
         return 0;
-    // The string itself may be inserted: its tail moves beyond its end, and what it grows out of
-    // lives to the end of this.
-    const WideView added(t.m_wide, t.m_wideLength, t.m_data, t.m_length);
-    const std::uint64_t sum = std::uint64_t{m_wideLength} + added.Length();
-    Owned<Wide> old;
-    if (!added.Characters() || (m_wideCapacity < sum && !Storage::GrowWide(*this, sum, old)))
-        return 0;
-    Wide* const place = m_wide + index;
-    CopyUnits(place + added.Length(), static_cast<const Wide*>(place),
-              m_wideLength - static_cast<unsigned>(index));
-    CopyUnits(place, added.Characters(), added.Length());
-    m_wideLength = static_cast<std::uint32_t>(sum);
-    m_wide[m_wideLength] = 0;
-    return Storage::RebuildData(*this, 2);
+    const std::uint32_t at =
+        genutil::AlignDown(m_wide, m_wideLength, static_cast<std::uint32_t>(index));
+    return Storage::Edit(*this, at, at, WideView(t.m_wide, t.m_wideLength, t.m_data, t.m_length));
 }
 
 unsigned char CGNString::RemoveAt(int index, int count) {
     if (!Storage::EnsureWide(*this) || index < 0 || static_cast<unsigned>(index) >= m_wideLength ||
         count < 0)
         return 0;
-    const std::uint32_t left = m_wideLength - static_cast<unsigned>(index);
-    const std::uint32_t removed = std::min(left, static_cast<std::uint32_t>(count));
-    Wide* const place = m_wide + index;
-    CopyUnits(place, static_cast<const Wide*>(place + removed), left - removed);
-    m_wideLength -= removed;
-    m_wide[m_wideLength] = 0;
-    return Storage::RebuildData(*this, 2);
+    const auto start = static_cast<std::uint32_t>(index);
+    if (count == 0) return Storage::Rebuild(*this);
+    const std::uint32_t end = EndOf(m_wideLength, start, count);
+    return Storage::Edit(*this, genutil::AlignDown(m_wide, m_wideLength, start),
+                         genutil::AlignUp(m_wide, m_wideLength, end), WideView("", 0));
 }

@@ -1,12 +1,15 @@
 // CGNString's escaping for markup and script, and its conversions to and from UTF-8, URLs and full
 // width.
 #include <cstring>
+#include <string_view>
 
 #include "genstring.h"
+#include "genutil/ascii.h"
 #include "genutil/mbutil/wide_convert.h"
 #include "genutil/string/storage.h"
 #include "mbutil.h"
 
+using genutil::Placing;
 using genutil::Rule;
 using genutil::Units;
 using Storage = genutil::StringStorage;
@@ -33,14 +36,18 @@ constexpr Rule kScriptFlat[] = {
     {"\\", "\\\\"}, {"\r", " "}, {"\n", " "}, {"\"", "\\\""}, {"'", "\\'"},
 };
 
-// In a code set of single bytes the bytes are what is looked at, valid or not.
-Units UnitsOfEncoding() {
-    return mbIsMultiByte() ? Units::kCharacters : Units::kBytes;
+// In a code set of single bytes the bytes are what is looked at, valid or not; in others characters
+// are, of which the bytes are built anew.
+void Encode(CGNString& s, const Rule* rules, unsigned count) {
+    if (mbIsMultiByte())
+        Storage::Replace(s, rules, count, Units::kCharacters, Placing::kRebuilt);
+    else
+        Storage::Replace(s, rules, count, Units::kBytes, Placing::kStored);
 }
 
 template <std::size_t N>
 void Encode(CGNString& s, const Rule (&rules)[N]) {
-    Storage::Replace(s, rules, N, UnitsOfEncoding());
+    Encode(s, rules, N);
 }
 
 }  // namespace
@@ -67,7 +74,76 @@ void CGNString::EncodeJavaScriptQuotedString(unsigned char flatten) {
 void CGNString::EncodeReplace(const char* from, const char* to) {
     if (!from || !*from) return;
     const Rule rule{from, to ? to : ""};
-    Storage::Replace(*this, &rule, 1, UnitsOfEncoding());
+    Encode(*this, &rule, 1);
+}
+
+namespace {
+
+constexpr char kHexDigits[] = "0123456789ABCDEF";
+
+// What a URL may hold as it is.
+bool IsUnreserved(unsigned char c) {
+    return genutil::IsAsciiLetter(static_cast<char>(c)) || (c >= '0' && c <= '9') || c == '-' ||
+           c == '.' || c == '_' || c == '~';
+}
+
+// The escape of a character in JSON, and its length; 0 when it needs none.
+unsigned WriteJsonEscape(unsigned c, unsigned short* out) {
+    static constexpr char kLetters[] = "\"\"\\\\\bb\ff\nn\rr\tt";
+    if (c >= 0x20 && c != '"' && c != '\\') return 0;
+    *out++ = '\\';
+    for (const char* p = kLetters; *p; p += 2)
+        if (static_cast<unsigned char>(*p) == c) {
+            *out = static_cast<unsigned char>(p[1]);
+            return 2;
+        }
+    for (const char digit : {'u', '0', '0', kHexDigits[c >> 4], kHexDigits[c & 15]})
+        *out++ = static_cast<unsigned char>(digit);
+    return 6;
+}
+
+}  // namespace
+
+void CGNString::UrlEncode() {
+    const std::string_view text(m_data);
+    std::uint64_t length = text.size();
+    for (const char c : text) length += IsUnreserved(static_cast<unsigned char>(c)) ? 0 : 2;
+    if (length == text.size()) return;
+    char* const made = genutil::NewText<char>(length);
+    if (!made) return;
+    char* out = made;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (IsUnreserved(byte)) {
+            *out++ = c;
+            continue;
+        }
+        *out++ = '%';
+        *out++ = kHexDigits[byte >> 4];
+        *out++ = kHexDigits[byte & 15];
+    }
+    *out = 0;
+    Storage::Adopt(*this, made, length, length, Placing::kStored);
+}
+
+// Second bytes of characters may be quotes or backslashes, so this looks at characters.
+void CGNString::EncodeJSONString() {
+    if (IsEmpty() || !Storage::EnsureWide(*this)) return;
+    unsigned short escape[6];
+    std::uint64_t length = m_wideLength;
+    for (std::uint32_t i = 0; i < m_wideLength; ++i)
+        if (const unsigned n = WriteJsonEscape(m_wide[i], escape)) length += n - 1;
+    if (length == m_wideLength) return;
+    const genutil::Owned<unsigned short> made(genutil::NewText<unsigned short>(length));
+    unsigned short* out = made.Get();
+    if (!out) return;
+    for (std::uint32_t i = 0; i < m_wideLength; ++i) {
+        const unsigned n = WriteJsonEscape(m_wide[i], escape);
+        genutil::CopyUnits(out, n ? static_cast<const unsigned short*>(escape) : m_wide + i,
+                           n ? n : 1);
+        out += n ? n : 1;
+    }
+    Storage::StoreWide(*this, made.Get(), length);
 }
 
 // -- Conversion ----------------------------------------------------------------------------------
@@ -79,7 +155,7 @@ void CGNString::TakeConverted(char* made) {
         return;
     }
     const std::size_t length = std::strlen(made);
-    Storage::Adopt(*this, made, length, length);
+    Storage::Adopt(*this, made, length, length, Placing::kStored);
 }
 
 void CGNString::ConvertToUTF8(const char* localeName) {
@@ -99,9 +175,14 @@ void CGNString::UrlDecode() {
 }
 
 void CGNString::ConvertSingleToDouble() {
-    char* made = genutil::NewText<char>(std::uint64_t{m_length} * 2);
-    if (made) mbHanToZenStr(m_data, made);
-    TakeConverted(made);
+    const std::uint64_t room = std::uint64_t{m_length} * 2;
+    char* made = genutil::NewText<char>(room);
+    if (!made) {
+        Empty();
+        return;
+    }
+    mbHanToZenStr(m_data, made);
+    Storage::Adopt(*this, made, std::strlen(made), room, Placing::kStored);
 }
 
 namespace {
@@ -113,19 +194,44 @@ unsigned short NarrowForm(unsigned short c) {
     return alphanumeric ? static_cast<unsigned short>(c - 0xFF01 + 0x21) : c;
 }
 
+// The same for a text of which something is invalid.
+void NarrowBroken(CGNString& s) {
+    const std::uint32_t length = s.GetLength();
+    char* const text = genutil::NewText<char>(length);
+    if (!text) return;
+    std::uint32_t written = 0;
+    for (std::uint32_t at = 0; at < length;) {
+        char character[8];
+        s.GetCodePageCharAt(static_cast<int>(at), character);
+        const auto bytes = static_cast<std::uint32_t>(std::strlen(character));
+        unsigned short wide = 0;
+        const bool isPair = bytes == 2 && genutil::ToWideCharacter(&wide, character, 2) == 2;
+        const unsigned short narrow = isPair ? NarrowForm(wide) : wide;
+        if (isPair && narrow != wide) {
+            text[written++] = static_cast<char>(narrow);
+        } else {
+            std::memcpy(text + written, static_cast<const char*>(s) + at, bytes ? bytes : 1);
+            written += bytes ? bytes : 1;
+        }
+        at += bytes ? bytes : 1;
+    }
+    Storage::Adopt(s, text, written, length, Placing::kRebuilt);
+}
+
 }  // namespace
 
 // In Shift-JIS only: programs rely on the other code sets being left alone.
 void CGNString::ConvertRomanjiToASCII() {
     mbIsMultiByte();  // initialises
     if (mbGetLocaleCodeSet() != mbShiftJis || !Storage::EnsureWide(*this)) return;
+    if (Storage::IsBroken(*this)) return NarrowBroken(*this);
     bool changed = false;
     for (std::uint32_t i = 0; i < m_wideLength; ++i) {
         const unsigned short narrow = NarrowForm(m_wide[i]);
         changed |= narrow != m_wide[i];
         m_wide[i] = narrow;
     }
-    if (changed) Storage::RebuildData(*this, 2);
+    if (changed) Storage::RebuildData(*this);
 }
 
 void CGNString::ConvertSpecialAlphaNumForXMLTag() {

@@ -5,8 +5,12 @@
 #include "genstring.h"
 #include "genutil/mbutil/wide_convert.h"
 #include "genutil/string/storage.h"
+#include "genutil/string/wide_view.h"
 #include "mbutil.h"
 
+using genutil::CopyUnits;
+using genutil::Owned;
+using genutil::Placing;
 using Storage = genutil::StringStorage;
 
 namespace {
@@ -23,24 +27,27 @@ std::uint32_t FindLast(const Wide* text, std::uint32_t count, Wide a, Wide b) {
 }  // namespace
 
 // What stands before and behind the last of two characters. Both are made before either is stored,
-// because one may be this string.
+// because one may be this string, and because both are stored or none.
 void CGNString::SplitAtLast(char a, char b, CGNString& before, CGNString& behind,
                             CGNString& whole) const {
-    CGNString head, tail;
     if (!Storage::EnsureWide(*this)) return;
     const std::uint32_t at =
         FindLast(m_wide, m_wideLength, static_cast<Wide>(a), static_cast<Wide>(b));
     if (at == m_wideLength) {
-        CGNString all(*this);
-        before.Empty();
-        behind.Empty();
-        whole = all;
+        const std::size_t length = std::strlen(m_data);
+        char* const all = genutil::NewText<char>(length);
+        if (!all) return;
+        std::memcpy(all, m_data, length + 1);
+        (&whole == &before ? behind : before).Empty();
+        Storage::Adopt(whole, all, length, length, Placing::kAssigned);
         return;
     }
-    Storage::StoreWide(head, m_wide, at);
-    Storage::StoreWide(tail, m_wide + at + 1, m_wideLength - at - 1);
-    Storage::Swap(before, head);
-    Storage::Swap(behind, tail);
+    std::uint32_t headLength, tailLength;
+    Owned<char> head(Storage::NewPart(*this, 0, at, &headLength));
+    Owned<char> tail(Storage::NewPart(*this, at + 1, m_wideLength, &tailLength));
+    if (!head.Get() || !tail.Get()) return;
+    Storage::Adopt(before, head.Take(), headLength, headLength, Placing::kAssigned);
+    Storage::Adopt(behind, tail.Take(), tailLength, tailLength, Placing::kAssigned);
 }
 
 void CGNString::SplitFilePath(CGNString& dir, CGNString& file) const {
@@ -64,13 +71,18 @@ bool EndsInBackslash(const CGNString& path) {
 }  // namespace
 
 unsigned char CGNString::MakeFilePath(const CGNString& dir, const CGNString& file) {
-    CGNString path;
-    path.AllocateBuffer(dir.m_length + file.m_length + 1);
-    path += dir;
-    if (!EndsInBackslash(dir)) path += '\\';
-    path += file;
-    path.m_flags = m_flags;
-    Storage::Swap(*this, path);
+    const bool separated = EndsInBackslash(dir);
+    const std::uint32_t dirLength = dir.m_length, fileLength = file.m_length;
+    const std::uint64_t room = std::uint64_t{dirLength} + fileLength + 1;
+    char* const path = genutil::NewText<char>(room);
+    if (!path) return 0;
+    std::uint32_t length = dirLength;
+    CopyUnits(path, static_cast<const char*>(dir.m_data), dirLength);
+    if (!separated) path[length++] = '\\';
+    CopyUnits(path + length, static_cast<const char*>(file.m_data), fileLength);
+    length += fileLength;
+    path[length] = 0;
+    Storage::AdoptWithRoom(*this, path, length, room);
     return 1;
 }
 
@@ -83,10 +95,11 @@ class ShortName {
   public:
     explicit ShortName(std::size_t limit) : m_limit(limit) {}
 
-    void Take(const Wide* p, const Wide* end) {
-        for (; p < end; ++p) {
+    // The characters from `at` to `end` of a text.
+    void Take(const Wide* text, std::uint32_t at, std::uint32_t end) {
+        for (; at < end; ++at) {
             char character[8];
-            const int length = Write(*p, character);
+            const int length = Write(text, end, at, character);
             if (length == 0) continue;
             if (m_length + static_cast<std::size_t>(length) > m_limit) return;
             std::memcpy(m_text + m_length, character, static_cast<std::size_t>(length));
@@ -98,15 +111,16 @@ class ShortName {
 
   private:
     static bool IsBarred(Wide c) {
-        const bool surrogate = c >= 0xD800 && c <= 0xDFFF;
-        return c <= ' ' || c == 0x7F || surrogate ||
+        const bool isHalf = genutil::IsSurrogate(c) && (c < 0xDD00 || c > 0xDDFF);
+        return c <= ' ' || c == 0x7F || isHalf ||
                (c < 0x80 && std::strchr("\"*+,./:;<=>?[\\]|", c));
     }
-    static int Write(Wide c, char* out) {
+    static int Write(const Wide* text, std::uint32_t end, std::uint32_t at, char* out) {
+        const Wide c = text[at];
         if (IsBarred(c)) return 0;
-        int length = genutil::ToNarrowCharacter(out, genutil::ToUpperWide(c));
-        if (length < 0) length = genutil::ToNarrowCharacter(out, c);
-        return length < 0 ? 0 : length;
+        const Wide upper = genutil::ToUpperWide(c);
+        const int length = upper == c ? -1 : genutil::ToNarrowCharacter(out, upper);
+        return length < 0 ? genutil::CharacterBytes(text, end, at, out) : length;
     }
 
     const std::size_t m_limit;
@@ -120,20 +134,20 @@ void CGNString::ForceTo8By3() {
     if (!Storage::EnsureWide(*this)) return;
     const std::uint32_t separator = FindLast(m_wide, m_wideLength, '/', '\\');
     const std::uint32_t begin = separator == m_wideLength ? 0 : separator + 1;
-    const Wide *const name = m_wide + begin, *const end = m_wide + m_wideLength;
-    const Wide* const dot = name + FindLast(name, m_wideLength - begin, '.', '.');
+    const std::uint32_t dot = begin + FindLast(m_wide + begin, m_wideLength - begin, '.', '.');
     ShortName base(8), extension(3);
-    base.Take(name, dot);
-    if (dot < end) (base.IsEmpty() ? base : extension).Take(dot + 1, end);
+    base.Take(m_wide, begin, dot);
+    if (dot < m_wideLength) (base.IsEmpty() ? base : extension).Take(m_wide, dot + 1, m_wideLength);
     char shortName[16];
     const int length =
         std::snprintf(shortName, sizeof shortName, extension.IsEmpty() ? "%s" : "%s.%s",
                       base.Text(), extension.Text());
-    CGNString result;
-    Storage::StoreWide(result, m_wide, begin);
-    const std::uint32_t directory = result.GetLength();
-    result += shortName;
-    const bool whole = (directory != 0 || begin == 0) &&
-                       result.GetLength() == directory + static_cast<std::uint32_t>(length);
-    if (whole) Storage::Swap(*this, result);
+    std::uint32_t headLength;
+    const Owned<char> head(Storage::NewPart(*this, 0, begin, &headLength));
+    const std::uint64_t whole = std::uint64_t{headLength} + static_cast<unsigned>(length);
+    char* const text = head.Get() ? genutil::NewText<char>(whole) : nullptr;
+    if (!text) return;
+    std::memcpy(text, head.Get(), headLength);
+    std::memcpy(text + headLength, shortName, static_cast<std::size_t>(length) + 1);
+    Storage::Adopt(*this, text, whole, whole, Placing::kStored);
 }

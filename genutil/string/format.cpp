@@ -35,7 +35,7 @@ int CGNString::sprintf2(const char* format, va_list arguments) {
             genutil::CopyUnits(text, static_cast<const char*>(shortText), size + 1);
         else
             std::vsnprintf(text, size + 1, format, again);
-        Storage::Adopt(*this, text, size, size);
+        Storage::Adopt(*this, text, size, size, genutil::Placing::kStored);
     }
     va_end(again);
     return text ? length : -1;
@@ -52,7 +52,7 @@ unsigned char CGNString::LoadStringResource(long id, const char* s1, const char*
         Empty();
         return 0;
     }
-    CGNString text = genutil::Substitute(message, texts);
-    Storage::Swap(*this, text);
+    const CGNString text = genutil::Substitute(message, texts);
+    Storage::Store(*this, text, 0, text.GetLength());
     return 1;
 }

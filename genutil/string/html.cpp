@@ -8,6 +8,7 @@
 #include "genutil/string/storage.h"
 #include "mbutil.h"
 
+using genutil::Placing;
 using Storage = genutil::StringStorage;
 
 namespace {
@@ -44,38 +45,123 @@ bool IsOneOf(char c, const char* set) {
     return c != 0 && std::strchr(set, c);
 }
 
-// The tag of a name, from its "<" on; null when there is none. No "<" and ">" is part of a longer
-// character in the code sets that pages are written in.
-const char* FindTag(const char* p, const char* name) {
-    const std::size_t length = std::strlen(name);
-    while ((p = std::strchr(p, '<')) != nullptr) {
-        if (BeginsWith(p + 1, name) && IsOneOf(p[1 + length], " \t\r\n/>")) return p;
-        ++p;
-    }
-    return nullptr;
+constexpr char kBlanks[] = " \t\r\n\f";
+
+const char* SkipBlanks(const char* p) {
+    return p + std::strspn(p, kBlanks);
 }
 
-const char* EndOfTag(const char* tag) {
-    const char* end = std::strchr(tag, '>');
-    return end ? end : tag + std::strlen(tag);
+const char* FindOrEnd(const char* p, const char* wanted) {
+    const char* found = std::strstr(p, wanted);
+    return found ? found : p + std::strlen(p);
 }
 
 struct Part {
     const char *begin, *end;
 };
 
-// The name behind "charset=" in a tag. What stands before the word tells that its first letter is
-// no second byte of a character.
+// The attributes of a tag, one after another. A value in quotes may hold a ">".
+//   attribute = name [blanks "=" blanks value]
+struct Attribute {
+    Part name, value;  // value.begin is null without one
+
+    // From behind the tag's name or the attribute before; false at the tag's end, where `p` is
+    // then.
+    bool Read(const char*& p) {
+        while (*p == '/' || IsOneOf(*p, kBlanks)) ++p;
+        if (*p == 0 || *p == '>') return false;
+        name = {p, p + 1 + std::strcspn(p + 1, " \t\r\n\f/>=")};
+        value = {nullptr, nullptr};
+        p = name.end;
+        const char* sign = SkipBlanks(p);
+        if (*sign != '=') return true;
+        p = SkipBlanks(sign + 1);
+        const char quote[] = {*p == '"' || *p == '\'' ? *p : '\0', 0};
+        if (quote[0]) {
+            value = {p + 1, FindOrEnd(p + 1, quote)};
+            p = *value.end ? value.end + 1 : value.end;
+        } else {
+            value = {p, p + std::strcspn(p, " \t\r\n\f>")};
+            p = value.end;
+        }
+        return true;
+    }
+    bool IsNamed(const char* word) const {
+        return static_cast<std::size_t>(name.end - name.begin) == std::strlen(word) &&
+               BeginsWith(name.begin, word);
+    }
+};
+
+bool IsTag(const char* p, const char* name) {
+    return BeginsWith(p + 1, name) && IsOneOf(p[1 + std::strlen(name)], " \t\r\n\f/>");
+}
+
+// Where a tag's attributes begin.
+const char* AttributesOf(const char* tag) {
+    return tag + 1 + std::strcspn(tag + 1, " \t\r\n\f/>");
+}
+
+const char* EndOfTag(const char* tag) {
+    const char* p = AttributesOf(tag);
+    for (Attribute attribute; attribute.Read(p);) {
+    }
+    return p;
+}
+
+// Behind an element whose content is text: tags in it are none.
+const char* SkipContent(const char* tag, const char* behind) {
+    for (const char* name : {"script", "style", "textarea", "title"}) {
+        if (!IsTag(tag, name)) continue;
+        for (const char* p = behind; (p = std::strchr(p, '<')) != nullptr; ++p)
+            if (p[1] == '/' && BeginsWith(p + 2, name)) return p;
+        return behind + std::strlen(behind);
+    }
+    return behind;
+}
+
+// The next tag of a name that is no part of a comment or a script, from its "<" on; null when there
+// is none. No "<" and ">" is part of a longer character in the code sets that pages are written in.
+const char* FindTag(const char* p, const char* name) {
+    while ((p = std::strchr(p, '<')) != nullptr) {
+        if (std::strncmp(p, "<!--", 4) == 0) {
+            p = FindOrEnd(p + 4, "-->");
+            continue;
+        }
+        if (IsTag(p, name)) return p;
+        const bool isTag = genutil::AsciiLower(p[1]) >= 'a' && genutil::AsciiLower(p[1]) <= 'z';
+        p = isTag ? SkipContent(p, EndOfTag(p)) : p + 1;
+    }
+    return nullptr;
+}
+
+// The name behind "charset=" in the value of an attribute.
+Part FindCharsetIn(Part value) {
+    for (const char* p = value.begin; p < value.end; ++p) {
+        if (!BeginsWith(p, "charset") || (p > value.begin && !IsOneOf(p[-1], " \t\r\n\f;")))
+            continue;
+        const char* name = SkipBlanks(p + std::strlen("charset"));
+        if (*name != '=') continue;
+        name += 1 + std::strspn(name + 1, " \t\r\n\f\"'");
+        if (name > value.end) name = value.end;
+        const char* end = name + std::strcspn(name, " \t\r\n\f\"';");
+        return {name, end < value.end ? end : value.end};
+    }
+    return {nullptr, nullptr};
+}
+
+// The name of a character set in a tag.
 Part FindCharset(const char* tag) {
-    const char* const end = EndOfTag(tag);
-    for (const char* p = tag + 1; p < end; ++p) {
-        if (!BeginsWith(p, "charset") || !IsOneOf(p[-1], " \t\r\n;\"'")) continue;
-        const char* name = p + std::strlen("charset");
-        name += std::strspn(name, " \t\r\n");
-        if (*name++ != '=') continue;
-        name += std::strspn(name, " \t\r\n\"'");
-        const char* nameEnd = name + std::strcspn(name, " \t\r\n\"';/>");
-        return {name, nameEnd};
+    const char* p = AttributesOf(tag);
+    for (Attribute attribute; attribute.Read(p);) {
+        if (!attribute.value.begin) continue;
+        if (attribute.IsNamed("charset")) {
+            const char* end = attribute.value.end;
+            if (end > attribute.value.begin && end[-1] == '/') --end;  // of an empty element
+            return {attribute.value.begin, end};
+        }
+        if (!attribute.IsNamed("content")) continue;
+        const Part found = FindCharsetIn(attribute.value);
+        if (found.begin) return found;
     }
     return {nullptr, nullptr};
 }
@@ -97,15 +183,15 @@ CGNString CGNString::GetEncodingStringForHTML(const CGNString& locale) {
 }
 
 void CGNString::ReplaceEncodingStringInHTML(const CGNString& locale) {
-    for (const char* tag = FindTag(m_data, "meta"); tag; tag = FindTag(tag + 1, "meta")) {
+    for (const char* tag = FindTag(m_data, "meta"); tag; tag = FindTag(EndOfTag(tag), "meta")) {
         const Part old = FindCharset(tag);
         if (!old.begin) continue;
         char name[kLongestName];
         NameOfCharset(locale, name);
-        Storage::Splice(*this, old.begin, old.end, name);
+        Storage::Splice(*this, old.begin, old.end, name, Placing::kStored);
         return;
     }
     const char* const place = PlaceForDeclaration(m_data);
     const Declaration declaration(locale, "<meta http-equiv=\"Content-Type\" ");
-    Storage::Splice(*this, place, place, declaration.text);
+    Storage::Splice(*this, place, place, declaration.text, Placing::kStored);
 }

@@ -1,4 +1,4 @@
-// Message texts with places for others in them.
+// Message texts with placeholders for other texts.
 #pragma once
 
 #include "genstring.h"
@@ -7,8 +7,8 @@ namespace genutil {
 
 constexpr unsigned kMostSubstitutions = 10;
 
-// The message with "%1" to "%10" replaced by the texts, and "%%" by "%". A null text is empty; any
-// other "%" stays.
+// Returns the message with "%1" to "%10" replaced with the texts, and "%%" with "%". A null text is
+// empty. Any other "%" is kept.
 CGNString Substitute(const CGNString& message, const char* const (&texts)[kMostSubstitutions]);
 
 }  // namespace genutil

@@ -10,6 +10,7 @@
 #include "genutil/string/storage.h"
 #include "genutil/string/wide_view.h"
 
+using genutil::Placing;
 using genutil::Rule;
 using genutil::Units;
 using Storage = genutil::StringStorage;
@@ -50,7 +51,8 @@ bool AnyMayLieWithin(const Rule* rules, unsigned count) {
 
 }  // namespace
 
-bool StringStorage::ReplaceBytes(CGNString& s, const Rule* rules, unsigned count, bool starts) {
+void StringStorage::ReplaceBytes(CGNString& s, const Rule* rules, unsigned count, bool starts,
+                                 Placing placing) {
     const std::size_t length = BytesBeforeNul(s.m_data, s.m_length);
     const auto* text = reinterpret_cast<const Byte*>(s.m_data);
     UnitRules<Byte> own;
@@ -59,39 +61,58 @@ bool StringStorage::ReplaceBytes(CGNString& s, const Rule* rules, unsigned count
                  rules[i].to.size()});
     const Replaced<Byte> replaced = starts ? ReplaceUnits(text, length, own, CharacterStarts(text))
                                            : ReplaceUnits(text, length, own, AnyPlace());
-    if (!replaced.text) return false;
-    Adopt(s, reinterpret_cast<char*>(replaced.text), replaced.length, replaced.length);
-    return true;
+    if (replaced.text)
+        Adopt(s, reinterpret_cast<char*>(replaced.text), replaced.length, replaced.length, placing);
+    else if (placing == Placing::kRebuilt)
+        Fit(s);
 }
 
-bool StringStorage::ReplaceWide(CGNString& s, const Rule* rules, unsigned count) {
+// In text of which something is invalid, bytes take the place of bytes.
+void StringStorage::ReplaceWide(CGNString& s, const Rule* rules, unsigned count, Placing placing) {
     using Wide = unsigned short;
-    if (!EnsureWide(s)) return false;
+    if (!EnsureWide(s)) return;
+    const bool broken = IsBroken(s);
+    const WideForm form = broken ? WideForm::kBytes : WideForm::kCharacters;
     Owned<Wide> texts[kMostRules * 2];
     UnitRules<Wide> own;
     for (unsigned i = 0; i < count; ++i) {
         std::uint32_t fromLength, toLength;
-        Wide* const from = NewWideText(rules[i].from.data(), rules[i].from.size(), &fromLength);
+        Wide* const from =
+            NewWideText(rules[i].from.data(), rules[i].from.size(), &fromLength, form);
         texts[2 * i].Reset(from);
-        Wide* const to = NewWideText(rules[i].to.data(), rules[i].to.size(), &toLength);
+        Wide* const to = NewWideText(rules[i].to.data(), rules[i].to.size(), &toLength, form);
         texts[2 * i + 1].Reset(to);
-        if (!from || !to || fromLength == 0) return false;
+        if (!from || !to) return;
+        // Escapes alone are no text. Bytes are in no valid text, but look like second halves of its
+        // pairs.
+        if (fromLength == 0 || (!broken && IsCarriedByte(from[0]))) continue;
         own.Add({from, fromLength, to, toLength});
     }
-    const Replaced<Wide> replaced = ReplaceUnits<Wide>(s.m_wide, s.m_wideLength, own, AnyPlace());
-    if (!replaced.text) return false;
-    DropWide(s);
-    s.m_wide = replaced.text;
-    s.m_wideLength = s.m_wideCapacity = static_cast<std::uint32_t>(replaced.length);
-    return RebuildData(s, 2);
+    Replaced<Wide> replaced{nullptr, 0};
+    if (own.count > 0) replaced = ReplaceUnits<Wide>(s.m_wide, s.m_wideLength, own, AnyPlace());
+    if (!replaced.text) {
+        if (placing == Placing::kRebuilt) Rebuild(s);
+        return;
+    }
+    const Owned<Wide> result(replaced.text);
+    std::uint32_t length;
+    char* const text =
+        broken ? NewCarriedText(result.Get(), replaced.length, &length)
+               : NewNarrowText(static_cast<const Wide*>(result.Get()), replaced.length, &length);
+    if (text) Adopt(s, text, length, length, placing);
 }
 
-bool StringStorage::Replace(CGNString& s, const Rule* rules, unsigned count, Units units) {
-    if (s.IsEmpty()) return false;
-    if (units == Units::kBytes) return ReplaceBytes(s, rules, count, false);
+void StringStorage::Replace(CGNString& s, const Rule* rules, unsigned count, Units units,
+                            Placing placing) {
+    if (s.IsEmpty()) {
+        if (placing == Placing::kAssigned) s.Empty();
+        if (placing == Placing::kRebuilt) Fit(s);
+        return;
+    }
+    if (units == Units::kBytes) return ReplaceBytes(s, rules, count, false, placing);
     const std::string_view text(s.m_data, BytesBeforeNul(s.m_data, s.m_length));
-    if (!AreExact(text, rules, count)) return ReplaceWide(s, rules, count);
-    return ReplaceBytes(s, rules, count, AnyMayLieWithin(rules, count) && !IsAscii(text));
+    if (!AreExact(text, rules, count)) return ReplaceWide(s, rules, count, placing);
+    ReplaceBytes(s, rules, count, AnyMayLieWithin(rules, count) && !IsAscii(text), placing);
 }
 
 }  // namespace genutil
@@ -104,35 +125,31 @@ bool IsCharacter(char c) {
     return genutil::ToWideCharacter(&character, &c, 1) == 1;
 }
 
+// The text that results is assigned.
+void ReplaceCharacters(CGNString& s, const Rule& rule) {
+    Storage::Replace(s, &rule, 1, Units::kCharacters, Placing::kAssigned);
+}
+
 }  // namespace
 
 void CGNString::Replace(const char* from, const char* to) {
-    if (!from || !*from) return;
-    const Rule rule{from, to ? to : ""};
-    Storage::Replace(*this, &rule, 1, Units::kCharacters);
+    if (from && *from) ReplaceCharacters(*this, {from, to ? to : ""});
 }
 
 void CGNString::Replace(char from, char to) {
-    if (!IsCharacter(from)) return;
-    if (to == 0) {  // the text ends where a 0 is put
-        TruncateAt(from);
-        return;
-    }
-    if (!IsCharacter(to)) return;
+    if (!IsCharacter(from) || (to != 0 && !IsCharacter(to))) return;
+    if (to == 0) TruncateAt(from);  // the text ends where a 0 is put
     const Rule rule{{&from, 1}, {&to, 1}};
-    Storage::Replace(*this, &rule, 1, Units::kCharacters);
+    Storage::Replace(*this, &rule, 1, Units::kCharacters, Placing::kRebuilt);
+    Storage::EnsureWide(*this);
 }
 
 void CGNString::ExpandQuotes(char q) {
-    if (!IsCharacter(q)) return;
     const char twice[] = {q, q};
-    const Rule rule{{&q, 1}, {twice, 2}};
-    Storage::Replace(*this, &rule, 1, Units::kCharacters);
+    if (IsCharacter(q)) ReplaceCharacters(*this, {{&q, 1}, {twice, 2}});
 }
 
 void CGNString::UnexpandQuotes(char q) {
-    if (!IsCharacter(q)) return;
     const char twice[] = {q, q};
-    const Rule rule{{twice, 2}, {&q, 1}};
-    Storage::Replace(*this, &rule, 1, Units::kCharacters);
+    if (IsCharacter(q)) ReplaceCharacters(*this, {{twice, 2}, {&q, 1}});
 }

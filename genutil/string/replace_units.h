@@ -1,5 +1,5 @@
-// Replacement in text of bytes or of 16-bit characters: counted first, then written into a buffer
-// of the exact size.
+// Replacement in text of bytes or of 16-bit characters. Matches are counted first, and the result
+// is written to a buffer of the exact size.
 #pragma once
 
 #include <cstddef>
@@ -20,7 +20,7 @@ struct UnitRule {
     std::size_t toLength;
 };
 
-// A few rules that are looked for together.
+// A few rules that are searched for together.
 template <class Unit>
 struct UnitRules {
     UnitRule<Unit> rules[UnitFinder<Unit>::kMost] = {};
@@ -28,7 +28,8 @@ struct UnitRules {
 
     void Add(const UnitRule<Unit>& rule) { rules[count++] = rule; }
 
-    // The first that fits at `at`, of a text with `left` units there; null when none does.
+    // Returns the first rule that matches at `at`, where `left` units of text remain, or null if
+    // there is none.
     const UnitRule<Unit>* At(const Unit* at, std::size_t left) const {
         for (unsigned i = 0; i < count; ++i) {
             const UnitRule<Unit>& rule = rules[i];
@@ -56,7 +57,7 @@ struct UnitRules {
     }
 };
 
-// Every place is one where a match may begin.
+// A match may begin at any position.
 struct AnyPlace {
     template <class Unit>
     bool operator()(const Unit*) {
@@ -64,8 +65,8 @@ struct AnyPlace {
     }
 };
 
-// Calls visit(place, rule) for the matches from first to last, without overlap; `starts` is asked
-// whether one may begin at a place.
+// Calls visit(position, rule) for the matches from first to last, without overlap. `starts` returns
+// true if a match may begin at a position.
 template <class Unit, class Starts, class Visitor>
 inline void ForEachMatch(const Unit* text, std::size_t length, const UnitRules<Unit>& rules,
                          Starts starts, Visitor visit) {
@@ -77,7 +78,8 @@ inline void ForEachMatch(const Unit* text, std::size_t length, const UnitRules<U
     });
 }
 
-// Puts short pieces one behind another; what one writes beyond its end the next overwrites.
+// Writes short pieces one after another. Bytes written beyond the end of a piece are overwritten by
+// the next one.
 template <class Unit>
 class PieceWriter {
   public:
@@ -85,7 +87,7 @@ class PieceWriter {
 
     static constexpr std::size_t kAtOnce = 16 / sizeof(Unit);
 
-    // `readable` units may be read where the piece is.
+    // `readable` is the number of units that may be read at the piece.
     void Put(const Unit* piece, std::size_t n, std::size_t readable) {
         const std::size_t whole = (n + kAtOnce - 1) / kAtOnce * kAtOnce;
         if (n <= 4 * kAtOnce && readable >= whole &&
@@ -104,7 +106,7 @@ class PieceWriter {
 
 template <class Unit>
 struct Replaced {
-    Unit* text;  // new, terminated; null when nothing matched, and when memory ran out
+    Unit* text;  // new, terminated; null if nothing matched or if allocation failed
     std::uint64_t length;
 };
 
@@ -137,13 +139,13 @@ class ReplacementWriter {
     const Unit* const m_text;
     const std::size_t m_length;
     const UnitRules<Unit>& m_rules;
-    // Short new texts with room behind them, so that they are copied at once.
+    // Short replacement texts with room after them, so that each is copied in a single operation.
     Unit m_short[UnitFinder<Unit>::kMost][kShort] = {};
     std::size_t m_done = 0;
 };
 
-// How many matches there are and the size of the text that they lead to. The first few are noted;
-// a text with more of them is searched once more.
+// The number of matches and the size of the resulting text. The first matches are recorded. A text
+// with more of them is searched again.
 template <class Unit>
 struct CountedMatches {
     static constexpr std::size_t kNoted = 64;
@@ -176,7 +178,8 @@ struct CountedMatches {
     }
 
   private:
-    static constexpr std::size_t kLong = 1024;  // units of a text in which matches are but counted
+    static constexpr std::size_t kLong = 1024;  // minimum length of a text in which matches are
+                                                // only counted
 };
 
 template <class Unit, class Starts>

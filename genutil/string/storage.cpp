@@ -41,7 +41,7 @@ bool StringStorage::OwnsData(const CGNString& s) {
     return s.m_data && s.m_data != g_noText;
 }
 
-void StringStorage::Swap(CGNString& a, CGNString& b) {
+void StringStorage::Swap(CGNString& a, CGNString& b) noexcept {
     std::swap(a.m_wide, b.m_wide);
     std::swap(a.m_wideLength, b.m_wideLength);
     std::swap(a.m_wideCapacity, b.m_wideCapacity);
@@ -70,7 +70,10 @@ bool StringStorage::GrowData(CGNString& s, std::uint64_t n, Owned<char>& old) {
 
 void StringStorage::Store(CGNString& s, const char* text, std::uint64_t offset, std::uint64_t n) {
     const std::uint64_t length = offset + n;
-    if (length >= s.m_capacity) return StoreAnew(s, text, offset, n);
+    if (length >= s.m_capacity) {
+        if (length != 0 || OwnsData(s)) return StoreAnew(s, text, offset, n);
+        return DropWide(s);
+    }
     std::memmove(s.m_data + offset, text, static_cast<std::size_t>(n));
     s.m_length = static_cast<std::uint32_t>(length);
     s.m_data[length] = 0;
@@ -106,27 +109,68 @@ void StringStorage::Take(CGNString& s, const char* text, std::uint64_t n, std::u
     if (!taken) return;
     CopyUnits(taken, text, n);
     std::memset(taken + n, 0, static_cast<std::size_t>(length - n) + 1);
-    Adopt(s, taken, length, length);
+    DropWide(s);
+    InstallData(s, taken, length, length);
 }
 
-void StringStorage::Adopt(CGNString& s, char* text, std::uint64_t length, std::uint64_t capacity) {
-    s.FreeBuffers();
+void StringStorage::InstallData(const CGNString& s, char* text, std::uint64_t length,
+                                std::uint64_t capacity) {
+    if (OwnsData(s)) Release(s.m_data);
     s.m_data = text;
     s.m_length = static_cast<std::uint32_t>(length);
     s.m_capacity = static_cast<std::uint32_t>(capacity);
 }
 
-void StringStorage::Splice(CGNString& s, const char* begin, const char* end,
-                           std::string_view other) {
+void StringStorage::Adopt(CGNString& s, char* text, std::uint64_t length, std::uint64_t room,
+                          Placing placing) {
+    if (placing == Placing::kAssigned && length == 0) {
+        Release(text);
+        s.Empty();
+        return;
+    }
+    text = FitText(text, length, room);
+    if (placing != Placing::kRebuilt) return AdoptWithRoom(s, text, length, length);
+    DropWide(s);
+    InstallData(s, text, length, length);
+}
+
+// The buffer has room for exactly what was asked for.
+void StringStorage::AdoptWithRoom(CGNString& s, char* text, std::uint64_t length,
+                                  std::uint64_t asked) {
+    DropWide(s);
+    if (asked < s.m_capacity) {
+        CopyUnits(s.m_data, static_cast<const char*>(text), length);
+        s.m_data[length] = 0;
+        s.m_length = static_cast<std::uint32_t>(length);
+        return Release(text);
+    }
+    std::uint64_t capacity = GrownCapacity(s.m_capacity, asked, s.m_flags & kGrowByDoubling);
+    void* grown = capacity == asked ? nullptr : Reallocate(text, capacity + 1);
+    if (grown)
+        text = static_cast<char*>(grown);
+    else
+        capacity = asked;
+    InstallData(s, text, length, capacity);
+}
+
+bool StringStorage::Splice(CGNString& s, const char* begin, const char* end, std::string_view other,
+                           Placing placing) {
     const std::size_t head = static_cast<std::size_t>(begin - s.m_data), tail = std::strlen(end);
     const std::uint64_t length = std::uint64_t{head} + other.size() + tail;
     char* text = NewText<char>(length);
-    if (!text) return;
+    if (!text) return false;
     CopyUnits(text, static_cast<const char*>(s.m_data), head);
     CopyUnits(text + head, other.data(), other.size());
     CopyUnits(text + head + other.size(), end, tail);
     text[length] = 0;
-    Adopt(s, text, length, length);
+    Adopt(s, text, length, length, placing);
+    return true;
+}
+
+void StringStorage::Fit(CGNString& s) {
+    if (!OwnsData(s) || s.m_capacity == s.m_length) return;
+    s.m_data = FitText(s.m_data, s.m_length, s.m_capacity);
+    s.m_capacity = s.m_length;
 }
 
 }  // namespace genutil

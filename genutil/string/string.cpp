@@ -69,6 +69,24 @@ CGNString& CGNString::operator=(const char* s) {
     return *this;
 }
 
+void CGNString::MoveFrom(CGNString& other) noexcept {
+    if (other.IsEmpty()) {
+        Empty();
+        return;
+    }
+    char* const text = other.m_data;
+    const std::size_t length = std::strlen(text);
+    const std::uint32_t room = other.m_capacity;
+    other.m_data = nullptr;
+    other.Empty();
+    Storage::Adopt(*this, text, length, room, genutil::Placing::kStored);
+}
+
+CGNString& CGNString::AssignBytes(const char* s, std::size_t n) {
+    Storage::Store(*this, s, 0, n);
+    return *this;
+}
+
 CGNString& CGNString::Set(const CGNString& other) {
     return *this = other;
 }
@@ -103,6 +121,11 @@ CGNString& CGNString::operator+=(const CGNString& other) {
 
 CGNString& CGNString::operator+=(const char* s) {
     if (s) Storage::Store(*this, s, m_length, std::strlen(s));
+    return *this;
+}
+
+CGNString& CGNString::AppendBytes(const char* s, std::size_t n) {
+    Storage::Store(*this, s, m_length, n);
     return *this;
 }
 

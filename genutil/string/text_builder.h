@@ -1,4 +1,4 @@
-// Builds a text in a buffer of its own before it is appended to a string in one go.
+// Builds a text in a buffer of its own, and appends it to a string in a single operation.
 #pragma once
 
 #include <cstddef>
@@ -17,11 +17,12 @@ class TextBuilder {
 
     void Append(char c) { End(*this).Append(c); }
     void Append(const CGNString& text) { End(*this).Append(text, text.GetLength()); }
-    // As printf writes "%0*d", of a width of 4 at most.
+    // Writes a number as printf writes "%0*d", with a width of at most 4.
     void AppendNumber(int number, int width) { End(*this).AppendNumber(number, width); }
 
-    // Where it ends, for a function that appends much: a local object of which the compiler keeps
-    // the place in a register. The builder itself has it again when the object goes.
+    // The end of the text, for a function that appends repeatedly. The compiler keeps the position
+    // in a local object in a register. The builder receives the position when that object is
+    // destroyed.
     class End {
       public:
         explicit End(TextBuilder& builder) : m_builder(builder), m_at(builder.m_at) {}
@@ -77,7 +78,7 @@ class TextBuilder {
         char* m_at;
     };
 
-    // With room to spare, so that the next text of the kind needs no new buffer.
+    // Reserves extra room, so that the next text of this kind needs no new buffer.
     void Flush() {
         const auto length = static_cast<std::size_t>(m_at - m_text);
         if (length == 0) return;
@@ -90,7 +91,8 @@ class TextBuilder {
   private:
     static constexpr std::size_t kLongestNumber = 16;
 
-    // The buffer is written up to `at`; where it goes on then.
+    // Flushes the buffer, which is filled up to `at`. Returns the position at which writing
+    // continues.
     [[gnu::noinline]] char* FlushTo(char* at) {
         m_at = at;
         Flush();

@@ -9,19 +9,20 @@
 
 using genutil::NewText;
 using genutil::Owned;
+using genutil::Placing;
 using genutil::Rule;
 using genutil::Units;
 using Storage = genutil::StringStorage;
 
 int OSClientFormatString(CGNString& text) {
     static constexpr Rule kRules[] = {{"\r\n", "\r\n"}, {"\n", "\r\n"}, {"\x01", "\n"}};
-    Storage::Replace(text, kRules, std::size(kRules), Units::kBytes);
+    Storage::Replace(text, kRules, std::size(kRules), Units::kBytes, Placing::kStored);
     return static_cast<int>(text.GetLength());
 }
 
 int OSServerFormatString(CGNString& text) {
     static constexpr Rule kRule{"\r\n", "\n"};
-    Storage::Replace(text, &kRule, 1, Units::kBytes);
+    Storage::Replace(text, &kRule, 1, Units::kBytes, Placing::kStored);
     return static_cast<int>(text.GetLength());
 }
 
@@ -57,7 +58,7 @@ int ServerCodeSet(int codeSet) {
 }  // namespace
 
 int OSFindPlatformStringLength(const char* text, int limit) {
-    if (!IsEastAsian(genutil::UserLanguage())) return limit;
+    if (!IsEastAsian(genutil::UserDefaultLanguage())) return limit;
     if (!text || limit <= 0) return 0;
     mbIsMultiByte();  // initialises
     const auto most = static_cast<unsigned>(limit);
@@ -80,10 +81,17 @@ int OSFindPlatformStringLength(const char* text, int limit) {
 
 int FindUTF8StringLength(const char* text, int limit) {
     if (!text || limit <= 0) return 0;
-    CGNString part(text);
-    part.ConvertToUTF8(nullptr);
-    const unsigned fits = UTF8Limit(part, static_cast<unsigned>(limit));
-    if (fits < part.GetLength()) part.SubStrInBytes(0, static_cast<int>(fits));
-    part.ConvertFromUTF8();
-    return static_cast<int>(part.GetNumChars());
+    // Each character has a byte of its own in UTF-8, so no more of them fit.
+    const auto most = static_cast<unsigned>(limit);
+    const int codeSet = genutil::UserAnsiCodeSet();
+    const std::size_t longest = static_cast<std::size_t>(mbmaxcharlenExt(codeSet));
+    const std::uint64_t all = std::min(std::uint64_t{most} * longest, genutil::kMaxTextLength);
+    std::size_t bytes = strnlen(text, static_cast<std::size_t>(all));
+    if (text[bytes] != 0) bytes = mbidxtype(text, static_cast<unsigned>(bytes), codeSet);
+    char* made = nullptr;
+    if (codeSet < 0 || !mbConvertAlloc(text, bytes, codeSet, &made, mbUtf8, nullptr)) return 0;
+    const Owned<char> utf8(made);
+    const unsigned fits = UTF8Limit(made, most);
+    return static_cast<int>(
+        std::count_if(made, made + fits, [](char byte) { return (byte & 0xC0) != 0x80; }));
 }

@@ -29,17 +29,14 @@ Part RightTrimmed(const char* text, Part part, bool tabs) {
 
 }  // namespace
 
-// What stands in front of the first 0 byte of a part becomes the text of `out`.
+// What stands in front of the first 0 byte of a part is assigned to `out`.
 void CGNString::StorePart(CGNString& out, unsigned int begin, unsigned int end) const {
     const std::size_t n = end - begin;
     const void* nul = n ? std::memchr(m_data + begin, 0, n) : nullptr;
     const char* const text = m_data + begin;
     const std::size_t length =
         nul ? static_cast<std::size_t>(static_cast<const char*>(nul) - text) : n;
-    if (length == 0)
-        out.Empty();
-    else
-        Storage::Store(out, text, 0, length);
+    Storage::Store(out, text, 0, length);
 }
 
 void CGNString::LeftTrim(CGNString& out) const {

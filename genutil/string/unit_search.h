@@ -19,7 +19,7 @@ inline simd::Vector SplatUnit(unsigned short unit) {
     return simd::Splat16(unit);
 }
 
-// One bit for each of 16 units.
+// Returns one bit for each of 16 units.
 inline unsigned EqualUnits(const unsigned char* p, simd::Vector wanted) {
     return simd::TopBits(simd::Equal8(simd::Load(p), wanted));
 }
@@ -29,8 +29,8 @@ inline unsigned EqualUnits(const unsigned short* p, simd::Vector wanted) {
     return simd::TopBits(simd::NarrowSigned(low, high));
 }
 
-// Finds places in a text that begin with any of a few units; of one unit also such places only
-// where another stands at a distance.
+// Finds the positions in a text that begin with any of a few units. For a single unit, it can also
+// require another unit at a distance.
 template <class Unit>
 class UnitFinder {
   public:
@@ -38,7 +38,7 @@ class UnitFinder {
 
     UnitFinder(const Unit* text, std::size_t length) : m_text(text), m_length(length) {}
 
-    // The places not used repeat a unit, so that comparisons come in fixed numbers.
+    // The remaining entries repeat the unit, so that the number of comparisons is fixed.
     void AddFirst(Unit unit) {
         for (unsigned i = m_count++; i < kMost; ++i) m_first[i] = SplatUnit(unit);
     }
@@ -47,7 +47,8 @@ class UnitFinder {
         m_later = SplatUnit(unit);
     }
 
-    // Calls visit(place) for every place from `from` on, and goes on at the one that it returns.
+    // Calls visit(position) for every match from `from` on. The result is the position at which the
+    // search continues.
     template <class Visitor>
     void ForEach(std::size_t from, Visitor visit) const {
         if (m_count == 1)
@@ -58,7 +59,7 @@ class UnitFinder {
             ForEachOf<kMost>(from, visit);
     }
 
-    // With one unit: how many places there are.
+    // With a single unit: returns the number of matches.
     std::size_t Count() const {
         std::size_t count = 0;
         for (std::size_t base = 0; base < m_length; base += 4 * kUnitBlock)
@@ -66,8 +67,8 @@ class UnitFinder {
         return count;
     }
 
-    // With one unit: the next place from `from` on, which never goes back; the length of the text
-    // when there is none.
+    // With a single unit: returns the next match from `from` on, or the length of the text if there
+    // is none. `from` must never decrease.
     std::size_t Next(std::size_t from) {
         if (!m_begun || from >= m_base + kUnitBlock) {
             m_begun = true;
@@ -87,7 +88,7 @@ class UnitFinder {
   private:
     unsigned MaskFrom(std::size_t base) const { return MaskAt<1>(base); }
 
-    // By 64 units, so that one branch that cannot be predicted serves several places.
+    // In steps of 64 units, so that one unpredictable branch serves several positions.
     template <unsigned Count, class Visitor>
     void ForEachOf(std::size_t from, Visitor visit) const {
         std::size_t behind = from;
@@ -119,7 +120,7 @@ class UnitFinder {
         return mask;
     }
 
-    // No unit behind the text's end is read.
+    // No unit after the end of the text is read.
     template <unsigned Count>
     unsigned MaskAt(std::size_t base) const {
         if (m_length - base >= kUnitBlock + m_distance)
@@ -144,7 +145,7 @@ class UnitFinder {
     bool m_begun = false;
 };
 
-// Whether the first and the last Word of n bytes, which may overlap, are the same.
+// Returns true if the first and the last Word of n bytes are equal. The two may overlap.
 template <class Word>
 bool SameEnds(const unsigned char* a, const unsigned char* b, std::size_t n) {
     Word x, y, u, v;
@@ -170,7 +171,7 @@ bool SameUnits(const Unit* a, const Unit* b, std::size_t n) {
 
 constexpr std::size_t kNotFound = ~std::size_t{0};
 
-// The first place of a needle from `from` on; an empty one is found at once.
+// Finds the first occurrence of a needle from `from` on. An empty needle is found at once.
 template <class Unit>
 std::size_t FindUnits(const Unit* text, std::size_t length, const Unit* needle, std::size_t size,
                       std::size_t from) {

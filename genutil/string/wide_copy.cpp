@@ -23,25 +23,96 @@ bool StringStorage::EnsureWide(const CGNString& s) {
     return s.m_wide != nullptr;
 }
 
-bool StringStorage::RebuildData(const CGNString& s, unsigned bytesPerCharacter) {
+bool StringStorage::IsBroken(const CGNString& s) {
+    return MayBeBroken(s) && HasSurrogates(s.m_wide, s.m_wideLength);
+}
+
+bool StringStorage::RebuildData(CGNString& s) {
     if (!s.m_wide) return false;
     std::uint32_t length;
-    const std::uint64_t lossyLimit = std::uint64_t{s.m_wideLength} * bytesPerCharacter;
-    char* text = NewNarrowText(s.m_wide, s.m_wideLength, lossyLimit, &length);
+    char* text = NewNarrowText(s.m_wide, &s.m_wideLength, &length);
     if (!text) {
         DropWide(s);
         return false;
     }
-    if (OwnsData(s)) Release(s.m_data);
-    s.m_data = text;
-    s.m_length = s.m_capacity = length;
+    InstallData(s, text, length, length);
     return true;
+}
+
+bool StringStorage::Rebuild(CGNString& s) {
+    if (!IsBroken(s)) return RebuildData(s);
+    Fit(s);
+    return true;
+}
+
+void StringStorage::RebuildLimited(const CGNString& s, unsigned bytesPerCharacter) {
+    if (!s.m_wide) return;
+    std::uint32_t length;
+    const std::uint64_t limit = std::uint64_t{s.m_wideLength} * bytesPerCharacter;
+    if (char* text = NewLimitedText(s.m_wide, s.m_wideLength, limit, &length))
+        InstallData(s, text, length, length);
+    else
+        DropWide(s);
 }
 
 void StringStorage::StoreWide(CGNString& s, const unsigned short* wide, std::uint64_t count) {
     std::uint32_t length;
-    char* text = NewNarrowText(wide, count, count * 2, &length);
-    if (text) Adopt(s, text, length, length);
+    char* const text = NewNarrowText(wide, count, &length);
+    if (text) Adopt(s, text, length, length, Placing::kStored);
+}
+
+char* StringStorage::NewPart(const CGNString& s, std::uint32_t begin, std::uint32_t end,
+                             std::uint32_t* length) {
+    if (!IsBroken(s)) return NewNarrowText(s.m_wide + begin, end - begin, length);
+    const char* const bytes = s.m_data + begin;
+    *length = static_cast<std::uint32_t>(strnlen(bytes, end - begin));
+    char* text = NewText<char>(*length);
+    if (!text) return nullptr;
+    CopyUnits(text, bytes, *length);
+    text[*length] = 0;
+    return text;
+}
+
+namespace {
+
+// Text in which something is invalid is put together byte by byte.
+bool EditBytes(CGNString& s, const char* left, std::uint32_t leftLength, const WideView& added,
+               const char* right, std::uint32_t rightLength) {
+    const std::size_t n = strnlen(added.Text(), static_cast<std::size_t>(added.Bytes()));
+    const std::uint64_t length = std::uint64_t{leftLength} + n + rightLength;
+    char* text = NewText<char>(length);
+    if (!text) return false;
+    CopyUnits(text, left, leftLength);
+    CopyUnits(text + leftLength, added.Text(), n);
+    CopyUnits(text + leftLength + n, right, rightLength);
+    StringStorage::Adopt(s, text, length, length, Placing::kRebuilt);
+    return true;
+}
+
+}  // namespace
+
+bool StringStorage::Edit(CGNString& s, std::uint32_t begin, std::uint32_t end,
+                         const WideView& added) {
+    if (!added.Characters()) return false;
+    if (IsBroken(s) || added.IsBroken()) {
+        std::uint32_t leftLength = 0, rightLength = 0;
+        const Owned<char> left(NewPart(s, 0, begin, &leftLength));
+        const Owned<char> right(NewPart(s, end, s.m_wideLength, &rightLength));
+        return left.Get() && right.Get() &&
+               EditBytes(s, left.Get(), leftLength, added, right.Get(), rightLength);
+    }
+    // The string itself may be inserted: its tail moves beyond its end, and what it grows out of
+    // lives to the end of this.
+    const std::uint32_t tail = s.m_wideLength - end;
+    const std::uint64_t sum = std::uint64_t{begin} + added.Length() + tail;
+    Owned<Wide> old;
+    if (s.m_wideCapacity < sum && !GrowWide(s, sum, old)) return false;
+    Wide* const place = s.m_wide + begin;
+    CopyUnits(place + added.Length(), static_cast<const Wide*>(s.m_wide + end), tail);
+    CopyUnits(place, added.Characters(), added.Length());
+    s.m_wideLength = static_cast<std::uint32_t>(sum);
+    s.m_wide[sum] = 0;
+    return RebuildData(s);
 }
 
 }  // namespace genutil
@@ -74,13 +145,22 @@ void CGNString::DuplicateWzBufferFromData() {
 
 // Programs depend on both limits, on the narrower one for what they edit.
 void CGNString::DuplicateDataFromWzBuffer() const {
-    Storage::RebuildData(*this, 3);
+    Storage::RebuildLimited(*this, 3);
 }
 void CGNString::DuplicateDataFromWzBuffer() {
-    Storage::RebuildData(*this, 2);
+    Storage::RebuildLimited(*this, 2);
 }
 
 // -- Text from 16-bit characters -----------------------------------------------------------------
+
+namespace {
+
+// What text of others holds of surrogates is pairs, or nothing: bytes do not come that way.
+std::size_t WithoutCarriedBytes(Wide* text, std::size_t count) {
+    return genutil::HasSurrogates(text, count) ? genutil::ReplaceUnconvertible(text, count) : count;
+}
+
+}  // namespace
 
 void CGNString::SetWide(const unsigned short* w) {
     if (!w) return;
@@ -88,26 +168,43 @@ void CGNString::SetWide(const unsigned short* w) {
     m_wide = NewText<Wide>(n);
     if (!m_wide) return;
     CopyUnits(m_wide, w, n + 1);
-    m_wideLength = m_wideCapacity = static_cast<std::uint32_t>(n);
-    DuplicateDataFromWzBuffer();
+    m_wideCapacity = static_cast<std::uint32_t>(n);
+    m_wideLength = static_cast<std::uint32_t>(WithoutCarriedBytes(m_wide, n));
+    m_wide[m_wideLength] = 0;
+    Storage::RebuildData(*this);
 }
 
 CGNString& CGNString::AppendWide(const unsigned short* w) {
     return w ? *this += CGNString(w) : *this;
 }
 
+// A text that is cut within a character ends before it.
 CGNString& CGNString::CopyNChars(const char* s, unsigned int n) {
     if (!s) return Empty();
     CGNString taken;
     taken.m_flags = m_flags;
     Owned<Wide> old;
     if (!Storage::GrowWide(taken, std::uint64_t{n} * 3, old)) return *this;
-    std::fill_n(taken.m_wide, std::uint64_t{n} + 1, Wide{0});
     const std::size_t bytes = std::strlen(s);
-    if (genutil::ToWide(taken.m_wide, n, s, bytes) < 0)
-        genutil::ToWideBytewise(taken.m_wide, s, std::min<std::size_t>(bytes, n));
-    taken.m_wideLength = n;
-    if (Storage::RebuildData(taken, 2)) Storage::Swap(*this, taken);
+    const long count = genutil::ToWide(taken.m_wide, n, s, bytes);
+    if (count < 0) {
+        // A few bytes more tell whether a character goes on behind the last.
+        const std::size_t most = std::min<std::size_t>(bytes, n);
+        const genutil::WideView view(s, std::min<std::size_t>(bytes, std::uint64_t{n} + 4),
+                                     genutil::WideForm::kBytes);
+        if (!view.Characters()) return *this;
+        const std::uint32_t length =
+            genutil::AlignDown(view.Characters(), view.Length(), static_cast<std::uint32_t>(most));
+        char* text = NewText<char>(length);
+        if (!text) return *this;
+        CopyUnits(text, s, length);
+        text[length] = 0;
+        Storage::Adopt(*this, text, length, length, genutil::Placing::kRebuilt);
+        return *this;
+    }
+    taken.m_wideLength = static_cast<std::uint32_t>(count);
+    taken.m_wide[count] = 0;
+    if (Storage::RebuildData(taken)) Storage::Swap(*this, taken);
     return *this;
 }
 
@@ -117,11 +214,13 @@ CGNString& CGNString::CopyNWide(const unsigned short* w, unsigned int n) {
     taken.m_flags = m_flags;
     Owned<Wide> old;
     if (!Storage::GrowWide(taken, n, old)) return *this;
-    const std::uint64_t given = UnitsBeforeNul(w, n);
+    std::size_t given = UnitsBeforeNul(w, n);
+    const bool isCut = given == n && n > 0 && w[n - 1] >= 0xD800 && w[n - 1] < 0xDC00;
+    if (isCut) --given;
     CopyUnits(taken.m_wide, w, given);
-    std::fill_n(taken.m_wide + given, n - given + 1, Wide{0});
-    taken.m_wideLength = n;
-    if (Storage::RebuildData(taken, 2)) Storage::Swap(*this, taken);
+    taken.m_wideLength = static_cast<std::uint32_t>(WithoutCarriedBytes(taken.m_wide, given));
+    taken.m_wide[taken.m_wideLength] = 0;
+    if (Storage::RebuildData(taken)) Storage::Swap(*this, taken);
     return *this;
 }
 
@@ -144,10 +243,10 @@ unsigned int CGNString::GetLengthInChars() const {
 
 char* CGNString::GetCodePageCharAt(int index, char* out) const {
     out[0] = 0;
-    if (!Storage::EnsureWide(*this) || index < 0 || static_cast<unsigned>(index) >= m_wideLength)
-        return out;
-    const int bytes = genutil::ToNarrowCharacter(out, m_wide[index]);
-    out[bytes < 0 ? 0 : bytes] = 0;
+    const auto at = static_cast<unsigned>(index);
+    if (!Storage::EnsureWide(*this) || index < 0 || at >= m_wideLength) return out;
+    const int bytes = genutil::CharacterBytes(m_wide, m_wideLength, at, out);
+    out[bytes] = 0;
     return out;
 }
 
@@ -158,11 +257,15 @@ char CGNString::GetAt(unsigned int index) const {
 
 unsigned char CGNString::SetCodePageCharAt(int index, const char* mbchar) {
     if (!Storage::EnsureWide(*this)) return 0;
-    Wide character = 0;
-    const bool given = genutil::FirstCharacter(mbchar, &character);
-    const bool stored = given && index >= 0 && static_cast<unsigned>(index) < m_wideLength;
-    if (stored) m_wide[index] = character;
-    return Storage::RebuildData(*this, 2) && stored;
+    const genutil::FirstCharacter character(mbchar, genutil::WideForm::kCharacters);
+    const auto at = static_cast<unsigned>(index);
+    if (character.Length() == 0 || index < 0 || at >= m_wideLength ||
+        genutil::IsInside(m_wide, at)) {
+        Storage::Rebuild(*this);
+        return 0;
+    }
+    const genutil::WideView added(mbchar, character.Bytes());
+    return Storage::Edit(*this, at, genutil::AlignUp(m_wide, m_wideLength, at + 1), added);
 }
 
 unsigned char CGNString::SetAt(unsigned int index, char c) {
@@ -177,7 +280,6 @@ unsigned char CGNString::IsEqualNoCase(const CGNString& other) const {
     if (count != other.GetNumChars()) return 0;
     const genutil::WideView theirs(other.m_wide, other.m_wideLength, other.m_data, other.m_length);
     if (!Storage::EnsureWide(*this) || !theirs.Characters()) return *this == other;
-    // Characters that became '?' may be more of them in 16 bits than in bytes.
     const unsigned int n = std::min({count, m_wideLength, theirs.Length()});
     for (unsigned int i = 0; i < n; ++i) {
         const Wide a = m_wide[i], b = theirs.Characters()[i];

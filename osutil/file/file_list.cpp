@@ -22,7 +22,8 @@ class Matches {
         : m_parts(path, pattern),
           m_directory(m_parts.directory, Directory::Links::kFollow),
           m_pattern(m_parts.name) {}
-    // Names that a path would take for several are left out: they would lead elsewhere.
+    // Skips names that a path would interpret as several names, because they would denote another
+    // file.
     bool Next() {
         while (m_directory.Next())
             if (m_directory.IsOneName() && m_pattern.Matches(m_directory.Name())) return true;
@@ -41,7 +42,8 @@ class Matches {
             if (!JoinPath(joined, path, pattern)) return;
             joined.SplitFilePath(directory, name);
             const unsigned length = directory.GetLength();
-            directory += '\\';  // which makes a root of nothing, and a drive's of "X:"
+            directory += '\\';  // turns an empty path into a root, and "X:" into the root of a
+                                // drive
             good = directory.GetLength() == length + 1 &&
                    length + name.GetLength() + 1 >= joined.GetLength();
         }
@@ -90,7 +92,7 @@ int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList
 
 namespace {
 
-// Not inlined, so that their stack is free before directories below are listed. *lost becomes true
+// Not inlined, so that its stack space is free before subdirectories are listed. *lost becomes true
 // if entries are missing from the list.
 [[gnu::noinline]] int ListFiles(CGNString const& path, CGNString const& pattern,
                                 CGNStringList& list, bool fullPaths, bool* lost) {
@@ -105,7 +107,8 @@ namespace {
     return matches.IsOpen() ? 0 : osFileFailed;
 }
 
-// The directories in one, which is closed before they are listed, because trees may be deep.
+// Lists the subdirectories of a directory, which is closed before they are listed, because trees
+// may be deep. *lost becomes true if entries are missing from the list.
 [[gnu::noinline]] int ListFolders(CGNString const& path, CGNStringList& list, bool* lost) {
     Matches all(path, "*");
     while (all.Next()) {

@@ -17,10 +17,10 @@ namespace genutil {
 
 class NamePattern {
   public:
-    explicit NamePattern(const char* pattern);  // both in the current code set
+    explicit NamePattern(const char* pattern);  // pattern and names are in the current code set
     // Returns false also if allocation fails, which is reported.
     bool Matches(const char* name);
-    bool HasFailed() const { return m_failed; }  // an allocation, so far
+    bool HasFailed() const { return m_failed; }  // returns true if an allocation has failed so far
 
   private:
     // Wildcards according to their place, as units that no name contains.

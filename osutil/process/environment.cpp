@@ -11,8 +11,8 @@ using namespace genutil;
 namespace {
 
 constexpr std::size_t kMostOfName = 255, kMostOfValue = 255;
-// Values may refer to themselves, so the search ends after so many replacements in a row that came
-// no nearer to the end of the text.
+// Values may refer to themselves, so the search ends after this number of consecutive replacements
+// without progress towards the end of the text.
 constexpr int kMostWithoutProgress = 1000;
 
 struct Reference {
@@ -32,7 +32,7 @@ CGNString OSExpandEnvironmentVariables(const CGNString& text) {
     CGNString expanded(text);
     Reference reference;
     std::size_t from = 0;
-    std::size_t least = expanded.GetLength();  // bytes left to search, so far
+    std::size_t least = expanded.GetLength();  // minimum number of bytes left to search so far
     for (int count = 0; count < kMostWithoutProgress;) {
         const char* const whole = expanded;
         if (!FindReference(whole + std::min<std::size_t>(from, expanded.GetLength()), &reference))
@@ -47,7 +47,7 @@ CGNString OSExpandEnvironmentVariables(const CGNString& text) {
         const std::size_t valueLength = known ? std::strlen(value) : 0;
         if (known) {
             StringStorage::Splice(expanded, reference.begin, reference.end + 1,
-                                  {value, valueLength});
+                                  {value, valueLength}, Placing::kRebuilt);
             ++count;
         }
         // Not the end of the value. Programs rely on this because of the values that they store in

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <numeric>
 #include <string>
 
 #include "genlist.h"
@@ -123,6 +124,31 @@ TEST(StringList, SortsAnyOrder) {
             ASSERT_EQ(sorted, letters) << order;
         } while (std::next_permutation(order.begin(), order.end()));
     }
+}
+
+TEST(StringList, FindsJoinsAndIterates) {
+    CGNStringList list;
+    EXPECT_TRUE(list.Join(",").IsEmpty() && list.begin() == list.end());
+    for (const char* name : {"b", "", "B", "a", "b"}) list.AddItem(name);
+    EXPECT_EQ(list.Find("b"), 0);
+    EXPECT_EQ(list.Find("b", 1), 4);
+    EXPECT_EQ(list.Find("b", 5), -1);
+    EXPECT_EQ(list.Find("b", -1), -1);
+    EXPECT_STREQ(list.Join(", "), "b, , B, a, b");
+    EXPECT_STREQ(list.Join(nullptr), "bBab");
+    list.Sort(CGNStringLess());
+    list.CGNList::AddItem(0);
+    EXPECT_STREQ(list.Join("|"), "|B|a|b|b|");
+    int strings = 0;
+    for (const CGNString* item : list) strings += item != nullptr;
+    EXPECT_EQ(strings, 5);
+    list.Sort([](const CGNString& a, const CGNString& b) { return CGNStringLess()(b, a); });
+    EXPECT_STREQ(list.Join("|"), "|b|b|a|B|");
+    CGNList numbers;
+    numbers.AddItem(7), numbers.AddItem(8);
+    EXPECT_EQ(numbers.Find(8), 1);
+    EXPECT_EQ(numbers.Find(8, 2), -1);
+    EXPECT_EQ(std::accumulate(numbers.begin(), numbers.end(), 0l), 15);
 }
 
 TEST(StringListList, OwnsCopies) {

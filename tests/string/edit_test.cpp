@@ -51,6 +51,108 @@ TEST(StringEdit, NegativeCountsExtractTheRest) {
     cut.TruncateAt('x');
     EXPECT_STREQ(cut, "a\x95\x5C");
 }
+
+// In pairs of UTF-8 and in text of which something is invalid, a position inside a character means
+// the whole character, and no byte of it is a character of its own.
+TEST(StringEdit, PositionsMeanWholeCharacters) {
+    const struct {
+        int line, codeSet;
+        const char* text;
+        unsigned at;  // two positions of one character, this and the next
+        std::string left, character, rest;
+    } rows[] = {
+        {__LINE__, 65, "\xF0\x9F\x91\x9C x", 0, "", "\xF0\x9F\x91\x9C", " x"},
+        {__LINE__, 65,
+         "a\xF0\x9F\x90\xB6"
+         "b",
+         1, "a", "\xF0\x9F\x90\xB6", "b"},
+        {__LINE__, 5, "\x85\x40\x95\x5C\\", 2, "\x85\x40", "\x95\x5C", "\\"},
+        {__LINE__, 5, "\x85\x40\x95\x5C\\", 0, "", "\x85\x40", "\x95\x5C\\"},
+        {__LINE__, 10, "\x80\xC4\xE3x", 1, "\x80", "\xC4\xE3", "x"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        CodeSetGuard codeSet(row.codeSet);
+        const CGNString s(row.text);
+        const unsigned inside = row.at + 1, count = s.GetNumChars();
+        CGNString out;
+        s.LeftString(out, inside);
+        EXPECT_EQ(Bytes(out), row.left);
+        s.RightString(out, count - inside);
+        EXPECT_EQ(Bytes(out), row.character + row.rest);
+        s.SubStr(out, row.at, 1);
+        EXPECT_EQ(Bytes(out), "");
+        s.SubStr(out, inside, 2);
+        EXPECT_EQ(Bytes(out), row.character + (row.rest[0] == '\x95' ? "" : row.rest.substr(0, 1)));
+        char character[8];
+        EXPECT_EQ(s.GetCodePageCharAt(static_cast<int>(row.at), character), row.character);
+        EXPECT_STREQ(s.GetCodePageCharAt(static_cast<int>(inside), character), "");
+        CGNString edited(s);
+        edited.Truncate(inside);
+        EXPECT_EQ(Bytes(edited), row.left);
+        for (const unsigned at : {row.at, inside}) {
+            edited = s;
+            EXPECT_TRUE(edited.RemoveAt(static_cast<int>(at), 1));
+            EXPECT_EQ(Bytes(edited), row.left + row.rest);
+            edited = s;
+            EXPECT_TRUE(edited.InsertAt(static_cast<int>(at), "-"));
+            EXPECT_EQ(Bytes(edited), row.left + "-" + row.character + row.rest);
+            edited = s;
+            EXPECT_EQ(edited.SetCodePageCharAt(static_cast<int>(at), "-"), at == row.at);
+            if (at == row.at) {
+                EXPECT_EQ(Bytes(edited), row.left + "-" + row.rest);
+            }
+        }
+        const int first = static_cast<int>(row.at);
+        EXPECT_EQ(s.Find(row.character.c_str()), first);
+        EXPECT_EQ(s.ReverseFind(row.character.c_str()),
+                  row.codeSet == 5 && first == 0 ? -1 : first);
+        EXPECT_EQ(s.Find(row.character.substr(1).c_str()), row.character[1] == '\x5C' ? 4 : -1);
+        edited = s;
+        edited.Replace(row.character.c_str(), "+");
+        EXPECT_EQ(Bytes(edited), row.left + "+" + row.rest);
+        std::string all;
+        for (unsigned i = 0; i < count; ++i)
+            all += s.GetCodePageCharAt(static_cast<int>(i), character);
+        EXPECT_EQ(all, row.text);
+    }
+    CodeSetGuard codeSet(65);
+    CGNString s("\xE3\x81\x93\xF0\x9F\x98\x80\xE4\xB8\x96\xE7\x95\x8C");
+    s.RemoveAt(1, 1);
+    EXPECT_STREQ(s, "\xE3\x81\x93\xE4\xB8\x96\xE7\x95\x8C");
+    EXPECT_EQ(CGNString("a\xF0\x9F\x98\x80").FindFirstOf("\xF0\x9F\x98\x81"), 3);
+    EXPECT_EQ(CGNString("a\xF0\x9F\x98\x80").FindFirstOf("\xF0\x9F\x98\x80"), 1);
+}
+
+TEST(StringEdit, PositionsEndWithTheText) {
+    CodeSetGuard codeSet(5);
+    CGNString s, out;
+    s.CopyNChars("ab", 5);
+    EXPECT_FALSE(s.InsertAt(4, "x"));
+    s.RightString(out, 1);
+    EXPECT_STREQ(out, "b");
+}
+
+// In 2022 code sets one bad byte must not cost the escapes their own.
+TEST(StringEdit, InvalidBytesSurvive) {
+    for (const int inCodeSet : {3, 4, 5, 10, 12, 41, 42, 65}) {
+        SCOPED_TRACE(inCodeSet);
+        CodeSetGuard codeSet(inCodeSet);
+        const std::string text = "\x1B$)C\x1B$B$\"\x1B(B\x0E\x1B(I1\x0F\xFF\x1Bz\xFF";
+        CGNString s(text.c_str()), out;
+        s.ToUpper(-1);
+        EXPECT_EQ(Bytes(s).size(), text.size());
+        s.ToLower(static_cast<int>(text.size()) - 2);
+        EXPECT_EQ(Bytes(s).substr(0, text.size() - 2), text.substr(0, text.size() - 2));
+        s.InsertAt(static_cast<int>(text.size()), "+");
+        s.RemoveAt(static_cast<int>(text.size()), 1);
+        s.Replace('z', 'z');
+        s.ExpandQuotes('z');
+        s.UnexpandQuotes('z');
+        EXPECT_EQ(Bytes(s), text);
+    }
+}
+
 TEST(StringEdit, ExtractsBytesOfWholeCharacters) {
     const struct {
         int line, codeSet;
@@ -145,6 +247,10 @@ TEST(StringEdit, MapsCaseInTheCodeSet) {
         {__LINE__, 5, "@az[`{9", "@AZ[`{9", "@az[`{9"},
         {__LINE__, 24, "\xE6\xB8", "\xC6\xA8", "\xE6\xB8"},
         {__LINE__, 65, "\xC3\xA9\xD0\xB6", "\xC3\x89\xD0\x96", "\xC3\xA9\xD0\xB6"},
+        {__LINE__, 0, "a\x83", "A\x83", "a\x83"},  // a letter whose counterpart the code set lacks
+        {__LINE__, 1, "\xFF\xE9", "\xFF\xC9", "\xFF\xE9"},
+        {__LINE__, 7, "\xA8\xA1z", "\xA8\xA1Z", "\xA8\xA1z"},
+        {__LINE__, 28, "\xE9z", "\xE9Z", "\xE9z"},
     };
     for (const auto& row : rows) {
         CodeSetGuard codeSet(row.codeSet);

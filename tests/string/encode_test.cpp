@@ -63,8 +63,8 @@ TEST(StringEncode, EscapesWholeCharacters) {
                   {
                       {__LINE__, 5, "\x95\x5C\\\x83\x5C", "\x95\x5C\\\\\x83\x5C"},
                       {__LINE__, 9, "\xA5\x5C'", "\xA5\x5C\\'"},
-                      {__LINE__, 0, "\x95\x5C", "\x95\\\\"},            // two characters there
-                      {__LINE__, 5, "\x95\x5C\x82 ", "\x95\\\\\x82 "},  // invalid text is bytes
+                      {__LINE__, 0, "\x95\x5C", "\x95\\\\"},  // two characters there
+                      {__LINE__, 5, "\x95\x5C\x82 \\", "\x95\x5C\x82 \\\\"},  // nor in invalid text
                   });
     const CodeSetGuard johab(12);
     EXPECT_EQ(After("\xD9\x3C<", [](CGNString& s) { s.EncodeHtmlString(); }), "\xD9\x3C&lt;");
@@ -78,6 +78,120 @@ TEST(StringEncode, ConvertsBetweenTheUsersCodeSetAndUtf8) {
     EXPECT_EQ(After("\x82\xA0", [](CGNString& s) { s.ConvertToUTF8("xx_XX"); }), "");
     EXPECT_EQ(After(utf8, [](CGNString& s) { s.ConvertFromUTF8(); }), own);
     EXPECT_EQ(After("%41+%7E%zz%00b", [](CGNString& s) { s.UrlDecode(); }), "A+~%zz");
+}
+
+TEST(StringEncode, ReportsWhatUtf8Loses) {
+    CodeSetGuard codeSet(5);
+    CGNString s("\x95\x5C\x82 "), utf8;
+    unsigned lost = 9;
+    EXPECT_TRUE(s.ToUtf8(utf8, &lost));
+    EXPECT_EQ(Bytes(utf8), "\xE8\xA1\xA8\xEF\xBF\xBD ");
+    EXPECT_EQ(lost, 1u);
+    EXPECT_TRUE(s.FromUtf8("\xE8\xA1\xA8\xF0\x9F\x98\x80\xE0\xB8\x81", &lost));
+    EXPECT_EQ(Bytes(s), "\x95\x5C\x81\xAC\x81\xAC");
+    EXPECT_EQ(lost, 2u);
+    EXPECT_TRUE(s.FromUtf8(nullptr, &lost) && s.IsEmpty() && lost == 0);
+}
+
+TEST(StringEncode, DecodesReferencesAndEscapesForUrlsAndJson) {
+    enum { kXml, kHtml, kUrl, kJson };
+    using Operation = void (CGNString::*)();
+    static constexpr Operation kOperations[] = {&CGNString::DecodeXMLString,
+                                                &CGNString::DecodeHtmlString, &CGNString::UrlEncode,
+                                                &CGNString::EncodeJSONString};
+    const struct {
+        int line, codeSet, operation;
+        const char *text, *expected;
+    } rows[] = {
+        {__LINE__, 0, kXml, "&lt;a&gt;&amp;amp;&apos;&quot;", "<a>&amp;'\""},
+        {__LINE__, 0, kXml, "&#65;&#x42;&#X43;&#xe9;", "ABC\xE9"},
+        {__LINE__, 0, kXml, "&#0;&#x;&#;&lt&nbsp;&#x110000;&#xD800;&",
+         "&#0;&#x;&#;&lt&nbsp;&#x110000;&#xD800;&"},
+        {__LINE__, 0, kXml, "&#x3042;&#99999999999;", "&#x3042;&#99999999999;"},
+        {__LINE__, 5, kXml, "\x95\x5C&#x3042;&#x8868;", "\x95\x5C\x82\xA0\x95\x5C"},
+        {__LINE__, 5, kXml, "\x82 &lt;", "\x82 <"},
+        {__LINE__, 65, kXml, "&#x1F600;", "\xF0\x9F\x98\x80"},
+        {__LINE__, 0, kHtml, "a<br>b<BR />c<b>&nbsp;&lt;", "a\nb\nc<b>\xA0<"},
+        {__LINE__, 5, kUrl, "a-Z_0.~ \x95\x5C/", "a-Z_0.~%20%95%5C%2F"},
+        {__LINE__, 0, kJson, "\"\\/\b\f\n\r\t\x01\x1F\xE9",
+         "\\\"\\\\/\\b\\f\\n\\r\\t\\u0001\\u001F\xE9"},
+        {__LINE__, 5, kJson, "\x95\x5C\\", "\x95\x5C\\\\"},
+        {__LINE__, 5, kJson, "\x95\x5C\x82 \"", "\x95\x5C\x82 \\\""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        CodeSetGuard codeSet(row.codeSet);
+        const Operation operation = kOperations[row.operation];
+        EXPECT_EQ(After(row.text, [=](CGNString& s) { (s.*operation)(); }), row.expected);
+        EXPECT_EQ(After("plain", [=](CGNString& s) { (s.*operation)(); }), "plain");
+        if (row.operation == kUrl) {
+            EXPECT_EQ(After(row.expected, [](CGNString& s) { s.UrlDecode(); }), row.text);
+        }
+    }
+}
+
+TEST(StringForm, FoldsAndNormalizes) {
+    const struct {
+        int line, codeSet;
+        const char* text;
+        CGNString::NormalForm form;
+        const char* expected;  // null: the code set cannot hold it
+    } rows[] = {
+        {__LINE__, 65, "\xC3\xA9", CGNString::kNormalFormD, "e\xCC\x81"},
+        {__LINE__, 65, "e\xCC\x81", CGNString::kNormalFormC, "\xC3\xA9"},
+        {__LINE__, 65, "\xEF\xBC\xA1\xEF\xBD\xB6\xEF\xBE\x9E", CGNString::kNormalFormKC,
+         "A\xE3\x82\xAC"},
+        {__LINE__, 65, "\xEF\xAC\x81", CGNString::kNormalFormKD, "fi"},
+        {__LINE__, 5, "\xB6\xDE", CGNString::kNormalFormKC, "\x83\x4B"},
+        {__LINE__, 0, "\xE9", CGNString::kNormalFormD, nullptr},
+        {__LINE__, 65, "\xC3", CGNString::kNormalFormC, nullptr},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        CodeSetGuard codeSet(row.codeSet);
+        CGNString s(row.text);
+        EXPECT_EQ(s.Normalize(row.form), row.expected != nullptr);
+        EXPECT_EQ(Bytes(s), row.expected ? row.expected : row.text);
+    }
+    CodeSetGuard codeSet(65);
+    // A, capital and both small sigmas, an accented letter.
+    EXPECT_EQ(After("A\xCE\xA3\xCF\x83\xCF\x82\xC3\x89", [](CGNString& s) { s.FoldCase(); }),
+              "a\xCF\x83\xCF\x83\xCF\x83\xC3\xA9");
+}
+
+TEST(StringForm, CollatesWithOptions) {
+    CodeSetGuard codeSet(65);
+    constexpr unsigned kAll =
+        CGNString::kIgnoreCase | CGNString::kIgnoreWidth | CGNString::kIgnoreKana;
+    const struct {
+        int line;
+        const char *a, *b;
+        unsigned options;
+        int order;
+    } rows[] = {
+        {__LINE__, "abc", "ABC", CGNString::kIgnoreCase, 0},
+        {__LINE__, "abc", "ABD", CGNString::kIgnoreCase, -1},
+        {__LINE__, "\xEF\xBC\xA1", "A", CGNString::kIgnoreWidth, 0},
+        {__LINE__, "\xEF\xBD\xB1", "\xE3\x82\xA2", CGNString::kIgnoreWidth, 0},
+        {__LINE__, "\xE3\x81\x82", "\xE3\x82\xA2", CGNString::kIgnoreKana, 0},
+        {__LINE__, "\xEF\xBD\xB1z", "\xE3\x81\x82Z", kAll, 0},
+        {__LINE__, "b", "A", kAll, 1},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        const auto sign = [](int order) { return (order > 0) - (order < 0); };
+        CGNString x, y;
+        EXPECT_EQ(sign(CGNString(row.a).Collate(row.b, row.options)), row.order);
+        EXPECT_TRUE(CGNString(row.a).GetSortKey(x, row.options) &&
+                    CGNString(row.b).GetSortKey(y, row.options));
+        EXPECT_EQ(sign(std::strcmp(x, y)), row.order);
+        EXPECT_EQ(std::strlen(x), x.GetLength());
+        // Whether width and kana make a difference otherwise is for the locale to say.
+        if (row.options == CGNString::kIgnoreCase) {
+            EXPECT_LT(CGNString(row.a).Collate(row.b, 0), 0);
+        }
+    }
+    EXPECT_LT(CGNString("10").Collate("9", 0), 0);
 }
 
 TEST(StringEncode, WidensAndNarrowsJapanese) {
@@ -107,24 +221,46 @@ TEST(StringEncode, DeclaresTheCharacterSetOfAPage) {
     CodeSetGuard codeSet(11);
     EXPECT_STREQ(CGNString().GetEncodingStringForHTML(""),
                  "content=\"text/html; charset=euc-kr\">");
-    const std::string declaration =
-        "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=shift_jis\">";
-    const auto declare = [](CGNString& s) { s.ReplaceEncodingStringInHTML("ja_JP"); };
-    ExpectTexts(
-        [&](const char* page) { return After(page, declare); },
-        {
-            {__LINE__, "<html><head><META content=\"text/html; CHARSET=utf-8\"></head>charset=x",
-             "<html><head><META content=\"text/html; CHARSET=shift_jis\"></head>charset=x"},
-            {__LINE__, "<meta name='charset'><meta charset = 'utf-8' />",
-             "<meta name='charset'><meta charset = 'shift_jis' />"},
-            {__LINE__, "<!DOCTYPE html><HTML lang=x><HEAD>\n</HEAD><metal charset=x>",
-             Join({"<!DOCTYPE html><HTML lang=x><HEAD>", declaration,
-                   "\n</HEAD><metal charset=x>"})},
-            {__LINE__, "<header>charset=x", Join({declaration, "<header>charset=x"})},
-            {__LINE__, "<html", Join({declaration, "<html"})},
-            {__LINE__, "<meta charset=", "<meta charset=shift_jis"},
-            {__LINE__, "", declaration},
-        });
+    EXPECT_STREQ(CGNString().GetEncodingStringForHTML("ja_JP"),
+                 "content=\"text/html; charset=shift_jis\">");
+    const struct {
+        int line;
+        const char *page, *declared;
+    } rows[] = {
+        {__LINE__, "<html><head><META content=\"text/html; CHARSET=utf-8\"></head>charset=x",
+         "<html><head><META content=\"text/html; CHARSET=shift_jis\"></head>charset=x"},
+        {__LINE__, "<meta name='charset'><meta charset = 'utf-8' />",
+         "<meta name='charset'><meta charset = 'shift_jis' />"},
+        {__LINE__, "<!DOCTYPE html><HTML lang=x><HEAD>\n</HEAD><metal charset=x>",
+         "<!DOCTYPE html><HTML lang=x><HEAD><meta http-equiv=\"Content-Type\" "
+         "content=\"text/html; charset=shift_jis\">\n</HEAD><metal charset=x>"},
+        {__LINE__, "<header>charset=x",
+         "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=shift_jis\">"
+         "<header>charset=x"},
+        {__LINE__, "<html",
+         "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=shift_jis\"><html"},
+        {__LINE__, "<meta charset=", "<meta charset=shift_jis"},
+        {__LINE__, "<meta charset=\"\"><meta charset=x/>",
+         "<meta charset=\"shift_jis\"><meta charset=x/>"},
+        {__LINE__, "<meta charset=x/>", "<meta charset=shift_jis/>"},
+        {__LINE__, "<meta content='text/html;charset=' name=a>",
+         "<meta content='text/html;charset=shift_jis' name=a>"},
+        {__LINE__,
+         "<!-- <meta charset=a> --><script>\"<meta charset=b>\"</script><meta title='>' "
+         "charset=c>",
+         "<!-- <meta charset=a> --><script>\"<meta charset=b>\"</script><meta title='>' "
+         "charset=shift_jis>"},
+        {__LINE__, "<!--<head>--><html title=\">\">",
+         "<!--<head>--><html title=\">\"><meta http-equiv=\"Content-Type\" "
+         "content=\"text/html; charset=shift_jis\">"},
+        {__LINE__, "",
+         "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=shift_jis\">"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        const auto declare = [](CGNString& s) { s.ReplaceEncodingStringInHTML("ja_JP"); };
+        EXPECT_EQ(After(row.page, declare), row.declared);
+    }
 }
 // -- File names ----------------------------------------------------------------------------------
 
@@ -278,12 +414,38 @@ TEST(TextLayout, MeasuresLengthsOfTheOtherSide) {
     CodeSetGuard codeSet(japanese ? 5 : 0);
     const char* const text = japanese ? "a\x82\xA0z" : "a\xE9z";  // 1, 2 or 3, and 1 bytes
     const int second = japanese ? 4 : 3;
+    for (const int inCodeSet : {5, 0, 4, 65}) {  // whatever the current code set is
+        InitMbutilExt(inCodeSet);
+        EXPECT_EQ(FindUTF8StringLength(text, INT_MAX), 3);
+    }
     EXPECT_EQ(FindUTF8StringLength(text, second - 1), 1);
     EXPECT_EQ(FindUTF8StringLength(text, second), 2);
     EXPECT_EQ(FindUTF8StringLength(text, INT_MAX), 3);
     EXPECT_EQ(FindUTF8StringLength(text, 0), 0);
     EXPECT_EQ(FindUTF8StringLength(text, -1), 0);
     EXPECT_EQ(FindUTF8StringLength(nullptr, 5), 0);
+}
+
+TEST(StringEncode, WidensInEachEastAsianCodeSet) {
+    const auto widen = [](CGNString& s) { s.ConvertSingleToDouble(); };
+    const struct {
+        int line, codeSet;
+        const char *half, *full;
+    } rows[] = {
+        {__LINE__, 7, "A1~", "\xA3\xC1\xA3\xB1\xA1\xAB"},
+        {__LINE__, 8, "a ", "\xA3\xE1\xA1\xA1"},
+        {__LINE__, 9, "A1", "\xA2\xCF\xA2\xB0"},
+        {__LINE__, 10, "A1", "\xA4\xC1\xA4\xA2"},
+        {__LINE__, 11, "A1\xB0\xA1", "\xA3\xC1\xA3\xB1\xB0\xA1"},
+        {__LINE__, 12, "A", "\xDA\x51"},
+        {__LINE__, 13, "A1", "\xA3\xC1\xA3\xB1"},
+        {__LINE__, 65, "A", "A"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        const CodeSetGuard codeSet(row.codeSet);
+        EXPECT_EQ(After(row.half, widen), row.full);
+    }
 }
 
 }  // namespace

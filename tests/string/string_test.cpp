@@ -2,8 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <iomanip>
+#include <map>
+#include <sstream>
 #include <string>
+#include <unordered_map>
 
+#include "genstringio.h"
 #include "genutil.h"
 #include "tests/support/code_set_guard.h"
 #include "tests/support/texts.h"
@@ -176,7 +181,9 @@ TEST(String, ReplacesOneCharacter) {
         {__LINE__, 5, "a\x82\xA0z", 1, "\x82", nullptr},
         {__LINE__, 5, "a\x82\xA0z", 1, "", nullptr},
         {__LINE__, 5, "a\x82\xA0z", 1, nullptr, nullptr},
-        {__LINE__, 65, "abc", 1, "\xF0\x9F\x98\x80", nullptr},
+        {__LINE__, 65, "abc", 1, "\xF0\x9F\x98\x80", "a\xF0\x9F\x98\x80\x63"},
+        {__LINE__, 5, "a\x82 \x95\x5C", 4, "x", nullptr},  // the second byte of a character
+        {__LINE__, 5, "a\x82 \x95\x5C", 3, "x", "a\x82 x"},
         {__LINE__, 5, "a\x82 z", 0, "b", "b\x82 z"},  // invalid bytes are kept
         {__LINE__, 65, "a\xC3\xE3\x81", 0, "b", "b\xC3\xE3\x81"},
     };
@@ -199,7 +206,7 @@ TEST(String, CopiesNoHalfOfACharacter) {
     EXPECT_EQ(Bytes(CGNString("before").CopyNChars(text, 3)), text);
     EXPECT_EQ(Bytes(CGNString("x").AppendNChars(text, 2)), "xa");
     CodeSetGuard shiftJis(5);
-    EXPECT_EQ(Bytes(CGNString().CopyNChars("a\x82 \x82\xA0z", 4)), "a\x82 \x82");
+    EXPECT_EQ(Bytes(CGNString().CopyNChars("a\x82 \x82\xA0z", 5)), "a\x82 \x82\xA0");
     EXPECT_EQ(Bytes(CGNString().CopyNChars("\x82", 1)), "\x82");
 }
 TEST(String, ConvertsWideText) {
@@ -222,9 +229,84 @@ TEST(String, ConvertsWideText) {
         EXPECT_EQ(Bytes(CGNString("before").CopyNChars(text, 9)), row.expected);
     }
     CodeSetGuard western(0);
-    EXPECT_EQ(CharacterAt(CGNString(text), 1), "");  // no bytes of its own in this code set
+    EXPECT_EQ(CharacterAt(CGNString(text), 1), "?");  // as the bytes have it
+    const Wide lone[] = {'a', 0xDC5C, 0xDC82, 0xD83D, 'b', 0};
+    for (const int inCodeSet : {0, 3, 5, 65}) {
+        CodeSetGuard codeSet(inCodeSet);
+        EXPECT_EQ(Bytes(CGNString(lone)), "a???b");
+        EXPECT_EQ(Bytes(CGNString().CopyNChars(lone, 4)), "a??");
+    }
     const Wide withoutEnd[] = {'a', 'b'};
     EXPECT_EQ(Bytes(CGNString().CopyNChars(withoutEnd, 2)), "ab");
+}
+
+TEST(String, MeetsTheStandardLibrary) {
+    CodeSetGuard codeSet(65);
+    using namespace std::string_view_literals;
+    CGNString s(std::string("a\0b", 3)), t(u"\u3042"sv), u(u"x"), v("ab"sv);
+    EXPECT_EQ(s.View(), "a\0b"sv);
+    EXPECT_STREQ(t, "\xE3\x81\x82");
+    t += "z"sv;
+    t += u"\u3044"sv.substr(0, 1);
+    t += u"!";
+    EXPECT_STREQ(t, "\xE3\x81\x82z\xE3\x81\x84!");
+    u = std::string("y");
+    v = u"w";
+    EXPECT_TRUE(u == "y"sv && "y"sv == u && std::string("w") == v);
+    swap(u, v);
+    EXPECT_TRUE(u == "w" && v == "y");
+
+    // A string is moved to as it is assigned to.
+    CGNString room("abc", 40), grows;
+    grows.AllocateBuffer(10, 1);
+    const char* const kept = room;
+    room = CGNString("xyz");
+    grows = CGNString("more than ten bytes");
+    EXPECT_STREQ(room, "xyz");
+    EXPECT_EQ(static_cast<const char*>(room), kept);
+    EXPECT_STREQ(grows, "more than ten bytes");
+    CGNString taken(std::move(room));
+    EXPECT_EQ(static_cast<const char*>(taken), kept);
+    EXPECT_TRUE(room.IsEmpty() && (room = std::move(taken)) == "xyz" && taken.IsEmpty());
+    EXPECT_TRUE((room = std::move(taken)).IsEmpty());
+
+    CGNString padded;
+    padded.CopyNBytes("ab", 3);
+    std::unordered_map<CGNString, int> counts;
+    ++counts["ab"], ++counts["ab"], ++counts[padded];
+    EXPECT_EQ(counts["ab"], 2);
+    std::map<CGNString, int, CGNStringLess> sorted;
+    for (const char* name : {"b", "\xFF", "a", "b"}) ++sorted[name];
+    EXPECT_EQ(sorted.size(), 3u);
+    EXPECT_TRUE(sorted.begin()->first == "a" && sorted.find("b"sv)->second == 2);
+    EXPECT_TRUE(CGNStringLess()("ab", padded) && !CGNStringLess()(padded, "ab"));
+
+    std::ostringstream stream;
+    stream << std::setw(5) << s << u;
+    EXPECT_EQ(stream.str(), "  a\0bw"sv);
+}
+
+TEST(String, IteratesOverWholeCharacters) {
+    const auto walk = [](int inCodeSet, const char* text) {
+        CodeSetGuard codeSet(inCodeSet);
+        std::string all;
+        const CGNString s(text);
+        for (const CGNCharacter& c : s.Characters()) {
+            char point[32];
+            std::snprintf(point, sizeof point, "%u:%X ", c.Position(), unsigned(c.CodePoint()));
+            all += point;
+            char bytes[8];
+            EXPECT_EQ(c.Bytes(), s.GetCodePageCharAt(static_cast<int>(c.Position()), bytes));
+        }
+        return all;
+    };
+    EXPECT_EQ(walk(65, "a\xF0\x9F\x91\x9C\xC3\xA9"), "0:61 1:1F45C 3:E9 ");
+    EXPECT_EQ(walk(65, "\xF0\x9F\x91\x9C\xC3"), "0:1F45C 4:FFFD ");
+    EXPECT_EQ(walk(5, "a\x95\x5C\xB1"), "0:61 1:8868 2:FF71 ");
+    EXPECT_EQ(walk(5, "\x85\x40\x95\x5C\\"), "0:FFFD 2:8868 4:5C ");
+    EXPECT_EQ(walk(0, ""), "");
+    CGNCharacter character;
+    EXPECT_FALSE(character.Read(CGNString("a"), 1));
 }
 
 TEST(String, IgnoresCaseOfCharacters) {

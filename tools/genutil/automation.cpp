@@ -1,4 +1,4 @@
-// genutil automation: what an automation server offers, and calls of it.
+// genutil automation: lists the members of an automation server, and calls them.
 #include <charconv>
 #include <cstdio>
 #include <locale>
@@ -84,8 +84,8 @@ bool Parse(const std::string& text, double* out) {
     return !in.fail() && in.peek() == std::istringstream::traits_type::eof();
 }
 
-// A value from "TYPE:TEXT", or a text where no type stands in front. False for a type with a text
-// that is not of it.
+// Parses "TYPE:TEXT", or a text without a type. Returns false for a text that is invalid for its
+// type.
 bool ParseValue(const std::string& argument, COSOLEValue* value) {
     const std::size_t colon = argument.find(':');
     const std::string type = colon == argument.npos ? "" : argument.substr(0, colon);
@@ -160,7 +160,7 @@ Status RunAutomation(const Arguments& given) {
     const bool call = what == "call" && rest.size() >= 3;
     if (!list && !call)
         return Complain("automation: 'list PROGID' or 'call PROGID METHOD ARG...' is needed");
-    mbIsMultiByte();  // initialises: an explicit choice would not survive it
+    mbIsMultiByte();  // initialises; an earlier explicit choice would be lost
     InitMbutilExt(mbUtf8);
     COSOLEArguments arguments;
     if (call && !ParseCall({rest.begin() + 3, rest.end()}, named, &arguments)) return kError;
@@ -189,5 +189,5 @@ const Command kAutomationCommand = {
     "In a list, optional parameters are in brackets, with their default value. \"ref\" marks\n"
     "parameters that the server may change, \"out\" those that it only sets.\n"
     "\n"
-    "Exit status: 0 all is well, 2 wrong usage, or the server or the call failed.\n",
+    "Exit status: 0 success, 2 wrong usage, or the server or the call failed.\n",
     RunAutomation};

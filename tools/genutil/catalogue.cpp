@@ -1,4 +1,4 @@
-// genutil locales, genutil zones: what there is to choose from.
+// genutil locales, genutil zones: the available locales and time zones.
 #include <algorithm>
 #include <cstdio>
 
@@ -20,7 +20,7 @@ bool Contains(const std::string& text, const std::string& part) {
     return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end();
 }
 
-// Rows that have the filter in one of their columns, in any letter case.
+// Returns the rows that contain the filter in one of their columns, in any letter case.
 std::vector<Row> Filter(const std::vector<Row>& rows, const std::string& filter) {
     std::vector<Row> found;
     for (const Row& row : rows)
@@ -74,7 +74,7 @@ std::vector<Row> Zones() {
     return rows;
 }
 
-// Prints the rows that match, below their header.
+// Prints the matching rows below their header.
 Status List(const char* command, const Arguments& arguments, std::vector<Row> (*rows)(),
             const Row& header) {
     std::vector<std::string> filters;
@@ -85,9 +85,8 @@ Status List(const char* command, const Arguments& arguments, std::vector<Row> (*
     const std::string filter = filters.empty() ? "" : filters.front();
     std::vector<Row> found = Filter(rows(), filter);
     if (found.empty()) {
-        Complain(std::string(command) + ": none contains '" + filter +
-                 "' in it; without a filter all "
-                 "are listed");
+        Complain(std::string(command) + ": no entry contains '" + filter +
+                 "'; without a filter all are listed");
         return kLoss;
     }
     found.insert(found.begin(), header);
@@ -110,7 +109,7 @@ const Command kLocalesCommand = {
     "genutil locales [FILTER]\n"
     "\n"
     "Lists the locales that the library knows by name: the name, the Windows identifier, the\n"
-    "code set that texts of the locale come in, and a description. FILTER selects those that\n"
+    "code set of the locale's texts, and a description. FILTER selects those that\n"
     "contain it, in any letter case: a name, a language, a country, a code set.\n"
     "\n"
     "Exit status: 0 some are listed, 1 none contains FILTER, 2 wrong usage.\n",

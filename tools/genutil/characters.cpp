@@ -25,7 +25,7 @@ bool CharacterWalk::EndsLine() const {
     const std::size_t unit = m_codeSet == mbUtf16 ? 2 : 1;
     if (m_length != unit || (unit == 2 && m_text[m_at + 1] != 0)) return false;
     if (m_text[m_at] == '\n') return true;
-    // A carriage return ends a line by itself only where no line feed follows.
+    // A carriage return ends a line by itself only if no line feed follows.
     return m_text[m_at] == '\r' && !(m_at + unit < m_text.size() && m_text[m_at + unit] == '\n');
 }
 
@@ -56,7 +56,7 @@ void CharacterWalk::Measure() {
         if (pairs && (left < 2 || p[1] <= 0x20 || p[1] >= 0x7F)) length = 0;
     } else if (*p != 0) {
         length = mblenExt(p, static_cast<unsigned>(std::min<std::size_t>(left, 4)), m_codeSet);
-        if (length > 0 && static_cast<std::size_t>(length) > left) length = 0;  // cut short
+        if (length > 0 && static_cast<std::size_t>(length) > left) length = 0;  // truncated
     }
     m_valid = length > 0;
     m_length =

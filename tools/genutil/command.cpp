@@ -7,7 +7,7 @@
 
 namespace {
 
-std::string g_place;  // in a row of files: "[2/9] "
+std::string g_place;  // in a sequence of files: "[2/9] "
 std::size_t g_progressColumns = 0;
 
 }  // namespace
@@ -22,7 +22,7 @@ void PlaceInRow(std::size_t number, std::size_t count) {
 void ShowProgress(const std::string& name, const std::string& what) {
     if (!IsTerminal(stderr)) return;
     ClearProgress();
-    // On one line: what wraps around could not be wiped out.
+    // On a single line, because wrapped text could not be cleared.
     const std::string line =
         FittingInto(g_place + what + ArgumentToUtf8(name), TerminalColumns(stderr) - 1);
     std::fprintf(stderr, "%s\r", line.c_str());
@@ -62,7 +62,7 @@ bool ParseArguments(const Arguments& arguments, const std::vector<Option>& optio
                           arguments.end());
             return true;
         }
-        if (argument.size() < 2 || argument[0] != '-') {  // "-" is the standard input
+        if (argument.size() < 2 || argument[0] != '-') {  // "-" is standard input
             files->push_back(argument);
             continue;
         }

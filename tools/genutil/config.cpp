@@ -13,14 +13,14 @@ std::string TextOf(const char* text) {
     return TextOfArgument(text);
 }
 
-constexpr char kNoValue[] = "\1none";  // a default that stands in no file
+constexpr char kNoValue[] = "\1none";  // a default that occurs in no file
 
 // A place for settings: a section of a file, or a key of the registry.
 class Place {
   public:
     Place(bool registry, const std::string& where, const std::string& below)
         : m_registry(registry), m_name(where + ", " + below), m_below(below.c_str()) {
-        // The library would look for a bare name in a folder of the system.
+        // The library would look for a bare name in a system directory.
         const bool bare = !registry && where.find_first_of("/\\:") == std::string::npos;
         m_where = (bare ? "./" + where : where).c_str();
     }
@@ -53,7 +53,7 @@ class Place {
         std::fputs(text.c_str(), stdout);
         return true;
     }
-    // Of the file in bytes, which tells whether a line is gone.
+    // Returns the size of the file in bytes, which shows whether a line was removed.
     long long Size() const {
         struct _stat status;
         return !m_registry && OSFileStat(m_where, status) == 0 ? status.st_size : 0;
@@ -103,7 +103,7 @@ Status Delete(const Place& place, const std::string& key) {
     if (!place.Get(key.c_str(), value)) return Tell(place.Name() + ": no value '" + key + "'");
     const long long size = place.Size();
     place.Delete(key.c_str());
-    // Another line may have the key, too; its value comes to light.
+    // Another line may have the same key. Its value is then found.
     CGNString next;
     if (place.Get(key.c_str(), next) && next == value && place.Size() == size)
         return Complain(place.Name() + ": '" + key + "' cannot be deleted");
@@ -157,6 +157,6 @@ const Command kConfigCommand = {
     "  genutil config get app.ini screen width            80\n"
     "  genutil config set --registry Software\\\\Tour Screen Width 80\n"
     "\n"
-    "Exit status: 0 all is well, 1 there is no such setting, or it is read back differently, 2\n"
+    "Exit status: 0 success, 1 there is no such setting, or it is read back differently, 2\n"
     "wrong usage or a file that cannot be read or written.\n",
     RunConfig};

@@ -1,4 +1,4 @@
-// genutil convert: files from one encoding to another, with a report of what did not survive.
+// genutil convert: converts files between encodings and reports losses.
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -33,7 +33,7 @@ std::string OutputPath(const Job& job, const std::string& file) {
 void ReportLosses(const Input& input, const Job& job, const mbConversion& conversion) {
     ClearProgress();
     const bool one = conversion.lost == 1;
-    std::fprintf(stderr, "%s: %zu character%s did not survive the conversion from %s to %s:\n",
+    std::fprintf(stderr, "%s: %zu character%s lost in the conversion from %s to %s:\n",
                  input.name.c_str(), conversion.lost, one ? "" : "s",
                  NameOf(input.encoding).c_str(), NameOf(job.target).c_str());
     std::size_t listed = 0;
@@ -44,7 +44,7 @@ void ReportLosses(const Input& input, const Job& job, const mbConversion& conver
         const std::string utf8 = walk.ToUtf8();
         std::fprintf(stderr, "  %s%s%s\n", DescribePosition(walk).c_str(), utf8.empty() ? "" : "  ",
                      utf8.c_str());
-        // More than one may lie in what is a single character here.
+        // More than one loss may be within a single character of this encoding.
         while (listed < known && conversion.lostAt[listed] < walk.At() + walk.Bytes().size())
             ++listed;
     }
@@ -56,7 +56,7 @@ Status ConvertText(const Input& input, const Job& job, std::string* result) {
     mbConversion conversion = {};
     conversion.lostAt = lostAt;
     conversion.lostAtSize = kListed;
-    const std::size_t skip = input.markLength;  // no text
+    const std::size_t skip = input.markLength;  // not text
     char* out = nullptr;
     if (!mbConvertAlloc(input.text.data() + skip, input.text.size() - skip, input.encoding.codeSet,
                         &out, job.target.codeSet, &conversion))
@@ -89,30 +89,31 @@ Status ConvertFile(const Job& job, const std::string& file) {
     return status;
 }
 
-// What can be known to be wrong before any file is touched.
+// Detects errors that are known before any file is modified.
 bool CheckJob(Job* job) {
     const auto fail = [](const std::string& message) {
         Complain(message);
         return false;
     };
-    if (job->files.empty()) return fail("convert: name a file, or \"-\" for the standard input");
+    if (job->files.empty()) return fail("convert: name a file, or \"-\" for standard input");
     if (job->to == "auto") return fail("convert: --to needs the name of an encoding");
     if (job->to.empty()) job->to = "utf-8";
     if (!CheckEncodingName(job->from) || !CheckEncodingName(job->to)) return false;
     job->target = *FindEncoding(job->to);
     job->outIsFolder = !job->out.empty() && KindOf(job->out) == FileKind::kFolder;
     if (job->files.size() > 1 && job->out.empty())
-        return fail("convert: several files need -o FOLDER to go to");
+        return fail("convert: several files need an output folder: -o FOLDER");
     if (job->files.size() > 1 && !job->outIsFolder)
-        return fail(job->out + ": several files need a folder that exists to go to");
+        return fail(job->out + ": is not a folder, which several files need");
     if (!job->outIsFolder) return true;
     std::map<std::string, std::string> sources;
     for (const std::string& file : job->files) {
         if (file == "-")
-            return fail("convert: the standard input has no name in a folder; -o needs one");
+            return fail("convert: standard input has no file name; -o must name a file");
         const auto [known, added] = sources.emplace(OutputPath(*job, file), file);
         if (!added)
-            return fail(known->second + " and " + file + " would both go to " + known->first);
+            return fail(known->second + " and " + file + " would both be written to " +
+                        known->first);
     }
     return true;
 }

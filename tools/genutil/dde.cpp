@@ -1,4 +1,4 @@
-// genutil dde: a command for a program that serves it.
+// genutil dde: sends a command to a program that is a DDE server.
 #include <cstdlib>
 
 #include "mbutil.h"

@@ -1,4 +1,4 @@
-// genutil detect: what files are encoded in.
+// genutil detect: the encodings of files.
 #include <cstdio>
 
 #include "tools/genutil/command.h"
@@ -10,7 +10,7 @@ namespace {
 Status RunDetect(const Arguments& arguments) {
     std::vector<std::string> files;
     if (!ParseArguments(arguments, {}, &files)) return kError;
-    if (files.empty()) return Complain("detect: name a file, or \"-\" for the standard input");
+    if (files.empty()) return Complain("detect: name a file, or \"-\" for standard input");
     Status status = kOk;
     for (const std::string& file : files) {
         std::string text;

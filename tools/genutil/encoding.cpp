@@ -29,7 +29,7 @@ std::size_t HighBytes(const std::string& text) {
         text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; }));
 }
 
-// Whether the text ends at a position in the middle of a character, as a part of a file does.
+// Returns true if the text ends in an incomplete character at a position, as a part of a file may.
 bool IsCutAt(const std::string& text, std::size_t at) {
     const std::size_t left = text.size() - at;
     const unsigned lead = Byte(text, at);
@@ -40,7 +40,7 @@ bool IsCutAt(const std::string& text, std::size_t at) {
     return true;
 }
 
-// Damaged UTF-8 is still UTF-8, but other encodings form a valid sequence here and there too.
+// Damaged UTF-8 is still UTF-8, but other encodings occasionally also form a valid sequence.
 bool IsUtf8(const std::string& text) {
     std::size_t good = 0, bad = 0;
     for (std::size_t i = 0; i < text.size();) {
@@ -53,8 +53,8 @@ bool IsUtf8(const std::string& text) {
     return good > 0 && bad * 20 <= good;
 }
 
-// How many units are ASCII if the text is UTF-16 in that order; 0 when it cannot be, or has more
-// control characters than a stray one.
+// Returns the number of ASCII units if the text is UTF-16 in that byte order. Returns 0 if it is
+// not, or has more than a few control characters.
 std::size_t AsciiUnits(const std::string& text, bool bigEndian) {
     std::size_t ascii = 0, controls = 0;
     bool high = false;
@@ -71,7 +71,7 @@ std::size_t AsciiUnits(const std::string& text, bool bigEndian) {
     return high || controls * 100 > ascii ? 0 : ascii;
 }
 
-// Characters of the text that are invalid in a code set.
+// Counts the characters of the text that are invalid in a code set.
 std::size_t Losses(const std::string& text, int codeSet) {
     mbConversion conversion = {};
     char* out = nullptr;
@@ -85,7 +85,7 @@ Detection DetectJapanese(const std::string& text) {
     const int found = mbDetectJapanese(text.data(), text.size(), nullptr);
     if (found == mbJis) return {Detection::kCertain, {mbJis}, 0};
     if (found == 0) return {Detection::kUnknown, {mbWestern}, 0};
-    // The detection stops at the first bytes that decide; the whole text may know better.
+    // The detection stops at the first decisive bytes. The whole text may give a different result.
     const std::size_t asEucJp = Losses(text, mbEucJp), asShiftJis = Losses(text, mbShiftJis);
     if (std::min(asEucJp, asShiftJis) * 10 > HighBytes(text))
         return {Detection::kUnknown, {mbWestern}, 0};
@@ -101,7 +101,7 @@ Detection DetectJapanese(const std::string& text) {
 std::optional<Encoding> FindEncoding(const std::string& name) {
     const int codeSet = mbGetCodeSetFromCharset(name.c_str());
     const std::string upper = UpperCase(name);
-    // The look-up answers "Western" for what it does not know.
+    // The lookup returns "Western" for unknown names.
     if (codeSet == mbWestern && !Contains(upper, "1252") && !Contains(upper, "WESTERN")) return {};
     if (codeSet != mbUtf16) return Encoding{codeSet};
     const bool bigEndian = upper.ends_with("BE");
@@ -129,7 +129,7 @@ std::string ListEncodings() {
     };
     for (int codeSet = 0; codeSet <= mbUtf8; ++codeSet) {
         const std::string name = NameOf({codeSet});
-        // A name that two code sets share finds the first.
+        // A name that two code sets share denotes the first.
         if (!name.empty() && mbGetCodeSetFromCharset(name.c_str()) == codeSet) add(name);
     }
     add("utf-16le");

@@ -74,12 +74,12 @@ bool ReadInput(const std::string& path, const std::string& encodingName, Input* 
             return Fail(path,
                         "its encoding is not recognised; name it (genutil --help lists them)");
         if (found.kind == Detection::kEucJpOrShiftJis)
-            Complain(input->name + ": taken for euc-jp, could as well be shift_jis");
+            Complain(input->name + ": read as euc-jp, but may also be shift_jis");
         input->encoding = found.encoding;
     } else {
         input->encoding = *FindEncoding(encodingName);
     }
-    // A byte-order mark knows better than the name which order its text has.
+    // A byte-order mark takes precedence over the byte order in the name.
     const Encoding other{input->encoding.codeSet, !input->encoding.bigEndian};
     if (input->encoding.codeSet == mbUtf16 && MarkLength(input->text, other))
         input->encoding = other;

@@ -12,7 +12,7 @@ namespace {
 using TextGetter = unsigned char (CLCLocale::*)(CGNString&) const;
 using ItemGetter = unsigned char (CLCLocale::*)(long, CGNString&) const;
 
-// Rows of a name and a value. Texts stand between quotation marks, where blanks are seen.
+// Rows of a name and a value. Texts are in quotation marks, so that blanks are visible.
 class Table {
   public:
     explicit Table(const CLCLocale& locale) : m_locale(locale), m_codeSet(locale.GetCodeSet()) {}
@@ -33,7 +33,7 @@ class Table {
         (m_locale.*get)(index, text);
         Plain(name, Quoted(text));
     }
-    // Leaves out empty texts: a thirteenth month.
+    // Omits empty texts, such as a thirteenth month.
     void List(const char* name, ItemGetter get, long count) const {
         std::string all;
         for (long i = 0; i < count; ++i) {
@@ -132,5 +132,5 @@ const Command kLocaleCommand = {
     "numbers are written. Names are of the form de_DE, in any letter case, or a language alone;\n"
     "genutil locales lists them.\n"
     "\n"
-    "Exit status: 0 all is well, 2 a locale is not known.\n",
+    "Exit status: 0 success, 2 a locale is not known.\n",
     RunLocale};

@@ -42,11 +42,11 @@ std::size_t CountCharacters(const std::string& utf8) {
 }
 
 void UseUtf8() {
-    InitMbutil();  // first: a choice before that would not last
+    InitMbutil();  // first, because an earlier choice would be lost
     InitMbutilExt(mbUtf8);
 }
 
 void UseCodeSetOf(const CLCLocale& locale) {
-    mbIsMultiByte();  // initialises: an explicit choice would not survive it
+    mbIsMultiByte();  // initialises; an earlier explicit choice would be lost
     InitMbutilExt(locale.GetCodeSet());
 }

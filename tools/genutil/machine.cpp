@@ -1,4 +1,4 @@
-// genutil system: the machine as the library's functions see it.
+// genutil system: the machine as reported by the library.
 #include <cinttypes>
 #include <cstdio>
 
@@ -37,7 +37,7 @@ Status RunSystem(const Arguments& arguments) {
     std::puts("memory");
     std::printf("  %-14s %" PRIu32 " %%\n", "in use", memory.memoryLoad);
     PrintMegabytes("with swap", memory.totalPageFile);
-    PrintMegabytes("of it free", memory.availablePageFile);
+    PrintMegabytes("with swap free", memory.availablePageFile);
     return kOk;
 }
 
@@ -48,7 +48,7 @@ const Command kSystemCommand = {
     "genutil system\n"
     "\n"
     "Shows the name of the system, the processor and the host, the folder for temporary files\n"
-    "and how much memory is in use.\n"
+    "and the memory in use.\n"
     "\n"
     "Exit status: 0.\n",
     RunSystem};

@@ -1,4 +1,4 @@
-// genutil: says what text files are encoded in, converts them, and looks into them.
+// genutil: detects the encodings of text files, converts and examines them.
 #include <cstdio>
 #include <iterator>
 
@@ -22,7 +22,7 @@ void PrintHelp() {
     std::puts(
         "\ngenutil COMMAND --help describes a command; genutil --version prints the version.\n"
         "\"-\" as a file means standard input.\n"
-        "\nExit status: 0 all is well, 1 something was lost or is invalid, 2 wrong usage\n"
+        "\nExit status: 0 success, 1 something was lost or is invalid, 2 wrong usage\n"
         "or a file that cannot be read or written. On a terminal headings and errors are\n"
         "coloured unless the variable NO_COLOR is set.\n"
         "\nNames of encodings, which may also be written as in cp932, Shift-JIS or sjis:");
@@ -35,10 +35,10 @@ const Command* FindCommand(const std::string& name) {
     return nullptr;
 }
 
-// What is not about one command; kError behind a message when it is none of these.
+// Runs an option that is not a command. Returns kError after a message if the name is unknown.
 Status RunGeneral(const std::string& name) {
     if (name == "--help" || name == "-h" || name == "help") PrintHelp();
-    // Both for those who install the program.
+    // These two are for the installation of the program.
     else if (name == "--manual")
         PrintManual(kCommands, std::size(kCommands));
     else if (name == "--completion")
@@ -77,7 +77,7 @@ Status Run(Arguments arguments) {
 int main(int count, char** values) {
     UseBinaryStreams();
     const Status status = Run(Arguments(values + 1, values + count));
-    // What an earlier write lost is no longer in the buffer.
+    // Data lost in an earlier write are no longer in the buffer.
     const bool isLost = std::ferror(stdout) != 0;
     if (std::fflush(stdout) == 0 && !isLost) return status;
     return status == kError ? kError : Complain("standard output cannot be written");

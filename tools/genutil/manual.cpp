@@ -9,7 +9,8 @@
 
 namespace {
 
-// As it stands: what has a meaning at the beginning of a line or anywhere is escaped.
+// Prints text literally: escapes characters with a special meaning at the start of a line or
+// anywhere.
 void PrintText(const char* text) {
     bool lineBegins = true;
     for (const char* p = text; *p; ++p) {
@@ -28,7 +29,7 @@ const char* BehindSynopsis(const char* help) {
     return end ? end + 2 : help;
 }
 
-// The words of a help text that begin with two hyphens.
+// Returns the words of a help text that begin with two hyphens.
 std::set<std::string> OptionsIn(const char* help) {
     std::set<std::string> options = {"--help"};
     for (const char* p = help; (p = std::strstr(p, "--"));) {
@@ -46,7 +47,7 @@ void PrintManual(const Command* const* commands, std::size_t count) {
     std::puts(".TH GENUTIL 1 \"\" \"genutil " GENUTIL_VERSION_STRING
               "\" \"User Commands\"\n"
               ".SH NAME\n"
-              "genutil \\- text in the encodings and customs of its readers\n"
+              "genutil \\- text, dates and numbers in every locale\n"
               ".SH SYNOPSIS\n"
               ".B genutil\n"
               ".I COMMAND ARGUMENT...\n"
@@ -64,12 +65,11 @@ void PrintManual(const Command* const* commands, std::size_t count) {
     }
     std::puts(
         ".SH EXIT STATUS\n"
-        "0 when all is well, 1 when something did not survive or is invalid, 2 after wrong usage "
-        "and\n"
-        "when a file, or the standard output, cannot be read or written.\n"
+        "0 on success, 1 if something was lost or is invalid, 2 after wrong usage or if a\n"
+        "file or standard output cannot be read or written.\n"
         ".SH ENVIRONMENT\n"
         ".B NO_COLOR\n"
-        "set to anything keeps colours from the terminal.");
+        "disables colours if it is set to a text that is not empty.");
 }
 
 void PrintCompletion(const Command* const* commands, std::size_t count) {

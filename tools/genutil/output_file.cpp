@@ -11,7 +11,7 @@
 
 namespace {
 
-// The file to remove when the program is interrupted; empty while there is none.
+// The file to remove if the program is interrupted; empty if there is none.
 char g_unfinished[4096];
 
 extern "C" void RemoveUnfinished(int) {

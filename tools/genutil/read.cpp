@@ -1,4 +1,4 @@
-// genutil read: a date and time as a user types it.
+// genutil read: reads a date and time as a user types it.
 #include <cstdio>
 
 #include "gendate.h"
@@ -18,7 +18,8 @@ bool IsAscii(const CGNString& text, const char* set) {
     return *p == 0;
 }
 
-// Whether a word has a place in a date: a number, a sign, a name that a reader of dates knows.
+// Returns true if a word may occur in a date: a number, a sign, or a name known to a reader of
+// dates.
 bool IsDateWord(const CGNString& word) {
     if (IsAscii(word, "0123456789") || IsAscii(word, "/-.,:'()")) return true;
     for (const char* frame : {"1 %s 2000", "%s 1 January 2000", "1%s March 2000", "%s1/1/1"}) {
@@ -30,7 +31,8 @@ bool IsDateWord(const CGNString& word) {
     return false;
 }
 
-// What is left of the text from the first word that no date has; all of it if there is none such.
+// Returns the rest of the text from the first word that cannot occur in a date, or the whole text
+// if there is none.
 CGNString FromStrangeWord(const CGNString& text) {
     CGNString rest(text), word;
     while (CGNDate::extractDateWord(rest, word, rest)) {
@@ -43,7 +45,7 @@ CGNString FromStrangeWord(const CGNString& text) {
 
 struct Fault {
     std::string what;
-    CGNString from;  // the text from where it could not be read
+    CGNString from;  // the text from the position where reading failed
 };
 
 Fault FindFault(const CGNString& text, long status) {
@@ -64,14 +66,15 @@ Fault FindFault(const CGNString& text, long status) {
         case 5:
             return {"the text after the date is not a time", word};
         case 4:
-            return {"the time lies behind the last that there is, 03:14:07 UTC on 19 January 2038",
+            return {"the time is after the last possible moment, 03:14:07 UTC on 19 January 2038",
                     word};
         default:
             return {"there is no such moment between 1970 and 18 January 2038 in this zone", text};
     }
 }
 
-// The number, or the amount with its code, in the C spelling; empty when the text is neither.
+// Returns the number, or the amount with its code, in the C spelling, or an empty text if the text
+// is neither.
 std::string NumberOrAmount(const CGNString& text) {
     CGNString display;
     CGNCurrency amount(text);
@@ -89,7 +92,7 @@ Status ReadText(const std::string& utf8, CLCGlobalLocale& locale) {
     std::size_t lostAt = 0;
     const int codeSet = locale.GetCodeSet();
     if (!FromUtf8(utf8, codeSet, &text, &lostAt)) {
-        std::printf("%s: not read: no character of the locale's encoding, at character %zu\n",
+        std::printf("%s: not read: the locale's encoding lacks a character, at character %zu\n",
                     utf8.c_str(), CountCharacters(utf8.substr(0, lostAt)) + 1);
         return kLoss;
     }
@@ -121,7 +124,7 @@ Status RunRead(const Arguments& arguments) {
     if (name.empty()) return Complain("locale '" + locale + "' is not known");
     if (!UseZone(zone)) return kError;
     CLCGlobalLocale* global = CLCGlobalLocale::Instance();
-    if (!global) return Complain("memory ran out");
+    if (!global) return Complain("out of memory");
     global->SetLocale(name.c_str());
     UseCodeSetOf(*global);
     Status status = kOk;
@@ -139,11 +142,11 @@ const Command kReadCommand = {
     "Reads each text as a date, or a date and time, in the format of a locale, and prints the\n"
     "moment in ISO 8601 with its zone, and in seconds since 1970. A text that is not a date\n"
     "is read as a number, or an amount of money with the code of its currency, and printed with\n"
-    "\".\" as decimal symbol. What cannot be read is said, with the character where, which count\n"
-    "from 1.\n"
+    "\".\" as decimal symbol. For other texts, prints why they cannot be read and at which\n"
+    "character, counted from 1.\n"
     "\n"
     "  --locale NAME   a locale, such as de_DE (en_US)\n"
     "  --zone NAME     the time zone, such as Asia/Tokyo (that of the machine)\n"
     "\n"
-    "Exit status: 0 all is well, 1 a text could not be read, 2 wrong usage.\n",
+    "Exit status: 0 success, 1 a text could not be read, 2 wrong usage.\n",
     RunRead};

@@ -1,4 +1,5 @@
-// genutil version, genutil message: what a Windows program or DLL has in its resources.
+// genutil version, genutil message: the version and the texts in the resources of a Windows program
+// or DLL.
 #include <cstdio>
 #include <cstdlib>
 
@@ -11,8 +12,8 @@
 
 namespace {
 
-// The library takes paths in the current code set. A name without a folder would be looked for
-// beside this program first.
+// The library takes paths in the current code set. A name without a directory would first be looked
+// for next to this program.
 std::string LibraryPath(const std::string& file) {
     const std::string path = ArgumentToUtf8(file);
     return path.find_first_of("/\\:") == std::string::npos ? "./" + path : path;

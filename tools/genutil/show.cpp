@@ -1,4 +1,4 @@
-// genutil show: a moment as users in several countries see it.
+// genutil show: displays a moment in the formats of several locales.
 #include <cstdio>
 
 #include "gendate.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-// Shows one moment in one locale after another, and reads each text back.
+// Displays one moment in one locale after another, and reads each text back.
 class Show {
   public:
     explicit Show(long seconds) : m_seconds(seconds) {}
@@ -25,7 +25,7 @@ class Show {
             locale.SetCalendarType(clcCalendarJapaneseEras);
             Both(locale);
         }
-        // Numbers go by the global locale.
+        // Numbers are written in the global locale.
         CLCGlobalLocale* global = CLCGlobalLocale::Instance();
         if (!global) return;
         global->SetLocale(name.c_str());
@@ -46,7 +46,8 @@ class Show {
         for (const long style : {2L, 1L}) One(locale, style);
     }
 
-    // In eras a date has the year within the era; which era that is stands in front of it here.
+    // In a calendar of eras, a date contains the year within the era. The era itself is printed
+    // before it here.
     void One(CLCLocale& locale, long style) {
         CLCDateTime moment(&locale, m_seconds), again(&locale);
         moment.FormatForDisplay(style);
@@ -93,7 +94,7 @@ class Show {
     }
 
     long m_seconds;
-    std::string m_name;  // until it stands in a row
+    std::string m_name;  // not yet printed in a row
     int m_count = 0, m_failed = 0;
 };
 
@@ -124,7 +125,7 @@ Status RunShow(const Arguments& arguments) {
 }  // namespace
 
 const Command kShowCommand = {
-    "show", "[--locale NAME]...        shows a moment as users in several countries see it",
+    "show", "[--locale NAME]...        shows a moment in the formats of several locales",
     "genutil show [--locale NAME]... [--zone NAME] [--time SECONDS|now]\n"
     "\n"
     "Shows a moment with its date, long and short, and its time in each locale, a number and an\n"
@@ -135,5 +136,5 @@ const Command kShowCommand = {
     "  --zone NAME     the time zone, such as Asia/Tokyo (that of the machine)\n"
     "  --time SECONDS  the moment, in seconds since 1970 (now)\n"
     "\n"
-    "Exit status: 0 all is well, 1 a text was not read back to the same value, 2 wrong usage.\n",
+    "Exit status: 0 success, 1 a text was not read back to the same value, 2 wrong usage.\n",
     RunShow};

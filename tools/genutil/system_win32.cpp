@@ -57,7 +57,7 @@ std::string ArgumentToUtf8(const std::string& argument) {
     return utf8;
 }
 
-void UseCodeSetOfArguments() {}  // the library's own choice
+void UseCodeSetOfArguments() {}  // the library has already chosen it
 
 std::string TextOfArgument(const std::string& text) {
     return ArgumentToUtf8(text);

@@ -18,7 +18,8 @@ constexpr Range kWide[] = {{0x1100, 0x115F},   {0x2E80, 0x303E},   {0x3041, 0xA4
                            {0xA960, 0xA97F},   {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},
                            {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},   {0xFFE0, 0xFFE6},
                            {0x1F300, 0x1F64F}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD}};
-// Marks of Latin, Hebrew, Arabic, Hindi and Thai text and of kana, joiners, variants.
+// Combining marks of Latin, Hebrew, Arabic, Hindi and Thai text and of kana, joiners, variation
+// selectors.
 constexpr Range kMarks[] = {{0x0300, 0x036F}, {0x0591, 0x05BD}, {0x064B, 0x065F}, {0x0900, 0x0902},
                             {0x093C, 0x093C}, {0x0941, 0x0948}, {0x094D, 0x094D}, {0x0E31, 0x0E31},
                             {0x0E34, 0x0E3A}, {0x0E47, 0x0E4E}, {0x200B, 0x200F}, {0x3099, 0x309A},
@@ -35,7 +36,8 @@ std::size_t ColumnsOf(unsigned code) {
     return IsIn(kMarks, code) ? 0 : IsIn(kWide, code) ? 2 : 1;
 }
 
-// The end of the text that takes so many columns; sets these to what it takes.
+// Returns the end of the longest beginning of a text that fits in `columns`. Sets columns to its
+// width.
 std::size_t EndWithin(const std::string& utf8, std::size_t* columns) {
     std::size_t at = 0, taken = 0;
     while (at < utf8.size()) {

@@ -1,4 +1,4 @@
-// genutil text: what is in a file, character by character.
+// genutil text: examines a file character by character.
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -15,16 +15,16 @@ constexpr std::size_t kListed = 20;
 struct Figures {
     std::size_t characters = 0;
     std::size_t lines = 0;
-    std::size_t ofSize[5] = {};  // characters by their number of bytes
+    std::size_t ofSize[5] = {};  // number of characters by their length in bytes
     std::size_t invalid = 0;
-    std::vector<std::string> positions;  // of the first invalid ones
+    std::vector<std::string> positions;  // positions of the first invalid characters
 };
 
-// Source indexes of well-formed codes that stand for no character.
+// Returns the source indexes of well-formed codes without a character.
 std::vector<std::size_t> CodesWithoutCharacter(const Input& input) {
     std::vector<std::size_t> lostAt;
     const std::string& text = input.text;
-    for (std::size_t pass = 0; pass < 2; ++pass) {  // to count, then to note
+    for (std::size_t pass = 0; pass < 2; ++pass) {  // first to count, then to record
         mbConversion conversion = {};
         conversion.lostAt = lostAt.data();
         conversion.lostAtSize = lostAt.size();
@@ -111,7 +111,7 @@ Status RunText(const Arguments& arguments) {
     const std::vector<Option> options = {{"--code-set", nullptr, &codeSet, nullptr},
                                          {"--show", nullptr, &show, nullptr}};
     if (!ParseArguments(arguments, options, &files)) return kError;
-    if (files.empty()) return Complain("text: name a file, or \"-\" for the standard input");
+    if (files.empty()) return Complain("text: name a file, or \"-\" for standard input");
     std::size_t count = 0;
     if (!show.empty() && !ParseCount(show, &count))
         return Complain("'" + show + "' is not a number of characters to show");

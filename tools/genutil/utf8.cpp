@@ -15,7 +15,7 @@ int Utf8Length(std::string_view text, std::size_t at) {
     if (text.size() - at < static_cast<std::size_t>(length)) return 0;
     for (int i = 1; i < length; ++i)
         if ((Byte(text, at + static_cast<std::size_t>(i)) & 0xC0) != 0x80) return 0;
-    // Overlong forms, surrogates, and what lies beyond Unicode show in the second byte.
+    // Overlong forms, surrogates and values beyond Unicode are identified by the second byte.
     const unsigned second = length > 1 ? Byte(text, at + 1) : 0;
     if ((lead == 0xE0 && second < 0xA0) || (lead == 0xED && second > 0x9F) ||
         (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second > 0x8F))

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Writes genutil/mbutil/best_fit.inc: what to write for letters that a code page lacks.
+"""Writes genutil/mbutil/best_fit.inc: substitutes for characters that a code page lacks.
 
 Each row is {character, first, second, plain}: two characters that make it up (the base letters and
 tone marks of code page 1258), or one that is close to it, or none; and a plainer letter, for a code
-page that lacks those too. A row of zeroes only says that the character may be left out."""
+page that lacks those too. In a row of zeroes, the character may be omitted."""
 import unicodedata
 
 TONES = (0x0300, 0x0301, 0x0303, 0x0309, 0x0323)
@@ -13,7 +13,7 @@ LETTERS = {
     'Đ': 'D', 'đ': 'd', 'Ħ': 'H', 'ħ': 'h', 'ı': 'i', 'Ł': 'L', 'ł': 'l', 'Ø': 'O', 'ø': 'o',
     'Ŧ': 'T', 'ŧ': 't', 'Ə': 'E', 'ə': 'e', 'Ð': 'D', 'ð': 'd', 'Þ': 'T', 'þ': 't', 'ß': 's',
     'Æ': 'A', 'æ': 'a', 'Œ': 'O', 'œ': 'o', 'Ŋ': 'N', 'ŋ': 'n',
-    # Cyrillic letters of languages that were given the code page of Russian
+    # Cyrillic letters of languages that use the code page of Russian
     'Ә': 'Э', 'ә': 'э', 'Ғ': 'Г', 'ғ': 'г', 'Қ': 'К', 'қ': 'к', 'Ҝ': 'К', 'ҝ': 'к', 'Ң': 'Н',
     'ң': 'н', 'Ө': 'О', 'ө': 'о', 'Ұ': 'У', 'ұ': 'у', 'Ү': 'У', 'ү': 'у', 'Һ': 'Х', 'һ': 'х',
     'Ҳ': 'Х', 'ҳ': 'х', 'Җ': 'Ж', 'җ': 'ж', 'Ҹ': 'Ч', 'ҹ': 'ч', 'Ӯ': 'У', 'ӯ': 'у',
@@ -54,7 +54,7 @@ def rows():
         yield c, 0, 0, 0
 
 
-print('// Character, the two that make it up or one close to it, a plainer one. Sorted; made by')
+print('// Character, its decomposition or a similar character, a plainer one. Sorted; written by')
 print('// tools/tables/best_fit.py.')
 line = ''
 for row in sorted(rows()):

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Writes genutil/mbutil/iso8859_10.inc: the characters of bytes 0xA0 to 0xFF of ISO 8859-10, from
-the published chart as Python's codec holds it."""
+the published table in Python's codec."""
 import pathlib
 
 OUT = pathlib.Path(__file__).resolve().parents[2] / 'genutil/mbutil/iso8859_10.inc'

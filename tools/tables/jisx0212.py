@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Writes genutil/mbutil/jisx0212.inc: the characters of JIS X 0212, from the published chart as
-Python's EUC-JP codec holds it.
+"""Writes genutil/mbutil/jisx0212.inc: the characters of JIS X 0212, from the published table
+in Python's EUC-JP codec.
 
-One string for each row that has characters, one mark for each cell: '.' no character; '/' and four
-hexadecimal digits a character; a digit or letter the distance (1 to 62) from the character before.
+One string for each row that has characters, one mark for each cell: '.' for no character; '/' and four
+hexadecimal digits for a character; a digit or letter for the distance (1 to 62) from the previous one.
 Cells missing at the end of a row have no character."""
 import pathlib
 import string
@@ -20,7 +20,7 @@ def character(row, cell):
 
 
 def main():
-    lines = ['// JIS X 0212, written by tools/tables/jisx0212.py, which tells the notation.\n']
+    lines = ['// JIS X 0212, written by tools/tables/jisx0212.py, which describes the notation.\n']
     last = 0
     for row in range(1, 95):
         text = ''

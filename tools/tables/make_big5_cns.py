@@ -3,18 +3,18 @@
 
     tools/tables/make_big5_cns.py > genutil/mbutil/big5_cns.inc
 
-The two sets hold the same symbols and hanzi in the same order, but for a handful that were sorted
-anew, so the correspondence is a short list of runs. It is read off two published pairs of charts,
-each of which gives both sets in Unicode:
+The two sets contain the same symbols and hanzi in the same order, except for a few that were
+reordered, so the correspondence is a short list of runs. It is derived from two published pairs of
+tables, each of which maps both sets to Unicode:
 
-  ibm-950 and ibm-964 (uconv, Debian's icu-devtools) for all of planes 1 and 2. These two were made
-      for each other: what they lack in Unicode they give a private code, the same in both.
+  ibm-950 and ibm-964 (uconv, Debian's icu-devtools) for all of planes 1 and 2. These two are
+      consistent: characters missing in Unicode have the same private code in both.
   BIG5 and EUC-TW (iconv) for the extensions in row 0xF9: seven hanzi that are in plane 3, and
-      line-drawing characters that row 0xA2 holds already.
+      line-drawing characters that row 0xA2 also contains.
 
-BIG5 and EUC-TW of iconv differ from the published correspondence where a chart gives a look-alike
-of Unicode to one set only: punctuation and arrows in rows 0xA1 and 0xA2, and hanzi 0xC255, whose
-variant of plane 3 has the code point that iconv gives 0xC255. The check at the end of this program
+BIG5 and EUC-TW of iconv differ from the published correspondence where a table maps only one of
+the sets to a similar Unicode character: punctuation and arrows in rows 0xA1 and 0xA2, and hanzi 0xC255,
+whose variant in plane 3 has the code point to which iconv maps 0xC255. The check at the end of this program
 lists each of them; a new one is an error.
 """
 import subprocess
@@ -22,16 +22,16 @@ import sys
 
 TRAILS = [*range(0x40, 0x7F), *range(0xA1, 0xFF)]
 GRAPHIC = range(0xA1, 0xFF)
-# Where the charts of iconv stray from the published correspondence.
+# Deviations of the iconv tables from the published correspondence.
 ICONV_DIFFERS = {
-    *range(0xA155, 0xA159), 0xA1AB, 0xA1AC, 0xA1E1, 0xA1E2,  # symbols with several look-alikes
-    0xA2CC, 0xA2CE,  # Suzhou numerals ten and thirty, which Unicode takes for the hanzi
+    *range(0xA155, 0xA159), 0xA1AB, 0xA1AC, 0xA1E1, 0xA1E2,  # symbols with several similar characters
+    0xA2CC, 0xA2CE,  # Suzhou numerals ten and thirty, which Unicode unifies with the hanzi
     0xC255,
 }
 
 
 def run(command, codes):
-    """The Unicode character of each code; codes without one are left out."""
+    """Returns the Unicode character of each code. Codes without one are omitted."""
     out = subprocess.run(command, input=b"\n".join(codes), capture_output=True, check=False)
     if out.returncode != 0:
         if len(codes) == 1:
@@ -52,7 +52,7 @@ def iconv(name, codes):
 
 
 def pair(big5_chart, euc_chart, codes):
-    """{big5: [(plane, row and cell), ...]} of the characters that both charts give."""
+    """Returns {big5: [(plane, row and cell), ...]} for the characters in both tables."""
     places = {}
     planes = [bytes([row, cell]) for row in GRAPHIC for cell in GRAPHIC]
     for prefix in (b"", b"\x8e\xa2", b"\x8e\xa3"):
@@ -64,8 +64,8 @@ def pair(big5_chart, euc_chart, codes):
 
 
 def choose(big5, places):
-    """Rows 0x24 to 0x29 of plane 1 hold symbols, the rest hanzi; a chart that gives a numeral or a
-    radical the code point of a hanzi leaves the choice to where the code stands in Big5."""
+    """Chooses between cells by the position of the code in Big5, because a table may map a numeral or a
+    radical to the code point of a hanzi. Rows 0x24 to 0x29 of plane 1 contain symbols, the others hanzi."""
     hanzi = 0xA440 <= big5 <= 0xC67E or big5 >= 0xC940
     fitting = [p for p in places if p[0] > 1 or (p[1] >= 0x4400) == hanzi]
     return fitting[0] if fitting else None
@@ -84,7 +84,7 @@ def correspondence():
     strays = {c for c, places in glibc.items() if places and table.get(c) not in places}
     if strays != ICONV_DIFFERS:
         sys.exit("iconv differs in " + " ".join(f"{c:04X}" for c in sorted(strays)))
-    # Hanzi that Big5 has twice stand in the tables of Unicode's compatibility area.
+    # The second codes of hanzi in Big5 map to Unicode's compatibility area.
     table[0xC94A] = table[0xA461]
     table[0xDDFC] = table[0xDCD1]
     return table
@@ -117,7 +117,7 @@ def runs(table):
 
 def main():
     print("// Big5 and CNS 11643 in runs: first Big5 code, plane, first row and cell, length, whether the\n"
-          "// way back leads elsewhere. Made by tools/tables/make_big5_cns.py.")
+          "// reverse mapping differs. Written by tools/tables/make_big5_cns.py.")
     for code, plane, place, count, one_way in runs(correspondence()):
         print(f"{{0x{code:04X}, {plane}, 0x{place:04X}, {count}, {'true' if one_way else 'false'}}},")
 

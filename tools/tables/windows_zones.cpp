@@ -1,5 +1,5 @@
-// Writes genutil/zone/windows_zones.inc: the zones of Windows and the names that the tz database
-// has for them, from ICU's copy of the Unicode project's table.
+// Writes genutil/zone/windows_zones.inc: the zones of Windows and their names in the tz database,
+// from ICU's copy of the Unicode project's table.
 //
 //     g++ tools/tables/windows_zones.cpp -licui18n -licuuc -o /tmp/windows_zones
 //     /tmp/windows_zones > genutil/zone/windows_zones.inc

@@ -32,7 +32,7 @@ class Directory {
     Directory& operator=(const Directory&) = delete;
 
     bool IsOpen() const { return m_state != nullptr; }
-    // Goes to the next entry. Returns false after the last one, and if the walk fails.
+    // Advances to the next entry. Returns false after the last one, and if the walk fails.
     bool Next();
     // Returns true if the directory exists but could not be opened, or if the walk ended before the
     // last entry.
@@ -42,11 +42,11 @@ class Directory {
     const char* Name() const;
     bool IsDirectory() const;  // for a link, that of its target
     bool IsLink() const;
-    // Returns false for a name that a path would take for several: on Linux a name may contain
-    // "\\".
+    // Returns false for a name that a path would interpret as several names: on Linux a name may
+    // contain "\\".
     bool IsOneName() const;
-    bool ModificationTime(std::int64_t* seconds) const;  // since 1970; a link's own
-    // As those for a path, by the name that the system knows the entry under.
+    bool ModificationTime(std::int64_t* seconds) const;  // since 1970; for a link, its own
+    // Remove the entry like the functions for a path, by the name under which the system knows it.
     FileCode RemoveEntryFile();
     FileCode RemoveEntryDirectory();
 

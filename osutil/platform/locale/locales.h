@@ -15,6 +15,8 @@ struct UserLocale {
     char name[32];
 };
 UserLocale GetUserLocale();
+// The same without regard to a locale that the calling thread was given.
+UserLocale GetUserDefaultLocale();
 
 // Returns the number of the ANSI code page of a language, or 0 if the system does not know one.
 unsigned AnsiCodePageOfLanguage(std::uint16_t language);

@@ -235,7 +235,7 @@ class TreeRemoval {
         for (const bool again : {false, true}) {
             const bool file = unlinkat(m_current, name, 0) == 0;
             if (file || unlinkat(m_current, name, AT_REMOVEDIR) == 0) return Step::kEmpty;
-            if (errno == ENOENT) return Step::kEmpty;  // somebody else was faster
+            if (errno == ENOENT) return Step::kEmpty;  // already removed by another process
             if (errno == ENOTEMPTY || errno == EEXIST)
                 return GoDown(name) ? Step::kDown : Step::kFailed;
             if (again || !Unlock(m_current)) break;
@@ -266,8 +266,8 @@ class TreeRemoval {
         return !IsRefused();
     }
 
-    // A system may refuse a directory that looks empty, for ever. One into which somebody else puts
-    // files meanwhile is emptied a few times.
+    // A system may permanently refuse to remove a directory that seems empty. A directory in which
+    // another process creates files meanwhile is emptied several times.
     bool IsRefused() {
         struct stat status;
         if (fstat(m_current, &status) != 0) return true;
@@ -291,7 +291,7 @@ class TreeRemoval {
     int m_current;
     Place* m_above = nullptr;
     std::size_t m_depth = 0;
-    Place m_last = {};  // the directory that was entered last, and how often in a row
+    Place m_last = {};  // the directory entered last, and the number of consecutive times
     int m_times = 0;
 };
 

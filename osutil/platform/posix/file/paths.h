@@ -41,7 +41,7 @@ class NameText : public NarrowedName {
     explicit NameText(const char* name);
 };
 
-// Returns false if a name in the current code set has a separator of paths in it.
+// Returns false if a name in the current code set contains a path separator.
 bool IsOneName(const char* name);
 
 }  // namespace genutil::platform

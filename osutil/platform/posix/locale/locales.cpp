@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "osutil/platform/posix/locale/user_collator.h"
+
 namespace genutil::platform {
 
 namespace {
@@ -33,16 +35,11 @@ void CopyPlainName(char* out, std::size_t size, const char* locale) {
     out[length] = 0;
 }
 
-// Opened once and kept for the lifetime of the process. Several threads may compare with a collator
-// concurrently as long as none changes it. Null if ICU has no data.
-const UCollator* UserCollator() {
-    static const UCollator* const collator = [] {
-        char name[32];
-        CopyPlainName(name, sizeof name, LocaleFromEnvironment("LC_COLLATE"));
-        UErrorCode error = U_ZERO_ERROR;
-        return ucol_open(*name ? name : "root", &error);
-    }();
-    return collator;
+UCollator* OpenCollator() {
+    char name[32];
+    CopyPlainName(name, sizeof name, LocaleFromEnvironment("LC_COLLATE"));
+    UErrorCode error = U_ZERO_ERROR;
+    return ucol_open(*name ? name : "root", &error);
 }
 
 static_assert(sizeof(UChar) == sizeof(std::uint16_t));
@@ -60,10 +57,28 @@ std::uint16_t MapCase(std::uint16_t character, UChar32 (*map)(UChar32), UChar32 
 
 }  // namespace
 
+const UCollator* UserCollator() {
+    static const UCollator* const collator = OpenCollator();
+    return collator;
+}
+
+const UCollator* OpenUserCollator(bool digitsAsNumbers) {
+    UCollator* const collator = OpenCollator();
+    UErrorCode error = U_ZERO_ERROR;
+    if (!collator) return nullptr;
+    ucol_setAttribute(collator, UCOL_NORMALIZATION_MODE, UCOL_ON, &error);
+    if (digitsAsNumbers) ucol_setAttribute(collator, UCOL_NUMERIC_COLLATION, UCOL_ON, &error);
+    return collator;
+}
+
 UserLocale GetUserLocale() {
     UserLocale locale{};
     CopyPlainName(locale.name, sizeof locale.name, LocaleFromEnvironment("LC_CTYPE"));
     return locale;
+}
+
+UserLocale GetUserDefaultLocale() {
+    return GetUserLocale();
 }
 
 unsigned AnsiCodePageOfLanguage(std::uint16_t) {

@@ -12,13 +12,14 @@ namespace genutil::platform {
 
 namespace {
 
-// Only some reparse points lead to another place: those with this bit in their tag. Others are what
-// a storage service keeps elsewhere, such as a folder in the cloud, and are entered.
+// Only reparse points with this bit in their tag refer to another place. The content of others is
+// kept by a storage service, such as a directory in the cloud, and they are entered like
+// directories.
 bool IsLinkTag(DWORD attributes, DWORD tag) {
     return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) && IsReparseTagNameSurrogate(tag);
 }
 
-// A link to a directory is a directory with a target of its own.
+// A link to a directory is a directory with its own target.
 bool IsDirectoryLink(const wchar_t* path, DWORD attributes) {
     constexpr DWORD kLink = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & kLink) != kLink) return false;
@@ -51,8 +52,8 @@ FileCode RemoveEmptyDirectory(const char* path) {
 // -- Walks ---------------------------------------------------------------------------------------
 
 struct Directory::State {
-    // Null when there is no such directory; an empty path is none. *failed becomes true if there is
-    // one that cannot be read.
+    // Returns null if there is no such directory, and for an empty path. *failed becomes true if
+    // the directory exists but cannot be read.
     static State* Of(const wchar_t* path, Links links, bool* failed) {
         const DWORD attributes = path && *path ? GetFileAttributesW(path) : INVALID_FILE_ATTRIBUTES;
         if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_DIRECTORY) ||
@@ -146,11 +147,11 @@ FileCode Directory::RemoveEntryDirectory() {
 
 namespace {
 
-// Empties a directory of any depth: it goes down into a directory that is not empty, and back up by
+// Empties a directory of any depth. It descends into a directory that is not empty and returns by
 // its path.
 class TreeRemoval {
   public:
-    // A path of the form without a limit.
+    // The path must be in the form without a length limit.
     bool Run(const wchar_t* top) {
         const std::size_t length = std::wcslen(top);
         if (!Append(top, length)) return false;
@@ -178,7 +179,7 @@ class TreeRemoval {
     }
 
     bool Append(const wchar_t* text, std::size_t length) {
-        constexpr std::size_t kLongest = 32768;  // of any path of the system
+        constexpr std::size_t kLongest = 32768;  // the maximum length of a path in the system
         wchar_t* const path = m_length == 0 ? m_path.Reserve(kLongest) : m_path.Get();
         if (!path || m_length + length >= kLongest) return false;
         std::wmemcpy(path + m_length, text, length);
@@ -187,7 +188,7 @@ class TreeRemoval {
         return true;
     }
 
-    // Removes what it can, and stops at a directory that is not empty, having entered it.
+    // Removes as much as possible. Stops at a directory that is not empty, after entering it.
     Step EmptyCurrent() {
         const std::size_t length = m_length;
         if (!Append(L"\\*", 2)) return Step::kFailed;
@@ -222,12 +223,12 @@ class TreeRemoval {
     WIN32_FIND_DATAW m_entry;
 };
 
-// A full path of the form without a limit; none for a root.
+// A full path in the form without a length limit; none for a root.
 class LongPath {
   public:
     explicit LongPath(const wchar_t* path) {
         const DWORD size = GetFullPathNameW(path, 0, nullptr, nullptr);
-        constexpr std::size_t kPrefix = 8;  // of the longer "\\?\UNC\"
+        constexpr std::size_t kPrefix = 8;  // length of the longer prefix "\\?\UNC\"
         wchar_t* const out = size == 0 ? nullptr : m_buffer.Reserve(size + kPrefix);
         if (!out || GetFullPathNameW(path, size, out + kPrefix, nullptr) == 0) return;
         wchar_t* begin = out + kPrefix;
@@ -253,8 +254,8 @@ class LongPath {
 
 }  // namespace
 
-// A name that did not convert has "?" in it, which stands for any character in a search: it must
-// not remove others.
+// A name that did not convert contains "?", which matches any character in a search and must not
+// remove other files.
 bool RemoveTree(const char* path) {
     const SystemPath name(path);
     if (!name.Get()) return false;

@@ -29,7 +29,7 @@ SystemPath::SystemPath(const char* path) : m_units(path) {
 SystemPath::SystemPath(const wchar_t* directory, const wchar_t* name) : m_units(nullptr) {
     SetLastError(ERROR_NOT_ENOUGH_MEMORY);
     std::size_t above = std::wcslen(directory);
-    // In the form without a limit, the system does not take two separators for one.
+    // In the form without a length limit, the system does not accept two consecutive separators.
     while (above > 1 && (directory[above - 1] == L'\\' || directory[above - 1] == L'/')) --above;
     const std::size_t length = above + 1 + std::wcslen(name);
     wchar_t* const joined = m_joined.Reserve(length + 1);

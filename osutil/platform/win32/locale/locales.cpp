@@ -30,6 +30,10 @@ UserLocale GetUserLocale() {
     return {LANGIDFROMLCID(locale), GetACP(), ""};
 }
 
+UserLocale GetUserDefaultLocale() {
+    return {GetUserDefaultLangID(), GetACP(), ""};
+}
+
 unsigned AnsiCodePageOfLanguage(std::uint16_t language) {
     char digits[8] = {};
     if (GetLocaleInfoA(MAKELCID(language, SORT_DEFAULT), LOCALE_IDEFAULTANSICODEPAGE, digits,

@@ -1,9 +1,9 @@
-// Modules as Windows loads them.
+// Modules loaded by Windows.
 //
-// A library for another processor than the program's is loaded as data. Windows maps such a file
-// anew for each call, knows no file of its handle, and must not be asked about a handle that is
-// closed. So these libraries have a table. The lowest bits of their handles, which are 0 in those
-// of modules, tell them apart.
+// A library for a processor other than the program's is loaded as data. Windows maps such a file
+// again for each call, does not know the file of its handle, and must not be called with a closed
+// handle. These libraries are therefore recorded in a list. The lowest bits of their handles
+// distinguish them from those of modules, where these bits are 0.
 #include "osutil/platform/resource/modules.h"
 
 #include <cstdint>
@@ -47,7 +47,7 @@ struct DataModule {
 };
 
 DataModule* g_dataModules = nullptr;
-SRWLOCK g_dataLock = SRWLOCK_INIT;  // of the table
+SRWLOCK g_dataLock = SRWLOCK_INIT;  // guards the list
 
 class SharedDataLock {
   public:
@@ -69,7 +69,7 @@ bool IsData(Module module) {
     return (reinterpret_cast<std::uintptr_t>(module) & 3) != 0;
 }
 
-// The place of the link to an entry; that of the last link, which is null, if there is none.
+// Returns the position of the link to a matching entry, or of the final null link if there is none.
 template <class Matches>
 DataModule** FindData(Matches matches) {
     DataModule** link = &g_dataModules;
@@ -112,7 +112,7 @@ void FreeData(Module module) {
     Release(data);
 }
 
-// With no room for it, the text is not copied but pointed to.
+// With a buffer size of 0, the text is not copied. A pointer to it is returned.
 const unsigned short* FindString(HMODULE module, unsigned id, std::size_t* count) {
     const unsigned short* text = nullptr;
     const int length = LoadStringW(module, id & 0xFFFF, reinterpret_cast<wchar_t*>(&text), 0);
@@ -122,8 +122,8 @@ const unsigned short* FindString(HMODULE module, unsigned id, std::size_t* count
 
 }  // namespace
 
-// As a module of its own kind where possible, so that its handle serves every function of the
-// system.
+// Loads a library as a module of the program's kind if possible, so that its handle is valid for
+// every function of the system.
 Module LoadResourceLibrary(const char* path) {
     const QuietErrors quiet;
     const SystemPath file(path);

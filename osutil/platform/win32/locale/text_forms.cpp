@@ -1,0 +1,82 @@
+// Forms and order of texts as Windows has them.
+#include "osutil/platform/locale/text_forms.h"
+
+#include "osutil/platform/win32/windows_api.h"
+
+namespace genutil::platform {
+
+namespace {
+
+static_assert(sizeof(WCHAR) == sizeof(std::uint16_t));
+const WCHAR* AsWide(const std::uint16_t* text) {
+    return reinterpret_cast<const WCHAR*>(text);
+}
+
+std::uint16_t MapCase(std::uint16_t character, DWORD flag) {
+    const WCHAR in = static_cast<WCHAR>(character);
+    WCHAR out = in;
+    return LCMapStringW(LOCALE_INVARIANT, flag, &in, 1, &out, 1) == 1 ? out : character;
+}
+
+// The digits' flag is not known to every system: FlagsOf(options & ~kDigitsAsNumbers) is the next
+// best thing then.
+DWORD FlagsOf(unsigned options) {
+    constexpr DWORD kSortDigitsAsNumbers = 8;
+    return (options & kIgnoreCase ? DWORD{NORM_IGNORECASE} : 0) |
+           (options & kIgnoreWidth ? DWORD{NORM_IGNOREWIDTH} : 0) |
+           (options & kIgnoreKana ? DWORD{NORM_IGNOREKANATYPE} : 0) |
+           (options & kDigitsAsNumbers ? kSortDigitsAsNumbers : 0);
+}
+
+}  // namespace
+
+// By way of the capital, which a letter of several small forms shares.
+std::uint16_t FoldCase(std::uint16_t character) {
+    return MapCase(MapCase(character, LCMAP_UPPERCASE), LCMAP_LOWERCASE);
+}
+
+std::int64_t Normalize(NormalForm form, const std::uint16_t* text, std::size_t length,
+                       std::uint16_t* out, std::size_t room) {
+    static constexpr NORM_FORM kForms[] = {NormalizationC, NormalizationD, NormalizationKC,
+                                           NormalizationKD};
+    if (length == 0) return 0;
+    const NORM_FORM windowsForm = kForms[static_cast<unsigned>(form)];
+    const int size = static_cast<int>(length);
+    // Without a buffer the length is an estimate, so there is one even to find it.
+    int written = NormalizeString(windowsForm, AsWide(text), size, reinterpret_cast<WCHAR*>(out),
+                                  static_cast<int>(room));
+    if (written > 0) return written;
+    if (GetLastError() != ERROR_INSUFFICIENT_BUFFER) return -1;
+    written = -written;
+    const auto more = static_cast<std::int64_t>(room) * 2 + 16;
+    return written > static_cast<std::int64_t>(room) ? written : more;
+}
+
+int CompareTexts(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b,
+                 std::size_t bLength, unsigned options) {
+    const auto compare = [&](unsigned with) {
+        return CompareStringW(LOCALE_USER_DEFAULT, FlagsOf(with), AsWide(a),
+                              static_cast<int>(aLength), AsWide(b), static_cast<int>(bLength));
+    };
+    int result = compare(options);
+    if (result == 0) result = compare(options & ~unsigned{kDigitsAsNumbers});
+    return result == 0 ? 0 : result - CSTR_EQUAL;
+}
+
+std::int64_t SortKey(const std::uint16_t* text, std::size_t length, unsigned options, char* out,
+                     std::size_t room) {
+    if (length == 0) return 0;
+    const auto map = [&](unsigned with, char* key, std::size_t size) {
+        return LCMapStringW(LOCALE_USER_DEFAULT, LCMAP_SORTKEY | FlagsOf(with), AsWide(text),
+                            static_cast<int>(length), reinterpret_cast<WCHAR*>(key),
+                            static_cast<int>(size));
+    };
+    unsigned with = options;
+    int needed = map(with, nullptr, 0);
+    if (needed == 0) needed = map(with &= ~unsigned{kDigitsAsNumbers}, nullptr, 0);
+    if (needed == 0) return -1;
+    if (static_cast<std::size_t>(needed) <= room) map(with, out, room);
+    return needed - 1;  // without its terminator, for which there must be room
+}
+
+}  // namespace genutil::platform
