@@ -7,6 +7,7 @@ tests/consumers/ in every other way that users build. Checks the contents of the
 """
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -15,6 +16,9 @@ import zipfile
 
 TREE, BUILD, SCRATCH = map(pathlib.Path, sys.argv[1:4])
 EMULATOR = sys.argv[4:]
+CACHE = (BUILD / 'CMakeCache.txt').read_text()
+STATIC = 'GENUTIL_SHARED:BOOL=OFF' in CACHE
+TOOLCHAIN = re.findall('^CMAKE_TOOLCHAIN_FILE:.*?=(.*)$', CACHE, re.MULTILINE)
 PREFIX = SCRATCH / 'prefix'
 
 
@@ -47,7 +51,7 @@ class Installed(unittest.TestCase):
         build = SCRATCH / 'examples'
         options = [f'-DCMAKE_PREFIX_PATH={PREFIX}', f'-DCMAKE_FIND_ROOT_PATH={PREFIX}']
         if EMULATOR:
-            options.append(f'-DCMAKE_TOOLCHAIN_FILE={TREE}/cmake/toolchain-win32.cmake')
+            options.append(f'-DCMAKE_TOOLCHAIN_FILE={TOOLCHAIN[-1]}')
         run('cmake', '-G', 'Ninja', '-S', TREE / 'examples', '-B', build, *options)
         run('cmake', '--build', build)
         if EMULATOR:
@@ -96,6 +100,7 @@ class Installed(unittest.TestCase):
                 self.assertEqual(run(folder / 'consumer', env=environment),
                                  '2 characters, decimal symbol ,\n')
 
+    @unittest.skipIf(STATIC, 'packages hold a shared library')
     def test_packages(self):
         folder = SCRATCH / 'packages'
         run('cpack', '--config', BUILD / 'CPackConfig.cmake', '-B', folder)

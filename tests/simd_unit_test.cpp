@@ -137,7 +137,10 @@ TEST(SIMD_SUITE, ReadsAndWritesAtAnyAddress) {
     Blocks blocks;
     for (std::size_t at = 0; at < 16; ++at) {
         std::array<std::uint8_t, 48> from, to, expected;
-        for (std::size_t i = 0; i < 48; i += 16) std::ranges::copy(blocks.Next(), &from[i]);
+        for (std::size_t i = 0; i < 48; i += 16) {
+            const auto block = blocks.Next();
+            std::copy(block.begin(), block.end(), &from[i]);
+        }
 
         to.fill(0xA5), expected.fill(0xA5);
         std::memcpy(&expected[at], &from[at + 1], 16);

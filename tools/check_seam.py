@@ -14,8 +14,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 # From bottom to top. A file belongs to the first row with a prefix of its path. The implementations of a
 # header of the platform layer belong to the family that they serve; the headers are at the bottom.
 LAYERS = [
-    ('base', ['genutil/allocate', 'genutil/assert_allocation.h', 'genutil/ascii.h', 'genutil/calendar',
-              'genutil/simd.h', 'genutil/nearest.h', 'genutil/singleton.h',
+    ('base', ['genutil/allocate', 'genutil/assert_allocation.h', 'genutil/ascii.h', 'genutil/atomic_ref.h',
+              'genutil/calendar', 'genutil/simd.h', 'genutil/nearest.h', 'genutil/singleton.h',
               'genutil/version.cpp', 'include/genversion.h',
               'include/genexport.h']),
     ('platform', []),  # the headers of osutil/platform/FAMILY/, see layer_of()

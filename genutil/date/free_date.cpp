@@ -1,5 +1,7 @@
 #include "genutil/date/free_date.h"
 
+#include <initializer_list>
+
 #include "genutil/date/present_year.h"
 #include "genutil/locale/locale_access.h"
 

@@ -1,4 +1,6 @@
 // Dates with the name of a month.
+#include <initializer_list>
+
 #include "genutil/date/free_date.h"
 #include "genutil/date/present_year.h"
 

@@ -5,6 +5,7 @@
 
 #include "gentrace.h"
 #include "genutil/allocate.h"
+#include "genutil/atomic_ref.h"
 #include "genutil/diagnostics/message_format.h"
 #include "genutil/diagnostics/position.h"
 #include "genutil/diagnostics/trace_line.h"
@@ -23,8 +24,8 @@ constexpr char kToFile = 1, kToStandardOutput = 2;
 
 // Access to members that threads read without the lock.
 template <class Member>
-std::atomic_ref<Member> Shared(const Member& member) {
-    return std::atomic_ref<Member>(const_cast<Member&>(member));
+AtomicRef<Member> Shared(const Member& member) {
+    return AtomicRef<Member>(const_cast<Member&>(member));
 }
 
 }  // namespace

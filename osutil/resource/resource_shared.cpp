@@ -10,6 +10,7 @@
 
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
+#include "genutil/atomic_ref.h"
 #include "osresource.h"
 #include "osthread.h"
 #include "osutil/resource/resource_state.h"
@@ -66,7 +67,7 @@ Entry* EntryAt(int index) {
 Module FindShared(const char* file) {
     Entry* entry = EntryAt(IndexOf([=](const Entry& e) { return e.file == file; }));
     if (!entry) return nullptr;
-    std::atomic_ref(entry->count).fetch_add(1, std::memory_order_relaxed);
+    AtomicRef<std::int32_t>(entry->count).fetch_add(1, std::memory_order_relaxed);
     return entry->module;
 }
 

@@ -8,6 +8,7 @@
 
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
+#include "genutil/atomic_ref.h"
 #include "genutil/singleton.h"
 #include "osthread.h"
 #include "osutil/thread/lock.h"
@@ -53,8 +54,8 @@ class PoolGuard {
 };
 
 // Accessed by threads that do not hold the pool's mutex.
-std::atomic_ref<unsigned char> Held(CGNNamedMutex* entry) {
-    return std::atomic_ref<unsigned char>(entry->held);
+AtomicRef<unsigned char> Held(CGNNamedMutex* entry) {
+    return AtomicRef<unsigned char>(entry->held);
 }
 
 void DestroyEntry(Entry* entry) {

@@ -12,6 +12,7 @@ import struct
 import subprocess
 import sys
 
+LINKER = {'__bss_start', '_edata', '_end'}  # names that it gives away with some C++ libraries
 RECORD = pathlib.Path(__file__).with_name('exports.txt')
 
 
@@ -36,7 +37,7 @@ def exported_by_so(library):
     for line in text.splitlines():
         kind, name = line.split()[-2:]
         (weak if kind in 'uvwVW' else names).add(name.split('@')[0])
-    return names, weak
+    return names - LINKER, weak
 
 
 def main():
@@ -51,6 +52,11 @@ def main():
         names = {name for name in names if not name.startswith('_Z')}
         recorded = {name for name in recorded if not name.startswith('_Z')}
     names |= weak & recorded  # compilers differ in what is weak
+    # va_list is another type on every processor.
+    for name in {name for name in recorded - names if 'P13__va_list_tag' in name}:
+        for other in 'St9__va_list', 'Pc':
+            if (there := name.replace('P13__va_list_tag', other)) in names:
+                names = names - {there} | {name}
     for name in sorted(recorded - names):
         print(f'no longer exported: {name}', file=sys.stderr)
     for name in sorted(names - recorded):

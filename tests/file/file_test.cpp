@@ -505,7 +505,7 @@ TEST_F(Files, SecondBytesAreNotSeparators) {
     EXPECT_EQ(OSCreateDirectory(folder.c_str()), 0);
     char byte = 'x';
     ASSERT_EQ(OSWriteBinaryFileContents(&byte, 1, file.c_str(), osFailIfExists), 1);
-    EXPECT_TRUE(fs::exists(fs::u8path("files_test/\xE8\xA1\xA8/\xE3\x82\xBD.txt")));
+    EXPECT_TRUE(fs::exists(fs::path(u8"files_test/表/ソ.txt")));
     EXPECT_EQ(Binary(file.c_str()).Bytes(), "x");
     CGNStringList list, capitals;
     OSGetFileList(folder.c_str(), "\x83\x5C*", list, 0, 1);
@@ -537,8 +537,8 @@ TEST_F(Files, StreamsOpenTheSamePaths) {
         trace.ResetMask(1);
         for (int i = 0; i < 2; ++i) trace.WriteMsg(nullptr, 1, "", "line %d", i);  // starts over
     }
-    for (const char* number : {"1", "2", "3", "4"})
-        EXPECT_TRUE(fs::exists(fs::u8path(At("\xE8\xA1\xA8.") + number))) << number;
+    for (const fs::path name : {u8"表.1", u8"表.2", u8"表.3", u8"表.4"})
+        EXPECT_TRUE(fs::exists(At("") / name)) << name;
     EXPECT_EQ(Binary(back.c_str()).Bytes().substr(0, 2), "\x8A\xBF");
     EXPECT_NE(Binary(log).Bytes().find("line 1"), std::string::npos);
 }

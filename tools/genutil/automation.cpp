@@ -1,6 +1,8 @@
 // genutil automation: lists the members of an automation server, and calls them.
 #include <charconv>
 #include <cstdio>
+#include <locale>
+#include <sstream>
 
 #include "mbutil.h"
 #include "osautomation.h"
@@ -68,11 +70,18 @@ Status List(COSOLEAutomation& server) {
     return kOk;
 }
 
-template <class Number>
-bool Parse(const std::string& text, Number* out) {
+bool Parse(const std::string& text, long long* out) {
     const char* const end = text.data() + text.size();
     const auto read = std::from_chars(text.data(), end, *out);
     return !text.empty() && read.ec == std::errc() && read.ptr == end;
+}
+
+// Some C++ libraries lack std::from_chars for this type.
+bool Parse(const std::string& text, double* out) {
+    std::istringstream in(text);
+    in.imbue(std::locale::classic());
+    in >> std::noskipws >> *out;
+    return !in.fail() && in.peek() == std::istringstream::traits_type::eof();
 }
 
 // Parses "TYPE:TEXT", or a text without a type. Returns false for a text that is invalid for its

@@ -10,9 +10,13 @@ namespace genutil::platform {
 
 std::size_t ReadProfileValue(const char* file, const char* section, const char* key,
                              const char* fallback, char* out, std::size_t size) {
+    // A character that does not fit is cut as a whole under a double-byte code page. Wine then
+    // counts the last byte of the buffer before the terminator, but does not write it.
+    if (size > 1) out[size - 2] = '\0';
     const auto room = static_cast<DWORD>(size);
-    return file ? GetPrivateProfileStringA(section, key, fallback, out, room, file)
-                : GetProfileStringA(section, key, fallback, out, room);
+    const DWORD length = file ? GetPrivateProfileStringA(section, key, fallback, out, room, file)
+                              : GetProfileStringA(section, key, fallback, out, room);
+    return length > 0 && out[length - 1] == '\0' ? length - 1 : length;
 }
 
 bool WriteProfileValue(const char* file, const char* section, const char* key, const char* value) {
