@@ -101,7 +101,10 @@ unsigned char CGNString::GetSortKey(CGNString& key, unsigned int options) const 
     char* const text = NewText<char>(bytes);
     if (!text) return 0;
     text[0] = 0;
-    make(text, bytes + 1);
+    if (make(text, bytes + 1) != length) {
+        genutil::Release(text);
+        return 0;
+    }
     Storage::Adopt(key, text, bytes, bytes, Placing::kStored);
     return 1;
 }

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "genutil/allocate.h"
+#include "genutil/assert_allocation.h"
 #include "osutil/platform/posix/locale/user_collator.h"
 
 namespace genutil::platform {
@@ -62,20 +63,24 @@ void MakeSame(std::uint16_t* text, std::size_t length, unsigned options) {
     }
 }
 
-// A text without what is left out of account. Without memory it is the text as it is.
+// A text in which differences that are ignored are removed. If allocation fails, which is reported,
+// it is the text as it is.
 class Comparable {
   public:
     Comparable(const std::uint16_t* text, std::size_t length, unsigned options) : m_text(text) {
         if ((options & (kIgnoreCase | kIgnoreWidth | kIgnoreKana)) == 0) return;
         m_copy.Reset(static_cast<std::uint16_t*>(Allocate(std::uint64_t{length} * 2 + 2)));
-        if (!m_copy.Get()) return;
+        m_good = AssertAllocation(m_copy.Get() != nullptr, "genutil/genstr", __LINE__);
+        if (!m_good) return;
         std::copy_n(text, length, m_copy.Get());
         MakeSame(m_copy.Get(), length, options);
         m_text = m_copy.Get();
     }
     const UChar* Units() const { return AsUnits(m_text); }
+    bool IsGood() const { return m_good; }
 
   private:
+    bool m_good = true;
     Owned<std::uint16_t> m_copy;
     const std::uint16_t* m_text;
 };
@@ -121,6 +126,7 @@ std::int64_t SortKey(const std::uint16_t* text, std::size_t length, unsigned opt
     const UCollator* const collator = CollatorOf(options);
     if (!collator) return -1;
     const Comparable comparable(text, length, options);
+    if (!comparable.IsGood()) return -1;
     const int32_t n =
         ucol_getSortKey(collator, comparable.Units(), static_cast<int32_t>(length),
                         reinterpret_cast<std::uint8_t*>(out), static_cast<int32_t>(room));
