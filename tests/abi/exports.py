@@ -40,6 +40,18 @@ def exported_by_so(library):
     return names - LINKER, weak
 
 
+def as_recorded(library, names, recorded):
+    """Replaces names whose types are others here: the record is of x86-64."""
+    is_32_bit = pathlib.Path(library).read_bytes()[4] == 1
+
+    def canonical(name):
+        name = re.sub('P13__va_list_tag|St9__va_list', 'Pc', name)
+        return name.replace('m', 'j') if is_32_bit else name  # std::size_t
+
+    missing = {canonical(name): name for name in recorded - names}
+    return {missing.get(canonical(name), name) if name not in recorded else name for name in names}
+
+
 def main():
     library = sys.argv[1]
     dll = library.endswith('.dll')
@@ -52,11 +64,8 @@ def main():
         names = {name for name in names if not name.startswith('_Z')}
         recorded = {name for name in recorded if not name.startswith('_Z')}
     names |= weak & recorded  # compilers differ in what is weak
-    # va_list is another type on every processor.
-    for name in {name for name in recorded - names if 'P13__va_list_tag' in name}:
-        for other in 'St9__va_list', 'Pc':
-            if (there := name.replace('P13__va_list_tag', other)) in names:
-                names = names - {there} | {name}
+    if not dll:
+        names = as_recorded(library, names, recorded)
     for name in sorted(recorded - names):
         print(f'no longer exported: {name}', file=sys.stderr)
     for name in sorted(names - recorded):
