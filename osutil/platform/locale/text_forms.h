@@ -26,12 +26,13 @@ enum Collation : unsigned {
     kAllCollation = 15,
 };
 
-// Compares by the collation of the user's locale: negative, 0 or positive.
+// Compares by the collation of the user's locale: negative, 0 or positive. If allocation fails, it
+// may do so without the options.
 int CompareTexts(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b,
                  std::size_t bLength, unsigned options);
 
 // Writes bytes without a 0 that compare as the texts do with the same options. Returns their
-// number, also where it is more than `room`; -1 when there is none.
+// number, even if it is more than `room`, or -1 if allocation fails.
 std::int64_t SortKey(const std::uint16_t* text, std::size_t length, unsigned options, char* out,
                      std::size_t room);
 
