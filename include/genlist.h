@@ -62,7 +62,7 @@ class CGNListIterator {
     using reference = T*;                              /**< see operator* */
 
     /** Constructs an iterator at an item of a list. */
-    explicit CGNListIterator(const long* item) : m_item(item) {}
+    explicit CGNListIterator(const GNItem* item) : m_item(item) {}
     /** Returns the object, or null where the list has a null item. */
     T* operator*() const { return reinterpret_cast<T*>(*m_item); }
     /** Moves on to the next item. */
@@ -78,7 +78,7 @@ class CGNListIterator {
     friend bool operator!=(CGNListIterator a, CGNListIterator b) { return a.m_item != b.m_item; }
 
   private:
-    const long* m_item;
+    const GNItem* m_item;
 };
 
 /** A growable array of numbers or pointers. */
@@ -140,12 +140,12 @@ class GENUTIL_API CGNList {
     void DeleteItem(int index);
 
     /** Returns the first item. A change of the list invalidates the pointer. */
-    const long* begin() const { return m_items; }
+    const GNItem* begin() const { return m_items; }
     /** Returns the end of the items. */
-    const long* end() const { return m_items ? m_items + m_count : nullptr; }
+    const GNItem* end() const { return m_items ? m_items + m_count : nullptr; }
     /** Returns the position of the first item equal to `item` at or after `start`, or -1 if there
        is none. */
-    int Find(long item, int start = 0) const {
+    int Find(GNItem item, int start = 0) const {
         for (int i = start < 0 ? m_count : start; i < m_count; ++i)
             if (m_items[i] == item) return i;
         return -1;
