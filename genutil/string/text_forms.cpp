@@ -20,7 +20,7 @@ namespace platform = genutil::platform;
 
 namespace {
 
-// Stores a text in another code set, and the number of characters that were lost.
+// Converts a text to another code set and stores it and the number of lost characters.
 bool StoreConverted(CGNString& out, const char* text, int from, int to, unsigned int* lost) {
     mbConversion report{};
     char* made = nullptr;

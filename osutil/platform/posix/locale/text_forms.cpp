@@ -1,4 +1,4 @@
-// Forms and order of texts as ICU has them.
+// Normal forms and order of texts, through ICU.
 #include "osutil/platform/locale/text_forms.h"
 
 #include <unicode/uchar.h>
@@ -36,7 +36,7 @@ const UNormalizer2* NormalizerOf(NormalForm form) {
     }
 }
 
-// Full-width and half-width characters in their usual width.
+// Returns a full-width or half-width character in its usual width.
 std::uint16_t UsualWidth(std::uint16_t c) {
     const int type = u_getIntPropertyValue(c, UCHAR_DECOMPOSITION_TYPE);
     if (type != U_DT_WIDE && type != U_DT_NARROW) return c;
@@ -52,8 +52,8 @@ std::uint16_t Hiragana(std::uint16_t c) {
     return katakana ? static_cast<std::uint16_t>(c - 0x60) : c;
 }
 
-// Collation leaves case, width and kana out of account together or not at all; so what is to be
-// left out is made the same before.
+// ICU's collation ignores case, width and kana together or not at all, so the differences to ignore
+// are removed from the text first.
 void MakeSame(std::uint16_t* text, std::size_t length, unsigned options) {
     for (std::size_t i = 0; i < length; ++i) {
         if (options & kIgnoreWidth) text[i] = UsualWidth(text[i]);
@@ -80,7 +80,7 @@ class Comparable {
     const std::uint16_t* m_text;
 };
 
-// Kept like UserCollator().
+// Opens each collator once and keeps it, like UserCollator().
 const UCollator* CollatorOf(unsigned options) {
     if (!(options & (kDigitsAsNumbers | kIgnoreWidth))) return UserCollator();
     static const UCollator* const numeric = OpenUserCollator(true);
@@ -126,7 +126,7 @@ std::int64_t SortKey(const std::uint16_t* text, std::size_t length, unsigned opt
     const int32_t n =
         ucol_getSortKey(collator, comparable.Units(), static_cast<int32_t>(length),
                         reinterpret_cast<std::uint8_t*>(out), static_cast<int32_t>(room));
-    return n == 0 ? -1 : n - 1;  // without its terminator, for which there must be room
+    return n == 0 ? -1 : n - 1;  // excluding the terminator, for which there must be room
 }
 
 }  // namespace genutil::platform
