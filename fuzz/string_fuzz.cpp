@@ -1,6 +1,6 @@
-// Operations of CGNString in any order on any bytes, against a slow reading of what they do. The
-// first byte chooses the code set; then each operation takes a byte that chooses it, two numbers
-// and two texts, which begin with their length.
+// Checks operations of CGNString in any order on any bytes against a slow, obvious implementation.
+// The first byte of the input selects the code set. Each operation then takes a byte that selects
+// it, two numbers, and two texts that begin with their length.
 #include <cstdint>
 #include <cstring>
 #include <iterator>
@@ -31,7 +31,7 @@ class Input {
     const std::uint8_t *m_at, *const m_end;
 };
 
-// With what tells one buffer from another.
+// A string with access to its capacity and flags.
 class Probe : public CGNString {
   public:
     using CGNString::CGNString;
@@ -54,7 +54,7 @@ class Probe : public CGNString {
     }
 };
 
-// One operation. What it returns and writes elsewhere is `result`.
+// One operation with its arguments.
 struct Step {
     unsigned kind, a, b;
     std::string x, y;
@@ -144,7 +144,7 @@ std::string Apply(Probe& s, const Step& step, bool withWide) {
             return "";
         case 22:
             return ToText(static_cast<long>(s.GetNumChars()));
-        // From here on it is enough that the 16-bit copy makes no difference.
+        // The following operations are only checked to be independent of the 16-bit copy.
         case 23:
             s.ToUpper(a % 6 - 1);
             return "";
@@ -245,7 +245,8 @@ std::size_t EndOf(const Text& s, std::size_t start, unsigned b) {
     return end < s.Size() ? end : s.Size();
 }
 
-// How many positions from start on belong to characters in the set, or do not.
+// Returns the number of positions from `start` on that belong to characters which are (`in`) or are
+// not in the set.
 std::size_t Run(const Text& s, const Text& set, std::size_t start, bool in) {
     if (start >= s.Size()) return s.Size();
     const std::vector<Text> wanted = set.Characters();
@@ -292,10 +293,10 @@ std::string SplitAt(const Text& s, const char* separators, bool wholeIsLast, int
     return s.Part(0, place) + "|" + s.Part(place + 1, s.Size());
 }
 
-// Whether what is expected is known; then the text and the result that should be.
+// Returns true if the expected outcome is known, and stores the expected text and result.
 bool Expect(const std::string& before, const Step& step, std::string* text, std::string* result) {
     const Text s(before, step.codeSet), x(step.x, step.codeSet), y(step.y, step.codeSet);
-    // In text with escapes, what an invalid byte leaves of the others is not read here.
+    // The effect of an invalid byte on the rest of a text with escapes is not modelled.
     const bool escapes = step.codeSet == 3 || step.codeSet == 41;
     if (escapes && !(s.IsValid() && x.IsValid() && y.IsValid())) return false;
     const std::string first = Text::First(step.x, step.codeSet);
@@ -347,7 +348,7 @@ bool Expect(const std::string& before, const Step& step, std::string* text, std:
         }
         case 9:
             *result = s.Character(a);
-            if (escapes && result->size() > 4) result->clear();  // none of its own
+            if (escapes && result->size() > 4) result->clear();  // has no bytes of its own
             break;
         case 10:
             *result = ToText(s.Find(x, a));
@@ -371,7 +372,7 @@ bool Expect(const std::string& before, const Step& step, std::string* text, std:
             *text = Replaced(s, x, y, step.codeSet);
             break;
         case 15: {
-            // The rest of the text does not matter.
+            // The text after the limit has no effect.
             slow::Units units;
             if (!x.IsValid()) return false;
             *text = x.Part(0, x.Down(a));
@@ -414,7 +415,7 @@ bool Expect(const std::string& before, const Step& step, std::string* text, std:
     return true;
 }
 
-// The same operation on the string, and on a copy with everything in 16-bit form before.
+// Applies an operation to the string, and to a copy whose texts all have their 16-bit copy first.
 void CheckStep(Probe& s, const Step& step) {
     Probe bare, wide;
     bare.AllocateBuffer(s.m_capacity, s.m_flags != 0);

@@ -368,43 +368,36 @@ class GENUTIL_API CGNString {
     unsigned char operator!=(const CGNString& other) const { return !(*this == other); }
     /** Returns the negation of ==. */
     unsigned char operator!=(const char* s) const { return !(*this == s); }
-    /** Compares with the text on the left. Without these, addresses would be compared. */
+
+    /** Compares with the text on the left. Without these overloads, addresses would be compared. */
     friend unsigned char operator==(const char* s, const CGNString& text) { return text == s; }
     /** Returns the negation of ==. */
     friend unsigned char operator!=(const char* s, const CGNString& text) { return text != s; }
 
+    /* These would compare or move addresses. */
     /** @cond */
-    // These would compare addresses. As friends they are no candidates for other types.
-    friend bool operator<(const CGNString&,
-                          const CGNString&) = delete;  // use CGNStringLess or Collate()
-    friend bool operator>(const CGNString&,
-                          const CGNString&) = delete;  // use CGNStringLess or Collate()
-    friend bool operator<=(const CGNString&,
-                           const CGNString&) = delete;  // use CGNStringLess or Collate()
-    friend bool operator>=(const CGNString&,
-                           const CGNString&) = delete;  // use CGNStringLess or Collate()
-    friend bool operator<(const CGNString&,
-                          const char*) = delete;  // use CGNStringLess or Collate()
-    friend bool operator>(const CGNString&,
-                          const char*) = delete;  // use CGNStringLess or Collate()
-    friend bool operator<=(const CGNString&,
-                           const char*) = delete;  // use CGNStringLess or Collate()
-    friend bool operator>=(const CGNString&,
-                           const char*) = delete;  // use CGNStringLess or Collate()
-    friend bool operator<(const char*,
-                          const CGNString&) = delete;  // use CGNStringLess or Collate()
-    friend bool operator>(const char*,
-                          const CGNString&) = delete;  // use CGNStringLess or Collate()
-    friend bool operator<=(const char*,
-                           const CGNString&) = delete;  // use CGNStringLess or Collate()
-    friend bool operator>=(const char*,
-                           const CGNString&) = delete;  // use CGNStringLess or Collate()
+    friend bool operator<(const CGNString&, const CGNString&) = delete;   // use CGNStringLess
+    friend bool operator>(const CGNString&, const CGNString&) = delete;   // use CGNStringLess
+    friend bool operator<=(const CGNString&, const CGNString&) = delete;  // use CGNStringLess
+    friend bool operator>=(const CGNString&, const CGNString&) = delete;  // use CGNStringLess
+    friend bool operator<(const CGNString&, const char*) = delete;        // use CGNStringLess
+    friend bool operator>(const CGNString&, const char*) = delete;        // use CGNStringLess
+    friend bool operator<=(const CGNString&, const char*) = delete;       // use CGNStringLess
+    friend bool operator>=(const CGNString&, const char*) = delete;       // use CGNStringLess
+    friend bool operator<(const char*, const CGNString&) = delete;        // use CGNStringLess
+    friend bool operator>(const char*, const CGNString&) = delete;        // use CGNStringLess
+    friend bool operator<=(const char*, const CGNString&) = delete;       // use CGNStringLess
+    friend bool operator>=(const char*, const CGNString&) = delete;       // use CGNStringLess
 #if defined(__cpp_impl_three_way_comparison)
-    friend void operator<=>(const CGNString&,
-                            const CGNString&) = delete;  // use CGNStringLess or Collate()
-    friend void operator<=>(const CGNString&,
-                            const char*) = delete;  // use CGNStringLess or Collate()
+    friend void operator<=>(const CGNString&, const CGNString&) = delete;  // use CGNStringLess
+    friend void operator<=>(const CGNString&, const char*) = delete;       // use CGNStringLess
 #endif
+    template <class Number>
+    friend std::enable_if_t<std::is_arithmetic_v<Number>, const char*> operator+(
+        const CGNString&, Number) = delete;  // use View(), or += to append
+    template <class Number>
+    friend std::enable_if_t<std::is_arithmetic_v<Number>, const char*> operator+(
+        Number, const CGNString&) = delete;  // use View(), or += to append
     /** @endcond */
 
     /** Returns 1 if both strings have the same number of characters and their Unicode upper-case
@@ -802,13 +795,5 @@ struct hash<CGNString> {
     }
 };
 }  // namespace std
-
-/* These would move addresses. */
-/** @cond */
-template <class Number, std::enable_if_t<std::is_arithmetic_v<Number>, int> = 0>
-const char* operator+(const CGNString&, Number) = delete;  // use View(), or += to append
-template <class Number, std::enable_if_t<std::is_arithmetic_v<Number>, int> = 0>
-const char* operator+(Number, const CGNString&) = delete;  // use View(), or += to append
-/** @endcond */
 
 #endif

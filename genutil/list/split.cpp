@@ -177,8 +177,8 @@ void CGNString::UnexpandSpecials() {
     const std::size_t count = m_wideLength;
     std::size_t at = genutil::FindUnits(wide, count, &backslash, 1, 0);
     if (at == genutil::kNotFound) return;
-    // Room for every character, with escape sequences where the code set has them; what is read of
-    // an escape is longer than the byte that it produces.
+    // Room for every character, with escape sequences if the code set has them. A backslash escape
+    // is longer than the byte that it produces.
     const bool broken = Storage::IsBroken(*this);
     const std::size_t longest = broken ? 1 : genutil::LongestNarrow();
     const std::uint64_t room = std::uint64_t{count} * (longest ? longest : 16);

@@ -158,8 +158,8 @@ struct Order {
     }
 };
 
-// Lets the item at `root` sink into the heap below it: the hole goes down to a leaf first and the
-// item climbs from there, which halves the comparisons, and these are what costs.
+// Lets the item at `root` sink into the heap below it. The hole moves down to a leaf first and the
+// item climbs from there, which halves the number of comparisons, the main cost.
 void Sink(GNItem* items, int root, int size, const Order& comesBefore) {
     const GNItem item = items[root];
     int hole = root;
@@ -183,8 +183,9 @@ void CGNStringList::Sort() {
            nullptr);
 }
 
-// A heap, because mbstrcoll is no strict order where memory runs out for a comparison: whatever the
-// answers are, this stays within the array, needs no memory and ends.
+// Uses a heap sort, because mbstrcoll is not a strict order if allocation fails during a
+// comparison. Whatever the comparisons return, a heap sort keeps within the array, allocates
+// nothing and ends.
 void CGNStringList::SortBy(bool (*before)(const CGNString&, const CGNString&, void*),
                            void* argument) {
     GNItem* items = CGNList::GetItemListPtr();

@@ -35,7 +35,8 @@ std::size_t CharactersIn(const unsigned short* text) {
     return static_cast<std::size_t>(end - text);
 }
 
-// Of a character by its form that the code set does not have; 1 for a byte that begins none.
+// Returns the length of a character that has a valid form but is not in the code set, or 1 for a
+// byte that begins no character.
 unsigned UnassignedLength(const Source& src) {
     if (!g_currentStep) return 1;
     const auto left = static_cast<unsigned>(src.end - src.at);
@@ -43,7 +44,7 @@ unsigned UnassignedLength(const Source& src) {
     return length > 0 && static_cast<unsigned>(length) <= left ? static_cast<unsigned>(length) : 1;
 }
 
-// As ReadGroupIso2022, in any code set.
+// Same as ReadGroupIso2022(), for any code set.
 Group ReadGroup(const CodePage& page, Source& src) {
     const unsigned byte = *src.at;
     if (page.base) return ReadGroupIso2022(page, src);
@@ -65,9 +66,9 @@ Group ReadGroup(const CodePage& page, Source& src) {
 
 constexpr std::size_t kLongestGroup = 4;
 
-// The bytes that are carried at units and belong together, and their number; 0 when the first is
-// none, or one that is a character of its own: text of others must not smuggle in a backslash.
-// Bytes that are said to make a character must make one.
+// Reads the carried bytes at `units` that belong together. Returns their number, or 0 if the first
+// unit is no carried byte or its byte is a character of its own: text from a caller must not
+// smuggle in a backslash. Bytes that are marked as one character must form one.
 unsigned ReadCarried(const CodePage& page, const unsigned char* units, const unsigned char* end,
                      unsigned char (&bytes)[kLongestGroup]) {
     const unsigned first = LoadUnit(units);
@@ -77,7 +78,7 @@ unsigned ReadCarried(const CodePage& page, const unsigned char* units, const uns
     do bytes[n] = static_cast<unsigned char>(LoadUnit(units + 2 * n));
     while (++n < kLongestGroup && units + 2 * n < end &&
            (LoadUnit(units + 2 * n) & 0xFF00) == later);
-    // What belongs together with escapes depends on what came before.
+    // In a code set with escapes, the grouping of bytes depends on the preceding text.
     if (page.base) return later == kRawByte && bytes[0] >= 0x20 && bytes[0] < 0x80 ? 0 : 1;
     Source src{bytes, bytes + n};
     const Group group = ReadGroup(page, src);
@@ -93,7 +94,8 @@ std::ptrdiff_t SizeAt(const unsigned char* units, const unsigned char* end) {
 
 enum class Unknown { kRefuse, kReplace };
 
-// Encodes units into dst; at a bad one puts the byte that it carries, or what `unknown` says.
+// Encodes units into dst. Writes the bytes of carried units, and handles other units that do not
+// convert as `unknown` specifies.
 Stop EncodeText(const CodePage& page, const unsigned char*& units, const unsigned char* end,
                 Sink& dst, Unknown unknown) {
     static const unsigned short question = '?';
@@ -116,7 +118,8 @@ Stop EncodeText(const CodePage& page, const unsigned char*& units, const unsigne
     }
 }
 
-// Carried text has its own announcement of a code set with escapes, or none.
+// Starts a text. Carried text already contains its announcement, or has none, so none is added in a
+// code set with escapes.
 Sink BeginText(const CodePage& page, unsigned char* begin, unsigned char* end,
                const unsigned char* units, const unsigned char* unitsEnd) {
     Sink dst{begin, end};
@@ -288,7 +291,8 @@ int ToWidePair(unsigned short (&out)[2], unsigned* units, const char* text, std:
     if (bytes == 0 || *text == 0) return 0;
     const std::size_t longest = bytes < 16 ? bytes : 16;  // escape sequences and a character
     Source src = SourceOf(text, longest);
-    // With escapes behind it the character would seem longer, so the text is offered byte by byte.
+    // With the escapes after it the character would seem longer, so the text is extended byte by
+    // byte.
     const unsigned char* const textEnd = src.end;
     for (src.end = src.at + 1; src.end <= textEnd; ++src.end) {
         Source attempt = src;

@@ -1,11 +1,12 @@
-// Conversion between text of the current code set and 16-bit characters, as by the C library's
-// mbstowcs family but without its locale. Texts are NUL-terminated. A result of -1 means that a
-// character does not convert.
+// Conversion between text of the current code set and 16-bit characters, like the C library's
+// mbstowcs family, but independent of its locale. Texts are NUL-terminated. A result of -1 means
+// that a character does not convert.
 //
-// Text that is invalid in the code set is carried in 16-bit form unharmed, one unit for each byte.
-// A byte that is a character of its own has that character's unit, any other a low surrogate
-// without a high one: 0xDC00 + b for a byte that belongs to no character, 0xDD00 + b for the first
-// byte of a character or of an escape sequence, 0xDE00 + b for a later one.
+// Text that is invalid in the code set is preserved ("carried") in 16-bit form, one unit for each
+// byte. A byte that is a character of its own is represented by that character's unit. Any other
+// byte is represented by an unpaired low surrogate: 0xDC00 + b for a byte that belongs to no
+// character, 0xDD00 + b for the first byte of a character or of an escape sequence, 0xDE00 + b for
+// a later one.
 #pragma once
 
 #include <cstddef>
@@ -23,7 +24,7 @@ constexpr unsigned short kRawByte = 0xDC00, kFirstByte = 0xDD00, kLaterByte = 0x
 constexpr bool IsSurrogate(unsigned unit) {
     return unit >= 0xD800 && unit <= 0xDFFF;
 }
-// Whether a unit without a high surrogate before it is a byte of text that is carried.
+// Returns true if a unit represents a carried byte, provided that no high surrogate precedes it.
 constexpr bool IsCarriedByte(unsigned unit) {
     return unit > kRawByte && unit < kLaterByte + 0x100 && (unit & 0xFF) != 0;
 }
@@ -36,15 +37,15 @@ std::int64_t WideLength(const char* text, std::size_t bytes);
 // it. Returns the number stored, excluding the terminator.
 long ToWide(unsigned short* out, std::size_t limit, const char* text, std::size_t bytes);
 
-// Carries text that ToWide refuses; stores exactly `bytes` units.
+// Converts text that ToWide refuses, as carried bytes. Stores exactly `bytes` units.
 void ToWideBytewise(unsigned short* out, const char* text, std::size_t bytes);
 
-// Whether every character of one byte is carried as itself. Katakana in ISO-2022-JP are not, since
-// bytes below 0x80 can be those too.
+// Returns true if every single-byte character is carried as itself. Katakana in ISO-2022-JP are
+// not, because bytes below 0x80 may represent them as well.
 bool CarriesCharacters();
 
-// Bytes that text needs, terminator excluded; -1 when a character does not convert. A carried byte
-// that is a character of its own does not.
+// Returns the number of bytes that a text needs, excluding the terminator, or -1 if a character
+// does not convert. A carried byte that is a character of its own does not convert.
 std::int64_t NarrowLength(const unsigned short* text);
 
 // Stores whole characters in at most `limit` bytes, and a terminator if there is room for it.
@@ -62,18 +63,18 @@ long ToNarrow(char* out, std::size_t limit, const unsigned short* text, std::siz
 // Same as ToNarrow(), with '?' for each character that does not convert. Never fails.
 long ToNarrowLossy(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
 
-// Puts '?' for each character that does not convert and for each carried byte, which text of others
-// cannot mean. Returns the number of units that are left.
+// Replaces each character that does not convert, and each carried byte, with '?'. Returns the new
+// number of units.
 std::size_t ReplaceUnconvertible(unsigned short* text, std::size_t count);
 
-// Whether there are surrogates in a text.
+// Returns true if a text contains surrogates.
 bool HasSurrogates(const unsigned short* text, std::size_t count);
-// Whether the code set has a character.
+// Returns true if the code set has a character.
 bool HasCode(unsigned short character);
 
-// UTF-8 whatever the code set. FromUtf8 stores the characters of `bytes` bytes, of which none is 0,
-// in at most as many units, and returns their number; -1 when the text is invalid. ToUtf8 is
-// ToNarrow into UTF-8; three bytes for each unit are enough.
+// Conversion from and to UTF-8, independent of the code set. FromUtf8 converts `bytes` bytes, none
+// of which is 0, to at most as many units. It returns the number of units, or -1 if the text is
+// invalid. ToUtf8 is ToNarrow for UTF-8. Three bytes per unit are sufficient.
 long FromUtf8(unsigned short* out, const char* text, std::size_t bytes);
 long ToUtf8(char* out, std::size_t limit, const unsigned short* text, std::size_t count);
 
@@ -81,9 +82,10 @@ long ToUtf8(char* out, std::size_t limit, const unsigned short* text, std::size_
 // which are additional.
 std::size_t LongestNarrow();
 
-// One character. ToWideCharacter returns the number of bytes it took (0 at a terminator) or -1; -1
-// too for a pair, which ToWidePair stores with the number of units. ToNarrowCharacter returns the
-// number of bytes stored (1 to 4; no terminator is added) or -1.
+// Conversion of one character. ToWideCharacter returns the number of bytes read (0 at a
+// terminator), or -1 if they do not convert to a single unit. ToWidePair also accepts surrogate
+// pairs and stores the number of units. ToNarrowCharacter returns the number of bytes stored (1 to
+// 4; no terminator is added) or -1.
 int ToWideCharacter(unsigned short* out, const char* text, std::size_t bytes);
 int ToWidePair(unsigned short (&out)[2], unsigned* units, const char* text, std::size_t bytes);
 int ToNarrowCharacter(char* out, unsigned short character);

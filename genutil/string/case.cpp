@@ -1,4 +1,4 @@
-// CGNString's letter case, and what its characters are.
+// CGNString's letter case and character classes.
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
@@ -20,14 +20,15 @@ namespace {
 
 constexpr int kAll = -1;
 
-// Whether the bytes of a text are its characters: ASCII in a code set without shifts, and no 0.
+// Returns true if the bytes of a text are its characters: ASCII without a 0, in a code set without
+// shifts.
 bool AreBytesCharacters(std::string_view text) {
     const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
     return genutil::AsciiRun(bytes, text.size()) == text.size() &&
            std::memchr(bytes, 0, text.size()) == nullptr && genutil::IsExactText(text);
 }
 
-// Without a branch, which letters mislead.
+// Has no branch on the character, because letters make such a branch unpredictable.
 template <class Unit>
 void MapAscii(Unit* text, std::size_t length, bool upper) {
     const unsigned first = upper ? 'a' : 'A';
@@ -39,15 +40,15 @@ void MapAscii(Unit* text, std::size_t length, bool upper) {
 
 }  // namespace
 
-// Maps the characters from `begin` to `end`, and builds the bytes anew.
+// Maps the characters from `begin` to `end` and rebuilds the bytes.
 void genutil::StringStorage::MapCharacters(CGNString& s, std::uint32_t begin, std::uint32_t end,
                                            unsigned short (*map)(unsigned short)) {
     const bool broken = IsBroken(s);
     for (std::uint32_t i = begin; i < end; ++i) {
         const unsigned short c = s.m_wide[i], mapped = map(c);
-        // A letter whose counterpart the code set lacks has none.
+        // A letter is kept if its counterpart is missing from the code set.
         if (mapped == c || (mapped >= 0x80 && !HasCode(mapped))) continue;
-        if (broken) {  // where each character is a byte
+        if (broken) {  // each character is a byte
             char byte[4];
             if (ToNarrowCharacter(byte, mapped) != 1) continue;
             s.m_data[i] = byte[0];
@@ -83,7 +84,8 @@ void CGNString::ToLower(int index) {
     MapCase(index, false);
 }
 
-// The character at index, or all of them, has one of the classes. All of none do.
+// Returns true if the character at index, or every character for kAll, has one of the classes.
+// Every character of an empty string does.
 bool CGNString::AreOfClass(int index, unsigned classes) const {
     if (!Storage::EnsureWide(*this)) return false;
     if (index != kAll)
@@ -116,7 +118,7 @@ unsigned char CGNString::IsXDigitAt(int index) const {
     return AreOfClass(index, platform::kHexDigit);
 }
 
-// For these two, unlike the others, an empty string has no digit and no punctuation.
+// Unlike most tests, these two return false for an empty string.
 unsigned char CGNString::IsDigitAt(int index) const {
     return AreOfClass(index, platform::kDigit) && m_wideLength != 0;
 }
@@ -124,7 +126,7 @@ unsigned char CGNString::IsPunctAt(int index) const {
     return AreOfClass(index, platform::kPunct) && m_wideLength != 0;
 }
 
-// Digits pass too: programs depend on it.
+// Digits are accepted too, because programs depend on it.
 unsigned char CGNString::IsAlpha() const {
     return AreOfClass(kAll, platform::kAlpha | platform::kDigit) && m_wideLength != 0;
 }

@@ -39,7 +39,7 @@ class WideSet {
 
 // -- Search --------------------------------------------------------------------------------------
 
-// Where the characters are as many as the bytes, they are the same in both forms, or are bytes.
+// If there are as many characters as bytes, they are the same in both forms or represent bytes.
 WideForm genutil::StringStorage::FormFor(const CGNString& s) {
     const bool bytes = MayBeBroken(s) && (CarriesCharacters() || IsBroken(s));
     return bytes ? WideForm::kBytes : WideForm::kCharacters;
@@ -49,7 +49,8 @@ int genutil::StringStorage::Find(const CGNString& s, const WideView& wanted, int
     if (start < 0 || static_cast<unsigned>(start) >= s.m_wideLength || !wanted.Characters())
         return -1;
     const Wide* const needle = wanted.Characters();
-    // Bytes are in no valid text, but look like second halves of its pairs.
+    // A valid text contains no carried bytes, but the low surrogates of its pairs have the same
+    // values.
     if (wanted.Length() > 0 && !MayBeBroken(s) && IsCarriedByte(needle[0])) return -1;
     const std::size_t at = FindUnits<Wide>(s.m_wide, s.m_wideLength, needle, wanted.Length(),
                                            static_cast<unsigned>(start));
@@ -87,8 +88,9 @@ int CGNString::ReverseFind(const char* ch) const {
 
 namespace {
 
-// Whether a character of some units is in a set, of which some characters have several units.
-// `decoded`: it is one of a valid text, with which bytes in the set must be decoded to compare.
+// Returns true if a character of `units` units is in a set, whose characters may also have several
+// units. `decoded` is true if the character is part of a valid text, so that carried bytes in the
+// set must be decoded for the comparison.
 bool HasCharacter(const WideView& set, bool decoded, const Wide* character, std::uint32_t units) {
     for (std::uint32_t i = 0; i < set.Length();) {
         const Wide* wanted = set.Characters() + i;
@@ -109,7 +111,8 @@ bool HasCharacter(const WideView& set, bool decoded, const Wide* character, std:
 
 }  // namespace
 
-// The run from start on of characters that are in the set, or are not.
+// Returns the length of the run from `start` on of characters that are (`in`) or are not in the
+// set.
 int CGNString::RunLength(const CGNString& set, int start, bool in) const {
     if (!Storage::EnsureWide(*this)) return 0;
     if (start < 0 || static_cast<unsigned>(start) >= m_wideLength)
@@ -146,7 +149,7 @@ int CGNString::FindFirstNotOf(const CGNString& set, int start) const {
 
 namespace {
 
-// The end of a part that begins at `start`, before the alignment to characters.
+// Returns the end of a part that begins at `start`, not yet aligned to characters.
 std::uint32_t EndOf(std::uint32_t length, std::uint32_t start, int count) {
     const std::uint32_t left = length - start;
     return start + (count >= 0 ? std::min(left, static_cast<std::uint32_t>(count)) : left);
@@ -228,7 +231,8 @@ void CGNString::TruncateAt(char c) {
 
 // -- Extraction by bytes -------------------------------------------------------------------------
 
-// A limit beyond the text is its length afterwards, with 0 bytes at the end: programs depend on it.
+// If the limit is beyond the end of the text, the result is padded to it with 0 bytes, because
+// programs depend on it.
 void CGNString::LeftStringInBytes(CGNString& out, unsigned int n) const {
     char* text = NewText<char>(n);
     if (!text) return;
@@ -247,7 +251,7 @@ void CGNString::RightStringInBytes(CGNString& out, unsigned int n) const {
     std::uint32_t start = m_length > n ? m_length - n : 0;
     if (start > 0 && mbidx(m_data, start) < start) {
         start = mbnextidx(m_data, start);
-        // No character begins behind the place, or the text ends before it.
+        // No character begins after the position, or the text ends before it.
         if (start < 1 || start > m_length) start = m_length;
     }
     char* text = NewText<char>(n);
@@ -261,7 +265,7 @@ void CGNString::RightStringInBytes(CGNString& out, unsigned int n) const {
 void CGNString::SubStrInBytes(unsigned int start, int count) {
     Storage::DropWide(*this);
     if (start >= m_length) {
-        // The length stays: programs that cut there go by the text alone.
+        // The length is unchanged. Programs that cut there look only at the text.
         if (m_capacity != 0) m_data[0] = 0;
         return;
     }

@@ -18,13 +18,13 @@ using Storage = genutil::StringStorage;
 
 namespace {
 
-// In one go, which is the same as one rule after another: none produces what a later one looks for,
-// and the ampersands of what they produce are not looked at again.
+// A single pass gives the same result as applying the rules one after another: no rule produces a
+// search text of a later one, and ampersands in replacements are not searched again.
 constexpr Rule kHtml[] = {
     {"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}, {"\r\n", "<br>"}, {"\n", "<br>"},
 };
 constexpr Rule kHtmlTextArea[] = {{"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}};
-// For the value of an attribute, where "<" and ">" may stand.
+// For the value of an attribute, which may contain "<" and ">".
 constexpr Rule kHtmlQuoted[] = {{"&", "&amp;"}, {"\r", "&#13;"}, {"\n", "&#10;"}, {"\"", "&quot;"}};
 constexpr Rule kXml[] = {
     {"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}, {"'", "&apos;"}, {"\"", "&quot;"},
@@ -36,8 +36,8 @@ constexpr Rule kScriptFlat[] = {
     {"\\", "\\\\"}, {"\r", " "}, {"\n", " "}, {"\"", "\\\""}, {"'", "\\'"},
 };
 
-// In a code set of single bytes the bytes are what is looked at, valid or not; in others characters
-// are, of which the bytes are built anew.
+// Searches bytes in a single-byte code set, whether they are valid or not. In other code sets
+// searches characters and rebuilds the bytes.
 void Encode(CGNString& s, const Rule* rules, unsigned count) {
     if (mbIsMultiByte())
         Storage::Replace(s, rules, count, Units::kCharacters, Placing::kRebuilt);
@@ -81,13 +81,13 @@ namespace {
 
 constexpr char kHexDigits[] = "0123456789ABCDEF";
 
-// What a URL may hold as it is.
+// Returns true if a character may appear unescaped in a URL.
 bool IsUnreserved(unsigned char c) {
     return genutil::IsAsciiLetter(static_cast<char>(c)) || (c >= '0' && c <= '9') || c == '-' ||
            c == '.' || c == '_' || c == '~';
 }
 
-// The escape of a character in JSON, and its length; 0 when it needs none.
+// Writes the JSON escape of a character. Returns its length, or 0 if the character needs none.
 unsigned WriteJsonEscape(unsigned c, unsigned short* out) {
     static constexpr char kLetters[] = "\"\"\\\\\bb\ff\nn\rr\tt";
     if (c >= 0x20 && c != '"' && c != '\\') return 0;
@@ -126,7 +126,8 @@ void CGNString::UrlEncode() {
     Storage::Adopt(*this, made, length, length, Placing::kStored);
 }
 
-// Second bytes of characters may be quotes or backslashes, so this looks at characters.
+// Works on characters, because the second byte of a character may be that of a quote or a
+// backslash.
 void CGNString::EncodeJSONString() {
     if (IsEmpty() || !Storage::EnsureWide(*this)) return;
     unsigned short escape[6];
@@ -148,7 +149,7 @@ void CGNString::EncodeJSONString() {
 
 // -- Conversion ----------------------------------------------------------------------------------
 
-// Takes over a text that a conversion made; empties without one.
+// Takes ownership of the result of a conversion. Empties the string if it is null.
 void CGNString::TakeConverted(char* made) {
     if (!made) {
         Empty();
@@ -187,14 +188,14 @@ void CGNString::ConvertSingleToDouble() {
 
 namespace {
 
-// The ASCII of a full-width digit or letter; the character itself otherwise.
+// Returns the ASCII form of a full-width digit or letter, or the character itself otherwise.
 unsigned short NarrowForm(unsigned short c) {
     const bool alphanumeric = (c >= 0xFF10 && c <= 0xFF19) || (c >= 0xFF21 && c <= 0xFF3A) ||
                               (c >= 0xFF41 && c <= 0xFF5A);
     return alphanumeric ? static_cast<unsigned short>(c - 0xFF01 + 0x21) : c;
 }
 
-// The same for a text of which something is invalid.
+// Does the same for the characters of a text that is invalid in the code set.
 void NarrowBroken(CGNString& s) {
     const std::uint32_t length = s.GetLength();
     char* const text = genutil::NewText<char>(length);
@@ -220,7 +221,7 @@ void NarrowBroken(CGNString& s) {
 
 }  // namespace
 
-// In Shift-JIS only: programs rely on the other code sets being left alone.
+// Converts in Shift-JIS only. Programs rely on text in other code sets being unchanged.
 void CGNString::ConvertRomanjiToASCII() {
     mbIsMultiByte();  // initialises
     if (mbGetLocaleCodeSet() != mbShiftJis || !Storage::EnsureWide(*this)) return;

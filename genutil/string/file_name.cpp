@@ -17,7 +17,7 @@ namespace {
 
 using Wide = unsigned short;
 
-// The last character that is a or b; count when there is none.
+// Returns the position of the last character that is a or b, or `count` if there is none.
 std::uint32_t FindLast(const Wide* text, std::uint32_t count, Wide a, Wide b) {
     for (std::uint32_t i = count; i-- > 0;)
         if (text[i] == a || text[i] == b) return i;
@@ -26,8 +26,9 @@ std::uint32_t FindLast(const Wide* text, std::uint32_t count, Wide a, Wide b) {
 
 }  // namespace
 
-// What stands before and behind the last of two characters. Both are made before either is stored,
-// because one may be this string, and because both are stored or none.
+// Stores the parts before and after the last occurrence of either character. Both are created
+// before either is stored, because one of the results may be this string, and because either both
+// are stored or neither.
 void CGNString::SplitAtLast(char a, char b, CGNString& before, CGNString& behind,
                             CGNString& whole) const {
     if (!Storage::EnsureWide(*this)) return;
@@ -60,7 +61,7 @@ void CGNString::SplitFileName(CGNString& base, CGNString& ext) const {
 
 namespace {
 
-// Whether a separator need not be added. A "/" is none that counts.
+// Returns true if no separator needs to be added. A "/" does not count as one.
 bool EndsInBackslash(const CGNString& path) {
     if (path.IsEmpty()) return false;
     if (!mbIsMultiByte()) return static_cast<const char*>(path)[path.GetLength() - 1] == '\\';
@@ -90,12 +91,13 @@ unsigned char CGNString::MakeFilePath(const CGNString& dir, const CGNString& fil
 
 namespace {
 
-// A name of at most so many bytes in capitals, without what such a name cannot hold.
+// A name in capitals of at most `limit` bytes. Characters that a short name cannot contain are left
+// out.
 class ShortName {
   public:
     explicit ShortName(std::size_t limit) : m_limit(limit) {}
 
-    // The characters from `at` to `end` of a text.
+    // Appends the characters from `at` to `end` of a text, as far as they fit.
     void Take(const Wide* text, std::uint32_t at, std::uint32_t end) {
         for (; at < end; ++at) {
             char character[8];

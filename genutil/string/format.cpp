@@ -1,4 +1,4 @@
-// CGNString from a format of printf's kind, and from a string resource.
+// CGNString from a printf format and from a string resource.
 #include <cstdarg>
 #include <cstdio>
 #include <iterator>
@@ -18,7 +18,7 @@ int CGNString::sprintf(const char* format, ...) {
     return length;
 }
 
-// The arguments may be texts of this string, so it is written elsewhere first.
+// The arguments may point into this string, so the result is written to another buffer first.
 int CGNString::sprintf2(const char* format, va_list arguments) {
     if (!format) {
         Empty();

@@ -1,4 +1,4 @@
-// The character set that an HTML page declares for itself.
+// The declaration of the character set in an HTML page.
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
@@ -24,7 +24,7 @@ void NameOfCharset(const CGNString& locale, char (&name)[kLongestName]) {
         mbDefaultCodePageForLocale(name, sizeof name, locale);
 }
 
-// What names the character set, behind the head of a tag.
+// The part of a tag that names the character set, after `head`.
 struct Declaration {
     Declaration(const CGNString& locale, const char* head) {
         char name[kLongestName];
@@ -34,7 +34,8 @@ struct Declaration {
     char text[128];
 };
 
-// Whether the text at p begins with a word in small letters, in any letter case.
+// Returns true if the text at p begins with a word, which is given in lower case, in any letter
+// case.
 bool BeginsWith(const char* p, const char* word) {
     for (; *word; ++p, ++word)
         if (genutil::AsciiLower(*p) != *word) return false;
@@ -63,10 +64,10 @@ struct Part {
 // The attributes of a tag, one after another. A value in quotes may hold a ">".
 //   attribute = name [blanks "=" blanks value]
 struct Attribute {
-    Part name, value;  // value.begin is null without one
+    Part name, value;  // value.begin is null if there is none
 
-    // From behind the tag's name or the attribute before; false at the tag's end, where `p` is
-    // then.
+    // Reads the next attribute. `p` must be after the tag's name or the previous attribute, and is
+    // moved past this one. Returns false at the end of the tag, and leaves `p` there.
     bool Read(const char*& p) {
         while (*p == '/' || IsOneOf(*p, kBlanks)) ++p;
         if (*p == 0 || *p == '>') return false;
@@ -96,7 +97,7 @@ bool IsTag(const char* p, const char* name) {
     return BeginsWith(p + 1, name) && IsOneOf(p[1 + std::strlen(name)], " \t\r\n\f/>");
 }
 
-// Where a tag's attributes begin.
+// Returns the position at which a tag's attributes begin.
 const char* AttributesOf(const char* tag) {
     return tag + 1 + std::strcspn(tag + 1, " \t\r\n\f/>");
 }
@@ -108,7 +109,8 @@ const char* EndOfTag(const char* tag) {
     return p;
 }
 
-// Behind an element whose content is text: tags in it are none.
+// Skips the content of an element that contains only text, in which nothing is a tag. `behind` is
+// the end of the opening tag.
 const char* SkipContent(const char* tag, const char* behind) {
     for (const char* name : {"script", "style", "textarea", "title"}) {
         if (!IsTag(tag, name)) continue;
@@ -119,8 +121,8 @@ const char* SkipContent(const char* tag, const char* behind) {
     return behind;
 }
 
-// The next tag of a name that is no part of a comment or a script, from its "<" on; null when there
-// is none. No "<" and ">" is part of a longer character in the code sets that pages are written in.
+// Returns the "<" of the next tag with the name, outside comments and scripts, or null if there is
+// none. No "<" or ">" is part of a longer character in the code sets that pages use.
 const char* FindTag(const char* p, const char* name) {
     while ((p = std::strchr(p, '<')) != nullptr) {
         if (std::strncmp(p, "<!--", 4) == 0) {
@@ -134,7 +136,7 @@ const char* FindTag(const char* p, const char* name) {
     return nullptr;
 }
 
-// The name behind "charset=" in the value of an attribute.
+// Returns the name after "charset=" in the value of an attribute.
 Part FindCharsetIn(Part value) {
     for (const char* p = value.begin; p < value.end; ++p) {
         if (!BeginsWith(p, "charset") || (p > value.begin && !IsOneOf(p[-1], " \t\r\n\f;")))
@@ -149,7 +151,7 @@ Part FindCharsetIn(Part value) {
     return {nullptr, nullptr};
 }
 
-// The name of a character set in a tag.
+// Returns the name of the character set in a tag.
 Part FindCharset(const char* tag) {
     const char* p = AttributesOf(tag);
     for (Attribute attribute; attribute.Read(p);) {
@@ -166,7 +168,8 @@ Part FindCharset(const char* tag) {
     return {nullptr, nullptr};
 }
 
-// Behind the tag that opens the head, or else the page, or else its declaration of type.
+// Returns the position after the opening tag of the head, or else of the page, or else after the
+// document type declaration, or else the beginning of the text.
 const char* PlaceForDeclaration(const char* text) {
     for (const char* name : {"head", "html", "!doctype"})
         if (const char* tag = FindTag(text, name)) {

@@ -8,7 +8,8 @@ namespace genutil {
 
 namespace {
 
-// The place that is named at p, from 1, and the length of its name; 0 when none is.
+// Returns the placeholder number at p, from 1, and stores the number of its digits. Returns 0 if
+// there is none.
 unsigned ReadPlace(const char* p, unsigned* length) {
     *length = 1;
     if (p[0] < '1' || p[0] > '9') return 0;
@@ -19,7 +20,7 @@ unsigned ReadPlace(const char* p, unsigned* length) {
 
 }  // namespace
 
-// No "%" is part of a longer character, so bytes will do.
+// Searches bytes, because no "%" is part of a longer character.
 CGNString Substitute(const CGNString& message, const char* const (&texts)[kMostSubstitutions]) {
     CGNString out;
     out.AllocateBuffer(message.GetLength() + 64, 1);

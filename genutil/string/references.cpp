@@ -1,4 +1,4 @@
-// CGNString's references of XML and HTML, decoded.
+// Decoding of XML and HTML character references in a CGNString.
 #include <cstring>
 #include <string_view>
 
@@ -25,7 +25,7 @@ constexpr Entity kHtmlEntities[] = {
     {"apos", '\''}, {"nbsp", 0x00A0}, {"copy", 0x00A9}, {"reg", 0x00AE},
 };
 
-// Text of 16-bit characters that is read at a place.
+// A position in a text of 16-bit characters that is being read.
 struct Place {
     const Wide* at;
     const Wide* end;
@@ -39,7 +39,7 @@ struct Place {
     }
 };
 
-// The digit at a place; `base` when there is none.
+// Returns the value of the digit at a position, or `base` if there is none.
 unsigned DigitAt(const Place& place, unsigned base) {
     const Wide c = place.at < place.end ? *place.at : Wide{0};
     if (c >= '0' && c <= '9') return c - unsigned{'0'};
@@ -47,8 +47,8 @@ unsigned DigitAt(const Place& place, unsigned base) {
     return base == 16 && letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : base;
 }
 
-// Each returns the character of a reference behind its "&" and leaves the place behind it; 0 when
-// there is none.
+// Both functions read a reference after its "&" and move `place` past it. They return its
+// character, or 0 if there is none.
 //   number = "#" digits ";" | "#x" hexadecimal digits ";"
 unsigned ReadNumber(Place& place) {
     const unsigned base = place.Skip("#x") || place.Skip("#X") ? 16 : place.Skip("#") ? 10 : 0;
@@ -71,7 +71,7 @@ unsigned ReadReference(Place& place, const Entity (&entities)[N]) {
     return ReadNumber(place);
 }
 
-// A line break of HTML, behind its "<".
+// Reads an HTML line break after its "<".
 bool ReadBreak(Place& place) {
     Place tag = place;
     if (!tag.Skip("br") && !tag.Skip("BR")) return false;
@@ -83,7 +83,7 @@ bool ReadBreak(Place& place) {
     return true;
 }
 
-// False for 0 and for a character that the code set lacks.
+// Appends a character. Returns false for 0 and for a character that the code set does not have.
 bool Put(unsigned c, Wide*& out) {
     Wide units[2] = {static_cast<Wide>(c), 0};
     std::size_t count = 1;
@@ -113,7 +113,7 @@ std::size_t Decode(Place place, Wide* out, const Entity (&entities)[N], bool bre
     return static_cast<std::size_t>(out - begin);
 }
 
-// No reference is shorter than what it stands for.
+// The result fits in the length of the text, because no reference is shorter than its character.
 template <std::size_t N>
 void DecodeReferences(CGNString& s, const Entity (&entities)[N], bool breaks) {
     if (!std::strpbrk(s, breaks ? "&<" : "&") || !Storage::EnsureWide(s)) return;

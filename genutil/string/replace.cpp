@@ -1,5 +1,5 @@
-// Replacement in a CGNString: which of its two forms is worked on, and the operations that are
-// tables of what replaces what.
+// Replacement in a CGNString: the choice between bytes and 16-bit characters, and the operations
+// that are tables of rules.
 #include <cstring>
 
 #include "genstring.h"
@@ -35,7 +35,7 @@ bool IsAscii(std::string_view text) {
     return AsciiRun(AsBytes(text), text.size()) == text.size();
 }
 
-// Whether a replacement of characters may look at bytes instead.
+// Returns true if a replacement of characters may search bytes instead.
 bool AreExact(std::string_view text, const Rule* rules, unsigned count) {
     for (unsigned i = 0; i < count; ++i)
         for (const std::string_view s : {rules[i].from, rules[i].to})
@@ -67,7 +67,7 @@ void StringStorage::ReplaceBytes(CGNString& s, const Rule* rules, unsigned count
         Fit(s);
 }
 
-// In text of which something is invalid, bytes take the place of bytes.
+// In text that is invalid in the code set, bytes are replaced with bytes.
 void StringStorage::ReplaceWide(CGNString& s, const Rule* rules, unsigned count, Placing placing) {
     using Wide = unsigned short;
     if (!EnsureWide(s)) return;
@@ -83,8 +83,8 @@ void StringStorage::ReplaceWide(CGNString& s, const Rule* rules, unsigned count,
         Wide* const to = NewWideText(rules[i].to.data(), rules[i].to.size(), &toLength, form);
         texts[2 * i + 1].Reset(to);
         if (!from || !to) return;
-        // Escapes alone are no text. Bytes are in no valid text, but look like second halves of its
-        // pairs.
+        // A rule whose search text consists of escape sequences only matches nothing. A valid text
+        // contains no carried bytes, but the low surrogates of its pairs have the same values.
         if (fromLength == 0 || (!broken && IsCarriedByte(from[0]))) continue;
         own.Add({from, fromLength, to, toLength});
     }
@@ -119,13 +119,13 @@ void StringStorage::Replace(CGNString& s, const Rule* rules, unsigned count, Uni
 
 namespace {
 
-// A text of one byte; false where that is no character.
+// Returns true if the byte is a character.
 bool IsCharacter(char c) {
     unsigned short character;
     return genutil::ToWideCharacter(&character, &c, 1) == 1;
 }
 
-// The text that results is assigned.
+// Applies a rule to characters and assigns the resulting text.
 void ReplaceCharacters(CGNString& s, const Rule& rule) {
     Storage::Replace(s, &rule, 1, Units::kCharacters, Placing::kAssigned);
 }
@@ -138,7 +138,7 @@ void CGNString::Replace(const char* from, const char* to) {
 
 void CGNString::Replace(char from, char to) {
     if (!IsCharacter(from) || (to != 0 && !IsCharacter(to))) return;
-    if (to == 0) TruncateAt(from);  // the text ends where a 0 is put
+    if (to == 0) TruncateAt(from);  // a 0 ends the text
     const Rule rule{{&from, 1}, {&to, 1}};
     Storage::Replace(*this, &rule, 1, Units::kCharacters, Placing::kRebuilt);
     Storage::EnsureWide(*this);

@@ -21,7 +21,7 @@ char g_noText[1];
 
 namespace genutil {
 
-// The layout is part of the product: programs derive from the class and look into it.
+// The layout is part of the interface: programs derive from the class and access its members.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 void StringStorage::CheckLayout() {
@@ -80,7 +80,7 @@ void StringStorage::Store(CGNString& s, const char* text, std::uint64_t offset, 
     if (s.m_wide) DropWide(s);
 }
 
-// In a new buffer; the old one lives until the text is copied.
+// Stores the text in a new buffer. The old one is kept until the text is copied.
 void StringStorage::StoreAnew(CGNString& s, const char* text, std::uint64_t offset, std::uint64_t n,
                               std::uint64_t spare) {
     Owned<char> old;
@@ -134,7 +134,7 @@ void StringStorage::Adopt(CGNString& s, char* text, std::uint64_t length, std::u
     InstallData(s, text, length, length);
 }
 
-// The buffer has room for exactly what was asked for.
+// The given buffer has room for exactly `asked` bytes.
 void StringStorage::AdoptWithRoom(CGNString& s, char* text, std::uint64_t length,
                                   std::uint64_t asked) {
     DropWide(s);
@@ -236,7 +236,7 @@ CGNString& CGNString::Clear() {
     if (m_wide) {
         m_wide[0] = 0;
         m_wideLength = 0;
-        // The buffer stays, but what grows next must not rely on its size.
+        // The buffer is kept, but the next growth must not rely on its size.
         m_wideCapacity = 0;
     }
     return *this;

@@ -1,4 +1,5 @@
-// Buffers of text, and what CGNString's operations share in handling its two.
+// The buffers of a CGNString, one of bytes and one of 16-bit characters, and the operations on them
+// that its source files share.
 #pragma once
 
 #include <cstdint>
@@ -16,10 +17,11 @@ enum class WideForm : bool;
 
 constexpr std::uint32_t kGrowByDoubling = 1;
 
-// With its terminator a text of this many units still has a 32-bit count.
+// The maximum length of a text. With the terminator, the number of units still fits in 32 bits.
 constexpr std::uint64_t kMaxTextLength = 0xFFFFFFFE;
 
-// Room for `capacity` units and a terminator; null, after the report, when there is none.
+// Allocates room for `capacity` units and a terminator. Returns null, after reporting it, if
+// allocation fails or the capacity is too large.
 template <class Unit>
 Unit* NewText(std::uint64_t capacity, long line = __builtin_LINE()) {
     void* text = capacity <= kMaxTextLength ? Allocate((capacity + 1) * sizeof(Unit)) : nullptr;
@@ -27,8 +29,8 @@ Unit* NewText(std::uint64_t capacity, long line = __builtin_LINE()) {
     return static_cast<Unit*>(text);
 }
 
-// The capacity to grow to for n units: exactly n, or `capacity` doubled until it holds them (which
-// keeps it when n is the capacity). A doubling beyond 32 bits falls back to n.
+// Returns the capacity to grow to for n units: exactly n, or `capacity` doubled until it is at
+// least n (unchanged if it already is). Returns n if doubling exceeds 32 bits.
 inline std::uint64_t GrownCapacity(std::uint64_t capacity, std::uint64_t n, bool doubling) {
     if (!doubling || capacity == 0) return n;
     while (capacity < n) capacity *= 2;
@@ -40,7 +42,8 @@ void CopyUnits(Unit* to, const Unit* from, std::uint64_t count) {
     if (count != 0) std::memmove(to, from, static_cast<std::size_t>(count) * sizeof(Unit));
 }
 
-// Gives back what a text of `length` does not need of its room, and terminates it.
+// Terminates a text of `length` units and releases the unused part of its buffer, which has room
+// for `room` units. Returns the buffer, which may have moved.
 template <class Unit>
 Unit* FitText(Unit* text, std::uint64_t length, std::uint64_t room) {
     text[length] = 0;
@@ -49,10 +52,9 @@ Unit* FitText(Unit* text, std::uint64_t length, std::uint64_t room) {
     return fitting ? static_cast<Unit*>(fitting) : text;
 }
 
-// Makes room for n units in a buffer that ends up larger than, or else newly allocated for, n; the
-// text moves along. What it was in stays alive in `old`, because the caller's argument may lie
-// there. `owned` tells a buffer of the string from the shared byte. False when there is no such
-// room.
+// Makes room for n units. If the capacity is not above n, allocates a new buffer and copies the
+// text to it. The old buffer is kept in `old`, because the caller's argument may point into it.
+// `owned` is false if `text` is the shared byte. Returns false if there is no room.
 template <class Unit>
 bool Grow(Unit*& text, std::uint32_t length, std::uint32_t& capacity, bool owned, bool doubling,
           std::uint64_t n, Owned<Unit>& old) {
@@ -69,95 +71,102 @@ bool Grow(Unit*& text, std::uint32_t length, std::uint32_t& capacity, bool owned
     return true;
 }
 
-// A search text and what takes its place. Neither has a 0 in it.
+// A search text and its replacement. Neither contains a 0.
 struct Rule {
     std::string_view from, to;
 };
 
-// What a replacement looks at: bytes, or characters of the current code set.
+// The units in which a replacement searches: bytes, or characters of the current code set.
 enum class Units { kBytes, kCharacters };
 
-// How a new text takes the place of the old one. The capacity is one of: that of a string to which
-// a text is assigned, which has room or grows by the string's policy; or the length of the text, of
-// which the bytes are built anew.
+// How a new text replaces the old one, which determines the capacity.
 enum class Placing {
-    kStored,    // the first
-    kAssigned,  // the first; an empty text has the effect of Empty()
-    kRebuilt,   // the second
+    kStored,    // as an assignment: kept if large enough, or grown by the string's policy
+    kAssigned,  // the same, but an empty text has the effect of Empty()
+    kRebuilt,   // the length of the text
 };
 
-// Works on the members of a CGNString, out of sight of its exported header.
+// Functions on the members of a CGNString that its exported header does not show.
 struct StringStorage {
     static bool OwnsData(const CGNString& s);
     static std::uint32_t Capacity(const CGNString& s) { return s.m_capacity; }
     static void Swap(CGNString& a, CGNString& b) noexcept;
 
-    // The text becomes its first `offset` bytes and n bytes of `text`, which may lie in it itself.
+    // Replaces the text after its first `offset` bytes with n bytes of `text`, which may point into
+    // the string itself.
     static void Store(CGNString& s, const char* text, std::uint64_t offset, std::uint64_t n);
-    // The text becomes n bytes of `text`, which may lie in it itself. Where the buffer is too small
-    // the new one has room to spare, so that values of much the same length need no other. False,
-    // with the text as it was, when memory runs out.
+    // Replaces the text with n bytes of `text`, which may point into the string itself. If the
+    // buffer is too small, the new one has spare room, so that later values of similar length fit.
+    // Returns false, with the text unchanged, if allocation fails.
     static bool Put(CGNString& s, const char* text, std::uint64_t n);
-    // The text becomes n bytes of `text` and 0 bytes up to `length`, in a buffer of that size.
+    // Replaces the text with n bytes of `text` followed by 0 bytes up to `length`, in a buffer of
+    // that size.
     static void Take(CGNString& s, const char* text, std::uint64_t n, std::uint64_t length);
 
-    // The text becomes what is in a buffer for `room` bytes, which it takes over. Never fails.
+    // Replaces the text with the `length` bytes in a buffer with room for `room`, and takes
+    // ownership of the buffer. Never fails.
     static void Adopt(CGNString& s, char* text, std::uint64_t length, std::uint64_t room,
                       Placing placing);
-    // The same for a text that room was asked for: its length, or more.
+    // Same as Adopt() with kStored, but with room for `asked` bytes, which is at least the length.
     static void AdoptWithRoom(CGNString& s, char* text, std::uint64_t length, std::uint64_t asked);
-    // What stands from `begin` to `end` in the text, up to its first 0, becomes another. False
-    // without memory.
+    // Replaces the part from `begin` to `end` of the text, which ends at its first 0. Returns false
+    // if allocation fails.
     static bool Splice(CGNString& s, const char* begin, const char* end, std::string_view other,
                        Placing placing);
-    // The bytes stay; their capacity becomes their length.
+    // Reduces the capacity to the length. The bytes are unchanged.
     static void Fit(CGNString& s);
 
-    // Replaces what the rules say, at each place by the first that fits there, in one go and one
-    // new buffer; at most UnitFinder's number of rules. A text ends at its first 0.
+    // Applies the rules in a single pass into a new buffer. At each position the first rule that
+    // matches is applied. There may be at most as many rules as UnitFinder accepts. The text ends
+    // at its first 0.
     static void Replace(CGNString& s, const Rule* rules, unsigned count, Units units,
                         Placing placing);
 
-    // The 16-bit copy: makes room, drops it, builds it if there is none (false without memory).
+    // The 16-bit copy. GrowWide makes room, DropWide discards the copy, and EnsureWide builds it if
+    // there is none. The first and the last return false if allocation fails.
     static bool GrowWide(CGNString& s, std::uint64_t n, Owned<unsigned short>& old);
     static void DropWide(const CGNString& s);
     static bool EnsureWide(const CGNString& s);
 
-    // These need the 16-bit copy.
+    // The following functions require the 16-bit copy.
     struct WideText {
         const unsigned short* text;
         std::uint32_t length;
     };
     static WideText WideOf(const CGNString& s) { return {s.m_wide, s.m_wideLength}; }
-    // Whether the text is invalid in the code set, so that its
-    // characters are its bytes; `may` is quick, and true too where each character has one byte.
+    // IsBroken returns true if the text is invalid in the code set, so that its characters are its
+    // bytes. MayBeBroken is faster, and also true if the text has as many bytes as 16-bit
+    // characters.
     static bool IsBroken(const CGNString& s);
     static bool MayBeBroken(const CGNString& s) { return s.m_wideLength == s.m_length; }
-    // The form in which a text is compared with this one's characters.
+    // Returns the form in which a text is compared with this one's characters.
     static WideForm FormFor(const CGNString& s);
-    // The place of a character from `start` on, which must be one that there is; -1 when it stands
-    // nowhere.
+    // Returns the position of the first occurrence of `wanted` from `start` on, or -1 if there is
+    // none or if `start` is no position in the text.
     static int Find(const CGNString& s, const WideView& wanted, int start);
-    // The bytes of some characters in a new buffer; null without memory.
+    // Returns the bytes of the characters from `begin` to `end` in a new buffer, or null if
+    // allocation fails.
     static char* NewPart(const CGNString& s, std::uint32_t begin, std::uint32_t end,
                          std::uint32_t* length);
-    // The same for a substring, of whole characters.
+    // Same for a substring, which is aligned to whole characters.
     static char* NewSubStr(const CGNString& s, std::uint32_t start, int count,
                            std::uint32_t* length);
-    // The text becomes that of some characters, which do not lie in its own 16-bit copy.
+    // Replaces the text with the bytes of `count` characters, which must not point into the
+    // string's own 16-bit copy.
     static void StoreWide(CGNString& s, const unsigned short* wide, std::uint64_t count);
-    // Some characters become those of a text, and the bytes are built anew. False without memory.
+    // Replaces the characters from `begin` to `end` and rebuilds the bytes. Returns false if
+    // allocation fails.
     static bool Edit(CGNString& s, std::uint32_t begin, std::uint32_t end, const WideView& added);
-    // Maps some characters, and builds the bytes anew.
+    // Maps the characters from `begin` to `end` and rebuilds the bytes.
     static void MapCharacters(CGNString& s, std::uint32_t begin, std::uint32_t end,
                               unsigned short (*map)(unsigned short));
-    // Builds the bytes from the 16-bit copy, where what does not convert becomes '?'. Without
-    // memory the bytes win, since they are what the string is: the 16-bit copy, changed or new, is
-    // dropped. False then.
+    // Rebuilds the bytes from the 16-bit copy, with '?' for characters that do not convert. If
+    // allocation fails, keeps the bytes, discards the 16-bit copy with its changes and returns
+    // false.
     static bool RebuildData(CGNString& s);
-    // The same for a text that may be broken; its bytes stay then.
+    // Same for a text that may be broken. The bytes of a broken text are kept.
     static bool Rebuild(CGNString& s);
-    // What CGNString::DuplicateDataFromWzBuffer promises.
+    // Implements CGNString::DuplicateDataFromWzBuffer.
     static void RebuildLimited(const CGNString& s, unsigned bytesPerCharacter);
 
   private:

@@ -20,7 +20,7 @@ namespace platform = genutil::platform;
 
 namespace {
 
-// Stores a text in another code set, and the number of characters that were lost.
+// Converts a text to another code set and stores it and the number of lost characters.
 bool StoreConverted(CGNString& out, const char* text, int from, int to, unsigned int* lost) {
     mbConversion report{};
     char* made = nullptr;
@@ -96,12 +96,13 @@ unsigned char CGNString::GetSortKey(CGNString& key, unsigned int options) const 
                                  static_cast<std::size_t>(room));
     };
     const std::int64_t length = make(nullptr, 0);
-    if (length < 0) return 0;
+    if (!genutil::AssertAllocation(length >= 0, "genutil/genstr", __LINE__)) return 0;
     const auto bytes = static_cast<std::uint64_t>(length);
     char* const text = NewText<char>(bytes);
     if (!text) return 0;
     text[0] = 0;
     if (make(text, bytes + 1) != length) {
+        genutil::AssertAllocation(false, "genutil/genstr", __LINE__);
         genutil::Release(text);
         return 0;
     }

@@ -1,4 +1,4 @@
-// Line ends and lengths of texts that travel between client and server.
+// Line ends and lengths of texts that are exchanged between client and server.
 #include <algorithm>
 #include <cstring>
 
@@ -50,7 +50,7 @@ bool IsEastAsian(unsigned language) {
     return primary == kChinese || primary == kJapanese || primary == kKorean;
 }
 
-// The code set that the server's texts have while the current one is this.
+// Returns the code set of the server's texts for the current code set.
 int ServerCodeSet(int codeSet) {
     return codeSet == mbShiftJis ? mbEucJp : codeSet;
 }
@@ -65,7 +65,7 @@ int OSFindPlatformStringLength(const char* text, int limit) {
     const void* end = std::memchr(text, 0, most);
     const unsigned n =
         end ? static_cast<unsigned>(static_cast<const char*>(end) - text) : mbidx(text, most);
-    // A conversion makes at most three bytes of one.
+    // A conversion produces at most three bytes for each byte.
     const std::uint64_t room = std::uint64_t{n} * 3;
     const Owned<char> copy(NewText<char>(n)), server(NewText<char>(room)),
         back(NewText<char>(room * 3));
@@ -81,7 +81,7 @@ int OSFindPlatformStringLength(const char* text, int limit) {
 
 int FindUTF8StringLength(const char* text, int limit) {
     if (!text || limit <= 0) return 0;
-    // Each character has a byte of its own in UTF-8, so no more of them fit.
+    // Each character has at least one byte in UTF-8, so no more than `limit` characters fit.
     const auto most = static_cast<unsigned>(limit);
     const int codeSet = genutil::UserAnsiCodeSet();
     const std::size_t longest = static_cast<std::size_t>(mbmaxcharlenExt(codeSet));

@@ -29,7 +29,7 @@ Part RightTrimmed(const char* text, Part part, bool tabs) {
 
 }  // namespace
 
-// What stands in front of the first 0 byte of a part is assigned to `out`.
+// Assigns a part, up to its first 0 byte, to `out`.
 void CGNString::StorePart(CGNString& out, unsigned int begin, unsigned int end) const {
     const std::size_t n = end - begin;
     const void* nul = n ? std::memchr(m_data + begin, 0, n) : nullptr;
@@ -54,7 +54,7 @@ void CGNString::RightTrim(CGNString& out) const {
     StorePart(out, part.begin, part.end);
 }
 
-// The first of the trailing blanks is a space afterwards, in the string itself: programs that store
+// Changes the first trailing blank to a space in the string itself, because programs that store
 // such texts depend on it.
 void CGNString::RightTrimWithTab(CGNString& out) const {
     const Part part = RightTrimmed(m_data, {0, m_length}, true);

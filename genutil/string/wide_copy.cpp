@@ -75,7 +75,7 @@ char* StringStorage::NewPart(const CGNString& s, std::uint32_t begin, std::uint3
 
 namespace {
 
-// Text in which something is invalid is put together byte by byte.
+// Builds the text from its bytes if a part of it is invalid in the code set.
 bool EditBytes(CGNString& s, const char* left, std::uint32_t leftLength, const WideView& added,
                const char* right, std::uint32_t rightLength) {
     const std::size_t n = strnlen(added.Text(), static_cast<std::size_t>(added.Bytes()));
@@ -101,8 +101,8 @@ bool StringStorage::Edit(CGNString& s, std::uint32_t begin, std::uint32_t end,
         return left.Get() && right.Get() &&
                EditBytes(s, left.Get(), leftLength, added, right.Get(), rightLength);
     }
-    // The string itself may be inserted: its tail moves beyond its end, and what it grows out of
-    // lives to the end of this.
+    // The string may be inserted into itself. Its text is then intact until it is copied, because
+    // the tail moves beyond its end and the old buffer is kept until the end of this function.
     const std::uint32_t tail = s.m_wideLength - end;
     const std::uint64_t sum = std::uint64_t{begin} + added.Length() + tail;
     Owned<Wide> old;
@@ -143,7 +143,7 @@ void CGNString::DuplicateWzBufferFromData() {
     static_cast<const CGNString*>(this)->DuplicateWzBufferFromData();
 }
 
-// Programs depend on both limits, on the narrower one for what they edit.
+// Programs depend on both limits, and on the smaller one for strings that they edit.
 void CGNString::DuplicateDataFromWzBuffer() const {
     Storage::RebuildLimited(*this, 3);
 }
@@ -155,7 +155,7 @@ void CGNString::DuplicateDataFromWzBuffer() {
 
 namespace {
 
-// What text of others holds of surrogates is pairs, or nothing: bytes do not come that way.
+// Replaces the carried bytes in a text from the caller, in which surrogates may only form pairs.
 std::size_t WithoutCarriedBytes(Wide* text, std::size_t count) {
     return genutil::HasSurrogates(text, count) ? genutil::ReplaceUnconvertible(text, count) : count;
 }
@@ -178,7 +178,7 @@ CGNString& CGNString::AppendWide(const unsigned short* w) {
     return w ? *this += CGNString(w) : *this;
 }
 
-// A text that is cut within a character ends before it.
+// If the limit is inside a character, the text ends before that character.
 CGNString& CGNString::CopyNChars(const char* s, unsigned int n) {
     if (!s) return Empty();
     CGNString taken;
@@ -188,7 +188,8 @@ CGNString& CGNString::CopyNChars(const char* s, unsigned int n) {
     const std::size_t bytes = std::strlen(s);
     const long count = genutil::ToWide(taken.m_wide, n, s, bytes);
     if (count < 0) {
-        // A few bytes more tell whether a character goes on behind the last.
+        // A few more bytes are read to find out whether the last character continues after the
+        // limit.
         const std::size_t most = std::min<std::size_t>(bytes, n);
         const genutil::WideView view(s, std::min<std::size_t>(bytes, std::uint64_t{n} + 4),
                                      genutil::WideForm::kBytes);

@@ -11,13 +11,13 @@ namespace {
 
 using Wide = unsigned short;
 
-// Characters that may be converted into a buffer on the stack first, and then copied to one of
-// their size.
+// The maximum length of a text that is converted into a buffer on the stack and then copied to one
+// of exact size.
 constexpr std::size_t kShort = 128;
 constexpr std::size_t kLongestCode = 4;
 
-// Beyond this a text is measured before it is converted, since room for the longest text that could
-// come out is more than one should ask for.
+// A longer text is measured before it is converted, because a buffer for the longest possible
+// result would be too large.
 constexpr std::uint64_t kMeasured = std::uint64_t{64} << 20;
 
 std::uint32_t Decode(Wide* out, std::size_t limit, const char* text, std::size_t bytes,
@@ -25,7 +25,7 @@ std::uint32_t Decode(Wide* out, std::size_t limit, const char* text, std::size_t
     if (form == WideForm::kBytes) bytes = strnlen(text, bytes);
     const long length = ToWide(out, limit, text, bytes);
     const auto count = static_cast<std::uint32_t>(length);
-    // As many characters as bytes are the same in both forms.
+    // If there are as many characters as bytes, they are the same in both forms.
     if (length >= 0 && (form == WideForm::kCharacters || (count == bytes && CarriesCharacters())))
         return count;
     ToWideBytewise(out, text, bytes);
@@ -44,7 +44,7 @@ Wide* MeasuredWideText(const char* text, std::size_t bytes, std::uint32_t* lengt
     return wide;
 }
 
-// The three ways below give null too, with kUnknown for a length, where a character does not
+// The three functions below also return null, with the length kUnknown, if a character does not
 // convert.
 constexpr std::uint32_t kUnknown = 0xFFFFFFFF;
 

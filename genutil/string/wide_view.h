@@ -1,4 +1,4 @@
-// Texts of 16-bit characters from bytes and of bytes from 16-bit characters, for CGNString.
+// Conversion between texts of bytes and texts of 16-bit characters, for CGNString.
 #pragma once
 
 #include <cstddef>
@@ -8,31 +8,33 @@
 
 namespace genutil {
 
-// Units in front of the first 0, at most `count`.
+// Returns the number of units before the first 0, at most `count`.
 std::size_t UnitsBeforeNul(const unsigned short* wide, std::uint64_t count = ~std::uint64_t{0});
 
-// How a text becomes units: its characters, or where it is invalid in the code set its bytes, as
-// wide_convert.h carries them; or in any case its bytes, to be compared with others.
+// The 16-bit form of a text. kCharacters: its characters, or, if the text is invalid in the code
+// set, its bytes as wide_convert.h carries them. kBytes: always its bytes, for comparison with
+// other texts in that form.
 enum class WideForm : bool { kCharacters, kBytes };
 
-// Null, after the report, when memory runs out.
+// Converts to 16-bit form. Returns null, after reporting it, if allocation fails.
 unsigned short* NewWideText(const char* text, std::uint64_t bytes, std::uint32_t* length,
                             WideForm form = WideForm::kCharacters);
 
-// The bytes of `count` characters, or of those before a 0, and their number; null, after the
-// report, when memory runs out. What does not convert becomes '?', in the given text too.
+// Converts at most `count` characters, up to a 0, and stores the number of bytes in `length`.
+// Returns null, after reporting it, if allocation fails. Characters that do not convert become '?'.
+// The first overload also replaces them in the given text, and updates `count`.
 char* NewNarrowText(unsigned short* wide, std::uint32_t* count, std::uint32_t* length);
 char* NewNarrowText(const unsigned short* wide, std::uint64_t count, std::uint32_t* length);
-// With '?' for what does not convert the whole is cut behind the last character that fits in
-// `limit` bytes.
+// Same, but if any character does not convert, the result is cut after the last character that fits
+// in `limit` bytes.
 char* NewLimitedText(const unsigned short* wide, std::uint64_t count, std::uint64_t limit,
                      std::uint32_t* length);
 
-// The bytes of text that was made in the form of bytes.
+// Returns the bytes of a text in the form kBytes.
 char* NewCarriedText(const unsigned short* wide, std::uint64_t count, std::uint32_t* length);
 
-// A text's characters: those that were built before, or else made here. The string that they were
-// built for is not changed, since it may be in use elsewhere. A short text takes no memory.
+// The characters of a text: an existing 16-bit copy, or one that is made here. The string itself is
+// not changed, because it may be in use elsewhere. A short text needs no allocation.
 class WideView {
   public:
     WideView(const unsigned short* built, std::uint32_t builtLength, const char* text,
@@ -42,12 +44,12 @@ class WideView {
     WideView(const WideView&) = delete;
     WideView& operator=(const WideView&) = delete;
 
-    // Terminated; null when memory ran out.
+    // Returns the terminated characters, or null if allocation failed.
     const unsigned short* Characters() const { return m_characters; }
     std::uint32_t Length() const { return m_length; }
-    // Whether the characters are bytes, of a text that is invalid in the code set.
+    // Returns true if the text is invalid in the code set, so that the characters are its bytes.
     bool IsBroken() const;
-    // What they were made of.
+    // The text that was converted.
     const char* Text() const { return m_text; }
     std::uint64_t Bytes() const { return m_bytes; }
 
@@ -62,13 +64,14 @@ class WideView {
     const std::uint64_t m_bytes;
 };
 
-// The first character of a text, as it stands in the characters of another.
+// The first character of a text, in the 16-bit form of another text.
 class FirstCharacter {
   public:
-    // There is none at the start of an empty or invalid text. `form` is that of the other text.
+    // An empty text, or one that begins with invalid bytes, has none. `form` is that of the other
+    // text.
     FirstCharacter(const char* text, WideForm form);
 
-    unsigned Length() const { return m_length; }  // in units; 0 when there is none
+    unsigned Length() const { return m_length; }  // in units; 0 if there is none
     const unsigned short* Units() const { return m_units; }
     unsigned Bytes() const { return m_bytes; }
 
@@ -81,7 +84,8 @@ class FirstCharacter {
 
 // -- Positions -----------------------------------------------------------------------------------
 
-// Whether a position in a text is not the first of a character. It means the whole character.
+// Returns true if a position is inside a character but not at its start. Such a position means the
+// whole character.
 inline bool IsInside(const unsigned short* text, std::uint32_t at) {
     const unsigned unit = text[at];
     if (unit < 0xDC00 || unit > 0xDFFF) return false;
@@ -97,8 +101,9 @@ inline std::uint32_t AlignUp(const unsigned short* text, std::uint32_t length, s
     return at;
 }
 
-// The bytes of the character that begins at a position; returns their number, at most four, without
-// a terminator: 0 inside a character, and where it has no bytes of its own.
+// Stores the bytes of the character that begins at a position, without a terminator. Returns their
+// number, at most four, or 0 if the position is inside a character or the character has no bytes of
+// its own.
 int CharacterBytes(const unsigned short* text, std::uint32_t length, std::uint32_t at, char* out);
 
 }  // namespace genutil

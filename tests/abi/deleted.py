@@ -5,7 +5,7 @@ import subprocess
 import sys
 
 INCLUDE, COMPILER = sys.argv[1:3]
-GOOD = ['f(s)', "s += 'a'", 's += static_cast<unsigned char>(65)', 'if (s[0]) f(CGNString("x"))', 'b = s == "x"',
+GOOD = ['f(s)', "s += 'a'", 's += static_cast<unsigned char>(65)', 'if (s[0]) f(CGNString("x"))', 'b = s == "x"', 'b = std::string_view("a") == "x" && std::string("a") < "x"',
         'std::map<CGNString, int, CGNStringLess> m; m[s]++']
 BAD = ['delete s', 's += 5', 's += 5u', 's += 1.5', 'f(s + 1)', 'f(1 + s)', 'b = s < s', 'b = s >= "x"',
        'CGNString("x").Characters()', 'b = "x" < s', 'b = s > std::string("x")', 'b = (s <=> s) < 0', 'std::map<CGNString, int> m; m[s]++']

@@ -1,5 +1,5 @@
-// What the library asks of an operating system about texts that mean the same: their forms in
-// Unicode, and their order in the user's language. Lengths are in 16-bit characters.
+// The platform's Unicode normal forms of texts and their order in the user's language. Lengths are
+// in 16-bit characters.
 #pragma once
 
 #include <cstddef>
@@ -7,17 +7,18 @@
 
 namespace genutil::platform {
 
-// Simple case folding of one character, within 16 bits.
+// Returns the simple case folding of one character, within 16 bits.
 std::uint16_t FoldCase(std::uint16_t character);
 
 enum class NormalForm { kC, kD, kKC, kKD };
 
-// Writes a text in a normal form. Returns its length, also where it is more than `room` and nothing
-// is written that counts; -1 when the text is no UTF-16 or memory runs out.
+// Writes a text in a normal form. Returns its length. If that is more than `room`, the contents of
+// `out` are undefined and the length may be an estimate, with which to try again. Returns -1 if the
+// text is not valid UTF-16 or allocation fails.
 std::int64_t Normalize(NormalForm form, const std::uint16_t* text, std::size_t length,
                        std::uint16_t* out, std::size_t room);
 
-// What a comparison leaves out of account, one bit each; the last reads digits as numbers.
+// Options of a comparison, one bit each: differences to ignore, and digits compared as numbers.
 enum Collation : unsigned {
     kIgnoreCase = 1,
     kIgnoreWidth = 2,
@@ -26,12 +27,13 @@ enum Collation : unsigned {
     kAllCollation = 15,
 };
 
-// Compares by the collation of the user's locale: negative, 0 or positive.
+// Compares in the collation order of the user's locale. Returns a negative number, 0 or a positive
+// number. If allocation fails, it may compare without the options.
 int CompareTexts(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b,
                  std::size_t bLength, unsigned options);
 
 // Writes bytes without a 0 that compare as the texts do with the same options. Returns their
-// number, also where it is more than `room`; -1 when there is none.
+// number, even if it is more than `room`, or -1 if allocation fails.
 std::int64_t SortKey(const std::uint16_t* text, std::size_t length, unsigned options, char* out,
                      std::size_t room);
 

@@ -1,4 +1,4 @@
-// Forms and order of texts as ICU has them.
+// Normal forms and order of texts, through ICU.
 #include "osutil/platform/locale/text_forms.h"
 
 #include <unicode/uchar.h>
@@ -8,7 +8,6 @@
 #include <algorithm>
 
 #include "genutil/allocate.h"
-#include "genutil/assert_allocation.h"
 #include "osutil/platform/posix/locale/user_collator.h"
 
 namespace genutil::platform {
@@ -37,7 +36,7 @@ const UNormalizer2* NormalizerOf(NormalForm form) {
     }
 }
 
-// Full-width and half-width characters in their usual width.
+// Returns a full-width or half-width character in its usual width.
 std::uint16_t UsualWidth(std::uint16_t c) {
     const int type = u_getIntPropertyValue(c, UCHAR_DECOMPOSITION_TYPE);
     if (type != U_DT_WIDE && type != U_DT_NARROW) return c;
@@ -53,8 +52,8 @@ std::uint16_t Hiragana(std::uint16_t c) {
     return katakana ? static_cast<std::uint16_t>(c - 0x60) : c;
 }
 
-// Collation leaves case, width and kana out of account together or not at all; so what is to be
-// left out is made the same before.
+// ICU's collation ignores case, width and kana together or not at all, so the differences to ignore
+// are removed from the text first.
 void MakeSame(std::uint16_t* text, std::size_t length, unsigned options) {
     for (std::size_t i = 0; i < length; ++i) {
         if (options & kIgnoreWidth) text[i] = UsualWidth(text[i]);
@@ -63,29 +62,25 @@ void MakeSame(std::uint16_t* text, std::size_t length, unsigned options) {
     }
 }
 
-// A text in which differences that are ignored are removed. If allocation fails, which is reported,
-// it is the text as it is.
+// A text in which ignored differences are removed. Units() is null if allocation fails.
 class Comparable {
   public:
     Comparable(const std::uint16_t* text, std::size_t length, unsigned options) : m_text(text) {
         if ((options & (kIgnoreCase | kIgnoreWidth | kIgnoreKana)) == 0) return;
         m_copy.Reset(static_cast<std::uint16_t*>(Allocate(std::uint64_t{length} * 2 + 2)));
-        m_good = AssertAllocation(m_copy.Get() != nullptr, "genutil/genstr", __LINE__);
-        if (!m_good) return;
+        m_text = m_copy.Get();
+        if (!m_text) return;
         std::copy_n(text, length, m_copy.Get());
         MakeSame(m_copy.Get(), length, options);
-        m_text = m_copy.Get();
     }
     const UChar* Units() const { return AsUnits(m_text); }
-    bool IsGood() const { return m_good; }
 
   private:
-    bool m_good = true;
     Owned<std::uint16_t> m_copy;
     const std::uint16_t* m_text;
 };
 
-// Kept like UserCollator().
+// Opens each collator once and keeps it, like UserCollator().
 const UCollator* CollatorOf(unsigned options) {
     if (!(options & (kDigitsAsNumbers | kIgnoreWidth))) return UserCollator();
     static const UCollator* const numeric = OpenUserCollator(true);
@@ -113,6 +108,7 @@ std::int64_t Normalize(NormalForm form, const std::uint16_t* text, std::size_t l
 int CompareTexts(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b,
                  std::size_t bLength, unsigned options) {
     const Comparable x(a, aLength, options), y(b, bLength, options);
+    if (!x.Units() || !y.Units()) return CompareTexts(a, aLength, b, bLength, 0);
     if (const UCollator* collator = CollatorOf(options))
         return ucol_strcoll(collator, x.Units(), static_cast<int32_t>(aLength), y.Units(),
                             static_cast<int32_t>(bLength));
@@ -126,11 +122,11 @@ std::int64_t SortKey(const std::uint16_t* text, std::size_t length, unsigned opt
     const UCollator* const collator = CollatorOf(options);
     if (!collator) return -1;
     const Comparable comparable(text, length, options);
-    if (!comparable.IsGood()) return -1;
+    if (!comparable.Units()) return -1;
     const int32_t n =
         ucol_getSortKey(collator, comparable.Units(), static_cast<int32_t>(length),
                         reinterpret_cast<std::uint8_t*>(out), static_cast<int32_t>(room));
-    return n == 0 ? -1 : n - 1;  // without its terminator, for which there must be room
+    return n == 0 ? -1 : n - 1;  // excluding the terminator, for which there must be room
 }
 
 }  // namespace genutil::platform

@@ -1,4 +1,4 @@
-// Forms and order of texts as Windows has them.
+// Normal forms and order of texts, through the Windows API.
 #include "osutil/platform/locale/text_forms.h"
 
 #include "osutil/platform/win32/windows_api.h"
@@ -18,8 +18,8 @@ std::uint16_t MapCase(std::uint16_t character, DWORD flag) {
     return LCMapStringW(LOCALE_INVARIANT, flag, &in, 1, &out, 1) == 1 ? out : character;
 }
 
-// The digits' flag is not known to every system: FlagsOf(options & ~kDigitsAsNumbers) is the next
-// best thing then.
+// Not every version of Windows accepts the flag for digits. If it is refused, callers try again
+// with FlagsOf(options & ~kDigitsAsNumbers).
 DWORD FlagsOf(unsigned options) {
     constexpr DWORD kSortDigitsAsNumbers = 8;
     return (options & kIgnoreCase ? DWORD{NORM_IGNORECASE} : 0) |
@@ -30,7 +30,7 @@ DWORD FlagsOf(unsigned options) {
 
 }  // namespace
 
-// By way of the capital, which a letter of several small forms shares.
+// Maps to the capital first, which several lower-case forms of a letter share.
 std::uint16_t FoldCase(std::uint16_t character) {
     return MapCase(MapCase(character, LCMAP_UPPERCASE), LCMAP_LOWERCASE);
 }
@@ -42,7 +42,8 @@ std::int64_t Normalize(NormalForm form, const std::uint16_t* text, std::size_t l
     if (length == 0) return 0;
     const NORM_FORM windowsForm = kForms[static_cast<unsigned>(form)];
     const int size = static_cast<int>(length);
-    // Without a buffer the length is an estimate, so there is one even to find it.
+    // Without a buffer the returned length is an estimate, so a buffer is passed even to find the
+    // length.
     int written = NormalizeString(windowsForm, AsWide(text), size, reinterpret_cast<WCHAR*>(out),
                                   static_cast<int>(room));
     if (written > 0) return written;
@@ -76,7 +77,7 @@ std::int64_t SortKey(const std::uint16_t* text, std::size_t length, unsigned opt
     if (needed == 0) needed = map(with &= ~unsigned{kDigitsAsNumbers}, nullptr, 0);
     if (needed == 0) return -1;
     if (static_cast<std::size_t>(needed) <= room) map(with, out, room);
-    return needed - 1;  // without its terminator, for which there must be room
+    return needed - 1;  // excluding the terminator, for which there must be room
 }
 
 }  // namespace genutil::platform
