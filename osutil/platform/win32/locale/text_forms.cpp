@@ -32,6 +32,9 @@ DWORD FlagsOf(unsigned options) {
 
 // Maps to the capital first, which several lower-case forms of a letter share.
 std::uint16_t FoldCase(std::uint16_t character) {
+    // The system leaves the sigma at the end of a word as it is.
+    constexpr std::uint16_t kFinalSigma = 0x03C2, kSigma = 0x03C3;
+    if (character == kFinalSigma) return kSigma;
     return MapCase(MapCase(character, LCMAP_UPPERCASE), LCMAP_LOWERCASE);
 }
 
