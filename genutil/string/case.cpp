@@ -12,7 +12,9 @@
 #include "genutil/string/storage.h"
 #include "osutil/platform/locale/text_forms.h"
 
+using genutil::CharacterPage;
 using genutil::IsOfClass;
+using genutil::PageOfCharacter;
 using Storage = genutil::StringStorage;
 namespace platform = genutil::platform;
 
@@ -41,8 +43,9 @@ void MapAscii(Unit* text, std::size_t length, bool upper) {
 }  // namespace
 
 // Maps the characters from `begin` to `end` and rebuilds the bytes.
+template <class Map>
 void genutil::StringStorage::MapCharacters(CGNString& s, std::uint32_t begin, std::uint32_t end,
-                                           unsigned short (*map)(unsigned short)) {
+                                           Map map) {
     const bool broken = IsBroken(s);
     for (std::uint32_t i = begin; i < end; ++i) {
         const unsigned short c = s.m_wide[i], mapped = map(c);
@@ -65,7 +68,7 @@ void CGNString::FoldCase() {
 
 void CGNString::MapCase(int index, bool upper) {
     if (IsEmpty() || !Storage::EnsureWide(*this)) return;
-    if (index == kAll && AreBytesCharacters({m_data, m_length})) {
+    if (index == kAll && Storage::IsSameAscii(*this) && AreBytesCharacters({m_data, m_length})) {
         MapAscii(m_data, m_length, upper);
         MapAscii(m_wide, m_wideLength, upper);
         Storage::Fit(*this);
@@ -74,7 +77,11 @@ void CGNString::MapCase(int index, bool upper) {
     const auto at = static_cast<unsigned>(index);
     const std::uint32_t begin = index == kAll ? 0 : at;
     const std::uint32_t end = index == kAll ? m_wideLength : at < m_wideLength ? at + 1 : at;
-    Storage::MapCharacters(*this, begin, end, upper ? genutil::ToUpperWide : genutil::ToLowerWide);
+    const std::uint16_t(CharacterPage::*const forms)[256] =
+        upper ? &CharacterPage::upper : &CharacterPage::lower;
+    Storage::MapCharacters(*this, begin, end, [forms](unsigned short c) {
+        return (PageOfCharacter(c).*forms)[c & 0xFF];
+    });
 }
 
 void CGNString::ToUpper(int index) {

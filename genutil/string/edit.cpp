@@ -211,8 +211,7 @@ void CGNString::RightString(CGNString& out, unsigned int n) const {
 
 void CGNString::Truncate(unsigned int n) {
     if (!Storage::EnsureWide(*this) || n >= m_wideLength) return;
-    Storage::Edit(*this, genutil::AlignDown(m_wide, m_wideLength, n), m_wideLength,
-                  WideView("", 0));
+    Storage::Edit(*this, genutil::AlignDown(m_wide, m_wideLength, n), m_wideLength, WideView());
 }
 
 void CGNString::TruncateAt(const char* ch) {
@@ -293,5 +292,5 @@ unsigned char CGNString::RemoveAt(int index, int count) {
     if (count == 0) return Storage::Rebuild(*this);
     const std::uint32_t end = EndOf(m_wideLength, start, count);
     return Storage::Edit(*this, genutil::AlignDown(m_wide, m_wideLength, start),
-                         genutil::AlignUp(m_wide, m_wideLength, end), WideView("", 0));
+                         genutil::AlignUp(m_wide, m_wideLength, end), WideView());
 }

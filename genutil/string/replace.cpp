@@ -1,5 +1,6 @@
 // Replacement in a CGNString: the choice between bytes and 16-bit characters, and the operations
 // that are tables of rules.
+#include <algorithm>
 #include <cstring>
 
 #include "genstring.h"
@@ -120,9 +121,12 @@ void StringStorage::Replace(CGNString& s, const Rule* rules, unsigned count, Uni
 namespace {
 
 // Returns true if the byte is a character.
+bool IsCharacter(char c, unsigned short* character) {
+    return genutil::ToWideCharacter(character, &c, 1) == 1;
+}
 bool IsCharacter(char c) {
     unsigned short character;
-    return genutil::ToWideCharacter(&character, &c, 1) == 1;
+    return IsCharacter(c, &character);
 }
 
 // Applies a rule to characters and assigns the resulting text.
@@ -137,8 +141,19 @@ void CGNString::Replace(const char* from, const char* to) {
 }
 
 void CGNString::Replace(char from, char to) {
-    if (!IsCharacter(from) || (to != 0 && !IsCharacter(to))) return;
+    unsigned short wideFrom, wideTo = 0;
+    if (!IsCharacter(from, &wideFrom) || (to != 0 && !IsCharacter(to, &wideTo))) return;
     if (to == 0) TruncateAt(from);  // a 0 ends the text
+    const bool isFresh = !m_wide;   // an older copy may differ from the bytes after SetAt2()
+    if (!Storage::EnsureWide(*this)) return;
+    const bool isByte = !genutil::CharacterStarts::MayLieWithin(static_cast<unsigned char>(from));
+    if ((isFresh || Storage::IsSameAscii(*this)) && isByte && m_length == std::strlen(m_data) &&
+        genutil::IsExactText({m_data, m_length}) && genutil::IsExactText({&to, 1})) {
+        std::replace(m_data, m_data + m_length, from, to);
+        std::replace(m_wide, m_wide + m_wideLength, wideFrom, wideTo);
+        Storage::Fit(*this);
+        return;
+    }
     const Rule rule{{&from, 1}, {&to, 1}};
     Storage::Replace(*this, &rule, 1, Units::kCharacters, Placing::kRebuilt);
     Storage::EnsureWide(*this);

@@ -139,6 +139,9 @@ struct StringStorage {
     // characters.
     static bool IsBroken(const CGNString& s);
     static bool MayBeBroken(const CGNString& s) { return s.m_wideLength == s.m_length; }
+    // Returns true if the text is ASCII and the 16-bit copy is the same text. A copy may differ
+    // from the bytes after SetAt2().
+    static bool IsSameAscii(const CGNString& s);
     // Returns the form in which a text is compared with this one's characters.
     static WideForm FormFor(const CGNString& s);
     // Returns the position of the first occurrence of `wanted` from `start` on, or -1 if there is
@@ -158,8 +161,8 @@ struct StringStorage {
     // allocation fails.
     static bool Edit(CGNString& s, std::uint32_t begin, std::uint32_t end, const WideView& added);
     // Maps the characters from `begin` to `end` and rebuilds the bytes.
-    static void MapCharacters(CGNString& s, std::uint32_t begin, std::uint32_t end,
-                              unsigned short (*map)(unsigned short));
+    template <class Map>
+    static void MapCharacters(CGNString& s, std::uint32_t begin, std::uint32_t end, Map map);
     // Rebuilds the bytes from the 16-bit copy, with '?' for characters that do not convert. If
     // allocation fails, keeps the bytes, discards the 16-bit copy with its changes and returns
     // false.

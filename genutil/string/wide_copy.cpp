@@ -27,6 +27,16 @@ bool StringStorage::IsBroken(const CGNString& s) {
     return MayBeBroken(s) && HasSurrogates(s.m_wide, s.m_wideLength);
 }
 
+bool StringStorage::IsSameAscii(const CGNString& s) {
+    if (!MayBeBroken(s)) return false;
+    unsigned different = 0;
+    for (std::uint32_t i = 0; i < s.m_length; ++i) {
+        const auto byte = static_cast<unsigned char>(s.m_data[i]);
+        different |= static_cast<unsigned>(byte ^ s.m_wide[i]) | (byte & 0x80u);
+    }
+    return different == 0;
+}
+
 bool StringStorage::RebuildData(CGNString& s) {
     if (!s.m_wide) return false;
     std::uint32_t length;
@@ -63,7 +73,10 @@ void StringStorage::StoreWide(CGNString& s, const unsigned short* wide, std::uin
 
 char* StringStorage::NewPart(const CGNString& s, std::uint32_t begin, std::uint32_t end,
                              std::uint32_t* length) {
-    if (!IsBroken(s)) return NewNarrowText(s.m_wide + begin, end - begin, length);
+    // Only the part is searched for carried bytes: a search of the whole text would make loops over
+    // parts quadratic.
+    if (!MayBeBroken(s) || !HasSurrogates(s.m_wide + begin, end - begin))
+        return NewNarrowText(s.m_wide + begin, end - begin, length);
     const char* const bytes = s.m_data + begin;
     *length = static_cast<std::uint32_t>(strnlen(bytes, end - begin));
     char* text = NewText<char>(*length);
@@ -246,8 +259,10 @@ char* CGNString::GetCodePageCharAt(int index, char* out) const {
     out[0] = 0;
     const auto at = static_cast<unsigned>(index);
     if (!Storage::EnsureWide(*this) || index < 0 || at >= m_wideLength) return out;
-    const int bytes = genutil::CharacterBytes(m_wide, m_wideLength, at, out);
-    out[bytes] = 0;
+    const int bytes = genutil::IsSurrogate(m_wide[at])
+                          ? genutil::CharacterBytes(m_wide, m_wideLength, at, out)
+                          : genutil::ToNarrowCharacter(out, m_wide[at]);
+    out[bytes < 0 ? 0 : bytes] = 0;
     return out;
 }
 

@@ -22,12 +22,12 @@ constexpr std::uint64_t kMeasured = std::uint64_t{64} << 20;
 
 std::uint32_t Decode(Wide* out, std::size_t limit, const char* text, std::size_t bytes,
                      WideForm form) {
-    if (form == WideForm::kBytes) bytes = strnlen(text, bytes);
     const long length = ToWide(out, limit, text, bytes);
     const auto count = static_cast<std::uint32_t>(length);
     // If there are as many characters as bytes, they are the same in both forms.
     if (length >= 0 && (form == WideForm::kCharacters || (count == bytes && CarriesCharacters())))
         return count;
+    if (form == WideForm::kBytes) bytes = strnlen(text, bytes);
     ToWideBytewise(out, text, bytes);
     return static_cast<std::uint32_t>(bytes);
 }

@@ -41,6 +41,8 @@ class WideView {
              std::uint64_t bytes, WideForm form = WideForm::kCharacters);
     WideView(const char* text, std::uint64_t bytes, WideForm form = WideForm::kCharacters)
         : WideView(nullptr, 0, text, bytes, form) {}
+    // Constructs the view of an empty text.
+    WideView() : m_characters(m_short), m_length(0), m_text(""), m_bytes(0) { m_short[0] = 0; }
     WideView(const WideView&) = delete;
     WideView& operator=(const WideView&) = delete;
 

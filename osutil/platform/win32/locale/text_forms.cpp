@@ -30,12 +30,15 @@ DWORD FlagsOf(unsigned options) {
 
 }  // namespace
 
-// Maps to the capital first, which several lower-case forms of a letter share.
+// Windows maps case only where it maps there and back, so letters with several forms are listed.
 std::uint16_t FoldCase(std::uint16_t character) {
-    // The system leaves the sigma at the end of a word as it is.
-    constexpr std::uint16_t kFinalSigma = 0x03C2, kSigma = 0x03C3;
-    if (character == kFinalSigma) return kSigma;
-    return MapCase(MapCase(character, LCMAP_UPPERCASE), LCMAP_LOWERCASE);
+    static constexpr std::uint16_t kForms[][2] = {
+        {0x00B5, 0x03BC}, {0x017F, 's'},    {0x03C2, 0x03C3}, {0x03D0, 0x03B2}, {0x03D1, 0x03B8},
+        {0x03D5, 0x03C6}, {0x03D6, 0x03C0}, {0x03F0, 0x03BA}, {0x03F1, 0x03C1}, {0x03F5, 0x03B5},
+        {0x1E9B, 0x1E61}, {0x1FBE, 0x03B9}, {0x2126, 0x03C9}, {0x212A, 'k'},    {0x212B, 0x00E5}};
+    for (const auto& [form, folded] : kForms)
+        if (form == character) return folded;
+    return MapCase(character, LCMAP_LOWERCASE);
 }
 
 std::int64_t Normalize(NormalForm form, const std::uint16_t* text, std::size_t length,
