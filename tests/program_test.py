@@ -325,7 +325,11 @@ class Program(unittest.TestCase):
         self.expect(run('config', 'set', *registry, 'Name', '東京' if NATIVE else 'Kyoto', env=HOME), 0)
         self.assertEqual(self.expect(run('config', 'list', *registry, env=HOME), 0).decode(),
                          'Name=東京\n' if NATIVE else 'Name=Kyoto\n')
+        self.expect(run('config', 'set', *registry, 'name', 'x' * 1024, env=HOME), 2, 'at most 1023')
         self.expect(run('config', 'delete', *registry, 'name', env=HOME), 0)
+        self.expect(run('config', 'set', 'app.ini', 'Other', 'k', '-5'), 0)
+        self.assertEqual(self.expect(run('config', 'get', 'app.ini', 'Other', 'k'), 0), b'-5\n')
+        self.expect(run('config', 'set', 'app.ini', 'Other', 'k', '1'), 0)
         if NATIVE:
             self.assertEqual(read('app.ini'), b'; tour\r\n[Screen]\r\nHeight=25\r\n\r\n[Other]\r\nk=1\r\n')
             self.expect(run('config', 'get', *registry, 'name', env=HOME), 1, "no value 'name'")
