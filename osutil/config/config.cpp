@@ -76,7 +76,7 @@ class KeyPath {
   public:
     KeyPath(const CGNString& subkey, const CGNString& baseKey) : m_path(baseKey) {
         EnsureInitialised();
-        long length = baseKey.GetLengthInBytes();
+        auto length = baseKey.GetLengthInBytes();
         if (!subkey.IsEmpty()) {
             m_path += '\\';
             m_path += subkey;
