@@ -113,8 +113,12 @@ class GENUTIL_API CGNTrace {
         @param module name of the reporting module; may be empty.
         @param messageId number of the resource. */
     void WriteMsg(const char* fileLine, short mask, const CGNString& module, long messageId, ...);
+    /** Writes a message whose printf format is a string resource, as above. */
+    void WriteMsg(const char* fileLine, short mask, const CGNString& module, int messageId, ...);
 
   private:
+    void DoWriteResource(const char* fileLine, short mask, const char* module, long messageId,
+                         va_list arguments);
     void DoWriteMsg(const char* fileLine, const char* module, const char* format,
                     va_list arguments);
     // WriteMsg without a string object, for reporting allocation failures.

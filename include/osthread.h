@@ -4,7 +4,10 @@
    A process is single-threaded until it calls OSSetThreaded(). Until then, locks can be created and
    destroyed but do nothing, so that single-threaded programs do not pay for them. A threaded
    program makes this call first, before it creates any lock. A lock created earlier is unusable and
-   must not be used.
+   must not be used. Threads can be started in either mode. Thread variables work in either mode,
+   but all threads of a single-threaded process share one table, which is no longer accessible
+   after OSSetThreaded(). CGNTrace and CGNNamedMutexPool are usable in both modes; call their Init()
+   again after OSSetThreaded().
 
        OSSetThreaded();
        _osmutex* lock = OSMutexCreate();
@@ -70,7 +73,13 @@ GENUTIL_API unsigned long OSGetCurrentThreadID();
 /** Waits until the thread has ended. Returns at once if it has. May be called repeatedly. */
 GENUTIL_API void OSThreadTerminateWait(_osthread* thread);
 
-/** Ends the calling thread with exit code 0. Does not return. */
+/** Ends the calling thread with exit code 0. Does not return. Its mutexes, and its locks for
+   writing, are released, and its variables are freed. On Linux the stack is unwound: destructors
+   run, and a catch (...) that does not rethrow ends the process. A function declared noexcept,
+   which includes every destructor, must not be on the stack. On Windows nothing is unwound, so no
+   destructor runs and memory owned by local objects is lost. A portable program therefore returns
+   from the thread's function instead, or calls this function only where no local object needs
+    destruction. */
 GENUTIL_API void OSThreadExit();
 
 /** Frees the record of a thread. A running thread continues. */
@@ -218,6 +227,8 @@ class GENUTIL_API CGNLclSt {
     void* GetLocalVariable(const char* name);
     /** Returns the value in a slot, or null if the slot is free or out of range. */
     void* GetLocalVariable(long index);
+    /** Returns the value in a slot, as above. */
+    void* GetLocalVariable(int index) { return GetLocalVariable(static_cast<long>(index)); }
 
     /** Returns the slot of the first variable with this name, or -1 if there is none. In a threaded
         process, returns 0 for a thread without a table, because existing programs expect a valid
@@ -228,10 +239,13 @@ class GENUTIL_API CGNLclSt {
         range. */
     char* GetVarName(long index);
 
-    /** Removes every variable with this name; null removes all variables. */
+    /** Removes every variable with this name; null removes all variables. Write nullptr: compilers
+        may treat NULL as slot 0. */
     void UnsetLocalVariable(const char* name);
     /** Removes the variable in a slot. Does nothing if the slot is free or out of range. */
     void UnsetLocalVariable(long index);
+    /** Removes the variable in a slot, as above. */
+    void UnsetLocalVariable(int index) { UnsetLocalVariable(static_cast<long>(index)); }
 
   private:
     CGNLclSt();

@@ -142,17 +142,29 @@ void CGNTrace::WriteMsg(const char* fileLine, short mask, const CGNString& modul
 void CGNTrace::WriteMsg(const char* fileLine, short mask, const CGNString& module, long messageId,
                         ...) {
     if (!IsEnabled(mask)) return;
-    CGNString format;
-    OSLoadString(format, messageId);
-    if (!IsMessageFormat(format)) {
-        // Written literally.
-        WriteText(fileLine, mask, module, "%s", static_cast<const char*>(format));
-        return;
-    }
     va_list arguments;
     va_start(arguments, messageId);
-    DoWriteMsg(fileLine, module, format, arguments);
+    DoWriteResource(fileLine, mask, module, messageId, arguments);
     va_end(arguments);
+}
+
+void CGNTrace::WriteMsg(const char* fileLine, short mask, const CGNString& module, int messageId,
+                        ...) {
+    if (!IsEnabled(mask)) return;
+    va_list arguments;
+    va_start(arguments, messageId);
+    DoWriteResource(fileLine, mask, module, messageId, arguments);
+    va_end(arguments);
+}
+
+void CGNTrace::DoWriteResource(const char* fileLine, short mask, const char* module, long messageId,
+                               va_list arguments) {
+    CGNString format;
+    OSLoadString(format, messageId);
+    if (IsMessageFormat(format))
+        DoWriteMsg(fileLine, module, format, arguments);
+    else  // literally
+        WriteText(fileLine, mask, module, "%s", static_cast<const char*>(format));
 }
 
 void CGNTrace::WriteText(const char* fileLine, short mask, const char* module, const char* format,

@@ -77,6 +77,7 @@ TEST_F(LocalVariables, AreFoundByNameAndByIndex) {
         EXPECT_EQ(m_variables->SetLocalVariable("a", &v[4]), -1) << "taken";
         EXPECT_EQ(m_variables->ResetLocalVariable(0, "a", &v[4]), -1);
         EXPECT_EQ(m_variables->GetLocalVariable("a"), &v[0]);
+        EXPECT_EQ(m_variables->GetLocalVariable(0), &v[0]);
         EXPECT_EQ(m_variables->GetLocalVariable(3L), &v[3]);
         EXPECT_EQ(m_variables->GetIndex("d"), 3);
         EXPECT_STREQ(m_variables->GetVarName(2), "c");
@@ -94,6 +95,8 @@ TEST_F(LocalVariables, AreFoundByNameAndByIndex) {
         EXPECT_EQ(m_variables->GetVarName(1), nullptr);
         EXPECT_EQ(m_variables->SetLocalVariable("\xE9\xFF", &v[5]), 1);
         EXPECT_EQ(m_variables->GetLocalVariable("\xE9\xFF"), &v[5]);
+        m_variables->UnsetLocalVariable(0);
+        EXPECT_EQ(m_variables->GetLocalVariable(3), &v[3]) << "only the first";
         m_variables->UnsetLocalVariable(nullptr);
         EXPECT_EQ(m_variables->SetLocalVariable("", &v[6]), 0);
         EXPECT_EQ(m_variables->GetIndex(""), 0);
