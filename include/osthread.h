@@ -48,6 +48,10 @@ namespace genutil {
 struct VariableTable;
 }
 
+/** The limit of a wait that has none. Other limits are milliseconds, which are rounded up to the
+    system's resolution; 0 returns at once. Setting the system's clock does not change a limit. */
+constexpr std::uint32_t OSNoLimit = 0xFFFFFFFF;
+
 /* -- Threaded mode ---------------------------------------------------------------------------- */
 
 /** Returns 1 if the process is threaded. */
@@ -73,6 +77,15 @@ GENUTIL_API unsigned long OSGetCurrentThreadID();
 /** Waits until the thread has ended. Returns at once if it has. May be called repeatedly. */
 GENUTIL_API void OSThreadTerminateWait(_osthread* thread);
 
+/** Waits until the thread has ended, but no longer than a limit. Returns 1 if it has ended, 0 if
+   the limit has passed or the wait failed. May be called repeatedly.
+    @param thread the thread.
+    @param limit milliseconds, at least 0; OSNoLimit for no limit.
+    @param exitCode receives the result of the thread's function, or 0 after OSThreadExit(), if the
+        thread has ended; null for none. */
+GENUTIL_API unsigned char OSThreadWaitFor(_osthread* thread, std::uint32_t limit,
+                                          unsigned int* exitCode = nullptr);
+
 /** Ends the calling thread with exit code 0. Does not return. Its mutexes, and its locks for
    writing, are released, and its variables are freed. On Linux the stack is unwound: destructors
    run, and a catch (...) that does not rethrow ends the process. A function declared noexcept,
@@ -94,6 +107,13 @@ GENUTIL_API _osmutex* OSMutexCreate();
 /** Waits without a time limit until the calling thread holds the mutex. A thread that already holds
     it continues at once and must release it once for each wait. */
 GENUTIL_API void OSMutexWait(_osmutex* mutex);
+
+/** Waits until the calling thread holds the mutex, but no longer than a limit. Returns 1 if the
+   thread holds the mutex and must release it, 0 if the limit has passed or the wait failed. Always
+    returns 1 in a process that is not threaded.
+    @param mutex the mutex. For null, the result is 0.
+    @param limit milliseconds; OSNoLimit for no limit. */
+GENUTIL_API unsigned char OSMutexTryWait(_osmutex* mutex, std::uint32_t limit);
 
 /** Undoes one wait of the calling thread. */
 GENUTIL_API void OSMutexRelease(_osmutex* mutex);
@@ -121,11 +141,22 @@ GENUTIL_API _osrdwr* OSRWLockCreate();
 /** Waits without a time limit while another thread writes, then enters for reading. */
 GENUTIL_API void OSRWLockReadWait(_osrdwr* lock);
 
+/** Enters for reading, but waits no longer than a limit. Returns 1 if the thread has entered and
+   must release the lock, 0 if the limit has passed or the wait failed. Always returns 1 in a
+   process that is not threaded.
+    @param lock the lock. For null, the result is 0.
+    @param limit milliseconds; OSNoLimit for no limit. */
+GENUTIL_API unsigned char OSRWLockReadTryWait(_osrdwr* lock, std::uint32_t limit);
+
 /** Undoes one OSRWLockReadWait. */
 GENUTIL_API void OSRWLockReadRelease(_osrdwr* lock);
 
 /** Waits without a time limit while another thread reads or writes, then enters for writing. */
 GENUTIL_API void OSRWLockWriteWait(_osrdwr* lock);
+
+/** Enters for writing, but waits no longer than a limit. Results and parameters are those of
+    OSRWLockReadTryWait(). */
+GENUTIL_API unsigned char OSRWLockWriteTryWait(_osrdwr* lock, std::uint32_t limit);
 
 /** Undoes one OSRWLockWriteWait of the calling thread. */
 GENUTIL_API void OSRWLockWriteRelease(_osrdwr* lock);
@@ -152,6 +183,15 @@ GENUTIL_API _oscondition* OSConditionCreate();
     @param mutex a mutex that the calling thread holds exactly once. If it is held more often,
         it is not available to other threads during the wait. */
 GENUTIL_API void OSConditionWait(_oscondition* condition, _osmutex* mutex);
+
+/** Same as OSConditionWait(), but waits for a signal no longer than a limit. Then waits for the
+   mutex again, without a limit. Returns 1 after a signal, 0 if the limit has passed without one or
+   the wait failed. Returns 0 at once in a process that is not threaded.
+    @param condition the condition.
+    @param mutex a mutex that the calling thread holds exactly once.
+    @param limit milliseconds; OSNoLimit for no limit. */
+GENUTIL_API unsigned char OSConditionWaitFor(_oscondition* condition, _osmutex* mutex,
+                                             std::uint32_t limit);
 
 /** Wakes one waiting thread. Has no effect, now or later, if no thread is waiting. */
 GENUTIL_API void OSConditionSignal(_oscondition* condition);
@@ -293,6 +333,11 @@ class GENUTIL_API CGNNamedMutexPool {
         allocation of a new mutex fails. */
     unsigned char WaitNamedMutex(const CGNString& name);
 
+    /** Same as above, but waits no longer than a limit. Returns 0 if the limit has passed.
+        @param name the name.
+        @param limit milliseconds; OSNoLimit for no limit. */
+    unsigned char WaitNamedMutex(const CGNString& name, std::uint32_t limit);
+
     /** Undoes one wait for the name. Does nothing if the name is not in use. A call by a thread
         that does not hold the mutex is a failure, and the holder keeps the mutex. If no thread
         holds it, because its holder ended or released all its mutexes, the wait is undone
@@ -304,6 +349,8 @@ class GENUTIL_API CGNNamedMutexPool {
     void RelIfWaitNamedMutex(const CGNString& name);
 
   private:
+    void EndUse(CGNNamedMutex* used);
+
     CGNList m_entries;
     _osmutex* m_mutex;
 };

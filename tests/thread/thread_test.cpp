@@ -38,14 +38,30 @@ TEST_F(Threads, RunOnceAndMayBeWaitedForTwice) {
     for (unsigned (*start)(void*) : {AddOne, ExitAtOnce}) {
         _osthread* thread = OSThreadCreate(start, &number, nullptr);
         ASSERT_NE(thread, nullptr);
+        unsigned code = 5;
         EXPECT_EQ(Printed([&] {
+                      EXPECT_TRUE(OSThreadWaitFor(thread, 1000000, &code));
                       OSThreadTerminateWait(thread);
                       OSThreadTerminateWait(thread);
+                      EXPECT_TRUE(OSThreadWaitFor(thread, 0));
                   }),
                   "");
+        EXPECT_EQ(code, start == AddOne ? 7u : 0u);
         EXPECT_EQ(number, ++expected);
         OSThreadDestroy(thread);
     }
+    std::atomic<bool> goOn{false};
+    _osthread* slow = OSThreadCreate(
+        [](void* may) {
+            Eventually([=] { return static_cast<std::atomic<bool>*>(may)->load(); });
+            return 0u;
+        },
+        &goOn, nullptr);
+    for (const unsigned limit : {0u, 1u, 20u}) EXPECT_FALSE(OSThreadWaitFor(slow, limit));
+    goOn = true;
+    EXPECT_TRUE(OSThreadWaitFor(slow, OSNoLimit));
+    OSThreadDestroy(slow);
+    EXPECT_FALSE(OSThreadWaitFor(nullptr, 0));
     OSThreadDestroy(OSThreadCreate(AddOne, &number, nullptr));  // which runs on
     EXPECT_TRUE(Eventually([&] { return number == 3; }));
     EXPECT_EQ(OSThreadCreate(nullptr, &number, nullptr), nullptr);
