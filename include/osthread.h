@@ -227,8 +227,8 @@ struct CGNLclStTable {
         ... variables->GetLocalVariable("timezone") ...
         variables->UnsetLocalVariable("timezone");
 
-    The table of a thread is freed when the thread ends. Values, and tables passed to
-    OSThreadCreate, are not freed. */
+    The table of a thread is freed when the thread ends. Values without a release function, and
+    tables passed to OSThreadCreate, are not freed. */
 class GENUTIL_API CGNLclSt {
   public:
     CGNLclSt(const CGNLclSt&) = delete;
@@ -259,6 +259,16 @@ class GENUTIL_API CGNLclSt {
         @param name the name; copied.
         @param value any pointer. */
     long SetLocalVariable(const char* name, void* value);
+
+    /** Adds a variable, as above, whose value is released at the end: `release` is called with the
+        value when the thread ends or the variable is removed. In a process that is not threaded, it
+        is called when the object is destroyed. When the process ends, it may not be called. At the
+        end of a thread it runs on that thread, which has no variables any more. Fails, without a
+        call of `release`, if the variable cannot be added.
+        @param name the name; copied.
+        @param value any pointer.
+        @param release the function; null for none. */
+    long SetLocalVariable(const char* name, void* value, void (*release)(void* value));
 
     /** Does nothing. Always returns -1. */
     long ResetLocalVariable(long index, const char* name, void* value);

@@ -211,8 +211,12 @@ TEST_F(Lock, WaitsEndAtTheirLimit) {
                       row.hold();
                       for (const std::uint32_t limit : {0u, 1u, 25u})
                           Worker([&] { EXPECT_FALSE(row.tryIt(limit)) << limit; }).Join();
-                      Worker patient([&] { EXPECT_TRUE(row.tryIt(1000000)), row.leave(); });
-                      Worker endless([&] { EXPECT_TRUE(row.tryIt(OSNoLimit)), row.leave(); });
+                      const auto enter = [&](std::uint32_t limit) {
+                          EXPECT_TRUE(row.tryIt(limit)) << limit;
+                          row.leave();
+                      };
+                      Worker patient([&] { enter(1000000); });
+                      Worker endless([&] { enter(OSNoLimit); });
                       EXPECT_TRUE(IsHeldUp(patient));
                       row.end();
                       patient.Join();
@@ -228,8 +232,8 @@ TEST_F(Lock, WaitsEndAtTheirLimit) {
 
 // Waits that give up, among others that do not, under releases of all kinds.
 TEST_F(Lock, LimitsLoseNoWakeUp) {
-    int steps = 0;
-    std::atomic<int> expected{0};
+    int steps = 0, writes = 0;
+    std::atomic<int> expected{0}, expectedWrites{0};
     AtTheSameTime(4, [&, this](int thread) {
         for (int i = 0; i < 300; ++i) {
             const std::uint32_t limit =
@@ -239,13 +243,14 @@ TEST_F(Lock, LimitsLoseNoWakeUp) {
                 OSMutexRelease(m_mutex);
             }
             if (OSRWLockWriteTryWait(m_lock, limit)) {
-                ++steps, --steps;
+                ++writes, ++expectedWrites;
                 OSRWLockWriteRelease(m_lock);
             }
             if (OSRWLockReadTryWait(m_lock, limit)) OSRWLockReadRelease(m_lock);
         }
     });
     EXPECT_EQ(steps, expected);
+    EXPECT_EQ(writes, expectedWrites);
     EXPECT_TRUE(OSRWLockWriteTryWait(m_lock, 0));
     OSRWLockWriteRelease(m_lock);
 }

@@ -157,6 +157,40 @@ TEST_F(LocalVariables, BelongToOneThread) {
     });
 }
 
+// In a table of the thread and in a block of the caller: with the variable, or at the thread's end.
+TEST_F(LocalVariables, ReleaseTheirValues) {
+    struct {
+        CGNLclStTable table;
+        CGNLclStSlot second;
+    } block = {{2, {{nullptr, nullptr}}}, {nullptr, nullptr}};
+    const auto release = [](void* value) { ++*static_cast<int*>(value); };
+    for (void* table : {static_cast<void*>(nullptr), static_cast<void*>(&block)}) {
+        int removed = 0, kept = 0, refused = 0, plain = 0;
+        {
+            Worker worker(
+                [&] {
+                    m_variables->Init(2);
+                    EXPECT_EQ(m_variables->SetLocalVariable("a", &removed, release), 0);
+                    EXPECT_EQ(m_variables->SetLocalVariable("a", &refused, release), -1);
+                    m_variables->UnsetLocalVariable("a");
+                    EXPECT_EQ(removed, 1);
+                    EXPECT_EQ(m_variables->SetLocalVariable("a", &plain), 0) << "not released";
+                    m_variables->UnsetLocalVariable(0);
+                    EXPECT_EQ(m_variables->SetLocalVariable("b", &kept, release), 0);
+                    EXPECT_EQ(m_variables->SetLocalVariable("c", &plain, nullptr), 1);
+                    EXPECT_EQ(m_variables->SetLocalVariable("d", &refused, release), -1);
+                },
+                table);
+        }
+        EXPECT_EQ(removed, 1);
+        EXPECT_EQ(kept, 1);
+        EXPECT_EQ(refused + plain, 0);
+    }
+    EXPECT_EQ(block.table.m_slots[0].m_name, nullptr);
+    EXPECT_EQ(block.second.m_value != nullptr, true) << "the block stays the caller's";
+    Worker([&] { m_variables->Init(0); }).Join();
+}
+
 TEST_F(LocalVariables, UseTheBlockGivenToTheThread) {
     struct {
         CGNLclStTable table;
