@@ -44,6 +44,8 @@ bool Fill(CodePage& page, int codeSet) {
             return FillCutToEuc(page, kCodePages[mbKorean]) && FillBack(page, codeSet);
         case mbEucTw:
             return FillEucTw(page, FindCodePage(mbBig5)) && FillBack(page, codeSet);
+        case mbJohab:
+            return FillJohab(page) && FillBack(page, codeSet);
         case mb8859_10:
             return Fill8859_10(page) && FillBack(page, codeSet);
         default:
