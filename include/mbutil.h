@@ -164,7 +164,8 @@ GENUTIL_API void mbCloseLocale(mbLocale locale);
 /** Returns the handle last set by mbSetCurrentLocale; null initially. */
 GENUTIL_API mbLocale mbGetCurrentLocale(void);
 
-/** Sets the current handle, for use by the application. Returns the previous one. */
+/** Sets the current handle. mbGetLCID and mbConvertToUTF8 use its locale if they are given no name.
+    The handle must remain open while it is current. Returns the previous one. */
 GENUTIL_API mbLocale mbSetCurrentLocale(mbLocale locale);
 
 /** Returns the Windows locale identifier of a handle. */
@@ -192,9 +193,9 @@ enum mbLocalePart {
 GENUTIL_API int mbGetLocalePart(mbLocale locale, int part, char* out, int size);
 
 /** Returns the Windows locale identifier of a locale name such as "ja_JP". The name ends at the
-    first "." or "@", as in "en_US.UTF-8". Null or empty means the user's locale. Returns 0 if the
-    name is unknown. If the table lists a name several times, the first entry with an identifier of
-    its own counts. */
+    first "." or "@", as in "en_US.UTF-8". Null or empty means the locale of the current handle, or
+    the user's locale if there is none. Returns 0 if the name is unknown. If the table lists a name
+    several times, the first entry with an identifier of its own counts. */
 GENUTIL_API unsigned long mbGetLCID(const char* localeName);
 
 /** Writes the MIME name of the code set of a locale's texts: "shift_jis" for "ja_JP",
@@ -429,8 +430,9 @@ GENUTIL_API char* mbstrpbrk(const char* s, const char* accept);
 /** Returns the offset in bytes of mbstrpbrk(s, reject), or strlen(s) if there is none. */
 GENUTIL_API unsigned mbstrcspn(const char* s, const char* reject);
 
-/** Compares by the collation of the user's locale. Text that cannot be converted is compared by
-    bytes. If allocation fails, an assertion is reported and bytes are compared. Returns a negative
+/** Compares by the collation of the user's locale. In the C and POSIX locales, and without a locale,
+    texts are ordered by their bytes. In invalid text, each invalid byte counts as a character of its
+    own. If allocation fails, an assertion is reported and bytes are compared. Returns a negative
     number, 0 or a positive number. */
 GENUTIL_API int mbstrcoll(const char* a, const char* b);
 
@@ -571,7 +573,8 @@ GENUTIL_API int mbconvertfile2native_ex(const char* inPath, const char* outPath,
 /** Converts from the ANSI code page of a locale to UTF-8. Returns 1, or 0 on failure.
     @param src the text.
     @param out receives a new buffer, to be released with free; unchanged on failure.
-    @param localeName a name that mbGetLCID accepts; null or empty for the user's locale. */
+    @param localeName a name that mbGetLCID accepts; null or empty for the locale of the current
+        handle, or the user's locale if there is none. */
 GENUTIL_API int mbConvertToUTF8(const char* src, char** out, const char* localeName);
 
 /** Converts from UTF-8 to the user's ANSI code page. Returns 1, or 0 on failure.

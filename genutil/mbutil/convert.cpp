@@ -93,9 +93,9 @@ const unsigned char* Start(const char* s) {
 
 // Returns the code set of a locale's ANSI code page, or -1 if there is none.
 int AnsiCodeSetOf(const char* localeName) {
-    if (!localeName || !*localeName) return UserAnsiCodeSet();
-    const LocaleRow* row = FindLocaleByName(localeName);
-    if (!row) return -1;
+    const bool named = localeName && *localeName;
+    const LocaleRow* row = named ? FindLocaleByName(localeName) : g_currentLocaleRow.load();
+    if (!row) return named ? -1 : UserAnsiCodeSet();
     const unsigned codePage = platform::AnsiCodePageOfLanguage(row->language);
     return codePage ? CodeSetOfCodePage(codePage) : row->codeSet;
 }
