@@ -29,8 +29,8 @@ bool HasTimeZoneRegistry();
 std::uint16_t ToUpper(std::uint16_t character);
 std::uint16_t ToLower(std::uint16_t character);
 
-// Returns false if the user chose the C or POSIX locale or none at all, in which texts are ordered by
-// their bytes.
+// Returns false if the user chose the C or POSIX locale or none at all, in which texts are ordered
+// by their bytes.
 bool HasCollation();
 
 // Compares by the collation of the user's locale. Returns a negative number, 0 or a positive

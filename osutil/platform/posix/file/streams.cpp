@@ -1,5 +1,7 @@
 #include "osutil/platform/file/streams.h"
 
+#include <sys/stat.h>
+
 #include "osutil/platform/posix/file/paths.h"
 
 namespace genutil::platform {
@@ -18,6 +20,14 @@ std::int64_t PlaceIn(std::FILE* stream) {
 
 bool GoTo(std::FILE* stream, std::int64_t place) {
     return fseeko(stream, place, SEEK_SET) == 0;
+}
+
+bool IsOpenIn(std::FILE* stream, const char* path) {
+    const SystemPath name(path);
+    struct stat here, there;
+    return name.Get() && fstat(fileno(stream), &here) == 0 && S_ISREG(here.st_mode) &&
+           stat(name.Get(), &there) == 0 && here.st_dev == there.st_dev &&
+           here.st_ino == there.st_ino;
 }
 
 }  // namespace genutil::platform
