@@ -28,10 +28,7 @@ void SetFormattedLabel(OSTime& watch, const char* format, va_list arguments) {
     constexpr int kLongest = sizeof text - 1;
     const int length = std::vsnprintf(text, sizeof text, format, arguments);
     if (length <= 0) return;
-    if (length > kLongest) {
-        Shift shift;
-        text[kLongest - CutCharacter(text, kLongest, mbGetLocaleCodeSet(), &shift)] = 0;
-    }
+    if (length > kLongest) text[kLongest - CutCharacter(text, kLongest, mbGetLocaleCodeSet())] = 0;
     watch.SetTraceMsg(text);
 }
 

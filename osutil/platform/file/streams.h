@@ -19,5 +19,7 @@ bool IsFileAt(std::FILE* stream, const char* path);
 // Gives a file another name in the same directory, in place of a file that has it. Returns true on
 // success. A file that a program has open cannot be renamed on some systems.
 bool RenameFile(const char* from, const char* to);
+// Returns true if a path names the file, not a device or a pipe, that a stream reads.
+bool IsOpenIn(std::FILE* stream, const char* path);
 
 }  // namespace genutil::platform

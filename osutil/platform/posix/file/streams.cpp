@@ -40,4 +40,12 @@ bool RenameFile(const char* from, const char* to) {
     return source.Get() && target.Get() && std::rename(source.Get(), target.Get()) == 0;
 }
 
+bool IsOpenIn(std::FILE* stream, const char* path) {
+    const SystemPath name(path);
+    struct stat here, there;
+    return name.Get() && fstat(fileno(stream), &here) == 0 && S_ISREG(here.st_mode) &&
+           stat(name.Get(), &there) == 0 && here.st_dev == there.st_dev &&
+           here.st_ino == there.st_ino;
+}
+
 }  // namespace genutil::platform

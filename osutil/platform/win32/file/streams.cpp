@@ -44,4 +44,21 @@ bool RenameFile(const char* from, const char* to) {
            MoveFileExW(source.Get(), target.Get(), MOVEFILE_REPLACE_EXISTING);
 }
 
+bool IsOpenIn(std::FILE* stream, const char* path) {
+    const SystemPath name(path);
+    if (!name.Get()) return false;
+    const HANDLE file = CreateFileW(name.Get(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    BY_HANDLE_FILE_INFORMATION here, there;
+    const bool same = GetFileInformationByHandle(file, &there) &&
+                      GetFileInformationByHandle(
+                          reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))), &here) &&
+                      here.dwVolumeSerialNumber == there.dwVolumeSerialNumber &&
+                      here.nFileIndexHigh == there.nFileIndexHigh &&
+                      here.nFileIndexLow == there.nFileIndexLow;
+    CloseHandle(file);
+    return same;
+}
+
 }  // namespace genutil::platform
