@@ -11,6 +11,7 @@
 #include <cstring>
 #include <optional>
 
+#include "osutil/platform/posix/file/directory_path.h"
 #include "osutil/platform/posix/file/errors.h"
 #include "osutil/platform/posix/file/paths.h"
 
@@ -19,31 +20,6 @@ namespace genutil::platform {
 namespace {
 
 constexpr int kOpenDirectory = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
-
-// A path to a directory without anything after its last name, because "link/" and "link/." denote
-// the target of the link.
-class DirectoryPath {
-  public:
-    explicit DirectoryPath(const char* path) {
-        const SystemPath name(path);
-        const std::size_t length = name.Get() ? Trim(name.Get()) : 0;
-        if (!name.Get() || !m_buffer.Reserve(length + 1)) return;
-        std::memcpy(m_buffer.Get(), name.Get(), length);
-        m_buffer.Get()[length] = 0;
-    }
-    const char* Get() const { return m_buffer.Get(); }  // null, with errno set, if there is no path
-
-  private:
-    static std::size_t Trim(const char* path) {
-        std::size_t length = std::strlen(path);
-        for (;;) {
-            while (length > 1 && path[length - 1] == '/') --length;
-            if (length < 3 || std::memcmp(path + length - 2, "/.", 2) != 0) return length;
-            --length;
-        }
-    }
-    PathBuffer<char> m_buffer;
-};
 
 // Removes a directory, or a link to one, by its name in its parent.
 FileCode RemoveDirectoryAt(int parent, const char* name) {
@@ -164,150 +140,6 @@ FileCode Directory::RemoveEntryFile() {
 
 FileCode Directory::RemoveEntryDirectory() {
     return RemoveDirectoryAt(dirfd(m_state->stream), m_state->entry->d_name);
-}
-
-// -- Trees ---------------------------------------------------------------------------------------
-
-namespace {
-
-// Gives the owner all permissions for a directory, but not for the target of a link.
-bool GrantAll(int parent, const char* name) {
-    return fchmodat(parent, name, S_IRWXU, AT_SYMLINK_NOFOLLOW) == 0;
-}
-
-// Empties a directory of any depth with one descriptor open at a time. It descends into a directory
-// that is not empty and returns by "..", after verifying that this is the directory from which it
-// came.
-class TreeRemoval {
-  public:
-    explicit TreeRemoval(int top) : m_current(top) {}
-    ~TreeRemoval() {
-        if (m_current >= 0) close(m_current);
-        Release(m_above);
-    }
-    TreeRemoval(const TreeRemoval&) = delete;
-    TreeRemoval& operator=(const TreeRemoval&) = delete;
-
-    bool Run() {
-        while (m_current >= 0) switch (EmptyCurrent()) {
-                case Step::kFailed:
-                    return false;
-                case Step::kDown:
-                    break;
-                case Step::kEmpty:
-                    if (m_depth == 0) return true;
-                    if (!GoUp()) return false;
-            }
-        return false;
-    }
-
-  private:
-    enum class Step { kFailed, kDown, kEmpty };
-    struct Place {
-        dev_t device;
-        ino_t inode;
-    };
-
-    // Removes as much as possible. Stops at a directory that is not empty, after entering it.
-    Step EmptyCurrent() {
-        const int copy = fcntl(m_current, F_DUPFD_CLOEXEC, 0);
-        DIR* const stream = copy < 0 ? nullptr : fdopendir(copy);
-        if (!stream) {
-            if (copy >= 0) close(copy);
-            return Step::kFailed;
-        }
-        rewinddir(stream);  // the copy shares its position with previous ones
-        Step step = Step::kEmpty;
-        errno = 0;
-        while (step == Step::kEmpty) {
-            const dirent* const entry = readdir(stream);
-            if (!entry) break;
-            if (!IsDots(entry->d_name)) step = RemoveEntry(entry->d_name);
-            errno = 0;
-        }
-        if (step == Step::kEmpty && errno != 0) step = Step::kFailed;
-        closedir(stream);
-        return step;
-    }
-
-    // Tries to remove an entry as a directory first, since only that call removes directories.
-    Step RemoveEntry(const char* name) {
-        for (const bool again : {false, true}) {
-            const bool file = unlinkat(m_current, name, 0) == 0;
-            if (file || unlinkat(m_current, name, AT_REMOVEDIR) == 0) return Step::kEmpty;
-            if (errno == ENOENT) return Step::kEmpty;  // already removed by another process
-            if (errno == ENOTEMPTY || errno == EEXIST)
-                return GoDown(name) ? Step::kDown : Step::kFailed;
-            if (again || !Unlock(m_current)) break;
-        }
-        return Step::kFailed;
-    }
-
-    // Gives the owner permission to change a directory.
-    static bool Unlock(int directory) {
-        struct stat status;
-        return fstat(directory, &status) == 0 && (status.st_mode & S_IRWXU) != S_IRWXU &&
-               fchmod(directory, (status.st_mode & 07777) | S_IRWXU) == 0;
-    }
-
-    bool GoDown(const char* name) {
-        struct stat status;
-        void* const grown = Reallocate(m_above, (m_depth + 1) * sizeof(Place));
-        if (!AssertAllocation(grown != nullptr, "osutil/osfile", __LINE__)) return false;
-        m_above = static_cast<Place*>(grown);
-        if (fstat(m_current, &status) != 0) return false;
-        int below = openat(m_current, name, kOpenDirectory | O_NOFOLLOW);
-        if (below < 0 && errno == EACCES && GrantAll(m_current, name))
-            below = openat(m_current, name, kOpenDirectory | O_NOFOLLOW);
-        if (below < 0) return false;
-        m_above[m_depth++] = {status.st_dev, status.st_ino};
-        close(m_current);
-        m_current = below;
-        return !IsRefused();
-    }
-
-    // A system may permanently refuse to remove a directory that seems empty. A directory in which
-    // another process creates files meanwhile is emptied several times.
-    bool IsRefused() {
-        struct stat status;
-        if (fstat(m_current, &status) != 0) return true;
-        const bool again = status.st_dev == m_last.device && status.st_ino == m_last.inode;
-        m_times = again ? m_times + 1 : 1;
-        m_last = {status.st_dev, status.st_ino};
-        constexpr int kMostTimes = 8;
-        return m_times > kMostTimes;
-    }
-
-    bool GoUp() {
-        struct stat status;
-        const Place& above = m_above[--m_depth];
-        const int up = openat(m_current, "..", kOpenDirectory);
-        close(m_current);
-        m_current = up;
-        return up >= 0 && fstat(up, &status) == 0 && status.st_dev == above.device &&
-               status.st_ino == above.inode;
-    }
-
-    int m_current;
-    Place* m_above = nullptr;
-    std::size_t m_depth = 0;
-    Place m_last = {};  // the directory entered last, and the number of consecutive times
-    int m_times = 0;
-};
-
-}  // namespace
-
-bool RemoveTree(const char* path) {
-    const DirectoryPath name(path);
-    struct stat status;
-    struct stat root;
-    if (!name.Get() || lstat(name.Get(), &status) != 0 || stat("/", &root) != 0) return false;
-    if (status.st_dev == root.st_dev && status.st_ino == root.st_ino) return false;
-    if (!S_ISDIR(status.st_mode)) return unlink(name.Get()) == 0;
-    int top = open(name.Get(), kOpenDirectory | O_NOFOLLOW);
-    if (top < 0 && errno == EACCES && GrantAll(AT_FDCWD, name.Get()))
-        top = open(name.Get(), kOpenDirectory | O_NOFOLLOW);
-    return top >= 0 && TreeRemoval(top).Run() && rmdir(name.Get()) == 0;
 }
 
 }  // namespace genutil::platform
