@@ -28,6 +28,8 @@
 
 #include <sys/stat.h>
 
+#include <cstddef>
+
 #include "genexport.h"
 #include "genlist.h"
 #include "genstr.h"
@@ -133,6 +135,32 @@ GENUTIL_API long OSWriteBinaryFileContents(char* buffer, unsigned int size, CGNS
     null. */
 GENUTIL_API int OSDosToUnix(char* text);
 
+/** Gives a file new contents, or makes it. The new contents are written beside the old ones and
+    flushed before they take their place, so that readers, and a machine that loses its power, find
+    the old or the new contents. The file keeps its owner, permissions, access list and attributes;
+    a symbolic link is followed. Where no new file can take the place of the old one, it is written
+    in place: if it has several hard links or is mounted by itself, or if the user cannot make files
+    beside it. Returns 0 or an osFileError.
+    @param path the file.
+    @param bytes the new contents; may be null if size is 0.
+    @param size number of bytes. */
+GENUTIL_API int OSReplaceFileContents(CGNString const& path, void const* bytes, size_t size);
+
+/** Copies a file with its permissions. The copy appears under its name when it is complete.
+    Symbolic links are followed. Returns 0 or an osFileError; osFileAccessDenied if one of them is
+    not a regular file, and if both are the same file.
+    @param from the file to copy.
+    @param to the copy.
+    @param action osFailIfExists or osOverwriteIfExists; any other fails. */
+GENUTIL_API int OSCopyFile(CGNString const& from, CGNString const& to, osFileActionIfExists action);
+
+/** Gives a file, a symbolic link or a directory another name. On another file system, only a file
+    can be moved; it is copied and then removed. Returns 0 or an osFileError.
+    @param from the present path.
+    @param to the new path, including the name.
+    @param action osFailIfExists or osOverwriteIfExists; any other fails. */
+GENUTIL_API int OSMoveFile(CGNString const& from, CGNString const& to, osFileActionIfExists action);
+
 /* -- Creation and removal ---------------------------------------------------------------------- */
 
 /* Functions that remove do not follow symbolic links: the link itself is removed. The two functions
@@ -141,6 +169,18 @@ GENUTIL_API int OSDosToUnix(char* text);
 
 /** Creates a directory. Its parent must exist. Returns 0 or an osFileError. */
 GENUTIL_API int OSCreateDirectory(CGNString const& path);
+
+/** Creates a directory and all missing directories above it. Returns 0, also if the directory
+    exists, or an osFileError; osFileExists if a file has the name of one of them. */
+GENUTIL_API int OSCreateDirectories(CGNString const& path);
+
+/** Creates a new, empty file, which on Linux only the user can read and write. Returns 0 or an
+    osFileError.
+    @param directory where to create it; empty for the directory for temporary files.
+    @param prefix the start of its name, which ends in a number; may be empty.
+    @param path receives the path; empty on failure. */
+GENUTIL_API int OSCreateTempFile(CGNString const& directory, CGNString const& prefix,
+                                 CGNString& path);
 
 /** Removes an empty directory, or a link to any directory. Returns 0 or an osFileError. */
 GENUTIL_API int OSRemoveDirectory(CGNString const& path);
@@ -200,6 +240,44 @@ GENUTIL_API int OSGetFileList(CGNString const& path, CGNString const& pattern, C
         appends names only. */
 GENUTIL_API int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList& list,
                               unsigned char recurse, unsigned char fullPaths);
+
+/** The kind of an entry of a directory. */
+enum osFileKind {
+    osKindFile = 0,       /**< a regular file */
+    osKindDirectory = 1,  /**< a directory */
+    osKindLink = 2,       /**< a symbolic link, to anything */
+    osKindOther = 3,      /**< a pipe, a device and the like */
+    osKindUnreadable = 4, /**< a directory of which not all entries could be read */
+};
+
+/** An entry of a directory. Its texts are valid during the call of the visitor. */
+struct OSFileEntry {
+    const char* path;   /**< begins with the path of the directory that is visited */
+    const char* name;   /**< the last part of the path; empty for osKindUnreadable */
+    osFileKind kind;    /**< for a symbolic link, that of the link itself */
+    long long size;     /**< bytes; 0 for a directory */
+    long long modified; /**< time of the last modification, in seconds since 1970, UTC */
+};
+
+/** Receives an entry. Returns nonzero to continue, and zero to stop. */
+typedef unsigned char (*OSFileVisitor)(void* context, OSFileEntry const& entry);
+
+/** Result of OSVisitFiles if the visitor stopped the visit. */
+#define osVisitStopped 1
+
+/** Calls a visitor for each matching entry of a directory, except "." and "..". A directory that
+    cannot be read, or not to its end, is reported to the visitor with the kind osKindUnreadable,
+    and the visit continues. The visitor may remove the entry. Returns 0 if all entries were
+    visited, osVisitStopped if the visitor stopped, and osFileFailed if a directory could not be
+    read or visitor is null.
+    @param path the directory.
+    @param pattern the pattern.
+    @param visitor called for each entry, on the calling thread.
+    @param context passed to the visitor.
+    @param recurse nonzero also visits the directories below, whatever their names, except symbolic
+        links to directories. */
+GENUTIL_API int OSVisitFiles(CGNString const& path, CGNString const& pattern, OSFileVisitor visitor,
+                             void* context, unsigned char recurse);
 
 /* -- Names ------------------------------------------------------------------------------------- */
 

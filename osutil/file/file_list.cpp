@@ -3,57 +3,16 @@
 
 #include "genutil/string/storage.h"
 #include "osfile.h"
-#include "osutil/file/name_pattern.h"
+#include "osutil/file/matching_entries.h"
 #include "osutil/file/path.h"
-#include "osutil/platform/file/directories.h"
 
 using genutil::JoinPath;
+using genutil::MatchingEntries;
 using genutil::platform::Directory;
 using genutil::platform::IsDots;
 using Storage = genutil::StringStorage;
 
 namespace {
-
-// The entries of a directory that match a pattern. The pattern may begin with directories of its
-// own, since it is joined to the path before use.
-class Matches {
-  public:
-    Matches(CGNString const& path, const char* pattern)
-        : m_parts(path, pattern),
-          m_directory(m_parts.directory, Directory::Links::kFollow),
-          m_pattern(m_parts.name) {}
-    // Skips names that a path would interpret as several names, because they would denote another
-    // file.
-    bool Next() {
-        while (m_directory.Next())
-            if (m_directory.IsOneName() && m_pattern.Matches(m_directory.Name())) return true;
-        return false;
-    }
-    bool IsOpen() const { return m_directory.IsOpen(); }
-    bool HasFailed() const {
-        return !m_parts.good || m_directory.HasFailed() || m_pattern.HasFailed();
-    }
-    const Directory& Entry() const { return m_directory; }
-
-  private:
-    struct Parts {
-        Parts(CGNString const& path, const char* pattern) {
-            CGNString joined;
-            if (!JoinPath(joined, path, pattern)) return;
-            joined.SplitFilePath(directory, name);
-            const unsigned length = directory.GetLength();
-            directory += '\\';  // turns an empty path into a root, and "X:" into the root of a
-                                // drive
-            good = directory.GetLength() == length + 1 &&
-                   length + name.GetLength() + 1 >= joined.GetLength();
-        }
-        CGNString directory, name;
-        bool good = false;
-    };
-    Parts m_parts;
-    Directory m_directory;
-    genutil::NamePattern m_pattern;
-};
 
 // The paths of a directory's entries, one after another in the same buffer.
 class Paths {
@@ -83,7 +42,7 @@ class Paths {
 }  // namespace
 
 int OSGetFileList(CGNString const& path, CGNString const& pattern, CGNStringList& list) {
-    Matches matches(path, pattern);
+    MatchingEntries matches(path, pattern);
     Paths paths(path);
     bool lost = false;
     while (matches.Next()) lost |= !paths.AddTo(list, matches.Entry().Name());
@@ -96,7 +55,7 @@ namespace {
 // if entries are missing from the list.
 [[gnu::noinline]] int ListFiles(CGNString const& path, CGNString const& pattern,
                                 CGNStringList& list, bool fullPaths, bool* lost) {
-    Matches matches(path, pattern);
+    MatchingEntries matches(path, pattern);
     Paths paths(path);
     while (matches.Next()) {
         if (matches.Entry().IsDirectory()) continue;
@@ -110,7 +69,7 @@ namespace {
 // Lists the subdirectories of a directory, which is closed before they are listed, because trees
 // may be deep. *lost becomes true if entries are missing from the list.
 [[gnu::noinline]] int ListFolders(CGNString const& path, CGNStringList& list, bool* lost) {
-    Matches all(path, "*");
+    MatchingEntries all(path, "*");
     while (all.Next()) {
         const Directory& entry = all.Entry();
         // A link may lead back to a parent directory.

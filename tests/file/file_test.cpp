@@ -513,6 +513,124 @@ TEST_F(Files, FindsNoUniversalNames) {
     }
 }
 
+// -- Changes of whole files ----------------------------------------------------------------------
+
+TEST_F(Files, ReplacesContentsAtOnce) {
+    for (const char* bytes : {"first", "second text", "", "last"}) {
+        EXPECT_EQ(OSReplaceFileContents(Path("f"), bytes, std::strlen(bytes)), 0);
+        EXPECT_EQ(Get("f"), bytes);
+    }
+    EXPECT_EQ(Left(""), (Names{"f"}));
+    fs::create_hard_link(At("f"), At("other"));
+    EXPECT_EQ(OSReplaceFileContents(Path("f"), "new", 3), 0);
+    EXPECT_EQ(Get("f"), "new");
+    EXPECT_EQ(OSReplaceFileContents(Path("no/f"), "x", 1), osFileNotFound);
+    EXPECT_LT(OSReplaceFileContents(Path(""), "x", 1), 0);
+    EXPECT_EQ(OSReplaceFileContents(Path("f"), nullptr, 1), osFileFailed);
+    EXPECT_EQ(OSReplaceFileContents(CGNString(), "x", 1), osFileNotFound);
+    EXPECT_EQ(Get("f"), "new");
+    fs::permissions(At("f"), fs::perms::owner_read);
+    const int result = OSReplaceFileContents(Path("f"), "x", 1);
+    EXPECT_TRUE(result == osFileAccessDenied || Get("f") == "x");  // the superuser may
+    fs::permissions(At("f"), fs::perms::owner_all);
+}
+
+TEST_F(Files, CopiesAndMoves) {
+    const std::string bytes = Zeroes("text0with0zeroes");
+    Put("f", bytes);
+    Put("there", "old");
+    Put("d/inner");
+    EXPECT_EQ(OSCopyFile(Path("f"), Path("copy"), osFailIfExists), 0);
+    EXPECT_EQ(Get("copy"), bytes);
+    EXPECT_EQ(OSCopyFile(Path("f"), Path("there"), osFailIfExists), osFileExists);
+    EXPECT_EQ(OSMoveFile(Path("f"), Path("there"), osFailIfExists), osFileExists);
+    EXPECT_EQ(Get("there"), "old");
+    EXPECT_EQ(OSCopyFile(Path("f"), Path("there"), osOverwriteIfExists), 0);
+    EXPECT_EQ(Get("there"), bytes);
+    EXPECT_EQ(OSCopyFile(Path("f"), Path("f"), osOverwriteIfExists), osFileAccessDenied);
+    EXPECT_EQ(OSCopyFile(Path("d"), Path("e"), osFailIfExists), osFileAccessDenied);
+    EXPECT_EQ(OSCopyFile(Path("none"), Path("e"), osFailIfExists), osFileNotFound);
+    EXPECT_EQ(OSCopyFile(Path("f"), Path("no/e"), osFailIfExists), osFileNotFound);
+    EXPECT_EQ(OSCopyFile(Path("f"), Path("e"), osAppendIfExists), osFileFailed);
+    EXPECT_EQ(OSMoveFile(Path("f"), Path("there"), osOverwriteIfExists), 0);
+    EXPECT_EQ(OSMoveFile(Path("d"), Path("e"), osFailIfExists), 0);
+    EXPECT_EQ(OSMoveFile(Path("none"), Path("x"), osFailIfExists), osFileNotFound);
+    EXPECT_EQ(Left(""), (Names{"copy", "there", "e"}));
+    EXPECT_TRUE(Has("e/inner"));
+    if (!kPosix) return;
+    // Another file system.
+    const std::string far = "/dev/shm/genutil_moved";
+    fs::permissions(At("there"), fs::perms(0640));
+    EXPECT_EQ(OSMoveFile(Path("there"), far.c_str(), osOverwriteIfExists), 0);
+    EXPECT_EQ(BytesOf(far), bytes);
+    EXPECT_EQ(fs::status(far).permissions(), fs::perms(0640));
+    EXPECT_FALSE(Has("there"));
+    EXPECT_EQ(OSCopyFile("/proc/self/status", Path("proc"), osFailIfExists), 0);
+    EXPECT_NE(Get("proc").find("Pid:"), std::string::npos);
+    fs::remove(far);
+}
+
+TEST_F(Files, MakesDirectoriesAndTemporaryFiles) {
+    EXPECT_EQ(OSCreateDirectories(Path("a/b\\c")), 0);
+    EXPECT_EQ(OSCreateDirectories(Path("a/b/c/")), 0);
+    EXPECT_TRUE(fs::is_directory(At("a/b/c")));
+    Put("f");
+    EXPECT_EQ(OSCreateDirectories(Path("f")), osFileExists);
+    EXPECT_NE(OSCreateDirectories(Path("f/g/h")), 0);
+    EXPECT_EQ(OSCreateDirectories(CGNString()), osFileNotFound);
+    CGNString first, second, none("before");
+    EXPECT_EQ(OSCreateTempFile(Path("a"), "report", first), 0);
+    EXPECT_EQ(OSCreateTempFile(Path("a"), "report", second), 0);
+    EXPECT_NE(first, second);
+    EXPECT_NE(first.Find("report"), -1);
+    EXPECT_EQ(Left("a").size(), 3u);
+    struct _stat status;
+    EXPECT_EQ(OSFileStat(second, status), 0);
+    EXPECT_TRUE(!kPosix || (status.st_mode & 0777) == 0600);
+    EXPECT_EQ(OSCreateTempFile(Path("no"), "", none), osFileNotFound);
+    EXPECT_TRUE(none.IsEmpty());
+    ASSERT_EQ(OSCreateTempFile("", "", first), 0);
+    EXPECT_EQ(OSRemoveFile(first), 0);
+}
+
+TEST_F(Files, VisitsFilesWithTheirProperties) {
+    Put("v/a.txt", "12345");
+    Put("v/b.doc", "1");
+    Put("v/d/c.txt", "123");
+    Put("v/d/e/f.txt", "");
+    struct Seen {
+        Names names;
+        long long size = 0;
+        int stopAfter = 100;
+    } all, some, one;
+    const OSFileVisitor visitor = [](void* context, OSFileEntry const& entry) -> unsigned char {
+        auto* const seen = static_cast<Seen*>(context);
+        seen->names.insert(std::string(entry.name) + "fdl*?"[entry.kind]);
+        seen->size += entry.size;
+        EXPECT_NEAR(static_cast<double>(entry.modified), static_cast<double>(std::time(nullptr)),
+                    60);
+        struct _stat status;
+        EXPECT_EQ(OSFileStat(entry.path, status), 0) << entry.path;
+        return --seen->stopAfter != 0;
+    };
+    EXPECT_EQ(OSVisitFiles(Path("v"), "*", visitor, &all, 1), 0);
+    EXPECT_EQ(all.names, (Names{"a.txtf", "b.docf", "dd", "c.txtf", "ed", "f.txtf"}));
+    EXPECT_EQ(all.size, 9);
+    EXPECT_EQ(OSVisitFiles(Path("v"), "*.txt", visitor, &some, 1), 0);
+    EXPECT_EQ(some.names, (Names{"a.txtf", "c.txtf", "f.txtf"}));
+    one.stopAfter = 1;
+    EXPECT_EQ(OSVisitFiles(Path("v"), "*", visitor, &one, 1), osVisitStopped);
+    EXPECT_EQ(one.names.size(), 1u);
+    EXPECT_EQ(OSVisitFiles(Path("v"), "*", nullptr, nullptr, 1), osFileFailed);
+    const OSFileVisitor unread = [](void* context, OSFileEntry const& entry) -> unsigned char {
+        *static_cast<int*>(context) += entry.kind == osKindUnreadable;
+        return 1;
+    };
+    int count = 0;
+    EXPECT_EQ(OSVisitFiles(Path("none"), "*", unread, &count, 1), osFileFailed);
+    EXPECT_EQ(count, 1);
+}
+
 // -- Code sets -----------------------------------------------------------------------------------
 
 TEST_F(Files, SecondBytesAreNotSeparators) {

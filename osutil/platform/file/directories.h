@@ -46,6 +46,14 @@ class Directory {
     // contain "\\".
     bool IsOneName() const;
     bool ModificationTime(std::int64_t* seconds) const;  // since 1970; for a link, its own
+    // Of a link, its own. Returns false if the entry has vanished.
+    enum class Kind { kFile, kDirectory, kLink, kOther };
+    struct Status {
+        Kind kind;
+        std::int64_t size;      // in bytes; 0 for a directory
+        std::int64_t modified;  // seconds since 1970
+    };
+    bool ReadStatus(Status* status) const;
     // Remove the entry like the functions for a path, by the name under which the system knows it.
     FileCode RemoveEntryFile();
     FileCode RemoveEntryDirectory();

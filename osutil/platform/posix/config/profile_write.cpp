@@ -20,6 +20,7 @@
 #include "osutil/platform/posix/config/profile_path.h"
 #include "osutil/platform/posix/file/descriptor.h"
 #include "osutil/platform/posix/file/file_lock.h"
+#include "osutil/platform/posix/file/file_target.h"
 #include "osutil/platform/posix/file/replace_file.h"
 
 namespace genutil::platform {
@@ -27,49 +28,6 @@ namespace genutil::platform {
 namespace {
 
 constexpr std::int64_t kLargestProfile = 1 << 30;
-
-// The file that a path refers to. Symbolic links are followed to a name, which need not exist.
-class Target {
-  public:
-    bool Find(const char* path) {
-        constexpr int kMostLinks = 40;
-        if (!Set("", 0, path)) return false;
-        for (int links = 0; links < kMostLinks; ++links) {
-            char link[PATH_MAX];
-            const ssize_t length = readlink(m_path, link, sizeof link - 1);
-            if (length < 0) return *Name() != 0;
-            link[length] = 0;
-            const bool ok = *link == '/'
-                                ? Set("", 0, link)
-                                : Set(m_path, static_cast<std::size_t>(Name() - m_path), link);
-            if (!ok) return false;
-        }
-        return false;
-    }
-    const char* Name() const {
-        const char* slash = std::strrchr(m_path, '/');
-        return slash ? slash + 1 : m_path;
-    }
-    int OpenFolder() const {
-        char folder[PATH_MAX] = ".";
-        const auto length = static_cast<std::size_t>(Name() - m_path);
-        if (length) std::memcpy(folder, m_path, length);
-        if (length) folder[length] = 0;
-        return open(folder, O_PATH | O_DIRECTORY | O_CLOEXEC);
-    }
-
-  private:
-    bool Set(const char* folder, std::size_t length, const char* path) {
-        char made[PATH_MAX];
-        const int size =
-            std::snprintf(made, sizeof made, "%.*s%s", static_cast<int>(length), folder, path);
-        if (size < 0 || static_cast<std::size_t>(size) >= sizeof made) return false;
-        std::memcpy(m_path, made, static_cast<std::size_t>(size) + 1);
-        return true;
-    }
-
-    char m_path[PATH_MAX];
-};
 
 // The file before the change.
 struct OldFile {
@@ -150,7 +108,7 @@ Attempt TryChange(int folder, const char* name, const Change& change) {
 
 bool WriteProfileValue(const char* file, const char* section, const char* key, const char* value) {
     const ProfilePath path(file);
-    Target target;
+    FileTarget target;
     if (!path.Get() || !target.Find(path.Get())) return false;
     if (path.IsKept() && value) MakeFolderOf(path.Get());
     const OpenDescriptor folder(target.OpenFolder());

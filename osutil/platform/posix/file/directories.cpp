@@ -133,6 +133,17 @@ bool Directory::ModificationTime(std::int64_t* seconds) const {
     return true;
 }
 
+bool Directory::ReadStatus(Status* out) const {
+    struct stat status;
+    if (!m_state->Status(&status, AT_SYMLINK_NOFOLLOW)) return false;
+    const Kind kind = S_ISREG(status.st_mode)   ? Kind::kFile
+                      : S_ISDIR(status.st_mode) ? Kind::kDirectory
+                      : S_ISLNK(status.st_mode) ? Kind::kLink
+                                                : Kind::kOther;
+    *out = {kind, kind == Kind::kDirectory ? 0 : status.st_size, status.st_mtime};
+    return true;
+}
+
 FileCode Directory::RemoveEntryFile() {
     const int result = unlinkat(dirfd(m_state->stream), m_state->entry->d_name, 0);
     return result == 0 ? kDone : FileCodeOf(errno);

@@ -134,6 +134,13 @@ bool Directory::ModificationTime(std::int64_t* seconds) const {
     return true;
 }
 
+bool Directory::ReadStatus(Status* out) const {
+    const WIN32_FIND_DATAW& entry = m_state->entry;
+    out->kind = IsLink() ? Kind::kLink : IsDirectory() ? Kind::kDirectory : Kind::kFile;
+    out->size = std::int64_t{entry.nFileSizeHigh} << 32 | entry.nFileSizeLow;
+    return ModificationTime(&out->modified);
+}
+
 FileCode Directory::RemoveEntryFile() {
     return RemoveFileAt(SystemPath(m_state->path.Get(), m_state->entry.cFileName).Get());
 }
