@@ -89,6 +89,7 @@ bool TraceQueue::Start() {
     const MutexHolder one(m_switch);
     const MutexHolder lock(m_guard);
     if (m_isOn) return true;
+    if (m_thread) return false;  // it failed
     m_isStopping = m_isIdle = m_isUrgent = false;
     const auto run = [](void* queue) { return static_cast<TraceQueue*>(queue)->Run(), 0u; };
     m_thread = OSThreadCreate(run, this, nullptr);
@@ -99,7 +100,7 @@ bool TraceQueue::Start() {
 void TraceQueue::Stop() {
     if (IsOfParent()) return;
     const MutexHolder one(m_switch);
-    if (!m_isOn) return;
+    if (!m_thread) return;
     // While a process ends, some systems end its other threads first.
     if (OSThreadWaitFor(m_thread, 0)) WriteWithoutThread();
     {
@@ -128,11 +129,19 @@ void TraceQueue::Drain() {
     DrainHeld();
 }
 
+// Stops the queue if the system has no condition.
+bool TraceQueue::Wait(_oscondition* condition) {
+    if (OSConditionWaitFor(condition, m_guard, OSNoLimit)) return true;
+    m_isStopping = true;
+    m_isOn = false;
+    return false;
+}
+
 void TraceQueue::DrainHeld() {
     while (m_isOn && (m_used > 0 || m_batchSize > 0)) {
         m_isUrgent = true;
         OSConditionSignal(m_work);
-        OSConditionWait(m_written, m_guard);
+        if (!Wait(m_written)) return;
     }
 }
 
@@ -145,7 +154,7 @@ bool TraceQueue::WaitForRoom(std::size_t size) {
     while (m_isOn && m_used + size > kCapacity) {
         m_isUrgent = true;
         OSConditionSignal(m_work);
-        OSConditionWait(m_written, m_guard);
+        if (!Wait(m_written)) return false;
     }
     return m_isOn;
 }
@@ -173,7 +182,7 @@ void TraceQueue::Run() {
     for (;;) {
         while (m_used == 0 && !m_isStopping) {
             m_isIdle = true;
-            OSConditionWait(m_work, m_guard);
+            Wait(m_work);
         }
         m_isIdle = false;
         if (m_used == 0) break;
@@ -187,7 +196,7 @@ void TraceQueue::Run() {
         OSConditionBroadcast(m_written);  // there is room
         WriteBatch();
         OSMutexWait(m_guard);
-        m_batchSize = 0;
+        m_batchSize = m_batchDone = 0;
         OSConditionBroadcast(m_written);
     }
     OSMutexRelease(m_guard);

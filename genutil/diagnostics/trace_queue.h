@@ -54,6 +54,7 @@ class TraceQueue {
     TraceQueue() = default;
     bool Make();
     bool IsOfParent() const;
+    bool Wait(_oscondition* condition);
     bool WaitForRoom(std::size_t size);
     void DrainHeld();
     void Run();
