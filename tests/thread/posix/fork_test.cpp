@@ -51,6 +51,7 @@ TEST(Fork, ChildUsesAConditionThatOthersWaitFor) {
 #endif
     OSSetThreaded();
     _osmutex* const mutex = OSMutexCreate();
+    _osmutex* const others = OSMutexCreate();
     _oscondition* const condition = OSConditionCreate();
     std::atomic<int> waiting{0};
     const auto wait = [&] {
@@ -61,12 +62,18 @@ TEST(Fork, ChildUsesAConditionThatOthersWaitFor) {
     };
     int status = -1;
     {
-        Worker first(wait), second(wait);
-        ASSERT_TRUE(Eventually([&] { return waiting == 2; }));
+        Worker first(wait), second(wait), holder([&] {
+            OSMutexWait(others);
+            ++waiting;
+            wait();
+        });
+        ASSERT_TRUE(Eventually([&] { return waiting == 4; }));
         OSMutexWait(mutex);  // both wait
         const pid_t child = fork();
         if (child == 0) {
             alarm(60);
+            // That of a thread which the child does not have.
+            if (!OSMutexTryWait(others, 0) || !OSMutexTryWait(others, 50)) _exit(2);
             OSMutexRelease(mutex);
             bool isWoken = false;
             OSThread waiter([&] {
@@ -89,5 +96,6 @@ TEST(Fork, ChildUsesAConditionThatOthersWaitFor) {
     }
     EXPECT_EQ(status, 0);
     OSMutexDestroy(mutex);
+    OSMutexDestroy(others);
     OSConditionDestroy(condition);
 }
