@@ -5,7 +5,7 @@
        trace->ResetMask(0x0003);                       // categories 1 and 2
        CGNString name("suite.log");
        trace->ResetOutput(1, name, 1000000);           // a file that starts over at 1 MB
-       trace->WriteMsg(CGNTraceFileLine(__LINE__, __FILE__), 0x0001, "reader", "%d rows", rows);
+       GENUTIL_TRACE(trace, 0x0001, "reader", "%d rows", rows);
 
    writes
 
@@ -78,6 +78,12 @@ class GENUTIL_API CGNTrace {
         mask are enabled or if mask contains all enabled bits. Returns 0 if there is no output, no
         category is enabled, or mask is 0. */
     unsigned char IsEnabled(short mask) const;
+
+    /** Same as IsEnabled(), inline: less than a nanosecond. GENUTIL_TRACE uses it. */
+    bool Admits(short mask) const {
+        const int output = Read(m_output), setting = Read(m_traceSetting), common = mask & setting;
+        return output != 0 && setting != 0 && mask != 0 && (common == mask || common == setting);
+    }
 
     /** Enables the categories whose bits are set and disables all others. */
     void ResetMask(short mask);
@@ -262,6 +268,15 @@ class GENUTIL_API CGNTrace {
     void WriteText(const char* fileLine, short mask, const char* module, const char* format, ...)
         GENUTIL_PRINTF(5, 6);
     friend class CGNAssert;
+    // Other threads may change the member meanwhile.
+    template <class Member>
+    static int Read(const Member& member) {
+#if defined(__GNUC__)
+        return __atomic_load_n(&member, __ATOMIC_RELAXED);
+#else
+        return *static_cast<const volatile Member*>(&member);
+#endif
+    }
     void CloseFile();
     void OpenFile(const char* mode);
     void MakeRoom(const genutil::TraceSettings* settings);
@@ -282,6 +297,20 @@ class GENUTIL_API CGNTrace {
     unsigned char m_fileLine;
     _osmutex* m_mutex;
 };
+
+/** Writes a message with the source position of the call, as CGNTrace::WriteMsg() with the mask,
+   the module, the format and its arguments. If the categories are not enabled, nothing is evaluated
+    except the trace and the mask, and the call takes less than a nanosecond.
+    @param trace a pointer to a CGNTrace, which may be null.
+    @param mask categories of the message. */
+#define GENUTIL_TRACE(trace, mask, ...)                                                 \
+    do {                                                                                \
+        CGNTrace* const genutil_trace = (trace);                                        \
+        const short genutil_mask = (mask);                                              \
+        if (genutil_trace && genutil_trace->Admits(genutil_mask))                       \
+            genutil_trace->WriteMsg(CGNTraceFileLine(__LINE__, __FILE__), genutil_mask, \
+                                    __VA_ARGS__);                                       \
+    } while (false)
 
 /** The trace of the process. */
 class GENUTIL_API CGNGlobalTrace : public CGNTrace {

@@ -22,6 +22,8 @@
    The library records which mutexes each thread holds. A thread that ends, or recovers from an
    error without its own records, calls OSMutexWaitRemoveThisThread() to release all of them. If a
    thread ends while it holds a mutex, or a lock for writing, the next waiting thread acquires it.
+   In the child of a fork, the thread keeps its locks, and mutexes that other threads of the parent
+   held can be acquired.
 
    The caller owns each record from the function that creates it to the function that destroys it.
    No thread may use a record when it is destroyed. Functions do nothing for a null record. Every

@@ -3,6 +3,7 @@
 // quicker operations.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <climits>
 #include <cstdlib>
 #include <functional>
@@ -52,6 +53,46 @@ const struct {
      [] {
          COSBuildVersion version(TEST_RESOURCES "texts.dll");
          return version.Init() ? Text(version.GetVersionString()) : "";
+     }},
+    {"trace settings",
+     [] {
+         OSSetThreaded();
+         const TemporaryFile file;
+         CGNString path(file.Path());
+         CGNTrace trace;
+         const bool isSet = trace.Init() && trace.ResetFormat("<{message}>") &&
+                            trace.ResetModules("m,a long name of a module") &&
+                            trace.ResetOutput(1, path, 1) && trace.ResetRotation(1) &&
+                            trace.ResetAsync(1) && CGNTrace::KeepLastLines(5, file.Path());
+         trace.ResetMask(1);
+         trace.WriteMsg(nullptr, 1, "m", "%s", "text");
+         trace.Flush();
+         CGNTrace::KeepLastLines(0, nullptr);
+         return isSet ? file.Bytes() : "";
+     }},
+    {"locks",
+     [] {
+         OSSetThreaded();
+         _osmutex* mutex = OSMutexCreate();
+         _osrdwr* lock = OSRWLockCreate();
+         _oscondition* condition = OSConditionCreate();
+         std::atomic<int> entered{0};
+         if (OSMutexTryWait(mutex, OSNoLimit)) {
+             ++entered;
+             OSConditionWaitFor(condition, mutex, 1);
+             OSMutexRelease(mutex);
+         }
+         if (OSRWLockWriteTryWait(lock, 0)) ++entered;
+         CGNNamedMutexPool pool;
+         if (pool.Init() && pool.WaitNamedMutex("name", 0)) ++entered;
+         {
+             OSThread thread([&] { ++entered; });
+         }
+         const bool isComplete = entered == 4 && condition;
+         OSRWLockDestroy(lock);
+         OSConditionDestroy(condition);
+         OSMutexDestroy(mutex);
+         return isComplete ? "entered" : "";
      }},
     {"ini file",
      [] {

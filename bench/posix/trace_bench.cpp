@@ -34,19 +34,41 @@ void BareWrite(benchmark::State& state) {
 }
 
 BENCHMARK(BareWrite)->Name("trace-line/bare-write");
+BENCHMARK(BareWrite)->Name("trace-line, asynchronous/bare-write");
+BENCHMARK(BareWrite)
+    ->Name("trace-line, 4 threads, asynchronous/bare-write")
+    ->Threads(4)
+    ->UseRealTime();
 
 #ifdef HAVE_SPDLOG
 void Spdlog(benchmark::State& state) {
-    auto logger = spdlog::basic_logger_mt("bench", kPath);
-    logger->set_pattern("%D %T :: TID %t :: %v");
-    logger->flush_on(spdlog::level::trace);
+    static std::shared_ptr<spdlog::logger> logger;
+    if (state.thread_index() == 0) {
+        logger = spdlog::basic_logger_mt("bench", kPath);
+        logger->set_pattern("%D %T :: TID %t :: %v");
+        logger->flush_on(spdlog::level::trace);
+    }
     int rows = 0;
     for (auto _ : state)
         logger->info("reader : {} rows of {} : Line    42 in reader.cpp", ++rows, "table");
+    if (state.thread_index() != 0) return;
     spdlog::drop("bench");
     std::remove(kPath);
 }
 BENCHMARK(Spdlog)->Name("trace-line/spdlog");
+BENCHMARK(Spdlog)->Name("trace-line, asynchronous/spdlog");
+BENCHMARK(Spdlog)->Name("trace-line, 4 threads, asynchronous/spdlog")->Threads(4)->UseRealTime();
+
+void SpdlogDisabled(benchmark::State& state) {
+    auto logger = spdlog::basic_logger_mt("disabled", kPath);
+    logger->set_level(spdlog::level::warn);
+    int rows = 0;
+    for (auto _ : state)
+        logger->info("reader : {} rows of {} : Line    42 in reader.cpp", ++rows, "table");
+    spdlog::drop("disabled");
+    std::remove(kPath);
+}
+BENCHMARK(SpdlogDisabled)->Name("disabled line/spdlog");
 #endif
 
 }  // namespace

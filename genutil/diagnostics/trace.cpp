@@ -8,6 +8,7 @@
 #include "genutil/allocate.h"
 #include "genutil/diagnostics/message_format.h"
 #include "genutil/diagnostics/position.h"
+#include "genutil/diagnostics/trace_date.h"
 #include "genutil/diagnostics/trace_layout.h"
 #include "genutil/diagnostics/trace_output.h"
 #include "genutil/diagnostics/trace_ring.h"
@@ -55,6 +56,8 @@ unsigned char CGNTrace::Init() {
         m_mutex = NewTraceMutex();
     else
         MakeMutexUsable(m_mutex);
+    // Creates the objects that give lines their time, before several threads need them.
+    TraceDayNow(false);
     return m_mutex != nullptr;
 }
 
@@ -187,6 +190,7 @@ unsigned char CGNTrace::ResetRotation(long count, char daily) {
     return Init() && ChangeUnder(m_mutex, [=](TraceSettings& settings) {
                settings.keptFiles = NearestInt32(count);
                settings.isDaily = daily != 0;
+               return true;
            });
 }
 
@@ -194,6 +198,7 @@ unsigned char CGNTrace::ResetSink(Sink sink, void* argument) {
     return Init() && ChangeUnder(m_mutex, [=](TraceSettings& settings) {
                settings.sink = sink;
                settings.sinkArgument = argument;
+               return true;
            });
 }
 
@@ -204,6 +209,7 @@ unsigned char CGNTrace::ResetFormat(const char* format, char utc) {
                settings.format = text;
                settings.isJson = false;
                settings.isUtc = utc != 0;
+               return settings.format == text;
            });
 }
 
@@ -211,12 +217,15 @@ unsigned char CGNTrace::ResetJson(char utc) {
     return Init() && ChangeUnder(m_mutex, [=](TraceSettings& settings) {
                settings.isJson = true;
                settings.isUtc = utc != 0;
+               return true;
            });
 }
 
 unsigned char CGNTrace::ResetModules(const char* modules) {
+    const char* list = modules ? modules : "";
     return Init() && ChangeUnder(m_mutex, [=](TraceSettings& settings) {
-               settings.modules = modules ? modules : "";
+               settings.modules = list;
+               return settings.modules == list;
            });
 }
 

@@ -1,5 +1,6 @@
 #include "genutil/diagnostics/trace_line.h"
 
+#include <charconv>
 #include <cstring>
 
 #include "genutil/allocate.h"
@@ -47,9 +48,11 @@ void TraceLine::AppendDateTime() {
 }
 
 void TraceLine::AppendThread(unsigned long id) {
-    char text[40];
-    const int length = std::snprintf(text, sizeof text, "TID %d :: ", static_cast<int>(id));
-    Append(text, static_cast<std::size_t>(length));
+    char number[16];
+    char* const end = std::to_chars(number, number + sizeof number, static_cast<int>(id)).ptr;
+    Append("TID ", 4);
+    Append(number, static_cast<std::size_t>(end - number));
+    Append(" :: ", 4);
 }
 
 void TraceLine::AppendModule(const char* module) {

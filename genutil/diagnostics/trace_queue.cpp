@@ -2,9 +2,11 @@
 
 #include <cstring>
 #include <mutex>
+#include <thread>
 #include <utility>
 
 #include "genutil/allocate.h"
+#include "genutil/simd.h"
 #include "osutil/platform/thread/threading.h"
 #include "osutil/thread/mutex_holder.h"
 
@@ -49,9 +51,8 @@ bool TraceQueue::Make() {
     m_guard = OSMutexCreate();
     m_work = OSConditionCreate();
     m_written = OSConditionCreate();
-    m_lines = static_cast<char*>(Allocate(kCapacity));
-    m_batch = static_cast<char*>(Allocate(kCapacity));
-    return m_switch && m_guard && m_work && m_written && m_lines && m_batch;
+    for (Buffer& buffer : m_buffers) buffer.bytes = static_cast<char*>(Allocate(kCapacity));
+    return m_switch && m_guard && m_work && m_written && m_buffers[0].bytes && m_buffers[1].bytes;
 }
 
 void TraceQueue::Destroy(TraceQueue* queue) {
@@ -70,8 +71,7 @@ void TraceQueue::Destroy(TraceQueue* queue) {
     OSMutexDestroy(queue->m_guard);
     OSConditionDestroy(queue->m_work);
     OSConditionDestroy(queue->m_written);
-    Release(queue->m_lines);
-    Release(queue->m_batch);
+    for (const Buffer& buffer : queue->m_buffers) Release(buffer.bytes);
     delete queue;
 }
 
@@ -88,26 +88,27 @@ bool TraceQueue::Start() {
     if (IsOfParent()) return false;
     const MutexHolder one(m_switch);
     const MutexHolder lock(m_guard);
-    if (m_isOn) return true;
-    m_isStopping = m_isIdle = m_isUrgent = false;
+    if (m_thread) return !IsClosed();
+    m_isStopping = m_isUrgent = false;
+    m_isIdle = false;
+    for (Buffer& buffer : m_buffers) buffer.filled = 0;
+    m_state = 0;
     const auto run = [](void* queue) { return static_cast<TraceQueue*>(queue)->Run(), 0u; };
     m_thread = OSThreadCreate(run, this, nullptr);
-    m_isOn = m_thread != nullptr;
-    return m_isOn;
+    if (!m_thread) m_state = kClosed;
+    return m_thread != nullptr;
 }
 
 void TraceQueue::Stop() {
     if (IsOfParent()) return;
     const MutexHolder one(m_switch);
-    if (!m_isOn) return;
+    if (!m_thread) return;
     // While a process ends, some systems end its other threads first.
     if (OSThreadWaitFor(m_thread, 0)) WriteWithoutThread();
     {
         const MutexHolder lock(m_guard);
         m_isStopping = true;
-        m_isOn = false;
         OSConditionSignal(m_work);
-        OSConditionBroadcast(m_written);
     }
     OSThreadTerminateWait(m_thread);
     OSThreadDestroy(std::exchange(m_thread, nullptr));
@@ -116,86 +117,136 @@ void TraceQueue::Stop() {
 void TraceQueue::WriteWithoutThread() {
     const MutexHolder lock(m_guard);
     WriteBatch();
-    std::swap(m_lines, m_batch);
-    m_batchSize = std::exchange(m_used, 0);
-    m_batchDone = 0;
+    if (!IsClosed()) ChangeBuffers(kClosed);
     WriteBatch();
 }
 
+// -- The threads with lines ----------------------------------------------------------------------
+
+// Stops the queue if the system has no condition.
+bool TraceQueue::Wait(_oscondition* condition) {
+    if (OSConditionWaitFor(condition, m_guard, OSNoLimit)) return true;
+    m_isStopping = true;
+    return false;
+}
+
+void TraceQueue::Urge() {
+    m_isUrgent = true;
+    OSConditionSignal(m_work);
+}
+
 void TraceQueue::Drain() {
-    if (IsOfParent() || !m_isOn) return;
+    if (IsOfParent()) return;
     const MutexHolder lock(m_guard);
     DrainHeld();
 }
 
 void TraceQueue::DrainHeld() {
-    while (m_isOn && (m_used > 0 || m_batchSize > 0)) {
-        m_isUrgent = true;
-        OSConditionSignal(m_work);
-        OSConditionWait(m_written, m_guard);
+    while (!IsClosed() && !m_isStopping && (HasLines() || m_batchSize > 0)) {
+        Urge();
+        if (!Wait(m_written)) return;
     }
 }
 
 // Returns false if the caller must write the line.
-bool TraceQueue::WaitForRoom(std::size_t size) {
+bool TraceQueue::WaitForRoom(std::uint32_t size) {
+    const MutexHolder lock(m_guard);
     if (size > kCapacity / 4) {
         DrainHeld();
         return false;
     }
-    while (m_isOn && m_used + size > kCapacity) {
-        m_isUrgent = true;
-        OSConditionSignal(m_work);
-        OSConditionWait(m_written, m_guard);
+    while (!IsClosed() && (m_state.load() & kReserved) + size > kCapacity) {
+        Urge();
+        if (!Wait(m_written)) return false;
     }
-    return m_isOn;
+    return !IsClosed();
+}
+
+[[gnu::noinline]] void TraceQueue::WakeIfIdle() {
+    const MutexHolder lock(m_guard);
+    if (m_isIdle.exchange(false)) OSConditionSignal(m_work);
 }
 
 bool TraceQueue::Append(const char* line, std::size_t length) {
-    if (!m_isOn.load(std::memory_order_relaxed) || IsOfParent()) return false;
-    const std::size_t size = sizeof(Length) + length;
-    const MutexHolder lock(m_guard);
-    if (m_used + size > kCapacity && !WaitForRoom(size)) return false;
-    if (!m_isOn.load(std::memory_order_relaxed)) return false;
+    std::uint32_t state = m_state.load(std::memory_order_relaxed);
+    if ((state & kClosed) || IsOfParent()) return false;
+    const std::size_t wanted = sizeof(Length) + length;
+    const auto size = static_cast<std::uint32_t>(wanted < kCapacity ? wanted : kCapacity);
+    std::uint32_t at;
+    for (;;) {
+        if (state & kClosed) return false;
+        at = state & kReserved;
+        if (size > kCapacity / 4 || at + size > kCapacity) {
+            if (!WaitForRoom(size)) return false;
+            state = m_state.load();
+        } else if (m_state.compare_exchange_weak(state, state + size)) {
+            break;
+        }
+    }
+
+    Buffer& buffer = m_buffers[state & kSecond ? 1 : 0];
     const auto number = static_cast<Length>(length);
-    std::memcpy(m_lines + m_used, &number, sizeof number);
-    std::memcpy(m_lines + m_used + sizeof number, line, length);
-    m_used += size;
-    if (m_isIdle || (m_used > kCapacity / 2 && !m_isUrgent)) {
-        m_isUrgent = m_used > kCapacity / 2;
-        m_isIdle = false;
-        OSConditionSignal(m_work);
+    std::memcpy(buffer.bytes + at, &number, sizeof number);
+    std::memcpy(buffer.bytes + at + sizeof number, line, length);
+    buffer.filled.fetch_add(size, std::memory_order_release);
+    if (m_isIdle.load()) WakeIfIdle();
+    if (at < kCapacity / 2 && at + size >= kCapacity / 2) {
+        const MutexHolder lock(m_guard);
+        Urge();
     }
     return true;
 }
 
+// -- The writing thread --------------------------------------------------------------------------
+
 void TraceQueue::Run() {
     OSMutexWait(m_guard);
-    for (;;) {
-        while (m_used == 0 && !m_isStopping) {
+    for (bool isLast = false; !isLast;) {
+        while (!HasLines() && !m_isStopping) {
             m_isIdle = true;
-            OSConditionWait(m_work, m_guard);
+            // A line that was reserved before the mark was set may not wake this thread.
+            if (!HasLines()) Wait(m_work);
+            m_isIdle = false;
         }
-        m_isIdle = false;
-        if (m_used == 0) break;
         if (!m_isUrgent && !m_isStopping)
             OSConditionWaitFor(m_work, m_guard, kMillisecondsToGather);
         m_isUrgent = false;
-        std::swap(m_lines, m_batch);
-        m_batchSize = std::exchange(m_used, 0);
-        m_batchDone = 0;
+        isLast = m_isStopping;
+        ChangeBuffers(isLast ? kClosed : 0);
         OSMutexRelease(m_guard);
         OSConditionBroadcast(m_written);  // there is room
+        WaitUntilFilled();
         WriteBatch();
         OSMutexWait(m_guard);
-        m_batchSize = 0;
+        m_batchSize = m_batchDone = 0;
         OSConditionBroadcast(m_written);
     }
     OSMutexRelease(m_guard);
 }
 
+// Makes the current buffer the batch.
+void TraceQueue::ChangeBuffers(std::uint32_t isClosed) {
+    const bool isSecond = m_state.load() & kSecond;  // only changed here
+    Buffer& other = m_buffers[isSecond ? 0 : 1];
+    other.filled.store(0, std::memory_order_relaxed);
+    const std::uint32_t before = m_state.exchange((isSecond ? 0 : kSecond) | isClosed);
+    m_batch = &m_buffers[isSecond ? 1 : 0];
+    m_batchSize = before & kReserved;
+    m_batchDone = 0;
+}
+
+void TraceQueue::WaitUntilFilled() const {
+    for (int i = 0; m_batch->filled.load(std::memory_order_acquire) != m_batchSize; ++i) {
+        if (i < 100)
+            simd::Pause();
+        else
+            std::this_thread::yield();
+    }
+}
+
 void TraceQueue::WriteBatch() {
-    if (m_batchDone == m_batchSize) return;
-    TraceBatch batch(m_batch, m_batchSize, &m_batchDone);
+    if (m_batchDone >= m_batchSize) return;
+    TraceBatch batch(m_batch->bytes, m_batchSize, &m_batchDone);
     m_write(m_trace, batch);
 }
 
@@ -206,6 +257,10 @@ const char* TraceBatch::Take(std::int64_t room, std::size_t* length) {
     do {
         Length number;
         std::memcpy(&number, m_records + m_taken, sizeof number);
+        if (number > m_size - m_taken - sizeof number) {  // its thread was ended by the system
+            m_taken = m_size;
+            break;
+        }
         std::memmove(end, m_records + m_taken + sizeof number, number);
         end += number;
         m_taken += sizeof number + number;

@@ -1,5 +1,9 @@
 // Lines on their way to a log file, which a thread of its own writes.
 //
+// There are two buffers. Threads reserve room in one of them with one atomic operation, copy their
+// line and count it as filled. The writing thread makes the other buffer the current one, waits
+// until the reserved room is filled, and writes all of it.
+//
 // Order of locks: none is held by a thread that waits here, and the writing thread takes the
 // trace's mutex without holding the queue's.
 #pragma once
@@ -17,7 +21,7 @@ class TraceBatch {
   public:
     TraceBatch(char* records, std::size_t size, std::size_t* done)
         : m_records(records), m_size(size), m_done(done) {}
-    bool IsEmpty() const { return *m_done == m_size; }
+    bool IsEmpty() const { return *m_done >= m_size; }
     // Returns the next lines as one text: at least one, and no more after `room` bytes. They count
     // as written with Finish().
     const char* Take(std::int64_t room, std::size_t* length);
@@ -51,32 +55,46 @@ class TraceQueue {
     bool Append(const char* line, std::size_t length);
 
   private:
+    struct Buffer {
+        char* bytes = nullptr;
+        std::atomic<std::uint32_t> filled{0};  // bytes of complete records
+    };
+
+    // The state: bytes reserved in the current buffer, the buffer's number, and whether the queue
+    // is closed.
+    static constexpr std::uint32_t kReserved = 0xFFFFFF, kSecond = 0x1000000, kClosed = 0x80000000;
+    static constexpr std::uint32_t kCapacity = std::uint32_t{1} << 20;
+
     TraceQueue() = default;
     bool Make();
     bool IsOfParent() const;
-    bool WaitForRoom(std::size_t size);
+    bool IsClosed() const { return m_state.load() & kClosed; }
+    bool HasLines() const { return (m_state.load() & kReserved) != 0; }
+    bool Wait(_oscondition* condition);
+    bool WaitForRoom(std::uint32_t size);
+    void Urge();
+    void WakeIfIdle();
     void DrainHeld();
     void Run();
+    void ChangeBuffers(std::uint32_t isClosed);
+    void WaitUntilFilled() const;
     void WriteBatch();
     void WriteWithoutThread();
 
-    static constexpr std::size_t kCapacity = std::size_t{1} << 20;
-
     void* m_trace = nullptr;
     Write m_write = nullptr;
-    _osmutex* m_switch = nullptr;  // held while the queue is started or stopped
-    _osmutex* m_guard = nullptr;
+    _osmutex* m_switch = nullptr;       // held while the queue is started or stopped
+    _osmutex* m_guard = nullptr;        // of all below that is not atomic
     _oscondition* m_work = nullptr;     // the writing thread waits for it
     _oscondition* m_written = nullptr;  // all others do
     _osthread* m_thread = nullptr;
-    std::atomic<bool> m_isOn{false};
     bool m_isStopping = false;
-    bool m_isIdle = false;    // the writing thread must be woken
-    bool m_isUrgent = false;  // it must not wait for more lines
+    bool m_isUrgent = false;  // the writing thread must not wait for more lines
     std::uint32_t m_forks = 0;
-    char* m_lines = nullptr;  // being filled
-    std::size_t m_used = 0;
-    char* m_batch = nullptr;  // being written
+    std::atomic<bool> m_isIdle{false};  // the writing thread must be woken
+    std::atomic<std::uint32_t> m_state{kClosed};
+    Buffer m_buffers[2];
+    Buffer* m_batch = nullptr;  // being written
     std::size_t m_batchSize = 0, m_batchDone = 0;
     TraceQueue* m_next = nullptr;  // in the list of all
 };

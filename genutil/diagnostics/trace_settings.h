@@ -39,14 +39,20 @@ inline const TraceSettings* SettingsOf(const _osmutex* mutex) {
                  : nullptr;
 }
 
-// Publishes settings that `change` has modified. Returns false if allocation fails.
+// Publishes settings that `change` has modified. Returns false if it returns false or if allocation
+// fails.
 template <class Change>
 bool ChangeSettings(TraceMutex* mutex, Change change) {
     TraceSettings* older = mutex->settings.load(std::memory_order_relaxed);
     auto* settings = older ? New<TraceSettings>(*older) : New<TraceSettings>();
     if (!settings) return false;
+    const bool isCopied =
+        !older || (settings->format == older->format && settings->modules == older->modules);
+    if (!isCopied || !change(*settings)) {
+        delete settings;
+        return false;
+    }
     settings->older = older;
-    change(*settings);
     mutex->settings.store(settings, std::memory_order_release);
     return true;
 }

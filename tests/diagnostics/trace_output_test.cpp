@@ -152,9 +152,18 @@ TEST_F(TraceOutput, KeepsFullFiles) {
     const bool wasRenamed = !Letters(4).empty();  // not while it is open on Windows
     Write("f");
     EXPECT_EQ(Letters(0) + Letters(1), wasRenamed ? "fd" : "fe");
+    // A file that cannot be renamed grows.
+    const CGNString folder(Older(1).c_str());
+    std::remove(Older(1).c_str());
+    OSCreateDirectory(folder);
+    OSCreateDirectory(CGNString((Older(1) + "/x").c_str()));
+    m_trace.ResetRotation(1);
+    Write("gh");
+    EXPECT_EQ(Letters(0), "fgh");
+    OSDeleteDirectoryTree(folder);
     m_trace.ResetRotation(0);
-    Write("g");
-    EXPECT_EQ(Letters(0) + Letters(1), wasRenamed ? "gd" : "ge");
+    Write("i");
+    EXPECT_EQ(Letters(0) + Letters(1), "i");
 }
 
 TEST_F(TraceOutput, StartsAFileEachDay) {
@@ -227,6 +236,35 @@ TEST_F(TraceQueue, LosesAndMixesNoLines) {
         }
         EXPECT_EQ(text.size() - at, 3000001u);
     }
+}
+
+// Everything at once, for the thread sanitizer: settings, names and lines.
+TEST_F(TraceQueue, SettingsChangeWhileThreadsWrite) {
+    OSSetThreaded();
+    const TemporaryFile dump;
+    CGNNamedMutexPool pool;
+    ASSERT_TRUE(pool.Init() && m_trace.Init());
+    m_trace.ResetOutput(kFile | kMemory, m_path, 500);
+    int steps[3] = {};
+    AtTheSameTime(4, [&](int thread) {
+        for (int i = 0; i < 200; ++i) {
+            const int name = i % 3;
+            const CGNString text(std::to_string(name).c_str());
+            if (!pool.WaitNamedMutex(text, 100000)) continue;
+            ++steps[name];
+            m_trace.WriteMsg("p", 1, "m", "%d", i);
+            pool.ReleaseNamedMutex(text);
+            if (i % 20 != 0) continue;
+            const char even = i % 40 == 0;
+            if (thread == 0) m_trace.ResetFormat(even ? "{message}" : nullptr);
+            if (thread == 1) m_trace.ResetAsync(even);
+            if (thread == 2) m_trace.ResetRotation(i % 3, even);
+            if (thread == 3) CGNTrace::KeepLastLines(i % 5, dump.Path());
+            if (even) CGNTrace::WriteLastLines();
+        }
+    });
+    EXPECT_EQ(steps[0] + steps[1] + steps[2], 800);
+    CGNTrace::KeepLastLines(0, nullptr);
 }
 
 TEST_F(TraceMemory, KeepsTheLastLines) {

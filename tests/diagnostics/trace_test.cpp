@@ -138,6 +138,40 @@ TEST(Trace, DatesLinesInTheZoneOfTheThread) {
     EXPECT_EQ(t.Lines(), expected);
 }
 
+// Four zones at once: every line has the time of its thread's zone.
+TEST(Trace, DatesLinesOfConcurrentThreads) {
+    OSSetThreaded();
+    const ZoneGuard machine(nullptr);
+    static const struct {
+        const char* zone;
+        int seconds;
+    } kZones[] = {{"UTC+0", 0}, {"XYZ-9", 32400}, {"ABC+5", -18000}, {"NPT-5:45", 20700}};
+    FileTrace t;
+    t.trace.EnableDateTime();
+    const std::time_t before = std::time(nullptr);
+    AtTheSameTime(4, [&](int i) {
+        CGNLclSt::Instance()->Init(2);
+        CGNLclSt::Instance()->SetLocalVariable("timezone", const_cast<char*>(kZones[i].zone));
+        for (int line = 0; line < 500; ++line) t.trace.WriteMsg(nullptr, 1, "", "%d", i);
+    });
+    const std::time_t after = std::time(nullptr);
+    std::istringstream lines(t.Lines());
+    int count = 0;
+    for (std::string line; std::getline(lines, line); ++count) {
+        const auto& zone = kZones[line.back() - '0'];
+        bool isOfZone = false;
+        for (std::time_t at = before; at <= after && !isOfZone; ++at) {
+            const std::time_t shifted = at + zone.seconds;
+            char expected[40];
+            std::strftime(expected, sizeof expected,
+                          "%m/%d/%y %H:%M:%S :: ", std::gmtime(&shifted));
+            isOfZone = line.compare(0, 21, expected) == 0;
+        }
+        ASSERT_TRUE(isOfZone) << line << " in " << zone.zone;
+    }
+    EXPECT_EQ(count, 2000);
+}
+
 TEST(Trace, KeepsTheErrorsOfItsCaller) {
     FileTrace t;
     errno = 42;

@@ -55,7 +55,8 @@ bool SetThreadPointer(void* pointer, void (*atEnd)(void* pointer), void (*renewe
 // -- Mutexes -------------------------------------------------------------------------------------
 
 // A recursive mutex: the holder may wait again and must release as many times. If a thread ends
-// while it holds a mutex, the next waiter gets it as if it had been released.
+// while it holds a mutex, the next waiter gets it as if it had been released. So it is in the child
+// of a fork if another thread of the parent held it.
 struct Mutex;
 
 unsigned MakeMutex(Mutex** mutex);

@@ -16,12 +16,13 @@ namespace genutil::platform {
 
 constexpr std::uint32_t kAnySleeper = 0xFFFFFFFF;
 
-// The end of a wait, on the clock that is never set.
+// The end of a wait, by default on the clock that is never set.
 class Deadline {
   public:
-    explicit Deadline(std::uint32_t limit) : m_time{}, m_isSet(limit != kNoLimit) {
+    explicit Deadline(std::uint32_t limit, clockid_t clock = CLOCK_MONOTONIC)
+        : m_time{}, m_isSet(limit != kNoLimit) {
         if (!m_isSet) return;
-        clock_gettime(CLOCK_MONOTONIC, &m_time);
+        clock_gettime(clock, &m_time);
         m_time.tv_sec += static_cast<time_t>(limit / 1000);
         m_time.tv_nsec += static_cast<long>(limit % 1000) * 1000000;
         if (m_time.tv_nsec < 1000000000) return;

@@ -43,6 +43,20 @@ bool TakeSoon(Mutex* mutex) {
     return false;
 }
 
+// In the child of a fork, the parent's other threads do not exist. What one of them held is taken
+// over, as after the end of its holder.
+bool TakeFromParent(Mutex* mutex, ThisThread& self) {
+    std::uint32_t state = mutex->state.load(std::memory_order_relaxed);
+    if (CountForks() == 0 || state == 0) return false;
+    const bool isGone =
+        syscall(SYS_tgkill, getpid(), static_cast<pid_t>(state & kHolder), 0) != 0 &&
+        errno == ESRCH;
+    if (!isGone || !mutex->state.compare_exchange_strong(state, self.id | kAwaited)) return false;
+    mutex->levels = 1;
+    self.Hold(*mutex);
+    return true;
+}
+
 // Takes the mutex with the mark set, because it is not known whether others still sleep. A thread
 // whose limit has passed leaves the mark as well: it may have been woken in place of another.
 unsigned TakeBusyMutex(Mutex* mutex, ThisThread& self, const Deadline& deadline) {
@@ -66,7 +80,7 @@ unsigned TakeBusyMutex(Mutex* mutex, ThisThread& self, const Deadline& deadline)
 unsigned WaitMutex(Mutex* mutex, std::uint32_t limit) {
     if (!mutex) return EINVAL;
     ThisThread& self = CurrentThread();  // gives the thread its id
-    if (TakeMutexAtOnce(mutex)) return 0;
+    if (TakeMutexAtOnce(mutex) || TakeFromParent(mutex, self)) return 0;
     if (limit == 0) return kTimedOut;
     const Deadline deadline(limit);
     return TakeSoon(mutex) ? 0 : TakeBusyMutex(mutex, self, deadline);
