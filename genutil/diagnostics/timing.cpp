@@ -130,11 +130,15 @@ unsigned char OSTime::LogEnabled() {
 
 void OSTime::Reset() {
     if (!m_logEnabled) return;
+    Start();
+    SetLabel(nullptr);
+}
+
+void OSTime::Start() {
     long seconds, micro;
     OSGetTime(seconds, micro);
     m_seconds = static_cast<std::int32_t>(seconds);
     m_micro = static_cast<std::int32_t>(micro);
-    SetLabel(nullptr);
 }
 
 void OSTime::SetLabel(CGNString* label) {
@@ -177,6 +181,7 @@ void OSTime::VaLog(const char* format, ...) {
 
 void OSTime::Log() {
     if (!m_logEnabled) return;
+    if (m_seconds == 0 && m_micro == 0) Start();  // constructed while logging was disabled
     char times[80];
     std::snprintf(times, sizeof times, "time %ld : elapsed ms %ld\n",
                   static_cast<long>(platform::SecondsNow()) - m_startTime,

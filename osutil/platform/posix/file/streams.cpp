@@ -22,6 +22,24 @@ bool GoTo(std::FILE* stream, std::int64_t place) {
     return fseeko(stream, place, SEEK_SET) == 0;
 }
 
+std::int64_t ChangeTimeOf(std::FILE* stream) {
+    struct stat status;
+    return fstat(fileno(stream), &status) == 0 ? status.st_mtime : -1;
+}
+
+bool IsFileAt(std::FILE* stream, const char* path) {
+    const SystemPath name(path);
+    struct stat open, named;
+    if (!name.Get() || fstat(fileno(stream), &open) != 0) return true;
+    return stat(name.Get(), &named) == 0 && open.st_dev == named.st_dev &&
+           open.st_ino == named.st_ino;
+}
+
+bool RenameFile(const char* from, const char* to) {
+    const SystemPath source(from), target(to);
+    return source.Get() && target.Get() && std::rename(source.Get(), target.Get()) == 0;
+}
+
 bool IsOpenIn(std::FILE* stream, const char* path) {
     const SystemPath name(path);
     struct stat here, there;
