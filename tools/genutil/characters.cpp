@@ -48,12 +48,17 @@ bool CharacterWalk::Next() {
 }
 
 bool CharacterWalk::EndsLine() const {
-    if (m_length == 0) return false;
-    const std::size_t unit = m_codeSet == mbUtf16 ? 2 : 1;
-    if (m_length != unit || (unit == 2 && m_text[m_at + 1] != 0)) return false;
-    if (m_text[m_at] == '\n') return true;
+    const bool big = m_codeSet == mbUtf32Be;
+    const std::size_t unit = m_codeSet == mbUtf16 ? 2 : big || m_codeSet == mbUtf32 ? 4 : 1;
+    if (m_length == 0 || m_length != unit) return false;
+    const auto is = [&](std::size_t at, char c) {
+        if (at + unit > m_text.size()) return false;
+        for (std::size_t i = 0; i < unit; ++i)
+            if (m_text[at + i] != (i == (big ? unit - 1 : 0) ? c : '\0')) return false;
+        return true;
+    };
     // A carriage return ends a line by itself only if no line feed follows.
-    return m_text[m_at] == '\r' && !(m_at + unit < m_text.size() && m_text[m_at + unit] == '\n');
+    return is(m_at, '\n') || (is(m_at, '\r') && !is(m_at + unit, '\n'));
 }
 
 // Skips the sequences that the conversion takes for escapes or shifts. m_escape keeps those that
