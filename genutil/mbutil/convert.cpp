@@ -69,9 +69,9 @@ bool Run(Transfer& t, int from, int to) {
 }
 
 std::size_t TerminatorSize(int codeSet) {
-    return codeSet == mbUtf16 || codeSet == mbUtf16Be   ? 2
-           : codeSet == mbUtf32 || codeSet == mbUtf32Be ? 4
-                                                        : 1;
+    if (codeSet < mbUtf16) return 1;
+    if (codeSet == mbUtf16 || codeSet == mbUtf16Be) return 2;
+    return codeSet == mbUtf32 || codeSet == mbUtf32Be ? 4 : 1;
 }
 
 const unsigned char* Start(const char* s) {
@@ -125,7 +125,8 @@ int mbConvert(const char* src, size_t srcLength, int fromCodeSet, char* dst, siz
                Losses(Start(src), conversion ? conversion->lostAt : nullptr,
                       conversion && conversion->lostAt ? conversion->lostAtSize : 0)};
     const bool all = Run(t, fromCodeSet, toCodeSet);
-    std::memset(t.dst, 0, terminator);
+    t.dst[0] = 0;
+    for (std::size_t i = 1; i < terminator; ++i) t.dst[i] = 0;
     if (conversion) {
         conversion->consumed = static_cast<std::size_t>(t.src - Start(src));
         conversion->produced = static_cast<std::size_t>(t.dst - out);

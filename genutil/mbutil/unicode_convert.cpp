@@ -22,12 +22,17 @@ class Conversion {
         : m_transfer(transfer),
           m_from(from),
           m_to(to),
-          m_substitute(transfer.substitute ? transfer.substitute : SubstituteOf(to)),
           m_src{transfer.src, transfer.srcEnd, transfer.reading, transfer.ending == Ending::kOpen},
           m_dst{transfer.dst, transfer.dstEnd, transfer.writing} {}
 
     bool Run() {
         Stop stop = Advance();
+        if (stop == Stop::kDone && !m_from.base && !m_to.base) {  // nearly always, also for a name
+            m_transfer.src = m_src.at;
+            m_transfer.dst = m_dst.at;
+            m_transfer.stop = Stop::kDone;
+            return true;
+        }
         while (stop == Stop::kBad && !m_transfer.stopsAtLoss) {
             if (!PutSubstitute()) {
                 stop = Stop::kFull;
@@ -136,7 +141,7 @@ class Conversion {
 
     bool PutSubstitute() {
         unsigned char unit[2];
-        StoreUnit(unit, m_substitute);
+        StoreUnit(unit, m_transfer.substitute ? m_transfer.substitute : SubstituteOf(m_to));
         const unsigned char* units = unit;
         return Encode(m_to, units, unit + 2, m_dst) == Stop::kDone;
     }
@@ -146,7 +151,6 @@ class Conversion {
     Transfer& m_transfer;
     const CodePage& m_from;
     const CodePage& m_to;
-    const unsigned short m_substitute;
     Source m_src;
     Source m_behind{};
     Sink m_dst;
@@ -185,7 +189,7 @@ bool ConvertThroughUnicode(Transfer& t, int fromCodeSet, int toCodeSet) {
     const CodePage* to = FindListedCodePage(toCodeSet);
     t.stop = Stop::kUnknown;
     if (!from || !to) return false;
-    if (from != to) from = SkipByteOrderMark(t, from);
+    if (from != to && IsUnicode(from->form)) from = SkipByteOrderMark(t, from);
     return ConvertPages(t, *from, *to);
 }
 
