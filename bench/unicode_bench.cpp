@@ -1,6 +1,8 @@
 // Conversion to and from Unicode. The text is that of the Japanese manual pages.
 #include "bench/unicode_bench.h"
 
+#include <algorithm>
+
 #include "bench/support/pages.h"
 #include "mbutil.h"
 
@@ -8,6 +10,7 @@ namespace {
 
 constexpr Encoding kShiftJis = {mbShiftJis, "CP932", "ibm-943_P15A-2003", 932};
 constexpr Encoding kEucJp = {mbEucJp, "EUC-JP-MS", "EUC-JP", 20932};
+constexpr Encoding kJis = {mbJis, "ISO-2022-JP", "ISO-2022-JP", 50220};
 constexpr Encoding kBig5 = {mbBig5, "CP950", "windows-950-2000", 950};
 constexpr Encoding kKorean = {mbKorean, "CP949", "windows-949-2000", 949};
 constexpr Encoding kLatin2 = {mb8859_2, "ISO-8859-2", "ISO-8859-2", 28592};
@@ -68,6 +71,36 @@ void Genutil(benchmark::State& state, const std::string& text, const Encoding& f
     }
 }
 
+// Reads and writes blocks as of a file.
+void InPieces(benchmark::State& state, const std::string& text, const Encoding& from,
+              const Encoding& to) {
+    constexpr std::size_t kPiece = 1 << 16;
+    std::string out(4 * kPiece, '\0');
+    mbConverter* const converter = mbOpenConverter(from.codeSet, to.codeSet, 0);
+    for (auto _ : state) {
+        for (std::size_t at = 0; at < text.size(); at += kPiece) {
+            const char* src = text.data() + at;
+            std::size_t left = std::min(kPiece, text.size() - at), room = out.size();
+            const bool last = at + left == text.size();
+            char* dst = out.data();
+            if (mbConvertNext(converter, &src, &left, &dst, &room, last, nullptr) != mbNextDone)
+                state.SkipWithError("not converted");
+            benchmark::DoNotOptimize(out.data());
+        }
+    }
+    mbCloseConverter(converter);
+}
+
+void RegisterPieces(const std::string& name, const std::string& text, const Encoding& from,
+                    const Encoding& to) {
+    const auto add = [&](const char* who, Conversion* run) {
+        benchmark::RegisterBenchmark((name + ", in pieces" + who).c_str(),
+                                     [=](benchmark::State& state) { run(state, text, from, to); });
+    };
+    add("/genutil", InPieces);
+    add("/one call", Genutil);
+}
+
 void Register(const std::string& name, const std::string& text, const Encoding& from,
               const Encoding& to) {
     const auto add = [&](const char* who, Conversion* run) {
@@ -91,6 +124,11 @@ const int g_registered = [] {
     const std::string shiftJis = TextIn(kShiftJis, Pages());
     RegisterPair("Shift-JIS to UTF-16", shiftJis, kShiftJis, kUtf16);
     RegisterPair("Shift-JIS to UTF-8", shiftJis, kShiftJis, kUtf8);
+    RegisterPieces("Shift-JIS to UTF-16", shiftJis, kShiftJis, kUtf16);
+    RegisterPieces("Shift-JIS to UTF-8", shiftJis, kShiftJis, kUtf8);
+    RegisterPieces("UTF-8 to Shift-JIS", Convert(shiftJis, mbShiftJis, mbUtf8), kUtf8, kShiftJis);
+    RegisterPieces("Shift-JIS to EUC-JP", shiftJis, kShiftJis, kEucJp);
+    RegisterPieces("Shift-JIS to JIS", shiftJis, kShiftJis, kJis);
     RegisterPair("EUC-JP to UTF-8", TextIn(kEucJp, Pages()), kEucJp, kUtf8);
     RegisterPair("Big5 to UTF-8", TextIn(kBig5, Pages()), kBig5, kUtf8);
     RegisterPair("Korean to UTF-8", TextIn(kKorean, Spread(0xAC00, 2000)), kKorean, kUtf8);

@@ -154,7 +154,7 @@ class JisReader : public Reader {
         m_designated = static_cast<Set>(state.designated);
     }
     ShiftState State() const {
-        return {static_cast<std::uint16_t>(m_set), static_cast<std::uint8_t>(m_designated), 0, 0};
+        return {static_cast<std::uint8_t>(m_set), static_cast<std::uint8_t>(m_designated), 0, 0};
     }
 
     bool IsCut() const {

@@ -115,7 +115,7 @@ class JisWriter : public Writer {
           m_set(static_cast<Set>(t.writing.set)),
           m_threefold(t.threefold),
           m_reserve(t.ending == Ending::kWhole ? kEscapeLength : 0) {}
-    ShiftState State() const { return {static_cast<std::uint16_t>(m_set), 0, 0, 0}; }
+    ShiftState State() const { return {static_cast<std::uint8_t>(m_set), 0, 0, 0}; }
 
     bool EnterAscii() {
         if (m_set == Set::kAscii) return true;

@@ -50,7 +50,7 @@ bool MakeMapping(int from, int to, ByteMapping& mapping) {
 // A mapping that is filled at the first use. If that fails, the next use tries again.
 class LateMapping {
   public:
-    constexpr LateMapping(int from, int to) : m_from(from), m_to(to) {}
+    LateMapping(int from, int to) : m_from(from), m_to(to) {}
     const ByteMapping* Get() {
         if (m_filled.load(std::memory_order_acquire)) return &m_mapping;
         const std::lock_guard<std::mutex> guard(m_filling);

@@ -178,7 +178,7 @@ struct Emission {
 
 void EnterJapaneseSet(Emission& emission, Set set) {
     if (emission.state.set == static_cast<unsigned>(set)) return;
-    emission.state.set = static_cast<std::uint16_t>(set);
+    emission.state.set = static_cast<std::uint8_t>(set);
     emission.state.escaped = 0;
     for (const char c : jis::EscapeTo(set)) emission.Put(static_cast<unsigned char>(c));
 }

@@ -9,7 +9,7 @@ namespace genutil {
 // The state of a text with escape sequences; all zero at the start of every text. The values are
 // private to iso2022.cpp, except that set and designated are values of jis::Set in ISO-2022-JP.
 struct ShiftState {
-    std::uint16_t set = 0;
+    std::uint8_t set = 0;
     std::uint8_t designated = 0;
     std::uint8_t begun = 0;
     std::uint8_t escaped = 0;  // how far the last characters resemble an escape sequence

@@ -1,6 +1,7 @@
 // Conversion between any two code sets by way of Unicode: the choice of path, and the lost
 // characters.
 #include "genutil/mbutil/ascii_units.h"
+#include "genutil/mbutil/byte_order_mark.h"
 #include "genutil/mbutil/code_read.h"
 #include "genutil/mbutil/pivot.h"
 #include "genutil/mbutil/transcode.h"
@@ -21,12 +22,17 @@ class Conversion {
         : m_transfer(transfer),
           m_from(from),
           m_to(to),
-          m_substitute(transfer.substitute ? transfer.substitute : SubstituteOf(to)),
           m_src{transfer.src, transfer.srcEnd, transfer.reading, transfer.ending == Ending::kOpen},
           m_dst{transfer.dst, transfer.dstEnd, transfer.writing} {}
 
     bool Run() {
         Stop stop = Advance();
+        if (stop == Stop::kDone && !m_from.base && !m_to.base) {  // nearly always, also for a name
+            m_transfer.src = m_src.at;
+            m_transfer.dst = m_dst.at;
+            m_transfer.stop = Stop::kDone;
+            return true;
+        }
         while (stop == Stop::kBad && !m_transfer.stopsAtLoss) {
             if (!PutSubstitute()) {
                 stop = Stop::kFull;
@@ -135,7 +141,7 @@ class Conversion {
 
     bool PutSubstitute() {
         unsigned char unit[2];
-        StoreUnit(unit, m_substitute);
+        StoreUnit(unit, m_transfer.substitute ? m_transfer.substitute : SubstituteOf(m_to));
         const unsigned char* units = unit;
         return Encode(m_to, units, unit + 2, m_dst) == Stop::kDone;
     }
@@ -145,28 +151,18 @@ class Conversion {
     Transfer& m_transfer;
     const CodePage& m_from;
     const CodePage& m_to;
-    const unsigned short m_substitute;
     Source m_src;
     Source m_behind{};
     Sink m_dst;
     std::size_t m_chunk = kLongest;
 };
 
-bool Begins(const Transfer& t, const unsigned char* mark, std::ptrdiff_t length) {
-    return t.srcEnd - t.src >= length &&
-           std::memcmp(t.src, mark, static_cast<std::size_t>(length)) == 0;
-}
-
 // Skips a byte-order mark, which no other code set has, and uses its byte order.
 const CodePage* SkipByteOrderMark(Transfer& t, const CodePage* from) {
-    static constexpr unsigned char kUtf8Mark[] = {0xEF, 0xBB, 0xBF}, kLittle[] = {0xFF, 0xFE},
-                                   kBig[] = {0xFE, 0xFF};
-    if (from->form == CodeForm::kUtf8) {
-        if (Begins(t, kUtf8Mark, 3)) t.src += 3;
-    } else if (from->form == CodeForm::kUtf16) {
-        const bool big = Begins(t, kBig, 2);
-        if (big || Begins(t, kLittle, 2)) t.src += 2;
-        if (big) return BigEndianUtf16();
+    for (const ByteOrderMark& mark : kByteOrderMarks) {
+        if (mark.form != from->form || !mark.IsAt(t.src, t.srcEnd)) continue;
+        t.src += mark.length;
+        return mark.selects == mark.form ? from : PageOfForm(mark.selects);
     }
     return from;
 }
@@ -193,7 +189,7 @@ bool ConvertThroughUnicode(Transfer& t, int fromCodeSet, int toCodeSet) {
     const CodePage* to = FindListedCodePage(toCodeSet);
     t.stop = Stop::kUnknown;
     if (!from || !to) return false;
-    if (from != to) from = SkipByteOrderMark(t, from);
+    if (from != to && IsUnicode(from->form)) from = SkipByteOrderMark(t, from);
     return ConvertPages(t, *from, *to);
 }
 
