@@ -17,6 +17,7 @@ constexpr std::size_t kListed = 5;
 struct Job {
     std::string from, to, out;
     bool force = false;
+    bool guess = false;
     bool outIsFolder = false;
     std::vector<std::string> files;
     Encoding target{};
@@ -76,7 +77,7 @@ Status ConvertFile(const Job& job, const std::string& file) {
     const std::string path = job.out.empty() ? "" : OutputPath(job, file);
     if (!path.empty() && !MayWrite(path, job.force)) return kError;
     Input input;
-    if (!ReadInput(file, job.from, &input)) return kError;
+    if (!ReadInput(file, job.from, job.guess, &input)) return kError;
     std::string result;
     if (input.text.size() >= kLargeFile) ShowProgress(input.name, "converting ");
     const Status status = ConvertText(input, job, &result);
@@ -123,7 +124,8 @@ Status RunConvert(const Arguments& arguments) {
     const std::vector<Option> options = {{"--from", nullptr, &job.from, nullptr},
                                          {"--to", nullptr, &job.to, nullptr},
                                          {"--output", "-o", &job.out, nullptr},
-                                         {"--force", nullptr, nullptr, &job.force}};
+                                         {"--force", nullptr, nullptr, &job.force},
+                                         {"--guess", nullptr, nullptr, &job.guess}};
     if (!ParseArguments(arguments, options, &job.files) || !CheckJob(&job)) return kError;
     Status status = kOk;
     for (std::size_t i = 0; i < job.files.size(); ++i) {
@@ -139,7 +141,7 @@ Status RunConvert(const Arguments& arguments) {
 
 const Command kConvertCommand = {
     "convert", "[--to NAME] FILE...       converts files",
-    "genutil convert [--from NAME] [--to NAME] [-o OUT] [--force] FILE...\n"
+    "genutil convert [--from NAME] [--to NAME] [-o OUT] [--force] [--guess] FILE...\n"
     "\n"
     "Converts files between encodings (genutil --help lists them) and reports each file's\n"
     "lost characters: how many, and the positions of the first ones. A substitute\n"
@@ -150,7 +152,9 @@ const Command kConvertCommand = {
     "  -o, --output OUT  the file to write, or the folder for any number of files; without it\n"
     "                    one file is written to standard output\n"
     "  --force           replaces output files that exist\n"
+    "  --guess           converts from the likeliest encoding even if it is uncertain\n"
     "\n"
+    "Without --from, a file whose encoding is uncertain (below 0.9 in genutil detect) is refused.\n"
     "\"-\" means standard input. An output file is written completely or not at all.\n"
     "\n"
     "Exit status: 0 nothing was lost, 1 characters were lost, 2 wrong usage or a file failed.\n",
