@@ -132,6 +132,19 @@ const struct {
          OSLocalPreferenceSet().GetPreferenceSectionValueFromIni("s", values, path.c_str());
          return Text(values);
      }},
+    {"registry",
+     [] {
+         // A text that could not be allocated is empty, and an empty subkey means the parent.
+         static const CGNString s_base(("genutil allocation " + std::string(100, 'b')).c_str()),
+             s_sub("sub"), s_name("v"), s_kept("kept"), s_below("below");
+         CGNString parent("kept"), value;
+         OSSetSystemConfigReg(s_kept, "", s_name, s_base);
+         OSSetSystemConfigReg(s_below, s_sub, s_name, s_base);
+         OSGetSystemConfigReg(parent, s_kept, "", s_name, s_base);
+         Check(parent == "kept" || parent.IsEmpty(), "the value of the parent key changes");
+         OSGetSystemConfigReg(value, "", s_sub, s_name, s_base);
+         return Text(value);
+     }},
     {"text of the environment",
      [] { return Text(OSExpandEnvironmentVariables(("%NONE%" + LongText()).c_str())); }},
     {"stopwatch",

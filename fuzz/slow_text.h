@@ -162,7 +162,14 @@ class Text {
         for (std::size_t n = 1; n <= text.size() && n <= 16; ++n) {
             Units units;
             const std::string first = text.substr(0, n);
-            if (Decode(first, codeSet, &units) && !units.empty()) return first;
+            if (!Decode(first, codeSet, &units) || units.empty()) continue;
+            bool isEscape = false;  // which only more bytes tell from an escape character
+            for (std::size_t more = n + 1; units[0] == 0x1B && more <= n + 3; ++more) {
+                Units longer;
+                isEscape |= more <= text.size() && Decode(text.substr(0, more), codeSet, &longer) &&
+                            (longer.empty() || longer[0] != 0x1B);
+            }
+            if (!isEscape) return first;
         }
         return "";
     }

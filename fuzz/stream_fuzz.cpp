@@ -1,8 +1,9 @@
-// Lines and blocks of streams in any code set, read with buffers of any size. The first byte
-// chooses the code sets, the second the size; the rest is the file.
+// Pieces of lines, whole lines and blocks of streams in any code set, read with buffers of any
+// size. The first byte chooses the code sets, the second the size; the rest is the file.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -19,11 +20,6 @@ std::FILE* FileOf(const std::string& text) {
     if (!text.empty()) std::fwrite(text.data(), 1, text.size(), stream);
     std::rewind(stream);
     return stream;
-}
-
-std::string Convert(const std::string& text, int from, int to) {
-    std::vector<char> out(3 * text.size() + 1);
-    return convertStrExt(text.c_str(), from, out.data(), to);
 }
 
 // Blocks are as long as whole characters permit. Together they are the file.
@@ -44,27 +40,49 @@ void CheckBlocks(const std::string& text, int codeSet, unsigned room) {
     std::fclose(stream);
 }
 
-// Lines that are cut and converted are together the converted file.
-void CheckLines(const std::string& text, int fileCodeSet, int codeSet, unsigned room) {
+// Pieces of lines: no more than there is room for, and no part of a character where one is cut.
+void CheckPieces(const std::string& text, int fileCodeSet, unsigned room) {
     std::FILE* const stream = FileOf(text);
     if (!stream) return;
-    std::string all;
     std::vector<char> line(room + 1, '#');
+    std::size_t calls = 0;
     while (mbfgets(line.data(), static_cast<int>(room), stream, fileCodeSet)) {
         const std::size_t length = std::strlen(line.data());
-        Check(length < room, "length of a line");
+        Check(length < room, "length of a piece");
         const char* const feed = std::strchr(line.data(), '\n');
         Check(!feed || feed == line.data() + length - 1, "no more than one line");
         Check(line[room] == '#', "no byte beyond the buffer");
-        all += line.data();
+        if (room == 1 || ++calls > text.size()) break;
     }
-    Check(all == Convert(text, fileCodeSet, codeSet), "lines are the converted file");
+    Check(calls <= text.size(), "an end");
     std::fclose(stream);
 }
 
-bool IsValid(const std::string& text, int codeSet) {
-    unsigned bad = 0;
-    return codeSet == mbJis || mbvalidatestring(text.c_str(), &bad, codeSet);
+// Lines of any length are together the converted file.
+void CheckLines(const std::string& text, int from, int to) {
+    std::FILE* const stream = FileOf(text);
+    if (!stream) return;
+    mbConverter* const converter = mbOpenConverter(from, to, 0);
+    std::vector<char> whole(mbConvertBound(text.size(), from, to));
+    mbConversion report = {};
+    Check(mbConvert(text.data(), text.size(), from, whole.data(), whole.size(), to, &report) == 1,
+          "one call");
+    std::string all;
+    char* line = nullptr;
+    std::size_t size = 0, length = 0;
+    while (mbReadLine(converter, stream, &line, &size, &length) == 1) {
+        Check(length > 0 && length < size && line[length] == 0, "length of a line");
+        if (to == mbUtf8) {
+            const std::string read(line, length);
+            const bool ends = read.find('\n') == read.size() - 1;
+            Check(ends || std::feof(stream), "one line");
+        }
+        all.append(line, length);
+    }
+    Check(all == std::string(whole.data(), report.produced), "lines are the converted file");
+    std::free(line);
+    mbCloseConverter(converter);
+    std::fclose(stream);
 }
 
 }  // namespace
@@ -78,11 +96,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto& pair = kPairs[data[0] % std::size(kPairs)];
     const unsigned room = 1 + data[1] % 40;
     std::string text(reinterpret_cast<const char*>(data) + 2, size - 2);
+    CheckLines(text, pair.file, pair.memory);
+    for (const int unicode : {mbUtf16, mbUtf8}) {
+        CheckLines(text, unicode, pair.file);
+        CheckLines(text, pair.file, unicode);
+    }
     text.resize(std::strlen(text.c_str()));
     mbIsMultiByte();
     InitMbutilExt(pair.memory);
     CheckBlocks(text, pair.memory, room);
-    // Room for the longest character, a shift to it and the terminator.
-    if (IsValid(text, pair.file)) CheckLines(text, pair.file, pair.memory, 9 + room);
+    CheckPieces(text, pair.file, room);
     return 0;
 }

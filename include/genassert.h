@@ -5,7 +5,11 @@
        CGNAssert::Instance()->Init(AskTheUser, &window);     // called for each failed condition
        if (!CGNAssert::Instance()->cgnassert(size > 0, __FILE__, __LINE__)) return;
 
-   The library reports its own allocation failures through this service and then continues. */
+   The library reports its own allocation failures through this service and then continues.
+
+   Failures are trace messages of the module "cgnassert" with the categories 0xFF01. They are
+   written if the trace has an output and its enabled categories (CGNTrace::ResetMask) include all
+   of these or lie within them: 0x0001, 0x0100 and 0xFF01 show failures; 0x0003 does not. */
 #ifndef GENUTIL_GENASSERT_H
 #define GENUTIL_GENASSERT_H
 

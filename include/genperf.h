@@ -51,7 +51,8 @@ GENUTIL_API void OSPerfTime(long& seconds, long& value);
 /* -- Stopwatch -------------------------------------------------------------------------------- */
 
 /** A stopwatch. It logs the elapsed time on request and when it is destroyed. While logging is
-    disabled, it stores nothing and logs nothing. */
+    disabled, it stores nothing and logs nothing. A stopwatch constructed meanwhile starts with its
+    first line after logging is enabled, which reports 0 ms, or with Reset(). */
 class GENUTIL_API OSTime {
   public:
     /** Receives a log line, which ends with a line feed. */
@@ -105,6 +106,7 @@ class GENUTIL_API OSTime {
 
   private:
     OSTime(CGNString* label);
+    void Start();
     void SetLabel(CGNString* label);
 
     std::int32_t m_seconds;

@@ -628,7 +628,7 @@ class GENUTIL_API CGNString {
 
     /** Converts the string from the ANSI code page of a locale to UTF-8. The string becomes empty
         if the conversion fails.
-        @param localeName a name that mbGetLCID accepts; null for the user's locale. */
+        @param localeName a locale as in mbConvertToUTF8. */
     void ConvertToUTF8(const char* localeName);
     /** Converts the string from UTF-8 to the user's ANSI code page. The string becomes empty if the
         conversion fails. */

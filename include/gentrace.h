@@ -12,18 +12,40 @@
        11/21/26 09:30:12 :: TID 4711 :: reader : 12 rows : Line    42 in reader.cpp
 
    The thread identifier is included once the process is threaded (OSSetThreaded). Each message is
-   written in one piece, whatever its length and however many threads write. */
+   written in one piece, whatever its length and however many threads write.
+
+   The lines can have another form, and a full file can be kept:
+
+       trace->ResetFormat("%F %T.%L [{thread}] {module}: {message}");
+       trace->ResetRotation(5, 0);                     // suite.log.1 to suite.log.5
+
+   Settings may be changed while other threads write, unless stated otherwise. */
 #ifndef GENUTIL_GENTRACE_H
 #define GENUTIL_GENTRACE_H
 
 #include <cstdarg>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
+#if __has_include(<version>)
+#include <version>
+#endif
+#if defined(__cpp_lib_format)
+#include <format>
+#endif
 
 #include "genexport.h"
 #include "genstr.h"
 
 struct _osmutex;
+
+namespace genutil {
+class TraceLine;
+class TraceBatch;
+struct TraceMutex;
+struct TraceSettings;
+}  // namespace genutil
 
 /** The text "Line %5d in %s" of a source position. */
 class GENUTIL_API CGNTraceFileLine : public CGNString {
@@ -62,9 +84,10 @@ class GENUTIL_API CGNTrace {
     /** Returns the enabled categories. */
     short GetTraceSetting() const;
 
-    /** Selects the destinations of messages: bit 0 is the log file, bit 1 is standard output. The
-        values 0 and 2 also close the file and discard its name and size. Returns 0 and changes
-        nothing if bit 0 is set and no file is open. */
+    /** Selects the destinations of messages: bit 0 is the log file, bit 1 is standard output, bit 2
+        is the sink (ResetSink), bit 3 is the memory of KeepLastLines(). A value without bit 0 also
+        closes the file and discards its name and size. Returns 0 and changes nothing if bit 0 is
+        set and no file is open. */
     unsigned char ResetOutput(char output);
 
     /** Selects the destinations of messages and opens the log file for appending. A file that is
@@ -74,7 +97,8 @@ class GENUTIL_API CGNTrace {
         @param output the destinations, as above.
         @param name path of the file, as in osfile.h. A relative path is resolved again when the
             file starts over.
-        @param maxSize size in bytes at which the file starts over; 0 for never. */
+        @param maxSize size in bytes at which the file starts over, or is kept under another name
+            (ResetRotation); 0 for never. */
     unsigned char ResetOutput(char output, CGNString& name, long maxSize);
 
     /** Sets the size in bytes at which the file starts over; 0 for never. Not synchronised. */
@@ -91,6 +115,88 @@ class GENUTIL_API CGNTrace {
     void EnableDateTime();
     /** Disables the date and time at the start of messages. Not synchronised. */
     void DisableDateTime();
+
+    /** Receives a line.
+        @param line the line in the current code set (in UTF-8 if it is JSON), ending with a line
+            feed, and followed by no terminator.
+        @param length number of bytes.
+        @param argument as passed to ResetSink(). */
+    using Sink = void (*)(const char* line, long length, void* argument);
+
+    /** Keeps full log files. A file that has reached its maximum size is renamed to name.1, after
+        name.1 was renamed to name.2 and so on, and a new file is started. A file that cannot be
+        renamed, for example because another program has it open on Windows, continues to grow; each
+        message tries again. Returns 0, and changes nothing, if count is negative or allocation
+        fails.
+        @param count number of files that are kept; 0 starts the file over, which is the default.
+        @param daily nonzero if a new file is also started with the first message of a day, in the
+            time zone of the writing thread, or in UTC if ResetFormat() or ResetJson() selected it.
+       A file that existed before has the day of its last change. */
+    unsigned char ResetRotation(long count, char daily = 0);
+
+    /** Sets the function that receives messages if bit 2 of the output is set. It is called by the
+        thread that writes, for one message at a time, and must not write to this trace. Returns 0
+       if allocation fails.
+        @param sink the function; null for none.
+        @param argument passed to the function. */
+    unsigned char ResetSink(Sink sink, void* argument);
+
+    /** Sets the form of lines. Returns 0, and changes nothing, if the format contains an unknown
+        directive or field, contains {message} twice, or if allocation fails. The switches of the
+        date and of the source position have no effect on this form.
+        @param format text with directives of the date and fields. Null or an empty text selects the
+            default form. Directives, as in strftime: %Y %y (year), %m %d (month, day), %H %M %S,
+            %F (%Y-%m-%d), %T (%H:%M:%S), %D (%m/%d/%y), %R (%H:%M), %s (seconds since 1970), %z
+            (+0900), %%; and %L (milliseconds, three digits). Fields: {message}, {module}, {thread},
+            {mask} (the categories as a decimal number), {position}; and {{ for a brace.
+        @param utc nonzero for dates in UTC instead of the time zone of the thread. */
+    unsigned char ResetFormat(const char* format, char utc = 0);
+
+    /** Selects lines that are JSON objects in UTF-8, with the members time (ISO 8601 with
+        milliseconds), thread, mask, module, message and, if there is one, position. Characters that
+        are invalid in the current code set become U+FFFD. Returns 0 if allocation fails.
+        @param utc nonzero for times in UTC. */
+    unsigned char ResetJson(char utc = 0);
+
+    /** Limits the messages to those of some modules. Returns 0 if allocation fails.
+        @param modules names separated by commas: "reader,parser". With a leading "-", the messages
+            of all other modules are written: "-reader,parser". Null or an empty text admits all
+            modules. */
+    unsigned char ResetModules(const char* modules);
+
+    /** Starts or stops writing the file on a thread of its own. While it is started, a message for
+        the file only waits if a megabyte of messages is waiting to be written. No message is lost
+        when the process ends by returning from main() or by exit(): they are written then, and
+       later messages are written at once. After _exit(), abort() or a crash up to a few
+       milliseconds of messages are missing. Standard output and the sink are not affected. In the
+       child of a fork, messages are written at once. Returns 0 if the process is not threaded or
+       the thread cannot be started.
+        @param on nonzero to start; 0 to stop when all messages are written. */
+    unsigned char ResetAsync(char on) {
+        // Registered by the calling module, because Windows ends threads before it unloads this
+        // library.
+        static const bool s_isRegistered = std::atexit(StopQueues) == 0;
+        return s_isRegistered && SwitchQueue(on);
+    }
+    /** Waits until all messages so far have been written. */
+    void Flush();
+
+    /** Keeps the last messages of the process in memory: those of all traces whose output has
+       bit 3. They are appended to a file, after a heading, when an assertion fails (CGNAssert), by
+        WriteLastLines(), and after CatchCrashes() when the process crashes; then they are
+       discarded. Returns 0, and changes nothing, if count is out of range or allocation fails.
+        @param count number of messages, at most 1000000; 0 for none. Of each, 500 bytes are kept.
+        @param path path of the file, as in osfile.h, which is created when it is needed. A relative
+            path is resolved then. */
+    static unsigned char KeepLastLines(long count, const char* path);
+    /** Writes the messages that KeepLastLines() has kept. */
+    static void WriteLastLines();
+    /** Writes the messages that KeepLastLines() has kept when the process crashes: by an invalid
+        access to memory, an invalid instruction, a division by zero, or abort(). Whatever the
+        process had arranged before happens afterwards. It allocates nothing and waits for no lock.
+        On Linux it also works after a stack overflow of the thread that made this call. Returns 0
+       if the system refuses. */
+    static unsigned char CatchCrashes();
 
     /** Returns the destinations, the name of the file and its maximum size through the pointers. A
         null pointer is skipped. */
@@ -113,16 +219,59 @@ class GENUTIL_API CGNTrace {
         @param module name of the reporting module; may be empty.
         @param messageId number of the resource. */
     void WriteMsg(const char* fileLine, short mask, const CGNString& module, long messageId, ...);
+    /** Writes a message whose printf format is a string resource, as above. */
+    void WriteMsg(const char* fileLine, short mask, const CGNString& module, int messageId, ...);
+
+#if defined(__cpp_lib_format)
+    /** Writes a message if its categories are enabled. Available where the standard library has
+        std::format. If formatting throws, the format itself is written.
+        @param fileLine the source position; null for none.
+        @param mask categories of the message.
+        @param module name of the reporting module; may be empty.
+        @param format a format of std::format.
+        @param arguments its arguments. */
+    template <class... Arguments>
+    void WriteFormat(const char* fileLine, short mask, const CGNString& module,
+                     std::format_string<Arguments...> format, Arguments&&... arguments) {
+        if (!IsEnabled(mask)) return;
+        try {
+            const std::string text = std::format(format, std::forward<Arguments>(arguments)...);
+            WriteWhole(fileLine, mask, module, text.data(), text.size());
+        } catch (...) {
+            WriteWhole(fileLine, mask, module, format.get().data(), format.get().size());
+        }
+    }
+#endif
+    /** Writes a message without formatting it, if its categories are enabled.
+        @param fileLine the source position; null for none.
+        @param mask categories of the message.
+        @param module name of the reporting module; may be empty.
+        @param text the message, which ends at its first zero byte.
+        @param length number of bytes. */
+    void WriteWhole(const char* fileLine, short mask, const CGNString& module, const char* text,
+                    std::size_t length);
 
   private:
-    void DoWriteMsg(const char* fileLine, const char* module, const char* format,
+    void DoWriteResource(const char* fileLine, short mask, const char* module, long messageId,
+                         va_list arguments);
+    void DoWriteMsg(const char* fileLine, short mask, const char* module, const char* format,
                     va_list arguments);
+    void WriteLine(genutil::TraceLine& line, const genutil::TraceSettings* settings,
+                   bool needsSeparator, std::size_t prefix);
     // WriteMsg without a string object, for reporting allocation failures.
     void WriteText(const char* fileLine, short mask, const char* module, const char* format, ...)
         GENUTIL_PRINTF(5, 6);
     friend class CGNAssert;
     void CloseFile();
-    void StartOverWhenFull();
+    void OpenFile(const char* mode);
+    void MakeRoom(const genutil::TraceSettings* settings);
+    bool IsOfAnotherDay(const genutil::TraceSettings* settings);
+    std::int64_t Room() const;
+    genutil::TraceMutex* Extra() const;
+    unsigned char SwitchQueue(char on);
+    void DrainQueue();
+    static void StopQueues();
+    static void WriteBatch(void* trace, genutil::TraceBatch& batch);
 
     signed char m_output;
     CGNString m_fileName;

@@ -15,9 +15,10 @@
 
    Unless stated otherwise, lengths and indexes are in bytes and count from 0. A sequence that is
    invalid in the code set is treated as characters of one byte. Functions neither allocate nor
-   throw, and they do not retain pointers to buffers. The current code set is not synchronised; set
-   it before other threads start. With that condition, every function except mbstrtok,
-   mbSetCurrentLocale and mbSetTZone may be called from any thread. */
+   throw, and they do not retain pointers to buffers. The first use of the characters of a code set
+   is an exception: it allocates their tables, which remain for the life of the process. The current
+   code set is not synchronised; set it before other threads start. With that condition, every
+   function except mbstrtok, mbSetCurrentLocale and mbSetTZone may be called from any thread. */
 #ifndef GENUTIL_MBUTIL_H
 #define GENUTIL_MBUTIL_H
 
@@ -164,7 +165,8 @@ GENUTIL_API void mbCloseLocale(mbLocale locale);
 /** Returns the handle last set by mbSetCurrentLocale; null initially. */
 GENUTIL_API mbLocale mbGetCurrentLocale(void);
 
-/** Sets the current handle, for use by the application. Returns the previous one. */
+/** Sets the current handle. mbGetLCID and mbConvertToUTF8 use its locale if they are given no name.
+    The handle must remain open while it is current. Returns the previous one. */
 GENUTIL_API mbLocale mbSetCurrentLocale(mbLocale locale);
 
 /** Returns the Windows locale identifier of a handle. */
@@ -192,9 +194,9 @@ enum mbLocalePart {
 GENUTIL_API int mbGetLocalePart(mbLocale locale, int part, char* out, int size);
 
 /** Returns the Windows locale identifier of a locale name such as "ja_JP". The name ends at the
-    first "." or "@", as in "en_US.UTF-8". Null or empty means the user's locale. Returns 0 if the
-    name is unknown. If the table lists a name several times, the first entry with an identifier of
-    its own counts. */
+    first "." or "@", as in "en_US.UTF-8". Null or empty means the locale of the current handle, or
+    the user's locale if there is none. Returns 0 if the name is unknown. If the table lists a name
+    several times, the first entry with an identifier of its own counts. */
 GENUTIL_API unsigned long mbGetLCID(const char* localeName);
 
 /** Writes the MIME name of the code set of a locale's texts: "shift_jis" for "ja_JP",
@@ -429,9 +431,10 @@ GENUTIL_API char* mbstrpbrk(const char* s, const char* accept);
 /** Returns the offset in bytes of mbstrpbrk(s, reject), or strlen(s) if there is none. */
 GENUTIL_API unsigned mbstrcspn(const char* s, const char* reject);
 
-/** Compares by the collation of the user's locale. Text that cannot be converted is compared by
-    bytes. If allocation fails, an assertion is reported and bytes are compared. Returns a negative
-    number, 0 or a positive number. */
+/** Compares by the collation of the user's locale. In the C and POSIX locales, and without a
+   locale, texts are ordered by their bytes. In invalid text, each invalid byte counts as a
+   character of its own. If allocation fails, an assertion is reported and bytes are compared.
+   Returns a negative number, 0 or a positive number. */
 GENUTIL_API int mbstrcoll(const char* a, const char* b);
 
 /** Splits a text at any of the characters of delim, as strtok does, and writes to s. Returns the
@@ -451,19 +454,20 @@ GENUTIL_API int mbvalidatestring(const char* s, unsigned* badIndex, int codeSet)
 
 /* -- Streams --------------------------------------------------------------------------------- */
 
-/** Reads a line as fgets does and converts it from fileCodeSet to the current code set. In a
-    single-byte code set it is the same as fgets. A character is never split at the end of the
-    buffer; the next call reads the rest of the line. If the buffer is too small for one character,
-    its bytes are stored unconverted. Allocates temporary memory. Returns buf, or null at the end of
-    the stream or if allocation fails.
+/** Reads a line as fgets does, at most n - 1 bytes of it, and converts them from fileCodeSet to the
+    current code set as convertStrExt does. In a single-byte code set it is the same as fgets. If
+   the result is longer than n - 1 bytes, it is cut at a character boundary and the rest is lost; a
+    character that the n - 1 bytes cut is lost too. mbReadLine reads lines without loss. Allocates
+    temporary memory. Returns buf, or null at the end of the stream or if allocation fails.
     @param buf receives at most n - 1 bytes and a terminator.
     @param n size of buf in bytes.
-    @param stream an open stream that can seek.
+    @param stream an open stream.
     @param fileCodeSet the code set of the stream. */
 GENUTIL_API char* mbfgets(char* buf, int n, FILE* stream, int fileCodeSet);
 
 /** Writes a text as fputs does, converted from the current code set to fileCodeSet (0 means no
-    conversion). In a single-byte code set it is the same as fputs. Allocates temporary memory.
+    conversion) as convertStrExt does. Text in JIS ends in ASCII, so that texts may be written one
+    after the other. In a single-byte code set it is the same as fputs. Allocates temporary memory.
     Returns the result of fputs; 0 for a null s; -1 if allocation fails. */
 GENUTIL_API int mbfputs(const char* s, FILE* stream, int fileCodeSet);
 
@@ -490,9 +494,10 @@ typedef struct mbConversion {
 
 /** Converts between any two code sets. There is no limit on the length, and characters that cannot
     be converted are reported. Each of them is replaced with one visible substitute: the geta mark
-    in Japanese code sets, U+FFFD in UTF-8 and UTF-16, "?" elsewhere. Returns 1 if all of src was
-    converted. Returns 0 if dst was too small, in which case it contains the characters that fitted,
-    or if a code set is unknown, in which case nothing is consumed.
+    in Japanese code sets, U+FFFD in UTF-8 and UTF-16, "?" elsewhere. Text that remains in its code
+    set keeps its characters as they are, and its invalid bytes are replaced. Returns 1 if all of
+   src was converted. Returns 0 if dst was too small, in which case it contains the characters that
+   fitted, or if a code set is unknown, in which case nothing is consumed.
     @param src the source text of srcLength bytes; NUL is an ordinary character.
     @param srcLength length of src in bytes.
     @param fromCodeSet the code set of src.
@@ -517,14 +522,97 @@ GENUTIL_API size_t mbConvertBound(size_t srcLength, int fromCodeSet, int toCodeS
 GENUTIL_API int mbConvertAlloc(const char* src, size_t srcLength, int fromCodeSet, char** out,
                                int toCodeSet, mbConversion* conversion);
 
+/* A converter converts a text in pieces of any size, such as the blocks of a file or of a
+   connection. Its result does not depend on where the pieces are cut. It never moves a stream and
+   holds no more than one character between two calls.
+
+       mbConverter* converter = mbOpenConverter(mbShiftJis, mbUtf8, 0);
+       do {
+           length = fread(block, 1, sizeof block, in);
+           last = length < sizeof block;
+           for (src = block, more = 1; more;) {
+               dst = out;
+               room = sizeof out;
+               more = mbConvertNext(converter, &src, &length, &dst, &room, last, NULL) ==
+   mbNextFull; fwrite(out, 1, dst - out, stdout);
+           }
+       } while (!last);
+       mbCloseConverter(converter); */
+
+/** A conversion in pieces. One thread at a time may use it. */
+typedef struct mbConverter mbConverter;
+
+/** Options of a converter. */
+enum mbConverterFlags {
+    mbConvertStop = 1,           /**< stop at the first lost character */
+    mbConvertBestFit = 2,        /**< replace a lost character with a similar one of ASCII, "e" for
+                                      an e with an accent, if there is one */
+    mbConvertUnicodeEscapes = 4, /**< write a lost character as \\uXXXX, twice above U+FFFF */
+    mbConvertHtmlEscapes = 8,    /**< write a lost character as &#NNNN; */
+    mbConvertMark = 16,          /**< begin a text in UTF-8, UTF-16 or UTF-32 with a byte-order
+                                      mark */
+    mbConvertNoMark = 32         /**< drop a leading byte-order mark also if the text remains in its
+                                      code set */
+};
+
+/** Opens a converter, which converts as mbConvert does. A leading byte-order mark determines the
+    byte order and is dropped, except from text that remains in its code set. Returns null if a code
+    set is unknown or allocation fails.
+    @param fromCodeSet the code set of the source.
+    @param toCodeSet the code set of the result.
+    @param flags bits of mbConverterFlags, or 0. Of the replacements, a similar character comes
+   first and a substitute last. Bytes that form no character are always replaced with the
+   substitute. Characters that are replaced count as lost. */
+GENUTIL_API mbConverter* mbOpenConverter(int fromCodeSet, int toCodeSet, unsigned flags);
+
+/** Results of mbConvertNext. */
+enum mbNext {
+    mbNextFull = 0,   /**< dst has no room for the next character; call again with more room */
+    mbNextDone = 1,   /**< the piece is consumed */
+    mbNextLost = 2,   /**< mbConvertStop: the next character would be lost */
+    mbNextFailed = -1 /**< allocation failed; nothing was consumed */
+};
+
+/** Converts a piece of a text. Bytes at its end that begin a character are consumed and completed
+   by the next piece. Returns a value of mbNext. Room for 32 bytes is always sufficient for the next
+    character.
+    @param converter the converter.
+    @param src the piece; advanced to the first byte that is not consumed.
+    @param srcLength length of the piece in bytes; reduced by the bytes consumed. May be 0.
+    @param dst receives the converted text without a terminator; advanced by the bytes written.
+    @param dstRoom size of dst in bytes; reduced by the bytes written.
+    @param last nonzero if no further piece follows: a character that is cut is lost, and the text
+        ends in ASCII. After mbNextDone, the converter is ready for another text.
+    @param report receives the counts of the text so far; the indexes of lost characters are those
+   in the text. The array lostAt must be the same for all pieces. May be null. */
+GENUTIL_API int mbConvertNext(mbConverter* converter, const char** src, size_t* srcLength,
+                              char** dst, size_t* dstRoom, int last, mbConversion* report);
+
+/** Closes a converter; null is ignored. */
+GENUTIL_API void mbCloseConverter(mbConverter* converter);
+
+/** Reads a line of any length from a stream and converts it. Nothing is lost, whatever the code set
+    of the stream. NUL is an ordinary character. Returns 1 for a line, 0 at the end of the stream,
+   or -1 if allocation fails, after which the rest of the line is read by the next call.
+    @param converter an open converter, used for all lines of the stream and for nothing else.
+    @param stream an open stream; it need not be able to seek.
+    @param line buffer allocated with malloc, or null before the first call; enlarged as necessary
+        and to be released with free. Receives the line, its line end if it has one, and a
+   terminator of 4 bytes.
+    @param size size of the buffer in bytes.
+    @param length receives the length of the line in bytes; may be null. */
+GENUTIL_API int mbReadLine(mbConverter* converter, FILE* stream, char** line, size_t* size,
+                           size_t* length);
+
 /** Converts between the code sets of one language: among 3, 4 and 5, between 9 and 10, 14 and 23,
     17 and 24. Any other pair is copied unchanged, except 9 and 10 to 24, which map bytes as 17 to
     24 does; existing programs depend on it. Returns dst.
     @param src the text.
     @param fromCodeSet the code set of src.
-    @param dst buffer of at least 3 times the length of src plus 1. Some texts in JIS need more:
-        the final escape sequence is then omitted and half-width katakana remain 8-bit. Use
-        mbConvert to avoid this.
+    @param dst buffer of at least 3 times the length of src plus 1; may overlap src, in which case
+        temporary memory is allocated and the text is copied unchanged if that fails. Some texts in
+        JIS need more: the final escape sequence is then omitted and half-width katakana remain
+        8-bit. Use mbConvert to avoid this.
     @param toCodeSet the code set of dst. */
 GENUTIL_API char* convertStrExt(const char* src, int fromCodeSet, char* dst, int toCodeSet);
 
@@ -543,8 +631,9 @@ GENUTIL_API char* WindowsCodingToUnixCodingExt(const char* src, char* dst);
 GENUTIL_API int mbconvertnativestring(char* dst, const char* src, int toCodeSet);
 
 /** Converts a text file from the current code set to toCodeSet, line by line. A line that begins
-    with NUL ends the text. In a single-byte code set the lines are copied. Returns 1, or 0 if a
-    file cannot be opened or allocation fails.
+    with NUL ends the text. In a single-byte code set the lines are copied. The paths may name the
+    same file, which is then read whole first. Returns 1, or 0 if a file cannot be opened, read or
+    written or allocation fails.
     @param inPath path of the file to read, as in osfile.h.
     @param outPath path of the file to write.
     @param append nonzero appends to outPath; zero replaces it.
@@ -571,10 +660,13 @@ GENUTIL_API int mbconvertfile2native_ex(const char* inPath, const char* outPath,
 /** Converts from the ANSI code page of a locale to UTF-8. Returns 1, or 0 on failure.
     @param src the text.
     @param out receives a new buffer, to be released with free; unchanged on failure.
-    @param localeName a name that mbGetLCID accepts; null or empty for the user's locale. */
+    @param localeName a name that mbGetLCID accepts; null or empty for the locale of the current
+        handle, or the user's locale if there is none. */
 GENUTIL_API int mbConvertToUTF8(const char* src, char** out, const char* localeName);
 
-/** Converts from UTF-8 to the user's ANSI code page. Returns 1, or 0 on failure.
+/** Converts from UTF-8 to the user's ANSI code page. A character that the code page lacks becomes
+    "?", never a similar character, which could change the meaning of a path or a command. Returns
+   1, or 0 on failure.
     @param src the text.
     @param out receives a new buffer, to be released with free; unchanged on failure. */
 GENUTIL_API int mbConvertFromUTF8(const char* src, char** out);

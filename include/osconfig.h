@@ -29,18 +29,49 @@
    - On Linux a file name without a directory refers to $XDG_CONFIG_HOME/genutil, or else
      ~/.config/genutil. That directory also contains the default file, default.ini, and the
      registry, the SQLite file registry.db. A file is replaced atomically, under a lock between
-     processes and threads. Its permissions and symbolic links are preserved. Readers see either the
-     old file or the new one. A file without write permission, or in a directory without write
-     permission, is unchanged. A damaged registry is renamed to registry.db.damaged-1 and so on.
+     processes and threads, so that readers see either the old file or the new one. Its owner,
+     permissions, access list, attributes and symbolic links are preserved. Where that is not
+     possible the file is written in place, and readers may see a part of the change: if it has
+     several hard links, is mounted by itself, or is in a directory in which the user cannot make
+     files. A file without write permission is unchanged. Writing fails if another process keeps
+     the lock for 10 seconds. UTF-16 with a byte-order mark is read but not written, and so are
+     lines that end in CR alone. A damaged registry is renamed to registry.db.damaged-1 and so on.
 
    Nothing throws. Every function may be called from any thread, but a string or list may be used by
    one thread at a time. Boolean results are an unsigned char, 1 or 0. */
 #ifndef GENUTIL_OSCONFIG_H
 #define GENUTIL_OSCONFIG_H
 
+#include <charconv>
+#include <cstddef>
+#include <type_traits>
+
 #include "genexport.h"
 #include "genlist.h"
 #include "genstr.h"
+
+/** @cond implementation */
+namespace genutil {
+
+template <class T>
+using IfWideInteger =
+    std::enable_if_t<std::is_integral<T>::value &&
+                     (sizeof(T) > sizeof(int) || std::is_same<T, unsigned>::value)>;
+
+class WideInteger {
+  public:
+    template <class T>
+    explicit WideInteger(T value) {
+        *std::to_chars(m_text, m_text + sizeof m_text - 1, value).ptr = 0;
+    }
+    operator CGNString() const { return m_text; }
+
+  private:
+    char m_text[24];
+};
+
+}  // namespace genutil
+/** @endcond */
 
 /* -- Initialisation files ---------------------------------------------------------------------- */
 
@@ -65,6 +96,17 @@ GENUTIL_API unsigned char OSSetConfig(const CGNString& value, const CGNString& s
 /** Writes an integer; see above. Returns 1, even on failure. */
 GENUTIL_API unsigned char OSSetConfig(const int& value, const CGNString& section,
                                       const CGNString& key, const CGNString& file);
+
+/** Writes an integer of more than 32 bits; see above. OSGetConfig() reads at most 32 bits of it;
+ * read it as a text. */
+template <class T, class = genutil::IfWideInteger<T>>
+unsigned char OSSetConfig(const T& value, const CGNString& section, const CGNString& key,
+                          const CGNString& file) {
+    return OSSetConfig(genutil::WideInteger(value), section, key, file);
+}
+/** Not available, because a null pointer is neither a text nor a number. */
+unsigned char OSSetConfig(std::nullptr_t, const CGNString& section, const CGNString& key,
+                          const CGNString& file) = delete;
 
 /** Deletes a key and its value, or the whole section if key is null. Returns 1, even if it does not
     exist or cannot be deleted. */
@@ -116,6 +158,20 @@ GENUTIL_API unsigned char OSSetSystemConfigReg(const CGNString& value, const CGN
 /** Stores an integer as text. Creates the key if it does not exist. Returns 1, or 0 on failure. */
 GENUTIL_API unsigned char OSSetSystemConfigReg(int& value, const CGNString& subkey,
                                                const CGNString& name, const CGNString& baseKey);
+
+/** Stores an integer as text; see above. */
+GENUTIL_API unsigned char OSSetSystemConfigReg(const int& value, const CGNString& subkey,
+                                               const CGNString& name, const CGNString& baseKey);
+/** Stores an integer of more than 32 bits as text; see above. OSGetSystemConfigReg() reads at most
+ * 32 bits of it; read it as a text. */
+template <class T, class = genutil::IfWideInteger<T>>
+unsigned char OSSetSystemConfigReg(const T& value, const CGNString& subkey, const CGNString& name,
+                                   const CGNString& baseKey) {
+    return OSSetSystemConfigReg(genutil::WideInteger(value), subkey, name, baseKey);
+}
+/** Not available, because a null pointer is neither a text nor a number. */
+unsigned char OSSetSystemConfigReg(std::nullptr_t, const CGNString& subkey, const CGNString& name,
+                                   const CGNString& baseKey) = delete;
 
 /** Deletes a value. Returns 1, or 0 if it does not exist or cannot be deleted. */
 GENUTIL_API unsigned char OSDelSystemConfigReg(const CGNString& subkey, const CGNString& name,

@@ -25,6 +25,9 @@
 
 /** Result of OSRunSyncProcess for a program that closed its output and is still running. */
 #define OS_STILL_ACTIVE 259
+/** Result of OSRunSyncProcess on Linux for a program whose exit code is unknown, because the
+   calling process ignores SIGCHLD or waits for all of its children itself. */
+#define OS_EXIT_CODE_UNKNOWN 260
 
 /** Runs a program until it closes its standard output and standard error. The program has no window
     and runs in its own console (on Linux, in its own session). It inherits the standard input of
@@ -33,6 +36,7 @@
     Returns the exit code of the program, or one of these:
     - OS_STILL_ACTIVE: the program closed its output and is still running. On Linux the program
       has a quarter of a second to end before this is returned.
+    - OS_EXIT_CODE_UNKNOWN: the program has ended, and the system does not tell how.
     - 1: reading the output or an allocation failed, and the program was terminated.
     - An error code of the system: the program could not be started, such as 2 if it was not
       found. On Linux this is an errno value.
@@ -42,14 +46,17 @@
 GENUTIL_API long OSRunSyncProcess(const CGNString& commandLine, CGNString& output);
 
 /** Starts a program and returns without waiting. The program inherits the environment, the current
-    directory and at most the standard handles of the caller. Returns 1 if the program was started,
+    directory and at most the standard handles of the caller. On Linux it is not a child of the
+    caller, and no signal is ignored in it. Returns 1 if the program was started,
     or else 0.
     @param commandLine as above.
     @param error receives the system's error text if the program was not started. */
 GENUTIL_API long OSRunAsyncProcess(const CGNString& commandLine, CGNString& error);
 
 /** Opens a document with its associated program; on Linux through xdg-open. The program runs in the
-    system's temporary directory. Returns 0 on failure and another number on success.
+    system's temporary directory. A name that is neither a file nor an address is not passed on,
+    because a file of that name in the temporary directory would be opened. Returns 0 on failure and
+    another number on success. On Linux, failure of xdg-open is noticed within one second.
     @param path a file, or an address such as "https://...". */
 GENUTIL_API long OSOpenFile(const CGNString& path);
 

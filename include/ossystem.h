@@ -2,7 +2,8 @@
    from going to sleep.
 
        CGNString system;
-       OSInfo::GetOS(system);                // "Debian GNU/Linux 12 (bookworm)"
+       OSInfo::GetSystem(system);            // "Debian GNU/Linux 12 (bookworm)"
+       int threads = OSInfo::GetProcessorCount();
        char host[64];
        OSGetHostnameNoDomain(host);
        {
@@ -36,10 +37,26 @@ class GENUTIL_API OSInfo {
         @param name receives "PC 80386", "PC i486", "PC Pentium", "MIPS R4000", "Alpha 21064",
             or "Unknown" for any other processor. */
     static void GetHardware(CGNString& name);
-    /** Returns the name of the operating system.
+    /** Returns the name of the operating system, as one of few names that programs can compare;
+        see GetSystem().
         @param name receives "Windows 95", "Win32s", "Windows 2000", "Windows XP", or "Windows
-            NT or NT Server" for all later versions; on Linux the name of the distribution. */
+            NT or NT Server" for all later versions and all other systems. */
     static void GetOS(CGNString& name);
+    /** Returns the name and the version of the operating system for display.
+        @param name receives, for example, "Debian GNU/Linux 12 (bookworm)" or "Windows
+            10.0.19045". */
+    static void GetSystem(CGNString& name);
+    /** Returns the number of processors that the process can use at the same time, at least 1:
+        those of the machine, without those that its affinity excludes, and no more than its
+        container allows (on Linux). */
+    static int GetProcessorCount();
+    /** Returns the bytes of main memory that the process can use: those of the machine, or the
+        limit of its container (on Linux) or job (on Windows) if that is lower. Returns 0 if the
+        system does not provide them. */
+    static std::uint64_t GetMemorySize();
+    /** Returns the full path of the file of the running program. Returns 1, or 0 and an empty path
+        if the system does not provide it. */
+    static unsigned char GetProgramPath(CGNString& path);
 
     static unsigned char OSisWin95();    /**< Returns 1 on Windows 95, 98 and Me. */
     static unsigned char OSisWin32s();   /**< Returns 1 on Win32s. */

@@ -4,7 +4,10 @@
    A process is single-threaded until it calls OSSetThreaded(). Until then, locks can be created and
    destroyed but do nothing, so that single-threaded programs do not pay for them. A threaded
    program makes this call first, before it creates any lock. A lock created earlier is unusable and
-   must not be used.
+   must not be used. Threads can be started in either mode. Thread variables work in either mode,
+   but all threads of a single-threaded process share one table, which is no longer accessible
+   after OSSetThreaded(). CGNTrace and CGNNamedMutexPool are usable in both modes; call their Init()
+   again after OSSetThreaded().
 
        OSSetThreaded();
        _osmutex* lock = OSMutexCreate();
@@ -45,6 +48,10 @@ namespace genutil {
 struct VariableTable;
 }
 
+/** The limit of a wait that has none. Other limits are milliseconds, which are rounded up to the
+    system's resolution; 0 returns at once. Setting the system's clock does not change a limit. */
+constexpr std::uint32_t OSNoLimit = 0xFFFFFFFF;
+
 /* -- Threaded mode ---------------------------------------------------------------------------- */
 
 /** Returns 1 if the process is threaded. */
@@ -70,7 +77,22 @@ GENUTIL_API unsigned long OSGetCurrentThreadID();
 /** Waits until the thread has ended. Returns at once if it has. May be called repeatedly. */
 GENUTIL_API void OSThreadTerminateWait(_osthread* thread);
 
-/** Ends the calling thread with exit code 0. Does not return. */
+/** Waits until the thread has ended, but no longer than a limit. Returns 1 if it has ended, 0 if
+   the limit has passed or the wait failed. May be called repeatedly.
+    @param thread the thread.
+    @param limit milliseconds, at least 0; OSNoLimit for no limit.
+    @param exitCode receives the result of the thread's function, or 0 after OSThreadExit(), if the
+        thread has ended; null for none. */
+GENUTIL_API unsigned char OSThreadWaitFor(_osthread* thread, std::uint32_t limit,
+                                          unsigned int* exitCode = nullptr);
+
+/** Ends the calling thread with exit code 0. Does not return. Its mutexes, and its locks for
+   writing, are released, and its variables are freed. On Linux the stack is unwound: destructors
+   run, and a catch (...) that does not rethrow ends the process. A function declared noexcept,
+   which includes every destructor, must not be on the stack. On Windows nothing is unwound, so no
+   destructor runs and memory owned by local objects is lost. A portable program therefore returns
+   from the thread's function instead, or calls this function only where no local object needs
+    destruction. */
 GENUTIL_API void OSThreadExit();
 
 /** Frees the record of a thread. A running thread continues. */
@@ -85,6 +107,13 @@ GENUTIL_API _osmutex* OSMutexCreate();
 /** Waits without a time limit until the calling thread holds the mutex. A thread that already holds
     it continues at once and must release it once for each wait. */
 GENUTIL_API void OSMutexWait(_osmutex* mutex);
+
+/** Waits until the calling thread holds the mutex, but no longer than a limit. Returns 1 if the
+   thread holds the mutex and must release it, 0 if the limit has passed or the wait failed. Always
+    returns 1 in a process that is not threaded.
+    @param mutex the mutex. For null, the result is 0.
+    @param limit milliseconds; OSNoLimit for no limit. */
+GENUTIL_API unsigned char OSMutexTryWait(_osmutex* mutex, std::uint32_t limit);
 
 /** Undoes one wait of the calling thread. */
 GENUTIL_API void OSMutexRelease(_osmutex* mutex);
@@ -112,11 +141,22 @@ GENUTIL_API _osrdwr* OSRWLockCreate();
 /** Waits without a time limit while another thread writes, then enters for reading. */
 GENUTIL_API void OSRWLockReadWait(_osrdwr* lock);
 
+/** Enters for reading, but waits no longer than a limit. Returns 1 if the thread has entered and
+   must release the lock, 0 if the limit has passed or the wait failed. Always returns 1 in a
+   process that is not threaded.
+    @param lock the lock. For null, the result is 0.
+    @param limit milliseconds; OSNoLimit for no limit. */
+GENUTIL_API unsigned char OSRWLockReadTryWait(_osrdwr* lock, std::uint32_t limit);
+
 /** Undoes one OSRWLockReadWait. */
 GENUTIL_API void OSRWLockReadRelease(_osrdwr* lock);
 
 /** Waits without a time limit while another thread reads or writes, then enters for writing. */
 GENUTIL_API void OSRWLockWriteWait(_osrdwr* lock);
+
+/** Enters for writing, but waits no longer than a limit. Results and parameters are those of
+    OSRWLockReadTryWait(). */
+GENUTIL_API unsigned char OSRWLockWriteTryWait(_osrdwr* lock, std::uint32_t limit);
 
 /** Undoes one OSRWLockWriteWait of the calling thread. */
 GENUTIL_API void OSRWLockWriteRelease(_osrdwr* lock);
@@ -143,6 +183,15 @@ GENUTIL_API _oscondition* OSConditionCreate();
     @param mutex a mutex that the calling thread holds exactly once. If it is held more often,
         it is not available to other threads during the wait. */
 GENUTIL_API void OSConditionWait(_oscondition* condition, _osmutex* mutex);
+
+/** Same as OSConditionWait(), but waits for a signal no longer than a limit. Then waits for the
+   mutex again, without a limit. Returns 1 after a signal, 0 if the limit has passed without one or
+   the wait failed. Returns 0 at once in a process that is not threaded.
+    @param condition the condition.
+    @param mutex a mutex that the calling thread holds exactly once.
+    @param limit milliseconds; OSNoLimit for no limit. */
+GENUTIL_API unsigned char OSConditionWaitFor(_oscondition* condition, _osmutex* mutex,
+                                             std::uint32_t limit);
 
 /** Wakes one waiting thread. Has no effect, now or later, if no thread is waiting. */
 GENUTIL_API void OSConditionSignal(_oscondition* condition);
@@ -178,8 +227,8 @@ struct CGNLclStTable {
         ... variables->GetLocalVariable("timezone") ...
         variables->UnsetLocalVariable("timezone");
 
-    The table of a thread is freed when the thread ends. Values, and tables passed to
-    OSThreadCreate, are not freed. */
+    The table of a thread is freed when the thread ends. Values without a release function, and
+    tables passed to OSThreadCreate, are not freed. */
 class GENUTIL_API CGNLclSt {
   public:
     CGNLclSt(const CGNLclSt&) = delete;
@@ -211,6 +260,16 @@ class GENUTIL_API CGNLclSt {
         @param value any pointer. */
     long SetLocalVariable(const char* name, void* value);
 
+    /** Adds a variable, as above, whose value is released at the end: `release` is called with the
+        value when the thread ends or the variable is removed. In a process that is not threaded, it
+        is called when the object is destroyed. When the process ends, it may not be called. At the
+        end of a thread it runs on that thread, which has no variables any more. Fails, without a
+        call of `release`, if the variable cannot be added.
+        @param name the name; copied.
+        @param value any pointer.
+        @param release the function; null for none. */
+    long SetLocalVariable(const char* name, void* value, void (*release)(void* value));
+
     /** Does nothing. Always returns -1. */
     long ResetLocalVariable(long index, const char* name, void* value);
 
@@ -218,6 +277,8 @@ class GENUTIL_API CGNLclSt {
     void* GetLocalVariable(const char* name);
     /** Returns the value in a slot, or null if the slot is free or out of range. */
     void* GetLocalVariable(long index);
+    /** Returns the value in a slot, as above. */
+    void* GetLocalVariable(int index) { return GetLocalVariable(static_cast<long>(index)); }
 
     /** Returns the slot of the first variable with this name, or -1 if there is none. In a threaded
         process, returns 0 for a thread without a table, because existing programs expect a valid
@@ -228,10 +289,13 @@ class GENUTIL_API CGNLclSt {
         range. */
     char* GetVarName(long index);
 
-    /** Removes every variable with this name; null removes all variables. */
+    /** Removes every variable with this name; null removes all variables. Write nullptr: compilers
+        may treat NULL as slot 0. */
     void UnsetLocalVariable(const char* name);
     /** Removes the variable in a slot. Does nothing if the slot is free or out of range. */
     void UnsetLocalVariable(long index);
+    /** Removes the variable in a slot, as above. */
+    void UnsetLocalVariable(int index) { UnsetLocalVariable(static_cast<long>(index)); }
 
   private:
     CGNLclSt();
@@ -279,6 +343,11 @@ class GENUTIL_API CGNNamedMutexPool {
         allocation of a new mutex fails. */
     unsigned char WaitNamedMutex(const CGNString& name);
 
+    /** Same as above, but waits no longer than a limit. Returns 0 if the limit has passed.
+        @param name the name.
+        @param limit milliseconds; OSNoLimit for no limit. */
+    unsigned char WaitNamedMutex(const CGNString& name, std::uint32_t limit);
+
     /** Undoes one wait for the name. Does nothing if the name is not in use. A call by a thread
         that does not hold the mutex is a failure, and the holder keeps the mutex. If no thread
         holds it, because its holder ended or released all its mutexes, the wait is undone
@@ -290,6 +359,8 @@ class GENUTIL_API CGNNamedMutexPool {
     void RelIfWaitNamedMutex(const CGNString& name);
 
   private:
+    void EndUse(CGNNamedMutex* used);
+
     CGNList m_entries;
     _osmutex* m_mutex;
 };

@@ -8,6 +8,7 @@
 #include "osconfig.h"
 #include "osdde.h"
 #include "osfile.h"
+#include "osguard.h"
 #include "ospreferences.h"
 #include "osprocess.h"
 #include "osresource.h"

@@ -65,6 +65,40 @@ class Program(unittest.TestCase):
         self.expect(run('detect', '--fast', 'x'), 2, "unknown option '--fast'")
         self.expect(run('convert', '.'), 2, 'is a folder')
 
+    def test_trace(self):
+        write('a.log', b'11/21/26 09:30:12 :: TID 11 :: reader : one : two\n'
+                       b'11/21/26 09:30:13 :: TID 12 :: parser : first\n   second\n'
+                       b'11/21/26 09:30:15 :: TID 11 :: reader : last')
+        write('b.log', b'{"time":"2026-11-21T09:30:12.500+09:00","thread":12,"mask":1,"module":"m\\"x","message":"j"}\n'
+                       b'2026-11-21 09:30:14.001 iso\n')
+        rows = [  # arguments, the lines shown: by file and number
+            (['a.log', 'b.log'], 'a0 b0 a1 a2 b1 a3'),
+            (['--module', 'parser', '--module', 'm"x', 'b.log', 'a.log'], 'b0 a1 a2'),
+            (['--thread', '12', 'a.log', 'b.log'], 'b0 a1 a2'),
+            (['--from', '09:30:13', '--to=2026-11-21 09:30:14', 'a.log', 'b.log'], 'a1 a2 b1'),
+            (['--to', '2026-11-20', 'a.log'], ''),
+        ]
+        lines = {name + str(i): line for name in 'ab' for i, line in enumerate(read(name + '.log').splitlines())}
+        for arguments, shown in rows:
+            expected = b''.join(lines[line] + b'\n' for line in shown.split())
+            self.assertEqual(run('trace', *arguments)[:2], (0 if shown else 1, expected), arguments)
+        self.expect(run('trace', '--from', 'today', 'a.log'), 2, "'today' is not a time")
+        self.expect(run('trace', 'missing', 'a.log'), 2, 'missing: cannot be read')
+        if not NATIVE:
+            return
+        write('c.log', b'11/21/26 09:30:12 :: m : 1\n')
+        with subprocess.Popen([*COMMAND, 'trace', '-f', '--module', 'm', 'c.log'], cwd=SCRATCH,
+                              stdout=subprocess.PIPE) as following:
+            shown = [following.stdout.readline()]
+            for step in '23':  # another line; then a new file in place of the old one
+                if step == '3':
+                    (SCRATCH / 'c.log').rename(SCRATCH / 'c.log.1')
+                with open(SCRATCH / 'c.log', 'ab') as log:
+                    log.write(b'TID 5 :: x : no\nTID 5 :: m : %s\n' % step.encode())
+                shown.append(following.stdout.readline())
+            following.kill()
+        self.assertEqual([line.split()[-1] for line in shown], [b'1', b'2', b'3'])
+
     def test_detect(self):
         rows = [
             ('ascii', b'plain text\n', 'ascii (1.00)'),
@@ -340,7 +374,11 @@ class Program(unittest.TestCase):
         self.expect(run('config', 'set', *registry, 'Name', '東京' if NATIVE else 'Kyoto', env=HOME), 0)
         self.assertEqual(self.expect(run('config', 'list', *registry, env=HOME), 0).decode(),
                          'Name=東京\n' if NATIVE else 'Name=Kyoto\n')
+        self.expect(run('config', 'set', *registry, 'name', 'x' * 1024, env=HOME), 2, 'at most 1023')
         self.expect(run('config', 'delete', *registry, 'name', env=HOME), 0)
+        self.expect(run('config', 'set', 'app.ini', 'Other', 'k', '-5'), 0)
+        self.assertEqual(self.expect(run('config', 'get', 'app.ini', 'Other', 'k'), 0), b'-5\n')
+        self.expect(run('config', 'set', 'app.ini', 'Other', 'k', '1'), 0)
         if NATIVE:
             self.assertEqual(read('app.ini'), b'; tour\r\n[Screen]\r\nHeight=25\r\n\r\n[Other]\r\nk=1\r\n')
             self.expect(run('config', 'get', *registry, 'name', env=HOME), 1, "no value 'name'")

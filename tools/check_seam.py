@@ -23,7 +23,7 @@ LAYERS = [
     ('string', ['genutil/string/', 'include/genstring.h', 'include/gencharacters.h', 'include/genstringio.h',
                 'include/ostext.h']),
     ('list', ['genutil/list/', 'include/genlist.h', 'include/genstr.h']),
-    ('thread', ['osutil/thread/', 'include/osthread.h', ':thread']),
+    ('thread', ['osutil/thread/', 'include/osthread.h', 'include/osguard.h', ':thread']),
     ('diagnostics', ['genutil/diagnostics/', 'include/genassert.h', 'include/gentrace.h',
                      'include/genperf.h', 'include/gendiag.h']),
     ('services', ['osutil/file/', 'osutil/config/', 'osutil/process/', 'osutil/resource/',

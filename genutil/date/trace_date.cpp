@@ -5,6 +5,7 @@
 #include <ctime>
 
 #include "genmoment.h"
+#include "genutil/calendar.h"
 #include "genutil/zone/thread_zone.h"
 #include "osutil/platform/time/clock.h"
 #include "osutil/platform/time/zones.h"
@@ -54,7 +55,54 @@ TraceDate* LastDate() {
     return self ? &self->traceDate : nullptr;
 }
 
+std::tm FieldsOf(bool isUtc, std::int64_t seconds) {
+    std::tm fields{};
+    if (!isUtc) {
+        CGNDateTime::LocalTimeTS(static_cast<long>(seconds), fields);
+        return fields;
+    }
+    const std::int64_t days = seconds / kSecondsPerDay - (seconds % kSecondsPerDay < 0 ? 1 : 0);
+    const auto rest = static_cast<int>(seconds - days * kSecondsPerDay);
+    const CalendarDate date = DateOf(static_cast<std::int32_t>(days) + kDayOf1970);
+    fields.tm_year = date.year - 1900;
+    fields.tm_mon = date.month - 1;
+    fields.tm_mday = date.day;
+    fields.tm_hour = rest / kSecondsPerHour;
+    fields.tm_min = rest / 60 % 60;
+    fields.tm_sec = rest % 60;
+    return fields;
+}
+
+std::int32_t DayOf(const std::tm& fields) {
+    return DayNumberOf(fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday);
+}
+
 }  // namespace
+
+std::int32_t TraceDayOf(bool isUtc, std::int64_t seconds) {
+    return DayOf(FieldsOf(isUtc, seconds));
+}
+
+std::int32_t TraceDayNow(bool isUtc) {
+    return TraceDayOf(isUtc, platform::SecondsNow());
+}
+
+void ReadTraceMoment(bool isUtc, TraceMoment* moment) {
+    const std::int64_t now = platform::MillisecondsNow();
+    const std::int64_t seconds = now / 1000;
+    const std::tm fields = FieldsOf(isUtc, seconds);
+    const std::int64_t local = std::int64_t{DayOf(fields) - kDayOf1970} * kSecondsPerDay +
+                               SecondsOf(fields.tm_hour, fields.tm_min, fields.tm_sec);
+    *moment = {static_cast<long>(seconds),
+               fields.tm_year + 1900,
+               fields.tm_mon + 1,
+               fields.tm_mday,
+               fields.tm_hour,
+               fields.tm_min,
+               fields.tm_sec,
+               static_cast<int>(now % 1000),
+               static_cast<long>(local - seconds)};
+}
 
 void WriteTraceDate(char (&out)[sizeof kTraceDateForm]) {
     static_assert(sizeof kTraceDateForm <= sizeof TraceDate::text);

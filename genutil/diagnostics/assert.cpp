@@ -4,6 +4,7 @@
 #include "genassert.h"
 #include "gentrace.h"
 #include "genutil/diagnostics/position.h"
+#include "genutil/diagnostics/trace_ring.h"
 #include "genutil/singleton.h"
 #include "osthread.h"
 #include "osutil/thread/thread_flag.h"
@@ -79,6 +80,7 @@ unsigned char CGNAssert::cgnassert(unsigned char condition, const char* file, lo
     genutil::WritePosition(position, sizeof position, line, file);
     CGNTrace* trace = CGNGlobalTrace::Instance();
     if (trace) trace->WriteText(position, kMask, kModule, "Assertion Failure !!");
+    genutil::WriteTraceRing("Last lines before a failed assertion:\n");
     if (!m_callback) return 0;
     if (InCallback()) {
         if (trace)

@@ -28,10 +28,7 @@ void SetFormattedLabel(OSTime& watch, const char* format, va_list arguments) {
     constexpr int kLongest = sizeof text - 1;
     const int length = std::vsnprintf(text, sizeof text, format, arguments);
     if (length <= 0) return;
-    if (length > kLongest) {
-        Shift shift;
-        text[kLongest - CutCharacter(text, kLongest, mbGetLocaleCodeSet(), &shift)] = 0;
-    }
+    if (length > kLongest) text[kLongest - CutCharacter(text, kLongest, mbGetLocaleCodeSet())] = 0;
     watch.SetTraceMsg(text);
 }
 
@@ -133,11 +130,15 @@ unsigned char OSTime::LogEnabled() {
 
 void OSTime::Reset() {
     if (!m_logEnabled) return;
+    Start();
+    SetLabel(nullptr);
+}
+
+void OSTime::Start() {
     long seconds, micro;
     OSGetTime(seconds, micro);
     m_seconds = static_cast<std::int32_t>(seconds);
     m_micro = static_cast<std::int32_t>(micro);
-    SetLabel(nullptr);
 }
 
 void OSTime::SetLabel(CGNString* label) {
@@ -180,6 +181,7 @@ void OSTime::VaLog(const char* format, ...) {
 
 void OSTime::Log() {
     if (!m_logEnabled) return;
+    if (m_seconds == 0 && m_micro == 0) Start();  // constructed while logging was disabled
     char times[80];
     std::snprintf(times, sizeof times, "time %ld : elapsed ms %ld\n",
                   static_cast<long>(platform::SecondsNow()) - m_startTime,

@@ -1,31 +1,32 @@
-// Trace channels: the choice of lines and outputs, and the size limit of files.
+// Trace channels: the choice of lines, outputs and settings.
+#include <algorithm>
 #include <atomic>
-#include <cstddef>
+#include <limits>
 #include <new>
 
 #include "gentrace.h"
 #include "genutil/allocate.h"
-#include "genutil/atomic_ref.h"
 #include "genutil/diagnostics/message_format.h"
 #include "genutil/diagnostics/position.h"
-#include "genutil/diagnostics/trace_line.h"
+#include "genutil/diagnostics/trace_layout.h"
+#include "genutil/diagnostics/trace_output.h"
+#include "genutil/diagnostics/trace_ring.h"
+#include "genutil/diagnostics/trace_settings.h"
 #include "genutil/nearest.h"
 #include "genutil/singleton.h"
 #include "osresource.h"
-#include "osutil/platform/file/streams.h"
-#include "osutil/platform/thread/last_error.h"
+#include "osutil/platform/process/crash.h"
 #include "osutil/thread/mutex_holder.h"
 
 using namespace genutil;
 
 namespace {
 
-constexpr char kToFile = 1, kToStandardOutput = 2;
-
-// Access to members that threads read without the lock.
-template <class Member>
-AtomicRef<Member> Shared(const Member& member) {
-    return AtomicRef<Member>(const_cast<Member&>(member));
+// Publishes changed settings. Returns false if allocation fails.
+template <class Change>
+bool ChangeUnder(_osmutex* mutex, Change change) {
+    const MutexHolder lock(mutex);
+    return ChangeSettings(static_cast<TraceMutex*>(mutex), change);
 }
 
 }  // namespace
@@ -43,14 +44,15 @@ CGNTrace::CGNTrace()
       m_mutex(nullptr) {}
 
 CGNTrace::~CGNTrace() {
+    if (m_mutex) TraceQueue::Destroy(Extra()->queue.load());
     CloseFile();
-    if (m_mutex) OSMutexDestroy(m_mutex);
+    DestroyTraceMutex(m_mutex);
 }
 
 // A mutex created before the process was threaded gets its system object now.
 unsigned char CGNTrace::Init() {
     if (!m_mutex)
-        m_mutex = OSMutexCreate();
+        m_mutex = NewTraceMutex();
     else
         MakeMutexUsable(m_mutex);
     return m_mutex != nullptr;
@@ -74,8 +76,9 @@ short CGNTrace::GetTraceSetting() const {
 }
 
 unsigned char CGNTrace::ResetOutput(char output) {
+    DrainQueue();
     const MutexHolder lock(m_mutex);
-    if (output == 0 || output == kToStandardOutput) {
+    if (!(output & kToFile)) {
         CloseFile();
         m_fileName.Empty();
         m_maxSize = 0;
@@ -87,6 +90,7 @@ unsigned char CGNTrace::ResetOutput(char output) {
 
 unsigned char CGNTrace::ResetOutput(char output, CGNString& name, long maxSize) {
     if (!(output & kToFile)) return ResetOutput(output);
+    DrainQueue();
     const MutexHolder lock(m_mutex);
     if (name.IsEmpty()) return 0;
     Shared(m_output).store(static_cast<signed char>(output), std::memory_order_relaxed);
@@ -96,7 +100,7 @@ unsigned char CGNTrace::ResetOutput(char output, CGNString& name, long maxSize) 
         CloseFile();
         m_fileName = name;
     }
-    if (!m_traceFile) m_traceFile = OpenTraceFile(m_fileName, "a");
+    if (!m_traceFile) OpenFile("a");
     // The same name is accepted whether its file opens now or with a later line.
     return isSame || m_traceFile != nullptr;
 }
@@ -135,24 +139,36 @@ void CGNTrace::WriteMsg(const char* fileLine, short mask, const CGNString& modul
     if (!IsEnabled(mask)) return;
     va_list arguments;
     va_start(arguments, format);
-    DoWriteMsg(fileLine, module, format, arguments);
+    DoWriteMsg(fileLine, mask, module, format, arguments);
     va_end(arguments);
 }
 
 void CGNTrace::WriteMsg(const char* fileLine, short mask, const CGNString& module, long messageId,
                         ...) {
     if (!IsEnabled(mask)) return;
-    CGNString format;
-    OSLoadString(format, messageId);
-    if (!IsMessageFormat(format)) {
-        // Written literally.
-        WriteText(fileLine, mask, module, "%s", static_cast<const char*>(format));
-        return;
-    }
     va_list arguments;
     va_start(arguments, messageId);
-    DoWriteMsg(fileLine, module, format, arguments);
+    DoWriteResource(fileLine, mask, module, messageId, arguments);
     va_end(arguments);
+}
+
+void CGNTrace::WriteMsg(const char* fileLine, short mask, const CGNString& module, int messageId,
+                        ...) {
+    if (!IsEnabled(mask)) return;
+    va_list arguments;
+    va_start(arguments, messageId);
+    DoWriteResource(fileLine, mask, module, messageId, arguments);
+    va_end(arguments);
+}
+
+void CGNTrace::DoWriteResource(const char* fileLine, short mask, const char* module, long messageId,
+                               va_list arguments) {
+    CGNString format;
+    OSLoadString(format, messageId);
+    if (IsMessageFormat(format))
+        DoWriteMsg(fileLine, mask, module, format, arguments);
+    else  // literally
+        WriteText(fileLine, mask, module, "%s", static_cast<const char*>(format));
 }
 
 void CGNTrace::WriteText(const char* fileLine, short mask, const char* module, const char* format,
@@ -160,46 +176,89 @@ void CGNTrace::WriteText(const char* fileLine, short mask, const char* module, c
     if (!IsEnabled(mask)) return;
     va_list arguments;
     va_start(arguments, format);
-    DoWriteMsg(fileLine, module, format, arguments);
+    DoWriteMsg(fileLine, mask, module, format, arguments);
     va_end(arguments);
 }
 
-void CGNTrace::CloseFile() {
-    if (m_traceFile) std::fclose(m_traceFile);
-    m_traceFile = nullptr;
+// -- Settings ------------------------------------------------------------------------------------
+
+unsigned char CGNTrace::ResetRotation(long count, char daily) {
+    if (count < 0) return 0;
+    return Init() && ChangeUnder(m_mutex, [=](TraceSettings& settings) {
+               settings.keptFiles = NearestInt32(count);
+               settings.isDaily = daily != 0;
+           });
 }
 
-void CGNTrace::StartOverWhenFull() {
-    if (!(m_output & kToFile)) return;
-    // A file that could not be opened is tried again with each line.
-    if (!m_traceFile && !m_fileName.IsEmpty()) m_traceFile = OpenTraceFile(m_fileName, "a");
-    if (m_maxSize == 0 || !m_traceFile) return;
-    if (platform::PlaceIn(m_traceFile) < m_maxSize) return;
-    CloseFile();
-    m_traceFile = OpenTraceFile(m_fileName, "w");
+unsigned char CGNTrace::ResetSink(Sink sink, void* argument) {
+    return Init() && ChangeUnder(m_mutex, [=](TraceSettings& settings) {
+               settings.sink = sink;
+               settings.sinkArgument = argument;
+           });
 }
 
-void CGNTrace::DoWriteMsg(const char* fileLine, const char* module, const char* format,
-                          va_list arguments) {
-    // Logging must not change the error code that a program examines after a call.
-    const platform::KeepLastError keep;
-    TraceLine line;
-    // Before the lock, because the date has a mutex of its own, whose holder may report a failure
-    // here.
-    if (m_dateTime) line.AppendDateTime();
-    const MutexHolder lock(m_mutex);
-    StartOverWhenFull();
-    if (OSIsThreaded()) line.AppendThread(OSGetCurrentThreadID());
-    const std::size_t prefix = line.Length();
-    if (*module) line.AppendModule(module);
-    line.AppendMessage(format, arguments);
-    if (m_fileLine && fileLine) line.AppendPosition(fileLine);
-    line.End();
-    if ((m_output & kToFile) && m_traceFile) line.WriteTo(m_traceFile);
-    if (!(m_output & kToStandardOutput)) return;
-    // Standard output has the separator even without a module, because programs parse it.
-    if (!*module) line.InsertSeparator(prefix);
-    line.WriteTo(stdout);
+unsigned char CGNTrace::ResetFormat(const char* format, char utc) {
+    const char* text = format ? format : "";
+    if (!IsTraceFormat(text)) return 0;
+    return Init() && ChangeUnder(m_mutex, [=](TraceSettings& settings) {
+               settings.format = text;
+               settings.isJson = false;
+               settings.isUtc = utc != 0;
+           });
+}
+
+unsigned char CGNTrace::ResetJson(char utc) {
+    return Init() && ChangeUnder(m_mutex, [=](TraceSettings& settings) {
+               settings.isJson = true;
+               settings.isUtc = utc != 0;
+           });
+}
+
+unsigned char CGNTrace::ResetModules(const char* modules) {
+    return Init() && ChangeUnder(m_mutex, [=](TraceSettings& settings) {
+               settings.modules = modules ? modules : "";
+           });
+}
+
+unsigned char CGNTrace::SwitchQueue(char on) {
+    if (!Init()) return 0;
+    TraceQueue* queue;
+    {
+        const MutexHolder lock(m_mutex);
+        queue = Extra()->queue.load();
+        if (!queue && on && OSIsThreaded()) {
+            queue = TraceQueue::Make(this, WriteBatch);
+            Extra()->queue.store(queue);
+        }
+    }
+    if (!on && queue) queue->Stop();
+    return !on || (queue && queue->Start());
+}
+
+void CGNTrace::StopQueues() {
+    TraceQueue::StopAll();
+}
+
+void CGNTrace::Flush() {
+    DrainQueue();
+}
+
+unsigned char CGNTrace::KeepLastLines(long count, const char* path) {
+    return StartTraceRing(count, path);
+}
+
+unsigned char CGNTrace::CatchCrashes() {
+    return platform::CatchCrashes([] { WriteTraceRing("Last lines before a crash:\n"); });
+}
+
+void CGNTrace::WriteLastLines() {
+    WriteTraceRing("Last lines:\n");
+}
+
+void CGNTrace::WriteWhole(const char* fileLine, short mask, const CGNString& module,
+                          const char* text, std::size_t length) {
+    constexpr std::size_t kMost = std::numeric_limits<int>::max();
+    WriteText(fileLine, mask, module, "%.*s", static_cast<int>(std::min(length, kMost)), text);
 }
 
 CGNTraceFileLine::CGNTraceFileLine(long line, const char* file) {

@@ -93,6 +93,11 @@ void TraceLine::InsertSeparator(std::size_t at) {
     m_length += kSize;
 }
 
+const char* TraceLine::Text() {
+    m_text[m_length] = 0;
+    return m_text;
+}
+
 void TraceLine::WriteTo(std::FILE* stream) const {
     std::fwrite(m_text, 1, m_length, stream);
     if (stream != stdout) std::fflush(stream);

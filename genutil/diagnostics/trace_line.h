@@ -22,11 +22,14 @@ class TraceLine {
     void End();
     void InsertSeparator(std::size_t at);
 
+    void Append(const char* text, std::size_t length);
+
     std::size_t Length() const { return m_length; }
+    const char* Bytes() const { return m_text; }
+    const char* Text();  // the line as a terminated text, without an end
     void WriteTo(std::FILE* stream) const;
 
   private:
-    void Append(const char* text, std::size_t length);
     std::size_t Grow(std::size_t extra);
 
     static constexpr std::size_t kOnStack = 1024;

@@ -42,8 +42,12 @@ bool WriteAscii(Out& out, unsigned byte) {
     return true;
 }
 
+Stop Full(bool written) {
+    return written ? Stop::kDone : Stop::kFull;
+}
+
 template <class In, class Out>
-bool Write(const In& in, Out& out, const Unit& unit, Losses& losses) {
+Stop Write(const In& in, Out& out, const Unit& unit, Transfer& t) {
     const std::size_t left = in.Left() - unit.length;
     switch (unit.kind) {
         case Kind::kAscii:
@@ -51,22 +55,25 @@ bool Write(const In& in, Out& out, const Unit& unit, Losses& losses) {
             if (Out::kShifts && !JisReader::IsPlain(unit.code) &&
                 (unit.code != kEscape || FindEscape(in.p, in.Left()) != nullptr))
                 break;
-            return WriteAscii(out, unit.code);
+            return Full(WriteAscii(out, unit.code));
         case Kind::kPair:
-            return out.Pair(unit.code, left);
+            return Full(out.Pair(unit.code, left));
         case Kind::kSupplement:
-            if constexpr (Out::kHasSupplement) return out.Supplement(unit.code, left);
+            if constexpr (Out::kHasSupplement) return Full(out.Supplement(unit.code, left));
             break;
         case Kind::kKana:
-            return out.Kana(unit.code, left);
+            return Full(out.Kana(unit.code, left));
         case Kind::kNothing:
-            return true;
+            return Stop::kDone;
         case Kind::kLost:
             break;
     }
-    if (!out.Lost(left)) return false;
-    losses.Add(in.p);
-    return true;
+    t.lossLength = unit.length;
+    t.afterLoss = in.State();
+    if (t.stopsAtLoss) return Stop::kBad;
+    if (!out.Lost(left)) return Stop::kFull;
+    t.losses.Add(in.p);
+    return Stop::kDone;
 }
 
 template <class In, class Out>
@@ -89,24 +96,33 @@ void CopyBlocks(In& in, Out& out) {
     }
 }
 
+// Returns true if the meaning of the next byte depends on text that has yet to come.
+template <class In, class Out>
+bool IsCutShort(const In& in, const Transfer& t) {
+    if (t.ending != Ending::kOpen) return false;
+    return in.IsCut() || (Out::kShifts && *in.p == kEscape && EscapeGoesOn(in.p, in.Left()));
+}
+
 // Text consists of runs of ASCII and of kanji, most of them too short to predict their ends. Both
 // are read 16 bytes at a time, of which the run may fill only a part.
 template <class In, class Out>
-bool Run(In& in, Out& out, Losses& losses) {
+Stop Run(In& in, Out& out, Transfer& t) {
     while (in.p != in.end) {
         const unsigned char* const before = in.p;
         if (in.PlainNext() && (!Out::kShifts || JisReader::IsPlain(*in.p))) CopyAscii(in, out);
         while (const unsigned pair = in.Pair()) {
-            if (!out.Pair(pair, in.Left() - 2)) return false;
+            if (!out.Pair(pair, in.Left() - 2)) return Stop::kFull;
             in.p += 2;
             CopyBlocks(in, out);
         }
         if (in.p != before) continue;
+        if (IsCutShort<In, Out>(in, t)) return Stop::kCut;
         const Unit unit = in.Other();
-        if (!Write(in, out, unit, losses)) return false;
+        const Stop stop = Write(in, out, unit, t);
+        if (stop != Stop::kDone) return stop;
         in.p += unit.length;
     }
-    return true;
+    return Stop::kDone;
 }
 
 template <class In, class Out>
@@ -114,12 +130,18 @@ bool Convert(Transfer& t) {
     In in;
     in.p = t.src;
     in.end = t.srcEnd;
-    Out out(t.dst, t.dstEnd, in.Left());
-    const bool all = Run(in, out, t.losses);
-    out.Close();
+    in.Begin(t.reading);
+    Out out(t);
+    t.stop = Run(in, out, t);
+    if (t.ending == Ending::kWhole)
+        out.Close();
+    else if (t.ending == Ending::kLast && t.stop == Stop::kDone)
+        t.stop = Full(out.Close());
     t.src = in.p;
     t.dst = out.p;
-    return all;
+    t.reading = in.State();
+    t.writing = out.State();
+    return t.stop == Stop::kDone;
 }
 
 }  // namespace

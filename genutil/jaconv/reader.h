@@ -6,6 +6,8 @@
 //                  0 for anything else
 //     PairBlock()  the kanji among the next 16 bytes, which must exist
 //     Other()      any other character at the current position
+//     IsCut()      true if the rest of the text may be the beginning of a longer character or
+//                  escape sequence
 //
 // Characters follow the stepping rules of the code set. A byte that does not begin a character is
 // one lost character. Except for Pair(), the text must not be empty.
@@ -16,6 +18,7 @@
 #include "genutil/jaconv/escapes.h"
 #include "genutil/jaconv/jis.h"
 #include "genutil/jaconv/kanji_lanes.h"
+#include "genutil/mbutil/transcode.h"
 
 namespace genutil::jis {
 
@@ -38,6 +41,10 @@ struct Reader {
     const unsigned char* p;
     const unsigned char* end;
     std::size_t Left() const { return static_cast<std::size_t>(end - p); }
+
+    // Readers of text without shifts begin every piece alike.
+    void Begin(const ShiftState&) {}
+    ShiftState State() const { return {}; }
 };
 
 class EucJpReader : public Reader {
@@ -62,6 +69,12 @@ class EucJpReader : public Reader {
         if (c == kSupplementShift && Left() >= 3 && IsGraphic(p[1]) && IsGraphic(p[2]))
             return {Kind::kSupplement, 3, static_cast<unsigned>(p[1] << 8 | p[2])};
         return {Kind::kLost, 1};
+    }
+
+    bool IsCut() const {
+        const unsigned c = p[0];
+        if (Left() == 1) return IsGraphic(c) || c == 0x8E || c == 0x8F;
+        return Left() == 2 && c == 0x8F && IsGraphic(p[1]);
     }
 };
 
@@ -93,6 +106,8 @@ class ShiftJisReader : public Reader {
         if (Left() >= 2 && IsLead(c) && p[1] == 0x7F) return {Kind::kLost, 2};
         return {Kind::kLost, 1};
     }
+
+    bool IsCut() const { return Left() == 1 && (IsLead(*p) || (*p >= 0xF0 && *p <= 0xFC)); }
 };
 
 // Besides its escape sequences, JIS text may switch to half-width katakana with shift-out, or
@@ -134,10 +149,14 @@ class JisReader : public Reader {
         return c < 0x80 && c != kEscape && c != kShiftOut && c != kShiftIn;
     }
 
-    Set Designated() const { return m_designated; }
-    bool IsShiftedOut() const { return m_set != m_designated; }
+    void Begin(const ShiftState& state) {
+        m_set = static_cast<Set>(state.set);
+        m_designated = static_cast<Set>(state.designated);
+    }
+    ShiftState State() const {
+        return {static_cast<std::uint16_t>(m_set), static_cast<std::uint8_t>(m_designated), 0, 0};
+    }
 
-    // Returns true if the text ends within the escape sequence or pair at the current position.
     bool IsCut() const {
         if (*p == kEscape) return EscapeGoesOn(p, Left());
         return Left() == 1 && (m_set == Set::kKanji || m_set == Set::kSupplement) && IsGraphic7(*p);

@@ -7,9 +7,11 @@
 //     Kana()        writes half-width katakana, given as one byte
 //     Lost()        writes the substitute
 //     Close()       ends the text
+//     State()       the shift state, in which the next piece of the text begins
 //
 // If there is no room, they return false and write nothing of the character. `left` is the number
-// of source bytes after the character.
+// of source bytes after the character. A writer takes the room, the shift state and the ending of a
+// transfer.
 #pragma once
 
 #include <cstddef>
@@ -17,6 +19,7 @@
 #include "genutil/jaconv/escapes.h"
 #include "genutil/jaconv/jis.h"
 #include "genutil/jaconv/kanji_lanes.h"
+#include "genutil/mbutil/transcode.h"
 
 namespace genutil::jis {
 
@@ -24,6 +27,7 @@ struct Writer {
     unsigned char* p;
     unsigned char* end;
     std::size_t Room() const { return static_cast<std::size_t>(end - p); }
+    ShiftState State() const { return {}; }
 
     void Put(unsigned pair) {
         p[0] = static_cast<unsigned char>(pair >> 8);
@@ -42,7 +46,7 @@ class EucJpWriter : public Writer {
     static constexpr bool kShifts = false;
     static constexpr bool kHasSupplement = true;
 
-    EucJpWriter(unsigned char* dst, unsigned char* dstEnd, std::size_t) : Writer{dst, dstEnd} {}
+    explicit EucJpWriter(const Transfer& t) : Writer{t.dst, t.dstEnd} {}
 
     bool EnterAscii() { return true; }
     bool Pair(unsigned pair, std::size_t) {
@@ -60,7 +64,7 @@ class EucJpWriter : public Writer {
     }
     bool Kana(unsigned kana, std::size_t left) { return Pair(0x8E00 | kana, left); }
     bool Lost(std::size_t left) { return Pair(kGeta, left); }
-    void Close() {}
+    bool Close() { return true; }
 };
 
 class ShiftJisWriter : public Writer {
@@ -68,7 +72,7 @@ class ShiftJisWriter : public Writer {
     static constexpr bool kShifts = false;
     static constexpr bool kHasSupplement = false;
 
-    ShiftJisWriter(unsigned char* dst, unsigned char* dstEnd, std::size_t) : Writer{dst, dstEnd} {}
+    explicit ShiftJisWriter(const Transfer& t) : Writer{t.dst, t.dstEnd} {}
 
     bool EnterAscii() { return true; }
     bool Pair(unsigned pair, std::size_t) {
@@ -84,12 +88,12 @@ class ShiftJisWriter : public Writer {
         return true;
     }
     bool Lost(std::size_t left) { return Pair(kGeta, left); }
-    void Close() {}
+    bool Close() { return true; }
 };
 
-// JIS needs up to 5 bytes for a byte of the source, and callers may provide only 3. These are
+// JIS needs up to 5 bytes for a byte of the source. A threefold transfer provides only 3. These are
 // always sufficient, because a text that begins with 3 bytes of room for each byte of its source
-// retains them, and one more while it is in a set other than ASCII ("assured"):
+// retains them, and one more while it is in a set other than ASCII:
 //
 //     ASCII            1 byte from ASCII, 4 from another set; paid by its own 3 and the extra one
 //     kanji            2 bytes, 5 with an escape, of 6; the extra one remains
@@ -99,15 +103,19 @@ class ShiftJisWriter : public Writer {
 //                      an 8-bit byte, which every reader of JIS accepts. The same applies to the
 //                      substitute for a single byte, which is "?" if there is no spare room.
 //
-// A text with less room may be interrupted before any character, so it always keeps 3 bytes for the
-// closing escape.
+// Any other transfer of a whole text may be interrupted before any character, so it always keeps 3
+// bytes for the closing escape.
 class JisWriter : public Writer {
   public:
     static constexpr bool kShifts = true;
     static constexpr bool kHasSupplement = true;
 
-    JisWriter(unsigned char* dst, unsigned char* dstEnd, std::size_t sourceLength)
-        : Writer{dst, dstEnd}, m_assured(IsAssured(0, Set::kAscii, sourceLength)) {}
+    explicit JisWriter(const Transfer& t)
+        : Writer{t.dst, t.dstEnd},
+          m_set(static_cast<Set>(t.writing.set)),
+          m_threefold(t.threefold),
+          m_reserve(t.ending == Ending::kWhole ? kEscapeLength : 0) {}
+    ShiftState State() const { return {static_cast<std::uint16_t>(m_set), 0, 0, 0}; }
 
     bool EnterAscii() {
         if (m_set == Set::kAscii) return true;
@@ -116,9 +124,9 @@ class JisWriter : public Writer {
         return true;
     }
 
-    bool Pair(unsigned pair, std::size_t left) {
+    bool Pair(unsigned pair, std::size_t) {
         const std::size_t cost = m_set == Set::kKanji ? 2 : kEscapeLength + 2;
-        if (!m_assured && !Fits(cost, Set::kKanji, left)) return false;
+        if (!Fits(cost, Set::kKanji)) return false;
         if (m_set != Set::kKanji) Switch(Set::kKanji);
         Put(pair & 0x7F7F);
         return true;
@@ -126,9 +134,9 @@ class JisWriter : public Writer {
 
     bool HasBlock() const { return Room() >= kBlock + kEscapeLength; }
     void PutBlock(const Block& block) { Store(ToJisBlock(block.pairs), block.count); }
-    bool Supplement(unsigned pair, std::size_t left) {
+    bool Supplement(unsigned pair, std::size_t) {
         const std::size_t cost = m_set == Set::kSupplement ? 2 : kEscapeLength + 1 + 2;
-        if (!m_assured && !Fits(cost, Set::kSupplement, left)) return false;
+        if (!Fits(cost, Set::kSupplement)) return false;
         if (m_set != Set::kSupplement) Switch(Set::kSupplement);
         Put(pair & 0x7F7F);
         return true;
@@ -136,8 +144,8 @@ class JisWriter : public Writer {
 
     bool Kana(unsigned kana, std::size_t left) {
         const std::size_t cost = m_set == Set::kKana ? 1 : kEscapeLength + 1;
-        if (!m_assured && !Fits(cost, Set::kKana, left)) return false;
-        if (m_assured && !IsAssured(cost, Set::kKana, left)) return Byte(kana);
+        if (m_threefold && !IsAssured(cost, Set::kKana, left)) return Byte(kana);
+        if (!Fits(cost, Set::kKana)) return false;
         if (m_set != Set::kKana) Switch(Set::kKana);
         PutByte(kana & 0x7F);
         return true;
@@ -145,11 +153,11 @@ class JisWriter : public Writer {
 
     bool Lost(std::size_t left) {
         const std::size_t cost = m_set == Set::kKanji ? 2 : kEscapeLength + 2;
-        if (m_assured && !IsAssured(cost, Set::kKanji, left)) return Byte('?');
+        if (m_threefold && !IsAssured(cost, Set::kKanji, left)) return Byte('?');
         return Pair(kGeta, left);
     }
 
-    void Close() { EnterAscii(); }
+    bool Close() { return EnterAscii(); }
 
   private:
     static constexpr std::size_t kEscapeLength = 3;
@@ -159,10 +167,10 @@ class JisWriter : public Writer {
         return Room() >= cost && Room() - cost >= 3 * left + one;
     }
 
-    bool Fits(std::size_t cost, Set set, std::size_t left) const {
+    bool Fits(std::size_t cost, Set set) const {
+        if (m_threefold) return true;
         if (Room() < cost) return false;
-        if (left == 0) return true;  // the closing escape may be omitted at the end
-        return Room() - cost >= (set == Set::kAscii ? 0 : kEscapeLength);
+        return Room() - cost >= (set == Set::kAscii ? 0 : m_reserve);
     }
 
     // Writes a single byte in ASCII.
@@ -180,8 +188,9 @@ class JisWriter : public Writer {
         m_set = set;
     }
 
-    Set m_set = Set::kAscii;
-    bool m_assured;
+    Set m_set;
+    const bool m_threefold;
+    const std::size_t m_reserve;
 };
 
 }  // namespace genutil::jis

@@ -163,7 +163,8 @@ mbLocale mbOpenLocale(const char* name, int kind, mbLocaleTrace trace) {
 
 void mbCloseLocale(mbLocale locale) {
     mbLocale current = locale;
-    g_currentLocale.compare_exchange_strong(current, nullptr);
+    if (locale && g_currentLocale.compare_exchange_strong(current, nullptr))
+        g_currentLocaleRow = nullptr;
     delete locale;
 }
 
@@ -172,11 +173,12 @@ mbLocale mbGetCurrentLocale() {
 }
 
 mbLocale mbSetCurrentLocale(mbLocale locale) {
+    g_currentLocaleRow = locale ? locale->row : nullptr;
     return g_currentLocale.exchange(locale);
 }
 
 unsigned long mbLocaleLCID(mbLocale locale) {
-    return locale ? locale->row->language : mbGetLCID(nullptr);
+    return locale ? locale->row->language : UserLanguage();
 }
 
 int mbLocaleCodeSet(mbLocale locale) {

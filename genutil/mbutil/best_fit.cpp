@@ -22,9 +22,10 @@ const NearLetter* FindNearLetter(std::uint16_t character) {
 }
 
 char PlainLetter(std::uint16_t character) {
-    while (character >= 0x80) {
+    // Some characters are substitutes of each other.
+    for (int steps = 0; character >= 0x80; ++steps) {
         const NearLetter* near = FindNearLetter(character);
-        if (!near) return 0;
+        if (!near || steps == 8) return 0;
         character = near->plain;
     }
     return static_cast<char>(character);

@@ -109,12 +109,14 @@ unsigned EucTwLength(const Transfer& t) {
     return 0;
 }
 
-bool Lose(Transfer& t, unsigned length) {
-    if (t.dst == t.dstEnd) return false;
+Stop Lose(Transfer& t, unsigned length) {
+    t.lossLength = length;
+    if (t.stopsAtLoss) return Stop::kBad;
+    if (t.dst == t.dstEnd) return Stop::kFull;
     t.losses.Add(t.src);
     *t.dst++ = kSubstitute;
     t.src += length;
-    return true;
+    return Stop::kDone;
 }
 
 unsigned char* Put(unsigned char* dst, unsigned pair) {
@@ -123,30 +125,45 @@ unsigned char* Put(unsigned char* dst, unsigned pair) {
     return dst + 2;
 }
 
-// Converts one character that is not ASCII. Returns false if there is no room for it in dst.
-bool Big5Character(Transfer& t) {
+// Returns true if more text follows and the last bytes may begin a longer character.
+bool IsBig5Cut(const Transfer& t) {
+    return t.ending == Ending::kOpen && t.srcEnd - t.src == 1 && IsLead(*t.src);
+}
+
+bool IsEucTwCut(const Transfer& t) {
+    const unsigned char* const p = t.src;
+    const std::ptrdiff_t left = t.srcEnd - p;
+    if (t.ending != Ending::kOpen || left >= 4) return false;
+    if (p[0] != 0x8E) return left == 1 && IsLead(p[0]);
+    return left == 1 || (p[1] >= 0xA1 && p[1] <= 0xB0 && (left == 2 || IsLead(p[2])));
+}
+
+// These convert one character that is not ASCII.
+Stop Big5Character(Transfer& t) {
+    if (IsBig5Cut(t)) return Stop::kCut;
     if (t.srcEnd - t.src < 2 || !IsLead(t.src[0]) || !IsTrail(t.src[1])) return Lose(t, 1);
     const unsigned cns = CnsFromBig5(static_cast<unsigned>(t.src[0] << 8 | t.src[1]));
     if (cns == 0) return Lose(t, 2);
     const unsigned plane = cns >> 16;
-    if (t.dstEnd - t.dst < (plane == 1 ? 2 : 4)) return false;
+    if (t.dstEnd - t.dst < (plane == 1 ? 2 : 4)) return Stop::kFull;
     if (plane != 1) t.dst = Put(t.dst, 0x8EA0 + plane);
     t.dst = Put(t.dst, cns | 0x8080);
     t.src += 2;
-    return true;
+    return Stop::kDone;
 }
 
-bool EucTwCharacter(Transfer& t) {
+Stop EucTwCharacter(Transfer& t) {
+    if (IsEucTwCut(t)) return Stop::kCut;
     const unsigned length = EucTwLength(t);
     if (length == 0) return Lose(t, 1);
     const unsigned plane = length == 2 ? 1 : t.src[1] - 0xA0u;
     const unsigned rowCell = static_cast<unsigned>(t.src[length - 2] << 8 | t.src[length - 1]);
     const unsigned big5 = Big5FromCns(plane << 16 | (rowCell & 0x7F7F));
     if (big5 == 0) return Lose(t, length);
-    if (t.dstEnd - t.dst < 2) return false;
+    if (t.dstEnd - t.dst < 2) return Stop::kFull;
     t.dst = Put(t.dst, big5);
     t.src += length;
-    return true;
+    return Stop::kDone;
 }
 
 // The hot path: converts characters of two bytes in both code sets, up to the first other one.
@@ -167,8 +184,9 @@ std::size_t CopyPairs(unsigned char* dst, const unsigned char* src, std::size_t 
 
 using Copier = std::size_t (*)(unsigned char* dst, const unsigned char* src, std::size_t n);
 
-template <Copier kPairs, Converter kCharacter>
+template <Copier kPairs, Stop (*kCharacter)(Transfer&)>
 bool Convert(Transfer& t) {
+    t.stop = Stop::kDone;
     while (t.src != t.srcEnd) {
         const auto n = static_cast<std::size_t>(std::min(t.srcEnd - t.src, t.dstEnd - t.dst));
         std::size_t i = 0, before;
@@ -180,7 +198,8 @@ bool Convert(Transfer& t) {
         t.src += i;
         t.dst += i;
         if (t.src == t.srcEnd) break;
-        if (*t.src >= 0x80 ? !kCharacter(t) : t.dst == t.dstEnd) return false;
+        t.stop = *t.src >= 0x80 ? kCharacter(t) : t.dst == t.dstEnd ? Stop::kFull : Stop::kDone;
+        if (t.stop != Stop::kDone) return false;
     }
     return true;
 }

@@ -18,7 +18,14 @@ constexpr std::uint16_t kCodePages[kCodePageSlots] = {
     0,    0,     0,     0,     0,     0,     0,     0,     0,     874,            // 31 to 40
 };
 
+Substitute SubstituteOf(int codeSet) {
+    if (codeSet >= mbJis && codeSet <= mbShiftJis) return Substitute::kGeta;
+    return codeSet == mbUtf16 || codeSet == mbUtf8 ? Substitute::kReplacement
+                                                   : Substitute::kQuestion;
+}
+
 bool Fill(CodePage& page, int codeSet) {
+    page.substitute = SubstituteOf(codeSet);
     switch (codeSet) {
         case mbJis:
             page.form = CodeForm::kIso2022Jp;
@@ -44,6 +51,8 @@ bool Fill(CodePage& page, int codeSet) {
             return FillCutToEuc(page, kCodePages[mbKorean]) && FillBack(page, codeSet);
         case mbEucTw:
             return FillEucTw(page, FindCodePage(mbBig5)) && FillBack(page, codeSet);
+        case mbJohab:
+            return FillJohab(page) && FillBack(page, codeSet);
         case mb8859_10:
             return Fill8859_10(page) && FillBack(page, codeSet);
         default:
@@ -65,6 +74,16 @@ const CodePage* FillCodePage(int codeSet) {
     if (!g_codePages[codeSet].compare_exchange_strong(first, made.get(), std::memory_order_acq_rel))
         return first;
     return made.release();
+}
+
+const CodePage* BigEndianUtf16() {
+    static const struct BigEndianPage : CodePage {
+        BigEndianPage() {
+            form = CodeForm::kUtf16BigEndian;
+            substitute = Substitute::kReplacement;
+        }
+    } page;
+    return &page;
 }
 
 const CodePage* FindCodePage(int codeSet) {

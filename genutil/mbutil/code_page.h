@@ -29,8 +29,12 @@ enum class CodeForm : std::uint8_t {
     kUtf8
 };
 
+// What replaces a lost character: "?", the geta mark of Japanese or U+FFFD of Unicode.
+enum class Substitute : std::uint8_t { kQuestion, kGeta, kReplacement };
+
 struct CodePage {
     CodeForm form = CodeForm::kSingleByte;
+    Substitute substitute = Substitute::kQuestion;
 
     // The characters of the one-byte codes. ASCII maps to itself in every code set.
     std::uint16_t bytes[256];
@@ -84,6 +88,9 @@ constexpr unsigned kLowestPairCell = 0x8000;
 constexpr int kCodePageSlots = 66;
 extern std::atomic<const CodePage*> g_codePages[kCodePageSlots];
 const CodePage* FillCodePage(int codeSet);
+
+// Returns the big-endian form of UTF-16, which a byte-order mark selects.
+const CodePage* BigEndianUtf16();
 
 // Returns the tables of a code set. Returns null for an unlisted number, if allocation fails, or if
 // the system lacks the code page. The first call for a code set, on any thread, fills them.

@@ -25,12 +25,27 @@ constexpr Variant kJisVariants[] = {{0x301C, 0xFF5E}, {0x2016, 0x2225}, {0x2212,
                                     {0x2014, 0x2015}, {0x00A2, 0xFFE0}, {0x00A3, 0xFFE1},
                                     {0x00AC, 0xFFE2}};
 
+bool UsesJisVariants(int codeSet) {
+    return codeSet == mbShiftJis || codeSet == mbEucJp;
+}
+
+// Calls visit(other, ours) for each character that has no code of its own but denotes the same as
+// one that has.
+template <class Visit>
+void ForEachVariant(int codeSet, Visit visit) {
+    if (UsesJisVariants(codeSet))
+        for (const Variant& variant : kJisVariants) visit(variant.other, variant.ours);
+    if (codeSet == mbJohab)
+        for (unsigned i = 0; i < kKoreanLetters; ++i)
+            visit(kConjoiningLetters[i], kFirstKoreanLetter + i);
+}
+
 class BackTable {
   public:
     explicit BackTable(CodePage& page) : m_page(page) {}
 
     // Allocates a row of 64 cells for each group of 64 characters in use, after an empty row.
-    bool Lay(bool withJisVariants) {
+    bool Lay(int codeSet) {
         bool used[kRows] = {};
         const auto note = [&](unsigned character) {
             if (character != kNoCharacter) used[character >> 6] = true;
@@ -38,8 +53,7 @@ class BackTable {
         for (const std::uint16_t character : m_page.bytes) note(character);
         for (const auto* table : {m_page.pairs.get(), m_page.prefixed.get()})
             for (std::size_t i = 0; table && i < kPairTableSize; ++i) note(table[i]);
-        if (withJisVariants)
-            for (const Variant& variant : kJisVariants) note(variant.other);
+        ForEachVariant(codeSet, [&](unsigned other, unsigned) { note(other); });
         std::size_t rows = 1;
         for (unsigned row = 0; row < kRows; ++row)
             if (used[row]) m_page.backRow[row] = static_cast<std::uint16_t>(rows++ * 64);
@@ -76,9 +90,8 @@ bool ReturnsWithin(const CodePage& page, unsigned lead) {
 }
 
 bool FillTables(CodePage& page, int codeSet) {
-    const bool japanese = codeSet == mbShiftJis || codeSet == mbEucJp;
     BackTable back(page);
-    if (!back.Lay(japanese)) return false;
+    if (!back.Lay(codeSet)) return false;
     for (unsigned byte = 1; byte < 256; ++byte) back.Offer(page.bytes[byte], byte);
     if (!page.pairs) return true;
     if (codeSet == mbBig5)
@@ -89,9 +102,8 @@ bool FillTables(CodePage& page, int codeSet) {
             if (ComesLast(codeSet, lead) == last) back.OfferPairs(page.pairs.get(), lead, 0);
     for (unsigned lead = 0x80; page.prefixed && lead < 256; ++lead)
         back.OfferPairs(page.prefixed.get(), lead, 0x8000);
-    if (japanese)
-        for (const Variant& variant : kJisVariants)
-            back.Offer(variant.other, back.Cell(variant.ours));
+    ForEachVariant(codeSet,
+                   [&](unsigned other, unsigned ours) { back.Offer(other, back.Cell(ours)); });
     return true;
 }
 

@@ -83,6 +83,8 @@ void UnpackJisX0212(std::uint16_t* table) {
                 static_cast<std::uint16_t>(character);
         }
     }
+    // The chart says "~", which has a code of its own. As in Windows, it is the full-width form.
+    table[CodePage::PairIndex(0xA2, 0xB7)] = 0xFF5E;
 }
 
 }  // namespace

@@ -16,6 +16,11 @@ bool BeginEuc(CodePage& page);
 bool FillEucJp(CodePage& page);
 // Fills the characters of CNS 11643 that Big5 has (code_page_euc_tw.cpp). `big5` may be null.
 bool FillEucTw(CodePage& page, const CodePage* big5);
+// Fills code page 1361 with compatibility letters (code_page_johab.cpp).
+bool FillJohab(CodePage& page);
+// The conjoining forms of the compatibility letters from U+3131 on, in order.
+constexpr unsigned kFirstKoreanLetter = 0x3131, kKoreanLetters = 94;
+extern const std::uint16_t kConjoiningLetters[kKoreanLetters];
 bool Fill8859_10(CodePage& page);
 
 // Fills the reverse mapping from the tables above (code_page_back.cpp).

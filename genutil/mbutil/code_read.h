@@ -28,15 +28,20 @@ inline CodeRead ReadPrefixed(const CodePage& page, const unsigned char* p,
     const std::size_t n = page.prefixLength;
     if (n == 0 || static_cast<std::size_t>(end - p) < n + 2 || p[0] != page.prefix[0])
         return {0, 0};
-    // The second of two prefixes is the successor of the first. In the table, the trail bytes of
-    // its cells have no high bit.
-    unsigned trail = p[n + 1];
-    if (n == 2 && p[1] != page.prefix[1]) {
-        if (p[1] != page.prefix[1] + 1) return {0, 0};
-        trail &= 0x7F;
-    }
     if (!page.isLead[p[n]] || !page.isTrail[p[n + 1]]) return {0, 0};
-    const unsigned character = page.prefixed[CodePage::PairIndex(p[n], trail)];
+    // The second of two prefixes is the successor of the first. In the table, the trail bytes of
+    // its cells have no high bit. The predecessor is that of the plane which needs no prefix.
+    unsigned trail = p[n + 1];
+    const std::uint16_t* table = page.prefixed.get();
+    if (n == 2 && p[1] != page.prefix[1]) {
+        if (p[1] == page.prefix[1] + 1)
+            trail &= 0x7F;
+        else if (p[1] == page.prefix[1] - 1)
+            table = page.pairs.get();
+        else
+            return {0, 0};
+    }
+    const unsigned character = table[CodePage::PairIndex(p[n], trail)];
     return {character, character == kNoCharacter ? 0 : static_cast<unsigned>(n) + 2};
 }
 

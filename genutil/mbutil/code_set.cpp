@@ -14,6 +14,7 @@
 namespace genutil {
 
 CodeSetState g_codeSetState;
+std::atomic<const LocaleRow*> g_currentLocaleRow;
 
 const LocaleRow kLocaleTable[] = {
 #include "genutil/mbutil/locales.inc"
@@ -239,9 +240,10 @@ char* MapToWindowsCharsetName(char* name) {
 }
 
 unsigned long mbGetLCID(const char* localeName) {
-    if (!localeName || !*localeName) return UserLanguage();
-    const LocaleRow* row = FindLocaleByName(localeName);
-    return row ? row->language : 0;
+    const bool named = localeName && *localeName;
+    const LocaleRow* row = named ? FindLocaleByName(localeName) : g_currentLocaleRow.load();
+    if (row) return row->language;
+    return named ? 0 : UserLanguage();
 }
 
 int mbDefaultCodePageForLocale(char* dst, int size, const char* localeName) {

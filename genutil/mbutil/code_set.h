@@ -2,6 +2,7 @@
 // protection against concurrent changes.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 
 #include "mbutil.h"
@@ -44,6 +45,9 @@ const LocaleRow* FindLocaleByName(const char* name);
 // Returns the code set of the first row of a language, or 0 if there is no row. An identifier
 // without a sublanguage gets the default one.
 int CodeSetOfLanguage(unsigned language);
+
+// Row of the current locale handle; null stands for the user's locale. Set by locale handles.
+extern std::atomic<const LocaleRow*> g_currentLocaleRow;
 
 // Returns the language identifier that the user chose, whatever the calling thread uses.
 unsigned UserDefaultLanguage();

@@ -4,6 +4,7 @@
 
 #include "genutil/allocate.h"
 #include "genutil/mbutil/align.h"
+#include "genutil/mbutil/code_page.h"
 #include "genutil/mbutil/code_set.h"
 #include "genutil/mbutil/code_set_info.h"
 #include "genutil/mbutil/step.h"
@@ -34,13 +35,6 @@ constexpr Direct kDirect[] = {
     {mbWindows1251, mb8859_5, Windows1251ToCyrillic8859},
 };
 
-Converter FindDirect(int from, int to) {
-    if (from >= mbUtf16 || to >= mbUtf16) return nullptr;
-    for (const Direct& row : kDirect)
-        if (row.from == from && row.to == to) return row.convert;
-    return nullptr;
-}
-
 // Copies as much as there is room for. Returns false if bytes remain.
 bool Copy(Transfer& t) {
     const std::size_t left = static_cast<std::size_t>(t.srcEnd - t.src);
@@ -49,38 +43,26 @@ bool Copy(Transfer& t) {
     std::memmove(t.dst, t.src, n);
     t.src += n;
     t.dst += n;
+    t.stop = n == left ? Stop::kDone : Stop::kFull;
     return n == left;
 }
 
-bool HasEscapes(int codeSet) {
-    return codeSet == mbJis || codeSet == mbIso2022Cn || codeSet == mbIso2022Kr;
+// Text that remains in its code set keeps its byte-order mark, and with it its byte order.
+bool CopyText(Transfer& t, int codeSet) {
+    const CodePage* page = FindListedCodePage(codeSet);
+    t.stop = Stop::kUnknown;
+    if (!page) return false;
+    if (page->form == CodeForm::kUtf16 && t.srcEnd - t.src >= 2 && t.src[0] == 0xFE &&
+        t.src[1] == 0xFF)
+        page = BigEndianUtf16();
+    if (HasEscapes(codeSet)) return ConvertPages(t, *page, *page);
+    return CopyValid(t, *page);
 }
 
-// Returns the number of bytes in whole characters among the first n bytes of a longer text. Code
-// sets with escape sequences are not supported here.
-std::size_t WholeCharacters(const unsigned char* text, std::size_t n, int codeSet) {
-    if (const StepTable* table = StepTableOf(codeSet)) return AlignToCharacter(*table, text, n);
-    std::size_t start = n;
-    if (codeSet == mbUtf8) {
-        while (start > 0 && n - start < 3 && (text[start] & 0xC0) == 0x80) --start;
-        return text[start] >= 0xC0 ? start : n;
-    }
-    if (codeSet != mbUtf16) return n;
-    start = n & ~std::size_t{1};
-    const bool cutsPair = start >= 2 && (text[start - 1] & 0xFC) == 0xD8;
-    return cutsPair ? start - 2 : start;
-}
-
-bool Run(Transfer& t, int from, int to, bool* known) {
-    *known = true;
-    const bool fits = t.srcEnd - t.src <= t.dstEnd - t.dst;
-    if (from == to && (fits || !HasEscapes(to))) {
-        const auto room = static_cast<std::size_t>(t.dstEnd - t.dst);
-        if (!fits) t.dstEnd = t.dst + WholeCharacters(t.src, room, to);
-        return Copy(t);
-    }
-    if (const Converter convert = FindDirect(from, to)) return convert(t);
-    return ConvertThroughUnicode(t, from, to, known);
+bool Run(Transfer& t, int from, int to) {
+    if (from == to) return CopyText(t, from);
+    if (const Converter convert = FindDirectConverter(from, to)) return convert(t);
+    return ConvertThroughUnicode(t, from, to);
 }
 
 std::size_t TerminatorSize(int codeSet) {
@@ -91,21 +73,38 @@ const unsigned char* Start(const char* s) {
     return reinterpret_cast<const unsigned char*>(s);
 }
 
+// Shrinks a buffer to the bytes in use.
+char* Fitted(char* buffer, std::size_t used) {
+    char* const fitted = static_cast<char*>(Reallocate(buffer, used));
+    return fitted ? fitted : buffer;
+}
+
 // Returns the code set of a locale's ANSI code page, or -1 if there is none.
 int AnsiCodeSetOf(const char* localeName) {
-    if (!localeName || !*localeName) return UserAnsiCodeSet();
-    const LocaleRow* row = FindLocaleByName(localeName);
-    if (!row) return -1;
+    const bool named = localeName && *localeName;
+    const LocaleRow* row = named ? FindLocaleByName(localeName) : g_currentLocaleRow.load();
+    if (!row) return named ? -1 : UserAnsiCodeSet();
     const unsigned codePage = platform::AnsiCodePageOfLanguage(row->language);
     return codePage ? CodeSetOfCodePage(codePage) : row->codeSet;
 }
 
 }  // namespace
 
-Converter genutil::RelatedConverter(int from, int to) {
+Converter genutil::FindDirectConverter(int from, int to) {
+    if (from >= mbUtf16 || to >= mbUtf16) return nullptr;
+    for (const Direct& row : kDirect)
+        if (row.from == from && row.to == to) return row.convert;
+    return nullptr;
+}
+
+Converter genutil::FindRelatedConverter(int from, int to) {
     // Traditional Chinese uses the converter of the Cyrillic case because programs depend on it.
     if (to == mbWindows1251 && (from == mbBig5 || from == mbEucTw)) from = mb8859_5;
-    const Converter convert = FindDirect(from, to);
+    return FindDirectConverter(from, to);
+}
+
+Converter genutil::RelatedConverter(int from, int to) {
+    const Converter convert = FindRelatedConverter(from, to);
     return convert ? convert : Copy;
 }
 
@@ -114,28 +113,27 @@ int mbConvert(const char* src, size_t srcLength, int fromCodeSet, char* dst, siz
     if (conversion) conversion->consumed = conversion->produced = conversion->lost = 0;
     const std::size_t terminator = TerminatorSize(toCodeSet);
     const bool named = FindCodeSet(fromCodeSet) && FindCodeSet(toCodeSet);
+    if (!src && srcLength == 0) src = "";
     if (!src || !dst || dstSize < terminator || !named) return 0;
     const auto out = reinterpret_cast<unsigned char*>(dst);
     Transfer t{Start(src), Start(src) + srcLength, out, out + dstSize - terminator,
                Losses(Start(src), conversion ? conversion->lostAt : nullptr,
                       conversion && conversion->lostAt ? conversion->lostAtSize : 0)};
-    bool known;
-    const bool all = Run(t, fromCodeSet, toCodeSet, &known);
+    const bool all = Run(t, fromCodeSet, toCodeSet);
     std::memset(t.dst, 0, terminator);
-    if (conversion && known) {
+    if (conversion) {
         conversion->consumed = static_cast<std::size_t>(t.src - Start(src));
         conversion->produced = static_cast<std::size_t>(t.dst - out);
         conversion->lost = t.losses.Count();
     }
-    return known && all;
+    return all;
 }
 
-size_t mbConvertBound(size_t srcLength, int fromCodeSet, int toCodeSet) {
+size_t mbConvertBound(size_t srcLength, int, int toCodeSet) {
     // The maximum that one byte can become: a half-width katakana between escape sequences in the
     // ISO 2022 encodings, and otherwise a four-byte character or a pair of units.
-    const bool isCopy = fromCodeSet == toCodeSet;
-    const std::size_t factor = isCopy ? 1 : HasEscapes(toCodeSet) ? 10 : 4;
-    const std::size_t extra = isCopy ? TerminatorSize(toCodeSet) : 16;
+    const std::size_t factor = HasEscapes(toCodeSet) ? 10 : 4;
+    const std::size_t extra = 16;
     const std::size_t most = static_cast<std::size_t>(-1);
     return srcLength > (most - extra) / factor ? most : srcLength * factor + extra;
 }
@@ -152,17 +150,27 @@ int mbConvertAlloc(const char* src, size_t srcLength, int fromCodeSet, char** ou
         Release(dst);
         return 0;
     }
-    char* fitted =
-        static_cast<char*>(Reallocate(dst, conversion->produced + TerminatorSize(toCodeSet)));
-    *out = fitted ? fitted : dst;
+    *out = Fitted(dst, conversion->produced + TerminatorSize(toCodeSet));
     return 1;
 }
 
 char* convertStrExt(const char* src, int fromCodeSet, char* dst, int toCodeSet) {
     const std::size_t length = std::strlen(src);
     const auto out = reinterpret_cast<unsigned char*>(dst);
+    Converter convert = RelatedConverter(fromCodeSet, toCodeSet);
+    Owned<char> copy;
+    // Converters write ahead of what they have read, so overlapping text is moved out of their way.
+    if (convert != Copy && Start(src) < out + 3 * length + 1 && out < Start(src) + length + 1) {
+        copy.Reset(static_cast<char*>(Allocate(std::uint64_t{length} + 1)));
+        if (copy.Get())
+            src = static_cast<const char*>(std::memcpy(copy.Get(), src, length + 1));
+        else
+            convert = Copy;
+    }
     Transfer t{Start(src), Start(src) + length, out, out + 3 * length, {}};
-    RelatedConverter(fromCodeSet, toCodeSet)(t);
+    t.threefold = true;
+    convert(t);
+    if (t.stop == Stop::kUnknown) Copy(t);
     *t.dst = 0;
     return dst;
 }
@@ -198,5 +206,16 @@ int mbConvertToUTF8(const char* src, char** out, const char* localeName) {
 
 int mbConvertFromUTF8(const char* src, char** out) {
     const int codeSet = src ? UserAnsiCodeSet() : -1;
-    return codeSet >= 0 && mbConvertAlloc(src, std::strlen(src), mbUtf8, out, codeSet, nullptr);
+    const std::size_t length = src ? std::strlen(src) : 0;
+    if (codeSet < 0 || !out) return 0;
+    const std::size_t size = mbConvertBound(length, mbUtf8, codeSet);
+    Owned<char> dst(static_cast<char*>(Allocate(size)));
+    const auto begin = reinterpret_cast<unsigned char*>(dst.Get());
+    if (!begin) return 0;
+    Transfer t{Start(src), Start(src) + length, begin, begin + size - 1, {}};
+    t.substitute = '?';  // the default character of every ANSI code page
+    if (!Run(t, mbUtf8, codeSet)) return 0;
+    *t.dst++ = 0;
+    *out = Fitted(dst.Take(), static_cast<std::size_t>(t.dst - begin));
+    return 1;
 }

@@ -146,18 +146,85 @@ Stop Decode(const CodePage& page, Source& src, unsigned char*& out, unsigned cha
     }
 }
 
+namespace {
+
+// Returns the number of bytes after p, before end, that belong to the longest beginning of a
+// character with p[0]. `missing` receives the number of bytes that such a character has in
+// addition.
+unsigned Utf8Beginning(const unsigned char* p, const unsigned char* end, unsigned* missing) {
+    const unsigned b = p[0];
+    *missing = 0;
+    if (b < 0xC2 || b > 0xF4) return 0;
+    const unsigned length = b < 0xE0 ? 2 : b < 0xF0 ? 3 : 4;
+    const unsigned low = b == 0xE0 ? 0xA0 : b == 0xF0 ? 0x90 : 0x80;
+    const unsigned high = b == 0xED ? 0x9F : b == 0xF4 ? 0x8F : 0xBF;
+    unsigned n = 1;
+    while (n < length && p + n < end &&
+           (n == 1 ? p[1] >= low && p[1] <= high : IsContinuation(p[n])))
+        ++n;
+    *missing = length - n;
+    return n - 1;
+}
+
+// Returns the number of bytes at p, of at most `left`, that may begin a code after a prefix.
+unsigned PrefixedBeginning(const CodePage& page, const unsigned char* p, std::size_t left) {
+    const std::size_t n = page.prefixLength;
+    if (n == 0 || p[0] != page.prefix[0]) return 0;
+    std::size_t i = 1;
+    for (; i < left && i < n + 2; ++i) {
+        const bool fits = i < n    ? p[i] >= 0xA1 && p[i] <= 0xB0
+                          : i == n ? page.isLead[p[i]]
+                                   : page.isTrail[p[i]];
+        if (!fits) return 0;
+    }
+    return static_cast<unsigned>(i);
+}
+
+}  // namespace
+
 std::size_t BadLength(const CodePage& page, const Source& src) {
     const unsigned char* p = src.at;
     const std::size_t left = static_cast<std::size_t>(src.end - p);
-    if (page.form == CodeForm::kUtf16 || page.form == CodeForm::kUtf16BigEndian)
-        return left < 2 ? left : 2;
-    if (page.form == CodeForm::kUtf8 || page.form == CodeForm::kSingleByte) return 1;
-    if (page.form != CodeForm::kPairs) return BadLengthIso2022(page, src);
-    if (left >= 2 && page.isLead[p[0]] && page.isTrail[p[1]]) return 2;
-    const std::size_t n = page.prefixLength;
-    const bool isPrefix = n > 0 && p[0] == page.prefix[0] && left >= n + 2 &&
-                          (n == 1 || (p[1] >= 0xA1 && p[1] <= 0xB0));
-    return isPrefix && page.isLead[p[n]] && page.isTrail[p[n + 1]] ? n + 2 : 1;
+    unsigned missing;
+    switch (page.form) {
+        case CodeForm::kUtf16:
+        case CodeForm::kUtf16BigEndian:
+            return left < 2 ? left : 2;
+        case CodeForm::kUtf8:
+            return 1 + Utf8Beginning(p, src.end, &missing);
+        case CodeForm::kSingleByte:
+            return 1;
+        case CodeForm::kPairs:
+            if (left >= 2 && page.isLead[p[0]] && page.isTrail[p[1]]) return 2;
+            return PrefixedBeginning(page, p, left) == page.prefixLength + 2u
+                       ? page.prefixLength + 2u
+                       : 1;
+        default:
+            return BadLengthIso2022(page, src);
+    }
+}
+
+bool IsCut(const CodePage& page, const Source& src) {
+    const unsigned char* p = src.at;
+    const std::size_t left = static_cast<std::size_t>(src.end - p);
+    unsigned missing;
+    switch (page.form) {
+        case CodeForm::kUtf16:
+            return left < 2 || (left < 4 && IsHighSurrogate(LoadUnit(p)));
+        case CodeForm::kUtf16BigEndian:
+            return left < 2 || (left < 4 && IsHighSurrogate(LoadSwapped(p)));
+        case CodeForm::kUtf8:
+            return 1 + Utf8Beginning(p, src.end, &missing) == left && missing > 0;
+        case CodeForm::kSingleByte:
+            return false;
+        case CodeForm::kPairs:
+            if (left == 1 && *p >= 0x80 && page.bytes[*p] == kNoCharacter &&
+                (page.isLead[*p] || page.pairs[CodePage::PairIndex(*p, 0xA1)] != kNoCharacter))
+                return true;
+            return left < page.prefixLength + 2u && PrefixedBeginning(page, p, left) == left;
+        default:
+            return IsCutIso2022(page, src);
+    }
 }
 
 }  // namespace genutil

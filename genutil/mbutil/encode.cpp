@@ -39,17 +39,20 @@ unsigned WriteOne(const CodePage& page, const unsigned char* units, const unsign
         if (cell == 0 && unit != 0) return 0;  // only NUL has the cell 0 and a code
         return WriteCode(page, cell, out);
     }
+    const auto store = [&page](unsigned char* at, unsigned u) {
+        StoreUnit(at, page.form == CodeForm::kUtf16 ? u : (u >> 8 | u << 8) & 0xFFFF);
+    };
     if (!surrogate) {
         if (page.form == CodeForm::kUtf8) return WriteUtf8(unit, out);
-        StoreUnit(out, unit);
+        store(out, unit);
         return 2;
     }
     const unsigned second = unitsEnd - units >= 4 ? LoadUnit(units + 2) : 0;
     if (!IsHighSurrogate(unit) || !IsLowSurrogate(second)) return 0;
     *unitBytes = 4;
-    if (page.form == CodeForm::kUtf16) {
-        StoreUnit(out, unit);
-        StoreUnit(out + 2, second);
+    if (page.form != CodeForm::kUtf8) {
+        store(out, unit);
+        store(out + 2, second);
         return 4;
     }
     const unsigned c = 0x10000 + ((unit & 0x3FF) << 10 | (second & 0x3FF));
@@ -149,6 +152,7 @@ Stop Encode(const CodePage& page, const unsigned char*& units, const unsigned ch
             EncodeUtf8<false>(page, units, unitsEnd, dst);
             break;
         case CodeForm::kUtf16:
+        case CodeForm::kUtf16BigEndian:
             break;
         default:
             return EncodeIso2022(page, units, unitsEnd, dst);

@@ -5,6 +5,7 @@
 #include <mutex>
 
 #include "genutil/ascii.h"
+#include "genutil/mbutil/code_set_info.h"
 #include "genutil/mbutil/step.h"
 #include "genutil/mbutil/wide_convert.h"
 
@@ -39,6 +40,17 @@ void Fill(CaseTable& table) {
     }
 }
 
+// The letters of ASCII alone: for the reserved code set and unlisted numbers, and while there is no
+// memory for the characters of a code set.
+constexpr CaseTable kAsciiCase = [] {
+    CaseTable table{};
+    for (unsigned b = 0; b < 256; ++b) {
+        table.upper[b] = static_cast<unsigned char>(b >= 'a' && b <= 'z' ? b - 0x20 : b);
+        table.lower[b] = static_cast<unsigned char>(b >= 'A' && b <= 'Z' ? b + 0x20 : b);
+    }
+    return table;
+}();
+
 constexpr std::size_t kTables = mbUtf8 + 1;
 CaseTable g_tables[kTables];
 std::atomic<bool> g_filled[kTables];
@@ -48,11 +60,13 @@ std::mutex g_filling;
 
 const CaseTable& CurrentCaseTable() {
     const int codeSet = g_codeSetState.codeSet;
-    const std::size_t index =
-        codeSet >= 0 && codeSet <= mbUtf8 ? static_cast<std::size_t>(codeSet) : 0;
+    if (codeSet < 0 || codeSet > mbUtf8 || codeSet == mbReserved6 || !FindCodeSet(codeSet))
+        return kAsciiCase;
+    const auto index = static_cast<std::size_t>(codeSet);
     if (!g_filled[index].load(std::memory_order_acquire)) {
         const std::lock_guard<std::mutex> guard(g_filling);
         if (!g_filled[index].load(std::memory_order_relaxed)) {
+            if (!CurrentCodePage()) return kAsciiCase;  // the next call tries again
             Fill(g_tables[index]);
             g_filled[index].store(true, std::memory_order_release);
         }

@@ -10,6 +10,7 @@
 #include "genutil/mbutil/mb_case.h"
 #include "genutil/mbutil/same_prefix.h"
 #include "genutil/mbutil/wide_convert.h"
+#include "osutil/platform/locale/locales.h"
 
 using namespace genutil;
 
@@ -31,7 +32,8 @@ unsigned MapCase(char* s, const unsigned char* map) {
     return static_cast<unsigned>(i);
 }
 
-// A text in the current code set as 16-bit characters, on the stack if it is short.
+// A text in the current code set as 16-bit characters, on the stack if it is short. Text that is
+// invalid is carried byte by byte, so that the order of two texts never depends on a third.
 class WideCopy {
   public:
     explicit WideCopy(const char* text) {
@@ -41,12 +43,14 @@ class WideCopy {
                 static_cast<unsigned short*>(Allocate((std::uint64_t{bytes} + 1) * sizeof *m_heap));
             AssertAllocation(m_heap != nullptr, "genutil/mbutil", __LINE__);
         }
-        if (!m_buffer || ToWide(m_buffer, bytes + 1, text, bytes) < 0) m_buffer = nullptr;
+        if (!m_buffer || ToWide(m_buffer, bytes + 1, text, bytes) >= 0) return;
+        ToWideBytewise(m_buffer, text, bytes);
+        m_buffer[bytes] = 0;
     }
     ~WideCopy() { Release(m_heap); }
     WideCopy(const WideCopy&) = delete;
     WideCopy& operator=(const WideCopy&) = delete;
-    const unsigned short* Text() const { return m_buffer; }  // null if it does not convert
+    const unsigned short* Text() const { return m_buffer; }  // null if allocation failed
 
   private:
     static constexpr std::size_t kOnStack = 256;
@@ -114,6 +118,7 @@ unsigned mbstrtolower(char* s) {
 
 int mbstrcoll(const char* a, const char* b) {
     EnsureInitialised();
+    if (!platform::HasCollation()) return std::strcmp(a, b);
     const WideCopy wideA(a), wideB(b);
     if (!wideA.Text() || !wideB.Text()) return std::strcmp(a, b);
     return CollateWide(wideA.Text(), wideB.Text());

@@ -28,77 +28,41 @@ bool Unread(std::FILE* stream, const char* bytes, std::size_t n) {
     return false;
 }
 
-// A JIS line that was longer than its reader's buffer continues in the shift state in which it was
-// cut. The latest one of each thread is remembered.
-struct CutLine {
-    std::FILE* stream;
-    std::int64_t position;
-    Shift shift;
-};
-thread_local CutLine g_cutLine;
-
-Shift ShiftAt(std::FILE* stream) {
-    const bool goesOn =
-        g_cutLine.stream == stream && g_cutLine.position == platform::PlaceIn(stream);
-    return goesOn ? g_cutLine.shift : Shift{};
-}
-
-void RememberShift(std::FILE* stream, const Shift& shift) {
-    g_cutLine = shift.escape[0] ? CutLine{stream, platform::PlaceIn(stream), shift} : CutLine{};
-}
-
 }  // namespace
 
+// The stream is never moved: a line that does not fit is cut, and the rest of its piece is lost.
 char* mbfgets(char* buf, int n, FILE* stream, int fileCodeSet) {
     EnsureInitialised();
     if (!buf || n <= 0) return nullptr;
     if (!g_codeSetState.multiByte) return std::fgets(buf, n, stream);
-
-    const Shift before = fileCodeSet == mbJis ? ShiftAt(stream) : Shift{};
-    const std::size_t prefix = std::strlen(before.escape);
-    const Scratch raw(std::uint64_t{2} * static_cast<unsigned>(n) + prefix);
-    if (!raw.Bytes()) return nullptr;
-    char* const line = raw.Bytes() + prefix;
-    std::memcpy(raw.Bytes(), before.escape, prefix);
-    if (!std::fgets(line, n, stream)) return nullptr;
-    const std::size_t length = std::strlen(line);
-
-    Shift shift;
-    std::size_t keep = length;
-    if (length + 1 == static_cast<std::size_t>(n))
-        keep -= CutCharacter(raw.Bytes(), prefix + length, fileCodeSet, &shift);
-
-    const auto out = reinterpret_cast<unsigned char*>(buf);
-    const unsigned char* const from = Bytes(raw.Bytes());
-    Transfer t{from, from + prefix + keep, out, out + n - 1, {}};
-    RelatedConverter(fileCodeSet, g_codeSetState.codeSet)(t);
-    std::size_t consumed = static_cast<std::size_t>(t.src - from);
-    if (t.dst == out && consumed <= prefix) {  // not even one character fits: its bytes are copied
-                                               // unchanged
-        std::memcpy(buf, line, length);
-        t.dst += length;
-        consumed = prefix + length;
-    }
-    *t.dst = 0;
-    consumed -= prefix;
-    if (consumed < length) Unread(stream, line + consumed, length - consumed);
-    if (fileCodeSet == mbJis) {
-        shift = {};
-        CutCharacter(raw.Bytes(), prefix + consumed, mbJis, &shift);
-        RememberShift(stream, shift);
-    }
+    const std::uint64_t size = static_cast<unsigned>(n);
+    const Scratch scratch(size + ConvertedSize(size));
+    char* const line = scratch.Bytes();
+    if (!line || !std::fgets(line, n, stream)) return nullptr;
+    char* const converted = line + size;
+    convertStrExt(line, fileCodeSet, converted, g_codeSetState.codeSet);
+    const auto room = static_cast<unsigned>(n) - 1;
+    if (mbstrncpyi(buf, converted, room) == room) buf[room] = 0;
     return buf;
 }
 
+// Every text ends in ASCII, so that texts written one after the other are one text.
 int mbfputs(const char* s, FILE* stream, int fileCodeSet) {
     EnsureInitialised();
     if (!g_codeSetState.multiByte) return s ? std::fputs(s, stream) : 0;
     if (!s) return 0;
-    if (fileCodeSet == 0) return std::fputs(s, stream);
-    const Scratch converted(ConvertedSize(std::strlen(s)));
-    if (!converted.Bytes()) return -1;
-    return std::fputs(convertStrExt(s, g_codeSetState.codeSet, converted.Bytes(), fileCodeSet),
-                      stream);
+    const int current = g_codeSetState.codeSet;
+    const Converter convert = fileCodeSet ? FindRelatedConverter(current, fileCodeSet) : nullptr;
+    if (!convert) return std::fputs(s, stream);
+    const std::size_t length = std::strlen(s);
+    const std::size_t size = mbConvertBound(length, current, fileCodeSet);
+    const Scratch converted(size);
+    const auto out = reinterpret_cast<unsigned char*>(converted.Bytes());
+    if (!out) return -1;
+    Transfer t{Bytes(s), Bytes(s) + length, out, out + size - 1, {}};
+    if (!convert(t)) return -1;  // its tables could not be allocated
+    *t.dst = 0;
+    return std::fputs(converted.Bytes(), stream);
 }
 
 unsigned mbfreadstring(char* buf, unsigned n, FILE* stream) {
@@ -107,8 +71,7 @@ unsigned mbfreadstring(char* buf, unsigned n, FILE* stream) {
     if (!g_codeSetState.multiByte) return static_cast<unsigned>(count);
     buf[count] = 0;
     if (count < n || n == 0 || !g_currentStep) return static_cast<unsigned>(count);
-    Shift none;
-    std::size_t cut = CutCharacter(buf, count, g_codeSetState.codeSet, &none);
+    std::size_t cut = CutCharacter(buf, count, g_codeSetState.codeSet);
     // A last byte that is not a character counts as the first of two.
     if (!cut && CharacterLength(*g_currentStep, Bytes(buf) + count - 1, 1) < 0 &&
         AlignToCharacter(*g_currentStep, Bytes(buf), count - 1) == count - 1)

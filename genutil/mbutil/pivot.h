@@ -6,28 +6,15 @@
 #include <cstdint>
 
 #include "genutil/mbutil/code_page.h"
+#include "genutil/mbutil/transcode.h"
 
 namespace genutil {
-
-// The reason why a half stopped.
-// - kDone: everything is converted.
-// - kFull: there is no room for the next character or, when encoding, for its escape sequence or
-//   for the bytes that must close the text.
-// - kBad: the next character is invalid or unknown to the target.
-enum class Stop : std::uint8_t { kDone, kFull, kBad };
-
-// The state of a text with escape sequences; all zero at the start of every text. The values are
-// private to iso2022.cpp.
-struct ShiftState {
-    std::uint16_t set = 0;
-    std::uint8_t designated = 0;
-    std::uint8_t begun = 0;
-};
 
 struct Source {
     const unsigned char* at;
     const unsigned char* end;
     ShiftState state{};
+    bool open = false;  // more text follows the end
 };
 
 struct Sink {
@@ -42,8 +29,15 @@ struct Sink {
 Stop Decode(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd);
 
 // Returns the number of bytes that form one lost character after kBad: the length of a well-formed
-// sequence without a character, and otherwise 1 (one unit in UTF-16).
+// sequence without a character, and otherwise 1 (one unit in UTF-16, and in UTF-8 the longest
+// beginning of a character).
 std::size_t BadLength(const CodePage& page, const Source& src);
+
+// Returns true if the bytes from src.at to src.end may be the beginning of a longer character.
+bool IsCut(const CodePage& page, const Source& src);
+
+// Returns the unit that replaces a lost character.
+unsigned short SubstituteOf(const CodePage& page);
 
 // Encodes the units in [units, unitsEnd) to dst and advances both. In text with escape sequences,
 // room to return to ASCII is always kept. An unpaired surrogate is kBad.
@@ -53,9 +47,11 @@ Stop Encode(const CodePage& page, const unsigned char*& units, const unsigned ch
 // Same as above for the code sets with escape sequences (iso2022.cpp).
 Stop DecodeIso2022(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd);
 std::size_t BadLengthIso2022(const CodePage& page, const Source& src);
+bool IsCutIso2022(const CodePage& page, const Source& src);
 Stop EncodeIso2022(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
                    Sink& dst);
-void CloseIso2022(const CodePage& page, Sink& dst);
+// Returns false if there is no room.
+bool CloseIso2022(const CodePage& page, Sink& dst);
 
 // Bytes at src that belong together, in text of which something is invalid: a character's or an
 // escape sequence's, or one that begins neither. Advances src. `unit` is what the first is carried
@@ -66,9 +62,10 @@ struct Group {
 };
 Group ReadGroupIso2022(const CodePage& page, Source& src);
 
-// Returns to ASCII at the end of a text.
-inline void CloseText(const CodePage& page, Sink& dst) {
-    if (page.base) CloseIso2022(page, dst);
+// Returns to ASCII at the end of a text. Returns false if there is no room, which Encode() always
+// keeps.
+inline bool CloseText(const CodePage& page, Sink& dst) {
+    return !page.base || CloseIso2022(page, dst);
 }
 
 }  // namespace genutil

@@ -11,50 +11,43 @@ namespace genutil {
 
 namespace {
 
-struct BigEndianPage : CodePage {
-    BigEndianPage() { form = CodeForm::kUtf16BigEndian; }
-};
-
 bool HasTables(const CodePage& page) {
     return page.form == CodeForm::kSingleByte || page.form == CodeForm::kPairs;
 }
 
-// Returns the visible substitute for a lost character.
-unsigned short SubstituteFor(int codeSet) {
-    switch (codeSet) {
-        case mbJis:
-        case mbEucJp:
-        case mbShiftJis:
-            return 0x3013;  // the geta mark
-        case mbUtf16:
-        case mbUtf8:
-            return 0xFFFD;
-        default:
-            return '?';
-    }
-}
-
 class Conversion {
   public:
-    Conversion(Transfer& transfer, const CodePage& from, const CodePage& to,
-               unsigned short substitute)
+    Conversion(Transfer& transfer, const CodePage& from, const CodePage& to)
         : m_transfer(transfer),
           m_from(from),
           m_to(to),
-          m_substitute(substitute),
-          m_src{transfer.src, transfer.srcEnd},
-          m_dst{transfer.dst, transfer.dstEnd} {}
+          m_substitute(transfer.substitute ? transfer.substitute : SubstituteOf(to)),
+          m_src{transfer.src, transfer.srcEnd, transfer.reading, transfer.ending == Ending::kOpen},
+          m_dst{transfer.dst, transfer.dstEnd, transfer.writing} {}
 
     bool Run() {
         Stop stop = Advance();
-        while (stop == Stop::kBad && PutSubstitute()) {
+        while (stop == Stop::kBad && !m_transfer.stopsAtLoss) {
+            if (!PutSubstitute()) {
+                stop = Stop::kFull;
+                break;
+            }
             m_transfer.losses.Add(m_src.at);
             m_src = m_behind;
             stop = Advance();
         }
-        CloseText(m_to, m_dst);
+        if (stop == Stop::kBad) {
+            m_transfer.lossLength = static_cast<unsigned>(m_behind.at - m_src.at);
+            m_transfer.afterLoss = m_behind.state;
+        }
+        const bool ends = m_transfer.ending == Ending::kWhole ||
+                          (m_transfer.ending == Ending::kLast && stop == Stop::kDone);
+        if (ends && !CloseText(m_to, m_dst)) stop = Stop::kFull;
         m_transfer.src = m_src.at;
         m_transfer.dst = m_dst.at;
+        m_transfer.reading = m_src.state;
+        m_transfer.writing = m_dst.state;
+        m_transfer.stop = stop;
         return stop == Stop::kDone;
     }
 
@@ -74,8 +67,12 @@ class Conversion {
         m_behind.at += length;
     }
 
+    // Decides what an invalid sequence is: the beginning of a character whose end has yet to come,
+    // or a lost one.
     Stop SkippingInvalid(Stop stop) {
-        if (stop == Stop::kBad) SkipBad(BadLength(m_from, m_src));
+        if (stop != Stop::kBad) return stop;
+        if (m_src.open && IsCut(m_from, m_src)) return Stop::kCut;
+        SkipBad(BadLength(m_from, m_src));
         return stop;
     }
 
@@ -85,7 +82,9 @@ class Conversion {
         const std::size_t odd = static_cast<std::size_t>(m_src.end - m_src.at) % 2;
         Stop stop = Encode(m_to, m_src.at, m_src.end - odd, m_dst);
         if (stop == Stop::kDone && odd) stop = Stop::kBad;  // half a unit remains
-        if (stop == Stop::kBad) SkipBad(LengthOfUtf16());
+        if (stop != Stop::kBad) return stop;
+        if (m_src.open && IsCut(m_from, m_src)) return Stop::kCut;
+        SkipBad(LengthOfUtf16());
         return stop;
     }
 
@@ -99,10 +98,10 @@ class Conversion {
 
     Stop FromUtf8() {
         const Stop stop = Utf8ToTables(m_to, m_src, m_dst);
-        if (stop == Stop::kBad) {
-            const CodeRead read = ReadUtf8(m_src.at, m_src.end);
-            SkipBad(read.length ? read.length : 1);
-        }
+        if (stop != Stop::kBad) return stop;
+        const CodeRead read = ReadUtf8(m_src.at, m_src.end);
+        if (read.length == 0) return SkippingInvalid(stop);
+        SkipBad(read.length);
         return stop;
     }
 
@@ -160,7 +159,6 @@ bool Begins(const Transfer& t, const unsigned char* mark, std::ptrdiff_t length)
 
 // Skips a byte-order mark, which no other code set has, and uses its byte order.
 const CodePage* SkipByteOrderMark(Transfer& t, const CodePage* from) {
-    static const BigEndianPage bigEndian;
     static constexpr unsigned char kUtf8Mark[] = {0xEF, 0xBB, 0xBF}, kLittle[] = {0xFF, 0xFE},
                                    kBig[] = {0xFE, 0xFF};
     if (from->form == CodeForm::kUtf8) {
@@ -168,20 +166,35 @@ const CodePage* SkipByteOrderMark(Transfer& t, const CodePage* from) {
     } else if (from->form == CodeForm::kUtf16) {
         const bool big = Begins(t, kBig, 2);
         if (big || Begins(t, kLittle, 2)) t.src += 2;
-        if (big) return &bigEndian;
+        if (big) return BigEndianUtf16();
     }
     return from;
 }
 
 }  // namespace
 
-bool ConvertThroughUnicode(Transfer& t, int fromCodeSet, int toCodeSet, bool* known) {
+unsigned short SubstituteOf(const CodePage& page) {
+    switch (page.substitute) {
+        case Substitute::kGeta:
+            return 0x3013;
+        case Substitute::kReplacement:
+            return 0xFFFD;
+        default:
+            return '?';
+    }
+}
+
+bool ConvertPages(Transfer& t, const CodePage& from, const CodePage& to) {
+    return Conversion(t, from, to).Run();
+}
+
+bool ConvertThroughUnicode(Transfer& t, int fromCodeSet, int toCodeSet) {
     const CodePage* from = FindListedCodePage(fromCodeSet);
     const CodePage* to = FindListedCodePage(toCodeSet);
-    *known = from && to;
-    if (!*known) return false;
+    t.stop = Stop::kUnknown;
+    if (!from || !to) return false;
     if (from != to) from = SkipByteOrderMark(t, from);
-    return Conversion(t, *from, *to, SubstituteFor(toCodeSet)).Run();
+    return ConvertPages(t, *from, *to);
 }
 
 }  // namespace genutil

@@ -296,8 +296,14 @@ int ToWidePair(unsigned short (&out)[2], unsigned* units, const char* text, std:
     const unsigned char* const textEnd = src.end;
     for (src.end = src.at + 1; src.end <= textEnd; ++src.end) {
         Source attempt = src;
+        attempt.open = src.end < textEnd;  // an escape byte may begin an escape sequence
         unsigned char* end = Bytes(out);
         if (Decode(*page, attempt, end, Bytes(out + 2)) == Stop::kBad) continue;
+        if (end == Bytes(out + 2) && !IsHighSurrogate(out[0])) {  // two characters at once
+            attempt = src;
+            end = Bytes(out);
+            Decode(*page, attempt, end, Bytes(out + 1));
+        }
         *units = static_cast<unsigned>(end - Bytes(out)) / 2;
         if (*units != 0) return static_cast<int>(attempt.at - src.at);
     }

@@ -80,11 +80,28 @@ void StringStorage::Store(CGNString& s, const char* text, std::uint64_t offset, 
     if (s.m_wide) DropWide(s);
 }
 
+// Grows a large buffer without copying it, which the system can do by moving pages: a text that
+// grows exactly by what is appended would otherwise be copied each time. Returns false if that is
+// not possible, or if the new text points into the buffer.
+bool StringStorage::GrowInPlace(CGNString& s, const char* text, std::uint64_t n) {
+    constexpr std::uint32_t kLarge = 1 << 17;
+    const auto at = reinterpret_cast<std::uintptr_t>(text);
+    const auto begin = reinterpret_cast<std::uintptr_t>(s.m_data);
+    if (s.m_capacity < kLarge || n < s.m_capacity) return false;
+    if (at >= begin && at - begin <= s.m_capacity) return false;
+    const std::uint64_t capacity = GrownCapacity(s.m_capacity, n, s.m_flags & kGrowByDoubling);
+    void* const grown = capacity <= kMaxTextLength ? Reallocate(s.m_data, capacity + 1) : nullptr;
+    if (!grown) return false;
+    s.m_data = static_cast<char*>(grown);
+    s.m_capacity = static_cast<std::uint32_t>(capacity);
+    return true;
+}
+
 // Stores the text in a new buffer. The old one is kept until the text is copied.
 void StringStorage::StoreAnew(CGNString& s, const char* text, std::uint64_t offset, std::uint64_t n,
                               std::uint64_t spare) {
     Owned<char> old;
-    if (!GrowData(s, offset + n + spare, old)) return;
+    if (!GrowInPlace(s, text, offset + n + spare) && !GrowData(s, offset + n + spare, old)) return;
     CopyUnits(s.m_data + offset, text, n);
     s.m_length = static_cast<std::uint32_t>(offset + n);
     s.m_data[s.m_length] = 0;

@@ -179,6 +179,7 @@ struct StringStorage {
                              Placing placing);
     static void ReplaceWide(CGNString& s, const Rule* rules, unsigned count, Placing placing);
     static bool GrowData(CGNString& s, std::uint64_t n, Owned<char>& old);
+    static bool GrowInPlace(CGNString& s, const char* text, std::uint64_t n);
     static void StoreAnew(CGNString& s, const char* text, std::uint64_t offset, std::uint64_t n,
                           std::uint64_t spare = 0);
     static void CheckLayout();

@@ -6,6 +6,7 @@
 #include "genutil/mbutil/wide_convert.h"
 #include "genutil/string/storage.h"
 #include "genutil/string/wide_view.h"
+#include "osutil/platform/locale/locales.h"
 
 using genutil::CopyUnits;
 using genutil::NewText;
@@ -305,6 +306,7 @@ unsigned char CGNString::IsEqualNoCase(const CGNString& other) const {
 }
 
 int CGNString::Collate(const CGNString& other) const {
+    if (!genutil::platform::HasCollation()) return std::strcmp(m_data, other.m_data);
     const genutil::WideView theirs(other.m_wide, other.m_wideLength, other.m_data, other.m_length);
     if (!Storage::EnsureWide(*this) || !theirs.Characters())
         return std::strcmp(m_data, other.m_data);

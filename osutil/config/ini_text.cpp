@@ -7,7 +7,7 @@
 #include "genutil/ascii.h"
 #include "genutil/mbutil/align.h"
 #include "genutil/mbutil/character_table.h"
-#include "genutil/mbutil/code_page.h"
+#include "genutil/mbutil/code_read.h"
 #include "genutil/mbutil/step.h"
 #include "genutil/simd.h"
 
@@ -31,29 +31,34 @@ class Folded {
 
     unsigned Next() {
         if (*m_at < 0x80) return AsciiLower(unsigned{*m_at++});
-        const auto left = static_cast<std::size_t>(m_end - m_at);
+        const CodeRead read = Read();
+        if (read.length) {
+            m_at += read.length;
+            return Lower(read.character);
+        }
         unsigned length = PromisedLength(g_currentStep, m_at);
+        const auto left = static_cast<std::size_t>(m_end - m_at);
         if (length > left) length = static_cast<unsigned>(left);
         unsigned code = 0;
-        for (unsigned i = 0; i < length; ++i) code = code << 8 | m_at[i];
-        const unsigned character = CharacterOf(length);
-        m_at += length;
-        if (character == kNoCharacter) return kRaw | code;
-        const unsigned lower = PageOfCharacter(character).lower[character & 0xFF];
-        return lower < 0x80 ? character : lower;
+        for (unsigned i = 0; i < length; ++i) code = code << 8 | *m_at++;
+        return kRaw | code;
     }
 
   private:
     static constexpr unsigned kRaw = 0x80000000;  // distinct from all characters
 
-    unsigned CharacterOf(unsigned length) const {
+    CodeRead Read() const {
         const CodePage* page = FindListedCodePage(g_codeSetState.codeSet);
-        if (!page) return kNoCharacter;
-        if (page->form != CodeForm::kSingleByte && page->form != CodeForm::kPairs)
-            return kNoCharacter;
-        if (length == 1) return page->bytes[*m_at];
-        if (length != 2 || !page->pairs || !page->isLead[*m_at]) return kNoCharacter;
-        return page->pairs[CodePage::PairIndex(m_at[0], m_at[1])];
+        if (!page) return {0, 0};
+        if (page->form == CodeForm::kUtf8) return ReadUtf8(m_at, m_end);
+        const bool hasTables =
+            page->form == CodeForm::kSingleByte || page->form == CodeForm::kPairs;
+        return hasTables ? ReadCode(*page, m_at, m_end) : CodeRead{0, 0};
+    }
+    static unsigned Lower(unsigned character) {
+        if (character > 0xFFFF) return character;
+        const unsigned lower = PageOfCharacter(character).lower[character & 0xFF];
+        return lower < 0x80 ? character : lower;
     }
 
     const unsigned char* m_at;

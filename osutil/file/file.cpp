@@ -87,6 +87,7 @@ int OSWriteFieldOffset(char const* path, char const* trailer) {
 
 long OSWriteBinaryFileContents(char* buffer, unsigned int size, CGNString path,
                                osFileActionIfExists action) {
+    if (action < osFailIfExists || action > osAppendIfExists) return 0;
     if (action == osFailIfExists && genutil::platform::Exists(path)) return osFileExists;
     if ((!buffer && size != 0) || std::cmp_greater(size, LONG_MAX)) return 0;
     File file(path, action == osFailIfExists     ? Opening::kCreate

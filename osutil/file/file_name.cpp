@@ -62,6 +62,8 @@ unsigned char OSGetReportTempFileName(char const* prefix, char const* qualifier,
     CGNString base;
     if (!genutil::JoinPath(base, directory, name)) return 0;
     base.Truncate(256);
+    while (!base.IsEmpty() && !genutil::platform::NameFits(base))
+        base.Truncate(base.GetLengthInChars() - 1);
     CGNString candidate(base);
     for (int number = 1; genutil::platform::Exists(candidate); ++number)
         if (candidate.sprintf("%s.%03d", static_cast<const char*>(base), number) < 0) return 0;

@@ -45,10 +45,7 @@ void OSInfo::GetHardware(CGNString& name) {
 
 // Programs compare these names, so later systems report the last one.
 void OSInfo::GetOS(CGNString& name) {
-    char other[256];
-    if (platform::ReadSystemName(other, sizeof other))
-        name = other;
-    else if (OSisWin95())
+    if (OSisWin95())
         name = "Windows 95";
     else if (OSisWin32s())
         name = "Win32s";
@@ -58,6 +55,27 @@ void OSInfo::GetOS(CGNString& name) {
         name = "Windows XP";
     else
         name = "Windows NT or NT Server";
+}
+
+void OSInfo::GetSystem(CGNString& name) {
+    char text[256];
+    platform::ReadSystemName(text, sizeof text);
+    name = text;
+}
+
+int OSInfo::GetProcessorCount() {
+    return platform::CountProcessors();
+}
+
+std::uint64_t OSInfo::GetMemorySize() {
+    return platform::UsableMemory();
+}
+
+unsigned char OSInfo::GetProgramPath(CGNString& path) {
+    char text[4096];
+    platform::ReadProgramPath(text, sizeof text);
+    path = text;
+    return !path.IsEmpty();
 }
 
 unsigned char OSInfo::OSisWin95() {

@@ -37,6 +37,11 @@ bool IsCallToDo(const void* lock) {
     return lock != nullptr;
 }
 
+// Reports the failure of a wait. Returns true if the wait neither failed nor timed out.
+bool IsInTime(unsigned error) {
+    return error != platform::kTimedOut && Succeeded(error);
+}
+
 }  // namespace
 
 // -- Mutexes -------------------------------------------------------------------------------------
@@ -53,9 +58,11 @@ bool MakeMutexUsable(_osmutex* mutex) {
     return !IsThreaded() || mutex->handle || Succeeded(platform::MakeMutex(&mutex->handle));
 }
 
-[[gnu::noinline]] void WaitAtLength(_osmutex* mutex) {
+[[gnu::noinline]] bool WaitAtLength(_osmutex* mutex, std::uint32_t limit) {
     ThreadRecord* self = CurrentThreadRecord();
-    if (Succeeded(platform::WaitMutex(mutex->handle)) && self) NoteWait(self, mutex);
+    if (!IsInTime(platform::WaitMutex(mutex->handle, limit))) return false;
+    if (self) NoteWait(self, mutex);
+    return true;
 }
 
 [[gnu::noinline]] bool ReleaseAtLength(_osmutex* mutex) {
@@ -70,6 +77,10 @@ bool MakeMutexUsable(_osmutex* mutex) {
 
 void OSMutexWait(_osmutex* mutex) {
     WaitMutex(mutex);
+}
+
+unsigned char OSMutexTryWait(_osmutex* mutex, std::uint32_t limit) {
+    return mutex && WaitMutex(mutex, limit);
 }
 
 void OSMutexRelease(_osmutex* mutex) {
@@ -111,12 +122,20 @@ void OSRWLockReadWait(_osrdwr* lock) {
     if (IsCallToDo(lock)) Succeeded(platform::ReadWait(lock));
 }
 
+unsigned char OSRWLockReadTryWait(_osrdwr* lock, std::uint32_t limit) {
+    return lock && (!IsCallToDo(lock) || IsInTime(platform::ReadWait(lock, limit)));
+}
+
 void OSRWLockReadRelease(_osrdwr* lock) {
     if (IsCallToDo(lock)) Succeeded(platform::ReadRelease(lock));
 }
 
 void OSRWLockWriteWait(_osrdwr* lock) {
     if (IsCallToDo(lock)) Succeeded(platform::WriteWait(lock));
+}
+
+unsigned char OSRWLockWriteTryWait(_osrdwr* lock, std::uint32_t limit) {
+    return lock && (!IsCallToDo(lock) || IsInTime(platform::WriteWait(lock, limit)));
 }
 
 void OSRWLockWriteRelease(_osrdwr* lock) {
@@ -150,14 +169,35 @@ _oscondition* OSConditionCreate() {
     return condition;
 }
 
+namespace {
+
+// A unit that was given between the end of the limit and the guard is a signal.
+bool IsSignalledAfterAll(_oscondition* condition, platform::Place* place) {
+    if (!Succeeded(platform::WaitMutex(condition->guard))) return false;
+    const bool isSignalled = platform::TakesUnitAfterAll(condition->semaphore, place);
+    if (!isSignalled) --condition->waiters;
+    platform::ReleaseMutex(condition->guard);
+    return isSignalled;
+}
+
+}  // namespace
+
 void OSConditionWait(_oscondition* condition, _osmutex* mutex) {
-    if (!IsCallToDo(condition) || !Succeeded(platform::WaitMutex(condition->guard))) return;
+    OSConditionWaitFor(condition, mutex, platform::kNoLimit);
+}
+
+unsigned char OSConditionWaitFor(_oscondition* condition, _osmutex* mutex, std::uint32_t limit) {
+    if (!IsCallToDo(condition) || !Succeeded(platform::WaitMutex(condition->guard))) return 0;
+    platform::Place place;
     ++condition->waiters;
-    const std::uint32_t place = platform::QueueForSemaphore(condition->semaphore);
+    platform::QueueForSemaphore(condition->semaphore, &place);
     platform::ReleaseMutex(condition->guard);
     OSMutexRelease(mutex);
-    Succeeded(platform::WaitSemaphore(condition->semaphore, place));
+    const unsigned error = platform::WaitSemaphore(condition->semaphore, &place, limit);
+    const bool isSignalled =
+        error == platform::kTimedOut ? IsSignalledAfterAll(condition, &place) : Succeeded(error);
     OSMutexWait(mutex);
+    return isSignalled;
 }
 
 void OSConditionSignal(_oscondition* condition) {

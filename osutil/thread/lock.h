@@ -36,7 +36,7 @@ inline bool ReleaseHandle(_osmutex* mutex, Sharing sharing = Sharing::kShared) {
 bool MakeMutexUsable(_osmutex* mutex);
 
 // The complete calls, if they require more than a few instructions.
-void WaitAtLength(_osmutex* mutex);
+bool WaitAtLength(_osmutex* mutex, std::uint32_t limit);
 bool ReleaseAtLength(_osmutex* mutex);
 
 // Performs OSMutexWait() if that requires only a few instructions. Otherwise returns false. The
@@ -57,9 +57,10 @@ inline bool ReleaseMutex(_osmutex* mutex, Sharing sharing) {
     return ReleaseHandle(mutex, sharing);
 }
 
-// OSMutexWait() and OSMutexRelease() for internal callers.
-inline void WaitMutex(_osmutex* mutex) {
-    if (IsThreaded() && mutex && !TakeMutexAtOnce(mutex, Sharing::kShared)) WaitAtLength(mutex);
+// OSMutexTryWait() and OSMutexRelease() for internal callers.
+inline bool WaitMutex(_osmutex* mutex, std::uint32_t limit = platform::kNoLimit) {
+    return !IsThreaded() || !mutex || TakeMutexAtOnce(mutex, Sharing::kShared) ||
+           WaitAtLength(mutex, limit);
 }
 inline void EndMutex(_osmutex* mutex) {
     if (IsThreaded() && mutex) ReleaseMutex(mutex, Sharing::kShared);

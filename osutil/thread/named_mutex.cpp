@@ -132,7 +132,7 @@ bool Holds(const _osmutex* mutex) {
 // user that does not wait must be the holder, but the mutex is free.
 bool HasLostUser(const Entry* entry) {
     if (entry->users <= entry->waiting.load()) return false;
-    if (platform::TryMutex(entry->mutex->handle) != 0) return false;
+    if (platform::WaitMutex(entry->mutex->handle, 0) != 0) return false;
     platform::ReleaseMutex(entry->mutex->handle);
     return true;
 }
@@ -158,6 +158,10 @@ unsigned char CGNNamedMutexPool::Init() {
 }
 
 unsigned char CGNNamedMutexPool::WaitNamedMutex(const CGNString& name) {
+    return WaitNamedMutex(name, platform::kNoLimit);
+}
+
+unsigned char CGNNamedMutexPool::WaitNamedMutex(const CGNString& name, std::uint32_t limit) {
     Entry* entry;
     bool isTaken;
     {
@@ -174,7 +178,13 @@ unsigned char CGNNamedMutexPool::WaitNamedMutex(const CGNString& name) {
         if (!isTaken) ++entry->waiting;
     }
     if (!isTaken) {
-        OSMutexWait(entry->mutex);
+        isTaken = WaitMutex(entry->mutex, limit);
+        if (!isTaken) {
+            PoolGuard guard(m_mutex);
+            --entry->waiting;
+            EndUse(entry);
+            return 0;
+        }
         --entry->waiting;
     }
     Held(entry).store(1, std::memory_order_relaxed);
@@ -183,7 +193,7 @@ unsigned char CGNNamedMutexPool::WaitNamedMutex(const CGNString& name) {
 
 void CGNNamedMutexPool::ReleaseNamedMutex(const CGNString& name) {
     PoolGuard guard(m_mutex);
-    const auto [entry, index, idle] = Find(m_entries, name);
+    Entry* entry = Find(m_entries, name).entry;
     if (!entry || entry->users == 0) return;
     const bool isHolder = !IsThreaded() || Holds(entry->mutex);
     if (!isHolder) {
@@ -192,12 +202,18 @@ void CGNNamedMutexPool::ReleaseNamedMutex(const CGNString& name) {
     }
     Held(entry).store(0, std::memory_order_relaxed);
     if (IsThreaded() && isHolder) ReleaseMutex(entry->mutex, SharingOf(entry, 1));
+    EndUse(entry);
+}
+
+// Ends one use. The last use destroys the entry, unless it is kept for another name.
+void CGNNamedMutexPool::EndUse(CGNNamedMutex* used) {
+    auto* entry = static_cast<Entry*>(used);
     if (--entry->users != 0) return;
     if (auto* mutex = static_cast<PoolMutex*>(m_mutex); mutex && mutex->idle < kMostIdle) {
         ++mutex->idle;
         return;
     }
-    m_entries.DeleteItem(index);
+    m_entries.DeleteItem(Find(m_entries, *entry->name).index);
     DestroyEntry(entry);
 }
 

@@ -77,6 +77,12 @@ void OSThreadTerminateWait(_osthread* thread) {
     if (thread) Succeeded(platform::WaitForThreadEnd(thread->handle));
 }
 
+unsigned char OSThreadWaitFor(_osthread* thread, std::uint32_t limit, unsigned int* exitCode) {
+    if (!thread) return 0;
+    const unsigned error = platform::WaitForThreadEnd(thread->handle, limit, exitCode);
+    return error != platform::kTimedOut && Succeeded(error);
+}
+
 void OSThreadExit() {
     platform::EndThisThread();
 }

@@ -76,6 +76,7 @@ void EndThread(void* pointer) {
     auto* record = static_cast<ThreadRecord*>(pointer);
     // The system has already released the mutexes that the thread still held.
     record->held.Clear();
+    if (record->released) record->releaseVariables(&record->released);
     if (record->value && record->releaseValue) record->releaseValue(record->value);
     record->value = nullptr;
     record->used.store(false, std::memory_order_release);

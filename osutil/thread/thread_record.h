@@ -81,9 +81,13 @@ struct TraceDate {
     char text[24] = {};
 };
 
+struct ReleasedVariable;
+
 struct ThreadRecord {
     HeldMutexes held;
-    void* value = nullptr;                  // value of the variable store
+    ReleasedVariable* released = nullptr;  // variables whose values are released at the end
+    void (*releaseVariables)(ReleasedVariable** first) = nullptr;  // set with the first of them
+    void* value = nullptr;                                         // value of the variable store
     void (*releaseValue)(void*) = nullptr;  // null if the value is not owned by the library
     std::atomic<std::uint32_t> calls{0};    // number of calls of lock functions
     std::uint32_t thread = 0;               // id of the thread

@@ -9,12 +9,20 @@
 #include "genutil/assert_allocation.h"
 #include "genutil/singleton.h"
 #include "osthread.h"
+#include "osutil/thread/thread_record.h"
 #include "osutil/thread/thread_value.h"
 #include "osutil/thread/threaded.h"
 
 using namespace genutil;
 
 namespace genutil {
+
+// A variable with a release function, in a list of its thread.
+struct ReleasedVariable {
+    ReleasedVariable* next;
+    CGNLclStSlot* slot;
+    void (*release)(void*);
+};
 
 // The slots that a call uses; none if there is no table.
 struct VariableTable {
@@ -112,10 +120,58 @@ char* CopyName(const char* name) {
     return copy;
 }
 
+// -- Values that are released ---------------------------------------------------------------------
+
+constinit ReleasedVariable* g_released = nullptr;  // of a process that is not threaded
+
+ReleasedVariable** FirstReleased() {
+    if (!IsThreaded()) return &g_released;
+    ThreadRecord* self = KnownThreadRecord();
+    return self ? &self->released : nullptr;
+}
+
+// Removes a variable. The release function runs last, because it may use the store.
 void Clear(CGNLclStSlot& slot) {
     Release(slot.m_name);
+    void* const value = slot.m_value;
     slot = {nullptr, nullptr};
+    for (ReleasedVariable** at = FirstReleased(); at && *at; at = &(*at)->next) {
+        ReleasedVariable* variable = *at;
+        if (variable->slot != &slot) continue;
+        const auto release = variable->release;
+        *at = variable->next;
+        Release(variable);
+        return release(value);
+    }
 }
+
+void ReleaseVariables(ReleasedVariable** first) {
+    while (ReleasedVariable* variable = *first) {
+        CGNLclStSlot& slot = *variable->slot;
+        Release(slot.m_name);
+        void* const value = slot.m_value;
+        slot = {nullptr, nullptr};
+        const auto release = variable->release;
+        *first = variable->next;
+        Release(variable);
+        release(value);
+    }
+}
+
+// Returns false if allocation fails.
+bool NoteRelease(CGNLclStSlot* slot, void (*release)(void*)) {
+    void* memory = Allocate(sizeof(ReleasedVariable));
+    ReleasedVariable** first = FirstReleased();
+    if (!AssertAllocation(memory != nullptr && first, kSource, __LINE__)) {
+        Release(memory);
+        return false;
+    }
+    if (IsThreaded()) KnownThreadRecord()->releaseVariables = ReleaseVariables;
+    *first = new (memory) ReleasedVariable{*first, slot, release};
+    return true;
+}
+
+// -- Tables --------------------------------------------------------------------------------------
 
 // Releases a table that Init() created for a thread.
 void ReleaseTable(void* memory) {
@@ -141,6 +197,7 @@ CGNLclSt* CGNLclSt::m_pInstance = nullptr;
 CGNLclSt::CGNLclSt() : m_count(0), m_slots(nullptr) {}
 
 CGNLclSt::~CGNLclSt() {
+    if (m_slots) ReleaseVariables(&g_released);
     Release(m_slots);
 }
 
@@ -174,6 +231,15 @@ long CGNLclSt::SetLocalVariable(const char* name, void* value) {
         slot.m_value = value;
         return table.IndexOf(&slot);
     }
+    return -1;
+}
+
+long CGNLclSt::SetLocalVariable(const char* name, void* value, void (*release)(void* value)) {
+    const long index = SetLocalVariable(name, value);
+    if (index < 0 || !release) return index;
+    CGNLclStSlot* slot = VariableTable::Find(*this).At(index);
+    if (NoteRelease(slot, release)) return index;
+    Clear(*slot);
     return -1;
 }
 

@@ -22,6 +22,12 @@ std::string Get(const TemporaryFile& file, const char* section, const char* key,
     return std::string(value, value.GetLength());
 }
 
+CGNString CutAtZero() {
+    CGNString text;
+    text.CopyNBytes("a\0b", 3);
+    return text;
+}
+
 TEST(Config, FindsValuesInAnyCase) {
     const TemporaryFile file(
         "\xEF\xBB\xBF[First]\r\nKey = value \r\n;Key2=1\r\nQuoted=\"  x \"\r\n"
@@ -96,6 +102,34 @@ TEST(Config, RefusesTextsThatWouldChangeOtherLines) {
     }
 }
 
+TEST(Config, RefusesTextsWithAZeroByte) {
+    const TemporaryFile file("[a]\nk=1\n");
+    const CGNString cut = CutAtZero();
+    EXPECT_EQ(OSSetConfig(cut, "a", "k", file.Path()), 1);
+    EXPECT_EQ(OSSetConfig("v", cut, "k", file.Path()), 1);
+    EXPECT_EQ(OSDeleteKeyConfig(cut, nullptr, file.Path()), 1);
+    EXPECT_EQ(file.Bytes(), "[a]\nk=1\n");
+    EXPECT_EQ(OSSetSystemConfigReg(cut, "zero", "v", kBase), 0);
+    EXPECT_EQ(OSSetSystemConfigReg("v", cut, "v", kBase), 0);
+    EXPECT_EQ(OSDelSystemConfigReg("zero", cut, kBase), 0);
+}
+
+TEST(Config, WritesIntegersOfAnySize) {
+    const TemporaryFile file("[a]\n");
+    OSSetConfig(-5000000000LL, "a", "k", file.Path());
+    OSSetConfig(4000000000U, "a", "j", file.Path());
+    OSSetConfig(0, "a", "i", file.Path());
+    EXPECT_EQ(Get(file, "a", "k") + Get(file, "a", "j") + Get(file, "a", "i"),
+              "-500000000040000000000");
+    CGNString text;
+    EXPECT_EQ(OSSetSystemConfigReg(0, "wide", "zero", kBase), 1);
+    EXPECT_EQ(OSSetSystemConfigReg(18446744073709551615ULL, "wide", "most", kBase), 1);
+    EXPECT_EQ(OSGetSystemConfigReg(text, "", "wide", "zero", kBase), 1);
+    EXPECT_STREQ(text, "0");
+    EXPECT_EQ(OSGetSystemConfigReg(text, "", "wide", "most", kBase), 1);
+    EXPECT_STREQ(text, "18446744073709551615");
+}
+
 TEST(Config, CutsLongValuesAfterACharacter) {
     const CodeSetGuard guard(mbShiftJis);
     std::string kanji;
@@ -107,6 +141,11 @@ TEST(Config, CutsLongValuesAfterACharacter) {
     EXPECT_EQ(Get(file, "a", "m"), "y" + kanji.substr(0, 1022));
     EXPECT_EQ(Get(file, "a", "last"), "1");
     EXPECT_EQ(Get(file, "a", "none", std::string(3000, 'd').c_str()).size(), 1023u);
+    const CodeSetGuard utf8(mbUtf8);
+    std::string euro;
+    while (euro.size() < 3000) euro += "\xE2\x82\xAC";
+    const TemporaryFile wide("[a]\nk=y" + euro + "\n");
+    EXPECT_EQ(Get(wide, "a", "k"), "y" + euro.substr(0, 1020));
 }
 
 TEST(Config, ThreadsLoseNoWrites) {

@@ -62,6 +62,11 @@ TEST(IniText, FindsValues) {
         {__LINE__, mbJohab, "[a]\n\xD9=x=1\n", "a", "\xD9=x", "1"},
         {__LINE__, mbJohab, "[a]\nk\xD9\xD9==2\n", "a", "k\xD9\xD9", "=2"},
         {__LINE__, mbUtf8, "[\xE3\x82\xA2]\nK=1\n", "\xE3\x82\xA2", "k", "1"},
+        {__LINE__, mbUtf8, "[\xD0\x9A\xD0\x9B\xD0\xAE\xD0\xA7]\n\xC3\x89=1\n",
+         "\xD0\xBA\xD0\xBB\xD1\x8E\xD1\x87", "\xC3\xA9", "1"},
+        {__LINE__, mbUtf8, "[a]\n\xC3=1\n\xC3\x89=2\n", "a", "\xC3\xA9", "2"},
+        // U+00E9 in the second plane.
+        {__LINE__, mbEucJp, "[a]\n\x8F\xAB\xB1=1\n", "a", "\x8F\xAA\xB1", "1"},
     };
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.line);

@@ -77,7 +77,13 @@ TEST_F(Timing, ScalesPerformanceTimeTwice) {
 
 TEST_F(Timing, LogsOnlyWhenSwitchedOn) {
     EXPECT_EQ(Logged([](OSTime& watch) { watch.Log("still off"), watch.VaLog("off"); }), "");
-    OSTime::EnableLog(1);
+    {
+        OSTime early;  // starts with its first line
+        early.SetLogHandler(Collect);
+        OSTime::EnableLog(1);
+        early.Log();
+        EXPECT_NE(g_lines.find(" : elapsed ms 0\n"), std::string::npos) << g_lines;
+    }
     EXPECT_TRUE(OSTime::LogEnabled());
     std::string lines = Logged([](OSTime& watch) {
         watch.Log();

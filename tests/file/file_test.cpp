@@ -198,6 +198,7 @@ TEST_F(Files, WritesAccordingToTheAction) {
         {__LINE__, "before", osFailIfExists, osFileExists, "before"},
         {__LINE__, "before", osOverwriteIfExists, 3, "new"},
         {__LINE__, "before", osAppendIfExists, 3, "beforenew"},
+        {__LINE__, "before", static_cast<osFileActionIfExists>(3), 0, "before"},  // no action
     };
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.line);
@@ -487,6 +488,21 @@ TEST_F(Files, MakesUnusedReportNames) {
     for (const CGNString& made : {first, second}) EXPECT_EQ(OSRemoveFile(made), 0);
     ASSERT_TRUE(OSGetReportTempFileName(nullptr, std::string(300, 'q').c_str(), first));
     EXPECT_EQ(first.GetNumChars(), 256U);
+
+    // In the form of this system, 200 kanji have 600 bytes.
+    if (!kPosix) return;
+    const CodeSetGuard japanese(mbShiftJis);
+    std::string kanji;
+    for (int i = 0; i < 200; ++i) kanji += "\x8A\xBF";
+    for (const char* ending : {"", ".001"}) {
+        ASSERT_TRUE(OSGetReportTempFileName(kanji.c_str(), "", first));
+        EXPECT_NE(first.Find("\x8A\xBF"), -1);
+        EXPECT_EQ(first.Find(".001") >= 0, *ending != 0) << first;
+        EXPECT_EQ(OSWriteBinaryFileContents(&byte, 1, first, osFailIfExists), 1) << first;
+    }
+    EXPECT_EQ(OSRemoveFile(first), 0);
+    first.Truncate(first.GetLengthInChars() - 4);
+    EXPECT_EQ(OSRemoveFile(first), 0);
 }
 
 TEST_F(Files, FindsNoUniversalNames) {

@@ -82,9 +82,19 @@ TEST(LocaleHandles, HasPartsAndACurrentLocale) {
     EXPECT_EQ(Part(plain, mbPartLanguage) + "," + Part(plain, mbPartCountry), "no,");
 
     EXPECT_EQ(mbSetCurrentLocale(spanish), nullptr);
+    EXPECT_EQ(mbGetLCID(nullptr), 0x40au);
     EXPECT_EQ(mbSetCurrentLocale(plain), spanish);
     mbCloseLocale(spanish);
     EXPECT_EQ(mbGetCurrentLocale(), plain);
+    mbLocale russian = mbOpenLocale("ru_RU", mbOpenExact, nullptr);
+    mbSetCurrentLocale(russian);
+    char* utf8 = nullptr;
+    EXPECT_EQ(mbConvertToUTF8("\xD0", &utf8, nullptr), 1);
+    EXPECT_STREQ(utf8, "\xD0\xA0");
+    std::free(utf8);
+    EXPECT_NE(mbLocaleLCID(nullptr), mbLocaleLCID(russian));  // the user's in any case
+    mbCloseLocale(russian);
+    EXPECT_EQ(mbGetLCID(""), mbLocaleLCID(nullptr));
     mbCloseLocale(plain);
     EXPECT_EQ(mbGetCurrentLocale(), nullptr);
     mbCloseLocale(nullptr);

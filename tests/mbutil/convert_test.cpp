@@ -79,10 +79,10 @@ TEST(Convert, ReportsEachLostCharacterAndTheRoomUsed) {
         const char* text;
         std::size_t room, whole;
     } kCopies[] = {
-        {__LINE__, 5, "a\x82\xA0", 4, 3},           {__LINE__, 5, "a\x82\xA0", 3, 1},
-        {__LINE__, 65, "\xF0\x9F\x98\x80", 4, 0},   {__LINE__, 65, "a\xE3\x81\x82", 2, 1},
-        {__LINE__, 65, "\x81\x82\x83\x84", 4, 3},   {__LINE__, 64, "\x3D\xD8\x01\xDE", 5, 0},
-        {__LINE__, 64, "ab\x3D\xD8\x01\xDE", 7, 2}, {__LINE__, 3, "\x1B$B0!0!\x1B(B", 9, 8},
+        {__LINE__, 5, "a\x82\xA0", 4, 3},         {__LINE__, 5, "a\x82\xA0", 3, 1},
+        {__LINE__, 65, "\xF0\x9F\x98\x80", 4, 0}, {__LINE__, 65, "a\xE3\x81\x82", 2, 1},
+        {__LINE__, 64, "\x3D\xD8\x01\xDE", 5, 0}, {__LINE__, 64, "ab\x3D\xD8\x01\xDE", 7, 2},
+        {__LINE__, 3, "\x1B$B0!0!\x1B(B", 9, 8},
     };
     for (const auto& row : kCopies) {
         SCOPED_TRACE(row.line);
@@ -95,7 +95,65 @@ TEST(Convert, ReportsEachLostCharacterAndTheRoomUsed) {
     EXPECT_EQ(mbConvert("a", 1, 5, dst, sizeof dst, 50, &report), 0);
     for (const int unknown : {-1, 31, 43, 66})
         EXPECT_EQ(mbConvert("a", 1, unknown, dst, sizeof dst, 5, &report), 0);
-    EXPECT_EQ(mbConvert(nullptr, 0, 5, dst, sizeof dst, 4, nullptr), 0);
+    EXPECT_EQ(mbConvert(nullptr, 0, 5, dst, sizeof dst, 4, nullptr), 1);
+    EXPECT_EQ(mbConvert(nullptr, 1, 5, dst, sizeof dst, 4, nullptr), 0);
+    ASSERT_EQ(mbConvert("z\xC3\x81\x82\xE3\x81", 6, 65, dst, sizeof dst, 65, &report), 1);
+    EXPECT_STREQ(dst, "z\xC3\x81\xEF\xBF\xBD\xEF\xBF\xBD");
+    EXPECT_EQ(report.lost, 2u);
+}
+
+// What replaces lost characters, and where a converter stops. fuzz/converter_fuzz.cpp compares
+// pieces of every size with one call.
+TEST(Converter, ReplacesLostCharacters) {
+    static const struct {
+        int line, from, to;
+        unsigned flags;
+        const char *text, *expected;
+        std::size_t lost;
+    } kRows[] = {
+        {__LINE__, 65, 0, mbConvertBestFit, "\xC5\x8D\xC3\xA9\xE6\xBC\xA2", "o\xE9?", 2},
+        {__LINE__, 65, 0, mbConvertUnicodeEscapes, "\xE6\xBC\xA2\xF0\x9F\x98\x80\xFF",
+         "\\u6F22\\uD83D\\uDE00?", 3},
+        {__LINE__, 65, 5, mbConvertHtmlEscapes | mbConvertBestFit, "\xC3\xA9\xF0\x9F\x98\x80",
+         "e&#128512;", 2},
+        {__LINE__, 4, 5, mbConvertHtmlEscapes, "\x8F\xB0\xA1z", "&#19970;z", 1},
+        {__LINE__, 4, 3, mbConvertUnicodeEscapes, "\xA4\xA2\x0E", "\x1B$B$\"\x1B(B\\u000E", 1},
+        {__LINE__, 23, 14, mbConvertBestFit, "\x8A\x85\x93", "\xA9?\"", 2},
+        {__LINE__, 5, 65, mbConvertMark, "z", "\xEF\xBB\xBFz", 0},
+        {__LINE__, 65, 65, mbConvertMark, "\xEF\xBB\xBFz", "\xEF\xBB\xBFz", 0},
+        {__LINE__, 65, 65, mbConvertNoMark, "\xEF\xBB\xBFz", "z", 0},
+        {__LINE__, 64, 64, mbConvertMark, "\xFE\xFF\x61\x62", "\xFF\xFE\x62\x61", 0},
+        {__LINE__, 5, 4, mbConvertStop, "a\x82\xA0\xF0\x40z", "a\xA4\xA2", 0},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.line);
+        mbConverter* const converter = mbOpenConverter(row.from, row.to, row.flags);
+        ASSERT_NE(converter, nullptr);
+        char out[64];
+        mbConversion report = {};
+        const char* src = row.text;
+        char* dst = out;
+        std::size_t left = std::strlen(src), room = sizeof out;
+        const bool stops = (row.flags & mbConvertStop) != 0;
+        EXPECT_EQ(mbConvertNext(converter, &src, &left, &dst, &room, 1, &report),
+                  stops ? mbNextLost : mbNextDone);
+        EXPECT_EQ(std::string(out, dst), row.expected);
+        EXPECT_EQ(report.lost, row.lost);
+        EXPECT_EQ(left, stops ? 3u : 0u);
+        mbCloseConverter(converter);
+    }
+    EXPECT_EQ(mbOpenConverter(5, 63, 0), nullptr);
+    mbCloseConverter(nullptr);
+}
+
+// Vector stores must not overrun text that is unread.
+TEST(Convert, ConvertsInPlace) {
+    std::string jis = "\x1B$B", expected;
+    for (int i = 0; i < 40; ++i) jis += "$\"", expected += "\x82\xA0";
+    std::string text = jis + "\x1B(Bz";
+    text.resize(3 * text.size() + 1);
+    EXPECT_STREQ(convertStrExt(text.c_str(), 3, text.data(), 5), (expected + "z").c_str());
+    EXPECT_STREQ(convertStrExt(text.c_str(), 5, text.data(), 3), (jis + "\x1B(Bz").c_str());
 }
 
 TEST(Convert, AllocatesTheResult) {

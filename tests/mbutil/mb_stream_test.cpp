@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 
 #include "mbutil.h"
@@ -33,16 +34,30 @@ std::string ReadLines(const std::string& bytes, int n, int codeSet, const char* 
     return all;
 }
 
-// Katakana that double in size: a line that does not fit is continued by the next call, and so are
-// line ends in text mode.
-TEST(MbStream, ReadsLongLinesInParts) {
+// A line is read in pieces of n - 1 bytes. Of a piece that grows, what does not fit is lost.
+TEST(MbStream, ReadsPiecesOfLines) {
+    static const struct {
+        int line, current, file, n;
+        const char *text, *read;
+    } kRows[] = {
+        {__LINE__, 4, 5, 100, "\xB1\xB2\n\xB3", "\x8E\xB1\x8E\xB2\n\x8E\xB3"},
+        {__LINE__, 4, 5, 4, "\xB1\xB2\xB3\xB4", "\x8E\xB1\x8E\xB4"},
+        {__LINE__, 5, 4, 4, "ab\x8E\xB1\x8E\xB2", "ab\x81\xAC\xB2"},
+        {__LINE__, 5, 5, 4, "ab\x82\xA0\x82\xA0", "ab\x82\xA0\x82\xA0"},
+        {__LINE__, 3, 3, 4, "\x1B$B$\"\x1B(B", "\x1B$B$\"\x1B(B"},
+    };
+    for (const auto& row : kRows) {
+        const CodeSetGuard guard(row.current);
+        EXPECT_EQ(ReadLines(row.text, row.n, row.file), row.read) << row.line;
+    }
     const CodeSetGuard guard(4);
-    for (int n : {3, 4, 5, 6, 7, 8, 100}) {
-        EXPECT_EQ(ReadLines("\xB1\xB2\xB3\n\xB4\xB5", n, 5),
-                  "\x8E\xB1\x8E\xB2\x8E\xB3\n\x8E\xB4\x8E\xB5")
+    for (const int n : {8, 9, 10, 11, 100}) {
+        const std::string lf = ReadLines("\xB1\nab\xB3\ncd\n", n, 5, "rt");
+        EXPECT_EQ(lf, "\x8E\xB1\nab\x8E\xB3\ncd\n") << n;
+        EXPECT_EQ(
+            ReadLines("\xB1\r\nab\xB3\r\ncd\r\n", n, 5, "rt"),
+            WithoutReturns(lf) == lf ? ReadLines("\xB1\r\nab\xB3\r\ncd\r\n", 100, 5, "rt") : "")
             << n;
-        const std::string text = WithoutReturns(ReadLines("\xB1\xB2\r\n\xB3\xB4\r\n", n, 5, "rt"));
-        EXPECT_EQ(text, "\x8E\xB1\x8E\xB2\n\x8E\xB3\x8E\xB4\n") << n;
     }
 }
 
@@ -77,6 +92,42 @@ TEST(MbStream, WritesInTheCodeSetOfTheFile) {
     const OpenFile stream(file.Path(), "rb");
     EXPECT_EQ(mbfgets(buf, 0, stream, 4), nullptr);
     EXPECT_STREQ(mbfgets(buf, 2, stream, 4), "a");
+}
+
+// Fragments are together one text.
+TEST(MbStream, WritesFragmentsInJis) {
+    const CodeSetGuard guard(5);
+    const TemporaryFile file;
+    {
+        const OpenFile stream(file.Path(), "wb");
+        for (const char* part : {"\x82\xA0", ": abc\n", "\xB1", "\x82\xA0"})
+            EXPECT_GE(mbfputs(part, stream, 3), 0);
+    }
+    EXPECT_EQ(file.Bytes(), "\x1B$B$\"\x1B(B: abc\n\x1B(I1\x1B(B\x1B$B$\"\x1B(B");
+}
+
+// Two streams in turns, of which one is in UTF-16.
+TEST(MbStream, ReadsWholeLines) {
+    const TemporaryFile jis("\x1B$B$\"$$\x1B(B\n\x1B$B$&" + std::string(9000, '!') + "\n$&"),
+        wide(std::string("\xFE\xFF\x30\x42\0\n\x0A\x30\0\n\0", 11));
+    const OpenFile first(jis.Path(), "rb"), second(wide.Path(), "rb");
+    mbConverter *a = mbOpenConverter(3, 5, 0), *b = mbOpenConverter(64, 65, 0);
+    char* line = nullptr;
+    std::size_t size = 0, length = 0;
+    const auto next = [&](mbConverter* converter, std::FILE* stream) {
+        const int result = mbReadLine(converter, stream, &line, &size, &length);
+        return result == 1 ? std::string(line, length) : std::to_string(result);
+    };
+    EXPECT_EQ(next(a, first), "\x82\xA0\x82\xA2\n");
+    EXPECT_EQ(next(b, second), "\xE3\x81\x82\n");
+    EXPECT_EQ(next(a, first).size(), 9003u);
+    EXPECT_EQ(next(b, second), "\xE0\xA8\xB0\n");
+    EXPECT_EQ(next(a, first), "$&");
+    EXPECT_EQ(next(b, second), "\xEF\xBF\xBD");
+    EXPECT_EQ(next(a, first) + next(b, second), "00");
+    std::free(line);
+    mbCloseConverter(a);
+    mbCloseConverter(b);
 }
 
 TEST(MbStream, ReadsBlocksOfWholeCharacters) {
@@ -126,6 +177,16 @@ TEST(MbFile, StopsAtALineThatBeginsWithNulAndFailsWithoutFiles) {
     EXPECT_EQ(mbconvertnativefile("no/such/file", out.Path(), 0, 4), 0);
     EXPECT_EQ(mbconvertnativefile(in.Path(), "no/such/folder/file", 0, 4), 0);
     EXPECT_EQ(mbconvertfile2native("no/such/file", out.Path(), 0, 4), 0);
+}
+
+TEST(MbFile, ConvertsAFileToItself) {
+    const CodeSetGuard guard(5);
+    const std::string text(70000, '\xB1');
+    const TemporaryFile file("\x82\xA0" + text);
+    EXPECT_EQ(mbconvertnativefile(file.Path(), file.Path(), 0, 3), 1);
+    EXPECT_EQ(file.Bytes(), "\x1B$B$\"\x1B(I" + std::string(70000, '1') + "\x1B(B");
+    EXPECT_EQ(mbconvertfile2native_ex(file.Path(), file.Path(), 1, 3, 5, nullptr), 1);
+    EXPECT_EQ(file.Bytes().substr(70011), "\x82\xA0" + text);
 }
 
 TEST(MbFile, ReportsLossesOfAnyPair) {

@@ -199,6 +199,8 @@ TEST(MbCollate, OrdersByTheLanguage) {
     EXPECT_GT(mbstrcoll("b", "A"), 0);
     EXPECT_LT(mbstrcoll("a\x82\xA0", "a\x82\xA2"), 0);
     EXPECT_NE(mbstrcoll("\x82", "\x82\xA0"), 0);  // not even valid text is called equal
+    EXPECT_LT(mbstrcoll("a", "Z\x82"), 0);        // invalid text, too, has its place in the order
+    EXPECT_LT(mbstrcoll("B", "Z\x82"), 0);
 }
 
 }  // namespace

@@ -40,7 +40,8 @@ TEST(UnicodeConvert, ConvertsKnownTexts) {
             {__LINE__, 64, 5, UNITS(u"z\u3042"), "z\x82\xA0"},
             {__LINE__, 0, 65, "\x80\xE9", "\xE2\x82\xAC\xC3\xA9"},
             {__LINE__, 7, 5, "\xC8\xD5\xB1\xBE", "\x93\xFA\x96{"},
-            {__LINE__, 11, 12, "\xB0\xA1", "\x88\x61"},
+            {__LINE__, 11, 12, "\xB0\xA1\xA4\xBB", "\x88\x61\xC4\x41"},
+            {__LINE__, 12, 11, "\xC4\x41\x84\x44\xDA\xFE", "\xA4\xBB\xA4\xA3\xA4\xFE"},
             {__LINE__, 65, 64, "z\xF0\x9F\x98\x80", UNITS(u"z\U0001F600")},
             {__LINE__, 64, 65, UNITS(u"z\U0001F600"), "z\xF0\x9F\x98\x80"},
             // Losses: one mark for a character of any length, one for each invalid byte.
@@ -50,10 +51,13 @@ TEST(UnicodeConvert, ConvertsKnownTexts) {
             {__LINE__, 65, 9, "\xE0\xB8\x81", "?", "0 "},
             {__LINE__, 5, 65, "\x82\x3F\x81\xAD\x82", "\xEF\xBF\xBD?\xEF\xBF\xBD\xEF\xBF\xBD",
              "0 2 4 "},
-            {__LINE__, 65, 64, "\xE3\x81", UNITS(u"\uFFFD\uFFFD"), "0 1 "},
+            {__LINE__, 65, 64, "\xE3\x81", UNITS(u"\uFFFD"), "0 "},
+            {__LINE__, 65, 5, "\xF0\x9F\x98z\xED\xA0\x80\xC1\x80",
+             "\x81\xACz\x81\xAC\x81\xAC\x81\xAC\x81\xAC\x81\xAC", "0 4 5 6 7 8 "},
             {__LINE__, 64, 65, "\x3D\xD8z\0\0\xDEz"s, "\xEF\xBF\xBDz\xEF\xBF\xBD\xEF\xBF\xBD",
              "0 4 6 "},
             {__LINE__, 4, 0, "\x8F\xB0\xA1\x8E\xB1\x8F\xA1\xA1", "???", "0 3 5 "},
+            {__LINE__, 10, 65, "\x8E\xA1\xC4\xA1\xC4\xA1", "\xE4\xB8\x80\xE4\xB8\x80"},
             {__LINE__, 10, 65, "\x8E\xA2\xA1\xA1\x8E\xA5\xA1\xA1", "\xE4\xB9\x82\xEF\xBF\xBD",
              "4 "},
             // Escapes: positions are those of characters, each line has its own, texts end in
@@ -61,8 +65,11 @@ TEST(UnicodeConvert, ConvertsKnownTexts) {
             {__LINE__, 3, 65, "\x1B$B$\"!)\x1B(Bz\x1B(I1", "\xE3\x81\x82\xEF\xBC\x9Fz\xEF\xBD\xB1"},
             {__LINE__, 3, 0, "A\x1B$B$\"\x1B(JB", "A?B", "4 "},
             {__LINE__, 3, 65, "\xB1\x1B$@$\"\x1B[B",
-             "\xEF\xBD\xB1\xE3\x81\x82\xEF\xBF\xBD\xE6\x9D\xAA",
-             "6 "},  // no escape, so the set is unchanged
+             "\xEF\xBD\xB1\xE3\x81\x82\x1B\xE6\x9D\xAA"},  // no escape, so the set is unchanged
+            {__LINE__, 3, 65, "\x1B(I1\x0E\x31\x0F\n1\x1B&@\x1B$(B$\"\n\x1B(Hz\x1B",
+             "\xEF\xBD\xB1\xEF\xBD\xB1\n1\xE3\x81\x82\nz\x1B"},
+            {__LINE__, 65, 3, "\x1B[\x1B(\x1B$(D\x1B(B",
+             "\x1B[\x1B(\x1B$(\x1B$B\".\x1B(B\x1B(\x1B$B\".\x1B(B", "7 10 "},
             {__LINE__, 65, 41, "\xE4\xBD\xA0\n\xE4\xBD\xA0\xE4\xB9\x82",
              "\x1B$)A\x0E\x44\x63\x0F\n\x1B$)A\x0E\x44\x63\x1B$*H\x1BN!!\x0F"},
             {__LINE__, 41, 65, "\x1B$)A\x0E\x44\x63\x1B$*H\x1BN!!\x0F", "\xE4\xBD\xA0\xE4\xB9\x82"},
@@ -105,7 +112,9 @@ TEST(UnicodeConvert, EveryCharacterComesBack) {
         ASSERT_EQ(wide.text.size(), everything.size());
         for (std::size_t i = 0; i < wide.text.size(); i += 4)
             same += wide.text.compare(i, 2, everything, i, 2) == 0;
-        const std::size_t variants = codeSet >= mbJis && codeSet <= mbShiftJis ? 7 : 0;
+        const std::size_t variants = codeSet >= mbJis && codeSet <= mbShiftJis ? 7
+                                     : codeSet == mbJohab                      ? 94
+                                                                               : 0;
         EXPECT_EQ(characters - same, static_cast<std::size_t>(std::count(
                                          encoded.lostAt.begin(), encoded.lostAt.end(), ' ')) +
                                          variants);

@@ -154,6 +154,8 @@ TEST(WideText, ConvertsSingleCharacters) {
     InitMbutilExt(mbJis);
     EXPECT_EQ(ToWideCharacter(&unit, "\x1B$B$\"\x1B(B", 8), 5);
     EXPECT_EQ(unit, 0x3042);
+    EXPECT_EQ(ToWideCharacter(&unit, "\x1B[m", 3), 1);  // no escape sequence
+    EXPECT_EQ(unit, 0x1B);
     EXPECT_EQ(ToNarrowCharacter(bytes, 0x3042), -1);  // would need escapes around it
     InitMbutilExt(mbIso2022Kr);
     EXPECT_EQ(ToNarrowCharacter(bytes, 'a'), 1);

@@ -297,10 +297,12 @@ TEST(Resource, FormatsMessagesInStringsAndTraces) {
     trace.ResetMask(1);
     ASSERT_TRUE(trace.ResetOutput(1, name, 0));
     trace.WriteMsg(nullptr, 1, "module", 1201L, 7, "a file");
-    trace.WriteMsg(nullptr, 1, "module", 1999L, 7);
+    trace.WriteMsg(nullptr, 1, "module", 0);
+    trace.WriteMsg(nullptr, 1, "module", 1999, 7);
     std::string lines = file.Bytes();
     std::erase(lines, '\r');
     EXPECT_NE(lines.find("module : 7 bytes in a file\n"), std::string::npos) << lines;
+    EXPECT_NE(lines.find("module : the first of all\n"), std::string::npos) << lines;
     EXPECT_EQ(lines.substr(lines.size() - 10), "module : \n") << lines;
 }
 

@@ -46,6 +46,33 @@ TEST(StringStorage, ConstructorsReserveTheCapacity) {
     EXPECT_EQ(Probe().m_data, Probe(nullptr, 100).m_data);
 }
 
+// A large buffer grows where it is, unless the new text points into it.
+TEST(StringStorage, LargeTextsGrowByWhatIsAppended) {
+    std::string expected(1 << 17, 'x');
+    Probe s(expected.c_str());
+    for (int i = 0; i < 3; ++i) {
+        s += "abc";
+        expected += "abc";
+        s.AppendNChars(static_cast<const char*>(s) + s.GetLength() - 2, 2);
+        expected += "bc";
+        EXPECT_EQ(s.m_capacity, expected.size());
+    }
+    s += s;
+    expected += expected;
+    EXPECT_EQ(s.View(), expected);
+    {
+        const ReportedFailures reported;
+        const AllocationGate gate(0);
+        s += "lost";
+    }
+    EXPECT_EQ(s.View(), expected);
+    s.AllocateBuffer(4 * s.m_capacity, 1);
+    s += expected.c_str();
+    for (int i = 0; i < 3; ++i) s += expected.c_str();
+    EXPECT_EQ(s.m_capacity, 8 * expected.size());  // doubled three times
+    EXPECT_EQ(s.GetLength(), 5 * expected.size());
+}
+
 TEST(StringStorage, CopyHasTheSameCapacityGrowthAndCharacters) {
     Probe s("abc", 10);
     s.AllocateBuffer(12, 1);

@@ -16,10 +16,11 @@
 
 #include "osthread.h"
 
-// Waits until the condition holds; false if that takes too long.
+// Waits until the condition holds; false if that takes too long: a minute or more, because a busy
+// machine may run the threads of a test one after the other.
 template <class Condition>
 bool Eventually(Condition condition) {
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < 60000; ++i) {
         if (condition()) return true;
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }

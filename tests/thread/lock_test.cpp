@@ -3,6 +3,8 @@
 
 #include <array>
 #include <atomic>
+#include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "osthread.h"
@@ -177,6 +179,82 @@ TEST_F(Mutex, MayBeDestroyedByItsHolder) {
     EXPECT_TRUE(IsFree(m_mutex));
 }
 
+// Each kind of wait with a limit: it fails while another thread is in, and enters afterwards.
+TEST_F(Lock, WaitsEndAtTheirLimit) {
+    CGNNamedMutexPool pool;
+    ASSERT_TRUE(pool.Init());
+    const auto endWriting = [this] { OSRWLockWriteRelease(m_lock); };
+    const auto endMutex = [this] { OSMutexRelease(m_mutex); };
+    const auto endName = [&] { pool.ReleaseNamedMutex("a"); };
+    const struct {
+        const char* what;
+        std::function<void()> hold, end;
+        std::function<bool(std::uint32_t)> tryIt;
+        std::function<void()> leave;
+    } kRows[] = {
+        {"mutex", [this] { OSMutexWait(m_mutex); }, endMutex,
+         [this](std::uint32_t limit) { return OSMutexTryWait(m_mutex, limit); }, endMutex},
+        {"read", [this] { OSRWLockWriteWait(m_lock); }, endWriting,
+         [this](std::uint32_t limit) { return OSRWLockReadTryWait(m_lock, limit); },
+         [this] { OSRWLockReadRelease(m_lock); }},
+        {"write", [this] { OSRWLockWriteWait(m_lock); }, endWriting,
+         [this](std::uint32_t limit) { return OSRWLockWriteTryWait(m_lock, limit); }, endWriting},
+        {"write while another reads", [this] { OSRWLockReadWait(m_lock); },
+         [this] { OSRWLockReadRelease(m_lock); },
+         [this](std::uint32_t limit) { return OSRWLockWriteTryWait(m_lock, limit); }, endWriting},
+        {"name", [&] { pool.WaitNamedMutex("a"); }, endName,
+         [&](std::uint32_t limit) { return pool.WaitNamedMutex("a", limit); }, endName},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.what);
+        EXPECT_EQ(Printed([&] {
+                      row.hold();
+                      for (const std::uint32_t limit : {0u, 1u, 25u})
+                          Worker([&] { EXPECT_FALSE(row.tryIt(limit)) << limit; }).Join();
+                      const auto enter = [&](std::uint32_t limit) {
+                          EXPECT_TRUE(row.tryIt(limit)) << limit;
+                          row.leave();
+                      };
+                      Worker patient([&] { enter(1000000); });
+                      Worker endless([&] { enter(OSNoLimit); });
+                      EXPECT_TRUE(IsHeldUp(patient));
+                      row.end();
+                      patient.Join();
+                      endless.Join();
+                      EXPECT_TRUE(row.tryIt(0));
+                      row.leave();
+                  }),
+                  "");
+    }
+    EXPECT_FALSE(OSMutexTryWait(nullptr, 0) || OSRWLockReadTryWait(nullptr, 0) ||
+                 OSRWLockWriteTryWait(nullptr, 0) || OSConditionWaitFor(nullptr, m_mutex, 0));
+}
+
+// Waits that give up, among others that do not, under releases of all kinds.
+TEST_F(Lock, LimitsLoseNoWakeUp) {
+    int steps = 0, writes = 0;
+    std::atomic<int> expected{0}, expectedWrites{0};
+    AtTheSameTime(4, [&, this](int thread) {
+        for (int i = 0; i < 300; ++i) {
+            const std::uint32_t limit =
+                thread % 2 == 0 ? OSNoLimit : static_cast<std::uint32_t>(i % 3);
+            if (OSMutexTryWait(m_mutex, limit)) {
+                ++steps, ++expected;
+                OSMutexRelease(m_mutex);
+            }
+            if (OSRWLockWriteTryWait(m_lock, limit)) {
+                ++writes, ++expectedWrites;
+                OSRWLockWriteRelease(m_lock);
+            }
+            if (OSRWLockReadTryWait(m_lock, limit)) OSRWLockReadRelease(m_lock);
+        }
+    });
+    EXPECT_EQ(steps, expected);
+    EXPECT_EQ(writes, expectedWrites);
+    EXPECT_TRUE(OSRWLockWriteTryWait(m_lock, 0));
+    OSRWLockWriteRelease(m_lock);
+}
+
 TEST_F(Lock, NullIsIgnored) {
     EXPECT_EQ(Printed([&] {
                   OSMutexWait(nullptr);
@@ -307,6 +385,39 @@ TEST_F(Condition, SignalWakesOneWaiterAndBroadcastAll) {
     ASSERT_TRUE(waitFor(5));
     EXPECT_TRUE(HoldsBack([&] { return woken != 4; }));
     OSConditionSignal(m_condition);
+}
+
+TEST_F(Condition, WaitsEndAtTheirLimit) {
+    OSMutexWait(m_mutex);
+    for (const std::uint32_t limit : {0u, 1u, 25u})
+        EXPECT_FALSE(OSConditionWaitFor(m_condition, m_mutex, limit));
+    EXPECT_TRUE(OSMutexWaitIsPresentThisThread(m_mutex));
+    // A waiter that gives up takes no signal from one that does not, wherever it is in the queue.
+    std::atomic<int> woken{0};
+    int waiting = 0;
+    const auto wait = [&](std::uint32_t limit) {
+        return [&, limit] {
+            OSMutexWait(m_mutex);
+            ++waiting;
+            if (OSConditionWaitFor(m_condition, m_mutex, limit)) ++woken;
+            OSMutexRelease(m_mutex);
+        };
+    };
+    {
+        Worker before(wait(10)), first(wait(OSNoLimit)), between(wait(20)), second(wait(1000000));
+        while (waiting < 4) {
+            OSMutexRelease(m_mutex);
+            OSMutexWait(m_mutex);
+        }
+        OSMutexRelease(m_mutex);
+        before.Join();
+        between.Join();
+        OSConditionSignal(m_condition);
+        EXPECT_TRUE(Eventually([&] { return woken == 1; }));
+        EXPECT_TRUE(HoldsBack([&] { return woken != 1; }));
+        OSConditionSignal(m_condition);
+    }
+    EXPECT_EQ(woken, 2);
 }
 
 TEST_F(Condition, NoSignalIsMissedBetweenReleaseAndWait) {

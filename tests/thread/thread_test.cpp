@@ -38,14 +38,30 @@ TEST_F(Threads, RunOnceAndMayBeWaitedForTwice) {
     for (unsigned (*start)(void*) : {AddOne, ExitAtOnce}) {
         _osthread* thread = OSThreadCreate(start, &number, nullptr);
         ASSERT_NE(thread, nullptr);
+        unsigned code = 5;
         EXPECT_EQ(Printed([&] {
+                      EXPECT_TRUE(OSThreadWaitFor(thread, 1000000, &code));
                       OSThreadTerminateWait(thread);
                       OSThreadTerminateWait(thread);
+                      EXPECT_TRUE(OSThreadWaitFor(thread, 0));
                   }),
                   "");
+        EXPECT_EQ(code, start == AddOne ? 7u : 0u);
         EXPECT_EQ(number, ++expected);
         OSThreadDestroy(thread);
     }
+    std::atomic<bool> goOn{false};
+    _osthread* slow = OSThreadCreate(
+        [](void* may) {
+            Eventually([=] { return static_cast<std::atomic<bool>*>(may)->load(); });
+            return 0u;
+        },
+        &goOn, nullptr);
+    for (const unsigned limit : {0u, 1u, 20u}) EXPECT_FALSE(OSThreadWaitFor(slow, limit));
+    goOn = true;
+    EXPECT_TRUE(OSThreadWaitFor(slow, OSNoLimit));
+    OSThreadDestroy(slow);
+    EXPECT_FALSE(OSThreadWaitFor(nullptr, 0));
     OSThreadDestroy(OSThreadCreate(AddOne, &number, nullptr));  // which runs on
     EXPECT_TRUE(Eventually([&] { return number == 3; }));
     EXPECT_EQ(OSThreadCreate(nullptr, &number, nullptr), nullptr);
@@ -77,6 +93,7 @@ TEST_F(LocalVariables, AreFoundByNameAndByIndex) {
         EXPECT_EQ(m_variables->SetLocalVariable("a", &v[4]), -1) << "taken";
         EXPECT_EQ(m_variables->ResetLocalVariable(0, "a", &v[4]), -1);
         EXPECT_EQ(m_variables->GetLocalVariable("a"), &v[0]);
+        EXPECT_EQ(m_variables->GetLocalVariable(0), &v[0]);
         EXPECT_EQ(m_variables->GetLocalVariable(3L), &v[3]);
         EXPECT_EQ(m_variables->GetIndex("d"), 3);
         EXPECT_STREQ(m_variables->GetVarName(2), "c");
@@ -94,6 +111,8 @@ TEST_F(LocalVariables, AreFoundByNameAndByIndex) {
         EXPECT_EQ(m_variables->GetVarName(1), nullptr);
         EXPECT_EQ(m_variables->SetLocalVariable("\xE9\xFF", &v[5]), 1);
         EXPECT_EQ(m_variables->GetLocalVariable("\xE9\xFF"), &v[5]);
+        m_variables->UnsetLocalVariable(0);
+        EXPECT_EQ(m_variables->GetLocalVariable(3), &v[3]) << "only the first";
         m_variables->UnsetLocalVariable(nullptr);
         EXPECT_EQ(m_variables->SetLocalVariable("", &v[6]), 0);
         EXPECT_EQ(m_variables->GetIndex(""), 0);
@@ -136,6 +155,40 @@ TEST_F(LocalVariables, BelongToOneThread) {
         m_variables = CGNLclSt::Instance();
         EXPECT_EQ(m_variables->GetLocalVariable("x"), m_values);
     });
+}
+
+// In a table of the thread and in a block of the caller: with the variable, or at the thread's end.
+TEST_F(LocalVariables, ReleaseTheirValues) {
+    struct {
+        CGNLclStTable table;
+        CGNLclStSlot second;
+    } block = {{2, {{nullptr, nullptr}}}, {nullptr, nullptr}};
+    const auto release = [](void* value) { ++*static_cast<int*>(value); };
+    for (void* table : {static_cast<void*>(nullptr), static_cast<void*>(&block)}) {
+        int removed = 0, kept = 0, refused = 0, plain = 0;
+        {
+            Worker worker(
+                [&] {
+                    m_variables->Init(2);
+                    EXPECT_EQ(m_variables->SetLocalVariable("a", &removed, release), 0);
+                    EXPECT_EQ(m_variables->SetLocalVariable("a", &refused, release), -1);
+                    m_variables->UnsetLocalVariable("a");
+                    EXPECT_EQ(removed, 1);
+                    EXPECT_EQ(m_variables->SetLocalVariable("a", &plain), 0) << "not released";
+                    m_variables->UnsetLocalVariable(0);
+                    EXPECT_EQ(m_variables->SetLocalVariable("b", &kept, release), 0);
+                    EXPECT_EQ(m_variables->SetLocalVariable("c", &plain, nullptr), 1);
+                    EXPECT_EQ(m_variables->SetLocalVariable("d", &refused, release), -1);
+                },
+                table);
+        }
+        EXPECT_EQ(removed, 1);
+        EXPECT_EQ(kept, 1);
+        EXPECT_EQ(refused + plain, 0);
+    }
+    EXPECT_EQ(block.table.m_slots[0].m_name, nullptr);
+    EXPECT_EQ(block.second.m_value != nullptr, true) << "the block stays the caller's";
+    Worker([&] { m_variables->Init(0); }).Join();
 }
 
 TEST_F(LocalVariables, UseTheBlockGivenToTheThread) {

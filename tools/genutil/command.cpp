@@ -1,5 +1,6 @@
 #include "tools/genutil/command.h"
 
+#include <cctype>
 #include <cstdio>
 
 #include "tools/genutil/system.h"
@@ -62,7 +63,9 @@ bool ParseArguments(const Arguments& arguments, const std::vector<Option>& optio
                           arguments.end());
             return true;
         }
-        if (argument.size() < 2 || argument[0] != '-') {  // "-" is standard input
+        const bool isNumber =
+            argument.size() > 1 && std::isdigit(static_cast<unsigned char>(argument[1]));
+        if (argument.size() < 2 || argument[0] != '-' || isNumber) {  // "-" is standard input
             files->push_back(argument);
             continue;
         }

@@ -25,7 +25,7 @@ struct Command {
 };
 extern const Command kDetectCommand, kConvertCommand, kTextCommand, kLocaleCommand, kLocalesCommand,
     kZonesCommand, kShowCommand, kReadCommand, kConfigCommand, kVersionCommand, kMessageCommand,
-    kSystemCommand, kDdeCommand, kAutomationCommand;
+    kSystemCommand, kTraceCommand, kDdeCommand, kAutomationCommand;
 
 // An option of a subcommand, with the place for its value, for the flag it sets, or for its values.
 struct Option {

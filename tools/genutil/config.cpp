@@ -36,12 +36,13 @@ class Place {
         else
             OSSetConfig(value, m_below, key, m_where);
     }
-    void Delete(const CGNString& key) const {
-        if (m_registry)
-            OSDelSystemConfigReg(m_below, key, m_where);
-        else
-            OSDeleteKeyConfig(m_below, key, m_where);
+    // Returns false if that is certain to have failed.
+    bool Delete(const CGNString& key) const {
+        if (m_registry) return OSDelSystemConfigReg(m_below, key, m_where) != 0;
+        OSDeleteKeyConfig(m_below, key, m_where);
+        return true;
     }
+    bool IsRegistry() const { return m_registry; }
     bool List() const {
         if (m_registry) return ListRegistry();
         CGNString lines(kNoValue);
@@ -80,14 +81,24 @@ Status Tell(const std::string& message) {
     return kLoss;
 }
 
+constexpr std::size_t kLongest = 1023;  // bytes of a text that is read
+
+Status TellAbsent(const Place& place, const std::string& key) {
+    const char* also = place.IsRegistry() ? ", or one of more than 1023 bytes" : "";
+    return Tell(place.Name() + ": no value '" + key + "'" + also);
+}
+
 Status Get(const Place& place, const std::string& key) {
     CGNString value;
-    if (!place.Get(key.c_str(), value)) return Tell(place.Name() + ": no value '" + key + "'");
+    if (!place.Get(key.c_str(), value)) return TellAbsent(place, key);
     std::puts(TextOf(value).c_str());
     return kOk;
 }
 
 Status Set(const Place& place, const std::string& key, const std::string& value) {
+    if (value.size() > kLongest)
+        return Complain(place.Name() + ": the value has " + std::to_string(value.size()) +
+                        " bytes; at most 1023 can be read back");
     CGNString before, after;
     place.Get(key.c_str(), before);
     place.Set(key.c_str(), value.c_str());
@@ -100,7 +111,8 @@ Status Set(const Place& place, const std::string& key, const std::string& value)
 
 Status Delete(const Place& place, const std::string& key) {
     CGNString value;
-    if (!place.Get(key.c_str(), value)) return Tell(place.Name() + ": no value '" + key + "'");
+    if (place.IsRegistry()) return place.Delete(key.c_str()) ? kOk : TellAbsent(place, key);
+    if (!place.Get(key.c_str(), value)) return TellAbsent(place, key);
     const long long size = place.Size();
     place.Delete(key.c_str());
     // Another line may have the same key. Its value is then found.

@@ -11,9 +11,9 @@
 namespace {
 
 const Command* const kCommands[] = {
-    &kDetectCommand,  &kConvertCommand, &kTextCommand, &kLocaleCommand,    &kLocalesCommand,
-    &kZonesCommand,   &kShowCommand,    &kReadCommand, &kConfigCommand,    &kVersionCommand,
-    &kMessageCommand, &kSystemCommand,  &kDdeCommand,  &kAutomationCommand};
+    &kDetectCommand,  &kConvertCommand, &kTextCommand,  &kLocaleCommand, &kLocalesCommand,
+    &kZonesCommand,   &kShowCommand,    &kReadCommand,  &kConfigCommand, &kVersionCommand,
+    &kMessageCommand, &kSystemCommand,  &kTraceCommand, &kDdeCommand,    &kAutomationCommand};
 
 void PrintHelp() {
     std::puts("genutil: text, dates and numbers in every locale\n");

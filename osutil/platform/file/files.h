@@ -51,6 +51,10 @@ class File {
 
 bool Exists(const char* path);  // returns true if anything has the name, even a broken link
 
+// Returns true if the system can have a file of that name in its directory, and one with an ending
+// such as ".001".
+bool NameFits(const char* path);
+
 FileCode MakeDirectory(const char* path);
 // Removes an empty directory, or a link to a directory instead of that directory.
 FileCode RemoveEmptyDirectory(const char* path);

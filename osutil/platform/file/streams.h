@@ -12,5 +12,14 @@ std::FILE* OpenStream(const char* path, const char* mode);
 // Returns the position in a stream of the C library, also beyond 2 GB, or -1 if it has none.
 std::int64_t PlaceIn(std::FILE* stream);
 bool GoTo(std::FILE* stream, std::int64_t place);
+// Returns the time of the last change of an open file, in seconds since 1970, or -1.
+std::int64_t ChangeTimeOf(std::FILE* stream);
+// Returns false if the path is known to lead to another file than the open one, or to none.
+bool IsFileAt(std::FILE* stream, const char* path);
+// Gives a file another name in the same directory, in place of a file that has it. Returns true on
+// success. A file that a program has open cannot be renamed on some systems.
+bool RenameFile(const char* from, const char* to);
+// Returns true if a path names the file, not a device or a pipe, that a stream reads.
+bool IsOpenIn(std::FILE* stream, const char* path);
 
 }  // namespace genutil::platform

@@ -29,6 +29,10 @@ bool HasTimeZoneRegistry();
 std::uint16_t ToUpper(std::uint16_t character);
 std::uint16_t ToLower(std::uint16_t character);
 
+// Returns false if the user chose the C or POSIX locale or none at all, in which texts are ordered
+// by their bytes.
+bool HasCollation();
+
 // Compares by the collation of the user's locale. Returns a negative number, 0 or a positive
 // number. Lengths are in characters.
 int Collate(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b,

@@ -14,6 +14,7 @@ using TakeOutput = bool (*)(void* context, const char* bytes, std::size_t count)
 // could not be started.
 long RunProgram(const char* commandLine, TakeOutput take, void* context);
 constexpr long kStillActive = 259;
+constexpr long kUnknownExitCode = 260;  // Linux: the process ignores the ends of its children
 
 // Starts a program that shares only the standard handles. Returns 0 or the system's error code.
 unsigned long StartProgram(const char* commandLine);

@@ -20,8 +20,17 @@ struct WindowsVersion {
 };
 WindowsVersion ReadWindowsVersion();
 
-// Stores the name of a system other than Windows. Returns false on Windows.
-bool ReadSystemName(char* out, std::size_t size);
+// Stores the name and the version of the system.
+void ReadSystemName(char* out, std::size_t size);
+
+// Returns the number of processors that this process can use, at least 1.
+int CountProcessors();
+
+// Returns the bytes of main memory that this process can use; 0 if unknown.
+std::uint64_t UsableMemory();
+
+// Stores the path of the program; empty on failure.
+void ReadProgramPath(char* out, std::size_t size);
 
 // Memory sizes in bytes, and load in percent; all 0 if the system does not provide them. The paging
 // file is the total that programs can use, in memory and on disk.

@@ -1,13 +1,16 @@
 // Files of settings with several processes, permissions and damage.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -140,6 +143,115 @@ TEST_F(ConfigFiles, KeepPermissionsAndLinks) {
     struct stat status;
     ASSERT_EQ(stat(path.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0640u);
+}
+
+// An access list: the owner and user 12345 may write, the group may read.
+std::string AccessList() {
+    const struct {
+        std::uint16_t tag, permissions;
+        std::uint32_t id;
+    } entries[] = {{1, 6, ~0u}, {2, 6, 12345}, {4, 4, ~0u}, {16, 6, ~0u}, {32, 0, ~0u}};
+    return std::string("\2\0\0\0", 4) +
+           std::string(reinterpret_cast<const char*>(entries), sizeof entries);
+}
+
+std::string Attribute(const std::string& path, const char* name) {
+    char value[256];
+    const ssize_t size = getxattr(path.c_str(), name, value, sizeof value);
+    return size < 0 ? std::string("none") : std::string(value, static_cast<std::size_t>(size));
+}
+
+TEST_F(ConfigFiles, KeepAccessListsAndAttributes) {
+    const std::string path = Path("a.ini"), plain = Path("plain.ini"), list = AccessList();
+    Write(path, "[s]\nk=1\n");
+    chmod(path.c_str(), 0640);
+    constexpr char kList[] = "system.posix_acl_access", kDefault[] = "system.posix_acl_default";
+    ASSERT_EQ(setxattr(path.c_str(), kList, list.data(), list.size(), 0), 0);
+    setxattr(path.c_str(), "user.origin", "here", 4, 0);  // not on every file system
+    const std::string attribute = Attribute(path, "user.origin");
+    Write(plain, "[s]\nk=1\n");
+    chmod(plain.c_str(), 0640);
+    // A new file in the folder gets this list, which would widen the rights to the plain file.
+    ASSERT_EQ(setxattr(m_folder.c_str(), kDefault, list.data(), list.size(), 0), 0);
+    for (const std::string& file : {path, plain}) {
+        Set(file, "k", "2");
+        EXPECT_EQ(BytesOf(file), "[s]\nk=2\n");
+    }
+    EXPECT_EQ(Attribute(path, kList), list);
+    EXPECT_EQ(Attribute(path, "user.origin"), attribute);
+    EXPECT_EQ(Attribute(plain, kList), "none");
+    struct stat status;
+    ASSERT_EQ(stat(plain.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0640u);
+}
+
+TEST_F(ConfigFiles, AreWrittenInPlaceIfNoNewFileCanReplaceThem) {
+    const std::string path = Path("a.ini"), link = Path("link.ini");
+    const auto inode = [&] {
+        struct stat status = {};
+        stat(path.c_str(), &status);
+        return status.st_ino;
+    };
+    Write(path, "[s]\nk=1\nj=2\n");
+    const auto expectInPlace = [&](const std::string& value) {
+        const ino_t before = inode();
+        Set(path, "k", value);
+        EXPECT_EQ(BytesOf(path), "[s]\nk=" + value + "\nj=2\n");
+        EXPECT_EQ(inode(), before);
+    };
+    fs::create_hard_link(path, link);
+    expectInPlace("longer");
+    expectInPlace("s");
+    EXPECT_EQ(BytesOf(link), BytesOf(path));
+    fs::remove(link);
+    // The name of the new file is taken by what cannot be removed.
+    const std::string taken = Path(".genutil-new-" + std::to_string(geteuid()) + "~");
+    fs::create_directory(taken);
+    expectInPlace("2");
+    // A file that a killed process left is removed, not filled: it may have other names.
+    fs::remove(taken);
+    Write(link, "other");
+    fs::create_hard_link(link, taken);
+    Set(path, "k", "3");
+    EXPECT_EQ(Get(path, "k"), "3");
+    EXPECT_EQ(BytesOf(link), "other");
+    EXPECT_FALSE(fs::exists(taken));
+}
+
+TEST_F(ConfigFiles, IgnoreLocksOfThePrograms) {
+    const std::string path = Path("a.ini");
+    Write(path, "[s]\nk=1\n");
+    const int folder = open(m_folder.c_str(), O_RDONLY | O_DIRECTORY);
+    const int file = open(path.c_str(), O_RDWR);
+    EXPECT_EQ(flock(folder, LOCK_EX), 0);
+    EXPECT_EQ(flock(file, LOCK_EX), 0);
+    Set(path, "k", "2");
+    Set(Path("new.ini"), "k", "3");
+    EXPECT_EQ(Get(path, "k"), "2");
+    EXPECT_EQ(Get(Path("new.ini"), "k"), "3");
+    close(file);
+    close(folder);
+}
+
+TEST_F(ConfigFiles, ReadsOtherForms) {
+    const CodeSetGuard guard(mbShiftJis);
+    const std::string path = Path("a.ini");
+    const auto expectRead = [&](const std::string& text, const char* value) {
+        Write(path, text);
+        EXPECT_EQ(Get(path, "k"), value);
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        for (int i = 0; i < 3; ++i) EXPECT_EQ(Get(path, "k"), value);  // also from the cache
+    };
+    const std::string lines = "; comment\r[s]\rk=v\rj=" + std::string(40000, 'x') + "\r";
+    expectRead(lines, "v");
+    expectRead("[s]\rk=v", "v");
+    expectRead(std::string("\xFF\xFE[\0s\0]\0\r\0\n\0k\0=\0\x42\x30\r\0\n\0", 26), "\x82\xA0");
+    expectRead(std::string("\xFE\xFF\0[\0s\0]\0\n\0k\0=\x30\x42", 16), "\x82\xA0");
+    expectRead("\xFF\xFE[", "none");
+    // Hundreds of lines of one name cannot be indexed.
+    std::string many = "[s]\nk=v\n";
+    for (int i = 0; i < 1000; ++i) many += "same=1\n";
+    expectRead(many, "v");
 }
 
 TEST_F(ConfigFiles, FailedWritesChangeNothing) {

@@ -1,5 +1,8 @@
 // Names that only this system allows.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -7,6 +10,21 @@
 #include "osfile.h"
 
 namespace fs = std::filesystem;
+
+TEST(Pipes, AreWrittenOnlyIfThereIsAReader) {
+    constexpr char kPipe[] = "written_pipe";
+    char bytes[] = "text", got[8] = "";
+    fs::remove(kPipe);
+    ASSERT_EQ(mkfifo(kPipe, 0600), 0);
+    EXPECT_EQ(OSWriteBinaryFileContents(bytes, 4, kPipe, osOverwriteIfExists), 0);
+    EXPECT_EQ(OSWriteBinaryFileContents(bytes, 4, kPipe, osAppendIfExists), 0);
+    EXPECT_EQ(OSWriteFieldOffset(kPipe, bytes), 0);
+    const int reader = open(kPipe, O_RDONLY | O_NONBLOCK);
+    EXPECT_EQ(OSWriteBinaryFileContents(bytes, 4, kPipe, osOverwriteIfExists), 4);
+    EXPECT_EQ(read(reader, got, sizeof got), 4);
+    close(reader);
+    fs::remove(kPipe);
+}
 
 TEST(FileNames, ListsLeaveOutNamesThatAPathWouldTakeForSeveral) {
     fs::remove_all("names_test");

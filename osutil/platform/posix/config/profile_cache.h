@@ -7,7 +7,7 @@
 
 #include <string_view>
 
-#include "genutil/allocate.h"
+#include "osutil/config/ini_convert.h"
 #include "osutil/platform/posix/file/file_state.h"
 
 namespace genutil::platform {
@@ -20,7 +20,11 @@ constexpr std::int64_t kLargestCachedProfile = 1 << 20;
 Cached AskProfileCache(const FileState& state, std::string_view section, std::string_view key,
                        char* out, std::size_t size, std::size_t* length);
 
-// Caches a text and takes ownership of its memory, unless the cache is in use.
-void FillProfileCache(const FileState& state, Owned<char>* text);
+// Caches the text of a file in that state and takes ownership of its memory, unless the cache is in
+// use. A text that cannot be indexed is not kept, and the file is no longer reported as kLoad.
+void FillProfileCache(const FileState& state, IniText* text);
+
+// Removes a file from the cache, in whatever state, unless the cache is in use.
+void ForgetProfile(const FileState& state);
 
 }  // namespace genutil::platform

@@ -1,13 +1,10 @@
 // Writing profile files. A new file replaces the old one, so that readers always find a complete
-// file, even if the writing process was killed.
-//
-// The lock is that of the directory, because a lock of the file disappears with the file. The lock
-// also makes a single name sufficient for new files. A file left by a killed process is replaced by
-// the next one.
+// file, even if the writing process was killed. Where that is not possible, or would change the
+// owner or the rights of the file, it is written in place.
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/uio.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
@@ -16,11 +13,14 @@
 
 #include "genutil/allocate.h"
 #include "genutil/assert_allocation.h"
+#include "osutil/config/ini_convert.h"
 #include "osutil/config/ini_edit.h"
 #include "osutil/platform/config/profiles.h"
+#include "osutil/platform/posix/config/profile_cache.h"
 #include "osutil/platform/posix/config/profile_path.h"
 #include "osutil/platform/posix/file/descriptor.h"
-#include "osutil/platform/posix/file/folder_lock.h"
+#include "osutil/platform/posix/file/file_lock.h"
+#include "osutil/platform/posix/file/replace_file.h"
 
 namespace genutil::platform {
 
@@ -55,7 +55,7 @@ class Target {
         const auto length = static_cast<std::size_t>(Name() - m_path);
         if (length) std::memcpy(folder, m_path, length);
         if (length) folder[length] = 0;
-        return open(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        return open(folder, O_PATH | O_DIRECTORY | O_CLOEXEC);
     }
 
   private:
@@ -71,97 +71,20 @@ class Target {
     char m_path[PATH_MAX];
 };
 
-// The present content of a file.
+// The file before the change.
 struct OldFile {
-    bool exists = false;
     struct stat status = {};
     Owned<char> text;
 
     std::string_view Text() const { return {text.Get(), static_cast<std::size_t>(status.st_size)}; }
 
-    // Returns false if it is not a file, or cannot be read or written.
-    bool Read(int folder, const char* name) {
-        const OpenDescriptor file(
-            openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-        if (!file.IsOpen()) return errno == ENOENT;
-        exists = true;
-        if (fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode) ||
-            status.st_size > kLargestProfile || faccessat(folder, name, W_OK, AT_EACCESS) != 0)
-            return false;
+    bool Read(int file) {
+        if (fstat(file, &status) != 0 || status.st_size > kLargestProfile) return false;
         const auto size = static_cast<std::size_t>(status.st_size);
         text.Reset(static_cast<char*>(Allocate(size + 1)));
         return AssertAllocation(text.Get() != nullptr, "osutil/osconfig", __LINE__) &&
-               ReadExactly(file.Get(), 0, text.Get(), size);
+               ReadExactly(file, 0, text.Get(), size);
     }
-};
-
-// The new file until it is renamed.
-class NewFile {
-  public:
-    explicit NewFile(int folder) : m_folder(folder) {
-        // One name per user, because nobody can remove another user's file in a shared directory.
-        std::snprintf(m_name, sizeof m_name, ".genutil-profile-%u~",
-                      static_cast<unsigned>(geteuid()));
-    }
-    NewFile(const NewFile&) = delete;
-    NewFile& operator=(const NewFile&) = delete;
-
-    bool Replace(const char* name, const OldFile& old, const IniEdit& edit) {
-        unlinkat(m_folder, m_name, 0);
-        OpenDescriptor file(openat(m_folder, m_name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
-                                   old.exists ? 0600 : 0666));
-        if (!file.IsOpen()) return false;
-        if (CopyRights(file.Get(), old) && Write(file.Get(), old.Text(), edit) &&
-            fsync(file.Get()) == 0 && file.Close() &&
-            renameat(m_folder, m_name, m_folder, name) == 0)
-            return true;
-        unlinkat(m_folder, m_name, 0);
-        return false;
-    }
-
-  private:
-    // Only the superuser can give files away. The group of another user's file is kept if that is
-    // allowed.
-    static bool CopyRights(int file, const OldFile& old) {
-        struct stat status;
-        if (!old.exists) return true;
-        if (fstat(file, &status) != 0) return false;
-        mode_t mode = old.status.st_mode & 07777;
-        const bool isSame =
-            status.st_uid == old.status.st_uid && status.st_gid == old.status.st_gid;
-        if (!isSame && fchown(file, old.status.st_uid, old.status.st_gid) != 0) {
-            mode &= 0777;
-            // Permissions of a group apply to that group only.
-            if (fchown(file, static_cast<uid_t>(-1), old.status.st_gid) != 0)
-                mode &= ~static_cast<mode_t>(S_IRWXG) | (mode << 3 & S_IRWXG);
-        }
-        return fchmod(file, mode) == 0;
-    }
-
-    static bool Write(int file, std::string_view text, const IniEdit& edit) {
-        iovec parts[IniEdit::kMostParts + 2];
-        int count = 0;
-        const auto add = [&](std::string_view part) {
-            if (!part.empty()) parts[count++] = {const_cast<char*>(part.data()), part.size()};
-        };
-        add(text.substr(0, edit.begin));
-        for (unsigned i = 0; i < edit.count; ++i) add(edit.parts[i]);
-        add(text.substr(edit.end));
-        for (iovec* at = parts; count > 0;) {
-            ssize_t written = writev(file, at, count);
-            if (written < 0 && errno == EINTR) continue;
-            if (written <= 0) return false;
-            for (; count > 0 && static_cast<std::size_t>(written) >= at->iov_len; ++at, --count)
-                written -= static_cast<ssize_t>(at->iov_len);
-            if (count == 0) break;
-            at->iov_base = static_cast<char*>(at->iov_base) + written;
-            at->iov_len -= static_cast<std::size_t>(written);
-        }
-        return true;
-    }
-
-    int m_folder;
-    char m_name[40];
 };
 
 bool Plan(std::string_view text, const char* section, const char* key, const char* value,
@@ -171,9 +94,56 @@ bool Plan(std::string_view text, const char* section, const char* key, const cha
     return PlanIniValue(text, section, key, value, edit);
 }
 
-// Lines of bytes would corrupt a text of 16-bit characters.
-bool IsUtf16(std::string_view text) {
-    return text.substr(0, 2) == "\xFF\xFE" || text.substr(0, 2) == "\xFE\xFF";
+struct Change {
+    const char *section, *key, *value;
+};
+
+bool Write(int folder, const char* name, int file, const OldFile& old, const IniEdit& edit) {
+    const std::string_view text = old.Text();
+    std::string_view parts[IniEdit::kMostParts + 2];
+    std::copy_n(edit.parts, edit.count, parts + 1);
+    parts[0] = text.substr(0, edit.begin);
+    parts[edit.count + 1] = text.substr(edit.end);
+    const FileParts all(parts, edit.count + 2);
+    // There is nothing to lose in an empty file, such as one that was just made.
+    const Replaced replaced =
+        text.empty() ? Replaced::kRefused : ReplaceFile(folder, name, file, old.status, all);
+    if (replaced != Replaced::kRefused) return replaced == Replaced::kDone;
+    return OverwriteFile(file, static_cast<std::int64_t>(edit.begin), text.substr(edit.begin),
+                         all.subspan(1));
+}
+
+enum class Attempt { kDone, kFailed, kAgain };
+
+// Changes an open file, unless another one has taken its name.
+Attempt ChangeFile(int folder, const char* name, int file, const Change& change) {
+    const FileLock lock(file);
+    OldFile old;
+    IniEdit edit;
+    if (!lock.IsTaken() || fstat(file, &old.status) != 0) return Attempt::kFailed;
+    if (!IsNamed(folder, name, old.status)) return Attempt::kAgain;
+    if (!old.Read(file) || IsForeignIni(old.Text())) return Attempt::kFailed;
+    if (!Plan(old.Text(), change.section, change.key, change.value, &edit)) return Attempt::kDone;
+    const bool written = Write(folder, name, file, old, edit);
+    ForgetProfile(FileState::Of(old.status));
+    return written ? Attempt::kDone : Attempt::kFailed;
+}
+
+Attempt TryChange(int folder, const char* name, const Change& change) {
+    constexpr int kFlags = O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    const OpenDescriptor file(openat(folder, name, kFlags));
+    struct stat status;
+    if (file.IsOpen())
+        return fstat(file.Get(), &status) == 0 && S_ISREG(status.st_mode)
+                   ? ChangeFile(folder, name, file.Get(), change)
+                   : Attempt::kFailed;
+    if (errno != ENOENT) return Attempt::kFailed;
+    if (!change.value) return Attempt::kDone;
+    const OpenDescriptor made(openat(folder, name, kFlags | O_CREAT | O_EXCL, 0666));
+    if (!made.IsOpen()) return errno == EEXIST ? Attempt::kAgain : Attempt::kFailed;
+    const Attempt result = ChangeFile(folder, name, made.Get(), change);
+    if (result == Attempt::kFailed) unlinkat(folder, name, 0);
+    return result;
 }
 
 }  // namespace
@@ -185,13 +155,12 @@ bool WriteProfileValue(const char* file, const char* section, const char* key, c
     if (path.IsKept() && value) MakeFolderOf(path.Get());
     const OpenDescriptor folder(target.OpenFolder());
     if (!folder.IsOpen()) return false;
-    const FolderLock lock(folder.Get());
-    OldFile old;
-    IniEdit edit;
-    if (!lock.IsTaken() || !old.Read(folder.Get(), target.Name()) || IsUtf16(old.Text()))
-        return false;
-    if (!Plan(old.Text(), section, key, value, &edit)) return true;
-    return NewFile(folder.Get()).Replace(target.Name(), old, edit);
+    constexpr int kMostAttempts = 1000;  // each one fails because another writer succeeded
+    for (int i = 0; i < kMostAttempts; ++i) {
+        const Attempt result = TryChange(folder.Get(), target.Name(), {section, key, value});
+        if (result != Attempt::kAgain) return result == Attempt::kDone;
+    }
+    return false;
 }
 
 }  // namespace genutil::platform

@@ -22,9 +22,19 @@ ProfilePath::ProfilePath(const char* file) : m_given(file), m_path(m_given.Get()
 
 namespace {
 
-// Two changes of a file within one clock tick have the same time, so a state identifies the content
-// only if it is older than this (in nanoseconds).
-constexpr std::int64_t kUncertain = 50'000'000;
+// Two changes of a file within one tick of its clock have the same time, so a state identifies the
+// content only if it is older than a tick. Times without a fraction come from a file system that
+// keeps seconds, or even two (all in nanoseconds).
+constexpr std::int64_t kSecond = 1'000'000'000;
+constexpr std::int64_t kTick = 50'000'000, kCoarseTick = 2 * kSecond;
+
+bool IsCertain(const FileState& state) {
+    timespec now;
+    clock_gettime(CLOCK_REALTIME_COARSE, &now);  // the clock used for file times
+    const bool coarse = state.changed % kSecond == 0 || state.modified % kSecond == 0;
+    const std::int64_t before = FileState::Nanoseconds(now) - (coarse ? kCoarseTick : kTick);
+    return state.changed < before && state.modified < before;
+}
 
 struct Query {
     std::string_view section, key;
@@ -37,6 +47,28 @@ struct Query {
         return length;
     }
 };
+
+bool SearchText(std::string_view text, const Query& query, std::size_t* length) {
+    IniSearch search(query.section, query.key);
+    search.Next(text, true);
+    if (search.IsFound()) *length = query.Store(search.Value());
+    return search.IsFound();
+}
+
+// Reads a whole file and converts its lines if necessary.
+bool LoadText(int file, std::int64_t size, IniText* text) {
+    text->size = static_cast<std::size_t>(size);
+    text->bytes.Reset(static_cast<char*>(Allocate(static_cast<std::uint64_t>(size) + 1)));
+    return text->bytes.Get() && ReadExactly(file, 0, text->bytes.Get(), text->size) &&
+           ConvertIni(text);
+}
+
+bool SearchForeignFile(int file, const Query& query, std::size_t* length) {
+    struct stat status;
+    IniText text;
+    return fstat(file, &status) == 0 && LoadText(file, status.st_size, &text) &&
+           SearchText(text.View(), query, length);
+}
 
 // Reads piece by piece and no further than necessary. Returns false if the value is not found.
 bool SearchFile(int file, const Query& query, std::size_t* length) {
@@ -51,6 +83,8 @@ bool SearchFile(int file, const Query& query, std::size_t* length) {
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) return false;
         const std::size_t filled = kept + static_cast<std::size_t>(count);
+        if (isFirst && kept == 0 && IsForeignIni({buffer, filled}))
+            return SearchForeignFile(file, query, length);
         const void* feed = memrchr(buffer + kept, '\n', filled - kept);
         std::size_t whole =
             feed ? static_cast<std::size_t>(static_cast<const char*>(feed) + 1 - buffer) : 0;
@@ -80,14 +114,8 @@ bool HasState(int file, const FileState& state) {
 }
 
 // Reads a whole file for the cache, if it still has that state.
-bool LoadFile(int file, const FileState& state, Owned<char>* text) {
-    timespec now;
-    clock_gettime(CLOCK_REALTIME_COARSE, &now);  // the clock used for file times
-    const std::int64_t certain = FileState::Nanoseconds(now) - kUncertain;
-    if (state.changed >= certain || state.modified >= certain) return false;
-    const auto size = static_cast<std::size_t>(state.size);
-    text->Reset(static_cast<char*>(Allocate(size + 1)));
-    return text->Get() && HasState(file, state) && ReadExactly(file, 0, text->Get(), size) &&
+bool LoadState(int file, const FileState& state, IniText* text) {
+    return IsCertain(state) && HasState(file, state) && LoadText(file, state.size, text) &&
            HasState(file, state);
 }
 
@@ -100,13 +128,11 @@ bool ReadValue(const char* path, const Query& query, std::size_t* length) {
     if (cached == Cached::kFound || cached == Cached::kMissing) return cached == Cached::kFound;
     const OpenDescriptor file(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.IsOpen()) return false;
-    Owned<char> text;
-    if (cached == Cached::kLoad && LoadFile(file.Get(), state, &text)) {
-        IniSearch search(query.section, query.key);
-        search.Next({text.Get(), static_cast<std::size_t>(state.size)}, true);
-        if (search.IsFound()) *length = query.Store(search.Value());
+    IniText text;
+    if (cached == Cached::kLoad && LoadState(file.Get(), state, &text)) {
+        const bool found = SearchText(text.View(), query, length);
         FillProfileCache(state, &text);
-        return search.IsFound();
+        return found;
     }
     return SearchFile(file.Get(), query, length);
 }

@@ -43,15 +43,75 @@ bool StoreInCodeSet(std::string_view text, char* out, std::size_t size) {
     return true;
 }
 
+// The longest text that can fit in a caller's buffer of 1 KB: a byte of a code set has three bytes
+// in UTF-8 at most.
+constexpr std::size_t kLongestText = 4096;
+
+// Copies a text, which is gone at the end of the execution. Conversion comes after that, because a
+// failed allocation is reported to a function of the program, which may read a setting.
+bool CopyText(std::string_view text, char (&out)[kLongestText]) {
+    if (text.size() >= sizeof out) return false;
+    std::memcpy(out, text.data(), text.size());
+    out[text.size()] = 0;
+    return true;
+}
+
+bool FetchValue(const Place& place, char (&out)[kLongestText]) {
+    StoreRun run(StoreQuery::kRead);
+    run.Bind(1, place.Key());
+    run.Bind(2, place.Name());
+    return run.Row() && CopyText(run.Text(0), out);
+}
+
+// Terminated texts in a row.
+class TextRow {
+  public:
+    bool Add(std::string_view text) {
+        if (m_room - m_size <= text.size() && !Grow(text.size() + 1)) return false;
+        std::memcpy(m_bytes.Get() + m_size, text.data(), text.size());
+        m_bytes.Get()[m_size + text.size()] = 0;
+        m_size += text.size() + 1;
+        return true;
+    }
+    // The text at a position, which is advanced to the next one.
+    std::string_view Next(std::size_t* at) const {
+        const std::string_view text(m_bytes.Get() + *at);
+        *at += text.size() + 1;
+        return text;
+    }
+    std::size_t Size() const { return m_size; }
+
+  private:
+    bool Grow(std::size_t more) {
+        const std::size_t room = (m_room + more) * 2;
+        Owned<char> larger(static_cast<char*>(Allocate(room)));
+        if (!larger.Get()) return false;
+        if (m_size) std::memcpy(larger.Get(), m_bytes.Get(), m_size);
+        m_bytes.Reset(larger.Take());
+        m_room = room;
+        return true;
+    }
+
+    Owned<char> m_bytes;
+    std::size_t m_size = 0, m_room = 0;
+};
+
+// Collects names and texts in turn. Returns false if allocation fails.
+bool CollectValues(const Place& place, TextRow* row) {
+    StoreRun run(StoreQuery::kList);
+    run.Bind(1, place.Key());
+    while (run.Row())
+        if (!row->Add(run.Text(0)) || !row->Add(run.Text(1))) return false;
+    return true;
+}
+
 }  // namespace
 
 bool ReadRegistryValue(const char* key, const char* name, char* out, std::size_t size) {
     const Place place(key, name);
     if (!place.IsValid()) return false;
-    StoreRun run(StoreQuery::kRead);
-    run.Bind(1, place.Key());
-    run.Bind(2, place.Name());
-    return run.Row() && StoreInCodeSet(run.Text(0), out, size);
+    char text[kLongestText];
+    return FetchValue(place, text) && StoreInCodeSet(text, out, size);
 }
 
 void VisitRegistryValues(const char* key, std::size_t size,
@@ -62,11 +122,14 @@ void VisitRegistryValues(const char* key, std::size_t size,
     if (!AssertAllocation(memory.Get() != nullptr, "osutil/osconfig", __LINE__) || !place.IsValid())
         return;
     char *name = memory.Get(), *text = name + size;
-    StoreRun run(StoreQuery::kList);
-    run.Bind(1, place.Key());
-    while (run.Row() && StoreInCodeSet(run.Text(0), name, size) &&
-           StoreInCodeSet(run.Text(1), text, size))
+    TextRow row;
+    const bool collected = CollectValues(place, &row);
+    if (!AssertAllocation(collected, "osutil/osconfig", __LINE__)) return;
+    for (std::size_t at = 0; at < row.Size();) {
+        if (!StoreInCodeSet(row.Next(&at), name, size)) return;
+        if (!StoreInCodeSet(row.Next(&at), text, size)) return;
         visit(context, name, text);
+    }
 }
 
 bool WriteRegistryValue(const char* key, const char* name, const char* text) {

@@ -4,16 +4,19 @@
 #include <pthread.h>
 #include <sys/stat.h>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <mutex>
+#include <new>
+#include <thread>
 
 #include "osutil/platform/posix/config/config_home.h"
 #include "osutil/platform/posix/file/descriptor.h"
+#include "osutil/platform/posix/file/file_lock.h"
 #include "osutil/platform/posix/file/file_state.h"
-#include "osutil/platform/posix/file/folder_lock.h"
 
 namespace genutil::platform {
 
@@ -33,8 +36,6 @@ constexpr const char* kStatements[] = {
     "DELETE FROM entry WHERE key=?1 AND name=?2",
 };
 constexpr unsigned kStatementCount = sizeof kStatements / sizeof *kStatements;
-
-constexpr int kPatience = 10000;  // milliseconds to wait for other processes
 
 // The time for which a reader may continue to use a file that has been replaced.
 constexpr std::int64_t kCheckAfter = 500'000'000;  // in nanoseconds
@@ -64,25 +65,39 @@ struct Store {
 
 // Never destroyed, because other threads may still use it while the process ends.
 std::mutex g_mutex;
+// Held while the store's library works, but not while it waits for another process.
+std::mutex g_working;
 constinit Store g_store = {};
 constinit sqlite3* g_parents = nullptr;
 
-// A forked process must not use the parent's connection, not even to close it. The mutex is held
-// across the fork so that no operation is in progress.
+// A forked process must not use the parent's connection, not even to close it. The store's library
+// does not work during the fork, because its own locks would stay taken in the child. The other
+// mutex may belong to a thread that the child does not have.
 void BeforeFork() {
-    g_mutex.lock();
+    g_working.lock();
 }
 void AfterForkInParent() {
-    g_mutex.unlock();
+    g_working.unlock();
 }
 void AfterForkInChild() {
     if (g_store.connection) g_parents = g_store.connection;
     g_store = {};
-    g_mutex.unlock();
+    g_working.unlock();
+    new (&g_mutex) std::mutex;
+}
+
+// Called with g_working while another process has the store. Returns 1 to try again.
+int WaitForOthers(void*, int tries) {
+    constexpr int kPatience = 10000, kFirst = 50;  // milliseconds, of which the first pauses have 1
+    if (tries >= kFirst + (kPatience - kFirst) / 10) return 0;
+    g_working.unlock();
+    std::this_thread::sleep_for(std::chrono::milliseconds(tries < kFirst ? 1 : 10));
+    g_working.lock();
+    return 1;
 }
 
 void CloseAtExit() {
-    const std::lock_guard lock(g_mutex);
+    const std::scoped_lock lock(g_mutex, g_working);
     g_store.Close();
 }
 
@@ -123,7 +138,7 @@ bool Store::Open(const char* file, bool forWriting) {
         Close();
         return false;
     }
-    sqlite3_busy_timeout(connection, kPatience);
+    sqlite3_busy_handler(connection, WaitForOthers, nullptr);
     return true;
 }
 
@@ -154,12 +169,9 @@ void Store::Close() {
 void Store::SetAside() {
     static constexpr const char* kKinds[] = {"", "-journal"};
     Close();
-    const char* slash = std::strrchr(path, '/');
-    char folderPath[PATH_MAX];
-    std::snprintf(folderPath, sizeof folderPath, "%.*s", static_cast<int>(slash - path), path);
-    const OpenDescriptor folder(open(folderPath, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!folder.IsOpen()) return;
-    const FolderLock lock(folder.Get());
+    const OpenDescriptor file(open(path, O_RDWR | O_CLOEXEC));
+    if (!file.IsOpen()) return;
+    const FileLock lock(file.Get());
     if (!lock.IsTaken()) return;
     struct stat status;
     char aside[2][PATH_MAX + 32];
@@ -179,6 +191,7 @@ void Store::SetAside() {
 
 StoreRun::StoreRun(StoreQuery query) {
     g_mutex.lock();
+    g_working.lock();
     const ConfigPath path("registry.db");
     if (path.Get() && g_store.Open(path.Get(), query == StoreQuery::kWrite))
         m_statement = g_store.Statement(query);
@@ -186,6 +199,7 @@ StoreRun::StoreRun(StoreQuery query) {
 
 StoreRun::~StoreRun() {
     if (m_statement) sqlite3_reset(m_statement);
+    g_working.unlock();
     g_mutex.unlock();
 }
 

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstring>
 
 #include "osutil/platform/posix/file/descriptor.h"
 #include "osutil/platform/posix/file/errors.h"
@@ -15,20 +16,21 @@ namespace genutil::platform {
 
 namespace {
 
+// O_NONBLOCK: opening does not wait for the other end of a pipe.
 int FlagsOf(Opening opening) {
     switch (opening) {
         case Opening::kRead:
-            return O_RDONLY | O_NONBLOCK;  // O_NONBLOCK: does not wait for the writer of a pipe
+            return O_RDONLY | O_NONBLOCK;
         case Opening::kCreate:
             return O_WRONLY | O_CREAT | O_EXCL;
         case Opening::kCreateOrTruncate:
-            return O_WRONLY | O_CREAT | O_TRUNC;
+            return O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK;
         case Opening::kCreateOrAppend:
             return O_RDWR | O_CREAT | O_APPEND;
         case Opening::kAppend:
             break;
     }
-    return O_WRONLY | O_APPEND;
+    return O_WRONLY | O_APPEND | O_NONBLOCK;
 }
 
 FileCode CodeOf(int result) {
@@ -43,6 +45,15 @@ File::File(const char* path, Opening opening) {
     const SystemPath name(path);
     m_handle = name.Get() ? open(name.Get(), FlagsOf(opening) | O_CLOEXEC | O_NOCTTY, 0666) : -1;
     m_code = m_handle >= 0 ? kDone : FileCodeOf(errno);
+    if (m_handle < 0 || opening == Opening::kRead) return;
+    // Writing waits for a slow reader. A pipe opened for both directions has only itself as one.
+    struct stat status;
+    const int file = static_cast<int>(m_handle);
+    if (fcntl(file, F_SETFL, FlagsOf(opening) & O_APPEND) == 0 && fstat(file, &status) == 0 &&
+        !(opening == Opening::kCreateOrAppend && S_ISFIFO(status.st_mode)))
+        return;
+    m_code = kFailed;
+    Close();
 }
 
 std::int64_t File::Size() const {
@@ -79,6 +90,14 @@ bool Exists(const char* path) {
     const SystemPath name(path);
     struct stat status;
     return name.Get() && lstat(name.Get(), &status) == 0;
+}
+
+bool NameFits(const char* path) {
+    constexpr std::size_t kLongest = 255, kEnding = 4;
+    const SystemPath name(path);
+    if (!name.Get()) return true;
+    const char* const slash = std::strrchr(name.Get(), '/');
+    return std::strlen(slash ? slash + 1 : name.Get()) <= kLongest - kEnding;
 }
 
 FileCode MakeDirectory(const char* path) {

@@ -96,6 +96,15 @@ std::uint16_t ToLower(std::uint16_t character) {
     return MapCase(character, u_tolower, u_toupper);
 }
 
+bool HasCollation() {
+    static const bool has = [] {
+        char name[32];
+        CopyPlainName(name, sizeof name, LocaleFromEnvironment("LC_COLLATE"));
+        return *name != 0;
+    }();
+    return has;
+}
+
 int Collate(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b,
             std::size_t bLength) {
     if (const UCollator* collator = UserCollator())

@@ -2,68 +2,25 @@
 #include "osutil/platform/process/processes.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <signal.h>
 #include <spawn.h>
-#include <sys/stat.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <mutex>
 
-#include "genutil/allocate.h"
-#include "genutil/ascii.h"
 #include "osutil/platform/file/path_units.h"
 #include "osutil/platform/posix/file/paths.h"
+#include "osutil/platform/posix/process/child.h"
+#include "osutil/process/address.h"
 #include "osutil/process/command_line.h"
 
 namespace genutil::platform {
 
 namespace {
-
-// -- Children that are not waited for
-// --------------------------------------------------------------
-
-// The system keeps the record of an ended child until it is waited for. This is done when another
-// one is started.
-class Children {
-  public:
-    void Adopt(pid_t child) {
-        const std::lock_guard<std::mutex> lock(m_lock);
-        auto* node = static_cast<Node*>(Allocate(sizeof(Node)));
-        if (!node) return;  // its record remains until the process ends
-        *node = {child, m_first};
-        m_first = node;
-    }
-    void Reap() {
-        const std::lock_guard<std::mutex> lock(m_lock);
-        for (Node** link = &m_first; *link;) {
-            Node* const node = *link;
-            if (waitpid(node->child, nullptr, WNOHANG) == 0) {
-                link = &node->next;
-                continue;
-            }
-            *link = node->next;
-            Release(node);
-        }
-    }
-
-  private:
-    struct Node {
-        pid_t child;
-        Node* next;
-    };
-    std::mutex m_lock;
-    Node* m_first = nullptr;
-};
-constinit Children g_children;
 
 // -- Starting ------------------------------------------------------------------------------------
 
@@ -93,8 +50,8 @@ class Command {
     int m_error = ENOMEM;
 };
 
-// The start attributes of a program: no signal is blocked and broken pipes are not ignored,
-// regardless of the calling thread.
+// The start attributes of a program: no signal is blocked or ignored, whatever the calling process
+// does.
 class Start {
   public:
     Start() {
@@ -103,7 +60,7 @@ class Start {
         sigset_t signals;
         sigemptyset(&signals);
         posix_spawnattr_setsigmask(&m_attributes, &signals);
-        sigaddset(&signals, SIGPIPE);
+        sigfillset(&signals);
         posix_spawnattr_setsigdefault(&m_attributes, &signals);
     }
     ~Start() {
@@ -129,6 +86,32 @@ class Start {
         if (m_error) return m_error;
         return posix_spawnp(child, arguments[0], &m_actions, &m_attributes, arguments, environ);
     }
+    // Same as above, but for a program that nobody waits for. Its parent ends at once, so the
+    // system removes its record when it ends.
+    int SpawnDetached(char** arguments) {
+        int ends[2];
+        if (pipe2(ends, O_CLOEXEC) != 0) return errno;
+        // The process in between shares this one's memory, so no signal may be handled in it.
+        sigset_t all, before;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &before);
+        const pid_t between = vfork();
+        if (between == 0) {
+            pid_t child;
+            const int result = Spawn(arguments, &child);
+            _exit(write(ends[1], &result, sizeof result) == sizeof result ? 0 : 1);
+        }
+        int error = errno;
+        pthread_sigmask(SIG_SETMASK, &before, nullptr);
+        close(ends[1]);
+        if (between > 0) {
+            // Not the exit code: a process can ignore those of its children.
+            if (read(ends[0], &error, sizeof error) != sizeof error) error = ECHILD;
+            while (waitpid(between, nullptr, 0) < 0 && errno == EINTR) continue;
+        }
+        close(ends[0]);
+        return error;
+    }
 
   private:
     void Note(int error) {
@@ -140,44 +123,6 @@ class Start {
     int m_flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
     int m_error = 0;
 };
-
-// -- Ending --------------------------------------------------------------------------------------
-
-long ExitCode(pid_t child) {
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0)
-        if (errno != EINTR) return 1;  // the process lets the system reap its children
-    return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
-}
-
-// Returns true if a child ends within this time. A program may close its output shortly before it
-// ends.
-bool EndsSoon(pid_t child) {
-    using Clock = std::chrono::steady_clock;
-    constexpr int kMilliseconds = 250;
-    const auto handle = static_cast<int>(syscall(SYS_pidfd_open, child, 0));
-    if (handle >= 0) {
-        pollfd wait = {handle, POLLIN, 0};
-        // The limit is absolute, because a process with a timer of its own is interrupted
-        // repeatedly.
-        const auto limit = Clock::now() + std::chrono::milliseconds(kMilliseconds);
-        int ready, left = kMilliseconds;
-        while ((ready = poll(&wait, 1, left)) < 0 && errno == EINTR) {
-            const auto rest = std::chrono::floor<std::chrono::milliseconds>(limit - Clock::now());
-            left = std::max(0, static_cast<int>(rest.count()));
-        }
-        close(handle);
-        return ready > 0;
-    }
-    for (int waited = 0; waited < kMilliseconds; ++waited) {
-        siginfo_t info = {};
-        if (waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOHANG | WNOWAIT) != 0 ||
-            info.si_pid == child)
-            return true;
-        usleep(1000);
-    }
-    return false;
-}
 
 // Passes on output until the other end is closed. Returns false if it was not read to its end.
 bool ReadAll(int file, TakeOutput take, void* context) {
@@ -193,7 +138,7 @@ bool ReadAll(int file, TakeOutput take, void* context) {
 }  // namespace
 
 long RunProgram(const char* commandLine, TakeOutput take, void* context) {
-    g_children.Reap();
+    ReapAdopted();
     const Command command(commandLine);
     if (command.Error()) return command.Error();
     int ends[2];
@@ -206,26 +151,24 @@ long RunProgram(const char* commandLine, TakeOutput take, void* context) {
     const bool whole = error == 0 && ReadAll(ends[0], take, context);
     close(ends[0]);
     if (error) return error;
+    Child running(child);
     if (!whole) {
-        kill(child, SIGKILL);
-        ExitCode(child);
+        running.Kill();
+        running.ExitCode();
         return 1;
     }
-    if (EndsSoon(child)) return ExitCode(child);
-    g_children.Adopt(child);
+    // A program may close its output shortly before it ends.
+    if (running.EndsWithin(250)) return running.ExitCode();
+    Adopt(&running);
     return kStillActive;
 }
 
 unsigned long StartProgram(const char* commandLine) {
-    g_children.Reap();
     const Command command(commandLine);
     if (command.Error()) return static_cast<unsigned long>(command.Error());
     Start start;
     start.StandardFilesOnly();
-    pid_t child = 0;
-    const int error = start.Spawn(command.Arguments(), &child);
-    if (error == 0) g_children.Adopt(child);
-    return static_cast<unsigned long>(error);
+    return static_cast<unsigned long>(start.SpawnDetached(command.Arguments()));
 }
 
 void DescribeError(unsigned long error, char* out, std::size_t size) {
@@ -233,22 +176,10 @@ void DescribeError(unsigned long error, char* out, std::size_t size) {
     std::snprintf(out, size, "%s", text ? text : "");
 }
 
-namespace {
-
-// Returns true if a text begins with a scheme: at least two characters, of which the first is a
-// letter. A leading "-" would make it an option of the program.
-bool IsAddress(const char* text) {
-    const std::size_t length =
-        std::strspn(text, "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+-.");
-    return IsAsciiLetter(*text) && length > 1 && text[length] == ':';
-}
-
-}  // namespace
-
 // Opens an existing file by its full name, since the program starts in another directory, or an
 // address.
 bool OpenDocument(const char* path) {
-    g_children.Reap();
+    ReapAdopted();
     const SystemPath name(path);
     if (!name.Get()) return false;
     char* const full = realpath(name.Get(), nullptr);
@@ -261,9 +192,16 @@ bool OpenDocument(const char* path) {
     start.Directory(TemporaryFolder());
     pid_t child = 0;
     const bool started = start.Spawn(arguments, &child) == 0;
-    if (started) g_children.Adopt(child);
     std::free(full);
-    return started;
+    if (!started) return false;
+    // It reports soon whether a program could be started, unless it is that program itself.
+    Child opening(child);
+    if (opening.EndsWithin(1000)) {
+        const long code = opening.ExitCode();
+        return code == 0 || code == kUnknownExitCode;
+    }
+    Adopt(&opening);
+    return true;
 }
 
 bool ReadVariable(const char* name, char* out, std::size_t size) {

@@ -1,16 +1,20 @@
 // The machine as described by /proc and /etc.
 #include "osutil/platform/system/machine.h"
 
+#include <sched.h>
 #include <sys/resource.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <climits>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <iterator>
 
 #include "osutil/platform/posix/file/paths.h"
+#include "osutil/platform/posix/system/group_limits.h"
 
 namespace genutil::platform {
 
@@ -48,7 +52,7 @@ bool TakeValue(char* line, const char* key, char* out, std::size_t size) {
 
 }  // namespace
 
-bool ReadSystemName(char* out, std::size_t size) {
+void ReadSystemName(char* out, std::size_t size) {
     char name[512] = "";  // also the maximum length of a line
     for (const char* path : {"/etc/os-release", "/usr/lib/os-release"}) {
         std::FILE* const file = std::fopen(path, "re");
@@ -62,7 +66,27 @@ bool ReadSystemName(char* out, std::size_t size) {
     utsname system;
     if (!*name && uname(&system) == 0) std::snprintf(name, sizeof name, "%s", system.sysname);
     NameText(*name ? name : "Linux").CopyTo(out, size);
-    return true;
+}
+
+void ReadProgramPath(char* out, std::size_t size) {
+    char path[PATH_MAX];
+    const ssize_t length = readlink("/proc/self/exe", path, sizeof path - 1);
+    path[length > 0 ? length : 0] = 0;
+    NameText(path).CopyTo(out, size);
+}
+
+int CountProcessors() {
+    // A machine may have more processors than a set has room for.
+    int count = static_cast<int>(sysconf(_SC_NPROCESSORS_ONLN));
+    cpu_set_t allowed;
+    if (sched_getaffinity(0, sizeof allowed, &allowed) == 0) count = CPU_COUNT(&allowed);
+    return std::max(
+        1, std::min(count, ReadGroupLimits("/sys/fs/cgroup", "/proc/self/cgroup").processors));
+}
+
+std::uint64_t UsableMemory() {
+    return std::min(ReadMemory().totalPhysical,
+                    ReadGroupLimits("/sys/fs/cgroup", "/proc/self/cgroup").memory);
 }
 
 void ReadHostName(char* out, std::size_t size) {

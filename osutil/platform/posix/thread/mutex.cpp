@@ -43,8 +43,9 @@ bool TakeSoon(Mutex* mutex) {
     return false;
 }
 
-// Takes the mutex with the mark set, because it is not known whether others still sleep.
-void TakeBusyMutex(Mutex* mutex, ThisThread& self) {
+// Takes the mutex with the mark set, because it is not known whether others still sleep. A thread
+// whose limit has passed leaves the mark as well: it may have been woken in place of another.
+unsigned TakeBusyMutex(Mutex* mutex, ThisThread& self, const Deadline& deadline) {
     std::uint32_t state = mutex->state.load(std::memory_order_relaxed);
     for (;;) {
         const std::uint32_t next = state == 0 ? self.id | kAwaited : state | kAwaited;
@@ -52,26 +53,23 @@ void TakeBusyMutex(Mutex* mutex, ThisThread& self) {
                                  state, next, std::memory_order_acquire, std::memory_order_relaxed))
             continue;
         if (state == 0) break;
-        FutexWait(&mutex->state, next);
+        if (!FutexWait(&mutex->state, next, deadline)) return kTimedOut;
         state = mutex->state.load(std::memory_order_relaxed);
     }
     mutex->levels = 1;
     self.Hold(*mutex);
+    return 0;
 }
 
 }  // namespace
 
-unsigned WaitMutex(Mutex* mutex) {
-    const unsigned error = TryMutex(mutex);
-    if (error != EBUSY) return error;
-    if (!TakeSoon(mutex)) TakeBusyMutex(mutex, CurrentThread());
-    return 0;
-}
-
-unsigned TryMutex(Mutex* mutex) {
+unsigned WaitMutex(Mutex* mutex, std::uint32_t limit) {
     if (!mutex) return EINVAL;
-    CurrentThread();  // gives the thread its id
-    return TakeMutexAtOnce(mutex) ? 0 : EBUSY;
+    ThisThread& self = CurrentThread();  // gives the thread its id
+    if (TakeMutexAtOnce(mutex)) return 0;
+    if (limit == 0) return kTimedOut;
+    const Deadline deadline(limit);
+    return TakeSoon(mutex) ? 0 : TakeBusyMutex(mutex, self, deadline);
 }
 
 unsigned WakeForMutex(const void* mutex) {

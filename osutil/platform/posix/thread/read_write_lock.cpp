@@ -15,8 +15,8 @@ enum SleeperKind : std::uint32_t { kSleepingReader = 1, kSleepingWriter = 2 };
 
 static_assert(std::endian::native == std::endian::little, "the lower half has the state's address");
 
-void Sleep(_osrdwr* lock, std::uint64_t state, SleeperKind kind) {
-    FutexWait(&lock->state, static_cast<std::uint32_t>(state), kind);
+bool Sleep(_osrdwr* lock, std::uint64_t state, const Deadline& deadline, SleeperKind kind) {
+    return FutexWait(&lock->state, static_cast<std::uint32_t>(state), deadline, kind);
 }
 
 void Abandon(HeldLock* lock) {
@@ -52,16 +52,21 @@ void FreeReadWriteLock(_osrdwr* lock) {
     delete lock;
 }
 
-void SleepAsReader(_osrdwr* lock) {
+unsigned SleepAsReader(_osrdwr* lock, std::uint32_t limit) {
+    const Deadline deadline(limit);
     for (;;) {
         const std::uint64_t state = lock->state.load(std::memory_order_acquire);
-        if (!(state & kWriting)) return;
-        Sleep(lock, state, kSleepingReader);
+        if (!(state & kWriting)) return 0;
+        if (Sleep(lock, state, deadline, kSleepingReader)) continue;
+        ReadRelease(lock);
+        return kTimedOut;
     }
 }
 
-// Takes the lock with the mark set, because it is not known whether others still sleep.
-void TakeBusyLock(_osrdwr* lock) {
+// Takes the lock with the mark set, because it is not known whether others still sleep. A thread
+// whose limit has passed leaves the mark as well: it may have been woken in place of another.
+unsigned TakeBusyLock(_osrdwr* lock, std::uint32_t limit) {
+    const Deadline deadline(limit);
     std::uint64_t state = lock->state.load(std::memory_order_relaxed);
     for (;;) {
         const bool isFree = (state & ~kWriterSleeps) == 0;
@@ -69,8 +74,8 @@ void TakeBusyLock(_osrdwr* lock) {
         if (next != state && !lock->state.compare_exchange_weak(
                                  state, next, std::memory_order_acquire, std::memory_order_relaxed))
             continue;
-        if (isFree) return;
-        Sleep(lock, next, kSleepingWriter);
+        if (isFree) return 0;
+        if (!Sleep(lock, next, deadline, kSleepingWriter)) return kTimedOut;
         state = lock->state.load(std::memory_order_relaxed);
     }
 }

@@ -1,25 +1,30 @@
 // Semaphores with queue places. The system's own give a unit to the first thread that arrives after
 // it, so a thread that signals and then waits could take the unit meant for another one, and both
 // would sleep.
-#include <atomic>
-
 #include "genutil/allocate.h"
 #include "osutil/platform/posix/thread/futex.h"
 #include "osutil/platform/thread/threading.h"
 
 namespace genutil::platform {
 
-// Both numbers wrap around. Their difference is the number of units.
+// The places without a unit, in their order.
 struct Semaphore {
-    std::atomic<std::uint32_t> queued;    // places given to waiters
-    std::atomic<std::uint32_t> released;  // places below it have received their unit
+    Place* first;
+    Place* last;
+    std::uint32_t forks;  // of the process whose threads have the places
 };
 
 namespace {
 
-// Sleeping threads are distinguished by the last bits of their place.
-std::uint32_t KindOf(std::uint32_t place) {
-    return std::uint32_t{1} << place % 32;
+void Remove(Semaphore* semaphore, Place* place) {
+    (place->previous ? place->previous->next : semaphore->first) = place->next;
+    (place->next ? place->next->previous : semaphore->last) = place->previous;
+}
+
+// In the child of a fork, their stacks are used for other threads.
+void ForgetThreadsOfParent(Semaphore* semaphore) {
+    const std::uint32_t forks = CountForks();
+    if (semaphore->forks != forks) *semaphore = {nullptr, nullptr, forks};
 }
 
 }  // namespace
@@ -29,26 +34,39 @@ unsigned MakeSemaphore(Semaphore** semaphore) {
     return *semaphore ? 0 : ENOMEM;
 }
 
-std::uint32_t QueueForSemaphore(Semaphore* semaphore) {
-    return semaphore ? semaphore->queued.fetch_add(1, std::memory_order_relaxed) : 0;
+void QueueForSemaphore(Semaphore* semaphore, Place* place) {
+    if (!semaphore) return;
+    ForgetThreadsOfParent(semaphore);
+    place->previous = semaphore->last;
+    place->next = nullptr;
+    place->hasUnit.store(0, std::memory_order_relaxed);
+    (semaphore->last ? semaphore->last->next : semaphore->first) = place;
+    semaphore->last = place;
 }
 
-unsigned WaitSemaphore(Semaphore* semaphore, std::uint32_t place) {
+unsigned WaitSemaphore(Semaphore* semaphore, Place* place, std::uint32_t limit) {
     if (!semaphore) return EINVAL;
-    for (;;) {
-        const std::uint32_t released = semaphore->released.load(std::memory_order_acquire);
-        if (static_cast<std::int32_t>(released - place) > 0) return 0;
-        FutexWait(&semaphore->released, released, KindOf(place));
-    }
+    const Deadline deadline(limit);
+    while (place->hasUnit.load(std::memory_order_acquire) == 0)
+        if (!FutexWait(&place->hasUnit, 0, deadline)) return kTimedOut;
+    return 0;
+}
+
+bool TakesUnitAfterAll(Semaphore* semaphore, Place* place) {
+    if (place->hasUnit.load(std::memory_order_acquire) != 0) return true;
+    Remove(semaphore, place);
+    return false;
 }
 
 unsigned ReleaseSemaphore(Semaphore* semaphore, int count) {
     if (!semaphore) return EINVAL;
-    const auto units = static_cast<std::uint32_t>(count);
-    const std::uint32_t first = semaphore->released.fetch_add(units, std::memory_order_release);
-    std::uint32_t kinds = 0;
-    for (std::uint32_t i = 0; i < units && i < 32; ++i) kinds |= KindOf(first + i);
-    FutexWake(&semaphore->released, INT_MAX, kinds);
+    ForgetThreadsOfParent(semaphore);
+    for (; count > 0 && semaphore->first; --count) {
+        Place* place = semaphore->first;
+        Remove(semaphore, place);
+        place->hasUnit.store(1, std::memory_order_release);  // the place may end here
+        FutexWake(&place->hasUnit, 1);
+    }
     return 0;
 }
 

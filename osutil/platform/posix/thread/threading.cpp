@@ -5,8 +5,11 @@
 #include <unistd.h>
 
 #include "genutil/allocate.h"
+#include "osutil/platform/posix/thread/futex.h"
 
 namespace genutil::platform {
+
+const unsigned kTimedOut = ETIMEDOUT;
 
 // -- Threads -------------------------------------------------------------------------------------
 
@@ -15,14 +18,26 @@ struct Thread {
     pthread_t system;
     pthread_mutex_t joining;
     bool joined;
+    unsigned exitCode;  // once joined
 };
 
 namespace {
 
 void* RunTask(void* block) {
     auto* task = static_cast<ThreadTask*>(block);
-    task->run(task);
-    return nullptr;
+    return reinterpret_cast<void*>(static_cast<std::uintptr_t>(task->run(task)));
+}
+
+// A wait without a limit uses the calls that every tool knows.
+int Lock(pthread_mutex_t* mutex, const Deadline& deadline) {
+    const timespec* end = deadline.Time();
+    return end ? pthread_mutex_clocklock(mutex, CLOCK_MONOTONIC, end) : pthread_mutex_lock(mutex);
+}
+
+int Join(pthread_t thread, void** result, const Deadline& deadline) {
+    const timespec* end = deadline.Time();
+    return end ? pthread_clockjoin_np(thread, result, CLOCK_MONOTONIC, end)
+               : pthread_join(thread, result);
 }
 
 }  // namespace
@@ -41,11 +56,18 @@ unsigned StartThread(ThreadTask* task, Thread** thread) {
     return 0;
 }
 
-unsigned WaitForThreadEnd(Thread* thread) {
+unsigned WaitForThreadEnd(Thread* thread, std::uint32_t limit, unsigned* exitCode) {
     if (!thread) return EINVAL;
-    pthread_mutex_lock(&thread->joining);
-    const int error = thread->joined ? 0 : pthread_join(thread->system, nullptr);
-    if (!error) thread->joined = true;
+    const Deadline deadline(limit);
+    int error = Lock(&thread->joining, deadline);
+    if (error) return static_cast<unsigned>(error);
+    if (!thread->joined) {
+        void* result = nullptr;
+        error = Join(thread->system, &result, deadline);
+        thread->joined = error == 0;
+        thread->exitCode = static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(result));
+    }
+    if (!error && exitCode) *exitCode = thread->exitCode;
     pthread_mutex_unlock(&thread->joining);
     return static_cast<unsigned>(error);
 }
@@ -84,8 +106,11 @@ void LeaveThread(void*) {
                   // called again
 }
 
+std::atomic<std::uint32_t> g_forks{0};
+
 // In the child of a fork, the only thread continues under a new id with the locks that it holds.
 void RenewThread() {
+    g_forks.fetch_add(1, std::memory_order_relaxed);
     ThisThread& self = t_thisThread;
     if (!self.id) return;
     self.id = static_cast<std::uint32_t>(gettid());
@@ -107,6 +132,10 @@ bool EnterThread() {
     static const EndKey s_end;
     t_thisThread.id = static_cast<std::uint32_t>(gettid());
     return s_end.valid && pthread_setspecific(s_end.key, &t_thisThread) == 0;
+}
+
+std::uint32_t CountForks() {
+    return g_forks.load(std::memory_order_relaxed);
 }
 
 bool SetThreadPointer(void* pointer, void (*atEnd)(void*), void (*renewed)(void*)) {

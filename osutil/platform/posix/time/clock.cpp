@@ -8,6 +8,12 @@ std::int64_t SecondsNow() {
     return time(nullptr);
 }
 
+std::int64_t MillisecondsNow() {
+    timespec now;
+    clock_gettime(CLOCK_REALTIME, &now);
+    return std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1000000;
+}
+
 WallClock ReadWallClock() {
     timespec now;
     clock_gettime(CLOCK_REALTIME, &now);

@@ -107,6 +107,11 @@ bool Exists(const char* path) {
     return name.Get() && GetFileAttributesW(name.Get()) != INVALID_FILE_ATTRIBUTES;
 }
 
+bool NameFits(const char* path) {
+    const PathUnits units(path);
+    return units.Count() < MAX_PATH;
+}
+
 FileCode MakeDirectory(const char* path) {
     const SystemPath name(path);
     return CodeOf(name.Get() && CreateDirectoryW(name.Get(), nullptr));

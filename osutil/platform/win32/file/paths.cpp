@@ -14,6 +14,18 @@ namespace {
 // Paths of directories must leave room for a name of 12 characters below MAX_PATH.
 constexpr std::size_t kLongPath = MAX_PATH - 12;
 
+bool IsSeparator(wchar_t c) {
+    return c == L'\\' || c == L'/';
+}
+
+// Returns true if a relative path becomes a long one, because the current directory has a long
+// path.
+bool IsLongFromHere(const wchar_t* path) {
+    const bool isFull = (IsSeparator(path[0]) && IsSeparator(path[1])) ||
+                        (path[0] && path[1] == L':' && IsSeparator(path[2]));
+    return !isFull && GetFullPathNameW(path, 0, nullptr, nullptr) > kLongPath;
+}
+
 }  // namespace
 
 SystemPath::SystemPath(const char* path) : m_units(path) {
@@ -41,7 +53,7 @@ SystemPath::SystemPath(const wchar_t* directory, const wchar_t* name) : m_units(
 }
 
 void SystemPath::Take(const wchar_t* path, std::size_t length) {
-    if (length < kLongPath || std::wcsncmp(path, L"\\\\?\\", 4) == 0)
+    if (std::wcsncmp(path, L"\\\\?\\", 4) == 0 || (length < kLongPath && !IsLongFromHere(path)))
         m_path = path;
     else if (Extend(path))
         m_path = m_extended.Get();

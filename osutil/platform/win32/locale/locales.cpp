@@ -59,6 +59,10 @@ std::uint16_t ToLower(std::uint16_t character) {
     return MapCase(character, LCMAP_LOWERCASE);
 }
 
+bool HasCollation() {
+    return true;
+}
+
 int Collate(const std::uint16_t* a, std::size_t aLength, const std::uint16_t* b,
             std::size_t bLength) {
     const int result = CompareStringW(LOCALE_USER_DEFAULT, 0, AsWide(a), static_cast<int>(aLength),

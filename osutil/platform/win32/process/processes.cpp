@@ -1,9 +1,14 @@
 // Programs started with CreateProcess and documents with ShellExecuteEx.
 #include "osutil/platform/process/processes.h"
 
+#include <algorithm>
+#include <string_view>
+
+#include "genutil/allocate.h"
 #include "osutil/platform/file/path_units.h"
 #include "osutil/platform/win32/file/paths.h"
 #include "osutil/platform/win32/scoped_handle.h"
+#include "osutil/process/address.h"
 
 namespace genutil::platform {
 
@@ -11,6 +16,28 @@ namespace {
 
 wchar_t* Wide(const PathUnits& units) {
     return reinterpret_cast<wchar_t*>(units.Get());
+}
+
+// Returns true if a line starts a batch file with characters that mean more to the shell which runs
+// it than to the quoting rules of programs. "&" in an argument would start another program.
+bool ShellWouldReadMore(const wchar_t* line) {
+    while (*line == L' ' || *line == L'\t') ++line;
+    const bool quoted = *line == L'"';
+    if (quoted) ++line;
+    const std::wstring_view rest(line);
+    const std::size_t end = std::min(rest.find_first_of(quoted ? L"\"" : L" \t"), rest.size());
+    std::wstring_view name = rest.substr(0, end);
+    // The system ignores blanks and dots at the end of a name.
+    while (!name.empty() && (name.back() == L' ' || name.back() == L'.')) name.remove_suffix(1);
+    const auto endsIn = [&](const wchar_t* extension) {
+        return name.size() >= 4 && CompareStringOrdinal(name.data() + name.size() - 4, 4, extension,
+                                                        4, TRUE) == CSTR_EQUAL;
+    };
+    if (!endsIn(L".bat") && !endsIn(L".cmd")) return false;
+    const std::wstring_view arguments = rest.substr(end);
+    return arguments.find_first_of(L"%!^&|<>\r\n") != arguments.npos ||
+           arguments.find(L"\\\"") != arguments.npos ||
+           arguments.find(L"\"\"", quoted ? 1 : 0) != arguments.npos;
 }
 
 // The size of a pipe, and of one read from it.
@@ -39,18 +66,61 @@ struct Pipe {
     }
 };
 
+// The handles that a program inherits. Others that are inheritable at this moment, such as those
+// of another thread that starts a program, would stay open in it.
+class InheritedHandles {
+  public:
+    void Add(HANDLE handle) {
+        DWORD flags;
+        if (handle && GetHandleInformation(handle, &flags) && (flags & HANDLE_FLAG_INHERIT))
+            m_handles[m_count++] = handle;
+    }
+    // Returns false, with the last error, if the list cannot be made.
+    bool Make() {
+        SIZE_T size = 0;
+        InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+        m_memory.Reset(static_cast<char*>(Allocate(size)));
+        auto* const list = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(m_memory.Get());
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        if (!list || !InitializeProcThreadAttributeList(list, 1, 0, &size)) return false;
+        m_list = list;
+        return UpdateProcThreadAttribute(list, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, m_handles,
+                                         m_count * sizeof(HANDLE), nullptr, nullptr) != 0;
+    }
+    LPPROC_THREAD_ATTRIBUTE_LIST Get() const { return m_list; }
+    InheritedHandles() = default;
+    InheritedHandles(const InheritedHandles&) = delete;
+    InheritedHandles& operator=(const InheritedHandles&) = delete;
+    ~InheritedHandles() {
+        if (m_list) DeleteProcThreadAttributeList(m_list);
+    }
+
+  private:
+    HANDLE m_handles[3];
+    std::size_t m_count = 0;
+    Owned<char> m_memory;
+    LPPROC_THREAD_ATTRIBUTE_LIST m_list = nullptr;
+};
+
 DWORD StartInto(const PathUnits& line, const Pipe& pipe, ScopedObject* process) {
-    STARTUPINFOW start = {};
-    start.cb = sizeof start;
+    STARTUPINFOEXW extended = {};
+    STARTUPINFOW& start = extended.StartupInfo;
+    start.cb = sizeof extended;
     start.dwFlags = STARTF_USESTDHANDLES | STARTF_USESHOWWINDOW;
     start.wShowWindow = SW_HIDE;
     start.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
     start.hStdOutput = pipe.write.Get();
     start.hStdError = pipe.writeDouble.Get();
+    InheritedHandles handles;
+    for (const HANDLE handle : {start.hStdInput, start.hStdOutput, start.hStdError})
+        handles.Add(handle);
+    if (!handles.Make()) return GetLastError();
+    extended.lpAttributeList = handles.Get();
     PROCESS_INFORMATION child = {};
-    if (!CreateProcessW(nullptr, Wide(line), nullptr, nullptr, TRUE,
-                        CREATE_NEW_CONSOLE | CREATE_NEW_PROCESS_GROUP, nullptr, nullptr, &start,
-                        &child))
+    if (!CreateProcessW(
+            nullptr, Wide(line), nullptr, nullptr, TRUE,
+            CREATE_NEW_CONSOLE | CREATE_NEW_PROCESS_GROUP | EXTENDED_STARTUPINFO_PRESENT, nullptr,
+            nullptr, &start, &child))
         return GetLastError();
     const ScopedObject thread(child.hThread);
     *process->Place() = child.hProcess;
@@ -72,6 +142,7 @@ bool ReadAll(HANDLE pipe, TakeOutput take, void* context) {
 long RunProgram(const char* commandLine, TakeOutput take, void* context) {
     const PathUnits line(commandLine);
     if (!line.Get()) return ERROR_NOT_ENOUGH_MEMORY;
+    if (ShellWouldReadMore(Wide(line))) return ERROR_BAD_ARGUMENTS;
     Pipe pipe;
     ScopedObject process;
     DWORD error = pipe.Make();
@@ -91,6 +162,7 @@ long RunProgram(const char* commandLine, TakeOutput take, void* context) {
 unsigned long StartProgram(const char* commandLine) {
     const PathUnits line(commandLine);
     if (!line.Get()) return ERROR_NOT_ENOUGH_MEMORY;
+    if (ShellWouldReadMore(Wide(line))) return ERROR_BAD_ARGUMENTS;
     STARTUPINFOW start = {};
     start.cb = sizeof start;
     PROCESS_INFORMATION child = {};
@@ -111,15 +183,39 @@ void DescribeError(unsigned long error, char* out, std::size_t size) {
     LocalFree(text);
 }
 
+namespace {
+
+class FullPath {
+  public:
+    explicit FullPath(const wchar_t* path) {
+        const DWORD size = *path ? GetFullPathNameW(path, 0, nullptr, nullptr) : 0;
+        wchar_t* const out = size ? m_buffer.Reserve(size) : nullptr;
+        if (out && GetFullPathNameW(path, size, out, nullptr) < size) m_path = out;
+    }
+    const wchar_t* Get() const { return m_path; }  // null if there is none
+
+  private:
+    PathBuffer<wchar_t> m_buffer;
+    const wchar_t* m_path = nullptr;
+};
+
+}  // namespace
+
 bool OpenDocument(const char* path) {
     const PathUnits document(path);
     wchar_t temporary[MAX_PATH + 1] = {};
     if (!document.Get() || GetTempPathW(MAX_PATH + 1, temporary) == 0) return false;
+    // The shell would look for a relative name in the temporary directory, where anybody can put a
+    // file of that name.
+    const SystemPath name(path);
+    const bool isFile = name.Get() && GetFileAttributesW(name.Get()) != INVALID_FILE_ATTRIBUTES;
+    const FullPath full(isFile ? Wide(document) : L"");
+    if (isFile ? !full.Get() : !IsAddress(path)) return false;
     SHELLEXECUTEINFOW request = {};
     request.cbSize = sizeof request;
     request.fMask = SEE_MASK_NOCLOSEPROCESS;
     request.lpVerb = L"Open";
-    request.lpFile = Wide(document);
+    request.lpFile = isFile ? full.Get() : Wide(document);
     request.lpDirectory = temporary;
     request.nShow = SW_SHOWDEFAULT;
     const bool opened = ShellExecuteExW(&request) != 0;

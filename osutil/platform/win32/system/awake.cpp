@@ -16,7 +16,8 @@ void* FindAwakeFunction(void* library) {
 
 void CallAwakeFunction(void* function, unsigned long flags) {
     using SetState = EXECUTION_STATE(WINAPI*)(EXECUTION_STATE);
-    reinterpret_cast<SetState>(function)(flags);
+    // 0 only ends a single request. A continuous one is ended by the flag alone.
+    reinterpret_cast<SetState>(function)(flags ? flags : ES_CONTINUOUS);
 }
 
 void FreeAwakeLibrary(void* library) {

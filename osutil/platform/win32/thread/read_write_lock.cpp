@@ -28,14 +28,17 @@ struct Lock : _osrdwr {
     unsigned levels;
 };
 
-unsigned WaitForBoth(HANDLE first, HANDLE second) {
-    const HANDLE handles[] = {first, second};
-    const DWORD result = WaitForMultipleObjects(2, handles, TRUE, INFINITE);
-    return result == WAIT_FAILED ? GetLastError() : 0;
+unsigned CodeOf(DWORD result) {
+    return result == WAIT_FAILED ? GetLastError() : result == WAIT_TIMEOUT ? kTimedOut : 0;
 }
 
-unsigned WaitForGuard(HANDLE guard) {
-    return WaitForSingleObject(guard, INFINITE) == WAIT_FAILED ? GetLastError() : 0;
+unsigned WaitForBoth(HANDLE first, HANDLE second, DWORD limit) {
+    const HANDLE handles[] = {first, second};
+    return CodeOf(WaitForMultipleObjects(2, handles, TRUE, limit));
+}
+
+unsigned WaitForGuard(HANDLE guard, DWORD limit) {
+    return CodeOf(WaitForSingleObject(guard, limit));
 }
 
 unsigned ReleaseGuard(HANDLE guard) {
@@ -77,8 +80,8 @@ unsigned MakeReadWriteLock(_osrdwr* lock) {
     return error;
 }
 
-unsigned ReadWait(_osrdwr* lock) {
-    if (const unsigned error = WaitForGuard(lock->guard)) return error;
+unsigned ReadWait(_osrdwr* lock, std::uint32_t limit) {
+    if (const unsigned error = WaitForGuard(lock->guard, limit)) return error;
     ChangeReader(lock, 0, GetCurrentThreadId());
     LONG before = 0;
     ::ReleaseSemaphore(lock->readerCount, 1, &before);
@@ -87,7 +90,7 @@ unsigned ReadWait(_osrdwr* lock) {
 }
 
 unsigned ReadRelease(_osrdwr* lock) {
-    if (const unsigned error = WaitForGuard(lock->guard)) return error;
+    if (const unsigned error = WaitForGuard(lock->guard, INFINITE)) return error;
     if (WaitForSingleObject(lock->readerCount, 0) != WAIT_OBJECT_0) {
         ReleaseGuard(lock->guard);
         return ERROR_NOT_OWNER;  // nobody reads
@@ -101,11 +104,11 @@ unsigned ReadRelease(_osrdwr* lock) {
     return ReleaseGuard(lock->guard);
 }
 
-unsigned WriteWait(_osrdwr* lock) {
+unsigned WriteWait(_osrdwr* lock, std::uint32_t limit) {
     const bool isWriter = lock->writer == GetCurrentThreadId();
     // The writer may also be reading.
-    if (const unsigned error =
-            isWriter ? WaitForGuard(lock->guard) : WaitForBoth(lock->guard, lock->noReaders))
+    if (const unsigned error = isWriter ? WaitForGuard(lock->guard, limit)
+                                        : WaitForBoth(lock->guard, lock->noReaders, limit))
         return error;
     lock->writer = GetCurrentThreadId();
     static_cast<Lock*>(lock)->levels = isWriter ? static_cast<Lock*>(lock)->levels + 1 : 1;

@@ -6,6 +6,9 @@
 
 namespace genutil::platform {
 
+const unsigned kTimedOut = WAIT_TIMEOUT;
+static_assert(kNoLimit == INFINITE);
+
 namespace {
 
 template <class Object>
@@ -24,9 +27,9 @@ unsigned CodeOf(BOOL done) {
 }
 
 // A mutex whose holder has ended is treated as released.
-unsigned Wait(HANDLE handle, DWORD milliseconds = INFINITE) {
-    const DWORD result = WaitForSingleObject(handle, milliseconds);
-    return result == WAIT_FAILED ? GetLastError() : result == WAIT_TIMEOUT ? WAIT_TIMEOUT : 0;
+unsigned Wait(HANDLE handle, DWORD limit) {
+    const DWORD result = WaitForSingleObject(handle, limit);
+    return result == WAIT_FAILED ? GetLastError() : result == WAIT_TIMEOUT ? kTimedOut : 0;
 }
 
 unsigned __stdcall RunTask(void* block) {
@@ -44,8 +47,11 @@ unsigned StartThread(ThreadTask* task, Thread** thread) {
     return Keep(reinterpret_cast<HANDLE>(handle), thread);
 }
 
-unsigned WaitForThreadEnd(Thread* thread) {
-    return Wait(HandleOf(thread));
+unsigned WaitForThreadEnd(Thread* thread, std::uint32_t limit, unsigned* exitCode) {
+    const unsigned error = Wait(HandleOf(thread), limit);
+    DWORD code = 0;
+    if (!error && exitCode && GetExitCodeThread(HandleOf(thread), &code)) *exitCode = code;
+    return error;
 }
 
 void CloseThread(Thread* thread) {
@@ -55,6 +61,10 @@ void CloseThread(Thread* thread) {
 void EndThisThread() {
     _endthreadex(0);
     __builtin_unreachable();
+}
+
+std::uint32_t CountForks() {
+    return 0;
 }
 
 std::uint32_t ThreadId() {
@@ -100,12 +110,8 @@ unsigned MakeMutex(Mutex** mutex) {
     return Keep(::CreateMutexA(nullptr, FALSE, nullptr), mutex);
 }
 
-unsigned WaitMutex(Mutex* mutex) {
-    return Wait(HandleOf(mutex));
-}
-
-unsigned TryMutex(Mutex* mutex) {
-    return Wait(HandleOf(mutex), 0);
+unsigned WaitMutex(Mutex* mutex, std::uint32_t limit) {
+    return Wait(HandleOf(mutex), limit);
 }
 
 unsigned ReleaseMutex(Mutex* mutex, Sharing) {
@@ -122,12 +128,14 @@ unsigned MakeSemaphore(Semaphore** semaphore) {
     return Keep(::CreateSemaphoreA(nullptr, 0, kMostUnits, nullptr), semaphore);
 }
 
-std::uint32_t QueueForSemaphore(Semaphore*) {
-    return 0;
+void QueueForSemaphore(Semaphore*, Place*) {}
+
+unsigned WaitSemaphore(Semaphore* semaphore, Place*, std::uint32_t limit) {
+    return Wait(HandleOf(semaphore), limit);
 }
 
-unsigned WaitSemaphore(Semaphore* semaphore, std::uint32_t) {
-    return Wait(HandleOf(semaphore));
+bool TakesUnitAfterAll(Semaphore* semaphore, Place*) {
+    return Wait(HandleOf(semaphore), 0) == 0;
 }
 
 unsigned ReleaseSemaphore(Semaphore* semaphore, int count) {

@@ -11,6 +11,15 @@ std::int64_t SecondsNow() {
     return _time64(nullptr);
 }
 
+// The system counts 100 ns since 1601.
+std::int64_t MillisecondsNow() {
+    FILETIME now;
+    GetSystemTimeAsFileTime(&now);
+    const auto ticks =
+        static_cast<std::int64_t>(std::uint64_t{now.dwHighDateTime} << 32 | now.dwLowDateTime);
+    return ticks / 10000 - 11644473600000;
+}
+
 WallClock ReadWallClock() {
     SYSTEMTIME now;
     GetLocalTime(&now);

@@ -141,8 +141,8 @@ constexpr std::uint64_t kWriting = 1;
 constexpr std::uint64_t kWriterSleeps = 2;  // a writer may be sleeping until the lock is free
 constexpr std::uint64_t kReader = std::uint64_t{1} << 32;
 
-void SleepAsReader(_osrdwr* lock);
-void TakeBusyLock(_osrdwr* lock);
+unsigned SleepAsReader(_osrdwr* lock, std::uint32_t limit);
+unsigned TakeBusyLock(_osrdwr* lock, std::uint32_t limit);
 void WakeForLock(const void* lock, std::uint64_t state);
 
 inline bool IsWriter(const _osrdwr* lock, const ThisThread& self) {
@@ -155,11 +155,11 @@ inline std::uint64_t WithoutMarkIfFree(std::uint64_t state) {
     return state == kWriterSleeps ? 0 : state;
 }
 
-inline unsigned ReadWait(_osrdwr* lock) {
+inline unsigned ReadWait(_osrdwr* lock, std::uint32_t limit) {
     // Counted at once, whoever holds the lock, so that no writer can begin from then on.
     const std::uint64_t state = lock->state.fetch_add(kReader, std::memory_order_acquire);
     if ((state & kWriting) && !IsWriter(lock, CurrentThread())) [[unlikely]]
-        SleepAsReader(lock);
+        return SleepAsReader(lock, limit);
     return 0;
 }
 
@@ -175,7 +175,7 @@ inline unsigned ReadRelease(_osrdwr* lock) {
     return 0;
 }
 
-inline unsigned WriteWait(_osrdwr* lock) {
+inline unsigned WriteWait(_osrdwr* lock, std::uint32_t limit) {
     ThisThread& self = CurrentThread();
     if (IsWriter(lock, self)) {
         ++lock->levels;
@@ -183,8 +183,9 @@ inline unsigned WriteWait(_osrdwr* lock) {
     }
     std::uint64_t state = 0;
     if (!lock->state.compare_exchange_strong(state, kWriting, std::memory_order_acquire,
-                                             std::memory_order_relaxed)) [[unlikely]]
-        TakeBusyLock(lock);
+                                             std::memory_order_relaxed)) [[unlikely]] {
+        if (const unsigned error = TakeBusyLock(lock, limit)) return error;
+    }
     lock->writer.store(self.id, std::memory_order_relaxed);
     lock->levels = 1;
     self.Hold(*lock);
