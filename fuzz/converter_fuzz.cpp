@@ -61,8 +61,8 @@ Outcome Convert(mbConverter* converter, const std::string& text, Cutter cutter, 
     return outcome;
 }
 
-constexpr int kCodeSets[] = {0,  3,  4,  5,  7,  8,  9,  10, 11, 12, 13,
-                             14, 17, 22, 23, 24, 40, 41, 42, 64, 65};
+constexpr int kCodeSets[] = {0,  3,  4,  5,  7,  8,  9,  10,  11,  12,  13,  14,  17, 22,
+                             23, 24, 40, 41, 42, 64, 65, 100, 103, 105, 111, 112, 113};
 
 }  // namespace
 

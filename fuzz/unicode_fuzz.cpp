@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr int kCodeSets[] = {0,  1,  2,  3,  4,  5,  7,  8,  9,  10, 11, 12, 13,
-                             14, 17, 19, 22, 23, 24, 27, 30, 40, 41, 42, 64, 65};
+constexpr int kCodeSets[] = {0,  1,  2,  3,  4,  5,  7,  8,  9,  10, 11, 12,  13,  14, 17,
+                             19, 22, 23, 24, 27, 30, 40, 41, 42, 64, 65, 100, 101, 110};
 
 int Choose(std::uint8_t byte) {
     return kCodeSets[byte % std::size(kCodeSets)];

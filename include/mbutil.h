@@ -72,7 +72,24 @@ enum mbCodeSet {
     mbIso2022Cn = 41,
     mbIso2022Kr = 42,
     mbUtf16 = 64, /**< converted as little-endian units; a byte-order mark is respected */
-    mbUtf8 = 65   /**< characters are recognised by conversions only; one byte each elsewhere */
+    mbUtf8 = 65,  /**< characters are recognised by conversions only; one byte each elsewhere */
+
+    /* Code sets of conversions only. As the current code set, each of them behaves like an unlisted
+       number. */
+    mbGb18030 = 100, /**< the edition of 2005 */
+    mb8859_11 = 101,
+    mb8859_13 = 102,
+    mb8859_14 = 103,
+    mb8859_16 = 104,
+    mbKoi8R = 105,
+    mbKoi8U = 106,
+    mbDos437 = 107,
+    mbDos850 = 108,
+    mbDos852 = 109,
+    mbDos866 = 110,
+    mbUtf16Be = 111, /**< big-endian units */
+    mbUtf32 = 112,   /**< converted as little-endian units; a byte-order mark is respected */
+    mbUtf32Be = 113  /**< big-endian units */
 };
 
 /** Derives the current code set from the user's locale on every call. Returns the previous code
@@ -104,8 +121,9 @@ GENUTIL_API char* SetCodePage(int ignored, char* dst);
     for null, empty and unknown names. */
 GENUTIL_API int mbGetCodeSet(const char* name);
 
-/** Returns the code set of a MIME character set name such as "shift_jis" or "euc-kr", ignoring
-    letter case. Any other name is passed to mbGetCodeSet. Returns 0 for null and empty names. */
+/** Returns the code set of a MIME character set name such as "shift_jis" or "euc-kr" or of another
+    common name such as "latin1", "windows-31j" or "koi8-r", ignoring letter case. Any other name is
+    passed to mbGetCodeSet. Returns 0 for null and empty names. */
 GENUTIL_API int mbGetCodeSetFromCharset(const char* name);
 
 /** Writes the MIME character set name of a code set. The name is empty if the code set has none,
@@ -494,14 +512,15 @@ typedef struct mbConversion {
 
 /** Converts between any two code sets. There is no limit on the length, and characters that cannot
     be converted are reported. Each of them is replaced with one visible substitute: the geta mark
-    in Japanese code sets, U+FFFD in UTF-8 and UTF-16, "?" elsewhere. Text that remains in its code
-    set keeps its characters as they are, and its invalid bytes are replaced. Returns 1 if all of
-   src was converted. Returns 0 if dst was too small, in which case it contains the characters that
-   fitted, or if a code set is unknown, in which case nothing is consumed.
+    in Japanese code sets, U+FFFD in UTF-8, UTF-16 and UTF-32, "?" elsewhere. Text that remains in
+   its code set keeps its characters as they are, and its invalid bytes are replaced. Returns 1 if
+   all of src was converted. Returns 0 if dst was too small, in which case it contains the
+   characters that fitted, or if a code set is unknown, in which case nothing is consumed.
     @param src the source text of srcLength bytes; NUL is an ordinary character.
     @param srcLength length of src in bytes.
     @param fromCodeSet the code set of src.
-    @param dst receives at most dstSize - 1 bytes and one NUL (UTF-16: dstSize - 2 and two).
+    @param dst receives at most dstSize - 1 bytes and one NUL (UTF-16: dstSize - 2 and two, UTF-32:
+        dstSize - 4 and four).
     @param dstSize size of dst in bytes; mbConvertBound returns a sufficient size.
     @param toCodeSet the code set of dst.
     @param conversion receives the report; may be null. */

@@ -24,10 +24,26 @@ enum class CodeForm : std::uint8_t {
     kIso2022Jp,
     kIso2022Cn,
     kIso2022Kr,
+    kGb18030,  // kPairs, and codes of four bytes for all other characters
     kUtf16,
-    kUtf16BigEndian,  // only if a byte-order mark selects it
+    kUtf16BigEndian,
+    kUtf32,
+    kUtf32BigEndian,
     kUtf8
 };
+
+constexpr bool IsUnicode(CodeForm form) {
+    return form >= CodeForm::kUtf16;
+}
+// Returns the number of bytes of a unit.
+constexpr unsigned UnitSize(CodeForm form) {
+    return form == CodeForm::kUtf16 || form == CodeForm::kUtf16BigEndian   ? 2
+           : form == CodeForm::kUtf32 || form == CodeForm::kUtf32BigEndian ? 4
+                                                                           : 1;
+}
+
+// The number of four-byte codes of GB18030 for characters of the first plane.
+constexpr unsigned kLongCodes = 39420;
 
 // What replaces a lost character: "?", the geta mark of Japanese or U+FFFD of Unicode.
 enum class Substitute : std::uint8_t { kQuestion, kGeta, kReplacement };
@@ -48,6 +64,10 @@ struct CodePage {
     std::uint8_t prefix[2] = {};
     std::uint8_t prefixLength = 0;
     std::uint8_t longest = 1;  // number of bytes of the longest code
+
+    // The characters of the four-byte codes of GB18030, and the reverse, only for characters
+    // without a shorter code; null in any other code set.
+    std::unique_ptr<std::uint16_t[]> longCodes, longBack;
 
     bool isLead[256] = {};   // true if a byte begins a two-byte code
     bool isTrail[256] = {};  // true if a byte ends a two-byte code
@@ -85,12 +105,14 @@ constexpr std::size_t kPairTableSize = 0x8000;
 constexpr unsigned kLowestPairCell = 0x8000;
 
 // Filled by FillCodePage() on first use; see FindListedCodePage().
-constexpr int kCodePageSlots = 66;
+constexpr int kCodePageSlots = 114;
+// Code sets from here on are for conversions only.
+constexpr int kFirstConversionOnly = 100;
 extern std::atomic<const CodePage*> g_codePages[kCodePageSlots];
 const CodePage* FillCodePage(int codeSet);
 
-// Returns the big-endian form of UTF-16, which a byte-order mark selects.
-const CodePage* BigEndianUtf16();
+// Returns the page of a form of UTF-16 or UTF-32.
+const CodePage* PageOfForm(CodeForm form);
 
 // Returns the tables of a code set. Returns null for an unlisted number, if allocation fails, or if
 // the system lacks the code page. The first call for a code set, on any thread, fills them.
@@ -100,7 +122,8 @@ inline const CodePage* FindListedCodePage(int codeSet) {
     return page ? page : FillCodePage(codeSet);
 }
 
-// Same as above, but returns the tables of code set 0 for an unlisted number.
+// Same as above for the functions on the current code set: returns the tables of code set 0 for an
+// unlisted number and for a code set of conversions only.
 const CodePage* FindCodePage(int codeSet);
 
 }  // namespace genutil

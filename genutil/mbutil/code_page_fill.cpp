@@ -145,12 +145,17 @@ bool FillEucJp(CodePage& page) {
     return true;
 }
 
-bool Fill8859_10(CodePage& page) {
-    static constexpr std::uint16_t kUpper[96] = {
-#include "genutil/mbutil/iso8859_10.inc"
+bool Fill8859(CodePage& page, unsigned part) {
+    static constexpr struct {
+        std::uint8_t part;
+        std::uint16_t upper[96];
+    } kParts[] = {
+#include "genutil/mbutil/iso8859.inc"
     };
-    for (unsigned byte = 0; byte < 256; ++byte)
-        page.bytes[byte] = byte < 0xA0 ? static_cast<std::uint16_t>(byte) : kUpper[byte - 0xA0];
+    for (const auto& row : kParts)
+        for (unsigned byte = 0; row.part == part && byte < 256; ++byte)
+            page.bytes[byte] =
+                byte < 0xA0 ? static_cast<std::uint16_t>(byte) : row.upper[byte - 0xA0];
     return true;
 }
 

@@ -21,7 +21,10 @@ bool FillJohab(CodePage& page);
 // The conjoining forms of the compatibility letters from U+3131 on, in order.
 constexpr unsigned kFirstKoreanLetter = 0x3131, kKoreanLetters = 94;
 extern const std::uint16_t kConjoiningLetters[kKoreanLetters];
-bool Fill8859_10(CodePage& page);
+// Fills GB18030 (code_page_gb18030.cpp).
+bool FillGb18030(CodePage& page);
+// Fills a part of ISO 8859 that is no code page of Windows.
+bool Fill8859(CodePage& page, unsigned part);
 
 // Fills the reverse mapping from the tables above (code_page_back.cpp).
 bool FillBack(CodePage& page, int codeSet);

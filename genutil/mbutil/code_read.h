@@ -57,6 +57,30 @@ inline CodeRead ReadCode(const CodePage& page, const unsigned char* p, const uns
     return ReadPrefixed(page, p, end);
 }
 
+// Reads a code of GB18030. Numbered in order, its codes of four bytes are those of the first plane,
+// a gap, and all characters of the others.
+inline CodeRead ReadGb18030(const CodePage& page, const unsigned char* p,
+                            const unsigned char* end) {
+    constexpr unsigned kFirstSupplementary = 189000;
+    const CodeRead read = ReadCode(page, p, end);
+    if (read.length != 0 || end - p < 4) return read;
+    const unsigned b0 = p[0] - 0x81u, b1 = p[1] - 0x30u, b2 = p[2] - 0x81u, b3 = p[3] - 0x30u;
+    if (b0 > 0x7D || b1 > 9 || b2 > 0x7D || b3 > 9) return {0, 0};
+    const unsigned number = ((b0 * 10 + b1) * 126 + b2) * 10 + b3;
+    if (number < kLongCodes) return {page.longCodes[number], 4};
+    if (number < kFirstSupplementary || number - kFirstSupplementary > 0xFFFFF) return {0, 0};
+    return {0x10000 + (number - kFirstSupplementary), 4};
+}
+
+// Writes the code of four bytes with a number. Returns 4.
+inline unsigned WriteGb18030(unsigned number, unsigned char* out) {
+    out[3] = static_cast<unsigned char>(0x30 + number % 10);
+    out[2] = static_cast<unsigned char>(0x81 + number / 10 % 126);
+    out[1] = static_cast<unsigned char>(0x30 + number / 1260 % 10);
+    out[0] = static_cast<unsigned char>(0x81 + number / 12600);
+    return 4;
+}
+
 // The tables of CodePage::Back() for loops. The bytes that a loop writes cannot alias these
 // pointers.
 struct BackTables {

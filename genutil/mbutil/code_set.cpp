@@ -79,7 +79,7 @@ int UserAnsiCodeSet() {
 
 // Row number plus 1 of each code set, 0 for none. A table, because every conversion needs it.
 static constexpr auto kRowOfCodeSet = [] {
-    std::array<std::uint8_t, mbUtf8 + 1> rows{};
+    std::array<std::uint8_t, mbUtf32Be + 1> rows{};
     std::uint8_t row = 0;
     for (const CodeSetInfo& info : kCodeSets) rows[info.codeSet] = ++row;
     return rows;
@@ -185,6 +185,25 @@ constexpr Charset kCharsets[] = {
 #include "genutil/mbutil/charsets.inc"
 };
 
+// Other names of code sets. The first one of a code set of conversions only is its MIME name.
+struct Alias {
+    const char* name;
+    int codeSet;
+};
+constexpr Alias kAliases[] = {
+    {"gb18030", mbGb18030},     {"iso-8859-11", mb8859_11},  {"tis-620", mb8859_11},
+    {"iso-8859-13", mb8859_13}, {"iso-8859-14", mb8859_14},  {"iso-8859-16", mb8859_16},
+    {"koi8-r", mbKoi8R},        {"koi8-u", mbKoi8U},         {"ibm437", mbDos437},
+    {"cp437", mbDos437},        {"ibm850", mbDos850},        {"cp850", mbDos850},
+    {"ibm852", mbDos852},       {"cp852", mbDos852},         {"ibm866", mbDos866},
+    {"cp866", mbDos866},        {"utf-16be", mbUtf16Be},     {"utf-32", mbUtf32},
+    {"utf-32le", mbUtf32},      {"utf-32be", mbUtf32Be},     {"us-ascii", mbWestern},
+    {"ascii", mbWestern},       {"latin1", mb8859_1},        {"latin-1", mb8859_1},
+    {"latin2", mb8859_2},       {"latin-2", mb8859_2},       {"latin9", mb8859_15},
+    {"latin-9", mb8859_15},     {"windows-31j", mbShiftJis}, {"uhc", mbKorean},
+    {"johab", mbJohab},         {"cp1361", mbJohab},         {"gbk", mbGb2312},
+};
+
 bool EqualsIgnoringCase(const char* a, const char* b) {
     while (*a && AsciiLower(*a) == AsciiLower(*b)) ++a, ++b;
     return AsciiLower(*a) == AsciiLower(*b);
@@ -201,6 +220,8 @@ static int FindCodeSetByKeyword(const char* name) {
 int genutil::FindCodeSetByName(const char* name) {
     for (const Charset& row : kCharsets)
         if (EqualsIgnoringCase(name, row.mime)) return row.codeSet;
+    for (const Alias& alias : kAliases)
+        if (EqualsIgnoringCase(name, alias.name)) return alias.codeSet;
     return FindCodeSetByKeyword(name);
 }
 
@@ -219,6 +240,11 @@ void SetCharset(char* dst, int codeSet) {
     for (const Charset& row : kCharsets)
         if (row.codeSet == codeSet) {
             std::strcpy(dst, row.mime);
+            return;
+        }
+    for (const Alias& alias : kAliases)
+        if (codeSet >= mbGb18030 && alias.codeSet == codeSet) {
+            std::strcpy(dst, alias.name);
             return;
         }
 }

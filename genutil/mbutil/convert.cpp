@@ -4,6 +4,7 @@
 
 #include "genutil/allocate.h"
 #include "genutil/mbutil/align.h"
+#include "genutil/mbutil/byte_order_mark.h"
 #include "genutil/mbutil/code_page.h"
 #include "genutil/mbutil/code_set.h"
 #include "genutil/mbutil/code_set_info.h"
@@ -52,9 +53,11 @@ bool CopyText(Transfer& t, int codeSet) {
     const CodePage* page = FindListedCodePage(codeSet);
     t.stop = Stop::kUnknown;
     if (!page) return false;
-    if (page->form == CodeForm::kUtf16 && t.srcEnd - t.src >= 2 && t.src[0] == 0xFE &&
-        t.src[1] == 0xFF)
-        page = BigEndianUtf16();
+    for (const ByteOrderMark& mark : kByteOrderMarks)
+        if (mark.form == page->form && mark.selects != mark.form && mark.IsAt(t.src, t.srcEnd)) {
+            page = PageOfForm(mark.selects);
+            break;
+        }
     if (HasEscapes(codeSet)) return ConvertPages(t, *page, *page);
     return CopyValid(t, *page);
 }
@@ -66,7 +69,9 @@ bool Run(Transfer& t, int from, int to) {
 }
 
 std::size_t TerminatorSize(int codeSet) {
-    return codeSet == mbUtf16 ? 2 : 1;
+    return codeSet == mbUtf16 || codeSet == mbUtf16Be   ? 2
+           : codeSet == mbUtf32 || codeSet == mbUtf32Be ? 4
+                                                        : 1;
 }
 
 const unsigned char* Start(const char* s) {

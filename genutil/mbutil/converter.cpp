@@ -9,6 +9,7 @@
 #include "genutil/allocate.h"
 #include "genutil/mbutil/ascii_units.h"
 #include "genutil/mbutil/best_fit.h"
+#include "genutil/mbutil/byte_order_mark.h"
 #include "genutil/mbutil/code_page.h"
 #include "genutil/mbutil/code_read.h"
 
@@ -18,23 +19,6 @@ namespace {
 
 constexpr unsigned kMark = 0xFEFF;
 constexpr unsigned kReplaces = mbConvertBestFit | mbConvertUnicodeEscapes | mbConvertHtmlEscapes;
-
-struct Mark {
-    CodeForm form;
-    unsigned char bytes[4];
-    std::size_t length;
-    CodeForm order;  // the form that the mark selects
-};
-constexpr Mark kMarks[] = {
-    {CodeForm::kUtf8, {0xEF, 0xBB, 0xBF}, 3, CodeForm::kUtf8},
-    {CodeForm::kUtf16, {0xFF, 0xFE}, 2, CodeForm::kUtf16},
-    {CodeForm::kUtf16, {0xFE, 0xFF}, 2, CodeForm::kUtf16BigEndian},
-    {CodeForm::kUtf16BigEndian, {0xFE, 0xFF}, 2, CodeForm::kUtf16BigEndian},
-};
-
-bool IsUnicode(CodeForm form) {
-    return form >= CodeForm::kUtf16;
-}
 
 // Returns the number of 16-bit units of a character, and stores them.
 std::size_t StoreCharacter(unsigned character, unsigned char* units) {
@@ -95,7 +79,7 @@ void PieceConverter::Restart() {
 // that needs more bytes.
 bool PieceConverter::ReadMark(Transfer& piece, bool last) {
     const bool drops = !m_copies || (m_flags & (mbConvertMark | mbConvertNoMark)) != 0;
-    for (const Mark& mark : kMarks) {
+    for (const ByteOrderMark& mark : kByteOrderMarks) {
         if (!m_from || m_from->form != mark.form) continue;
         while (m_heldCount < mark.length && piece.src < piece.srcEnd &&
                std::memcmp(m_held, mark.bytes, m_heldCount) == 0)
@@ -105,8 +89,8 @@ bool PieceConverter::ReadMark(Transfer& piece, bool last) {
             if (last) continue;
             return false;
         }
-        if (mark.order != mark.form) {
-            m_from = BigEndianUtf16();
+        if (mark.selects != mark.form) {
+            m_from = PageOfForm(mark.selects);
             if (m_copies && !(m_flags & mbConvertMark)) m_to = m_from;
         }
         if (drops) m_heldCount = 0;

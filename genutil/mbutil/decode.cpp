@@ -121,6 +121,30 @@ CodeRead ReadUtf16(const CodePage&, const unsigned char* p, const unsigned char*
     return {0x10000 + ((unit & 0x3FF) << 10 | (second & 0x3FF)), 4};
 }
 
+template <bool kBigEndian>
+CodeRead ReadUtf32(const CodePage&, const unsigned char* p, const unsigned char* end) {
+    if (end - p < 4) return {0, 0};
+    const unsigned low = kBigEndian ? LoadSwapped(p + 2) : LoadUnit(p);
+    const unsigned high = kBigEndian ? LoadSwapped(p) : LoadUnit(p + 2);
+    const unsigned character = high << 16 | low;
+    const bool valid = high <= 0x10 && !(high == 0 && low >= 0xD800 && low <= 0xDFFF);
+    return {character, valid ? 4u : 0u};
+}
+
+// GB18030 is converted as pairs up to a code of four bytes, and goes on as pairs after it.
+Stop DecodeGb18030(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd) {
+    for (;;) {
+        DecodePairs<true>(page, src, out, outEnd);
+        if (src.at == src.end) return Stop::kDone;
+        const CodeRead read = ReadGb18030(page, src.at, src.end);
+        if (read.length == 0) return Stop::kBad;
+        Source one{src.at, src.at + read.length};
+        const Stop stop = DecodeRest<ReadGb18030>(page, one, out, outEnd);
+        src.at = one.at;
+        if (stop != Stop::kDone) return stop;
+    }
+}
+
 }  // namespace
 
 Stop Decode(const CodePage& page, Source& src, unsigned char*& out, unsigned char* outEnd) {
@@ -141,6 +165,12 @@ Stop Decode(const CodePage& page, Source& src, unsigned char*& out, unsigned cha
             return DecodeRest<ReadUtf16<LoadUnit>>(page, src, out, outEnd);
         case CodeForm::kUtf16BigEndian:
             return DecodeRest<ReadUtf16<LoadSwapped>>(page, src, out, outEnd);
+        case CodeForm::kUtf32:
+            return DecodeRest<ReadUtf32<false>>(page, src, out, outEnd);
+        case CodeForm::kUtf32BigEndian:
+            return DecodeRest<ReadUtf32<true>>(page, src, out, outEnd);
+        case CodeForm::kGb18030:
+            return DecodeGb18030(page, src, out, outEnd);
         default:
             return DecodeIso2022(page, src, out, outEnd);
     }
@@ -180,6 +210,15 @@ unsigned PrefixedBeginning(const CodePage& page, const unsigned char* p, std::si
     return static_cast<unsigned>(i);
 }
 
+// Returns the number of bytes at p, of at most `left`, that may begin a code of four bytes.
+std::size_t Gb18030Beginning(const unsigned char* p, std::size_t left) {
+    std::size_t n = 0;
+    const auto isDigit = [](unsigned byte) { return byte >= 0x30 && byte <= 0x39; };
+    const auto isLead = [](unsigned byte) { return byte >= 0x81 && byte <= 0xFE; };
+    while (n < 4 && n < left && (n % 2 ? isDigit(p[n]) : isLead(p[n]))) ++n;
+    return n;
+}
+
 }  // namespace
 
 std::size_t BadLength(const CodePage& page, const Source& src) {
@@ -190,6 +229,12 @@ std::size_t BadLength(const CodePage& page, const Source& src) {
         case CodeForm::kUtf16:
         case CodeForm::kUtf16BigEndian:
             return left < 2 ? left : 2;
+        case CodeForm::kUtf32:
+        case CodeForm::kUtf32BigEndian:
+            return left < 4 ? left : 4;
+        case CodeForm::kGb18030:
+            if (Gb18030Beginning(p, left) == 4) return 4;
+            return left >= 2 && page.isLead[p[0]] && page.isTrail[p[1]] ? 2 : 1;
         case CodeForm::kUtf8:
             return 1 + Utf8Beginning(p, src.end, &missing);
         case CodeForm::kSingleByte:
@@ -213,6 +258,11 @@ bool IsCut(const CodePage& page, const Source& src) {
             return left < 2 || (left < 4 && IsHighSurrogate(LoadUnit(p)));
         case CodeForm::kUtf16BigEndian:
             return left < 2 || (left < 4 && IsHighSurrogate(LoadSwapped(p)));
+        case CodeForm::kUtf32:
+        case CodeForm::kUtf32BigEndian:
+            return left < 4;
+        case CodeForm::kGb18030:
+            return left < 4 && Gb18030Beginning(p, left) == left;
         case CodeForm::kUtf8:
             return 1 + Utf8Beginning(p, src.end, &missing) == left && missing > 0;
         case CodeForm::kSingleByte:

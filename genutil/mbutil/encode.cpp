@@ -28,6 +28,14 @@ inline void EncodeAscii(const unsigned char*& u, unsigned char*& o, const unsign
     o += n;
 }
 
+unsigned WriteUtf32(CodeForm form, unsigned character, unsigned char* out) {
+    for (unsigned i = 0; i < 4; ++i) {
+        const unsigned at = form == CodeForm::kUtf32 ? i : 3 - i;
+        out[at] = static_cast<unsigned char>(character >> 8 * i);
+    }
+    return 4;
+}
+
 // Writes the bytes of the character at units. Returns 0 if it has none.
 unsigned WriteOne(const CodePage& page, const unsigned char* units, const unsigned char* unitsEnd,
                   unsigned char* out, unsigned* unitBytes) {
@@ -39,6 +47,12 @@ unsigned WriteOne(const CodePage& page, const unsigned char* units, const unsign
         if (cell == 0 && unit != 0) return 0;  // only NUL has the cell 0 and a code
         return WriteCode(page, cell, out);
     }
+    if (page.form == CodeForm::kGb18030 && !surrogate) {
+        const unsigned cell = page.Back(unit);
+        if (cell != 0 || unit == 0) return WriteCode(page, cell, out);
+        return page.longBack[unit] < kLongCodes ? WriteGb18030(page.longBack[unit], out) : 0;
+    }
+    if (!surrogate && UnitSize(page.form) == 4) return WriteUtf32(page.form, unit, out);
     const auto store = [&page](unsigned char* at, unsigned u) {
         StoreUnit(at, page.form == CodeForm::kUtf16 ? u : (u >> 8 | u << 8) & 0xFFFF);
     };
@@ -50,12 +64,14 @@ unsigned WriteOne(const CodePage& page, const unsigned char* units, const unsign
     const unsigned second = unitsEnd - units >= 4 ? LoadUnit(units + 2) : 0;
     if (!IsHighSurrogate(unit) || !IsLowSurrogate(second)) return 0;
     *unitBytes = 4;
-    if (page.form != CodeForm::kUtf8) {
+    if (UnitSize(page.form) == 2) {
         store(out, unit);
         store(out + 2, second);
         return 4;
     }
     const unsigned c = 0x10000 + ((unit & 0x3FF) << 10 | (second & 0x3FF));
+    if (page.form == CodeForm::kGb18030) return WriteGb18030(189000 + (c - 0x10000), out);
+    if (UnitSize(page.form) == 4) return WriteUtf32(page.form, c, out);
     out[0] = static_cast<unsigned char>(0xF0 | c >> 18);
     out[1] = static_cast<unsigned char>(0x80 | (c >> 12 & 0x3F));
     out[2] = static_cast<unsigned char>(0x80 | (c >> 6 & 0x3F));
@@ -134,6 +150,19 @@ void EncodeUtf8(const CodePage& page, const unsigned char*& units, const unsigne
     dst.at = o;
 }
 
+// Encodes pairs up to a character with four bytes, and goes on with pairs after it.
+Stop EncodeGb18030(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
+                   Sink& dst) {
+    for (;;) {
+        EncodeTable<true, false>(page, units, unitsEnd, dst);
+        if (units >= unitsEnd) return Stop::kDone;
+        const std::ptrdiff_t one = IsHighSurrogate(LoadUnit(units)) ? 4 : 2;
+        const Stop stop =
+            EncodeRest(page, units, unitsEnd - units > one ? units + one : unitsEnd, dst);
+        if (stop != Stop::kDone) return stop;
+    }
+}
+
 }  // namespace
 
 Stop Encode(const CodePage& page, const unsigned char*& units, const unsigned char* unitsEnd,
@@ -151,8 +180,12 @@ Stop Encode(const CodePage& page, const unsigned char*& units, const unsigned ch
             EncodeUtf8<true>(page, units, unitsEnd, dst);
             EncodeUtf8<false>(page, units, unitsEnd, dst);
             break;
+        case CodeForm::kGb18030:
+            return EncodeGb18030(page, units, unitsEnd, dst);
         case CodeForm::kUtf16:
         case CodeForm::kUtf16BigEndian:
+        case CodeForm::kUtf32:
+        case CodeForm::kUtf32BigEndian:
             break;
         default:
             return EncodeIso2022(page, units, unitsEnd, dst);

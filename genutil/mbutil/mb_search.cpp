@@ -3,10 +3,12 @@
 #include <bit>
 #include <cstddef>
 #include <cstring>
+#include <optional>
 
 #include "genutil/mbutil/align.h"
 #include "genutil/mbutil/character_blocks.h"
 #include "genutil/mbutil/pair_finder.h"
+#include "genutil/mbutil/two_way.h"
 
 using namespace genutil;
 
@@ -56,40 +58,78 @@ char* FindAscii(const StepTable& table, const char* s, int byte) {
 }
 
 // Search for a needle of whole characters: for its first two bytes, many at a time, and at each
-// match for the rest.
-class Needle {
+// match for the rest. If too much of repetitive text has to be compared, a slower search that never
+// compares a byte again takes over.
+class NeedleSearch {
   public:
-    Needle(const StepTable& table, const char* needle)
-        : m_table(table), m_text(needle), m_length(std::strlen(needle)) {}
+    // table is null for single-byte text.
+    NeedleSearch(const StepTable* table, const char* hay, const char* needle)
+        : m_table(table),
+          m_hay(Bytes(hay)),
+          m_needle(Bytes(needle)),
+          m_length(std::strlen(needle)),
+          m_pairs(m_hay, m_needle[0], m_needle[1]),
+          m_boundary(m_hay) {}
 
-    char* FindIn(const char* hay) const {
-        PairFinder finder(Bytes(hay), static_cast<unsigned char>(m_text[0]),
-                          static_cast<unsigned char>(m_text[1]));
-        const char* boundary = hay;  // start of a character, so that no search backwards is
-                                     // repeated
-        while (const unsigned char* found = finder.Next()) {
-            const char* at = reinterpret_cast<const char*>(found);
-            const std::size_t offset = static_cast<std::size_t>(at - boundary);
-            const std::size_t start = AlignToCharacter(m_table, Bytes(boundary), offset);
-            boundary += start;
-            if (start == offset && IsAt(at)) return const_cast<char*>(at);
-        }
+    // Returns the next occurrence, which may overlap the previous one, or null after the last.
+    const unsigned char* Next() {
+        while (const unsigned char* const at = NextBytes())
+            if (!m_table || (BeginsCharacter(at) && EndsCharacter(at))) return at;
         return nullptr;
     }
 
   private:
+    // Returns the next occurrence of the bytes.
+    const unsigned char* NextBytes() {
+        if (m_linear) return m_linear->Next();
+        while (const unsigned char* const at = m_pairs.Next()) {
+            if (m_length <= 2) return at;
+            std::size_t same = 2;
+            while (same < m_length && at[same] == m_needle[same]) ++same;
+            m_compared += same;
+            if (m_compared > kFree + 8 * static_cast<std::size_t>(at - m_hay)) {
+                const char* const rest = reinterpret_cast<const char*>(at);
+                m_linear.emplace(at, std::strlen(rest), m_needle, m_length);
+                return m_linear->Next();
+            }
+            if (same == m_length) return at;
+        }
+        return nullptr;
+    }
+
+    bool BeginsCharacter(const unsigned char* at) {
+        const auto offset = static_cast<std::size_t>(at - m_boundary);
+        const std::size_t start = AlignToCharacter(*m_table, m_boundary, offset);
+        m_boundary += start;  // so that no search backwards is repeated
+        return start == offset;
+    }
+
     // The characters of the text must end where the needle ends. A lead byte without its trail byte
-    // at the end of the needle does not match part of a whole character in the text.
-    bool IsAt(const char* at) const {
-        if (m_length > 2 && std::strncmp(at, m_text, m_length) != 0) return false;
-        std::size_t end = 0;
-        while (end < m_length) end += StepLength(m_table, Bytes(at) + end);
+    // at the end of the needle does not match part of a whole character in the text. Only the last
+    // bytes of the needle can differ in this.
+    bool EndsCharacter(const unsigned char* at) {
+        constexpr std::size_t kLongest = 4;
+        if (!m_tailKnown) {
+            while (m_tail + kLongest < m_length) m_tail += StepLength(*m_table, m_needle + m_tail);
+            m_tailKnown = true;
+        }
+        std::size_t end = m_tail;
+        while (end < m_length) end += StepLength(*m_table, at + end);
         return end == m_length;
     }
 
-    const StepTable& m_table;
-    const char* m_text;
-    std::size_t m_length;
+    static constexpr std::size_t kFree = 4096;  // bytes that may be compared in vain
+
+    const StepTable* const m_table;
+    const unsigned char* const m_hay;
+    const unsigned char* const m_needle;
+    const std::size_t m_length;
+    PairFinder m_pairs;
+    std::optional<TwoWayFinder> m_linear;
+    const unsigned char* m_boundary;  // start of a character
+    std::size_t m_compared = 0;
+    std::size_t m_tail = 0;  // a boundary in the needle near its end
+    bool m_tailKnown = false;
 };
 
 // A set of characters: single-byte ones in a table, the others in their text.
@@ -171,7 +211,8 @@ char* mbstrstr(const char* hay, const char* needle) {
     if (!needle || !*needle) return const_cast<char*>(hay);
     const bool lineFeed = needle[0] == '\n' && !needle[1];
     if (!g_currentStep || lineFeed) return const_cast<char*>(std::strstr(hay, needle));
-    return Needle(*g_currentStep, needle).FindIn(hay);
+    const unsigned char* const found = NeedleSearch(g_currentStep, hay, needle).Next();
+    return found ? Pointer(hay, static_cast<std::size_t>(found - Bytes(hay))) : nullptr;
 }
 
 char* mbstrrstr(const char* hay, const char* needle) {
@@ -179,12 +220,10 @@ char* mbstrrstr(const char* hay, const char* needle) {
     if (!hay) return nullptr;
     if (!needle) return const_cast<char*>(hay);
     if (!*needle) return Pointer(hay, std::strlen(hay));
-    char* last = nullptr;
-    for (char* at = mbstrstr(hay, needle); at; at = mbstrstr(at, needle)) {
-        last = at;
-        at += g_currentStep ? StepLength(*g_currentStep, Bytes(at)) : 1;
-    }
-    return last;
+    NeedleSearch search(g_currentStep, hay, needle);
+    const unsigned char* last = nullptr;
+    while (const unsigned char* const at = search.Next()) last = at;
+    return last ? Pointer(hay, static_cast<std::size_t>(last - Bytes(hay))) : nullptr;
 }
 
 char* mbstrpbrk(const char* s, const char* accept) {

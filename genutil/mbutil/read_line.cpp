@@ -17,7 +17,7 @@ class LineBytes {
     // Returns false at the end of the stream.
     bool Read(std::FILE* stream, const PieceConverter& converter) {
         const CodePage* const form = converter.Form();
-        const std::size_t unit = UnitOf(form);
+        const std::size_t unit = form ? UnitSize(form->form) : 1;
         // The first unit may be a byte-order mark, which determines where a line ends.
         const std::size_t limit = unit > 1 && !converter.HasBegun() ? unit : sizeof m_bytes;
         m_length = 0;
@@ -35,15 +35,12 @@ class LineBytes {
     bool EndsLine() const { return m_endsLine; }
 
   private:
-    static std::size_t UnitOf(const CodePage* form) {
-        if (!form) return 1;
-        return form->form == CodeForm::kUtf16 || form->form == CodeForm::kUtf16BigEndian ? 2 : 1;
-    }
     // A line feed is a character by itself in every code set of bytes.
     bool IsLineFeed(const CodePage* form, std::size_t unit) const {
         const char* const last = m_bytes + m_length - unit;
         if (unit == 1) return *last == '\n';
-        const std::size_t low = form->form == CodeForm::kUtf16 ? 0 : unit - 1;
+        const bool little = form->form == CodeForm::kUtf16 || form->form == CodeForm::kUtf32;
+        const std::size_t low = little ? 0 : unit - 1;
         for (std::size_t i = 0; i < unit; ++i)
             if (last[i] != (i == low ? '\n' : 0)) return false;
         return true;

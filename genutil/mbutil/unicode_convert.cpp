@@ -1,6 +1,7 @@
 // Conversion between any two code sets by way of Unicode: the choice of path, and the lost
 // characters.
 #include "genutil/mbutil/ascii_units.h"
+#include "genutil/mbutil/byte_order_mark.h"
 #include "genutil/mbutil/code_read.h"
 #include "genutil/mbutil/pivot.h"
 #include "genutil/mbutil/transcode.h"
@@ -152,21 +153,12 @@ class Conversion {
     std::size_t m_chunk = kLongest;
 };
 
-bool Begins(const Transfer& t, const unsigned char* mark, std::ptrdiff_t length) {
-    return t.srcEnd - t.src >= length &&
-           std::memcmp(t.src, mark, static_cast<std::size_t>(length)) == 0;
-}
-
 // Skips a byte-order mark, which no other code set has, and uses its byte order.
 const CodePage* SkipByteOrderMark(Transfer& t, const CodePage* from) {
-    static constexpr unsigned char kUtf8Mark[] = {0xEF, 0xBB, 0xBF}, kLittle[] = {0xFF, 0xFE},
-                                   kBig[] = {0xFE, 0xFF};
-    if (from->form == CodeForm::kUtf8) {
-        if (Begins(t, kUtf8Mark, 3)) t.src += 3;
-    } else if (from->form == CodeForm::kUtf16) {
-        const bool big = Begins(t, kBig, 2);
-        if (big || Begins(t, kLittle, 2)) t.src += 2;
-        if (big) return BigEndianUtf16();
+    for (const ByteOrderMark& mark : kByteOrderMarks) {
+        if (mark.form != from->form || !mark.IsAt(t.src, t.srcEnd)) continue;
+        t.src += mark.length;
+        return mark.selects == mark.form ? from : PageOfForm(mark.selects);
     }
     return from;
 }

@@ -44,6 +44,17 @@ TEST(UnicodeConvert, ConvertsKnownTexts) {
             {__LINE__, 12, 11, "\xC4\x41\x84\x44\xDA\xFE", "\xA4\xBB\xA4\xA3\xA4\xFE"},
             {__LINE__, 65, 64, "z\xF0\x9F\x98\x80", UNITS(u"z\U0001F600")},
             {__LINE__, 64, 65, UNITS(u"z\U0001F600"), "z\xF0\x9F\x98\x80"},
+            {__LINE__, 100, 65, "\xC4\xE3\xA8\xBC\x81\x35\xF4\x37\x81\x30\x81\x30\x95\x32\x82\x36z",
+             "\xE4\xBD\xA0\xE1\xB8\xBF\xEE\x9F\x87\xC2\x80\xF0\xA0\x80\x80z"},
+            {__LINE__, 65, 100, "\xE4\xBD\xA0\xE1\xB8\xBF\xEE\x9F\x87\xC2\x80\xF0\xA0\x80\x80z",
+             "\xC4\xE3\xA8\xBC\x81\x35\xF4\x37\x81\x30\x81\x30\x95\x32\x82\x36z"},
+            {__LINE__, 100, 65, "\x80\x84\x32\x81\x30z\x81",
+             "\xEF\xBF\xBD\xEF\xBF\xBDz\xEF\xBF\xBD", "0 1 6 "},
+            {__LINE__, 105, 110, "\xC1\xF1\xA3", "\xA0\x9F\xF1"},
+            {__LINE__, 112, 65, "\xFF\xFE\0\0z\0\0\0\0\xF6\x01\0\0\xD8\0\0z"s,
+             "z\xF0\x9F\x98\x80\xEF\xBF\xBD\xEF\xBF\xBD", "12 16 "},
+            {__LINE__, 65, 113, "z\xF0\x9F\x98\x80", "\0\0\0z\0\1\xF6\0"s},
+            {__LINE__, 112, 111, "\0\0\xFE\xFF\0\1\xF6\0"s, "\xD8\x3D\xDE\0"s},
             // Losses: one mark for a character of any length, one for each invalid byte.
             {__LINE__, 65, 5, "\xF0\x9F\x98\x80z\xE0\xB8\x81", "\x81\xACz\x81\xAC", "0 5 "},
             {__LINE__, 65, 4, "\xE0\xB8\x81", "\xA2\xAE", "0 "},
@@ -88,7 +99,7 @@ TEST(UnicodeConvert, ConvertsKnownTexts) {
 // One long text of all characters of a code set, to Unicode and back by the fast loops and the
 // pivot.
 TEST(UnicodeConvert, EveryCharacterComesBack) {
-    for (int codeSet = 0; codeSet <= mbUtf8; ++codeSet) {
+    for (int codeSet = 0; codeSet < kCodePageSlots; ++codeSet) {
         if (!FindListedCodePage(codeSet)) continue;
         SCOPED_TRACE(codeSet);
         std::string everything;

@@ -25,24 +25,27 @@ constexpr Converter kConverters[] = {
     {28592, "ISO-8859-2"},        {28593, "ISO-8859-3"},        {28594, "ISO-8859-4"},
     {28595, "ISO-8859-5"},        {28596, "ISO-8859-6"},        {28597, "ISO-8859-7"},
     {28598, "ISO-8859-8"},        {28599, "ISO-8859-9"},        {28605, "ISO-8859-15"},
+    {437, "ibm-437_P100-1995"},   {850, "ibm-850_P100-1995"},   {852, "ibm-852_P100-1995"},
+    {866, "ibm-866_P100-1995"},   {20866, "ibm-878_P100-1996"}, {21866, "ibm-1168_P100-2002"},
 };
 constexpr unsigned kKorean = 949, kJohab = 1361;
 
 // Differences in ICU's one-byte codes: `count` bytes from `byte` on map to consecutive characters.
 // Unassigned bytes of a code page are published as private characters, which ICU lacks. ICU also
-// swaps three control characters in the Japanese page, as mainframes do, and lacks one Hebrew
-// point.
+// swaps three control characters in the Japanese page, as mainframes do, takes the micro sign for a
+// letter, and lacks a Hebrew point and the not sign of 852.
 struct Correction {
     std::uint16_t codePage;
     std::uint8_t byte, count;
     std::uint16_t character;
 };
 constexpr Correction kCorrections[] = {
-    {932, 0x1A, 1, 0x001A},  {932, 0x1C, 1, 0x001C},  {932, 0x7F, 1, 0x007F},
-    {932, 0x80, 1, 0x0080},  {932, 0xA0, 1, 0xF8F0},  {932, 0xFD, 3, 0xF8F1},
-    {1253, 0xAA, 1, 0xF8F9}, {1253, 0xD2, 1, 0xF8FA}, {1253, 0xFF, 1, 0xF8FB},
-    {1255, 0xCA, 1, 0x05BA}, {1255, 0xD9, 7, 0xF88D}, {1255, 0xFB, 2, 0xF894},
-    {1255, 0xFF, 1, 0xF896}, {1257, 0xA1, 1, 0xF8FC}, {1257, 0xA5, 1, 0xF8FD},
+    {437, 0xE6, 1, 0x00B5},  {852, 0xAA, 1, 0x00AC},  {932, 0x1A, 1, 0x001A},
+    {932, 0x1C, 1, 0x001C},  {932, 0x7F, 1, 0x007F},  {932, 0x80, 1, 0x0080},
+    {932, 0xA0, 1, 0xF8F0},  {932, 0xFD, 3, 0xF8F1},  {1253, 0xAA, 1, 0xF8F9},
+    {1253, 0xD2, 1, 0xF8FA}, {1253, 0xFF, 1, 0xF8FB}, {1255, 0xCA, 1, 0x05BA},
+    {1255, 0xD9, 7, 0xF88D}, {1255, 0xFB, 2, 0xF894}, {1255, 0xFF, 1, 0xF896},
+    {1257, 0xA1, 1, 0xF8FC}, {1257, 0xA5, 1, 0xF8FD},
 };
 
 struct CloseConverter {
