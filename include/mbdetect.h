@@ -31,10 +31,9 @@ enum mbGuessKind {
 
 /** A possible encoding of a text. */
 typedef struct mbGuess {
-    int codeSet;       /**< the code set, for mbConvert; mbUtf8 for ASCII; -1 if there is none */
+    int codeSet;       /**< the code set, for mbConvert; mbUtf8 for ASCII */
     int kind;          /**< one of mbGuessKind */
     int markLength;    /**< length of the byte-order mark in bytes, which is not text */
-    bool bigEndian;    /**< true if the units of UTF-16 have the more significant byte first */
     char language[4];  /**< the language whose letters fit best, such as "cs"; may be empty */
     char name[24];     /**< MIME name of the encoding, such as "windows-1250" */
     char evidence[96]; /**< the reason in English: "valid UTF-8, 14 multi-byte characters" */

@@ -23,12 +23,11 @@ struct Mark {
     std::size_t length;
     const char* name;
     int codeSet;
-    bool bigEndian;
 };
 constexpr Mark kMarks[] = {
-    {"\xEF\xBB\xBF", 3, "utf-8", mbUtf8, false},
-    {"\xFF\xFE", 2, "utf-16", mbUtf16, false},
-    {"\xFE\xFF", 2, "utf-16be", mbUtf16, true},
+    {"\xEF\xBB\xBF", 3, "utf-8", mbUtf8},       {"\xFF\xFE\0\0", 4, "utf-32", mbUtf32},
+    {"\0\0\xFE\xFF", 4, "utf-32be", mbUtf32Be}, {"\xFF\xFE", 2, "utf-16", mbUtf16},
+    {"\xFE\xFF", 2, "utf-16be", mbUtf16Be},
 };
 
 struct LanguageName {
@@ -94,8 +93,8 @@ void Describe(const Candidate& candidate, const Text& text, mbGuess* guess) {
                 std::snprintf(out, size, "valid UTF-8, %zu multi-byte character%s",
                               candidate.characters, plural);
             else
-                std::snprintf(out, size, "valid UTF-16, %zu character%s", candidate.characters,
-                              plural);
+                std::snprintf(out, size, "valid %s, %zu character%s", candidate.name,
+                              candidate.characters, plural);
             break;
         case mbGuessEscapes:
             std::snprintf(out, size, "escape sequences, %zu wide character%s", candidate.characters,
@@ -120,7 +119,6 @@ void Write(const Candidate& candidate, const Text& text, double confidence, mbGu
     *guess = {};
     guess->codeSet = candidate.codeSet;
     guess->kind = candidate.kind;
-    guess->bigEndian = candidate.bigEndian;
     guess->confidence = confidence;
     const bool isTraditional = std::strcmp(candidate.language, "tw") == 0;
     std::snprintf(guess->language, sizeof guess->language, "%s",
@@ -186,6 +184,7 @@ int DetectUnmarked(const Text& text, const char* hintName, mbGuess* out, int max
     // The units of a longer text in UTF-16 contain bytes that are control characters.
     double noise = 1.5 * 6 * static_cast<double>(std::min<std::size_t>(text.length, 2000)) * 4;
     if (text.controls != 0 || text.length < kShort) AddUtf16(text, &candidates);
+    if (HasNul(text)) AddUtf32(text, &candidates);
     if (MayBeText(text) && text.high != 0) {
         const CommonCosts common = AddSingleByte(*prepared, text, hint, &candidates);
         AddUtf8(text, common.ascii, &candidates);
@@ -203,7 +202,7 @@ int mbDetect(const char* bytes, size_t length, const char* hint, mbGuess* out, i
     const auto start = reinterpret_cast<const unsigned char*>(bytes);
     Text text;
     if (const Mark* const mark = FindMarkOf(start, length)) {
-        Candidate candidate{mark->name, mark->codeSet, mark->bigEndian};
+        Candidate candidate{mark->name, mark->codeSet};
         candidate.kind = mbGuessMark;
         WriteOne(candidate, text, 1.0, out);
         out->markLength = static_cast<int>(mark->length);

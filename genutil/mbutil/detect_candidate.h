@@ -36,7 +36,6 @@ constexpr int kHintGain = 6 * kCostOfBit;
 struct Candidate {
     const char* name;  // of the encoding
     int codeSet;
-    bool bigEndian = false;
     int kind = 0;  // one of mbGuessKind
     int cost = 0;  // of the whole text
     const char* language = "";
@@ -76,6 +75,7 @@ CommonCosts AddSingleByte(const Prepared& prepared, const Text& text, const Hint
 void AddDoubleByte(const Text& text, const Hint& hint, int asciiCost, Candidates* candidates);
 void AddUtf8(const Text& text, int asciiCost, Candidates* candidates);
 void AddUtf16(const Text& text, Candidates* candidates);
+void AddUtf32(const Text& text, Candidates* candidates);
 // Adds the code set whose escape sequences a text has, if every byte between them is in its place.
 void AddEscapes(const Text& text, Candidates* candidates);
 

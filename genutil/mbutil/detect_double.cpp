@@ -21,6 +21,7 @@ constexpr Row kRows[] = {
     {"shift_jis", mbShiftJis, Ideographs::kJapanese, "ja", 0},
     {"euc-jp", mbEucJp, Ideographs::kJapanese, "ja", 0},
     {"gb2312", mbGb2312, Ideographs::kSimplified, "zh", 0},
+    {"gb18030", mbGb18030, Ideographs::kSimplified, "zh", 2},
     {"big5", mbBig5, Ideographs::kTraditional, "tw", 0},
     {"euc-tw", mbEucTw, Ideographs::kTraditional, "tw", 4},
     {"cp949", mbKorean, Ideographs::kKorean, "ko", 0},
@@ -56,7 +57,8 @@ bool Compare(const CodePage& page, const Text& text, Ideographs language, Candid
             if (p < end && IsAsciiLetter(p[-1])) cost += kAfterLetterCost;
             continue;
         }
-        const CodeRead read = ReadCode(page, p, end);
+        const bool isGb18030 = page.form == CodeForm::kGb18030;
+        const CodeRead read = isGb18030 ? ReadGb18030(page, p, end) : ReadCode(page, p, end);
         if (read.length == 0) {
             if (IsCut(page, p, end)) break;
             if (++candidate->bad * 50 > candidate->characters + 50) return false;
@@ -79,12 +81,16 @@ bool Compare(const CodePage& page, const Text& text, Ideographs language, Candid
 }  // namespace
 
 void AddDoubleByte(const Text& text, const Hint& hint, int asciiCost, Candidates* candidates) {
+    bool isGb2312 = false;
     for (const Row& row : kRows) {
+        // Without codes of four bytes the two are the same.
+        if (row.codeSet == mbGb18030 && isGb2312) continue;
         const CodePage* const page = FindListedCodePage(row.codeSet);
         if (page == nullptr) continue;
         Candidate candidate{row.name, row.codeSet};
         if (!Compare(*page, text, row.ideographs, &candidate)) continue;
         candidate.kind = candidate.bad > 0 ? mbGuessDamaged : mbGuessLetters;
+        if (row.codeSet == mbGb2312) isGb2312 = candidate.bad == 0;
         candidate.language = row.language;
         candidate.cost = asciiCost + row.bits * kCostOfBit + candidate.highCost;
         if (hint.Is(row.language)) candidate.cost -= kHintGain;

@@ -13,18 +13,12 @@ namespace genutil::detect {
 
 namespace {
 
-constexpr std::uint16_t kPages[][128] = {
-#include "genutil/mbutil/detect_pages.inc"
-};
-enum Page { kKoi8R, kKoi8U, k866, k437, k850, k852, k8859_11, k8859_13, k8859_14, k8859_16 };
-
 struct EncodingRow {
     const char* name;
     std::int16_t codeSet;
     Script script;
     std::uint8_t bits;  // cost in bits
     std::uint8_t regions;
-    int page = -1;  // of kPages, if there is no code set
 };
 // Of two in which a text is the same, the first is reported.
 constexpr EncodingRow kRows[kEncodings] = {
@@ -37,20 +31,20 @@ constexpr EncodingRow kRows[kEncodings] = {
     {"iso-8859-15", mb8859_15, Script::kLatin, 2, kWest},
     {"iso-8859-2", mb8859_2, Script::kLatin, 1, kCentral},
     {"iso-8859-9", mb8859_9, Script::kLatin, 2, kTurkey | kWest},
-    {"iso-8859-13", -1, Script::kLatin, 2, kBaltic, k8859_13},
+    {"iso-8859-13", mb8859_13, Script::kLatin, 2, kBaltic},
     {"iso-8859-4", mb8859_4, Script::kLatin, 3, kBaltic | kWest},
-    {"iso-8859-16", -1, Script::kLatin, 4, kCentral, k8859_16},
+    {"iso-8859-16", mb8859_16, Script::kLatin, 4, kCentral},
     {"iso-8859-3", mb8859_3, Script::kLatin, 4, kEsperanto},
     {"iso-8859-10", mb8859_10, Script::kLatin, 5, kBaltic | kWest},
-    {"iso-8859-14", -1, Script::kLatin, 4, kCeltic | kWest, k8859_14},
-    {"ibm850", -1, Script::kLatin, 2, kWest, k850},
-    {"ibm852", -1, Script::kLatin, 2, kCentral, k852},
-    {"ibm437", -1, Script::kLatin, 3, kWest, k437},
+    {"iso-8859-14", mb8859_14, Script::kLatin, 4, kCeltic | kWest},
+    {"ibm850", mbDos850, Script::kLatin, 2, kWest},
+    {"ibm852", mbDos852, Script::kLatin, 2, kCentral},
+    {"ibm437", mbDos437, Script::kLatin, 3, kWest},
     {"windows-1251", mbWindows1251, Script::kCyrillic, 0, kOther},
-    {"koi8-r", -1, Script::kCyrillic, 0, kOther, kKoi8R},
-    {"koi8-u", -1, Script::kCyrillic, 1, kOther, kKoi8U},
+    {"koi8-r", mbKoi8R, Script::kCyrillic, 0, kOther},
+    {"koi8-u", mbKoi8U, Script::kCyrillic, 1, kOther},
     {"iso-8859-5", mb8859_5, Script::kCyrillic, 1, kOther},
-    {"ibm866", -1, Script::kCyrillic, 1, kOther, k866},
+    {"ibm866", mbDos866, Script::kCyrillic, 1, kOther},
     {"windows-1253", mbWindows1253, Script::kGreek, 0, kOther},
     {"iso-8859-7", mb8859_7, Script::kGreek, 1, kOther},
     {"windows-1255", mbWindows1255, Script::kHebrew, 0, kOther},
@@ -58,7 +52,7 @@ constexpr EncodingRow kRows[kEncodings] = {
     {"windows-1256", mbWindows1256, Script::kArabic, 0, kOther},
     {"iso-8859-6", mb8859_6, Script::kArabic, 1, kOther},
     {"windows-874", mbWindows874, Script::kThai, 0, kOther},
-    {"iso-8859-11", -1, Script::kThai, 0, kOther, k8859_11},
+    {"iso-8859-11", mb8859_11, Script::kThai, 0, kOther},
 };
 
 struct RegionRow {
@@ -141,12 +135,6 @@ void Fill(Encoding& encoding, const EncodingRow& row) {
     encoding.script = static_cast<std::uint8_t>(row.script);
     encoding.cost = static_cast<std::uint8_t>(row.bits * kCostOfBit);
     encoding.regions = row.regions;
-    if (row.page >= 0) {
-        for (unsigned byte = 0; byte < 256; ++byte)
-            SetByte(encoding, byte, byte < 0x80 ? byte : kPages[row.page][byte - 0x80]);
-        encoding.known = true;
-        return;
-    }
     const CodePage* const page = FindListedCodePage(row.codeSet);
     if (page == nullptr || page->form != CodeForm::kSingleByte) return;
     encoding.known = true;

@@ -92,6 +92,20 @@ bool CompareUtf16(const Text& text, bool bigEndian, Candidate* candidate) {
     return candidate->characters > 0;
 }
 
+bool CompareUtf32(const Text& text, bool bigEndian, Candidate* candidate) {
+    Blocks blocks;
+    for (std::size_t i = 0; i < text.length; i += 4) {
+        const unsigned char* const p = text.bytes + i;
+        const unsigned first = UnitAt(p, bigEndian), second = UnitAt(p + 2, bigEndian);
+        const unsigned c = bigEndian ? first << 16 | second : second << 16 | first;
+        if (c > 0x10FFFF || IsHighSurrogate(c) || IsLowSurrogate(c)) return false;
+        if (candidate->characters++ >= kMostCompared) continue;
+        candidate->highCost += c < 0x80 ? AsciiUnitCost(c) : blocks.CostOf(c);
+    }
+    candidate->compared = std::min(candidate->characters, kMostCompared);
+    return true;
+}
+
 }  // namespace
 
 void AddUtf8(const Text& text, int asciiCost, Candidates* candidates) {
@@ -124,9 +138,20 @@ void AddUtf8(const Text& text, int asciiCost, Candidates* candidates) {
 void AddUtf16(const Text& text, Candidates* candidates) {
     if (text.length < 2) return;
     for (const bool bigEndian : {false, true}) {
-        Candidate candidate{bigEndian ? "utf-16be" : "utf-16le", mbUtf16, bigEndian};
+        Candidate candidate{bigEndian ? "utf-16be" : "utf-16le", bigEndian ? mbUtf16Be : mbUtf16};
         if (!CompareUtf16(text, bigEndian, &candidate)) continue;
         if (text.length % 2 != 0) candidate.highCost += kControlCost;
+        candidate.kind = mbGuessValid;
+        candidate.cost = candidate.highCost;
+        candidates->Add(candidate);
+    }
+}
+
+void AddUtf32(const Text& text, Candidates* candidates) {
+    if (text.length < 4 || text.length % 4 != 0) return;
+    for (const bool bigEndian : {false, true}) {
+        Candidate candidate{bigEndian ? "utf-32be" : "utf-32le", bigEndian ? mbUtf32Be : mbUtf32};
+        if (!CompareUtf32(text, bigEndian, &candidate)) continue;
         candidate.kind = mbGuessValid;
         candidate.cost = candidate.highCost;
         candidates->Add(candidate);

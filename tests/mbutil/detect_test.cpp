@@ -65,6 +65,7 @@ TEST(Detect, NamesTheEncodingAndLanguageOfAText) {
         {__LINE__, "\033$)C\016GQ19>n\017"s, "iso-2022-kr", "ko"},
         {__LINE__, "\345e,g\236\212n0\207e\340zg0Y0\0020"s, "utf-16le", ""},
         {__LINE__, "\000E\000i\000n\000 \000T\000e\000x\000t"s, "utf-16be", ""},
+        {__LINE__, "T\0\0\0e\0\0\0x\0\0\0t\0\0\0"s, "utf-32le", ""},
         {__LINE__, "na\303\257ve"s, "utf-8", ""},
     };
     for (const auto& row : kRows) {
@@ -96,6 +97,7 @@ TEST(Detect, SaysWhatTheAnswerIsBasedOn) {
         {__LINE__, "\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\1\0\0\0"s, 0, ""},
         {__LINE__, "\xEF\xBB\xBF\xC3\xA9", mbGuessMark, "byte-order mark"},
         {__LINE__, "\xFF\xFE", mbGuessMark, "byte-order mark"},
+        {__LINE__, "\0\0\xFE\xFF\0\0\0a"s, mbGuessMark, "byte-order mark"},
         {__LINE__, "d\xC3\xA9j\xC3\xA0", mbGuessValid, "valid UTF-8, 2 multi-byte characters"},
         {__LINE__, "d\xC3\xA9j\xC3", mbGuessValid, "valid UTF-8, 1 multi-byte character"},  // cut
         {__LINE__, "\xB3\xA4", mbGuessTooShort,

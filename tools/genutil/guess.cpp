@@ -23,7 +23,8 @@ std::vector<mbGuess> Guess(const std::string& text) {
 }
 
 Encoding EncodingOf(const mbGuess& guess) {
-    return {guess.codeSet, guess.bigEndian};
+    if (guess.codeSet == mbUtf16Be) return {mbUtf16, true};
+    return {guess.codeSet};
 }
 
 std::string NameOf(const mbGuess& guess) {

@@ -12,7 +12,7 @@ constexpr double kTrusted = 0.9;  // the confidence from which on a guess needs 
 // Returns the guesses, the best first. The user's language is more likely than others.
 std::vector<mbGuess> Guess(const std::string& text);
 
-// Returns the encoding of a guess. Its code set is -1 if the library does not convert it.
+// Returns the encoding of a guess.
 Encoding EncodingOf(const mbGuess& guess);
 
 // Returns the name of the encoding: "ascii", "utf-8 with byte-order mark".

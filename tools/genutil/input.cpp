@@ -44,8 +44,6 @@ bool ChooseEncoding(const std::string& path, bool guess, Input* input) {
     if (!trusted && !guess)
         return Fail(path, "its encoding is uncertain: " + ListGuesses(guesses) +
                               "; name it with --from, or accept the first with --guess");
-    if (best.codeSet < 0)
-        return Fail(path, "seems to be in " + NameOf(best) + ", which cannot be converted");
     if (!trusted)
         Complain(input->name + ": read as " + NameOf(best) + "; possible are " +
                  ListGuesses(guesses));

@@ -3,7 +3,7 @@
 
     detect_models.py TEXTS OUT
 
-writes detect_letters.inc, detect_pages.inc, detect_marks.inc, detect_languages.inc and
+writes detect_letters.inc, detect_marks.inc, detect_languages.inc and
 detect_ideographs.inc into OUT. genutil/mbutil/detect_model.h describes the tables.
 
 A cost is -log2 of a probability in sixths of a bit. Tables are strings of printable characters, one
@@ -65,23 +65,6 @@ def script_of(c):
 
 def is_letter(c):
     return c not in "\u00aa\u00ba\u00b5" and (unicodedata.category(c)[0] in "LM") and script_of(c) is not None
-
-
-# Code pages that the detector recognises beside those of the library's code sets.
-PAGES = "koi8_r koi8_u cp866 cp437 cp850 cp852 iso8859_11 iso8859_13 iso8859_14 iso8859_16".split()
-
-
-def write_pages(out):
-    rows = []
-    for codec in PAGES:
-        values = []
-        for byte in range(0x80, 0x100):
-            text = bytes([byte]).decode(codec, "replace")
-            values.append(f"0x{0xFFFF if text == chr(0xFFFD) else ord(text):04x},")
-        rows.append("{ // " + codec)
-        rows += [" ".join(values[i:i + 12]) for i in range(0, len(values), 12)]
-        rows.append("},")
-    write(out + "/detect_pages.inc", "The characters of the upper halves.", "\n".join(rows))
 
 
 def all_characters():
@@ -352,7 +335,6 @@ def main():
     folder, out = sys.argv[1:]
     rows, ids = make_letters()
     write_letters(out, rows)
-    write_pages(out)
     languages = []
     for script in SCRIPTS:
         for name in LATIN if script == "Latin" else OTHER[script]:
