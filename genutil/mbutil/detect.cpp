@@ -167,6 +167,24 @@ int Rank(Candidates& candidates, const Text& text, double noise, mbGuess* out, i
     return count;
 }
 
+// Returns the cost of the text if it is in none of these encodings.
+double AddLegacyAndUtf8(const Prepared& prepared, const Text& text, const Hint& hint,
+                        Candidates* candidates) {
+    Candidates wide;
+    AddUtf8(text, &wide);
+    AddDoubleByte(text, hint, &wide);
+    int rival = kNoRival;
+    for (const Candidate& candidate : wide)
+        if (candidate.bad == 0) rival = std::min(rival, candidate.highCost);
+    const CommonCosts common = AddSingleByte(prepared, text, hint, rival, candidates);
+    for (Candidate candidate : wide) {
+        candidate.cost += common.ascii;
+        if (candidate.codeSet != mbUtf8) candidate.cost += common.otherScript;
+        candidates->Add(candidate);
+    }
+    return common.ascii + common.noise;
+}
+
 int DetectUnmarked(const Text& text, const char* hintName, mbGuess* out, int max) {
     if (text.high == 0 && text.escapes == 0 && MayBeText(text)) {
         Candidate ascii{"us-ascii", mbUtf8};
@@ -185,12 +203,8 @@ int DetectUnmarked(const Text& text, const char* hintName, mbGuess* out, int max
     double noise = 1.5 * 6 * static_cast<double>(std::min<std::size_t>(text.length, 2000)) * 4;
     if (text.controls != 0 || text.length < kShort) AddUtf16(text, &candidates);
     if (HasNul(text)) AddUtf32(text, &candidates);
-    if (MayBeText(text) && text.high != 0) {
-        const CommonCosts common = AddSingleByte(*prepared, text, hint, &candidates);
-        AddUtf8(text, common.ascii, &candidates);
-        AddDoubleByte(text, hint, common.ascii + common.otherScript, &candidates);
-        noise = common.ascii + common.noise;
-    }
+    if (MayBeText(text) && text.high != 0)
+        noise = AddLegacyAndUtf8(*prepared, text, hint, &candidates);
     return Rank(candidates, text, noise, out, max);
 }
 

@@ -40,7 +40,6 @@ struct Candidate {
     int cost = 0;  // of the whole text
     const char* language = "";
     std::size_t characters = 0;  // above ASCII
-    std::size_t compared = 0;    // number of them in the cost
     std::size_t bad = 0;         // invalid bytes
     // The part of the cost that the characters above ASCII cause.
     int highCost = 0;
@@ -68,12 +67,15 @@ struct CommonCosts {
     int noise = 0;        // of the rest, if it is no text
 };
 
-// Each adds the encodings of its kind in which the text is valid.
+// Each adds the encodings of its kind in which the text is valid. The costs of the others are those
+// of the characters above ASCII alone; `rival` is the least of them, and encodings of single bytes
+// that cannot compete are left out.
+constexpr int kNoRival = 1 << 30;
 struct Prepared;
-CommonCosts AddSingleByte(const Prepared& prepared, const Text& text, const Hint& hint,
+CommonCosts AddSingleByte(const Prepared& prepared, const Text& text, const Hint& hint, int rival,
                           Candidates* candidates);
-void AddDoubleByte(const Text& text, const Hint& hint, int asciiCost, Candidates* candidates);
-void AddUtf8(const Text& text, int asciiCost, Candidates* candidates);
+void AddDoubleByte(const Text& text, const Hint& hint, Candidates* candidates);
+void AddUtf8(const Text& text, Candidates* candidates);
 void AddUtf16(const Text& text, Candidates* candidates);
 void AddUtf32(const Text& text, Candidates* candidates);
 // Adds the code set whose escape sequences a text has, if every byte between them is in its place.

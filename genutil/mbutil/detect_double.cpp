@@ -72,15 +72,13 @@ bool Compare(const CodePage& page, const Text& text, Ideographs language, Candid
         }
         p += read.length;
     }
-    candidate->compared =
-        candidate->characters < kMostCompared ? candidate->characters : kMostCompared;
     candidate->highCost = cost;
     return candidate->characters > 0;
 }
 
 }  // namespace
 
-void AddDoubleByte(const Text& text, const Hint& hint, int asciiCost, Candidates* candidates) {
+void AddDoubleByte(const Text& text, const Hint& hint, Candidates* candidates) {
     bool isGb2312 = false;
     for (const Row& row : kRows) {
         // Without codes of four bytes the two are the same.
@@ -92,7 +90,7 @@ void AddDoubleByte(const Text& text, const Hint& hint, int asciiCost, Candidates
         candidate.kind = candidate.bad > 0 ? mbGuessDamaged : mbGuessLetters;
         if (row.codeSet == mbGb2312) isGb2312 = candidate.bad == 0;
         candidate.language = row.language;
-        candidate.cost = asciiCost + row.bits * kCostOfBit + candidate.highCost;
+        candidate.cost = row.bits * kCostOfBit + candidate.highCost;
         if (hint.Is(row.language)) candidate.cost -= kHintGain;
         candidates->Add(candidate);
     }

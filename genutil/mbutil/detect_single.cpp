@@ -16,6 +16,8 @@ constexpr int kInWordCost = 8 * kCostOfBit;  // a mark between letters
 constexpr int kNoiseCost = 8 * kCostOfBit, kNoNoiseGain = 16 * kCostOfBit;
 constexpr int kLatinWordCost = 2 * kCostOfBit;
 constexpr unsigned kMostLatinWords = 10;
+constexpr unsigned kFirstTouched = 48;  // positions of the first look
+constexpr int kRefineMargin = 35 * kCostOfBit;
 constexpr int kMostAsciiExcess = 50 * kCostOfBit;
 constexpr int kForeignRegionCost = 4 * kCostOfBit;
 constexpr unsigned kMostEncodings = 20;
@@ -35,9 +37,15 @@ struct HighByte {
     int mixed;  // number of times that an ASCII letter is beside it
 };
 
-bool IsLetter(ByteKind kind) {
-    return kind >= ByteKind::kLower && kind <= ByteKind::kCaseless;
+bool IsLetter(unsigned kind) {
+    return kind >= static_cast<unsigned>(ByteKind::kLower) &&
+           kind <= static_cast<unsigned>(ByteKind::kCaseless);
 }
+
+// Consecutive positions in the sample.
+struct Run {
+    std::uint16_t begin, end;
+};
 
 // An encoding and a language in it.
 struct Combination {
@@ -52,24 +60,40 @@ class Comparison {
     Comparison(const Prepared& prepared, const Text& text, const Hint& hint)
         : m_prepared(prepared), m_text(text), m_hint(hint) {}
 
-    CommonCosts Run(Candidates* candidates);
+    CommonCosts Compare(int rival, Candidates* candidates);
 
   private:
+    enum class Extent : std::uint8_t { kFirst, kAll };
+    template <class Visit>
+    void ForEachRun(Extent extent, Visit visit) const {
+        const unsigned count = extent == Extent::kAll ? m_runCount : m_firstRuns;
+        for (unsigned i = 0; i < count; ++i) {
+            Run run = m_runs[i];
+            if (extent == Extent::kFirst) run.end = std::min(run.end, m_firstEnd);
+            visit(run);
+        }
+    }
+
     void CountHighBytes();
     void FindTouched();
     void CompareAscii();
     void SelectEncodings();
     bool SameReading(const Encoding& a, const Encoding& b) const;
     void SelectLanguages();
-    void Decode(const Encoding& encoding);
-    int CaseCost(const Encoding& encoding) const;
-    int MarkCost(const Encoding& encoding, const Language& language) const;
+    void Decode(const Encoding& encoding, unsigned end);
+    void CompareAllPairs();
     void ComparePairs(const Encoding& encoding, const Language& language, int caseCost);
-    int PairCosts(const Language& language) const;
+    int CaseCost(const Encoding& encoding, Extent extent) const;
+    int MarkCost(const Encoding& encoding, const Language& language) const;
+    int PairCosts(const Language& language, Extent extent) const;
     int AsciiTrigrams(unsigned language);
     int TouchedTrigrams(const Language& language) const;
     void Keep(const Combination& combination);
+    void AddBest(int asciiTrigrams, Candidates* candidates);
     bool IsHigh(std::size_t i) const { return m_text.sample[i] >= 0x80; }
+    unsigned KindAt(const Encoding& encoding, unsigned i) const {
+        return static_cast<unsigned>(encoding.kinds[m_text.sample[i]]);
+    }
 
     const Prepared& m_prepared;
     const Text& m_text;
@@ -78,8 +102,10 @@ class Comparison {
     HighByte m_high[128];
     unsigned m_highCount = 0;
     int m_highTotal = 0;
-    std::uint16_t m_touched[kSampleSize + 1];  // where a pair has a byte above ASCII
-    unsigned m_touchedCount = 0;
+    Run m_runs[kSampleSize / 2 + 1];  // where a pair has a byte above ASCII
+    unsigned m_runCount = 0, m_firstRuns = 0;
+    std::uint16_t m_firstEnd = 0;  // where the first look ends
+    unsigned m_touchedCount = 0, m_firstCount = 0;
 
     int m_otherScript = 0;    // the cost of Latin words in a text of another script
     int m_ascii[kRowLength];  // cost of the pairs in ASCII
@@ -93,6 +119,8 @@ class Comparison {
     std::uint8_t m_letters[kSampleSize + 2];  // of the sample, after one that is none
     Combination m_best[kMostCombinations];
     unsigned m_bestCount = 0;
+    unsigned m_sampleEnd = 0;
+    int m_mostHighCost = INT_MAX;
 };
 
 void Comparison::CountHighBytes() {
@@ -116,9 +144,29 @@ void Comparison::FindTouched() {
     bool before = false;
     for (std::size_t i = 0; i < m_text.sampleLength; ++i) {
         const bool high = IsHigh(i);
-        if (high || before) m_touched[m_touchedCount++] = static_cast<std::uint16_t>(i);
+        if (high || before) {
+            if (m_runCount == 0 || m_runs[m_runCount - 1].end != i)
+                m_runs[m_runCount++] = {static_cast<std::uint16_t>(i), 0};
+            m_runs[m_runCount - 1].end = static_cast<std::uint16_t>(i + 1);
+            ++m_touchedCount;
+        }
         before = high;
     }
+    // The first runs are enough to see which combinations are out of the question.
+    unsigned count = 0;
+    while (m_firstRuns < m_runCount && count < kFirstTouched) {
+        count += m_runs[m_firstRuns].end - m_runs[m_firstRuns].begin;
+        ++m_firstRuns;
+    }
+    if (count > 2 * kFirstTouched) {
+        Run& last = m_runs[m_firstRuns - 1];
+        const unsigned cut = count - kFirstTouched;
+        m_firstEnd = static_cast<std::uint16_t>(last.end - cut);
+        count -= cut;
+    } else if (m_firstRuns > 0) {
+        m_firstEnd = m_runs[m_firstRuns - 1].end;
+    }
+    m_firstCount = count;
 }
 
 void Comparison::CompareAscii() {
@@ -182,7 +230,7 @@ void Comparison::SelectEncodings() {
     }
     std::stable_sort(choices, choices + count,
                      [](const Choice& a, const Choice& b) { return a.cost < b.cost; });
-    const int margin = 20 * kCostOfBit + 3 * kCostOfBit * m_highTotal;
+    const int margin = 20 * kCostOfBit + 2 * kCostOfBit * m_highTotal;
     for (unsigned i = 0; i < count && m_encodingCount < kMostEncodings; ++i) {
         if (choices[i].cost > choices[0].cost + margin) break;
         bool same = false;
@@ -204,24 +252,24 @@ void Comparison::SelectLanguages() {
         static_cast<unsigned>(std::clamp<std::size_t>(kMostPairs / pairs, 8, kLatinLanguages));
 }
 
-void Comparison::Decode(const Encoding& encoding) {
+void Comparison::Decode(const Encoding& encoding, unsigned end) {
     m_letters[0] = 0;
-    for (std::size_t i = 0; i < m_text.sampleLength; ++i)
-        m_letters[i + 1] = encoding.letters[m_text.sample[i]];
-    m_letters[m_text.sampleLength + 1] = 0;
+    for (unsigned i = 0; i < end; ++i) m_letters[i + 1] = encoding.letters[m_text.sample[i]];
 }
 
-int Comparison::CaseCost(const Encoding& encoding) const {
+int Comparison::CaseCost(const Encoding& encoding, Extent extent) const {
     int cost = 0;
-    for (unsigned i = 0; i < m_touchedCount; ++i) {
-        const unsigned at = m_touched[i];
-        const ByteKind before = at == 0 ? ByteKind::kOther : encoding.kinds[m_text.sample[at - 1]];
-        const ByteKind kind = encoding.kinds[m_text.sample[at]];
-        cost += kCaseCosts[static_cast<unsigned>(before)][static_cast<unsigned>(kind)];
-        if (kind == ByteKind::kMark && IsLetter(before) && at + 1 < m_text.sampleLength &&
-            IsLetter(encoding.kinds[m_text.sample[at + 1]]))
-            cost += kInWordCost;
-    }
+    ForEachRun(extent, [&](Run run) {
+        unsigned before = run.begin == 0 ? 0 : KindAt(encoding, run.begin - 1u);
+        for (unsigned at = run.begin; at < run.end; ++at) {
+            const unsigned kind = KindAt(encoding, at);
+            cost += kCaseCosts[before][kind];
+            if (kind == static_cast<unsigned>(ByteKind::kMark) && IsLetter(before) &&
+                at + 1 < m_text.sampleLength && IsLetter(KindAt(encoding, at + 1)))
+                cost += kInWordCost;
+            before = kind;
+        }
+    });
     return cost;
 }
 
@@ -237,25 +285,34 @@ int Comparison::MarkCost(const Encoding& encoding, const Language& language) con
     return cost;
 }
 
-int Comparison::PairCosts(const Language& language) const {
+int Comparison::PairCosts(const Language& language, Extent extent) const {
     int cost = 0;
-    for (unsigned i = 0; i < m_touchedCount; ++i) {
-        const unsigned at = m_touched[i];
-        cost += language.PairCost(language.SymbolOf(m_letters[at]),
-                                  language.SymbolOf(m_letters[at + 1]));
-    }
+    const unsigned symbols = language.symbols;
+    ForEachRun(extent, [&](Run run) {
+        unsigned before = language.SymbolOf(m_letters[run.begin]);
+        for (unsigned at = run.begin; at < run.end; ++at) {
+            const unsigned symbol = language.SymbolOf(m_letters[at + 1]);
+            cost += Language::Value(language.pairs[before * symbols + symbol]);
+            before = symbol;
+        }
+    });
     return cost;
 }
 
 int Comparison::TouchedTrigrams(const Language& language) const {
     int cost = 0;
-    for (std::size_t i = 1; i < m_text.sampleLength; ++i) {
-        const bool touched = IsHigh(i) || IsHigh(i - 1) || (i > 1 && IsHigh(i - 2));
-        if (!touched || m_letters[i] == 0) continue;
-        cost += language.TrigramDifference(language.SymbolOf(m_letters[i - 1]),
-                                           language.SymbolOf(m_letters[i]),
-                                           language.SymbolOf(m_letters[i + 1]));
-    }
+    ForEachRun(Extent::kAll, [&](Run run) {
+        // The position after a run also has a byte above ASCII two before it.
+        const unsigned end = std::min<unsigned>(run.end + 1u, m_sampleEnd);
+        unsigned at = std::max<unsigned>(run.begin, 1);
+        unsigned a = language.SymbolOf(m_letters[at - 1]), b = language.SymbolOf(m_letters[at]);
+        for (; at < end; ++at) {
+            const unsigned c = language.SymbolOf(m_letters[at + 1]);
+            if (b != 0) cost += language.TrigramDifference(a, b, c);
+            a = b;
+            b = c;
+        }
+    });
     return cost;
 }
 
@@ -285,24 +342,22 @@ void Comparison::Keep(const Combination& combination) {
 void Comparison::ComparePairs(const Encoding& encoding, const Language& language, int caseCost) {
     const unsigned index = static_cast<unsigned>(&language - kLanguageTable);
     const bool isLatin = index < kLatinLanguages;
-    int cost = caseCost + PairCosts(language) + MarkCost(encoding, language);
-    const int highCost = cost;
-    cost += encoding.cost + (isLatin ? m_ascii[index] : m_ascii[m_latinOrder[0]] + m_otherScript);
+    const long first = caseCost + PairCosts(language, Extent::kFirst);
+    const int high = static_cast<int>(first * m_touchedCount / std::max(m_firstCount, 1u)) +
+                     MarkCost(encoding, language);
+    if (high > m_mostHighCost) return;
+    int cost = high + encoding.cost +
+               (isLatin ? m_ascii[index] : m_ascii[m_latinOrder[0]] + m_otherScript);
     if (!(m_prepared.regions[index] & encoding.regions)) cost += kForeignRegionCost;
     if (m_hint.Is(language.name)) cost -= kHintGain;
-    Keep({cost, &encoding, &language, highCost});
+    Keep({cost, &encoding, &language, high});
 }
 
-CommonCosts Comparison::Run(Candidates* candidates) {
-    CountHighBytes();
-    FindTouched();
-    CompareAscii();
-    SelectEncodings();
-    SelectLanguages();
+void Comparison::CompareAllPairs() {
     for (unsigned e = 0; e < m_encodingCount; ++e) {
         const Encoding& encoding = *m_encodings[e];
-        Decode(encoding);
-        const int caseCost = CaseCost(encoding);
+        Decode(encoding, m_firstEnd);
+        const int caseCost = CaseCost(encoding, Extent::kFirst);
         if (encoding.script == static_cast<std::uint8_t>(Script::kLatin)) {
             for (unsigned i = 0; i < m_latinCount; ++i)
                 ComparePairs(encoding, kLanguageTable[m_latinOrder[i]], caseCost);
@@ -312,37 +367,53 @@ CommonCosts Comparison::Run(Candidates* candidates) {
                     ComparePairs(encoding, kLanguageTable[i], caseCost);
         }
     }
+}
+
+// Computes the whole cost of the best combinations.
+void Comparison::AddBest(int asciiTrigrams, Candidates* candidates) {
+    const Encoding* decoded = nullptr;
+    for (unsigned i = 0; i < m_bestCount; ++i) {
+        const Combination& best = m_best[i];
+        if (i >= 4 && best.cost > m_best[0].cost + m_best[0].highCost / 8 + kRefineMargin) break;
+        const Encoding& encoding = *best.encoding;
+        const Language& language = *best.language;
+        if (decoded != &encoding) Decode(*(decoded = &encoding), m_sampleEnd);
+        const unsigned index = static_cast<unsigned>(&language - kLanguageTable);
+        Candidate candidate{encoding.name, encoding.codeSet};
+        candidate.highCost = MarkCost(encoding, language) + CaseCost(encoding, Extent::kAll) +
+                             PairCosts(language, Extent::kAll) + TouchedTrigrams(language);
+        candidate.cost = best.cost - best.highCost + candidate.highCost +
+                         (index < kLatinLanguages ? AsciiTrigrams(index) : asciiTrigrams);
+        candidate.kind = mbGuessLetters;
+        candidate.language = language.name;
+        candidate.characters = m_text.high;
+        candidates->Add(candidate);
+    }
+}
+
+CommonCosts Comparison::Compare(int rival, Candidates* candidates) {
+    m_sampleEnd = static_cast<unsigned>(m_text.sampleLength);
+    if (rival < kNoRival) m_mostHighCost = rival + rival / 4 + kRefineMargin;
+    CountHighBytes();
+    FindTouched();
+    CompareAscii();
+    SelectEncodings();
+    SelectLanguages();
+    CompareAllPairs();
     int ascii = INT_MAX;
-    const int bestPairs = m_ascii[m_latinOrder[0]];
     for (unsigned i = 0; i < 2; ++i) {
         const unsigned index = m_latinOrder[i];
         ascii = std::min(ascii, m_ascii[index] + AsciiTrigrams(index));
     }
-    const Encoding* decoded = nullptr;
-    for (unsigned i = 0; i < m_bestCount; ++i) {
-        Combination best = m_best[i];
-        if (decoded != best.encoding) Decode(*(decoded = best.encoding));
-        const unsigned index = static_cast<unsigned>(best.language - kLanguageTable);
-        const int touched = TouchedTrigrams(*best.language);
-        best.cost += touched;
-        best.cost += index < kLatinLanguages ? AsciiTrigrams(index) : ascii - bestPairs;
-        Candidate candidate{best.encoding->name, best.encoding->codeSet};
-        candidate.kind = mbGuessLetters;
-        candidate.cost = best.cost;
-        candidate.language = best.language->name;
-        candidate.characters = m_text.high;
-        candidate.compared = static_cast<std::size_t>(m_highTotal);
-        candidate.highCost = best.highCost + touched;
-        candidates->Add(candidate);
-    }
+    AddBest(ascii - m_ascii[m_latinOrder[0]], candidates);
     return {ascii, m_otherScript, static_cast<int>(m_touchedCount) * kNoiseCost + kNoNoiseGain};
 }
 
 }  // namespace
 
-CommonCosts AddSingleByte(const Prepared& prepared, const Text& text, const Hint& hint,
+CommonCosts AddSingleByte(const Prepared& prepared, const Text& text, const Hint& hint, int rival,
                           Candidates* candidates) {
-    return Comparison(prepared, text, hint).Run(candidates);
+    return Comparison(prepared, text, hint).Compare(rival, candidates);
 }
 
 }  // namespace genutil::detect

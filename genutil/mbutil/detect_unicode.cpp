@@ -88,7 +88,6 @@ bool CompareUtf16(const Text& text, bool bigEndian, Candidate* candidate) {
         else
             candidate->highCost += blocks.CostOf(unit);
     }
-    candidate->compared = candidate->characters;
     return candidate->characters > 0;
 }
 
@@ -102,13 +101,12 @@ bool CompareUtf32(const Text& text, bool bigEndian, Candidate* candidate) {
         if (candidate->characters++ >= kMostCompared) continue;
         candidate->highCost += c < 0x80 ? AsciiUnitCost(c) : blocks.CostOf(c);
     }
-    candidate->compared = std::min(candidate->characters, kMostCompared);
     return true;
 }
 
 }  // namespace
 
-void AddUtf8(const Text& text, int asciiCost, Candidates* candidates) {
+void AddUtf8(const Text& text, Candidates* candidates) {
     Candidate candidate{"utf-8", mbUtf8};
     Blocks blocks;
     const unsigned char* p = text.bytes;
@@ -129,9 +127,8 @@ void AddUtf8(const Text& text, int asciiCost, Candidates* candidates) {
         ++p;
     }
     if (candidate.characters == 0 || candidate.bad * 20 > candidate.characters) return;
-    candidate.compared = std::min(candidate.characters, kMostCompared);
     candidate.kind = candidate.bad > 0 ? mbGuessDamaged : mbGuessValid;
-    candidate.cost = asciiCost + candidate.highCost - kUtf8Gain;
+    candidate.cost = candidate.highCost - kUtf8Gain;
     candidates->Add(candidate);
 }
 
