@@ -214,6 +214,36 @@ class Program(unittest.TestCase):
         _, shown = on_terminal('convert', '-o', 'out.d', 'large', '海' * 60)
         self.assertIn('[2/2] ' + '海' * 36 + '\r\r' + ' ' * 78 + '\r', shown)
 
+    def test_convert_in_place(self):
+        write('d/a', '東é'.encode())
+        write('d/sub/b', '海'.encode())
+        write('d/c', '漢'.encode())
+        convert = ('convert', '--from', 'utf-8', '--to', 'euc-jp')
+        self.expect(run(*convert, '-r', '-o', '.', '--force', 'd/c', 'd/sub'), 0)
+        self.assertEqual((read('c'), read('b')), ('漢'.encode('euc_jp'), '海'.encode('euc_jp')))
+        if NATIVE:
+            os.chmod(SCRATCH / 'd/sub/b', 0o640)
+            os.symlink('d/sub/b', SCRATCH / 'link')
+            os.link(SCRATCH / 'd/sub/b', SCRATCH / 'hard')
+            self.expect(run(*convert, '--force', '-o', 'link', 'd/c'), 0)
+            self.assertTrue((SCRATCH / 'link').is_symlink())
+            self.assertEqual(read('d/sub/b'), '漢'.encode('euc_jp'))
+            write('d/sub/b', '海'.encode())
+            os.link(SCRATCH / 'd/sub/b', SCRATCH / 'hard2')
+            os.chmod(SCRATCH / 'd/sub/b', 0o640)
+        latin = ('convert', '--from', 'utf-8', '--to', 'latin1', '--in-place')
+        self.expect(run(*latin, '-r', 'd'), 2, 'd/a: is unchanged, because characters would be lost')
+        self.assertEqual(read('d/a'), '東é'.encode())
+        self.expect(run(*latin, '--force', '--escape', 'html', 'd/a'), 1)
+        self.assertEqual(read('d/a'), '&#26481;é'.encode('latin1'))
+        self.expect(run(*convert, '--in-place', 'link' if NATIVE else 'd/sub/b'), 0)
+        self.assertEqual(read('d/sub/b'), '海'.encode('euc_jp'))
+        if NATIVE:
+            self.assertEqual(read('hard2'), '海'.encode('euc_jp'))
+            self.assertEqual(os.stat(SCRATCH / 'd/sub/b').st_mode & 0o777, 0o640)
+        self.expect(run('convert', '--from', 'utf-8', '--to', 'utf-8', '-', given=b'a\xff'), 1)
+        self.expect(run('convert', '-r', 'd'), 2, '-r needs --in-place or an output folder')
+
     def test_convert_reports_losses(self):
         write('in', 'ok é\n東京 😀 é\n'.encode())
         out = self.expect(run('convert', '--from', 'utf-8', '--to', 'sjis', 'in'), 1,
@@ -271,20 +301,20 @@ class Program(unittest.TestCase):
 
     def test_text(self):
         write('sjis', '東京ｱbc\r\nかな'.encode('cp932'))
-        write('bad', b'ab\n\x82\xa0\x82 \xfd')
+        write('bad', b'ab\n\x82\xa0\x82 \x82')
         out = self.expect(run('text', '--show', '3', '--code-set', 'sjis', 'sjis', 'bad'), 1).decode()
         for line in ('sjis', '  code set      shift_jis', '  bytes         13', '  characters    9',
                      '  lines         2', '  of 1 byte     5', '  of 2 bytes    4', '  invalid       0',
                      '        0  93 8C        U+6771      東', '        2  B1           U+FF71      ｱ',
                      'bad', '  invalid       2', '    line 2, column 2 (byte 5): 82',
-                     '    line 2, column 4 (byte 7): FD', '        2  0A           U+000A      \\n'):
+                     '    line 2, column 4 (byte 7): 82', '        2  0A           U+000A      \\n'):
             self.assertIn(line, out.splitlines())
         write('utf8', 'é😀\n'.encode() + b'\xe3\x81')
         write('jis', '東a'.encode('iso2022_jp'))
         write('utf16', '\r\n😀'.encode('utf-16'))
         out = self.expect(run('text', '--show=9', 'utf8', 'jis', 'utf16'), 1).decode().splitlines()
         for line in ('  code set      utf-8 (detected)', '        1  F0 9F 98 80  U+1F600     😀',
-                     '        3  E3           invalid', '        0  45 6C        U+6771      東',
+                     '        3  E3 81        invalid', '        0  45 6C        U+6771      東',
                      '        1  61           U+0061      a', '        2  3D D8 00 DE  U+1F600     😀'):
             self.assertIn(line, out)
         if NATIVE:

@@ -1,11 +1,10 @@
 // The search that takes over in repetitive text, beside the standard library's.
-#include "genutil/mbutil/two_way.h"
-
 #include <gtest/gtest.h>
 
 #include <random>
 #include <string>
 
+#include "genutil/mbutil/two_way.h"
 #include "mbutil.h"
 #include "tests/support/code_set_guard.h"
 

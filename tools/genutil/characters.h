@@ -33,7 +33,7 @@ class CharacterWalk {
 
     std::string_view m_text;
     int m_codeSet;
-    std::string_view m_escape;  // the escape sequence of ISO-2022-JP in force
+    std::string m_escape;  // the escape sequences and the shift in force
     std::size_t m_at;
     std::size_t m_length = 0;
     std::size_t m_line = 1;

@@ -24,7 +24,10 @@ std::optional<Encoding> FindEncoding(const std::string& name) {
     const int codeSet = mbGetCodeSetFromCharset(name.c_str());
     const std::string upper = UpperCase(name);
     // The lookup returns "Western" for unknown names.
-    if (codeSet == mbWestern && !Contains(upper, "1252") && !Contains(upper, "WESTERN")) return {};
+    if (codeSet == mbWestern && !Contains(upper, "1252") && !Contains(upper, "WESTERN") &&
+        !upper.ends_with("ASCII"))
+        return {};
+    if (codeSet == mbUtf16Be) return Encoding{mbUtf16, true};
     if (codeSet != mbUtf16) return Encoding{codeSet};
     const bool bigEndian = upper.ends_with("BE");
     return Encoding{codeSet, bigEndian, !bigEndian && !upper.ends_with("LE")};
@@ -49,10 +52,12 @@ std::string ListEncodings() {
         list.append(1, ' ').append(name);
         width += 1 + name.size();
     };
-    for (int codeSet = 0; codeSet <= mbUtf8; ++codeSet) {
+    for (int codeSet = 0; codeSet <= mbUtf32Be; ++codeSet) {
         const std::string name = NameOf({codeSet});
         // A name that two code sets share denotes the first.
-        if (!name.empty() && mbGetCodeSetFromCharset(name.c_str()) == codeSet) add(name);
+        if (!name.empty() && mbGetCodeSetFromCharset(name.c_str()) == codeSet &&
+            codeSet != mbUtf16Be)
+            add(name);
     }
     add("utf-16le");
     add("utf-16be");

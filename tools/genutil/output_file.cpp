@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 
 #include "tools/genutil/command.h"
 #include "tools/genutil/system.h"
@@ -52,11 +54,10 @@ bool MayWrite(const std::string& path, bool force) {
     }
 }
 
-bool WriteFile(const std::string& path, const std::string& text) {
-    if (KindOf(path) == FileKind::kOther) {
-        std::FILE* file = std::fopen(path.c_str(), "wb");
-        return (file && WriteAndClose(file, text)) || Fail(path, errno);
-    }
+namespace {
+
+// Writes a new file beside a path. Returns its name, or nothing after a message.
+std::string WriteBeside(const std::string& path, const std::string& text) {
     std::string part;
     std::FILE* file = nullptr;
     for (int i = 0; !file && i < 100; ++i) {
@@ -64,11 +65,58 @@ bool WriteFile(const std::string& path, const std::string& text) {
         file = CreateNewFile(part);
         if (!file && errno != EEXIST) break;
     }
-    if (!file) return Fail(path, errno);
+    if (!file) {
+        Fail(path, errno);
+        return {};
+    }
     Remember(part);
-    const bool done = WriteAndClose(file, text) && MoveOver(part, path);
+    if (WriteAndClose(file, text)) return part;
+    const int error = errno;
+    std::remove(part.c_str());
+    g_unfinished[0] = 0;
+    Fail(path, error);
+    return {};
+}
+
+// Returns the file to which a link leads, so that the link remains.
+std::string TargetOf(const std::string& path) {
+    std::error_code error;
+    if (!std::filesystem::is_symlink(path, error)) return path;
+    const std::string target = std::filesystem::canonical(path, error).string();
+    return error ? path : target;
+}
+
+}  // namespace
+
+bool WriteFile(const std::string& path, const std::string& text) {
+    if (KindOf(path) == FileKind::kOther) {
+        std::FILE* file = std::fopen(path.c_str(), "wb");
+        return (file && WriteAndClose(file, text)) || Fail(path, errno);
+    }
+    const std::string target = TargetOf(path), part = WriteBeside(target, text);
+    if (part.empty()) return false;
+    const bool done = MoveOver(part, target);
     const int error = errno;
     if (!done) std::remove(part.c_str());
     g_unfinished[0] = 0;
     return done || Fail(path, error);
+}
+
+bool RewriteFile(const std::string& path, const std::string& text) {
+    const std::string target = TargetOf(path);
+    std::FILE* file = std::fopen(target.c_str(), "r+b");  // fails before anything is written
+    if (!file) return Fail(path, errno);
+    const std::string part = WriteBeside(target, text);
+    g_unfinished[0] = 0;  // from here on, it is what an interruption must not remove
+    if (part.empty()) {
+        std::fclose(file);
+        return false;
+    }
+    if (!WriteAndClose(file, text) || !CutFile(target, text.size())) {
+        Complain(path + ": cannot be written: " + std::strerror(errno) + "; the text is in " +
+                 part);
+        return false;
+    }
+    std::remove(part.c_str());
+    return true;
 }

@@ -11,3 +11,8 @@ bool MayWrite(const std::string& path, bool force);
 // any failure, an existing file is unchanged. Devices and pipes are written to directly. Returns
 // false after a message.
 bool WriteFile(const std::string& path, const std::string& text);
+
+// Replaces the contents of an existing file, which remains the same file: its owner, rights and
+// links are kept. The new contents are written to a file beside it first. If they cannot be written
+// to the file itself, a message names the file that has them. Returns false after a message.
+bool RewriteFile(const std::string& path, const std::string& text);

@@ -14,6 +14,9 @@ std::FILE* CreateNewFile(const std::string& path);
 // Renames a file and replaces an existing one. Returns false on failure.
 bool MoveOver(const std::string& from, const std::string& to);
 
+// Sets the length of a file. Returns false on failure, with errno set.
+bool CutFile(const std::string& path, std::size_t length);
+
 // Switches the standard streams to unchanged bytes.
 void UseBinaryStreams();
 

@@ -25,6 +25,10 @@ bool MoveOver(const std::string& from, const std::string& to) {
     return std::rename(from.c_str(), to.c_str()) == 0;
 }
 
+bool CutFile(const std::string& path, std::size_t length) {
+    return truncate(path.c_str(), static_cast<off_t>(length)) == 0;
+}
+
 void UseBinaryStreams() {}
 
 bool IsTerminal(std::FILE* stream) {

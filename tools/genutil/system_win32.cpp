@@ -23,6 +23,13 @@ bool MoveOver(const std::string& from, const std::string& to) {
     return MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
 }
 
+bool CutFile(const std::string& path, std::size_t length) {
+    const int file = _open(path.c_str(), _O_RDWR | _O_BINARY);
+    if (file < 0) return false;
+    const bool done = _chsize_s(file, static_cast<long long>(length)) == 0;
+    return _close(file) == 0 && done;
+}
+
 void UseBinaryStreams() {
     for (std::FILE* stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
 }
