@@ -8,6 +8,7 @@
 #include "gennum.h"
 #include "genstr.h"
 #include "genversion.h"
+#include "mbdetect.h"
 #include "mbutil.h"
 #include "osutil.h"
 

@@ -13,7 +13,7 @@ TREE, CXX, CC = pathlib.Path(sys.argv[1]), sys.argv[2], sys.argv[3]
 WINDOWS = 'mingw' in CXX
 HEADERS = sorted(path.name for path in (TREE / 'include').glob('*.h'))
 ALL = '#include <genutil.h>\n'
-C_HEADERS = '#include <mbutil.h>\n#include <genlist.h>\n#include <genversion.h>\n'
+C_HEADERS = '#include <mbdetect.h>\n#include <genlist.h>\n#include <genversion.h>\n'
 STRICT = ['-Wall', '-Wextra', '-pedantic', '-Wconversion', '-Wshadow', '-Wold-style-cast',
           '-Wnon-virtual-dtor', '-Wundef', '-Werror']
 # The macros of toolkits that take ordinary words.

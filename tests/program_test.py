@@ -4,6 +4,7 @@
 COMMAND starts the program; it may have an emulator in front. Starts cost time there, so that each
 run checks several things. The scratch folder is made anew.
 """
+import json
 import os
 import pathlib
 import shutil
@@ -100,32 +101,46 @@ class Program(unittest.TestCase):
 
     def test_detect(self):
         rows = [
-            ('ascii', b'plain text\n', 'ascii'),
-            ('empty', b'', 'ascii'),
-            ('jis', TEXT.encode('iso2022_jp'), 'iso-2022-jp'),
-            ('euc', TEXT.encode('euc_jp'), 'euc-jp'),
-            ('sjis', TEXT.encode('cp932'), 'shift_jis'),
-            ('names', b'\xfb\xfc\x8b\xb4\x82\xc6\n', 'shift_jis'),  # the first byte says otherwise
-            ('either', '海'.encode('euc_jp'), 'euc-jp or shift_jis'),
-            ('utf8', TEXT.encode(), 'utf-8'),
-            ('damaged', TEXT.encode() * 9 + b'\xff\n', 'utf-8'),
-            ('mark8', b'\xef\xbb\xbfabc', 'utf-8 with byte-order mark'),
-            ('mark16', TEXT.encode('utf-16'), 'utf-16 with byte-order mark'),
-            ('little', (TEXT * 9 + '\a').encode('utf-16-le'), 'utf-16'),
-            ('controls', b'\1\0' * 9 + b'ab', 'ascii'),
-            ('big', TEXT.encode('utf-16-be'), 'utf-16be'),
+            ('ascii', b'plain text\n', 'ascii (1.00)'),
+            ('empty', b'', 'ascii (1.00)'),
+            ('jis', TEXT.encode('iso2022_jp'), 'iso-2022-jp (0.99)'),
+            ('euc', TEXT.encode('euc_jp'), 'euc-jp (0.99)'),
+            ('sjis', TEXT.encode('cp932'), 'shift_jis (0.99)'),
+            ('utf8', TEXT.encode(), 'utf-8 (0.99)'),
+            ('mark8', b'\xef\xbb\xbfabc', 'utf-8 with byte-order mark (1.00)'),
+            ('mark16', TEXT.encode('utf-16'), 'utf-16 with byte-order mark (1.00)'),
+            ('little', (TEXT * 9 + '\a').encode('utf-16-le'), 'utf-16le (0.99)'),
+            ('big', TEXT.encode('utf-16-be'), 'utf-16be (0.99)'),
+            ('latin', 'déjà vu, où est l’été ?\n'.encode('cp1252'), 'windows-1252 (0.99)'),
         ]
         for name, content, _ in rows:
             write(name, content)
         out = self.expect(run('detect', *[row[0] for row in rows]), 0)
         self.assertEqual(out.decode().splitlines(), [f'{name}: {kind}' for name, _, kind in rows])
-        write('latin', 'déjà vu, où est l’été ?\n'.encode('cp1252'))
+        write('nothing', b'\0' * 1000)
+        write('short', b'\xb3\xa4')
         write('folder/x', b'')
-        out = self.expect(run('detect', 'missing', 'folder', 'latin', '-', given=TEXT.encode('euc_jp')),
-                          2, 'missing: no such file', 'folder: is a folder')
-        self.assertEqual(out, b'latin: unknown\nstandard input: euc-jp\n')
+        files = 'missing', 'folder', 'nothing', '-'
+        out = self.expect(run('detect', *files, given=TEXT.encode('euc_jp')), 2,
+                          'missing: no such file', 'folder: is a folder')
+        self.assertEqual(out, b'nothing: unknown\nstandard input: euc-jp (0.99)\n')
+        out = self.expect(run('detect', '--json', 'nothing', 'short', 'utf8'), 1)
+        objects = [json.loads(line) for line in out.splitlines()]
+        self.assertEqual([o['file'] for o in objects], ['nothing', 'short', 'utf8'])
+        self.assertEqual(objects[0]['guesses'], [])
+        self.assertIn('euc-jp', [guess['encoding'] for guess in objects[1]['guesses']])
+        self.assertEqual(objects[2]['guesses'][0]['evidence'], 'valid UTF-8, 9 multi-byte characters')
         if NATIVE:
-            self.expect(run('detect', 'latin', 'sjis'), 1)
+            out = self.expect(run('detect', '--all', 'short', 'sjis'), 1).decode()
+            self.assertRegex(out, r'(?m)^  0\.\d\d  gb2312 +too short to tell: 1 character')
+            self.assertRegex(out, r'(?m)^  0\.99  shift_jis +letters as in Japanese, 9 ')
+
+    def test_convert_refuses_an_uncertain_guess(self):
+        write('short', b'\xb3\xa4')
+        self.expect(run('convert', '-o', 'out', 'short'), 2, 'short: its encoding is uncertain: ', '--guess')
+        self.assertFalse((SCRATCH / 'out').exists())
+        self.expect(run('convert', '--guess', '-o', 'out', 'short'), 0, 'short: read as ')
+        self.assertTrue((SCRATCH / 'out').exists())
 
     def test_convert_many(self):
         encodings = {'sjis': 'cp932', 'euc': 'euc_jp', 'jis': 'iso2022_jp', 'utf16': 'utf-16',
@@ -167,7 +182,7 @@ class Program(unittest.TestCase):
     @unittest.skipUnless(NATIVE, 'devices and terminals of the system')
     def test_terminal(self):
         import pty  # which Windows lacks
-        write('large', b'0' * 70000000 + '\n漢字'.encode('euc_jp'))
+        write('large', b'0' * 70000000 + '\n漢字かな'.encode('euc_jp'))
         write('海' * 60, b'x')
 
         def on_terminal(*arguments, **environment):
@@ -191,7 +206,7 @@ class Program(unittest.TestCase):
         self.assertEqual(on_terminal('convert', '-o', 'out', 'none'),
                          (2, '\x1b[1;31mgenutil:\x1b[0m none: no such file\r\n'))
         status, shown = on_terminal('convert', '-o', 'out', 'large')
-        self.assertEqual(read('out')[70000000:], '\n漢字'.encode())
+        self.assertEqual(read('out')[70000000:], '\n漢字かな'.encode())
         for part in ('64 MB of large', 'converting large', 'writing out'):
             self.assertIn(part + '\r', shown)
         self.assertRegex(shown, r'\r +\r$')

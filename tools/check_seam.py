@@ -19,7 +19,7 @@ LAYERS = [
               'genutil/version.cpp', 'include/genversion.h',
               'include/genexport.h']),
     ('platform', []),  # the headers of osutil/platform/FAMILY/, see layer_of()
-    ('multibyte', ['genutil/mbutil/', 'genutil/jaconv/', 'include/mbutil.h', ':text']),
+    ('multibyte', ['genutil/mbutil/', 'genutil/jaconv/', 'include/mbutil.h', 'include/mbdetect.h', ':text']),
     ('string', ['genutil/string/', 'include/genstring.h', 'include/gencharacters.h', 'include/genstringio.h',
                 'include/ostext.h']),
     ('list', ['genutil/list/', 'include/genlist.h', 'include/genstr.h']),

@@ -20,6 +20,7 @@ constexpr std::size_t kListed = 5;
 struct Job {
     std::string from, to, out, escape;
     bool force = false, inPlace = false, recursive = false, bestFit = false, mark = false;
+    bool guess = false;
     bool outIsFolder = false;
     std::vector<std::string> files;
     std::map<std::string, std::string> inFolder;  // of files that a folder led to: their path in it
@@ -141,7 +142,7 @@ Status ConvertFile(const Job& job, const std::string& file) {
     const std::string path = job.out.empty() && !job.inPlace ? "" : OutputPath(job, file);
     if (!path.empty() && !job.inPlace && !MayWrite(path, job.force)) return kError;
     Input input;
-    if (!ReadInput(file, job.from, &input)) return kError;
+    if (!ReadInput(file, job.from, job.guess, &input)) return kError;
     std::string result;
     if (input.text.size() >= kLargeFile) ShowProgress(input.name, "converting ");
     const Status status = ConvertText(input, job, &result);
@@ -213,7 +214,8 @@ Status RunConvert(const Arguments& arguments) {
                                          {"--best-fit", nullptr, nullptr, &job.bestFit},
                                          {"--escape", nullptr, &job.escape, nullptr},
                                          {"--mark", nullptr, nullptr, &job.mark},
-                                         {"--force", nullptr, nullptr, &job.force}};
+                                         {"--force", nullptr, nullptr, &job.force},
+                                         {"--guess", nullptr, nullptr, &job.guess}};
     if (!ParseArguments(arguments, options, &job.files) || !CheckJob(&job)) return kError;
     Status status = kOk;
     for (std::size_t i = 0; i < job.files.size(); ++i) {
@@ -246,7 +248,9 @@ const Command kConvertCommand = {
     "  --escape KIND     writes lost characters as \\uXXXX (unicode) or &#NNNN; (html)\n"
     "  --mark            begins text in Unicode with a byte-order mark\n"
     "  --force           replaces output files that exist, and loses characters in place\n"
+    "  --guess           converts from the likeliest encoding even if it is uncertain\n"
     "\n"
+    "Without --from, a file whose encoding is uncertain (below 0.9 in genutil detect) is refused.\n"
     "\"-\" means standard input. An output file is written completely or not at all.\n"
     "\n"
     "Exit status: 0 nothing was lost, 1 characters were lost, 2 wrong usage or a file failed.\n",

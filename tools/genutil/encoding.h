@@ -1,4 +1,4 @@
-// Encodings by name, and detection of a text's encoding.
+// Encodings by name.
 #pragma once
 
 #include <optional>
@@ -19,15 +19,6 @@ std::string ListEncodings();  // their names, wrapped in lines
 
 // Converts big-endian text to the little-endian order that conversions read, and back.
 void SwapUnits(std::string* text);
-
-struct Detection {
-    enum Kind { kAscii, kCertain, kEucJpOrShiftJis, kUnknown };
-    Kind kind;
-    Encoding encoding;       // the encoding to read the text in, unless unknown
-    std::size_t markLength;  // length of its byte-order mark
-};
-Detection Detect(const std::string& text);
-std::string Describe(const Detection& detection);
 
 // Returns the length of the byte-order mark at the start of a text, in the encoding's own byte
 // order.

@@ -7,6 +7,7 @@
 
 #include "mbutil.h"
 #include "tools/genutil/command.h"
+#include "tools/genutil/guess.h"
 #include "tools/genutil/system.h"
 
 namespace {
@@ -32,6 +33,22 @@ bool ReadAll(std::FILE* file, const std::string& name, std::string* bytes) {
 bool Fail(const std::string& path, const std::string& what) {
     Complain(DisplayName(path) + ": " + what);
     return false;
+}
+
+bool ChooseEncoding(const std::string& path, bool guess, Input* input) {
+    const std::vector<mbGuess> guesses = Guess(input->text);
+    if (guesses.empty())
+        return Fail(path, "its encoding is not recognised; name it (genutil --help lists them)");
+    const mbGuess& best = guesses[0];
+    const bool trusted = best.confidence >= kTrusted;
+    if (!trusted && !guess)
+        return Fail(path, "its encoding is uncertain: " + ListGuesses(guesses) +
+                              "; name it with --from, or accept the first with --guess");
+    if (!trusted)
+        Complain(input->name + ": read as " + NameOf(best) + "; possible are " +
+                 ListGuesses(guesses));
+    input->encoding = EncodingOf(best);
+    return true;
 }
 
 }  // namespace
@@ -64,18 +81,12 @@ bool CheckEncodingName(const std::string& encodingName) {
     return false;
 }
 
-bool ReadInput(const std::string& path, const std::string& encodingName, Input* input) {
+bool ReadInput(const std::string& path, const std::string& encodingName, bool guess, Input* input) {
     input->name = DisplayName(path);
     if (!ReadBytes(path, &input->text)) return false;
     input->detected = encodingName.empty() || encodingName == "auto";
     if (input->detected) {
-        const Detection found = Detect(input->text);
-        if (found.kind == Detection::kUnknown)
-            return Fail(path,
-                        "its encoding is not recognised; name it (genutil --help lists them)");
-        if (found.kind == Detection::kEucJpOrShiftJis)
-            Complain(input->name + ": read as euc-jp, but may also be shift_jis");
-        input->encoding = found.encoding;
+        if (!ChooseEncoding(path, guess, input)) return false;
     } else {
         input->encoding = *FindEncoding(encodingName);
     }

@@ -19,7 +19,8 @@ bool ReadBytes(const std::string& path, std::string* bytes);
 // Reads a file. Returns false after a message.
 // @param encodingName a name that CheckEncodingName() has accepted; "auto" or empty detects the
 //     encoding.
-bool ReadInput(const std::string& path, const std::string& encodingName, Input* input);
+// @param guess false refuses a text whose encoding is uncertain.
+bool ReadInput(const std::string& path, const std::string& encodingName, bool guess, Input* input);
 
 // Returns true if the name of an encoding is known, or requests detection. Returns false after a
 // message.

@@ -119,7 +119,7 @@ Status RunText(const Arguments& arguments) {
     Status status = kOk;
     for (const std::string& file : files) {
         Input input;
-        if (!ReadInput(file, codeSet, &input)) {
+        if (!ReadInput(file, codeSet, true, &input)) {
             status = Worse(status, kError);
             continue;
         }
