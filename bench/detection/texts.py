@@ -71,7 +71,7 @@ def declarations(folder, tags):
     for path in sorted(glob.glob(folder + "/*.html")):
         head = open(path, encoding="utf-8").read(300)
         tag = re.search(r' lang="([^"]*)"', head)
-        if tag and tag.group(1) in tags.split() and "_hans_" not in path:
+        if tag and tag.group(1) in tags.split() and not re.search("_hans_|068", path):  # dialects
             yield from paragraphs(path)
 
 

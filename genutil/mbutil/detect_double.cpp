@@ -73,7 +73,7 @@ bool Compare(const CodePage& page, const Text& text, Ideographs language, Candid
         p += read.length;
     }
     candidate->highCost = cost;
-    return candidate->characters > 0;
+    return candidate->characters > 0 && candidate->bad * 20 <= candidate->characters;
 }
 
 }  // namespace

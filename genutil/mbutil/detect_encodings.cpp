@@ -124,7 +124,9 @@ void SetByte(Encoding& encoding, unsigned byte, unsigned character) {
                                                  : ByteKind::kLower;
     }
     if (byte >= 0x80 && encoding.letters[byte] == 0 && !IsInWords(character))
-        encoding.kinds[byte] = IsOpening(character) ? ByteKind::kOpening : ByteKind::kMark;
+        encoding.kinds[byte] = IsOpening(character) ? ByteKind::kOpening
+                               : character == 0xA0  ? ByteKind::kSpace
+                                                    : ByteKind::kMark;
     if (byte >= 0x80) encoding.marks[byte] = static_cast<std::int8_t>(FindMark(character));
     encoding.costs[byte] = byte < 0x80 ? 0 : static_cast<std::uint8_t>(LeastCost(encoding, byte));
 }

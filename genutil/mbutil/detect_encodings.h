@@ -20,7 +20,7 @@ enum Region : std::uint8_t {
     kOther = 128
 };
 
-enum class ByteKind : std::uint8_t { kOther, kLower, kUpper, kCaseless, kMark, kOpening };
+enum class ByteKind : std::uint8_t { kOther, kLower, kUpper, kCaseless, kMark, kOpening, kSpace };
 
 struct Encoding {
     const char* name;

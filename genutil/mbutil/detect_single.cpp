@@ -12,7 +12,7 @@ namespace genutil::detect {
 
 namespace {
 
-constexpr int kInWordCost = 8 * kCostOfBit;  // a mark between letters
+constexpr int kInWordCost = 8 * kCostOfBit;  // a mark between letters, or two spaces
 constexpr int kNoiseCost = 8 * kCostOfBit, kNoNoiseGain = 16 * kCostOfBit;
 constexpr int kLatinWordCost = 2 * kCostOfBit;
 constexpr unsigned kMostLatinWords = 10;
@@ -26,10 +26,11 @@ constexpr int kMixedCost = 10 * kCostOfBit;  // a letter of another script besid
 constexpr std::size_t kMostPairs = 6000;     // compared before the best combinations are chosen
 
 // Costs of the letter case of a byte after another, by their kinds: other, lower, upper,
-// caseless, mark, opening mark.
-constexpr std::uint8_t kCaseCosts[6][6] = {{0, 1, 12, 0, 0, 0},  {0, 0, 36, 12, 0, 36},
-                                           {0, 3, 9, 12, 0, 36}, {0, 12, 12, 0, 0, 36},
-                                           {0, 1, 12, 0, 0, 0},  {0, 1, 12, 0, 0, 0}};
+// caseless, mark, opening mark, no-break space.
+constexpr std::uint8_t kCaseCosts[7][7] = {{0, 1, 12, 0, 0, 0, 0},  {0, 0, 36, 12, 0, 36, 0},
+                                           {0, 3, 9, 12, 0, 36, 0}, {0, 12, 12, 0, 0, 36, 0},
+                                           {0, 1, 12, 0, 0, 0, 0},  {0, 1, 12, 0, 0, 0, 0},
+                                           {0, 1, 12, 0, 0, 0, 0}};
 
 struct HighByte {
     std::uint8_t byte;
@@ -91,6 +92,10 @@ class Comparison {
     void Keep(const Combination& combination);
     void AddBest(int asciiTrigrams, Candidates* candidates);
     bool IsHigh(std::size_t i) const { return m_text.sample[i] >= 0x80; }
+    bool IsBesideSpace(unsigned i) const {
+        return (i > 0 && m_text.sample[i - 1] == ' ') ||
+               (i + 1 < m_text.sampleLength && m_text.sample[i + 1] == ' ');
+    }
     unsigned KindAt(const Encoding& encoding, unsigned i) const {
         return static_cast<unsigned>(encoding.kinds[m_text.sample[i]]);
     }
@@ -266,6 +271,8 @@ int Comparison::CaseCost(const Encoding& encoding, Extent extent) const {
             cost += kCaseCosts[before][kind];
             if (kind == static_cast<unsigned>(ByteKind::kMark) && IsLetter(before) &&
                 at + 1 < m_text.sampleLength && IsLetter(KindAt(encoding, at + 1)))
+                cost += kInWordCost;
+            if (kind == static_cast<unsigned>(ByteKind::kSpace) && IsBesideSpace(at))
                 cost += kInWordCost;
             before = kind;
         }

@@ -35,7 +35,7 @@ class Blocks {
     int CostOf(unsigned c) {
         if (IsIdeograph(c)) return LeastIdeographCost(c);
         if (c >= 0x80 && c < 0xA0) return kControlCost;
-        if (c >= 0xE000 && c < 0xF900) return kOwnUseCost;
+        if ((c >= 0xE000 && c < 0xF900) || c >= 0x40000) return kOwnUseCost;
         if ((c >= 0x2000 && c < 0x2E80) || c >= 0x10000) return kOtherBlockCost;
         if (c >= 0xA000 || (c >= 0x1200 && c < 0x1E00)) return kRareCost;
         const unsigned block = c / 0x80;

@@ -33,6 +33,7 @@ SAME = {0x0219: 0x015F, 0x021B: 0x0163}
 TONES = {"\u0300", "\u0301", "\u0303", "\u0309", "\u0323"}
 MARKS = 64
 FOREIGN = 5  # bits that tell the letters apart which share the symbol for foreign ones
+OWN_TOP = 78  # highest cost of a letter of the language's own
 MIXED = 10  # least cost in bits of two scripts in a word
 # Marks that books and letters use more often than manual pages and messages, in any language.
 # Their costs are the same in all, as they also stand in words and names of other languages.
@@ -189,7 +190,8 @@ class Language:
                     p[a][b] = n[a][b] / (row + 8) * 2 ** -FOREIGN + 8 * single[b] / total / (row + 8)
                 if self.mixed(a, b):
                     p[a][b] = min(p[a][b], 2 ** -MIXED)
-                self.pairs.append(self.plain_cost(a, b) if self.plain(a, b) else cost(p[a][b]))
+                most = TOP if b == size - 1 else OWN_TOP
+                self.pairs.append(self.plain_cost(a, b) if self.plain(a, b) else min(most, cost(p[a][b])))
         self.triples(triples, pairs, p)
 
     def triples(self, triples, pairs, p):
