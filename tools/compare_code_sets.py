@@ -4,7 +4,7 @@ that encodes) and with iconv (every character that encodes).
 
 usage: compare_code_sets.py LIBRARY [NUMBER...]
 
-Prints a line for each code set and codec, with the differences as ranges. docs/code-sets.md explains
+Prints a line for each code set and codec, with the differences as ranges. docs/code-pages.md explains
 each of them."""
 import ctypes
 import shutil

@@ -6,6 +6,7 @@
 
 #include "osfile.h"
 #include "osutil/file/path.h"
+#include "osutil/platform/file/directories.h"
 #include "osutil/platform/file/files.h"
 #include "osutil/platform/file/temporary_directory.h"
 
@@ -43,10 +44,9 @@ namespace {
 
 int MakeOne(CGNString const& path) {
     const int result = platform::MakeDirectory(path);
-    struct _stat status;
     if (result != osFileExists && result != osFileAccessDenied) return result;
-    if (OSFileStat(path, status) != 0) return result;
-    return (status.st_mode & S_IFMT) == S_IFDIR ? 0 : int{osFileExists};
+    using platform::Directory;
+    return Directory(path, Directory::Links::kFollow).IsOpen() ? 0 : result;
 }
 
 }  // namespace

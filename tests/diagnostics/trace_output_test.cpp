@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstring>
 #include <ctime>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -30,6 +29,16 @@ std::string Bytes(const std::string& path) {
         std::fclose(file);
     }
     return text;
+}
+
+// Whether a text has a form in which # is any digit.
+bool Fits(const std::string& text, const std::string& form) {
+    if (text.size() != form.size()) return false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isDigit = text[i] >= '0' && text[i] <= '9';
+        if (form[i] == '#' ? !isDigit : text[i] != form[i]) return false;
+    }
+    return true;
 }
 
 class TraceOutput : public testing::Test {
@@ -79,21 +88,20 @@ TEST_F(TraceOutput, FormatsLinesAsTheProgramChooses) {
         int row;
         const char* format;
         bool utc;
-        std::string expected;  // a regular expression
+        std::string expected;
     } kRows[] = {
         {__LINE__, "{message}", false, "5 of x\n"},
         {__LINE__, "[{thread}] {module}|{mask}|{position}|{{%%{message}", false,
-         "\\[" + thread + "\\] mod\\|1\\|here\\|\\{%5 of x\n"},
-        {__LINE__, "%F %T.%L %z {message}", false,
-         "20\\d\\d-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3} \\+0530 5 of x\n"},
-        {__LINE__, "%Y%m%d%H%M%S%L%y%z", true, "20\\d{15}\\d\\d\\+0000\n"},
-        {__LINE__, "%D %R %s", true, "\\d\\d/\\d\\d/\\d\\d \\d\\d:\\d\\d \\d{10,}\n"},
+         "[" + thread + "] mod|1|here|{%5 of x\n"},
+        {__LINE__, "%F %T.%L %z {message}", false, "20##-##-## ##:##:##.### +0530 5 of x\n"},
+        {__LINE__, "%Y%m%d%H%M%S%L%y%z", true, "20#################+0000\n"},
+        {__LINE__, "%D %R %s", true, "##/##/## ##:## ##########\n"},
     };
     for (const auto& row : kRows) {
         line.clear();
         EXPECT_TRUE(m_trace.ResetFormat(row.format, row.utc)) << row.row;
         m_trace.WriteMsg("here", 1, "mod", "%d of %s", 5, "x");
-        EXPECT_TRUE(std::regex_match(line, std::regex(row.expected))) << row.row << ' ' << line;
+        EXPECT_TRUE(Fits(line, row.expected)) << row.row << ' ' << line;
     }
     for (const char* bad : {"%", "%q", "{", "{messages}", "{message}{message}", "a{thread", "%{"})
         EXPECT_FALSE(m_trace.ResetFormat(bad)) << bad;
@@ -110,9 +118,7 @@ TEST_F(TraceOutput, WritesJsonInUtf8) {
     m_trace.ResetOutput(kSink);
     ASSERT_TRUE(m_trace.ResetJson(1));
     m_trace.WriteMsg(nullptr, 2, "m\"", "\x8A\xBF\x83\x5C\t%s", std::string(3000, 'x').c_str());
-    EXPECT_TRUE(
-        std::regex_match(line.substr(0, 23), std::regex(R"(\{"time":"20\d\d-\d\d-\d\dT\d\d:)")))
-        << line;
+    EXPECT_TRUE(Fits(line.substr(0, 35), "{\"time\":\"20##-##-##T##:##:##.###Z\",")) << line;
     EXPECT_NE(line.find("Z\",\"thread\":"), std::string::npos);
     const std::string end = ",\"mask\":2,\"module\":\"m\\\"\",\"message\":\"\u6F22\u30BD\\t" +
                             std::string(3000, 'x') + "\"}\n";

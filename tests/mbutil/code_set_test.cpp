@@ -68,9 +68,29 @@ TEST(CodeSet, HasCharsetNames) {
     static const struct {
         const char* name;
         int codeSet;
-    } kRows[] = {{"Shift_JIS", 5},    {"x-sjis", 5}, {"euc-kr", 11}, {"cp949", 11},
-                 {"gb2312", 7},       {"EUC-CN", 8}, {"big5", 9},    {"utf-16", 64},
-                 {"windows-874", 40}, {nullptr, 0},  {"", 0},        {"no such", 0}};
+    } kRows[] = {{"Shift_JIS", 5},
+                 {"x-sjis", 5},
+                 {"euc-kr", 11},
+                 {"cp949", 11},
+                 {"gb2312", 7},
+                 {"EUC-CN", 8},
+                 {"big5", 9},
+                 {"utf-16", 64},
+                 {"windows-874", 40},
+                 {nullptr, 0},
+                 {"", 0},
+                 {"no such", 0},
+                 {"latin1", 1},
+                 {"ISO-8859-11", 101},
+                 {"iso-8859-16", 104},
+                 {"KOI8-R", 105},
+                 {"windows-31j", 5},
+                 {"uhc", 11},
+                 {"johab", 12},
+                 {"cp866", 110},
+                 {"gb18030", 100},
+                 {"gbk", 7},
+                 {"UTF-32BE", 113}};
     for (const auto& row : kRows)
         EXPECT_EQ(mbGetCodeSetFromCharset(row.name), row.codeSet) << row.name;
     std::string all;
@@ -86,6 +106,14 @@ TEST(CodeSet, HasCharsetNames) {
               "windows-1250 24 windows-1251 25 windows-1253 26 windows-1254 27 windows-1255 28 "
               "windows-1256 29 windows-1257 30 windows-1258 40 windows-874 41 iso-2022-cn 42 "
               "iso-2022-kr 64 utf-16 65 utf-8 ");
+    for (int codeSet = 100; codeSet <= 113; ++codeSet) {  // the names of the others denote them too
+        char name[22];
+        SetCharset(name, codeSet);
+        EXPECT_EQ(mbGetCodeSetFromCharset(name), codeSet) << name;
+        const CodeSetGuard guard(codeSet);  // as an unlisted number
+        EXPECT_STREQ(SetCodePage(0, name), "");
+        EXPECT_FALSE(mbIsMultiByte());
+    }
 }
 
 TEST(CodeSet, MapsIsoCharsetsToWindowsNames) {

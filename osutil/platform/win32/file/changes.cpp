@@ -86,7 +86,8 @@ unsigned long long UnusedNumber() {
 }
 
 FileCode ReplaceContents(const char* path, const char* bytes, std::size_t size) {
-    const SystemPath name(path);
+    const SystemPath given(path);
+    const FullPath name(given.Get());
     if (!name.Get()) return FileCodeOf(GetLastError());
     const DWORD attributes = GetFileAttributesW(name.Get());
     if (attributes != INVALID_FILE_ATTRIBUTES &&

@@ -75,6 +75,12 @@ bool SystemPath::Extend(const wchar_t* path) {
     return true;
 }
 
+FullPath::FullPath(const wchar_t* path) {
+    const DWORD size = path && *path ? GetFullPathNameW(path, 0, nullptr, nullptr) : 0;
+    wchar_t* const out = size ? m_buffer.Reserve(size) : nullptr;
+    if (out && GetFullPathNameW(path, size, out, nullptr) < size) m_path = out;
+}
+
 NameText::NameText(const wchar_t* name) {
     const auto units = reinterpret_cast<const unsigned short*>(name);
     const std::size_t count = std::wcslen(name);

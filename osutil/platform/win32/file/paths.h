@@ -30,6 +30,19 @@ class SystemPath {
     const wchar_t* m_path = nullptr;
 };
 
+// The full path of a path of the system.
+class FullPath {
+  public:
+    explicit FullPath(const wchar_t* path);
+    FullPath(const FullPath&) = delete;
+    FullPath& operator=(const FullPath&) = delete;
+    const wchar_t* Get() const { return m_path; }  // null, with the last error set, on failure
+
+  private:
+    PathBuffer<wchar_t> m_buffer;
+    const wchar_t* m_path = nullptr;
+};
+
 // A name received from the system, in the current code set, with "?" for characters that it lacks.
 class NameText : public NarrowedName {
   public:

@@ -183,24 +183,6 @@ void DescribeError(unsigned long error, char* out, std::size_t size) {
     LocalFree(text);
 }
 
-namespace {
-
-class FullPath {
-  public:
-    explicit FullPath(const wchar_t* path) {
-        const DWORD size = *path ? GetFullPathNameW(path, 0, nullptr, nullptr) : 0;
-        wchar_t* const out = size ? m_buffer.Reserve(size) : nullptr;
-        if (out && GetFullPathNameW(path, size, out, nullptr) < size) m_path = out;
-    }
-    const wchar_t* Get() const { return m_path; }  // null if there is none
-
-  private:
-    PathBuffer<wchar_t> m_buffer;
-    const wchar_t* m_path = nullptr;
-};
-
-}  // namespace
-
 bool OpenDocument(const char* path) {
     const PathUnits document(path);
     wchar_t temporary[MAX_PATH + 1] = {};
