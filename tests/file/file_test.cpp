@@ -492,7 +492,7 @@ TEST_F(Files, MakesUnusedReportNames) {
     // In the form of this system, 200 kanji have 600 bytes.
     if (!kPosix) return;
     const CodeSetGuard japanese(mbShiftJis);
-    std::string kanji;
+    std::string kanji = std::to_string(std::random_device()());
     for (int i = 0; i < 200; ++i) kanji += "\x8A\xBF";
     for (const char* ending : {"", ".001"}) {
         ASSERT_TRUE(OSGetReportTempFileName(kanji.c_str(), "", first));

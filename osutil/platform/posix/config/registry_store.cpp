@@ -68,7 +68,8 @@ std::mutex g_mutex;
 // Held while the store's library works, but not while it waits for another process.
 std::mutex g_working;
 constinit Store g_store = {};
-constinit sqlite3* g_parents = nullptr;
+// In a forked process: keeps the parent's connection reachable, so that it is no leak.
+constinit sqlite3* volatile g_parents = nullptr;
 
 // A forked process must not use the parent's connection, not even to close it. The store's library
 // does not work during the fork, because its own locks would stay taken in the child. The other
