@@ -52,7 +52,9 @@ bool TraceQueue::Make() {
     m_work = OSConditionCreate();
     m_written = OSConditionCreate();
     for (Buffer& buffer : m_buffers) buffer.bytes = static_cast<char*>(Allocate(kCapacity));
-    return m_switch && m_guard && m_work && m_written && m_buffers[0].bytes && m_buffers[1].bytes;
+    // Without their system objects, the locks would let every thread pass.
+    return m_switch && m_guard && MakeMutexUsable(m_switch) && MakeMutexUsable(m_guard) &&
+           IsUsable(m_work) && IsUsable(m_written) && m_buffers[0].bytes && m_buffers[1].bytes;
 }
 
 void TraceQueue::Destroy(TraceQueue* queue) {

@@ -169,6 +169,10 @@ _oscondition* OSConditionCreate() {
     return condition;
 }
 
+bool genutil::IsUsable(const _oscondition* condition) {
+    return condition && condition->guard && condition->semaphore;
+}
+
 namespace {
 
 // A unit that was given between the end of the limit and the guard is a signal.

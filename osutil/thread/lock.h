@@ -35,6 +35,9 @@ inline bool ReleaseHandle(_osmutex* mutex, Sharing sharing = Sharing::kShared) {
 // true if the mutex can be waited for, or if the process is not threaded.
 bool MakeMutexUsable(_osmutex* mutex);
 
+// Returns true if a condition, which may be null, has its system objects.
+bool IsUsable(const _oscondition* condition);
+
 // The complete calls, if they require more than a few instructions.
 bool WaitAtLength(_osmutex* mutex, std::uint32_t limit);
 bool ReleaseAtLength(_osmutex* mutex);
