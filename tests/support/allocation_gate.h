@@ -1,7 +1,7 @@
 // Counts the library's allocations within a scope, and makes some of them fail.
 #pragma once
 
-#include <algorithm>
+#include <atomic>
 #include <climits>
 #include <cstddef>
 
@@ -16,7 +16,8 @@ class AllocationGate {
         s_failing = failing;
         s_largest = 0;
         genutil::g_allocationGate = [](std::size_t bytes) {
-            s_largest = std::max(s_largest, bytes);
+            std::size_t largest = s_largest;
+            while (bytes > largest && !s_largest.compare_exchange_weak(largest, bytes)) continue;
             const int behind = s_count++ - s_passing;
             return behind < 0 || behind >= s_failing;
         };
@@ -29,6 +30,7 @@ class AllocationGate {
     std::size_t Largest() const { return s_largest; }  // in bytes; 0 without any
 
   private:
-    inline static int s_count, s_passing, s_failing;
-    inline static std::size_t s_largest;
+    inline static std::atomic<int> s_count;  // threads of the library allocate too
+    inline static int s_passing, s_failing;
+    inline static std::atomic<std::size_t> s_largest;
 };
