@@ -91,6 +91,9 @@ TEST(StringEncode, ReportsWhatUtf8Loses) {
     EXPECT_EQ(Bytes(s), "\x95\x5C\x81\xAC\x81\xAC");
     EXPECT_EQ(lost, 2u);
     EXPECT_TRUE(s.FromUtf8(nullptr, &lost) && s.IsEmpty() && lost == 0);
+    CodeSetGuard unlisted(99);  // read as Western
+    EXPECT_TRUE(s.FromUtf8("\xC3\xA9", &lost) && s == "\xE9" && lost == 0);
+    EXPECT_TRUE(s.ToUtf8(s, &lost) && s == "\xC3\xA9" && lost == 0);
 }
 
 TEST(StringEncode, DecodesReferencesAndEscapesForUrlsAndJson) {
