@@ -37,6 +37,13 @@ inline std::uint64_t GrownCapacity(std::uint64_t capacity, std::uint64_t n, bool
     return capacity <= kMaxTextLength ? capacity : n;
 }
 
+// Returns the units to make room for if a caller asks for at most n units of a text. A huge number
+// means the whole text.
+inline std::uint32_t LimitOf(std::uint32_t n, std::uint64_t length) {
+    constexpr std::uint32_t kHuge = 1 << 20;
+    return n > kHuge && length < n ? static_cast<std::uint32_t>(length) : n;
+}
+
 template <class Unit>
 void CopyUnits(Unit* to, const Unit* from, std::uint64_t count) {
     if (count != 0) std::memmove(to, from, static_cast<std::size_t>(count) * sizeof(Unit));
