@@ -504,6 +504,9 @@ TEST(StringEdit, EscapesAndReadsEscapes) {
     s.ExpandQuotes('\x82');  // no character
     s.ExpandQuotes(0);
     EXPECT_EQ(Bytes(s), "\x0Cz");
+    s = "\x82 \\123\x95\x5C";  // the last character is dropped whole
+    s.UnexpandSpecials();
+    EXPECT_EQ(Bytes(s), "\x82 \x7B");
 }
 
 // The time is proportional to the length: with a match at every second byte, and with characters of
