@@ -144,7 +144,7 @@ void CGNString::EncodeJSONString() {
                            n ? n : 1);
         out += n ? n : 1;
     }
-    Storage::StoreWide(*this, made.Get(), length);
+    Storage::StoreEdited(*this, made.Get(), length);
 }
 
 // -- Conversion ----------------------------------------------------------------------------------

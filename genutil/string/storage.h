@@ -161,9 +161,9 @@ struct StringStorage {
     // Same for a substring, which is aligned to whole characters.
     static char* NewSubStr(const CGNString& s, std::uint32_t start, int count,
                            std::uint32_t* length);
-    // Replaces the text with the bytes of `count` characters, which must not point into the
-    // string's own 16-bit copy.
-    static void StoreWide(CGNString& s, const unsigned short* wide, std::uint64_t count);
+    // Replaces the text with the bytes of `count` characters, which were made from its own. They
+    // are carried bytes if the text is broken, and must not point into the 16-bit copy.
+    static void StoreEdited(CGNString& s, const unsigned short* wide, std::uint64_t count);
     // Replaces the characters from `begin` to `end` and rebuilds the bytes. Returns false if
     // allocation fails.
     static bool Edit(CGNString& s, std::uint32_t begin, std::uint32_t end, const WideView& added);

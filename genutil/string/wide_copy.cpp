@@ -66,9 +66,10 @@ void StringStorage::RebuildLimited(const CGNString& s, unsigned bytesPerCharacte
         DropWide(s);
 }
 
-void StringStorage::StoreWide(CGNString& s, const unsigned short* wide, std::uint64_t count) {
+void StringStorage::StoreEdited(CGNString& s, const unsigned short* wide, std::uint64_t count) {
     std::uint32_t length;
-    char* const text = NewNarrowText(wide, count, &length);
+    char* const text = IsBroken(s) ? NewCarriedText(wide, UnitsBeforeNul(wide, count), &length)
+                                   : NewNarrowText(wide, count, &length);
     if (text) Adopt(s, text, length, length, Placing::kStored);
 }
 

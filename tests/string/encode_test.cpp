@@ -112,7 +112,8 @@ TEST(StringEncode, DecodesReferencesAndEscapesForUrlsAndJson) {
          "&#0;&#x;&#;&lt&nbsp;&#x110000;&#xD800;&"},
         {__LINE__, 0, kXml, "&#x3042;&#99999999999;", "&#x3042;&#99999999999;"},
         {__LINE__, 5, kXml, "\x95\x5C&#x3042;&#x8868;", "\x95\x5C\x82\xA0\x95\x5C"},
-        {__LINE__, 5, kXml, "\x82 &lt;", "\x82 <"},
+        {__LINE__, 5, kXml, "\x82 &lt;&#x8868;", "\x82 <\x95\x5C"},
+        {__LINE__, 3, kXml, "\xFE\xB1&lt;&#x3042;\x1B$B$\"", "\xFE\xB1<&#x3042;\x1B$B$\""},
         {__LINE__, 65, kXml, "&#x1F600;", "\xF0\x9F\x98\x80"},
         {__LINE__, 0, kHtml, "a<br>b<BR />c<b>&nbsp;&lt;", "a\nb\nc<b>\xA0<"},
         {__LINE__, 5, kUrl, "a-Z_0.~ \x95\x5C/", "a-Z_0.~%20%95%5C%2F"},
@@ -120,6 +121,7 @@ TEST(StringEncode, DecodesReferencesAndEscapesForUrlsAndJson) {
          "\\\"\\\\/\\b\\f\\n\\r\\t\\u0001\\u001F\xE9"},
         {__LINE__, 5, kJson, "\x95\x5C\\", "\x95\x5C\\\\"},
         {__LINE__, 5, kJson, "\x95\x5C\x82 \"", "\x95\x5C\x82 \\\""},
+        {__LINE__, 3, kJson, "\xFE\xB1\\", "\xFE\xB1\\\\"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
