@@ -181,6 +181,7 @@ TEST(StringForm, CollatesWithOptions) {
         {__LINE__, "\xE3\x81\x82", "\xE3\x82\xA2", CGNString::kIgnoreKana, 0},
         {__LINE__, "\xEF\xBD\xB1z", "\xE3\x81\x82Z", kAll, 0},
         {__LINE__, "b", "A", kAll, 1},
+        {__LINE__, "\xC2\xAD", "", CGNString::kIgnoreWidth, 0},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
