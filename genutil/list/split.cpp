@@ -8,6 +8,7 @@
 #include "genutil/mbutil/wide_convert.h"
 #include "genutil/string/storage.h"
 #include "genutil/string/unit_search.h"
+#include "genutil/string/wide_view.h"
 #include "mbutil.h"
 
 using genutil::Placing;
@@ -205,7 +206,8 @@ void CGNString::UnexpandSpecials() {
             continue;
         }
         convert(at);
-        at = done = behind + escape.taken;
+        const auto next = static_cast<std::uint32_t>(behind + escape.taken);
+        at = done = genutil::AlignUp(wide, m_wideLength, next);
         text[length] = escape.byte;
         if (escape.byte == 0) {  // ends the text
             done = count;

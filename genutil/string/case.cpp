@@ -47,6 +47,7 @@ template <class Map>
 void genutil::StringStorage::MapCharacters(CGNString& s, std::uint32_t begin, std::uint32_t end,
                                            Map map) {
     const bool broken = IsBroken(s);
+    bool changed = false;
     for (std::uint32_t i = begin; i < end; ++i) {
         const unsigned short c = s.m_wide[i], mapped = map(c);
         // A letter is kept if its counterpart is missing from the code set.
@@ -57,8 +58,11 @@ void genutil::StringStorage::MapCharacters(CGNString& s, std::uint32_t begin, st
             s.m_data[i] = byte[0];
         }
         s.m_wide[i] = mapped;
+        changed = true;
     }
     Rebuild(s);
+    // A letter and an invalid byte before it may have become a character.
+    if (broken && changed) s.DuplicateWzBufferFromData();
 }
 
 void CGNString::FoldCase() {

@@ -90,13 +90,14 @@ namespace {
 
 // Returns true if a character of `units` units is in a set, whose characters may also have several
 // units. `decoded` is true if the character is part of a valid text, so that carried bytes in the
-// set must be decoded for the comparison.
+// set must be decoded for the comparison. Those that belong to no character match nothing, not even
+// the second half of a pair that has the same value.
 bool HasCharacter(const WideView& set, bool decoded, const Wide* character, std::uint32_t units) {
     for (std::uint32_t i = 0; i < set.Length();) {
         const Wide* wanted = set.Characters() + i;
         const std::uint32_t end = genutil::AlignUp(set.Characters(), set.Length(), i + 1);
         std::uint32_t n = end - i;
-        const bool bytes = decoded && n > 1 && genutil::IsCarriedByte(*wanted);
+        const bool bytes = decoded && genutil::IsCarriedByte(*wanted);
         const genutil::FirstCharacter first(bytes ? set.Text() + i : nullptr,
                                             WideForm::kCharacters);
         if (bytes) {
@@ -253,6 +254,7 @@ void CGNString::RightStringInBytes(CGNString& out, unsigned int n) const {
         // No character begins after the position, or the text ends before it.
         if (start < 1 || start > m_length) start = m_length;
     }
+    n = genutil::LimitOf(n, m_length);
     char* text = NewText<char>(n);
     if (!text) return;
     const std::uint32_t length = m_length - start;

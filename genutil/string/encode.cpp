@@ -144,18 +144,21 @@ void CGNString::EncodeJSONString() {
                            n ? n : 1);
         out += n ? n : 1;
     }
-    Storage::StoreWide(*this, made.Get(), length);
+    Storage::StoreEdited(*this, made.Get(), length);
 }
 
 // -- Conversion ----------------------------------------------------------------------------------
 
-// Takes ownership of the result of a conversion. Empties the string if it is null.
+// Takes ownership of the result of a conversion. Empties the string if it is null or too long.
 void CGNString::TakeConverted(char* made) {
-    if (!made) {
+    const std::size_t length = made ? std::strlen(made) : 0;
+    const bool fits = length <= genutil::kMaxTextLength;
+    genutil::AssertAllocation(fits, "genutil/genstr", __LINE__);
+    if (!made || !fits) {
+        genutil::Release(made);
         Empty();
         return;
     }
-    const std::size_t length = std::strlen(made);
     Storage::Adopt(*this, made, length, length, Placing::kStored);
 }
 

@@ -83,8 +83,19 @@ bool ReadBreak(Place& place) {
     return true;
 }
 
+// Appends a character as carried bytes. Returns false if it needs escape sequences, whose effect on
+// invalid text is unknown.
+bool PutBytes(const Wide* units, std::size_t count, Wide*& out) {
+    char bytes[genutil::kMostNarrowBytes];
+    const long n = genutil::ToNarrow(bytes, sizeof bytes, units, count);
+    if (n > 1 && genutil::LongestNarrow() == 0) return false;
+    for (long i = 0; i < n; ++i)
+        *out++ = static_cast<Wide>(genutil::kRawByte + static_cast<unsigned char>(bytes[i]));
+    return true;
+}
+
 // Appends a character. Returns false for 0 and for a character that the code set does not have.
-bool Put(unsigned c, Wide*& out) {
+bool Put(unsigned c, Wide*& out, bool broken) {
     Wide units[2] = {static_cast<Wide>(c), 0};
     std::size_t count = 1;
     if (c > 0xFFFF) {
@@ -93,17 +104,18 @@ bool Put(unsigned c, Wide*& out) {
         count = 2;
     }
     if (c == 0 || genutil::NarrowLength(units, count) < 0) return false;
+    if (broken) return PutBytes(units, count, out);
     for (std::size_t i = 0; i < count; ++i) *out++ = units[i];
     return true;
 }
 
 template <std::size_t N>
-std::size_t Decode(Place place, Wide* out, const Entity (&entities)[N], bool breaks) {
+std::size_t Decode(Place place, Wide* out, const Entity (&entities)[N], bool breaks, bool broken) {
     const Wide* const begin = out;
     while (place.at < place.end) {
         const Wide c = *place.at++;
         Place behind = place;
-        if (c == '&' && Put(ReadReference(behind, entities), out))
+        if (c == '&' && Put(ReadReference(behind, entities), out, broken))
             place = behind;
         else if (breaks && c == '<' && ReadBreak(place))
             *out++ = '\n';
@@ -120,9 +132,9 @@ void DecodeReferences(CGNString& s, const Entity (&entities)[N], bool breaks) {
     const Storage::WideText wide = Storage::WideOf(s);
     const genutil::Owned<Wide> decoded(NewText<Wide>(wide.length));
     if (!decoded.Get()) return;
-    const std::size_t count =
-        Decode({wide.text, wide.text + wide.length}, decoded.Get(), entities, breaks);
-    Storage::StoreWide(s, decoded.Get(), count);
+    const std::size_t count = Decode({wide.text, wide.text + wide.length}, decoded.Get(), entities,
+                                     breaks, Storage::IsBroken(s));
+    Storage::StoreEdited(s, decoded.Get(), count);
 }
 
 }  // namespace

@@ -37,6 +37,13 @@ inline std::uint64_t GrownCapacity(std::uint64_t capacity, std::uint64_t n, bool
     return capacity <= kMaxTextLength ? capacity : n;
 }
 
+// Returns the units to make room for if a caller asks for at most n units of a text. A huge number
+// means the whole text.
+inline std::uint32_t LimitOf(std::uint32_t n, std::uint64_t length) {
+    constexpr std::uint32_t kHuge = 1 << 20;
+    return n > kHuge && length < n ? static_cast<std::uint32_t>(length) : n;
+}
+
 template <class Unit>
 void CopyUnits(Unit* to, const Unit* from, std::uint64_t count) {
     if (count != 0) std::memmove(to, from, static_cast<std::size_t>(count) * sizeof(Unit));
@@ -154,9 +161,9 @@ struct StringStorage {
     // Same for a substring, which is aligned to whole characters.
     static char* NewSubStr(const CGNString& s, std::uint32_t start, int count,
                            std::uint32_t* length);
-    // Replaces the text with the bytes of `count` characters, which must not point into the
-    // string's own 16-bit copy.
-    static void StoreWide(CGNString& s, const unsigned short* wide, std::uint64_t count);
+    // Replaces the text with the bytes of `count` characters, which were made from its own. They
+    // are carried bytes if the text is broken, and must not point into the 16-bit copy.
+    static void StoreEdited(CGNString& s, const unsigned short* wide, std::uint64_t count);
     // Replaces the characters from `begin` to `end` and rebuilds the bytes. Returns false if
     // allocation fails.
     static bool Edit(CGNString& s, std::uint32_t begin, std::uint32_t end, const WideView& added);

@@ -4,6 +4,8 @@
 #include <cstring>
 
 #include "genstring.h"
+#include "genutil/mbutil/code_page.h"
+#include "genutil/mbutil/code_set_info.h"
 #include "genutil/mbutil/wide_convert.h"
 #include "genutil/string/storage.h"
 #include "genutil/string/wide_view.h"
@@ -26,14 +28,22 @@ bool StoreConverted(CGNString& out, const char* text, int from, int to, unsigned
     char* made = nullptr;
     const bool done = mbConvertAlloc(text, std::strlen(text), from, &made, to, &report);
     if (lost) *lost = static_cast<unsigned int>(report.lost);
-    if (!genutil::AssertAllocation(done, "genutil/genstr", __LINE__)) return false;
+    const bool fits = done && report.produced <= genutil::kMaxTextLength;
+    if (!genutil::AssertAllocation(fits, "genutil/genstr", __LINE__)) {
+        genutil::Release(made);
+        return false;
+    }
     Storage::Adopt(out, made, report.produced, report.produced, Placing::kStored);
     return true;
 }
 
+// Returns the code set that the characters of strings are read in, which is Western if the current
+// number is not listed.
 int CurrentCodeSet() {
     mbIsMultiByte();  // initialises
-    return mbGetLocaleCodeSet();
+    const int codeSet = mbGetLocaleCodeSet();
+    const bool isListed = codeSet < genutil::kFirstConversionOnly && genutil::FindCodeSet(codeSet);
+    return isListed ? codeSet : mbWestern;
 }
 
 }  // namespace

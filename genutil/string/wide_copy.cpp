@@ -66,9 +66,10 @@ void StringStorage::RebuildLimited(const CGNString& s, unsigned bytesPerCharacte
         DropWide(s);
 }
 
-void StringStorage::StoreWide(CGNString& s, const unsigned short* wide, std::uint64_t count) {
+void StringStorage::StoreEdited(CGNString& s, const unsigned short* wide, std::uint64_t count) {
     std::uint32_t length;
-    char* const text = NewNarrowText(wide, count, &length);
+    char* const text = IsBroken(s) ? NewCarriedText(wide, UnitsBeforeNul(wide, count), &length)
+                                   : NewNarrowText(wide, count, &length);
     if (text) Adopt(s, text, length, length, Placing::kStored);
 }
 
@@ -198,8 +199,9 @@ CGNString& CGNString::CopyNChars(const char* s, unsigned int n) {
     CGNString taken;
     taken.m_flags = m_flags;
     Owned<Wide> old;
-    if (!Storage::GrowWide(taken, std::uint64_t{n} * 3, old)) return *this;
     const std::size_t bytes = std::strlen(s);
+    n = genutil::LimitOf(n, bytes);
+    if (!Storage::GrowWide(taken, std::uint64_t{n} * 3, old)) return *this;
     const long count = genutil::ToWide(taken.m_wide, n, s, bytes);
     if (count < 0) {
         // A few more bytes are read to find out whether the last character continues after the
@@ -228,8 +230,9 @@ CGNString& CGNString::CopyNWide(const unsigned short* w, unsigned int n) {
     CGNString taken;
     taken.m_flags = m_flags;
     Owned<Wide> old;
-    if (!Storage::GrowWide(taken, n, old)) return *this;
     std::size_t given = UnitsBeforeNul(w, n);
+    n = genutil::LimitOf(n, given);
+    if (!Storage::GrowWide(taken, n, old)) return *this;
     const bool isCut = given == n && n > 0 && w[n - 1] >= 0xD800 && w[n - 1] < 0xDC00;
     if (isCut) --given;
     CopyUnits(taken.m_wide, w, given);

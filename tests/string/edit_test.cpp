@@ -122,11 +122,23 @@ TEST(StringEdit, PositionsMeanWholeCharacters) {
     EXPECT_STREQ(s, "\xE3\x81\x93\xE4\xB8\x96\xE7\x95\x8C");
     EXPECT_EQ(CGNString("a\xF0\x9F\x98\x80").FindFirstOf("\xF0\x9F\x98\x81"), 3);
     EXPECT_EQ(CGNString("a\xF0\x9F\x98\x80").FindFirstOf("\xF0\x9F\x98\x80"), 1);
+    // U+1F48C ends with the unit that also represents the invalid byte 8C.
+    EXPECT_EQ(CGNString("\xF0\x9F\x92\x8C").FindFirstNotOf("\x8C", 1), 0);
+    CodeSetGuard shiftJis(5);
+    CGNString broken("\xFC\x6A");
+    broken.ToUpper();
+    EXPECT_EQ(broken.FindFirstOf("J"), static_cast<int>(broken.GetNumChars()));
 }
 
 TEST(StringEdit, PositionsEndWithTheText) {
     CodeSetGuard codeSet(5);
     CGNString s, out;
+    for (const unsigned all : {0x7FFFFFFFu, 0xFFFFFFFFu}) {
+        EXPECT_STREQ(CGNString().CopyNChars("a\x95\x5C", all), "a\x95\x5C");
+        EXPECT_STREQ(CGNString().CopyNChars(u"ab", all), "ab");
+        CGNString("ab").RightStringInBytes(out, all);
+        EXPECT_STREQ(out, "ab");
+    }
     s.CopyNChars("ab", 5);
     EXPECT_FALSE(s.InsertAt(4, "x"));
     s.RightString(out, 1);
@@ -492,6 +504,9 @@ TEST(StringEdit, EscapesAndReadsEscapes) {
     s.ExpandQuotes('\x82');  // no character
     s.ExpandQuotes(0);
     EXPECT_EQ(Bytes(s), "\x0Cz");
+    s = "\x82 \\123\x95\x5C";  // the last character is dropped whole
+    s.UnexpandSpecials();
+    EXPECT_EQ(Bytes(s), "\x82 \x7B");
 }
 
 // The time is proportional to the length: with a match at every second byte, and with characters of

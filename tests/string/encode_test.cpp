@@ -91,6 +91,9 @@ TEST(StringEncode, ReportsWhatUtf8Loses) {
     EXPECT_EQ(Bytes(s), "\x95\x5C\x81\xAC\x81\xAC");
     EXPECT_EQ(lost, 2u);
     EXPECT_TRUE(s.FromUtf8(nullptr, &lost) && s.IsEmpty() && lost == 0);
+    CodeSetGuard unlisted(99);  // read as Western
+    EXPECT_TRUE(s.FromUtf8("\xC3\xA9", &lost) && s == "\xE9" && lost == 0);
+    EXPECT_TRUE(s.ToUtf8(s, &lost) && s == "\xC3\xA9" && lost == 0);
 }
 
 TEST(StringEncode, DecodesReferencesAndEscapesForUrlsAndJson) {
@@ -109,7 +112,8 @@ TEST(StringEncode, DecodesReferencesAndEscapesForUrlsAndJson) {
          "&#0;&#x;&#;&lt&nbsp;&#x110000;&#xD800;&"},
         {__LINE__, 0, kXml, "&#x3042;&#99999999999;", "&#x3042;&#99999999999;"},
         {__LINE__, 5, kXml, "\x95\x5C&#x3042;&#x8868;", "\x95\x5C\x82\xA0\x95\x5C"},
-        {__LINE__, 5, kXml, "\x82 &lt;", "\x82 <"},
+        {__LINE__, 5, kXml, "\x82 &lt;&#x8868;", "\x82 <\x95\x5C"},
+        {__LINE__, 3, kXml, "\xFE\xB1&lt;&#x3042;\x1B$B$\"", "\xFE\xB1<&#x3042;\x1B$B$\""},
         {__LINE__, 65, kXml, "&#x1F600;", "\xF0\x9F\x98\x80"},
         {__LINE__, 0, kHtml, "a<br>b<BR />c<b>&nbsp;&lt;", "a\nb\nc<b>\xA0<"},
         {__LINE__, 5, kUrl, "a-Z_0.~ \x95\x5C/", "a-Z_0.~%20%95%5C%2F"},
@@ -117,6 +121,7 @@ TEST(StringEncode, DecodesReferencesAndEscapesForUrlsAndJson) {
          "\\\"\\\\/\\b\\f\\n\\r\\t\\u0001\\u001F\xE9"},
         {__LINE__, 5, kJson, "\x95\x5C\\", "\x95\x5C\\\\"},
         {__LINE__, 5, kJson, "\x95\x5C\x82 \"", "\x95\x5C\x82 \\\""},
+        {__LINE__, 3, kJson, "\xFE\xB1\\", "\xFE\xB1\\\\"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
@@ -176,6 +181,7 @@ TEST(StringForm, CollatesWithOptions) {
         {__LINE__, "\xE3\x81\x82", "\xE3\x82\xA2", CGNString::kIgnoreKana, 0},
         {__LINE__, "\xEF\xBD\xB1z", "\xE3\x81\x82Z", kAll, 0},
         {__LINE__, "b", "A", kAll, 1},
+        {__LINE__, "\xC2\xAD", "", CGNString::kIgnoreWidth, 0},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);

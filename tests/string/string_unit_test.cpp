@@ -366,11 +366,8 @@ TEST(StringStorage, ImpossibleSizesAreFailedAllocations) {
     const ReportedFailures reported;
     s.AllocateBuffer(0xFFFFFFFFu);
     s.CopyNBytes("x", 0xFFFFFFFFu);
-    s.CopyNChars("x", 0xFFFFFFFFu);
-    s.CopyNChars("x", 0x60000000u);
-    s.AppendNChars("x", 0xFFFFFFFFu);
     s.ReallocateToNumChars(0xFFFFFFFFu);
-    EXPECT_EQ(reported.Count(), 6);
+    EXPECT_EQ(reported.Count(), 3);
     EXPECT_STREQ(s, "abc");
     ExpectSound(s);
 }

@@ -72,11 +72,13 @@ int CompareTexts(const std::uint16_t* a, std::size_t aLength, const std::uint16_
 
 std::int64_t SortKey(const std::uint16_t* text, std::size_t length, unsigned options, char* out,
                      std::size_t room) {
-    if (length == 0) return 0;
+    // An empty text is equal to one of ignorable characters, so it needs a key too. The system
+    // makes one only for a text without a length.
+    const WCHAR* const characters = length == 0 ? L"" : AsWide(text);
+    const int count = length == 0 ? -1 : static_cast<int>(length);
     const auto map = [&](unsigned with, char* key, std::size_t size) {
-        return LCMapStringW(LOCALE_USER_DEFAULT, LCMAP_SORTKEY | FlagsOf(with), AsWide(text),
-                            static_cast<int>(length), reinterpret_cast<WCHAR*>(key),
-                            static_cast<int>(size));
+        return LCMapStringW(LOCALE_USER_DEFAULT, LCMAP_SORTKEY | FlagsOf(with), characters, count,
+                            reinterpret_cast<WCHAR*>(key), static_cast<int>(size));
     };
     unsigned with = options;
     int needed = map(with, nullptr, 0);
