@@ -140,7 +140,9 @@ void ShiftFiles(const CGNString& name, long kept) {
         ++free;
     }
     for (; free > 1; --free)
-        platform::RenameFile(NumberedName(name, free - 1).Get(), NumberedName(name, free).Get());
+        if (!platform::RenameFile(NumberedName(name, free - 1).Get(),
+                                  NumberedName(name, free).Get()))
+            return;
     platform::RenameFile(name, NumberedName(name, 1).Get());
 }
 
@@ -181,10 +183,12 @@ void CGNTrace::MakeRoom(const TraceSettings* settings) {
     if (!m_traceFile && !m_fileName.IsEmpty()) OpenFile("a");
     if (!m_traceFile || (Room() > 0 && !IsOfAnotherDay(settings))) return;
     const long kept = settings ? settings->keptFiles : 0;
+    const bool mayStayOpen = kept > 0 && platform::LockForRenaming(m_traceFile);
     // If another process has renamed the file, there is a new one.
     const bool isRenamed = kept > 0 && !platform::IsFileAt(m_traceFile, m_fileName);
-    CloseFile();
+    if (!mayStayOpen) CloseFile();
     // A file that cannot be renamed continues to grow.
     if (kept > 0 && !isRenamed) ShiftFiles(m_fileName, kept);
+    CloseFile();
     OpenFile(kept > 0 ? "a" : "w");
 }
