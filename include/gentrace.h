@@ -141,8 +141,9 @@ class GENUTIL_API CGNTrace {
     unsigned char ResetRotation(long count, char daily = 0);
 
     /** Sets the function that receives messages if bit 2 of the output is set. It is called by the
-        thread that writes, for one message at a time, and must not write to this trace. Returns 0
-       if allocation fails.
+        thread that writes, for one message at a time, and must not write to this trace. The
+        earlier function is not running, and is not called any more, when this function returns,
+        unless the earlier function itself has called it. Returns 0 if allocation fails.
         @param sink the function; null for none.
         @param argument passed to the function. */
     unsigned char ResetSink(Sink sink, void* argument);

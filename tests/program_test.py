@@ -241,6 +241,13 @@ class Program(unittest.TestCase):
         if NATIVE:
             self.assertEqual(read('hard2'), '海'.encode('euc_jp'))
             self.assertEqual(os.stat(SCRATCH / 'd/sub/b').st_mode & 0o777, 0o640)
+        write('d/a', b'\xe9')
+        if NATIVE:
+            os.symlink('a', SCRATCH / 'd/z')
+            os.link(SCRATCH / 'd/a', SCRATCH / 'd/hard')
+            os.symlink('loop', SCRATCH / 'd/loop')
+        self.expect(run('convert', '--from', 'latin1', '--in-place', '-r', 'd', 'd/a', './d/a'), 0)
+        self.assertEqual(read('d/a'), 'é'.encode())
         self.expect(run('convert', '--from', 'utf-8', '--to', 'utf-8', '-', given=b'a\xff'), 1)
         self.expect(run('convert', '-r', 'd'), 2, '-r needs --in-place or an output folder')
 

@@ -55,7 +55,7 @@ unsigned char CGNTrace::Init() {
     if (!m_mutex)
         m_mutex = NewTraceMutex();
     else
-        MakeMutexUsable(m_mutex);
+        MakeTraceMutexUsable(Extra());
     // Creates the objects that give lines their time, before several threads need them.
     TraceDayNow(false);
     return m_mutex != nullptr;
@@ -195,11 +195,14 @@ unsigned char CGNTrace::ResetRotation(long count, char daily) {
 }
 
 unsigned char CGNTrace::ResetSink(Sink sink, void* argument) {
-    return Init() && ChangeUnder(m_mutex, [=](TraceSettings& settings) {
-               settings.sink = sink;
-               settings.sinkArgument = argument;
-               return true;
-           });
+    if (!Init()) return 0;
+    // No call of the earlier function continues after this one.
+    const MutexHolder lock(&Extra()->sinkMutex);
+    return ChangeUnder(m_mutex, [=](TraceSettings& settings) {
+        settings.sink = sink;
+        settings.sinkArgument = argument;
+        return true;
+    });
 }
 
 unsigned char CGNTrace::ResetFormat(const char* format, char utc) {

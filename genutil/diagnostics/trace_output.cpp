@@ -78,14 +78,14 @@ void CGNTrace::WriteLine(TraceLine& line, const TraceSettings* settings, bool ne
     const bool isQueued = (output & kToFile) && queue && queue->Append(line.Bytes(), line.Length());
     if ((output & (kToFile | kToStandardOutput | kToSink)) == (isQueued ? kToFile : 0)) return;
 
-    const MutexHolder lock(m_mutex);
-    if (!isQueued && (m_output & kToFile)) {
+    if (!isQueued && (output & kToFile)) {
+        const MutexHolder lock(m_mutex);
         MakeRoom(settings);
-        if (m_traceFile) line.WriteTo(m_traceFile);
+        if (m_traceFile && (m_output & kToFile)) line.WriteTo(m_traceFile);
     }
-    if ((m_output & kToSink) && settings && settings->sink)
-        settings->sink(line.Bytes(), static_cast<long>(line.Length()), settings->sinkArgument);
-    if (!(m_output & kToStandardOutput)) return;
+    if ((output & kToSink) && m_mutex) WriteToSink(Extra(), line.Bytes(), line.Length());
+    if (!(output & kToStandardOutput)) return;
+    const MutexHolder lock(m_mutex);
     // Standard output has the separator even without a module, because programs parse it.
     if (needsSeparator) line.InsertSeparator(prefix);
     line.WriteTo(stdout);
@@ -129,7 +129,8 @@ class NumberedName {
     CGNString m_name;
 };
 
-// Renames name.1 to name.2 and so on, then the log to name.1.
+// Renames name.1 to name.2 and so on, then the log to name.1. Stops at a file that cannot be
+// renamed, which the next one would replace.
 void ShiftFiles(const CGNString& name, long kept) {
     long free = 1;  // the first number without a file, or the last one, whose file is replaced
     while (free < kept) {
@@ -139,7 +140,9 @@ void ShiftFiles(const CGNString& name, long kept) {
         ++free;
     }
     for (; free > 1; --free)
-        platform::RenameFile(NumberedName(name, free - 1).Get(), NumberedName(name, free).Get());
+        if (!platform::RenameFile(NumberedName(name, free - 1).Get(),
+                                  NumberedName(name, free).Get()))
+            return;
     platform::RenameFile(name, NumberedName(name, 1).Get());
 }
 
@@ -180,10 +183,12 @@ void CGNTrace::MakeRoom(const TraceSettings* settings) {
     if (!m_traceFile && !m_fileName.IsEmpty()) OpenFile("a");
     if (!m_traceFile || (Room() > 0 && !IsOfAnotherDay(settings))) return;
     const long kept = settings ? settings->keptFiles : 0;
+    const bool mayStayOpen = kept > 0 && platform::LockForRenaming(m_traceFile);
     // If another process has renamed the file, there is a new one.
     const bool isRenamed = kept > 0 && !platform::IsFileAt(m_traceFile, m_fileName);
-    CloseFile();
+    if (!mayStayOpen) CloseFile();
     // A file that cannot be renamed continues to grow.
     if (kept > 0 && !isRenamed) ShiftFiles(m_fileName, kept);
+    CloseFile();
     OpenFile(kept > 0 ? "a" : "w");
 }

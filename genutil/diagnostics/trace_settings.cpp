@@ -6,6 +6,7 @@
 #include "genutil/assert_allocation.h"
 #include "osthread.h"
 #include "osutil/platform/thread/threading.h"
+#include "osutil/thread/mutex_holder.h"
 
 namespace genutil {
 
@@ -13,8 +14,12 @@ TraceMutex* NewTraceMutex() {
     void* memory = Allocate(sizeof(TraceMutex));
     if (!AssertAllocation(memory != nullptr, "genutil/gentrace", __LINE__)) return nullptr;
     auto* mutex = new (memory) TraceMutex{};
-    MakeMutexUsable(mutex);
+    MakeTraceMutexUsable(mutex);
     return mutex;
+}
+
+bool MakeTraceMutexUsable(TraceMutex* mutex) {
+    return MakeMutexUsable(mutex) && MakeMutexUsable(&mutex->sinkMutex);
 }
 
 void DestroyTraceMutex(_osmutex* mutex) {
@@ -25,7 +30,17 @@ void DestroyTraceMutex(_osmutex* mutex) {
         delete settings;
         settings = older;
     }
+    platform::CloseMutex(static_cast<TraceMutex*>(mutex)->sinkMutex.handle);
     OSMutexDestroy(mutex);
+}
+
+void WriteToSink(TraceMutex* mutex, const char* line, std::size_t length) {
+    const MutexHolder lock(&mutex->sinkMutex);
+    // Read under the lock, because ResetSink() waits for it: the earlier argument may be freed
+    // then.
+    const TraceSettings* settings = SettingsOf(mutex);
+    if (settings && settings->sink)
+        settings->sink(line, static_cast<long>(length), settings->sinkArgument);
 }
 
 bool AdmitsModule(const char* modules, const char* name) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 
 #include "genstr.h"
@@ -28,10 +29,17 @@ struct TraceMutex : _osmutex {
     std::atomic<TraceSettings*> settings;  // null for the defaults
     std::atomic<TraceQueue*> queue;        // null unless lines are written asynchronously
     std::int32_t fileDay;                  // day number of the open file's first line; 0 if unknown
+    // Held while the sink runs, without the trace's own mutex, which the writing thread of the
+    // queue may need before the sink returns.
+    _osmutex sinkMutex;
 };
 
 TraceMutex* NewTraceMutex();
-void DestroyTraceMutex(_osmutex* mutex);  // null is allowed
+bool MakeTraceMutexUsable(TraceMutex* mutex);  // as MakeMutexUsable()
+void DestroyTraceMutex(_osmutex* mutex);       // null is allowed
+
+// Passes a line to the sink, if there is one.
+void WriteToSink(TraceMutex* mutex, const char* line, std::size_t length);
 
 // Returns the current settings, or null for the defaults.
 inline const TraceSettings* SettingsOf(const _osmutex* mutex) {

@@ -172,6 +172,13 @@ std::size_t LengthOutside(const CharacterSet& set, const char* s) {
     return static_cast<std::size_t>(p - Bytes(s));
 }
 
+// Returns true if the system's search is as good. Some are fast on most text, but not linear, so
+// they are used for short needles only.
+bool IsShort(const char* needle) {
+    constexpr std::size_t kShort = 32;
+    return std::memchr(needle, 0, kShort) != nullptr;
+}
+
 // The position at which the next search for a token begins; one for the whole process.
 char* g_continuation = nullptr;
 
@@ -210,7 +217,8 @@ char* mbstrstr(const char* hay, const char* needle) {
     if (!hay) return nullptr;
     if (!needle || !*needle) return const_cast<char*>(hay);
     const bool lineFeed = needle[0] == '\n' && !needle[1];
-    if (!g_currentStep || lineFeed) return const_cast<char*>(std::strstr(hay, needle));
+    if (lineFeed || (!g_currentStep && IsShort(needle)))
+        return const_cast<char*>(std::strstr(hay, needle));
     const unsigned char* const found = NeedleSearch(g_currentStep, hay, needle).Next();
     return found ? Pointer(hay, static_cast<std::size_t>(found - Bytes(hay))) : nullptr;
 }

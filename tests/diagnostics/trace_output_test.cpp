@@ -2,10 +2,12 @@
 // thread that writes.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "gendiag.h"
@@ -271,6 +273,40 @@ TEST_F(TraceQueue, SettingsChangeWhileThreadsWrite) {
     });
     EXPECT_EQ(steps[0] + steps[1] + steps[2], 800);
     CGNTrace::KeepLastLines(0, nullptr);
+}
+
+// A sink that needs the writing thread, and one whose argument is released after it was replaced.
+TEST_F(TraceQueue, LetsSinksEndIt) {
+    OSSetThreaded();
+    ASSERT_TRUE(OpenFile() && m_trace.ResetFormat("{message}") && m_trace.ResetAsync(1));
+    m_trace.ResetSink(
+        [](const char*, long, void* trace) { static_cast<CGNTrace*>(trace)->ResetAsync(0); },
+        &m_trace);
+    m_trace.ResetOutput(kFile | kSink);
+    Write("a");
+    EXPECT_EQ(Letters(0), "a");
+
+    std::atomic<bool> isStopping = false, isLate = false;
+    std::atomic<long> calls = 0;
+    const auto count = [](const char*, long, void* counter) {
+        ++**static_cast<std::atomic<long>**>(counter);
+    };
+    m_trace.ResetOutput(kSink);
+    Worker writer([&] {
+        while (!isStopping) Write("b");
+    });
+    for (int i = 0; i < 2000; ++i) {
+        std::atomic<long> late = 0, *counter = &calls;
+        m_trace.ResetSink(count, &counter);
+        for (long before = calls; i % 100 == 0 && calls == before;) std::this_thread::yield();
+        m_trace.ResetSink(nullptr, nullptr);
+        counter = &late;
+        if (i % 100 == 0) std::this_thread::yield();
+        if (late != 0) isLate = true;
+    }
+    isStopping = true;
+    writer.Join();
+    EXPECT_FALSE(isLate);
 }
 
 TEST_F(TraceMemory, KeepsTheLastLines) {

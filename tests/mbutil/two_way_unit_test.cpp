@@ -38,3 +38,18 @@ TEST(TwoWay, TakesOverInRepetitiveText) {
     EXPECT_EQ(mbstrrstr(text.c_str(), needle.c_str()) - text.c_str(), 40002);
     EXPECT_EQ(mbstrrstr(hay.c_str(), hay.substr(0, 6000).c_str()) - hay.c_str(), 34000);
 }
+
+// Also where the search of the C library would do for text of single bytes; it can take minutes
+// here.
+TEST(TwoWay, IsLinearInEveryCodeSet) {
+    std::string hay, needle;
+    for (int i = 0; i < 2000000; ++i) hay += "ab";
+    for (int i = 0; i < 500000; ++i) needle += "ab";
+    needle += "b";
+    const std::string text = hay + needle;
+    for (const int codeSet : {int{mbWestern}, int{mbUtf8}, int{mbShiftJis}}) {
+        const CodeSetGuard guard(codeSet);
+        EXPECT_EQ(mbstrstr(hay.c_str(), needle.c_str()), nullptr) << codeSet;
+        EXPECT_EQ(mbstrstr(text.c_str(), needle.c_str()) - text.c_str(), 4000000) << codeSet;
+    }
+}

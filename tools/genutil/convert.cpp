@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <set>
 #include <system_error>
 #include <vector>
 
@@ -53,7 +54,8 @@ bool ExpandFolders(Job* job) {
         std::error_code error;
         for (fs::recursive_directory_iterator at(file, error), end; !error && at != end;
              at.increment(error)) {
-            if (!at->is_regular_file() || at->path().extension() == ".part") continue;
+            std::error_code unknown;  // of a link without end, which is no file
+            if (!at->is_regular_file(unknown) || at->path().extension() == ".part") continue;
             found.push_back(at->path().generic_string());
             job->inFolder[found.back()] = at->path().lexically_relative(file).generic_string();
         }
@@ -66,6 +68,15 @@ bool ExpandFolders(Job* job) {
     }
     job->files = files;
     return true;
+}
+
+// Leaves out other names of a file, which would be converted twice.
+void DropOtherNames(std::vector<std::string>* files) {
+    std::set<std::string> known;
+    std::erase_if(*files, [&](const std::string& file) {
+        const std::string identity = IdentityOf(file);
+        return !identity.empty() && !known.insert(identity).second;
+    });
 }
 
 void ReportLosses(const Input& input, const Job& job, const mbConversion& conversion) {
@@ -185,6 +196,7 @@ bool CheckJob(Job* job) {
     if (job->inPlace) {
         if (std::find(job->files.begin(), job->files.end(), "-") != job->files.end())
             return fail("convert: standard input cannot be converted in place");
+        DropOtherNames(&job->files);
         return true;
     }
     if (job->files.size() > 1 && job->out.empty())
@@ -242,7 +254,8 @@ const Command kConvertCommand = {
     "  -o, --output OUT  the file to write, or the folder for any number of files; without it\n"
     "                    one file is written to standard output\n"
     "  -i, --in-place    replaces the contents of the files, which keep their owner, rights and\n"
-    "                    links; a file that would lose characters is left as it is\n"
+    "                    links; a file that would lose characters is left as it is; a file with\n"
+    "                    several names is converted once\n"
     "  -r, --recursive   converts all files in the folders that are named\n"
     "  --best-fit        writes a lost letter as a similar one of ASCII, if there is one\n"
     "  --escape KIND     writes lost characters as \\uXXXX (unicode) or &#NNNN; (html)\n"

@@ -57,12 +57,12 @@ bool MayWrite(const std::string& path, bool force) {
 namespace {
 
 // Writes a new file beside a path. Returns its name, or nothing after a message.
-std::string WriteBeside(const std::string& path, const std::string& text) {
+std::string WriteBeside(const std::string& path, const std::string& text, bool isPrivate) {
     std::string part;
     std::FILE* file = nullptr;
     for (int i = 0; !file && i < 100; ++i) {
         part = path + "." + std::to_string(i) + ".part";
-        file = CreateNewFile(part);
+        file = CreateNewFile(part, isPrivate);
         if (!file && errno != EEXIST) break;
     }
     if (!file) {
@@ -93,7 +93,7 @@ bool WriteFile(const std::string& path, const std::string& text) {
         std::FILE* file = std::fopen(path.c_str(), "wb");
         return (file && WriteAndClose(file, text)) || Fail(path, errno);
     }
-    const std::string target = TargetOf(path), part = WriteBeside(target, text);
+    const std::string target = TargetOf(path), part = WriteBeside(target, text, false);
     if (part.empty()) return false;
     const bool done = MoveOver(part, target);
     const int error = errno;
@@ -106,7 +106,8 @@ bool RewriteFile(const std::string& path, const std::string& text) {
     const std::string target = TargetOf(path);
     std::FILE* file = std::fopen(target.c_str(), "r+b");  // fails before anything is written
     if (!file) return Fail(path, errno);
-    const std::string part = WriteBeside(target, text);
+    // The rights of the file itself may be narrower than those of a new one.
+    const std::string part = WriteBeside(target, text, true);
     g_unfinished[0] = 0;  // from here on, it is what an interruption must not remove
     if (part.empty()) {
         std::fclose(file);

@@ -8,8 +8,12 @@
 enum class FileKind { kMissing, kFile, kFolder, kOther };  // kOther: devices, pipes
 FileKind KindOf(const std::string& path);
 
+// Identifies a file: equal for all its names. Empty if the system does not tell.
+std::string IdentityOf(const std::string& path);
+
 // Creates a new file for writing bytes. Returns null on failure, also if it exists, with errno set.
-std::FILE* CreateNewFile(const std::string& path);
+// A private file can only be read by its owner, if the system has such rights.
+std::FILE* CreateNewFile(const std::string& path, bool isPrivate);
 
 // Renames a file and replaces an existing one. Returns false on failure.
 bool MoveOver(const std::string& from, const std::string& to);

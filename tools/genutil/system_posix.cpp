@@ -16,8 +16,15 @@ FileKind KindOf(const std::string& path) {
     return S_ISREG(facts.st_mode) ? FileKind::kFile : FileKind::kOther;
 }
 
-std::FILE* CreateNewFile(const std::string& path) {
-    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+std::string IdentityOf(const std::string& path) {
+    struct stat facts;
+    if (stat(path.c_str(), &facts) != 0) return "";
+    return std::to_string(facts.st_dev) + ":" + std::to_string(facts.st_ino);
+}
+
+std::FILE* CreateNewFile(const std::string& path, bool isPrivate) {
+    const mode_t mode = isPrivate ? 0600 : 0666;
+    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     return file < 0 ? nullptr : fdopen(file, "wb");
 }
 

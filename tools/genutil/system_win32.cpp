@@ -13,7 +13,20 @@ FileKind KindOf(const std::string& path) {
     return facts & FILE_ATTRIBUTE_DEVICE ? FileKind::kOther : FileKind::kFile;
 }
 
-std::FILE* CreateNewFile(const std::string& path) {
+std::string IdentityOf(const std::string& path) {
+    const HANDLE file =
+        CreateFileA(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return "";
+    BY_HANDLE_FILE_INFORMATION facts;
+    const bool known = GetFileInformationByHandle(file, &facts) != 0;
+    CloseHandle(file);
+    if (!known) return "";
+    return std::to_string(facts.dwVolumeSerialNumber) + ":" + std::to_string(facts.nFileIndexHigh) +
+           ":" + std::to_string(facts.nFileIndexLow);
+}
+
+std::FILE* CreateNewFile(const std::string& path, bool) {
     const int flags = _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY;
     const int file = _open(path.c_str(), flags, _S_IREAD | _S_IWRITE);
     return file < 0 ? nullptr : _fdopen(file, "wb");

@@ -6,6 +6,11 @@
 
 namespace genutil::platform {
 
+// Waits until no other process has this lock on the file of a stream, and has it until the stream
+// is closed. Returns false if the system cannot rename open files, and the lock is needless:
+// renaming fails while another process has the file open.
+bool LockForRenaming(std::FILE* stream);
+
 // Opens a file as a stream of the C runtime, which closes it. Returns null if it cannot be opened.
 // The mode is that of fopen, at most three letters.
 std::FILE* OpenStream(const char* path, const char* mode);

@@ -4,9 +4,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
+#include <iterator>
 #include <string>
 
 #include "gendiag.h"
@@ -100,6 +103,25 @@ TEST_F(TraceProcess, CrashWritesTheLastLines) {
         EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == row.signal) << row.what << status;
         EXPECT_EQ(dump.Bytes(), "Last lines before a crash:\n3\n4\n") << row.what;
     }
+}
+
+TEST_F(TraceProcess, ProcessesTakeTurnsToKeepFiles) {
+    m_trace->ResetRotation(1000);
+    InChild([&] {
+        fork();
+        fork();
+        m_trace->ResetOutput(1, m_path, 1000);
+        Write(5000);
+        while (wait(nullptr) > 0) continue;
+    });
+    std::string path = m_file.Path();
+    std::ptrdiff_t lines = 0;
+    for (int older = 1; std::ifstream file{path}; ++older) {
+        lines += std::count(std::istreambuf_iterator<char>(file), {}, '\n');
+        if (older > 1) std::remove(path.c_str());
+        path = m_file.Path() + ("." + std::to_string(older));
+    }
+    EXPECT_EQ(lines, 4 * 5000);
 }
 
 // Nearly all of the log is a hole.

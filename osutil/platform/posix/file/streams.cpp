@@ -1,5 +1,6 @@
 #include "osutil/platform/file/streams.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include "osutil/platform/posix/file/paths.h"
@@ -33,6 +34,16 @@ bool IsFileAt(std::FILE* stream, const char* path) {
     if (!name.Get() || fstat(fileno(stream), &open) != 0) return true;
     return stat(name.Get(), &named) == 0 && open.st_dev == named.st_dev &&
            open.st_ino == named.st_ino;
+}
+
+// The lock of a process, unlike that of an open file, is not shared by the child of a fork. On file
+// systems without locks, processes do not take turns.
+bool LockForRenaming(std::FILE* stream) {
+    struct flock whole {};
+    whole.l_type = F_WRLCK;
+    whole.l_whence = SEEK_SET;
+    fcntl(fileno(stream), F_SETLKW, &whole);
+    return true;
 }
 
 bool RenameFile(const char* from, const char* to) {

@@ -38,6 +38,10 @@ bool IsFileAt(std::FILE*, const char*) {
     return true;
 }
 
+bool LockForRenaming(std::FILE*) {
+    return false;
+}
+
 bool RenameFile(const char* from, const char* to) {
     const SystemPath source(from), target(to);
     return source.Get() && target.Get() &&
