@@ -2,6 +2,8 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/syscall.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -20,11 +22,28 @@ constexpr std::size_t kCount = std::size(kSignals);
 
 struct sigaction g_before[kCount];
 std::atomic<void (*)()> g_report{nullptr};
-std::atomic_flag g_isReported = ATOMIC_FLAG_INIT;
+std::atomic<long> g_reporter{0};  // the thread that reports
+std::atomic<bool> g_isReported{false};
+
+// Reports once. A thread that fails while another one reports gives that one time, because its own
+// end ends the process. A failure of the report itself must not wait.
+void Report() {
+    const long self = syscall(SYS_gettid);
+    long none = 0;
+    if (g_reporter.compare_exchange_strong(none, self)) {
+        g_report.load()();
+        g_isReported = true;
+        return;
+    }
+    constexpr timespec kMillisecond{0, 1000000};
+    constexpr int kMostMilliseconds = 10000;
+    for (int i = 0; none != self && !g_isReported && i < kMostMilliseconds; ++i)
+        nanosleep(&kMillisecond, nullptr);
+}
 
 void OnSignal(int number, siginfo_t* info, void*) {
     const int error = errno;
-    if (!g_isReported.test_and_set()) g_report.load()();
+    Report();
     for (std::size_t i = 0; i < kCount; ++i)
         if (kSignals[i] == number) sigaction(number, &g_before[i], nullptr);
     errno = error;

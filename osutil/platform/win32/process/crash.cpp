@@ -16,12 +16,23 @@ namespace {
 using SignalHandler = void (*)(int);
 
 std::atomic<void (*)()> g_report{nullptr};
-std::atomic_flag g_isReported = ATOMIC_FLAG_INIT;
+std::atomic<DWORD> g_reporter{0};  // the thread that reports
+std::atomic<bool> g_isReported{false};
 LPTOP_LEVEL_EXCEPTION_FILTER g_filterBefore = nullptr;
 SignalHandler g_abortBefore = SIG_DFL;
 
+// Reports once. A thread that fails while another one reports gives that one time, because its own
+// end ends the process. A failure of the report itself must not wait.
 void Report() {
-    if (!g_isReported.test_and_set()) g_report.load()();
+    const DWORD self = GetCurrentThreadId();
+    DWORD none = 0;
+    if (g_reporter.compare_exchange_strong(none, self)) {
+        g_report.load()();
+        g_isReported = true;
+        return;
+    }
+    constexpr int kMostMilliseconds = 10000;
+    for (int i = 0; none != self && !g_isReported && i < kMostMilliseconds; ++i) Sleep(1);
 }
 
 LONG WINAPI OnException(EXCEPTION_POINTERS* exception) {
