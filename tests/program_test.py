@@ -221,6 +221,10 @@ class Program(unittest.TestCase):
         convert = ('convert', '--from', 'utf-8', '--to', 'euc-jp')
         self.expect(run(*convert, '-r', '-o', '.', '--force', 'd/c', 'd/sub'), 0)
         self.assertEqual((read('c'), read('b')), ('漢'.encode('euc_jp'), '海'.encode('euc_jp')))
+        write('×/×', '海'.encode())  # in the code pages of both users
+        self.expect(run(*convert, '-o', '×.out', '×/×'), 0)
+        self.expect(run(*convert, '-r', '-i', '×'), 0)
+        self.assertEqual((read('×/×'), read('×.out')), ('海'.encode('euc_jp'),) * 2)
         if NATIVE:
             os.chmod(SCRATCH / 'd/sub/b', 0o640)
             os.symlink('d/sub/b', SCRATCH / 'link')

@@ -52,12 +52,12 @@ bool ExpandFolders(Job* job) {
         }
         std::vector<std::string> found;
         std::error_code error;
-        for (fs::recursive_directory_iterator at(file, error), end; !error && at != end;
+        for (fs::recursive_directory_iterator at(PathOf(file), error), end; !error && at != end;
              at.increment(error)) {
             std::error_code unknown;  // of a link without end, which is no file
             if (!at->is_regular_file(unknown) || at->path().extension() == ".part") continue;
-            found.push_back(at->path().generic_string());
-            job->inFolder[found.back()] = at->path().lexically_relative(file).generic_string();
+            found.push_back(ArgumentOf(at->path()));
+            job->inFolder[found.back()] = ArgumentOf(at->path().lexically_relative(PathOf(file)));
         }
         if (error) {
             Complain(file + ": cannot be read: " + error.message());
@@ -144,7 +144,7 @@ bool WriteResult(const Job& job, const std::string& path, const std::string& res
     if (job.inPlace) return RewriteFile(path, result);
     if (!job.inFolder.empty()) {
         std::error_code error;
-        std::filesystem::create_directories(std::filesystem::path(path).parent_path(), error);
+        std::filesystem::create_directories(PathOf(path).parent_path(), error);
     }
     return WriteFile(path, result);
 }

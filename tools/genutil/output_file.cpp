@@ -81,8 +81,8 @@ std::string WriteBeside(const std::string& path, const std::string& text, bool i
 // Returns the file to which a link leads, so that the link remains.
 std::string TargetOf(const std::string& path) {
     std::error_code error;
-    if (!std::filesystem::is_symlink(path, error)) return path;
-    const std::string target = std::filesystem::canonical(path, error).string();
+    if (!std::filesystem::is_symlink(PathOf(path), error)) return path;
+    const std::string target = ArgumentOf(std::filesystem::canonical(PathOf(path), error));
     return error ? path : target;
 }
 

@@ -3,7 +3,13 @@
 #pragma once
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
+
+// Converts a path of the command line, which on Windows is in the ANSI code page, and back, with
+// "/" between names.
+std::filesystem::path PathOf(const std::string& argument);
+std::string ArgumentOf(const std::filesystem::path& path);
 
 enum class FileKind { kMissing, kFile, kFolder, kOther };  // kOther: devices, pipes
 FileKind KindOf(const std::string& path);

@@ -9,6 +9,14 @@
 #include "mbutil.h"
 #include "tools/genutil/system.h"
 
+std::filesystem::path PathOf(const std::string& argument) {
+    return argument;
+}
+
+std::string ArgumentOf(const std::filesystem::path& path) {
+    return path.generic_string();
+}
+
 FileKind KindOf(const std::string& path) {
     struct stat facts;
     if (stat(path.c_str(), &facts) != 0) return FileKind::kMissing;

@@ -6,6 +6,27 @@
 
 #include "tools/genutil/system.h"
 
+// The C++ library takes narrow paths for UTF-8.
+std::filesystem::path PathOf(const std::string& argument) {
+    const int size = static_cast<int>(argument.size());
+    std::wstring wide(argument.size(), L'\0');
+    const int length =
+        size ? MultiByteToWideChar(CP_ACP, 0, argument.data(), size, wide.data(), size) : 0;
+    wide.resize(static_cast<std::size_t>(length));
+    return wide;
+}
+
+std::string ArgumentOf(const std::filesystem::path& path) {
+    const std::wstring wide = path.generic_wstring();
+    const int length = static_cast<int>(wide.size()), room = length * 4;
+    std::string argument(static_cast<std::size_t>(room), '\0');
+    const int size = length ? WideCharToMultiByte(CP_ACP, 0, wide.data(), length, argument.data(),
+                                                  room, nullptr, nullptr)
+                            : 0;
+    argument.resize(static_cast<std::size_t>(size));
+    return argument;
+}
+
 FileKind KindOf(const std::string& path) {
     const DWORD facts = GetFileAttributesA(path.c_str());
     if (facts == INVALID_FILE_ATTRIBUTES) return FileKind::kMissing;

@@ -11,6 +11,7 @@
 #include "tools/genutil/command.h"
 #include "tools/genutil/input.h"
 #include "tools/genutil/log_line.h"
+#include "tools/genutil/system.h"
 
 namespace {
 
@@ -94,10 +95,10 @@ class LogFile {
     // Continues with a file that has replaced this one or has started over.
     void NoticeNewFile() {
         std::error_code error;
-        const std::uintmax_t size = std::filesystem::file_size(m_path, error);
+        const std::uintmax_t size = std::filesystem::file_size(PathOf(m_path), error);
         if (error || size >= m_offset) return;
         const std::string older = m_path + ".1";
-        const std::uintmax_t olderSize = std::filesystem::file_size(older, error);
+        const std::uintmax_t olderSize = std::filesystem::file_size(PathOf(older), error);
         if (!error && olderSize > m_offset) ReadFrom(older, olderSize - m_offset);
         m_offset = 0;
     }
