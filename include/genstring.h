@@ -415,7 +415,9 @@ class GENUTIL_API CGNString {
         kIgnoreKana = 4,      /**< hiragana and katakana are equal */
         kDigitsAsNumbers = 8, /**< "item 9" comes before "item 10", where the system supports it */
     };
-    /** Same as Collate() with options.
+    /** Compares by the user's language, with options. On Linux Collate() without options follows
+       the order of the C library instead, and that of bytes in the C locale; with 0 the order is
+       that of ICU.
         @param other the text to compare with.
         @param options a sum of CollateOption. */
     int Collate(const CGNString& other, unsigned int options) const;

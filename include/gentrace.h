@@ -174,7 +174,7 @@ class GENUTIL_API CGNTrace {
     /** Starts or stops writing the file on a thread of its own. While it is started, a message for
         the file only waits if a megabyte of messages is waiting to be written. No message is lost
         when the process ends by returning from main() or by exit(): they are written then, and
-       later messages are written at once. After _exit(), abort() or a crash up to a few
+       later messages are written at once. After _exit(), abort(), exec() or a crash up to a few
        milliseconds of messages are missing. Standard output and the sink are not affected. In the
        child of a fork, messages are written at once. Returns 0 if the process is not threaded or
        the thread cannot be started.
