@@ -72,17 +72,6 @@ class FileBeside {
     char m_name[40];
 };
 
-bool WriteAll(int file, const char* bytes, std::size_t size) {
-    while (size > 0) {
-        const ssize_t done = write(file, bytes, size);
-        if (done < 0 && errno == EINTR) continue;
-        if (done <= 0) return false;
-        bytes += done;
-        size -= static_cast<std::size_t>(done);
-    }
-    return true;
-}
-
 int MakeContents(int folder, const char* name, const char* bytes, std::size_t size) {
     FileBeside made(folder, 0666);
     if (made.Error()) return made.Error();

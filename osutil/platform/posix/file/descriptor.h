@@ -33,4 +33,7 @@ class OpenDescriptor {
 // fails.
 bool ReadExactly(int file, std::int64_t offset, void* out, std::size_t size);
 
+// Writes at the position of a file. Returns false if not everything was written.
+bool WriteAll(int file, const char* bytes, std::size_t size);
+
 }  // namespace genutil::platform

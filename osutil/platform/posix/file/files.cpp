@@ -67,14 +67,7 @@ bool File::ReadAt(std::int64_t offset, char* out, std::size_t count) {
 }
 
 bool File::Write(const char* bytes, std::size_t count) {
-    while (count > 0) {
-        const ssize_t done = write(static_cast<int>(m_handle), bytes, count);
-        if (done < 0 && errno == EINTR) continue;
-        if (done <= 0) return false;
-        bytes += done;
-        count -= static_cast<std::size_t>(done);
-    }
-    return true;
+    return WriteAll(static_cast<int>(m_handle), bytes, count);
 }
 
 bool File::Close() {
